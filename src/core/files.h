@@ -1,0 +1,44 @@
+// Whole files in and out. Paths are UTF-8 on every platform.
+// A file is written to a neighbour and renamed into place: whatever happens in between, the path holds the old file or
+// the new one.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <initializer_list>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace torvane {
+
+enum class FileResult {
+    ok,
+    cannotOpen,  // missing, a folder, or not readable; for writing: no folder, or no right to write there
+    readFailed,  // opened, but the bytes could not be had
+    writeFailed, // disk full or the device failed; the old file stands
+};
+
+// Reads a file whole into bytes, whatever its size.
+FileResult readWholeFile(const std::string& path, std::vector<uint8_t>& bytes);
+
+// Reads at most limit bytes from the start of a file.
+FileResult readFileStart(const std::string& path, size_t limit, std::vector<uint8_t>& bytes);
+
+// What stands behind the first `start` bytes; nothing where there are no more.
+FileResult readFileFrom(const std::string& path, size_t start, std::vector<uint8_t>& bytes);
+
+// Creates or replaces a file with these pieces, one behind the other.
+FileResult replaceFile(const std::string& path, std::initializer_list<std::span<const uint8_t>> pieces);
+
+bool fileExists(const std::string& path); // anything at this path, a folder as well
+bool folderExists(const std::string& path);
+// Gives a file another name in its folder; false when that failed.
+bool renameFile(const std::string& from, const std::string& to);
+
+// The path made absolute against the present folder, by the platform's own rules; unchanged when that fails.
+std::string absolutePath(const std::string& path);
+// Folder of the running program, ending in a separator.
+std::string programFolder();
+
+} // namespace torvane

@@ -1,0 +1,190 @@
+// Files by Win32 calls. Names go over as UTF-16, and in the long form, so that any script and 300 characters work.
+#include "core/files.h"
+#include "core/wide_text.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <atomic>
+
+namespace torvane {
+
+namespace {
+
+// Closes on every way out.
+struct OpenFile {
+    explicit OpenFile(HANDLE openHandle) : handle(openHandle) {}
+    OpenFile(const OpenFile&) = delete;
+    OpenFile& operator=(const OpenFile&) = delete;
+    ~OpenFile()
+    {
+        close();
+    }
+    void close()
+    {
+        if (isOpen())
+            CloseHandle(handle);
+        handle = INVALID_HANDLE_VALUE;
+    }
+    bool isOpen() const
+    {
+        return handle != INVALID_HANDLE_VALUE;
+    }
+    HANDLE handle;
+};
+
+std::wstring fullPath(const std::string& path)
+{
+    std::wstring wide = widen(path);
+    DWORD length = GetFullPathNameW(wide.c_str(), 0, nullptr, nullptr);
+    if (length == 0)
+        return wide;
+    std::wstring full(length, L'\0');
+    full.resize(GetFullPathNameW(wide.c_str(), length, full.data(), nullptr));
+    return full;
+}
+
+// The form without the limit of 260 characters.
+std::wstring longPath(const std::string& path)
+{
+    std::wstring full = fullPath(path);
+    if (full.compare(0, 4, L"\\\\?\\") == 0 || full.compare(0, 4, L"\\\\.\\") == 0)
+        return full;
+    if (full.compare(0, 2, L"\\\\") == 0)
+        return L"\\\\?\\UNC\\" + full.substr(2);
+    return L"\\\\?\\" + full;
+}
+
+bool writeAll(HANDLE file, std::initializer_list<std::span<const uint8_t>> pieces)
+{
+    constexpr size_t most = 1 << 30;
+    for (std::span<const uint8_t> piece : pieces) {
+        while (!piece.empty()) {
+            DWORD written = 0;
+            if (!WriteFile(file, piece.data(), static_cast<DWORD>(std::min(piece.size(), most)), &written, nullptr) ||
+                written == 0)
+                return false;
+            piece = piece.subspan(written);
+        }
+    }
+    return true;
+}
+
+FileResult readUpTo(const std::string& path, size_t start, size_t limit, std::vector<uint8_t>& bytes)
+{
+    bytes.clear();
+    OpenFile file(CreateFileW(longPath(path).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                              FILE_ATTRIBUTE_NORMAL, nullptr));
+    LARGE_INTEGER size;
+    if (!file.isOpen() || !GetFileSizeEx(file.handle, &size))
+        return FileResult::cannotOpen;
+    size_t behindStart = static_cast<size_t>(size.QuadPart) - std::min(start, static_cast<size_t>(size.QuadPart));
+    LARGE_INTEGER from;
+    from.QuadPart = static_cast<LONGLONG>(start);
+    if (start != 0 && !SetFilePointerEx(file.handle, from, nullptr, FILE_BEGIN))
+        return FileResult::readFailed;
+    bytes.resize(std::min(limit, behindStart));
+    size_t used = 0;
+    while (used < bytes.size()) {
+        DWORD count = 0;
+        DWORD wanted = static_cast<DWORD>(std::min(bytes.size() - used, static_cast<size_t>(1) << 30));
+        if (!ReadFile(file.handle, bytes.data() + used, wanted, &count, nullptr))
+            return FileResult::readFailed;
+        if (count == 0)
+            break;
+        used += count;
+    }
+    bytes.resize(used);
+    return FileResult::ok;
+}
+
+// Makes a file beside the target under a name that nobody has.
+HANDLE createNeighbour(const std::wstring& target, std::wstring& neighbour)
+{
+    static std::atomic<unsigned> serial = 0;
+    std::wstring stem =
+        target.substr(0, target.find_last_of(L'\\') + 1) + L".torvane-" + std::to_wstring(GetCurrentProcessId()) + L"-";
+    HANDLE handle = INVALID_HANDLE_VALUE;
+    do {
+        neighbour = stem + std::to_wstring(++serial);
+        handle = CreateFileW(neighbour.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+    } while (handle == INVALID_HANDLE_VALUE && GetLastError() == ERROR_FILE_EXISTS);
+    return handle;
+}
+
+DWORD attributesOf(const std::string& path)
+{
+    return GetFileAttributesW(longPath(path).c_str());
+}
+
+} // namespace
+
+FileResult readWholeFile(const std::string& path, std::vector<uint8_t>& bytes)
+{
+    return readUpTo(path, 0, SIZE_MAX, bytes);
+}
+
+FileResult readFileStart(const std::string& path, size_t limit, std::vector<uint8_t>& bytes)
+{
+    return readUpTo(path, 0, limit, bytes);
+}
+
+FileResult readFileFrom(const std::string& path, size_t start, std::vector<uint8_t>& bytes)
+{
+    return readUpTo(path, start, SIZE_MAX, bytes);
+}
+
+FileResult replaceFile(const std::string& path, std::initializer_list<std::span<const uint8_t>> pieces)
+{
+    if (path.empty())
+        return FileResult::cannotOpen;
+    DWORD attributes = attributesOf(path);
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY)))
+        return FileResult::cannotOpen;
+    std::wstring target = longPath(path);
+    std::wstring neighbour;
+    OpenFile file(createNeighbour(target, neighbour));
+    if (!file.isOpen())
+        return FileResult::cannotOpen;
+    bool written = writeAll(file.handle, pieces) && FlushFileBuffers(file.handle);
+    file.close();
+    if (written && MoveFileExW(neighbour.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+        return FileResult::ok;
+    DeleteFileW(neighbour.c_str());
+    return FileResult::writeFailed;
+}
+
+bool fileExists(const std::string& path)
+{
+    return !path.empty() && attributesOf(path) != INVALID_FILE_ATTRIBUTES;
+}
+
+bool folderExists(const std::string& path)
+{
+    DWORD attributes = path.empty() ? INVALID_FILE_ATTRIBUTES : attributesOf(path);
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
+}
+
+bool renameFile(const std::string& from, const std::string& to)
+{
+    return MoveFileExW(longPath(from).c_str(), longPath(to).c_str(), MOVEFILE_REPLACE_EXISTING) != 0;
+}
+
+std::string absolutePath(const std::string& path)
+{
+    return path.empty() ? path : narrow(fullPath(path));
+}
+
+std::string programFolder()
+{
+    std::wstring path(MAX_PATH, L'\0');
+    DWORD length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+    while (length == path.size()) {
+        path.resize(path.size() * 2);
+        length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+    }
+    path.resize(length);
+    return narrow(path.substr(0, path.find_last_of(L'\\') + 1));
+}
+
+} // namespace torvane

@@ -1,0 +1,228 @@
+// The one record of everything a user can set, and the record of the model in force.
+// ParameterBlock is the image of the parameter file, ModelState the body of a profile file: fixed layout,
+// little-endian, words that no operation reads are named reserved and stay 0. Knows nothing of limits (forms) or of
+// physics (model).
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace torvane {
+
+constexpr int profilePageCount = 8;
+constexpr int pageCount = 17;
+constexpr int theoryCount = 3;
+constexpr int rideModeCount = 6;
+constexpr int gpsDialogCount = 10;
+
+// Order of ParameterBlock::pageChanged.
+enum Page : int {
+    pageHuman,
+    pageEquip,
+    pageShift,
+    pageWheel,
+    pageTyre,
+    pageBrake,
+    pageLoss,
+    pageAssist,
+    pageCourse,
+    pagePeloton,
+    pagePhysiology,
+    pageProcessInterval,
+    pageSpecificHeat,
+    pageEmittance,
+    pageGraph,
+    pageInitialValues,
+    pageGpsData,
+};
+
+// Order of ParameterBlock::gpsSaveFlag.
+enum GpsDialog : int {
+    gpsExpress,
+    gpsAnalyse,
+    gpsCreate,
+    gpsCombine,
+    gpsConvert,
+    gpsAdd,
+    gpsDivide,
+    gpsExclude,
+    gpsOneStroke,
+    gpsTimestamp,
+};
+
+// What every tool that writes a FIT file lets the user choose about it.
+struct OutputChoice {
+    int32_t convertEnabled; // write another header form than the source's
+    int32_t fitFormat;      // 0 legacy, 1 modern
+    int32_t sportEnabled;   // write another sport
+    int32_t sportIndex;     // row of the sport list
+};
+
+struct ParameterBlock {
+    // Session
+    int32_t reserved000[3];
+    int32_t screenWidth;  // pixels, taken when the window is first centred
+    int32_t screenHeight; // pixels
+    int32_t reserved014[4];
+    int32_t windowRect[4]; // left, top, right, bottom in screen pixels
+    int32_t reserved034[4];
+    int32_t windowWidth;
+    int32_t windowHeight;
+    int32_t reserved04C[2];
+    int32_t pageChanged[pageCount];      // "save as default" of each page, in the order of Page
+    int32_t theorySaveFlag[theoryCount]; // by theoryCalculator
+    int32_t rideSaveFlag[rideModeCount]; // by rideMode
+    int32_t reserved0BC;
+    int32_t gpsSaveFlag[gpsDialogCount]; // in the order of GpsDialog
+    int32_t theoryCalculator;            // 0 cadence theory, 1 pedaling dynamics, 2 gear combination
+    int32_t theoryTarget;
+    int32_t rideMode; // 0 power and velocity, 1 acceleration, 2 deceleration, 3 braking, 4 inclination, 5 cornering
+    int32_t rideTarget;
+    char profileFileName[264]; // without folder, UTF-8
+
+#include "core/profile_and_condition_fields.inc"
+
+    // Preferences; the page "GPS data" stands further down
+    int32_t useFtp;
+    double energyEfficiency;          // of muscle
+    int32_t accelerationIntervalMode; // 0 auto, 1 input
+    int32_t decelerationIntervalMode;
+    double accelerationInterval; // s
+    double decelerationInterval; // s
+    double specificHeat[3];      // J/gK of carbon, aluminum, stainless
+    double emittance[3];
+    int32_t expressGraph;
+    int32_t bandGraphPowerVelocity;
+    int32_t bandGraphCornering;
+    int32_t initialValueMode; // 0 dialogs open with the defaults, 1 with the previous input
+
+    // Theory calculators; arrays by theoryCalculator
+    double theoryCadence[theoryCount];     // rpm, follows cadenceUsual
+    double theoryPower[theoryCount];       // W
+    double theoryTorque[theoryCount];      // Nm
+    double theoryForce[theoryCount];       // kgf
+    double theoryCadenceMax[theoryCount];  // rpm, follows cadencePoweredMax
+    double theoryMaxPower[theoryCount];    // W
+    double theoryVelocity[theoryCount];    // m/s
+    double theoryInclination[theoryCount]; // %
+    int32_t torqueOrForce;                 // 0 torque, 1 force
+    int32_t useMissionProfile;
+    int32_t frontTooth;
+    int32_t rearTooth;
+
+    // Ride simulations; arrays by rideMode
+    double rideVelocity[rideModeCount];      // m/s
+    double ridePower[rideModeCount];         // W
+    double rideForce[rideModeCount];         // kgf
+    double rideStartVelocity[rideModeCount]; // m/s
+    double rideEndVelocity[rideModeCount];   // m/s
+    double rideLegTime[rideModeCount];       // s
+    double rideAccele[rideModeCount];        // m/s2
+    double rideGravity[rideModeCount];       // G
+    double rideDistance[rideModeCount];      // m
+    double rideInclination[rideModeCount];   // %
+    double brakingInclination[4];            // %, by braking pattern
+    int32_t ridePowerBase[rideModeCount];    // power stage: 0 pedaling, 1 crank, 2 hub, 3 thrust
+    double intervalDistance;                 // m
+    double totalDistance;                    // m
+    int32_t startGearMode[2];                // acceleration, deceleration: 0 automatic, 1 select
+    int32_t startGearIndex[2];               // row of the gear table
+    double initialKickTime;                  // s
+    int32_t inclinationLimit;                // 0 none, 1 distance, 2 time
+    int32_t reserved83C;
+    double corneringRadius;     // m
+    double safetyMargin;        // ratio of friction
+    int32_t intensionCase;      // 0 time, 1 distance
+    int32_t intensionFirst[2];  // min, km
+    int32_t intensionSecond[2]; // s, m
+    int32_t reserved864;
+
+    // Preferences, page "GPS data"
+    double thresholdSpeed; // kph
+    int32_t detectBraking;
+    int32_t limitPowerPrediction;
+    double thresholdPower; // W
+
+    // Recorded rides and FIT tools
+    int32_t expressSmoothing;
+    int32_t reserved884;
+    double expressUnrealInclination; // %
+    double expressUnrealAccele;      // m/s2
+    int32_t flatCourse;
+    int32_t analyseSmoothing;
+    double analyseUnrealInclination; // %
+    double analyseUnrealAccele;      // m/s2
+    double analyseWindSpeed;         // m/s
+    double averageTemperature;       // Cel
+    int32_t analyseWindDirection;    // deg
+    int32_t predictCadence;
+    int32_t predictPower;
+    int32_t analysePowerBase;  // power stage, as ridePowerBase
+    int32_t reserved8D0;       // kept with the analyse section, no reader
+    int32_t expressFieldsData; // at one stroke
+    OutputChoice createOutput; // create a FIT file analysed, at one stroke
+    OutputChoice combineOutput;
+    OutputChoice convertOutput;
+    int32_t convertSpeedUnit; // write speeds in m/s that stand in kph
+    int32_t addLap;
+    int32_t addSession;
+    int32_t addActivity;
+    OutputChoice addOutput;
+    OutputChoice divideOutput;
+    int32_t excludeLap;
+    int32_t excludeSession;
+    int32_t excludeActivity;
+    OutputChoice excludeOutput;
+    OutputChoice timestampOutput;
+    int32_t timestampTruncate;
+    int32_t timestampOffset; // s
+    int32_t reserved96C;
+};
+
+struct ModelState {
+#include "core/profile_and_condition_fields.inc"
+
+    int32_t currentFrontTooth; // gear of the last drivetrain evaluation
+    int32_t currentRearTooth;
+    int32_t gearCount;       // rows in the gear table
+    double tyresWeight;      // g
+    double frontWeightRatio; // share of the weight on the front wheel
+    double rearWeightRatio;
+    double effectiveRolling;  // rolling coefficient in force
+    double effectiveFriction; // friction coefficient in force
+    double frontFrictionShare;
+    double rearFrictionShare;
+    double frontCircumference;  // mm, rolling
+    double rearCircumference;   // mm, rolling
+    double brakeSurfaceArea[2]; // m2, heat radiating area of rim or rotor
+    double brakeHeat[2];        // J
+    double brakeRadiated[2];    // J
+    double brakeTemperature[2]; // Cel
+};
+
+extern ParameterBlock savedBlock;   // the defaults: what the parameter file holds
+extern ParameterBlock workingBlock; // what dialogs edit and commands run from
+extern ModelState modelState;       // what the physics reads
+
+// Writes every default into a block and clears all else, its flags included.
+void setDefaults(ParameterBlock& block);
+
+// Each commit copies the sections whose "save as default" flag stands in working to saved, and clears those flags.
+// commitProfile copies profileFileName always; the brake entries move for the selected brake types alone.
+void commitProfile(ParameterBlock& saved, ParameterBlock& working);
+void commitCondition(ParameterBlock& saved, ParameterBlock& working);
+void commitTheory(ParameterBlock& saved, ParameterBlock& working);
+void commitRide(ParameterBlock& saved, ParameterBlock& working);
+void commitGps(ParameterBlock& saved, ParameterBlock& working);
+void commitPreference(ParameterBlock& saved, ParameterBlock& working);
+
+// Puts the profile (condition) of a block into modelState. applyProfile and fetchProfile also let the theory cadences
+// of the block follow the rider's.
+void applyProfile(ParameterBlock& working);
+void applyCondition(const ParameterBlock& working);
+// The whole block into modelState, the brake entries of both types included: at the start of the program.
+void startModel(ParameterBlock& working);
+// The mirror of applyProfile, after a profile file was read into modelState.
+void fetchProfile(ParameterBlock& block);
+
+} // namespace torvane

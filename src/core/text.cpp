@@ -1,0 +1,141 @@
+#include "core/text.h"
+
+#include <bit>
+#include <charconv>
+#include <cmath>
+#include <cstdarg>
+#include <cstdio>
+
+namespace torvane {
+
+namespace {
+
+void appendFormatted(std::string& text, const char* format, va_list arguments)
+{
+    char line[512];
+    va_list again;
+    va_copy(again, arguments);
+    int length = vsnprintf(line, sizeof line, format, arguments);
+    if (length >= static_cast<int>(sizeof line)) {
+        size_t start = text.size();
+        text.resize(start + static_cast<size_t>(length) + 1);
+        vsnprintf(&text[start], static_cast<size_t>(length) + 1, format, again);
+        text.pop_back();
+    } else if (length > 0) {
+        text.append(line, static_cast<size_t>(length));
+    }
+    va_end(again);
+}
+
+void appendRight(std::string& text, std::string_view digits, int width)
+{
+    if (width > static_cast<int>(digits.size())) {
+        text.append(static_cast<size_t>(width) - digits.size(), ' ');
+    }
+    text += digits;
+}
+
+constexpr uint64_t powersOfTen[] = {1, 10, 100, 1000};
+constexpr int mostFixedDecimals = 3; // 53 bits times 1000 stay below 64
+
+// A magnitude below 2^53 times the power of ten, rounded to an integer as printf rounds: by the exact binary value, to
+// even half way.
+uint64_t roundedDecimals(double magnitude, uint64_t powerOfTen)
+{
+    constexpr int fractionBits = 52;
+    constexpr uint64_t leadingOne = uint64_t{1} << fractionBits;
+    const uint64_t bits = std::bit_cast<uint64_t>(magnitude);
+    const uint64_t scaled = (bits % leadingOne + leadingOne) * powerOfTen;
+    const int shift = 1023 + fractionBits - static_cast<int>(bits / leadingOne); // not below 0
+    if (shift == 0 || shift >= 64) {
+        return shift == 0 ? scaled : 0; // 0 and all that is far below half a unit
+    }
+    const uint64_t whole = scaled >> shift;
+    const uint64_t rest = scaled & ((uint64_t{1} << shift) - 1);
+    const uint64_t half = uint64_t{1} << (shift - 1);
+    return whole + (rest > half || (rest == half && (whole & 1) != 0));
+}
+
+} // namespace
+
+void appendInteger(std::string& text, int64_t value, int width)
+{
+    char digits[24];
+    char* end = std::to_chars(digits, digits + sizeof digits, value).ptr;
+    appendRight(text, {digits, end}, width);
+}
+
+void appendFixed(std::string& text, double value, int width, int decimals)
+{
+    if (!(std::fabs(value) < 0x1p53) || decimals > mostFixedDecimals) {
+        appendFormat(text, "%*.*f", width, decimals, value);
+        return;
+    }
+    uint64_t power = powersOfTen[decimals];
+    uint64_t rounded = roundedDecimals(std::fabs(value), power);
+    char digits[32] = "-";
+    char* end = digits + (std::signbit(value) ? 1 : 0);
+    end = std::to_chars(end, digits + sizeof digits, rounded / power).ptr;
+    if (decimals > 0) {
+        *end++ = '.';
+    }
+    for (uint64_t rest = rounded % power, place = power / 10; place > 0; place /= 10) {
+        *end++ = static_cast<char>('0' + rest / place % 10);
+    }
+    appendRight(text, {digits, end}, width);
+}
+
+std::string formatText(const char* format, ...)
+{
+    std::string text;
+    va_list arguments;
+    va_start(arguments, format);
+    appendFormatted(text, format, arguments);
+    va_end(arguments);
+    return text;
+}
+
+void appendFormat(std::string& text, const char* format, ...)
+{
+    va_list arguments;
+    va_start(arguments, format);
+    appendFormatted(text, format, arguments);
+    va_end(arguments);
+}
+
+size_t lastSeparator(std::string_view path)
+{
+#ifdef _WIN32
+    return path.find_last_of('\\');
+#else
+    return path.find_last_of("\\/");
+#endif
+}
+
+std::string_view reportedName(std::string_view path)
+{
+    size_t separator = lastSeparator(path);
+    size_t start = separator == std::string_view::npos ? 1 : separator + 1;
+    return start < path.size() ? path.substr(start) : std::string_view();
+}
+
+std::string_view fileName(std::string_view path)
+{
+    size_t separator = lastSeparator(path);
+    return separator == std::string_view::npos ? path : path.substr(separator + 1);
+}
+
+size_t pieceLength(std::string_view text, size_t limit)
+{
+    if (text.size() <= limit)
+        return text.size();
+    size_t lineEnd = text.substr(0, limit).rfind('\n');
+    if (lineEnd != std::string_view::npos)
+        return lineEnd + 1;
+    size_t length = limit;
+    while (length > 1 && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80)
+        --length;
+    return length > 0 ? length : 1;
+}
+
+} // namespace torvane

@@ -1,0 +1,119 @@
+// Names out of paths, and formatting.
+#include "core/text.h"
+
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cmath>
+#include <limits>
+#include <random>
+
+namespace torvane {
+
+TEST(Text, namesOfPaths)
+{
+    struct Case {
+        const char* path;
+        const char* name;
+        const char* reported;
+    };
+    constexpr Case cases[] = {
+        {"C:\\rides\\one.fit", "one.fit", "one.fit"},
+        {"\\one.fit", "one.fit", "one.fit"},
+        {"one.fit", "one.fit", "ne.fit"},
+        {"folder\\", "", ""},
+        {"", "", ""},
+#ifndef _WIN32
+        {"/home/a/one.fit", "one.fit", "one.fit"},
+        {"/home\\a/b\\one.fit", "one.fit", "one.fit"},
+#endif
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(fileName(c.path), c.name) << c.path;
+        EXPECT_EQ(reportedName(c.path), c.reported) << c.path;
+    }
+}
+
+TEST(Text, formatsLinesOfAnyLength)
+{
+    EXPECT_EQ(formatText("\t%s\t:%9.3lf W", "power", 12.34567), "\tpower\t:   12.346 W");
+    std::string longName(700, 'x');
+    EXPECT_EQ(formatText("<%s>", longName.c_str()), "<" + longName + ">");
+}
+
+// Values of every kind: any bits, usual sizes, halves of the last decimal and their neighbours.
+double anyNumber(std::mt19937_64& random)
+{
+    const uint64_t bits = random();
+    const double scales[] = {1e-4, 1e-2, 1, 10, 1e3, 1e5, 1e9, 1e15, 1e16, 1e17};
+    const double usual = (static_cast<double>(bits >> 11) * 0x1p-52 - 1) * scales[bits % std::size(scales)];
+    const double tie = (static_cast<double>(bits >> 44) + 0.5) / static_cast<double>(16 << bits % 12);
+    switch (random() % 4) {
+    case 0:
+        return std::bit_cast<double>(bits);
+    case 1:
+        return tie;
+    case 2:
+        return std::nextafter(std::round(usual * 20) / 20, random() % 2 != 0 ? HUGE_VAL : -HUGE_VAL);
+    default:
+        return usual;
+    }
+}
+
+TEST(Text, fixedNumbersAndIntegersReadAsFormatted)
+{
+    std::mt19937_64 random(7);
+    std::vector<double> values = {0.0,
+                                  -0.0,
+                                  0.5,
+                                  1.5,
+                                  2.5,
+                                  -0.04,
+                                  0.0625,
+                                  1e300,
+                                  -HUGE_VAL,
+                                  0x1p53,
+                                  -0x1p53,
+                                  5e-324,
+                                  std::nextafter(0x1p53, 0.0),
+                                  std::numeric_limits<double>::quiet_NaN()};
+    for (int i = 0; i < 100000; ++i)
+        values.push_back(anyNumber(random));
+    std::string text;
+    for (size_t i = 0; i < values.size(); ++i) {
+        const int width = i % 3 == 0 ? 0 : 9;
+        for (int decimals = 0; decimals < 5; ++decimals) {
+            text.clear();
+            appendFixed(text, values[i], width, decimals);
+            ASSERT_EQ(text, formatText("%*.*f", width, decimals, values[i])) << formatText("%a", values[i]);
+        }
+        const int64_t whole = std::bit_cast<int64_t>(values[i]) >> (i % 64);
+        text.clear();
+        appendInteger(text, whole, width);
+        ASSERT_EQ(text, formatText("%*lld", width, static_cast<long long>(whole)));
+    }
+}
+
+TEST(Text, cutsPiecesBehindLinesAndBetweenCharacters)
+{
+    struct Case {
+        const char* name;
+        std::string text;
+        size_t limit;
+        size_t length;
+    };
+    const Case cases[] = {
+        {"fits", "one\ntwo", 7, 7},
+        {"behind the last line end", "one\ntwo\nthree", 10, 8},
+        {"line end at the limit", "one\ntwo", 4, 4},
+        {"no line end", "abcdef", 4, 4},
+        {"before a character of two bytes", "abc\xC3\xA9", 4, 3},
+        {"before a character of four bytes", "a\xF0\x9F\x9A\xB2", 4, 1},
+        {"never nothing", "\x80\x80\x80", 1, 1},
+        {"empty", "", 4, 0},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(pieceLength(c.text, c.limit), c.length) << c.name;
+}
+
+} // namespace torvane
