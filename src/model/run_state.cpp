@@ -1,0 +1,7 @@
+#include "model/run_state.h"
+
+namespace torvane {
+
+RunState runState;
+
+} // namespace torvane
