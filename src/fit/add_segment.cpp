@@ -1,0 +1,173 @@
+// What a record adds to the sums of its segment.
+#include "fit/add_segment.h"
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+#include <optional>
+
+namespace torvane {
+
+namespace {
+
+bool isFirst(const Segment& segment)
+{
+    return segment.set.recordCount == 0;
+}
+
+template <class Value>
+void trackRange(const Segment& segment, Value& minimum, Value& maximum, Value value)
+{
+    if (isFirst(segment))
+        minimum = maximum = value;
+    minimum = std::min(minimum, value);
+    raise(maximum, value);
+}
+
+void takeLatitude(Segment& segment, uint32_t value)
+{
+    segment.set.entry.endLatitude = static_cast<int32_t>(value);
+}
+
+void takeLongitude(Segment& segment, uint32_t value)
+{
+    segment.set.entry.endLongitude = static_cast<int32_t>(value);
+}
+
+void takeAltitude(Segment& segment, uint32_t value)
+{
+    SessionLapEntry& entry = segment.set.entry;
+    segment.set.altitude += value;
+    trackRange(segment, entry.minAltitude, entry.maxAltitude, static_cast<uint16_t>(value));
+}
+
+void takeHeartRate(Segment& segment, uint32_t value)
+{
+    SessionLapEntry& entry = segment.set.entry;
+    segment.set.heartRate += value;
+    trackRange(segment, entry.minHeartRate, entry.maxHeartRate, static_cast<uint8_t>(value));
+}
+
+void takeCadence(Segment& segment, uint32_t value)
+{
+    segment.set.cadence += value;
+    segment.set.cadenceCount += value != 0;
+    raise(segment.set.entry.maxCadence, static_cast<uint8_t>(value));
+}
+
+void takeDistance(Segment& segment, uint32_t value)
+{
+    if (isFirst(segment))
+        segment.firstDistance = value;
+    segment.set.entry.totalDistance = value - segment.firstDistance;
+}
+
+void takeSpeed(Segment& segment, uint32_t value)
+{
+    segment.set.speed += value;
+    raise(segment.set.entry.maxSpeed, static_cast<uint16_t>(value));
+}
+
+void takePower(Segment& segment, uint32_t value)
+{
+    segment.set.power += value;
+    segment.set.powerCount += value != 0;
+    raise(segment.set.entry.maxPower, static_cast<uint16_t>(value));
+}
+
+void takeTemperature(Segment& segment, uint32_t value)
+{
+    int8_t temperature = static_cast<int8_t>(value);
+    segment.set.temperature += temperature;
+    raise(segment.set.entry.maxTemperature, temperature);
+}
+
+void takeCycles(Segment& segment, uint32_t value)
+{
+    segment.set.entry.totalCycles += value;
+}
+
+void takeAccuracy(Segment& segment, uint32_t value)
+{
+    segment.set.gpsAccuracy += value;
+}
+
+void takeCalories(Segment& segment, uint32_t value)
+{
+    segment.set.entry.totalCalories = static_cast<uint16_t>(segment.set.entry.totalCalories + value);
+}
+
+// The timer runs through steps of exactly the smallest interval so far, so a pause falls out of it.
+void takeTimestamp(Segment& segment, uint32_t value)
+{
+    SessionLapEntry& entry = segment.set.entry;
+    if (isFirst(segment)) {
+        entry.startTime = entry.timestamp = value;
+        return;
+    }
+    uint32_t step = value - entry.timestamp;
+    segment.minimumInterval = std::min(segment.minimumInterval, step);
+    if (step == segment.minimumInterval)
+        entry.totalTimer += segment.minimumInterval * uint32_t{1000};
+    entry.timestamp = value;
+}
+
+struct RecordField {
+    uint8_t number;
+    uint8_t width; // bytes read, whatever size is declared
+    void (*take)(Segment& segment, uint32_t value);
+};
+
+constexpr RecordField recordFields[] = {
+    {0, 4, takeLatitude},     {1, 4, takeLongitude}, {2, 2, takeAltitude},  {3, 1, takeHeartRate},
+    {4, 1, takeCadence},      {5, 4, takeDistance},  {6, 2, takeSpeed},     {7, 2, takePower},
+    {13, 1, takeTemperature}, {18, 1, takeCycles},   {31, 1, takeAccuracy}, {33, 2, takeCalories},
+    {253, 4, takeTimestamp},
+};
+
+constexpr uint8_t noRow = 0xFF;
+
+// Rows of recordFields by field number, noRow where there is none.
+constexpr std::array<uint8_t, 256> indexRecordFields()
+{
+    std::array<uint8_t, 256> rows = {};
+    rows.fill(noRow);
+    for (uint8_t row = 0; row < std::size(recordFields); row++)
+        rows[recordFields[row].number] = row;
+    return rows;
+}
+
+constexpr std::array<uint8_t, 256> recordRow = indexRecordFields();
+
+constexpr size_t speedRow = 6;
+static_assert(recordFields[speedRow].number == 6);
+
+// Values in the order of recordFields.
+using RecordValues = std::array<std::optional<uint32_t>, std::size(recordFields)>;
+
+// Of a repeated field the last one counts.
+RecordValues decodeRecord(const FitMessage& message)
+{
+    RecordValues values;
+    bool bigEndian = message.definition->bigEndian();
+    forEachField(message, [&](const FieldDefinition& field, size_t offset) {
+        if (uint8_t row = recordRow[field.number]; row != noRow)
+            values[row] = readNumber(message.payload, offset, recordFields[row].width, bigEndian);
+    });
+    return values;
+}
+
+} // namespace
+
+void countRecord(Segment& segment, const FitMessage& message)
+{
+    RecordValues values = decodeRecord(message);
+    if (values[speedRow].value_or(0) < segment.threshold)
+        return;
+    for (size_t row = 0; row < values.size(); row++)
+        if (values[row])
+            recordFields[row].take(segment, *values[row]);
+    segment.set.recordCount++;
+}
+
+} // namespace torvane

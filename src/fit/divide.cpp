@@ -1,0 +1,272 @@
+// The divide tool: one file for each session, else for each lap, else for each definition of records. Each part holds
+// the file_id, its own messages and the activity.
+#include "core/text.h"
+#include "fit/message_fields.h"
+#include "fit/tool_support.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace torvane {
+
+namespace {
+
+enum class DivideMode { none, bySession, byLap, byRecordDefinition };
+
+struct DividePlan {
+    DivideMode mode;
+    int32_t parts;
+};
+
+// The first count above 1 decides.
+DividePlan planDivision(const SourceFileInfo& info)
+{
+    if (info.sessionCount >= 2)
+        return {DivideMode::bySession, info.sessionCount};
+    if (info.lapCount >= 2)
+        return {DivideMode::byLap, info.lapCount};
+    if (info.recordDefinitionCount >= 2)
+        return {DivideMode::byRecordDefinition, info.recordDefinitionCount};
+    return {DivideMode::none, 0};
+}
+
+// What one part has got so far.
+struct Part {
+    std::vector<uint8_t> block;
+    uint32_t keptRecords = 0;
+    uint32_t firstDistance = 0; // of the part's first record
+    uint32_t firstCycles = 0;
+    uint32_t firstTimestamp = 0;
+    uint32_t partTimer = 0; // ms from a kept session or lap, s from records: the last one goes to the activity
+    uint32_t partTime = 0;  // FIT seconds
+    bool tooLarge = false;  // for a FIT file
+};
+
+// One walk of the source fills as many parts as this: an ordinary file is divided in one walk, and a strange one with a
+// part for every few bytes still needs little memory.
+constexpr int32_t partsPerWalk = 128;
+
+struct PartsWalk {
+    const OutputChoice& output;
+    DivideMode mode;
+    int32_t firstPart; // number of parts[0]
+    std::vector<Part> parts;
+    int32_t sessionsSeen = 0;
+    int32_t lapsSeen = 0;
+    int32_t recordDefinitionsSeen = -1;
+    std::array<std::span<const uint8_t>, localTypeCount> pendingDefinition = {}; // whole messages within the source
+};
+
+// The part whose stretch of the file the walk is in; outside all of them there are no parts.
+std::span<Part> presentPart(PartsWalk& walk)
+{
+    int32_t seen = walk.mode == DivideMode::bySession ? walk.sessionsSeen
+                   : walk.mode == DivideMode::byLap   ? walk.lapsSeen
+                                                      : walk.recordDefinitionsSeen;
+    seen -= walk.firstPart;
+    if (seen < 0 || static_cast<size_t>(seen) >= walk.parts.size())
+        return {};
+    return std::span(walk.parts).subspan(static_cast<size_t>(seen), 1);
+}
+
+// The parts that keep a message.
+std::span<Part> keepers(PartsWalk& walk, uint16_t message)
+{
+    bool byAll = message == messageFileId || message == messageActivity ||
+                 (message == messageSession && walk.mode != DivideMode::bySession) ||
+                 (message == messageLap && walk.mode == DivideMode::byRecordDefinition);
+    return byAll ? std::span(walk.parts) : presentPart(walk);
+}
+
+// Returns the copy, empty where no FIT file can hold it any more.
+std::span<uint8_t> append(Part& part, std::span<const uint8_t> bytes)
+{
+    size_t start = part.block.size();
+    part.tooLarge = part.tooLarge || bytes.size() > largestDataSize - start;
+    if (part.tooLarge)
+        return {};
+    part.block.insert(part.block.end(), bytes.begin(), bytes.end());
+    return std::span(part.block).subspan(start);
+}
+
+void takeDefinition(PartsWalk& walk, const FitMessage& message)
+{
+    if (message.globalMessage() == messageFileId || message.globalMessage() == messageActivity) {
+        for (Part& part : walk.parts)
+            append(part, message.bytes);
+        return;
+    }
+    walk.pendingDefinition[message.localType] = message.bytes;
+    if (message.globalMessage() != messageRecord)
+        return;
+    walk.recordDefinitionsSeen++;
+    bool byAll = walk.mode != DivideMode::byRecordDefinition;
+    for (Part& part : byAll ? std::span(walk.parts) : presentPart(walk))
+        append(part, message.bytes);
+}
+
+// Writes a value less the one that the part's first record has.
+void writeFromFirst(const Part& part, uint32_t& first, uint32_t value, std::span<uint8_t> bytes, bool bigEndian)
+{
+    if (part.keptRecords == 0)
+        first = value;
+    writeUint32Field(bytes, value - first, bigEndian);
+}
+
+void patchRecordField(Part& part, uint8_t field, uint32_t value, std::span<uint8_t> bytes, bool bigEndian)
+{
+    switch (field) {
+    case 5: // distance
+        return writeFromFirst(part, part.firstDistance, value, bytes, bigEndian);
+    case 19: // cycles so far
+        return writeFromFirst(part, part.firstCycles, value, bytes, bigEndian);
+    case 253: // timestamp
+        if (part.keptRecords == 0)
+            part.firstTimestamp = value;
+        part.partTime = value;
+        part.partTimer = value - part.firstTimestamp;
+        return;
+    }
+}
+
+void patchActivityField(const Part& part, uint8_t field, std::span<uint8_t> bytes, bool bigEndian)
+{
+    switch (field) {
+    case 0: // total timer
+        return writeUint32Field(bytes, part.partTimer, bigEndian);
+    case 1: // sessions
+        return writeUint16Field(bytes, 1, bigEndian);
+    case 5: // local timestamp
+    case 253:
+        return writeUint32Field(bytes, part.partTime, bigEndian);
+    }
+}
+
+void takeSummaryField(Part& part, uint8_t field, uint32_t value)
+{
+    if (field == 8)
+        part.partTimer = value;
+    else if (field == 253)
+        part.partTime = value;
+}
+
+void patchField(Part& part, const FitMessage& message, const FieldDefinition& field, size_t offset,
+                std::span<uint8_t> bytes)
+{
+    bool bigEndian = message.definition->bigEndian();
+    uint32_t value = readUint32(message.payload, offset, bigEndian);
+    switch (message.globalMessage()) {
+    case messageSession:
+    case messageLap:
+        return takeSummaryField(part, field.number, value);
+    case messageRecord:
+        return patchRecordField(part, field.number, value, bytes, bigEndian);
+    case messageActivity:
+        return patchActivityField(part, field.number, bytes, bigEndian);
+    }
+}
+
+bool wantsOwnDefinition(uint16_t message)
+{
+    return message != messageFileId && message != messageActivity && message != messageRecord;
+}
+
+// Definitions stand in front of each message that needs one, not only of the first: the file stays valid.
+void copyKept(const PartsWalk& walk, Part& part, const FitMessage& message)
+{
+    if (wantsOwnDefinition(message.globalMessage()))
+        append(part, walk.pendingDefinition[message.localType]);
+    std::span<uint8_t> copy = append(part, message.bytes);
+    markManufacturer(message, copy);
+    applySport(message, copy, walk.output);
+    forEachCopiedField(message, copy, [&](const FieldDefinition& field, size_t offset, std::span<uint8_t> bytes) {
+        patchField(part, message, field, offset, bytes);
+    });
+}
+
+// A session or lap closes its part, so it is counted behind itself.
+void countData(PartsWalk& walk, uint16_t message)
+{
+    if (message == messageRecord)
+        for (Part& part : presentPart(walk))
+            part.keptRecords++;
+    walk.sessionsSeen += message == messageSession;
+    walk.lapsSeen += message == messageLap;
+}
+
+void takeMessage(PartsWalk& walk, const FitMessage& message)
+{
+    if (message.isDefinition)
+        return takeDefinition(walk, message);
+    for (Part& part : keepers(walk, message.globalMessage()))
+        copyKept(walk, part, message);
+    countData(walk, message.globalMessage());
+}
+
+// Parts from one number on, as many as a walk fills. 0, or fitInvalid as every walk.
+StatusCode fillParts(std::vector<Part>& parts, const FitImage& source, const OutputChoice& output,
+                     const DividePlan& plan, int32_t first)
+{
+    PartsWalk walk = {output, plan.mode, first,
+                      std::vector<Part>(static_cast<size_t>(std::min(partsPerWalk, plan.parts - first)))};
+    StatusCode code = walkMessages(source, [&](const FitMessage& message) { takeMessage(walk, message); });
+    parts = std::move(walk.parts);
+    return code;
+}
+
+} // namespace
+
+std::string dividedFileName(const std::string& basePath, int32_t part)
+{
+    size_t dot = std::min(basePath.rfind('.'), basePath.size());
+    return basePath.substr(0, dot) + formatText("_%03d", static_cast<int>(part)) + basePath.substr(dot);
+}
+
+int32_t dividedPartCount(const SourceFileInfo& source)
+{
+    return planDivision(source).parts;
+}
+
+Verdict checkDivide(ToolInputs& inputs, ParameterBlock&)
+{
+    Verdict verdict;
+    FitImage source = {};
+    if (!checkSourceHeader(inputs, source, verdict, "detect an invalid source file structure") ||
+        !checkActivity(inputs, source, verdict, "failed to read a source file which might be invalid structure"))
+        return verdict;
+    if (planDivision(inputs.files[0]).mode == DivideMode::none)
+        refuse(verdict, "error", "found no condition for divide a source file");
+    else
+        checkDestinationPath(inputs.files[toolDestination].path, verdict);
+    return verdict;
+}
+
+// The form of the parts' headers is that of the add tool's choice; the divide dialog's own form has no effect.
+ToolOutcome runDivide(ToolInputs& inputs, ParameterBlock& options)
+{
+    SourceFileInfo& info = inputs.files[0];
+    FitImage source = {};
+    if (StatusCode code = openSource(source, info); code != fitOk)
+        return {code, info.path};
+    DividePlan plan = planDivision(info);
+    FitImage destination = {};
+    std::vector<Part> parts;
+    std::string names;
+    for (int32_t k = 0; k < plan.parts; k++) {
+        if (k % partsPerWalk == 0)
+            if (StatusCode code = fillParts(parts, source, options.divideOutput, plan, k); code != fitOk)
+                return {code, info.path};
+        Part& part = parts[static_cast<size_t>(k % partsPerWalk)];
+        if (part.tooLarge)
+            return {fitSizeMismatch, info.path};
+        destination.data = std::exchange(part.block, {});
+        std::string path = dividedFileName(inputs.files[toolDestination].path, k);
+        if (!saveDestination(destination, source, options.addOutput, path))
+            return {fitDivideFailed, info.path};
+        names += (k == 0 ? "" : ", ");
+        names += reportedName(path);
+    }
+    return {fitDivided, names};
+}
+
+} // namespace torvane

@@ -1,0 +1,69 @@
+// The FIT tools: each a check, which the dialog runs when its confirming button is pressed, and a run for the worker.
+// A check answers in message boxes; a run answers in a code for the report. Neither shows anything itself.
+#pragma once
+
+#include "core/parameter_block.h"
+#include "core/verdict.h"
+#include "fit/fit_codes.h"
+#include "fit/fit_survey.h"
+
+#include <array>
+#include <string>
+
+namespace torvane {
+
+constexpr size_t toolSourceCount = 5; // only the combination has more than the first
+constexpr size_t toolDestination = 5;
+
+// The paths of one tool. The dialog fills in the paths; the check fills in the rest, which the run reads.
+struct ToolInputs {
+    std::array<SourceFileInfo, toolSourceCount + 1> files;
+};
+
+extern ToolInputs toolInputs;
+
+// Empties all paths: dialogs of tools never open with an earlier path.
+void clearToolInputs(ToolInputs& inputs);
+
+// What a run came to: the code and the file it is reported for.
+struct ToolOutcome {
+    StatusCode code = fitOk;
+    std::string path = {};       // whose name the report shows
+    bool reported = true;        // false: the panes stay as they are
+    std::vector<Box> boxes = {}; // to show at once
+};
+
+// Checks may complete the destination path with its extension, blank a source that is given twice, and clear an option
+// that the source does not allow (addLap ..., excludeLap ...): the form then shows the options again.
+// `options` are the form's own values. Boxes are to be shown in their order.
+Verdict checkCombine(ToolInputs& inputs, ParameterBlock& options);
+Verdict checkConvert(ToolInputs& inputs, ParameterBlock& options);
+Verdict checkAddMessages(ToolInputs& inputs, ParameterBlock& options);
+Verdict checkDivide(ToolInputs& inputs, ParameterBlock& options);
+Verdict checkExclude(ToolInputs& inputs, ParameterBlock& options);
+Verdict checkTimestamp(ToolInputs& inputs, ParameterBlock& options);
+Verdict checkFieldDump(ToolInputs& inputs, ParameterBlock& options);
+
+// Runs read the inputs that a passed check left, and the stored options. A destination is replaced whole or not at
+// all, so a tool may write over its own source.
+ToolOutcome runCombine(ToolInputs& inputs, ParameterBlock& options);
+ToolOutcome runConvert(ToolInputs& inputs, ParameterBlock& options);
+ToolOutcome runAddMessages(ToolInputs& inputs, ParameterBlock& options);
+ToolOutcome runDivide(ToolInputs& inputs, ParameterBlock& options);
+ToolOutcome runExclude(ToolInputs& inputs, ParameterBlock& options);
+// Clears the low byte of options.timestampOffset first when timestampTruncate is set.
+ToolOutcome runTimestamp(ToolInputs& inputs, ParameterBlock& options);
+ToolOutcome runFieldDump(ToolInputs& inputs, ParameterBlock& options);
+
+// A destination needs an existing folder and a name; a name that does not end in ".fit" or ".FIT" gets ".fit" appended
+// (".csv" for a dump). On a fault the box is added to verdict and false comes back.
+bool checkDestinationPath(std::string& path, Verdict& verdict);
+bool checkDumpDestination(std::string& path, Verdict& verdict);
+
+// Path of a part of a division, counted from 0: "_" and the number with at least three digits, in front of the
+// extension of the base path.
+std::string dividedFileName(const std::string& basePath, int32_t part);
+// How many parts a source gives, by the survey that its check made.
+int32_t dividedPartCount(const SourceFileInfo& source);
+
+} // namespace torvane

@@ -1,0 +1,126 @@
+#include "fit/fit_walk.h"
+
+#include "core/screens.h"
+
+namespace torvane {
+
+std::array<LocalDefinition, localTypeCount> localDefinitions;
+
+namespace {
+
+constexpr size_t definitionHead = 6; // header, reserved, architecture, message number, field count
+constexpr size_t tripleSize = 3;
+
+// Copies triples over the front of a slot's list. Returns the sum of their sizes.
+uint32_t takeTriples(std::span<const uint8_t> triples, std::array<FieldDefinition, maxFieldCount>& fields)
+{
+    uint32_t total = 0;
+    for (size_t i = 0; i * tripleSize < triples.size(); ++i) {
+        const uint8_t* triple = triples.data() + i * tripleSize;
+        fields[i] = {triple[0], triple[1], triple[2]};
+        total += triple[1];
+    }
+    return total;
+}
+
+// Length of the definition message that these bytes start with; 0 when they end before it does.
+size_t definitionLength(std::span<const uint8_t> bytes)
+{
+    if (bytes.size() < definitionHead)
+        return 0;
+    size_t length = definitionHead + tripleSize * bytes[5];
+    if ((bytes[0] & headerDeveloperPart) != 0) {
+        if (length >= bytes.size())
+            return 0;
+        length += 1 + tripleSize * bytes[length];
+    }
+    return length <= bytes.size() ? length : 0;
+}
+
+bool takeDefinition(std::span<const uint8_t> rest, FitMessage& message)
+{
+    size_t length = definitionLength(rest);
+    if (length == 0)
+        return false;
+    message.bytes = rest.first(length);
+    message.payload = {};
+    message.localType = message.header & headerLocalType;
+    message.compressed = false;
+
+    LocalDefinition& slot = localDefinitions[message.localType];
+    slot.header = message.header;
+    slot.localType = message.localType;
+    slot.architecture = rest[2];
+    slot.globalMessage = readUint16(rest, 3, slot.bigEndian());
+    slot.fieldCount = rest[5];
+    size_t fieldEnd = definitionHead + tripleSize * slot.fieldCount;
+    slot.fieldBytes = takeTriples(rest.subspan(definitionHead, tripleSize * slot.fieldCount), slot.fields);
+    bool developerPart = fieldEnd < length;
+    slot.developerFieldCount = developerPart ? rest[fieldEnd] : 0;
+    slot.developerBytes = developerPart ? takeTriples(message.bytes.subspan(fieldEnd + 1), slot.developerFields) : 0;
+    message.definition = &slot;
+    return true;
+}
+
+bool takeData(std::span<const uint8_t> rest, FitMessage& message)
+{
+    message.compressed = (message.header & headerCompressed) != 0;
+    message.localType = message.compressed ? message.header >> 5 & 3 : message.header & headerLocalType;
+    const LocalDefinition& slot = localDefinitions[message.localType];
+    size_t length = 1 + size_t{slot.fieldBytes} + slot.developerBytes;
+    if (length > rest.size())
+        return false;
+    message.bytes = rest.first(length);
+    message.payload = message.bytes.subspan(1);
+    message.definition = &slot;
+    return true;
+}
+
+bool isDefinition(const FitWalk& walk, uint8_t header)
+{
+    bool compressed = walk.compressedFirst && (header & headerCompressed) != 0;
+    return (header & headerDefinition) != 0 && !compressed;
+}
+
+void showProgress(FitWalk& walk)
+{
+    size_t percent = walk.position * 100 / walk.block.size();
+    reportProgress(static_cast<int>(percent));
+    walk.progressAt = ((percent + 1) * walk.block.size() + 99) / 100;
+}
+
+} // namespace
+
+void clearLocalDefinitions()
+{
+    localDefinitions = {};
+}
+
+FitWalk startWalk(const FitImage& image)
+{
+    clearLocalDefinitions();
+    return resumeWalk(image, 0);
+}
+
+FitWalk resumeWalk(const FitImage& image, size_t position)
+{
+    return {image.data, position, position};
+}
+
+WalkStep nextMessage(FitWalk& walk, FitMessage& message)
+{
+    if (walk.position >= walk.block.size())
+        return walk.position == walk.block.size() ? WalkStep::end : WalkStep::fault;
+    std::span<const uint8_t> rest = walk.block.subspan(walk.position);
+    message.header = rest[0];
+    message.offset = walk.position;
+    message.isDefinition = isDefinition(walk, message.header);
+    if (!(message.isDefinition ? takeDefinition(rest, message) : takeData(rest, message)))
+        return WalkStep::fault;
+    walk.position += message.bytes.size();
+    if (walk.position >= walk.progressAt)
+        showProgress(walk);
+    return WalkStep::message;
+}
+
+} // namespace torvane

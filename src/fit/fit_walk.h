@@ -1,0 +1,152 @@
+// The one walk over the messages of a data block. Every pass, the writer and every tool go through it, so what a header
+// byte means and where a block ends is decided here. It decodes no field.
+//
+// Bit 6 of a header byte is looked at first: a compressed timestamp header of local type 2 or 3 is taken for a
+// definition, so only local types 0 and 1 can carry compressed timestamps.
+// A local type that was never defined has no fields: its data messages are one byte long.
+// A message that runs past the end of the block is a fault; no byte outside the block is ever read.
+#pragma once
+
+#include "fit/fit_bytes.h"
+#include "fit/fit_image.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+namespace torvane {
+
+// Global message numbers that a walk acts on.
+enum GlobalMessage : uint16_t {
+    messageFileId = 0,
+    messageSession = 18,
+    messageLap = 19,
+    messageRecord = 20,
+    messageEvent = 21,
+    messageActivity = 34,
+    messageLength = 101,
+};
+
+// Bits of a message's header byte.
+constexpr uint8_t headerDefinition = 0b0100'0000;
+constexpr uint8_t headerCompressed = 0b1000'0000;    // of a data message
+constexpr uint8_t headerDeveloperPart = 0b0010'0000; // of a definition
+constexpr uint8_t headerLocalType = 0b0000'1111;
+
+struct FieldDefinition {
+    uint8_t number;
+    uint8_t size; // bytes
+    uint8_t baseType;
+};
+
+constexpr int localTypeCount = 16;
+constexpr int maxFieldCount = 255;
+
+// The present meaning of a local message type. Overwritten in place by a new definition: triples behind fieldCount are
+// what longer earlier definitions left there.
+struct LocalDefinition {
+    uint8_t header; // of the definition message
+    uint8_t localType;
+    uint8_t architecture; // 0 little-endian, any other value big-endian
+    uint16_t globalMessage;
+    uint8_t fieldCount;
+    uint8_t developerFieldCount; // 0 without headerDeveloperPart
+    std::array<FieldDefinition, maxFieldCount> fields;
+    std::array<FieldDefinition, maxFieldCount> developerFields;
+    uint32_t fieldBytes;     // sum of the sizes of fields
+    uint32_t developerBytes; // sum of the sizes of developerFields
+
+    bool bigEndian() const
+    {
+        return architecture != 0;
+    }
+    bool defined() const
+    {
+        return (header & headerDefinition) != 0;
+    }
+    std::span<const FieldDefinition> fieldList() const
+    {
+        return {fields.data(), fieldCount};
+    }
+    std::span<const FieldDefinition> developerFieldList() const
+    {
+        return {developerFields.data(), developerFieldCount};
+    }
+};
+
+// Shared by all walks; after a walk it holds the last definition of each local type.
+extern std::array<LocalDefinition, localTypeCount> localDefinitions;
+
+// Zeroes all slots: definitions of an earlier file must not leak into a walk.
+void clearLocalDefinitions();
+
+// One message, as a view into the block. Valid as long as the block; `definition` until the slot is overwritten.
+struct FitMessage {
+    bool isDefinition;
+    bool compressed; // a data message with a compressed timestamp header
+    uint8_t header;
+    uint8_t localType;
+    size_t offset;                     // of the header byte in the block
+    std::span<const uint8_t> bytes;    // the whole message
+    std::span<const uint8_t> payload;  // of a data message: behind the header byte, developer bytes at its end
+    const LocalDefinition* definition; // its slot; for a definition message already with the new content
+
+    uint16_t globalMessage() const
+    {
+        return definition->globalMessage;
+    }
+    bool isData(uint16_t global) const
+    {
+        return !isDefinition && definition->globalMessage == global;
+    }
+    bool defines(uint16_t global) const
+    {
+        return isDefinition && definition->globalMessage == global;
+    }
+};
+
+enum class WalkStep { message, end, fault };
+
+struct FitWalk {
+    std::span<const uint8_t> block;
+    size_t position;   // of the next message
+    size_t progressAt; // position at which the progress bar moves on by a whole percent
+    // Bit 7 of a header byte is looked at first: compressed timestamps of local types 2 and 3 are what they are.
+    bool compressedFirst = false;
+};
+
+// A walk from the first message on, with all slots cleared.
+FitWalk startWalk(const FitImage& image);
+// A walk from a position on, with the slots as they stand.
+FitWalk resumeWalk(const FitImage& image, size_t position);
+
+// Takes the next message and moves on behind it, the progress bar with it; a definition is put into its slot. On a
+// fault the position stays and the slots are unchanged.
+WalkStep nextMessage(FitWalk& walk, FitMessage& message);
+
+// Visits all messages of an image from the first on. 0, or fitInvalid when the walk does not end on the end of the
+// block.
+template <class Visit>
+StatusCode walkMessages(const FitImage& image, Visit&& visit)
+{
+    FitWalk walk = startWalk(image);
+    FitMessage message;
+    WalkStep step;
+    while ((step = nextMessage(walk, message)) == WalkStep::message)
+        visit(static_cast<const FitMessage&>(message));
+    return step == WalkStep::end ? fitOk : fitInvalid;
+}
+
+// Visits the fields of a data message in the order of its definition: visit(field definition, offset in the payload).
+template <class Visit>
+void forEachField(const FitMessage& message, Visit&& visit)
+{
+    size_t offset = 0;
+    for (const FieldDefinition& field : message.definition->fieldList()) {
+        visit(field, offset);
+        offset += field.size;
+    }
+}
+
+} // namespace torvane

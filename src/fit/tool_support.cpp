@@ -1,0 +1,114 @@
+// What the checks and runs of the FIT tools share.
+#include "fit/tool_support.h"
+
+#include "core/files.h"
+#include "fit/fit_types.h"
+
+#include <algorithm>
+
+namespace torvane {
+
+ToolInputs toolInputs;
+
+namespace {
+
+bool checkHeaderForm(const FitImage& source, const OutputChoice& output, Verdict& verdict)
+{
+    int headerSize = source.headerBytes[0];
+    if (headerSize == legacyHeaderSize && output.fitFormat == formLegacy)
+        return refuse(verdict, "warning", "no need to convert cause the source file is formated as legacy format");
+    if (headerSize == modernHeaderSize && output.fitFormat == formModern)
+        return refuse(verdict, "warning", "no need to convert cause the source file is formated as modern format");
+    if (headerSize != legacyHeaderSize && headerSize != modernHeaderSize)
+        return refuse(verdict, "error", "detected an invalid source file structure");
+    return true;
+}
+
+} // namespace
+
+void clearToolInputs(ToolInputs& inputs)
+{
+    inputs = {};
+}
+
+bool refuse(Verdict& verdict, const char* title, const char* text)
+{
+    verdict.passed = false;
+    verdict.boxes.push_back({title, text});
+    return false;
+}
+
+bool findSource(SourceFileInfo& info)
+{
+    if (fileExists(info.path))
+        return true;
+    std::string other = info.path;
+    std::replace(other.begin(), other.end(), '\\', '/');
+    if (!fileExists(other))
+        return false;
+    info.path = other;
+    return true;
+}
+
+bool checkSourceHeader(ToolInputs& inputs, FitImage& source, Verdict& verdict, const char* headerFault)
+{
+    for (SourceFileInfo& info : inputs.files)
+        clearSurvey(info);
+    if (!findSource(inputs.files[0]))
+        return refuse(verdict, "error", "not existing a source file");
+    if (readFitHeader(source, inputs.files[0].path) != fitOk)
+        return refuse(verdict, "error", headerFault);
+    return true;
+}
+
+bool checkActivity(ToolInputs& inputs, FitImage& source, Verdict& verdict, const char* surveyFault)
+{
+    if (surveyFitFile(source, inputs.files[0]) != fitOk)
+        return refuse(verdict, "error", surveyFault);
+    if (inputs.files[0].fileType != fileTypeActivity)
+        return refuse(verdict, "error", "found an invalid file id type of a source file");
+    return true;
+}
+
+bool endsWithDefinitionOf(uint16_t message)
+{
+    for (const LocalDefinition& slot : localDefinitions)
+        if (slot.globalMessage == message)
+            return true;
+    return false;
+}
+
+Verdict checkSameSizeTool(ToolInputs& inputs, const OutputChoice& output)
+{
+    Verdict verdict;
+    FitImage source = {};
+    if (!checkSourceHeader(inputs, source, verdict, "detect an invalid source file structure"))
+        return verdict;
+    if (output.convertEnabled != 0 && !checkHeaderForm(source, output, verdict))
+        return verdict;
+    checkDestinationPath(inputs.files[toolDestination].path, verdict);
+    return verdict;
+}
+
+StatusCode openSource(FitImage& source, SourceFileInfo& info)
+{
+    if (StatusCode code = loadFitImage(source, info.path); code != fitOk)
+        return code;
+    return surveyFitMessages(source, info);
+}
+
+bool saveDestination(FitImage& destination, const FitImage& source, const OutputChoice& output, const std::string& path)
+{
+    destination.dataSize = static_cast<int32_t>(destination.data.size());
+    buildFitHeader(destination, source, headerForm(output.convertEnabled, output.fitFormat));
+    destination.fileCrc = fitCrc(destination);
+    return writeFitFile(destination, path) == 0;
+}
+
+void applySport(const FitMessage& message, std::span<uint8_t> copy, const OutputChoice& output)
+{
+    if (output.sportEnabled != 0)
+        setSport(message, copy, sportValue(output.sportIndex));
+}
+
+} // namespace torvane

@@ -1,0 +1,82 @@
+// Values and "invalid" markers of every base type, in both byte orders.
+#include "fit/base_type.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <vector>
+
+namespace torvane {
+
+TEST(BaseType, TellsValuesFromMarkers)
+{
+    struct Case {
+        uint8_t baseType;
+        std::vector<uint8_t> littleEndian;
+        std::optional<int64_t> value;
+    };
+    const Case cases[] = {
+        {0x00, {0xFF}, {}},
+        {0x00, {0xFE}, 254},
+        {0x01, {0x7F}, {}},
+        {0x01, {0xFF}, -1},
+        {0x02, {0xFF}, {}},
+        {0x83, {0xFF, 0x7F}, {}},
+        {0x83, {0x00, 0x80}, -32768},
+        {0x84, {0xFF, 0xFF}, {}},
+        {0x84, {0x34, 0x12}, 0x1234},
+        {0x85, {0xFF, 0xFF, 0xFF, 0x7F}, {}},
+        {0x85, {0xFE, 0xFF, 0xFF, 0xFF}, -2},
+        {0x86, {0xFF, 0xFF, 0xFF, 0xFF}, {}},
+        {0x86, {0x78, 0x56, 0x34, 0x12}, 0x12345678},
+        {0x88, {0xFF, 0xFF, 0xFF, 0xFF}, {}},
+        {0x88, {0x00, 0x00, 0x20, 0xC1}, -10},
+        {0x89, {0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF}, {}},
+        {0x89, {0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0xF8, 0x3F}, 2}, // 1.5
+        {0x0A, {0x00}, {}},
+        {0x0A, {0xFF}, 255},
+        {0x8B, {0x00, 0x00}, {}},
+        {0x8C, {0x00, 0x00, 0x00, 0x00}, {}},
+        {0x0D, {0xFF}, {}},
+        {0x8E, {0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0x7F}, {}},
+        {0x8F, {0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF}, {}},
+        {0x8F, {0x01, 0x00, 0x00, 0x00, 0x01, 0x00, 0x00, 0x00}, 0x100000001},
+        {0x90, {0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00}, {}},
+        {0x02, {0x78, 0x56, 0x34, 0x12}, 0x12345678}, // another width than the type's
+        {0x02, {0x01, 0x02, 0x03}, {}},               // no number's width
+    };
+    for (const Case& c : cases) {
+        for (bool bigEndian : {false, true}) {
+            std::vector<uint8_t> bytes = c.littleEndian;
+            if (bigEndian)
+                std::ranges::reverse(bytes);
+            uint8_t size = static_cast<uint8_t>(bytes.size());
+            NumberReader reader = numberReader({0, size, c.baseType}, 1, bigEndian, false);
+            bytes.insert(bytes.begin(), 0xAA);
+            EXPECT_EQ(readValue(bytes, reader), c.value) << int{c.baseType} << " " << bigEndian;
+            bytes.pop_back();
+            EXPECT_EQ(readValue(bytes, reader), std::nullopt);
+        }
+    }
+}
+
+TEST(BaseType, KnowsFieldsThatHoldNothing)
+{
+    struct Case {
+        uint8_t baseType;
+        std::vector<uint8_t> bytes;
+        bool nothing;
+    };
+    const Case cases[] = {
+        {0x84, {0xFF, 0xFF, 0xFF, 0xFF}, true},
+        {0x84, {0xFF, 0xFF, 0xFE, 0xFF}, false},
+        {0x07, {0, 0, 0}, true},
+        {0x07, {'a', 0, 0}, false},
+        {0x84, {0xFF, 0xFF, 0xFF}, false}, // no whole number of elements
+        {0x1F, {0xFF}, false},             // no known type
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(holdsNothing(c.bytes, c.baseType, false), c.nothing) << int{c.baseType};
+}
+
+} // namespace torvane

@@ -1,0 +1,45 @@
+// What tests of FIT files need beside the builder: bytes to and from files, and a folder for them.
+#pragma once
+
+#include "rides/fit_builder.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <unistd.h>
+
+namespace torvane {
+
+inline void writeBytes(const std::string& path, const Bytes& bytes)
+{
+    std::ofstream(path, std::ios::binary).write(reinterpret_cast<const char*>(bytes.data()), std::ssize(bytes));
+}
+
+inline Bytes bytesOf(const std::string& path)
+{
+    std::ifstream in(path, std::ios::binary);
+    return Bytes(std::istreambuf_iterator<char>(in), {});
+}
+
+// A folder of its own for each test and process, gone with it.
+struct TestFolder {
+    std::string path; // ends in "/"
+
+    TestFolder()
+    {
+        const testing::TestInfo* test = testing::UnitTest::GetInstance()->current_test_info();
+        path = testing::TempDir() + "torvane-" + std::to_string(getpid()) + "-" + test->test_suite_name() + "-" +
+               test->name() + "/";
+        std::filesystem::remove_all(path);
+        std::filesystem::create_directories(path);
+    }
+    ~TestFolder()
+    {
+        std::filesystem::remove_all(path);
+    }
+};
+
+} // namespace torvane

@@ -1,0 +1,180 @@
+// Convert, exclude, increase timestamp: whole outputs against files built by hand, in both architectures.
+#include "tool_fixture.h"
+
+#include <fstream>
+
+namespace torvane {
+
+namespace {
+
+class RewriteTools : public testing::TestWithParam<bool> {
+protected:
+    bool bigEndian = GetParam();
+    ToolBench bench;
+};
+
+INSTANTIATE_TEST_SUITE_P(Architecture, RewriteTools, testing::Bool(),
+                         [](const auto& which) { return which.param ? "big" : "little"; });
+
+// Every speed that the tool knows, once in its own width; a speed of two bytes also wider than it is.
+FitBuilder speeds(bool bigEndian, int manufacturer, const std::vector<int64_t>& record,
+                  const std::vector<int64_t>& summary, int64_t wide)
+{
+    FitBuilder file = fitFile(bigEndian, 4, manufacturer);
+    file.define(1, 20, {{253, 4}, {6, 2}, {73, 4}, {17, 3}, {32, 2}}, bigEndian, {{6, 2}, {73, 1}});
+    file.message(1, record).compressed(1, 7, record);
+    file.define(2, 18, {{5, 1}, {14, 2}, {15, 2}, {124, 4}, {125, 4}, {13, 2}}, bigEndian).message(2, summary);
+    file.define(3, 19, {{25, 1}, {13, 2}, {14, 2}, {110, 4}, {111, 4}, {15, 2}}, bigEndian).message(3, summary);
+    file.define(4, 65000, {{6, 2}, {253, 4}}, bigEndian).message(4, {36000, 36000});
+    file.define(1, 20, {{6, 4}}, bigEndian).message(1, {wide});
+    return file;
+}
+
+TEST_P(RewriteTools, ConvertSpeedUnit)
+{
+    bench.options.convertSpeedUnit = 1;
+    std::vector<int64_t> record = {36000, 36000, 0xFFFFFFFF, 0x6C4824, -35, 36000, 36};
+    std::vector<int64_t> halfRecord = {36000, 10000, 1193046470, 0x00000A, -9, 36000, 36}; // 4294967295 / 3.6
+    if (bigEndian) {
+        record[3] = 0x24486C;
+        halfRecord[3] = 0x0A0000; // of the one-second speeds the first byte counts
+    }
+    // A wide field is read as two bytes at its start, and filled with zeros.
+    int64_t wide = bigEndian ? int64_t{36000} << 16 : 36000;
+    bench.from(speeds(bigEndian, 0x1234, record, {2, 36000, 3601, 7200, 3599, 36000}, wide).file());
+    ASSERT_EQ(bench.run(checkConvert, runConvert), fitConverted);
+    EXPECT_EQ(
+        bench.output(),
+        speeds(bigEndian, markedManufacturer(bigEndian), halfRecord, {2, 10000, 1000, 2000, 999, 36000}, 10000).file());
+}
+
+TEST_P(RewriteTools, ConvertSportAlone)
+{
+    bench.options.convertOutput = {.convertEnabled = 0, .fitFormat = 0, .sportEnabled = 1, .sportIndex = 7};
+    auto file = [&](int manufacturer, int session, int lap) {
+        FitBuilder built = fitFile(bigEndian, 4, manufacturer);
+        built.define(3, 18, {{25, 1}, {5, 3}}, bigEndian).message(3, {1, session}); // a sport in three bytes
+        built.define(3, 19, {{5, 1}, {25, 1}}, bigEndian).message(3, {1, lap});
+        return built.file(12);
+    };
+    bench.from(file(1, 0x020202, 2));
+    ASSERT_EQ(bench.run(checkConvert, runConvert), fitConverted);
+    EXPECT_EQ(bench.output(), file(markedManufacturer(bigEndian), 8, 8));
+}
+
+TEST_P(RewriteTools, LegacyToModernAndBack)
+{
+    FitBuilder file = fitFile(bigEndian);
+    file.define(1, 20, {{253, 4}, {6, 2}}, bigEndian, {{0, 3}}).message(1, {5, 6, 7});
+    FitBuilder marked = fitFile(bigEndian, 4, markedManufacturer(bigEndian));
+    marked.define(1, 20, {{253, 4}, {6, 2}}, bigEndian, {{0, 3}}).message(1, {5, 6, 7});
+    bench.from(file.file(12)).options.convertOutput = {
+        .convertEnabled = 1, .fitFormat = 1, .sportEnabled = 0, .sportIndex = 0};
+    ASSERT_EQ(bench.run(checkConvert, runConvert), fitConverted);
+    EXPECT_EQ(bench.output(), marked.file(14));
+    bench.from(bench.output()).options.convertOutput.fitFormat = 0;
+    ASSERT_EQ(bench.run(checkConvert, runConvert), fitConverted);
+    EXPECT_EQ(bench.output(), marked.file(12)) << "differs from the first in file_id and CRC alone";
+}
+
+TEST_P(RewriteTools, ExcludeEachKind)
+{
+    enum : int { lap = 1, session = 2, activity = 4 };
+    auto file = [&](int excluded, int sport, int sessions) {
+        FitBuilder built = fitFile(bigEndian);
+        built.define(1, 20, {{253, 4}}, bigEndian).message(1, {1000});
+        built.define(2, 21, {{253, 4}}, bigEndian).message(2, {1000});
+        if (!(excluded & lap))
+            built.define(3, 19, {{25, 1}}, bigEndian).message(3, {sport});
+        built.message(1, {1001});
+        if (!(excluded & lap))
+            built.message(3, {sport});
+        if (!(excluded & session))
+            built.define(3, 18, {{5, 1}}, bigEndian, {{1, 2}}).message(3, {sport, 77});
+        if (!(excluded & activity))
+            built.define(5, 34, {{0, 4}, {1, 4}}, bigEndian).message(5, {500, sessions});
+        return built.file();
+    };
+    bench.options.excludeOutput.sportIndex = 1;
+    // A lap cannot be asked for here: its local type is the session's in the end.
+    for (int excluded : {int{session}, int{activity}, session | activity}) {
+        bench.options.excludeOutput.sportEnabled = excluded == session;
+        bench.options.excludeSession = (excluded & session) != 0;
+        bench.options.excludeActivity = (excluded & activity) != 0;
+        bench.from(file(0, 2, 0x01020304));
+        ASSERT_EQ(bench.run(checkExclude, runExclude), fitAdded);
+        EXPECT_EQ(bench.output(), file(excluded, excluded == session ? 1 : 2, 0)) << excluded;
+    }
+    bench.options = {};
+    bench.options.excludeLap = 1;
+    bench.from(file(session, 2, 3));
+    ASSERT_EQ(bench.run(checkExclude, runExclude), fitAdded);
+    EXPECT_EQ(bench.output(), file(session | lap, 2, 3));
+}
+
+FitBuilder times(bool bigEndian, int manufacturer, int64_t shift)
+{
+    FitBuilder file;
+    auto at = [&](int64_t time) { return (time + shift) & 0xFFFFFFFF; };
+    std::vector<FitBuilder::Field> fields = {{2, 4}, {253, 4}, {5, 4}, {4, 4}};
+    file.define(0, 0, {{4, 4}, {1, 2}, {253, 4}}, bigEndian).message(0, {at(10), manufacturer, 10});
+    file.define(1, 20, fields, bigEndian).message(1, {10, at(10), 10, 10}).compressed(1, 30, {10, at(10), 10, 10});
+    file.define(2, 18, fields, bigEndian).message(2, {at(10), at(11), 12, 13});
+    file.define(3, 19, fields, bigEndian).message(3, {at(10), at(11), 12, 13});
+    file.define(4, 101, fields, bigEndian).message(4, {at(10), at(11), 12, 13});
+    file.define(5, 34, fields, bigEndian).message(5, {10, at(11), at(12), 13});
+    file.define(6, 999, fields, bigEndian, {{253, 4}}).message(6, {10, at(11), 12, 13, 14});
+    return file;
+}
+
+TEST_P(RewriteTools, TimestampShiftAndItsComplement)
+{
+    int marked = markedManufacturer(bigEndian);
+    bench.options.timestampOffset = 86400;
+    bench.from(times(bigEndian, 7, 0).file());
+    ASSERT_EQ(bench.run(checkTimestamp, runTimestamp), fitConverted);
+    EXPECT_EQ(bench.output(), times(bigEndian, marked, 86400).file());
+    bench.from(bench.output()).options.timestampOffset = -86400;
+    ASSERT_EQ(bench.run(checkTimestamp, runTimestamp), fitConverted);
+    EXPECT_EQ(bench.output(), times(bigEndian, marked, 0).file());
+}
+
+TEST_P(RewriteTools, TimestampTruncatedToItsUpperBytes)
+{
+    bench.options.timestampOffset = 3600; // 0xE10
+    bench.options.timestampTruncate = 1;
+    bench.from(times(bigEndian, 7, 0).file());
+    ASSERT_EQ(bench.run(checkTimestamp, runTimestamp), fitConverted);
+    EXPECT_EQ(bench.output(), times(bigEndian, markedManufacturer(bigEndian), 3584).file());
+    EXPECT_EQ(bench.options.timestampOffset, 3584);
+}
+
+TEST(RewriteToolFaults, ReportedForTheSourceAndLeaveTheDestinationAlone)
+{
+    struct Case {
+        Check check;
+        ToolRun run;
+        StatusCode code;
+    };
+    for (Case c : {Case{checkConvert, runConvert, fitConvertFailed},
+                   {checkTimestamp, runTimestamp, fitConvertFailed},
+                   {checkExclude, runExclude, fitAddFailed}}) {
+        ToolBench bench;
+        Bytes source = fitFile().file();
+        bench.from(source);
+        std::filesystem::create_directory(bench.folder.path + "out.fit");
+        EXPECT_EQ(bench.run(c.check, c.run), c.code); // a folder stands in the way
+        EXPECT_EQ(bench.outcome.path, bench.inputs.files[0].path);
+        bench.to("in0.fit"); // the source itself
+        EXPECT_LE(fitConverted, bench.run(c.check, c.run));
+        source.back() ^= 1;
+        Bytes kept = source;
+        bench.from(source);
+        EXPECT_EQ(c.run(bench.inputs, bench.options).code, fitWrongCrc);
+        EXPECT_EQ(bench.output("in0.fit"), kept);
+    }
+}
+
+} // namespace
+
+} // namespace torvane

@@ -1,0 +1,255 @@
+// Every refusal of every tool, in its order: each test starts with all faults at once and mends one after the other.
+#include "tool_fixture.h"
+
+namespace torvane {
+
+namespace {
+
+using Boxes = std::vector<std::string>;
+
+const Bytes noFit = {14, 0x10, 0, 0, 0, 0, 0, 0, 'G', 'P', 'X', '!', 0, 0};
+
+FitBuilder ride(std::vector<int64_t> times, std::vector<FitBuilder::Field> moreFields = {})
+{
+    FitBuilder file = fitFile();
+    std::vector<FitBuilder::Field> fields = {{253, 4, 0x86}};
+    fields.insert(fields.end(), moreFields.begin(), moreFields.end());
+    file.define(1, 20, fields);
+    for (int64_t time : times) {
+        std::vector<int64_t> values(fields.size(), 0);
+        values[0] = time;
+        file.message(1, values);
+    }
+    return file;
+}
+
+Bytes withBrokenCrc(Bytes file)
+{
+    file.back() ^= 0xFF;
+    return file;
+}
+
+TEST(ToolChecks, Destination)
+{
+    ToolBench bench;
+    struct Case {
+        const char* path; // behind the folder
+        const char* becomes;
+        const char* box;
+    };
+    constexpr Case cases[] = {
+        {"ride.fit", "ride.fit", ""},
+        {"ride.FIT", "ride.FIT", ""},
+        {"ride.Fit", "ride.Fit.fit", ""},
+        {"ride.gpx", "ride.gpx.fit", ""},
+        {"ride", "ride.fit", ""},
+        {"", "", "not existing filename for a destination file"},
+        {"none/ride.fit", "none/ride.fit", "not existing directory for a destination file"},
+    };
+    for (const Case& c : cases) {
+        std::string path = bench.folder.path + c.path;
+        Verdict verdict;
+        EXPECT_EQ(checkDestinationPath(path, verdict), *c.box == 0) << c.path;
+        EXPECT_EQ(path, bench.folder.path + c.becomes);
+        EXPECT_EQ(verdict.boxes.empty() ? "" : verdict.boxes[0].text, c.box);
+    }
+    std::string dump = bench.folder.path + "dump.fit", upper = bench.folder.path + "DUMP.CSV", bare = "ride.fit";
+    Verdict verdict;
+    EXPECT_TRUE(checkDumpDestination(dump, verdict) && checkDumpDestination(upper, verdict));
+    EXPECT_EQ(dump, bench.folder.path + "dump.fit.csv");
+    EXPECT_EQ(upper, bench.folder.path + "DUMP.CSV");
+    EXPECT_FALSE(checkDestinationPath(bare, verdict));
+}
+
+TEST(ToolChecks, Combine)
+{
+    ToolBench bench;
+    auto refusal = [&] { return bench.boxes(checkCombine); };
+    std::string& first = bench.inputs.files[0].path;
+    first = bench.folder.path + "missing.fit";
+    bench.from(withBrokenCrc(ride({100, 101}).file()), 2).to("none/out.fit");
+    EXPECT_EQ(refusal(), Boxes{"error: found an invalid fullpath of a source file"});
+    first = bench.inputs.files[2].path;
+    EXPECT_EQ(refusal(), Boxes{"error: too few source file for combine fit files"});
+    EXPECT_EQ(bench.inputs.files[2].path, "") << "the same file twice counts once";
+    first = bench.write("course.fit", fitFile(false, 6).file());
+    bench.inputs.files[2].path = bench.folder.path + "in2.fit";
+    EXPECT_EQ(refusal(), Boxes{"error: not existing directory for a destination file"});
+    bench.to("");
+    EXPECT_EQ(refusal(), Boxes{"error: not existing filename for a destination file"});
+    bench.to("out");
+    EXPECT_EQ(refusal(), Boxes{"error: failed to read a source file which might be invalid structure"});
+    bench.from(ride({2000, 500}, {{13, 1}}).file(), 2);
+    EXPECT_EQ(refusal(), Boxes{"error: found an invalid file id type of a source file"});
+    first = bench.write("ride.fit", ride({1000, 1001}).file());
+    EXPECT_EQ(refusal(), Boxes{"error: found timestamp duplication between source files"});
+    bench.from(ride({900, 905}, {{13, 1}}).file(), 2); // overlaps, which is no fault
+    EXPECT_EQ(refusal(),
+              Boxes{"error: found different condition about existings of remarkable fields between source files"});
+    bench.from(ride({900, 905}).file(), 2);
+    EXPECT_EQ(refusal(), Boxes{"error: found different recording time-intervals between source files"});
+    bench.from(ride({900, 901}).file(), 2);
+    EXPECT_EQ(refusal(), Boxes{});
+    EXPECT_EQ(bench.inputs.files[toolDestination].path, bench.folder.path + "out.fit");
+}
+
+// The conversion and the shift share their check but not their options.
+TEST(ToolChecks, ConvertAndTimestamp)
+{
+    struct Case {
+        Check check;
+        OutputChoice ParameterBlock::*output;
+    };
+    for (Case c :
+         {Case{checkConvert, &ParameterBlock::convertOutput}, {checkTimestamp, &ParameterBlock::timestampOutput}}) {
+        ToolBench bench;
+        auto refusal = [&] { return bench.boxes(c.check); };
+        OutputChoice& output = bench.options.*c.output;
+        output.convertEnabled = 1;
+        bench.to("none/out.fit");
+        EXPECT_EQ(refusal(), Boxes{"error: not existing a source file"});
+        EXPECT_EQ(bench.from(noFit).boxes(c.check), Boxes{"error: detect an invalid source file structure"});
+        bench.from(withBrokenCrc(ride({}).file(12))); // only the header is looked at
+        EXPECT_EQ(refusal(), Boxes{"warning: no need to convert cause the source file is formated as legacy format"});
+        output.fitFormat = 1;
+        EXPECT_EQ(refusal(), Boxes{"error: not existing directory for a destination file"});
+        bench.from(ride({}).file(14));
+        EXPECT_EQ(refusal(), Boxes{"warning: no need to convert cause the source file is formated as modern format"});
+        bench.from(ride({}).file(13));
+        EXPECT_EQ(refusal(), Boxes{"error: detected an invalid source file structure"});
+        output.convertEnabled = 0;
+        EXPECT_EQ(refusal(), Boxes{"error: not existing directory for a destination file"});
+        EXPECT_EQ(bench.to("out.fit").boxes(c.check), Boxes{});
+    }
+}
+
+// The steps that adding, dividing and excluding begin with. Leaves a good header and CRC, and a course.
+void checkActivityRefusals(ToolBench& bench, Check check, const char* surveyRefusal)
+{
+    bench.to("none/out.fit");
+    EXPECT_EQ(bench.boxes(check), Boxes{"error: not existing a source file"});
+    EXPECT_EQ(bench.from(noFit).boxes(check), Boxes{"error: detect an invalid source file structure"});
+    Bytes course = fitFile(false, 6).file();
+    EXPECT_EQ(bench.from(withBrokenCrc(course)).boxes(check), Boxes{surveyRefusal});
+    FitBuilder cut = fitFile();
+    cut.put(0x40); // the definition ends with the block
+    EXPECT_EQ(bench.from(cut.file()).boxes(check), Boxes{surveyRefusal});
+    EXPECT_EQ(bench.from(course).boxes(check), Boxes{"error: found an invalid file id type of a source file"});
+}
+
+TEST(ToolChecks, AddMessages)
+{
+    ToolBench bench;
+    bench.options.addLap = bench.options.addSession = bench.options.addActivity = 1;
+    checkActivityRefusals(bench, checkAddMessages,
+                          "error: failed to read a source file which might be an invalid structure");
+    FitBuilder summaries = fitFile();
+    summaries.define(5, 34, {}).define(2, 18, {}).define(9, 19, {});
+    EXPECT_EQ(
+        bench.from(summaries.file()).boxes(checkAddMessages),
+        (Boxes{"warning: session message is already existing in a source file",
+               "warning: activity message is already existing in a source file",
+               "warning: lap message is already existing in a source file", "error: not existing record message"}))
+        << "in the order of local types, and then the other checks";
+    EXPECT_EQ(bench.options.addLap + bench.options.addSession + bench.options.addActivity, 0);
+    FitBuilder sessions = ride({100});
+    sessions.define(2, 18, {}).message(2, {}).message(2, {});
+    for (int local = 3; local < 16; local++)
+        sessions.define(local, 200, {});
+    bench.from(sessions.file());
+    bench.options.addLap = bench.options.addActivity = 1;
+    EXPECT_EQ(bench.boxes(checkAddMessages),
+              (Boxes{"warning: lap message could not be added to a fit file with much session messages than record "
+                     "definitions.\nthat might be a rare case strange architecture in guessing.",
+                     "error: no free local message type in a source file"}));
+    EXPECT_EQ(bench.options.addLap, 0);
+    bench.options.addActivity = 0;
+    EXPECT_EQ(bench.boxes(checkAddMessages), Boxes{"error: not existing directory for a destination file"});
+    bench.options.addActivity = 1;
+    EXPECT_EQ(bench.to("out.fit").from(ride({100}).file()).boxes(checkAddMessages), Boxes{});
+}
+
+TEST(ToolChecks, Divide)
+{
+    ToolBench bench;
+    checkActivityRefusals(bench, checkDivide, "error: failed to read a source file which might be invalid structure");
+    FitBuilder single = ride({100});
+    single.define(2, 18, {}).message(2, {}).define(3, 19, {}).message(3, {});
+    EXPECT_EQ(bench.from(single.file()).boxes(checkDivide),
+              Boxes{"error: found no condition for divide a source file"});
+    single.message(3, {});
+    EXPECT_EQ(bench.from(single.file()).boxes(checkDivide),
+              Boxes{"error: not existing directory for a destination file"});
+    EXPECT_EQ(bench.to("out.fit").boxes(checkDivide), Boxes{});
+}
+
+TEST(ToolChecks, Exclude)
+{
+    ToolBench bench;
+    ParameterBlock& options = bench.options;
+    options.excludeLap = options.excludeSession = options.excludeActivity = 1;
+    checkActivityRefusals(bench, checkExclude,
+                          "error: failed to read a source file which might be an invalid structure");
+    FitBuilder redefined = fitFile();
+    redefined.define(2, 19, {}).message(2, {}).define(2, 20, {}); // the lap's local type is a record's at the end
+    bench.from(redefined.file());
+    EXPECT_EQ(bench.boxes(checkExclude), Boxes{"warning: lap message is not existing in a source file"});
+    EXPECT_EQ(bench.boxes(checkExclude), Boxes{"warning: session message is not existing in a source file"});
+    EXPECT_EQ(bench.boxes(checkExclude), Boxes{"warning: activity message is not existing in a source file"});
+    EXPECT_EQ(options.excludeLap + options.excludeSession + options.excludeActivity, 0);
+    redefined.define(3, 34, {});
+    options.excludeActivity = 1;
+    EXPECT_EQ(bench.from(redefined.file()).boxes(checkExclude),
+              Boxes{"error: not existing directory for a destination file"});
+    EXPECT_EQ(bench.to("out.fit").boxes(checkExclude), Boxes{});
+}
+
+TEST(ToolChecks, FieldDump)
+{
+    ToolBench bench;
+    bench.to("none/out.csv");
+    EXPECT_EQ(bench.boxes(checkFieldDump), Boxes{"error: not existing a source file"});
+    for (const Bytes& source : {noFit, ride({}).file(13)})
+        EXPECT_EQ(bench.from(source).boxes(checkFieldDump), Boxes{"error: detected an invalid source file structure"});
+    EXPECT_EQ(bench.from(ride({}).file()).boxes(checkFieldDump),
+              Boxes{"error: not existing directory for a destination file"});
+    EXPECT_EQ(bench.to("out").boxes(checkFieldDump), Boxes{});
+    EXPECT_EQ(bench.inputs.files[toolDestination].path, bench.folder.path + "out.csv");
+}
+
+TEST(ToolChecks, SurveyOfBothArchitectures)
+{
+    for (bool bigEndian : {false, true}) {
+        FitBuilder file = fitFile(bigEndian);
+        file.define(1, 20, {{253, 4}, {0, 4}, {7, 2}}, bigEndian).message(1, {1000, 1, 2});
+        ToolBench bench;
+        FitImage image = {};
+        SourceFileInfo& info = bench.from(file.file()).inputs.files[0];
+        ASSERT_EQ(surveyFitFile(image, info), fitOk);
+        EXPECT_EQ(info.endTimestamp, 1000u) << "one record ends the file where it starts";
+        EXPECT_EQ(info.recordInterval, 3600u);
+        file.message(1, {1007, 1, 2}).message(1, {1005, 1, 2}).message(1, {1010, 1, 2});
+        file.define(2, 20, {{13, 1}}).define(3, 34, {{0, 4}}, bigEndian).message(3, {123456});
+        file.define(4, 18, {}).message(4, {}).define(5, 19, {}).message(5, {}).message(5, {});
+        bench.from(file.file());
+        for (int again = 0; again < 2; again++) // counts start from nothing
+            ASSERT_EQ(surveyFitFile(image, info), fitOk);
+        EXPECT_EQ(info.fileType, 4);
+        EXPECT_EQ(info.startTimestamp, 1000u);
+        EXPECT_EQ(info.endTimestamp, 1010u);
+        EXPECT_EQ(info.recordInterval, 5u) << "a step backwards is none";
+        EXPECT_EQ(info.activityTimer, 123456u);
+        EXPECT_EQ(info.sessionCount, 1);
+        EXPECT_EQ(info.lapCount, 2);
+        EXPECT_EQ(info.recordDefinitionCount, 2);
+        EXPECT_EQ(info.activityCount, 1);
+        EXPECT_EQ(info.fieldsPresent, 0x143u); // time, latitude, temperature, power
+        bench.from(ride({10, 11, 11}).file());
+        ASSERT_EQ(surveyFitFile(image, info), fitOk);
+        EXPECT_EQ(info.recordInterval, 1u) << "one second ends the search";
+    }
+}
+
+} // namespace
+
+} // namespace torvane
