@@ -1,0 +1,15 @@
+// How fast a corner can be taken before the tyres lose grip: velocity, line radius and margin of friction, any of them
+// from the other two, and the power that the velocity takes.
+#pragma once
+
+#include "core/result_status.h"
+#include "ride/graph_series.h"
+
+namespace torvane {
+
+// Target 0 runState.velocity, 1 corneringRadius, 2 safetyMargin (-9999.999 without radius or grip; below 0 the bicycle
+// slips). Then power and required power (peakPower[0]). When graph is not null, it gets the band that goes with the
+// target. Status: that of the power.
+ResultStatus runCriticalCornering(int target, GraphSeries* graph);
+
+} // namespace torvane

@@ -1,0 +1,78 @@
+// What an acceleration and a deceleration share: a rider who turns the pedals in a gear, shifts with a loss of time,
+// and whose work is added up on the way.
+#pragma once
+
+#include "ride/motion.h"
+#include "ride/ride_status.h"
+#include "ride/run_recorder.h"
+#include "ride/stage_totals.h"
+
+namespace torvane {
+
+// How the reference power meets the cadence.
+enum class PowerLaw {
+    parabola, // runState.power at cadencePoweredMax, less at any other cadence
+    constant, // runState.power at every cadence
+};
+
+struct PedaledRun {
+    PowerLaw law;
+    double dt; // s, constant through the run
+    StepState state = {};
+    StageTotals totals = {};
+    double shiftRemaining = 0; // s of shifting still to run, without pedaling
+    bool shifting = false;     // the present step is one of it
+    ResultStatus status = 0;
+    int count = 1; // rows that a log of the run needs
+};
+
+// A run at its starting velocity in a gear, nothing done yet; the stages show what holds that velocity.
+PedaledRun startPedaledRun(PowerLaw law, double dt, int gear);
+
+// First half of a step: the stages of runState at the present velocity, by pedaling or, while shifting, at 0, and the
+// resistances. extraVelocity lets the cranks turn where the wheel stands still.
+void pedalOrShift(PedaledRun& run, double extraVelocity);
+
+// Second half: work done, velocity and distance.
+void rideStep(PedaledRun& run, RunRecorder* recorder);
+
+// Takes back what the step went beyond the ending velocity.
+void settleAtEnd(PedaledRun& run);
+
+// Shifts as many gears up, or down, as the velocity asks for; each change of ring or sprocket costs shiftTimeLoss.
+void shiftUp(PedaledRun& run);
+void shiftDown(PedaledRun& run);
+
+// Steps until `step` ends the run, at most 900 s; false when the time ran out.
+template <class Step>
+bool runSteps(PedaledRun& run, RunRecorder* recorder, Step step)
+{
+    while (run.state.time < longestRun) {
+        if (recorder != nullptr && !recordStep(*recorder, run.state)) {
+            return true;
+        }
+        if (!step(run, recorder)) {
+            return true;
+        }
+        ++run.count;
+        run.state.time += run.dt;
+    }
+    return false;
+}
+
+// Means, velocity, time, distance and mean acceleration into runState. A dry run leaves its count of rows in the log, a
+// logged run its last row.
+void finishPedaledRun(const PedaledRun& run, SampleLog& log, RunRecorder* recorder);
+
+// Lets a run fill the log and, when not null, the curves, as the dry run before it counted and timed it. Returns the
+// normalized power in W.
+template <class Run>
+double recordPedaledRun(SampleLog& log, GraphSeries* graph, Run run)
+{
+    RunRecorder recorder = beginRecording(log, graph, GraphLayout::process);
+    recorder.bins = makePowerBins(runState.sectorTime);
+    run(recorder);
+    return normalizedPower(recorder.bins);
+}
+
+} // namespace torvane

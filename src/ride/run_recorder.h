@@ -1,0 +1,28 @@
+// What a logged run does beside its physics: fills the sample log, the curves and the power bins, and moves the
+// progress bar. A dry run has no recorder.
+#pragma once
+
+#include "ride/graph_series.h"
+#include "ride/power_bins.h"
+#include "ride/sample_log.h"
+
+namespace torvane {
+
+struct RunRecorder {
+    SampleLog& log;
+    GraphSeries* graph; // null: nothing is drawn
+    GraphLayout layout;
+    PowerBins bins = {}; // of a run that is pedaled
+    int row = 0;         // the next row
+};
+
+// Takes the rows that the dry run counted, and begins the curves.
+RunRecorder beginRecording(SampleLog& log, GraphSeries* graph, GraphLayout layout);
+
+// Writes the present state as the next row and point. False when there is no row left: the run is to end.
+bool recordStep(RunRecorder& recorder, const StepState& state);
+
+// Writes the last row, which no point of the curves shows, and lowers sampleCount to the rows used before it.
+void finishRecording(RunRecorder& recorder, const StepState& state);
+
+} // namespace torvane

@@ -1,0 +1,69 @@
+#include "ride/seek.h"
+
+#include "core/screens.h"
+#include "model/run_state.h"
+#include "model/solver.h"
+#include "ride/ride_status.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace torvane {
+
+namespace {
+
+constexpr ResultStatus tooWeak = statusTooShortPower | statusNoAcceleration;
+constexpr ResultStatus tooStrong = statusTooLargePower | statusNoDeceleration;
+constexpr ResultStatus refused = statusIllegalValue | tooWeak | tooStrong;
+
+// Numbers that no further round would mend.
+bool isLost(double error, double variable)
+{
+    return !std::isfinite(error) || !std::isfinite(variable) || !std::isfinite(runState.velocity);
+}
+
+bool isHigh(const Seek& seek, ResultStatus status)
+{
+    if ((status & refused) != 0) {
+        return (status & tooWeak) == 0;
+    }
+    return seek.highSide == HighSide::aboveWanted ? *seek.result >= seek.wanted : *seek.result <= seek.wanted;
+}
+
+// A step of 0 would never move.
+constexpr double leastStep = 10.0; // W
+
+} // namespace
+
+ResultStatus seekTarget(const Seek& seek, SampleLog& log, ResultStatus (*run)(SampleLog&))
+{
+    Stepper stepper{*seek.variable, seek.step == 0.0 ? leastStep : seek.step, 0.7};
+    double tolerance = seek.tolerance;
+    double firstError = 0.0;
+    ResultStatus status = 0;
+    for (int round = 0; round < seekRounds; ++round) {
+        if (round == 0 ||
+            *seek.variable != stepper.value) { // else the step is used up, and the run would repeat itself
+            *seek.variable = stepper.value;
+            status = run(log);
+        }
+        if (runState.peakPower[stagePedaling] > seek.peakLimit) {
+            return statusTooLargePower;
+        }
+        const double error = std::fabs(seek.wanted - *seek.result);
+        if (isLost(error, stepper.value)) {
+            return statusNotConverged;
+        }
+        firstError = round == 0 ? error : firstError;
+        reportProgress(progressPercent(firstError, tolerance, error));
+        if (error < tolerance && !isFatal(status)) {
+            return toleranceClass(runState.velocity, runState.endVelocity);
+        }
+        isHigh(seek, status) ? stepper.lower() : stepper.raise();
+        stepper.value = std::max(stepper.value, seek.least);
+        tolerance = round % 50 == 0 ? tolerance * 1.4 : tolerance;
+    }
+    return statusNotConverged;
+}
+
+} // namespace torvane

@@ -1,0 +1,183 @@
+// Brakes: closed forms of force and heat, the ledger's odd factor, intervals and their remainder.
+#include "ride/brake_energy.h"
+#include "ride/braking_run.h"
+#include "ride/pattern_braking.h"
+#include "ride/ride_fixture.h"
+#include "ride/ride_status.h"
+
+#include <cmath>
+
+namespace torvane {
+
+class BrakingTest : public RideTest {
+protected:
+    BrakingTest()
+    {
+        workingBlock.expressGraph = 1;
+    }
+};
+
+TEST_F(BrakingTest, theBrakesTakeTheWorkByTheirGrip)
+{
+    const RideResult result = ride(ridePatternBraking, 0);
+    ASSERT_EQ(result.status, 0u);
+    const double work = -runState.meanStagePower[stageThrust] * runState.sectorTime;
+    EXPECT_NEAR(modelState.brakeHeat[0] + modelState.brakeHeat[1], work, 1e-9 * work);
+    const double share = modelState.brakeHeat[0] / work;
+    EXPECT_NEAR(share, modelState.frontFrictionShare, 1e-12);
+    EXPECT_GT(share, 0.6); // braking loads the front wheel
+    EXPECT_LT(modelState.brakeRadiated[0], 0.0);
+    EXPECT_NEAR(result.log.rows[0].time, 0.0, 0.0);
+    // The rows' own gear and cadence: no shifting, cadence by velocity.
+    const SampleRow& row = result.log.rows[100];
+    EXPECT_EQ(row.frontTooth, result.log.rows[0].frontTooth);
+    EXPECT_NEAR(row.cadence, row.velocity * 60000.0 / (668.0 * pi * row.gearRatio), 1e-9);
+}
+
+TEST_F(BrakingTest, tenKiloWattTurnTheLog)
+{
+    workingBlock.rideForce[3] = -52.0; // -9915 W at 70 kph
+    EXPECT_LT(ride(ridePatternBraking, 0).log.rows[1].power, -9000.0);
+    workingBlock.rideForce[3] = -53.0;
+    EXPECT_NEAR(ride(ridePatternBraking, 0).log.rows[1].power, -53.0 * 9.80665 * 70.0 / 3.6 / 1000.0, 0.001);
+    EXPECT_EQ(runState.kiloWattLog, 1);
+}
+
+// On the level all weight presses, and the largest force is friction times weight, the friction being that of the
+// split the force itself makes.
+TEST_F(BrakingTest, fullBrakingUsesAllTheGripThereIs)
+{
+    workingBlock.frictionCoefficient[0] = workingBlock.frictionCoefficient[1] = 0.6;
+    workingBlock.bpn = 75;
+    ASSERT_EQ(ride(ridePatternBraking, 1).status, 0u);
+    EXPECT_NEAR(runState.force, -0.6 * modelState.totalWeight, 0.0015);
+    workingBlock.roadSurface = 1;
+    ASSERT_EQ(ride(ridePatternBraking, 1).status, 0u);
+    EXPECT_NEAR(runState.force, -0.42 * modelState.totalWeight, 0.0015);
+}
+
+// The cadence for the ending velocity lies beyond twice the one of full power, where the parabola is below 0.
+TEST_F(BrakingTest, pedalsThatTurnTooFastLeaveTheRunToTheBrakes)
+{
+    workingBlock.cadenceUsual = 110.0;
+    workingBlock.cadencePoweredMax = 40.0;
+    const RideResult result = ride(rideDeceleration, 2);
+    EXPECT_EQ(result.status, 0u);
+    EXPECT_EQ(runState.thrustMode, 1);
+    EXPECT_EQ(runState.velocity, runState.endVelocity);
+    EXPECT_EQ(result.log.rows[static_cast<size_t>(result.log.sampleCount)].velocity, runState.endVelocity);
+}
+
+TEST_F(BrakingTest, constantVelocityTurnsTheHillIntoHeat)
+{
+    const RideResult result = ride(ridePatternBraking, 2);
+    ASSERT_EQ(result.status, 0u);
+    EXPECT_EQ(runState.sectorTime, 600.0); // 5 km at 30 kph
+    const double held = modelState.brakeHeat[0] + modelState.brakeHeat[1];
+    EXPECT_NEAR(held, -runState.force * standardGravity * 5000.0, 0.001 * held);
+    const double spent = held + runState.airDragQuantity + runState.rollingDragQuantity;
+    EXPECT_NEAR(spent, runState.potentialEnergy, 0.001 * spent);
+    ASSERT_TRUE(result.graph);
+    EXPECT_EQ(result.graph->pointCount(), 6000); // as many as were stored: one in 0.1 s
+    EXPECT_NEAR(result.graph->value(5999, 2), 4999.17, 0.01);
+    EXPECT_TRUE(result.log.rows.empty());
+}
+
+TEST_F(BrakingTest, whereNoBrakingIsNeededTheRollingVelocityIsTold)
+{
+    workingBlock.rideEndVelocity[3] = kph(60);
+    EXPECT_EQ(ride(ridePatternBraking, 2).status, statusNoBrakingNeeded);
+    EXPECT_NEAR(runState.velocity * 3.6, 57.973, 0.001);
+    EXPECT_EQ(ride(ridePatternBraking, 3).status, statusNoBrakingNeeded);
+    EXPECT_NEAR(runState.velocity * 3.6, 57.973, 0.001);
+}
+
+TEST_F(BrakingTest, intervalsRepeatAndTheRestIsRidden)
+{
+    struct Case {
+        const char* name;
+        double total;
+        size_t sectors;
+    };
+    constexpr Case cases[] = {
+        {"whole intervals", 1500.0, 10},
+        {"the rest coasts", 1600.0, 11},
+        {"the rest ends in braking", 1790.0, 12},
+        {"less than an interval", 200.0, 1},
+        {"nothing", 0.0, 0},
+    };
+    for (const Case& c : cases) {
+        workingBlock.totalDistance = c.total;
+        const RideResult result = ride(ridePatternBraking, 3);
+        ASSERT_EQ(result.status, 0u) << c.name;
+        const std::vector<SectorRow>& sectors = result.log.sectors;
+        ASSERT_EQ(sectors.size(), c.sectors) << c.name;
+        if (c.sectors > 0) {
+            EXPECT_NEAR(sectors.back().distance, c.total, 1e-9) << c.name;
+            EXPECT_EQ(sectors.back().time, runState.sectorTime) << c.name;
+        }
+        for (size_t i = 3; i < c.sectors && i < 10; i += 2) { // the spots
+            EXPECT_NEAR(sectors[i].velocity, kph(30), 1e-12) << c.name;
+            EXPECT_NEAR(sectors[i - 1].velocity, sectors[i - 3].velocity, 1e-3) << c.name;
+            EXPECT_NEAR(sectors[i].heat[0] - sectors[i - 2].heat[0], sectors[1].heat[0], 0.001) << c.name;
+        }
+    }
+}
+
+// What a sector needs for coasting and braking does not depend on the interval asked of it: the graph is continuous in
+// time and distance, and the brakes only cool while they coast.
+TEST_F(BrakingTest, theCurvesOfIntervalsRunOn)
+{
+    workingBlock.totalDistance = 700.0;
+    const RideResult result = ride(ridePatternBraking, 3);
+    ASSERT_TRUE(result.graph);
+    const GraphSeries& g = *result.graph;
+    for (int i = 1; i < g.pointCount(); ++i) {
+        ASSERT_GE(g.value(i, 0), g.value(i - 1, 0)) << i;
+        ASSERT_GE(g.value(i, 2), g.value(i - 1, 2) - 1e-9) << i;
+        const bool coasting = g.value(i, 1) > g.value(i - 1, 1);
+        ASSERT_TRUE(!coasting || g.value(i, 3) <= g.value(i - 1, 3)) << i;
+    }
+    const SectorRow& last = result.log.sectors.back();
+    EXPECT_NEAR(last.residual[0], last.heat[0] + last.radiate[0], 1e-12);
+    EXPECT_NEAR(g.value(g.pointCount() - 1, 3), last.brake[0], 0.2);
+}
+
+TEST_F(BrakingTest, undoingAStepLeavesTheRestOfIt)
+{
+    prepare(ridePatternBraking, 0);
+    modelState.frontFrictionShare = 0.75;
+    modelState.rearFrictionShare = 0.25;
+    runState.airDragPower = 100.0;
+    runState.rollingPower = 10.0;
+    accumulateBrakeStep(10.0, -400.0, 0.5);
+    EXPECT_DOUBLE_EQ(modelState.brakeHeat[0], 150.0);
+    EXPECT_DOUBLE_EQ(modelState.brakeHeat[1], 50.0);
+    EXPECT_LT(modelState.brakeRadiated[0], 0.0); // warmed by the step itself
+    undoBrakeOvershoot(10.0, -400.0, 0.5, 0.2);
+    EXPECT_DOUBLE_EQ(modelState.brakeHeat[0], 120.0);
+    EXPECT_DOUBLE_EQ(runState.airDragQuantity, 40.0);
+    EXPECT_DOUBLE_EQ(runState.rollingDragQuantity, 4.0);
+}
+
+TEST_F(BrakingTest, aCurveLooksTheRearWeightUpUnderTheFrontType)
+{
+    workingBlock.brakeType[1] = 1;
+    prepare(ridePatternBraking, 0);
+    modelState.brakeHeat[0] = modelState.brakeHeat[1] = 9100.0;
+    const double rear = 9100.0 / (0.499 * modelState.brakeWeight[0][1]) + 20.0; // stainless, but a rim's weight
+    EXPECT_NEAR(drawnTemperature(0), 9100.0 / (0.91 * 350.0) + 20.0, 1e-9);
+    EXPECT_NEAR(drawnTemperature(1), rear, 1e-9);
+}
+
+TEST_F(BrakingTest, theLedgerTakesItsVelocitiesForKph)
+{
+    modelState.totalWeight = 80.0;
+    modelState.inertialWeight = 100.0;
+    energyLedger(-75.0, 100.0, 36.0, 18.0);
+    EXPECT_NEAR(runState.potentialEnergy, 0.6 * 80.0 * 100.0 * 9.80665, 1e-6);
+    EXPECT_NEAR(runState.startKineticEnergy, 5000.0, 1e-9);
+    EXPECT_NEAR(runState.endKineticEnergy, 1250.0, 1e-9);
+}
+
+} // namespace torvane

@@ -1,0 +1,148 @@
+// The search loops, on runs whose answer is known in closed form.
+#include "ride/seek.h"
+
+#include "ride/ride_fixture.h"
+#include "ride/ride_status.h"
+#include "ride/sample_log.h"
+
+#include <limits>
+
+namespace torvane {
+
+namespace {
+
+int runs;
+
+// A run of 1200 s and W: the stronger, the shorter.
+ResultStatus shorterByPower(SampleLog&)
+{
+    ++runs;
+    runState.sectorTime = 1200.0 / runState.power;
+    return 0;
+}
+
+// A motor that ends at a velocity makes such an edge: no power gives any time between.
+ResultStatus jumpingAt150Watt(SampleLog&)
+{
+    ++runs;
+    runState.sectorTime = runState.power < 150.0 ? 15.0 : 5.0;
+    return 0;
+}
+
+} // namespace
+
+class SeekTest : public RideTest {
+protected:
+    SeekTest()
+    {
+        runs = 0;
+        runState.velocity = runState.endVelocity = 10.0;
+    }
+
+    static Seek timeSeek(double wanted, double first, double step)
+    {
+        runState.power = first;
+        return {&runState.power, &runState.sectorTime, wanted, step, 0.01, HighSide::belowWanted, 0.0};
+    }
+
+    SampleLog log;
+};
+
+TEST_F(SeekTest, findsThePowerOfATime)
+{
+    EXPECT_EQ(seekTarget(timeSeek(6.0, 100.0, 20.0), log, shorterByPower), 0u);
+    EXPECT_NEAR(runState.sectorTime, 6.0, 0.02);
+    EXPECT_NEAR(runState.power, 200.0, 0.5);
+    EXPECT_LT(runs, 60);
+}
+
+TEST_F(SeekTest, aStepOfZeroIsTenWatt)
+{
+    EXPECT_EQ(seekTarget(timeSeek(12.0, 0.5, 0.0), log, shorterByPower), 0u);
+    EXPECT_NEAR(runState.power, 100.0, 0.5);
+}
+
+TEST_F(SeekTest, aStepThatIsUsedUpRunsNoMore)
+{
+    // 0.01 x 1.4 to the 19th is the first tolerance above 5 s: round 901. The step fades out long before.
+    EXPECT_EQ(seekTarget(timeSeek(10.0, 100.0, 20.0), log, jumpingAt150Watt), 0u);
+    EXPECT_NEAR(runState.power, 150.0, 1e-9);
+    EXPECT_LT(runs, 400);
+}
+
+TEST_F(SeekTest, theVelocityReachedIsJudged)
+{
+    runState.velocity = 9.7;
+    EXPECT_EQ(seekTarget(timeSeek(6.0, 100.0, 20.0), log, shorterByPower), statusLooseTolerance);
+    runState.velocity = 9.0;
+    EXPECT_EQ(seekTarget(timeSeek(6.0, 100.0, 20.0), log, shorterByPower), statusBeyondTolerance);
+}
+
+TEST_F(SeekTest, thePowerNeverGoesBelowZero)
+{
+    auto alwaysTooStrong = [](SampleLog&) -> ResultStatus {
+        ++runs;
+        EXPECT_GE(runState.power, 0.0);
+        runState.sectorTime = 1.0;
+        return statusNotConverged; // not even a tolerance that has grown beyond the error takes it
+    };
+    EXPECT_EQ(seekTarget(timeSeek(6.0, 100.0, 20.0), log, alwaysTooStrong), statusNotConverged);
+    EXPECT_EQ(runs, 6); // from 100 W down to 0 in steps of 20; the rounds that stay there repeat the last
+}
+
+TEST_F(SeekTest, aRefusedRoundIsNoResult)
+{
+    auto refusedBelow150 = [](SampleLog& to) -> ResultStatus {
+        return runState.power < 150.0 ? statusTooShortPower : shorterByPower(to);
+    };
+    runState.sectorTime = 6.0; // as if it were met
+    EXPECT_EQ(seekTarget(timeSeek(6.0, 100.0, 20.0), log, refusedBelow150), 0u);
+    EXPECT_NEAR(runState.power, 200.0, 0.5);
+}
+
+TEST_F(SeekTest, whatIsNoNumberEndsIt)
+{
+    auto noTime = [](SampleLog&) -> ResultStatus {
+        ++runs;
+        runState.sectorTime = std::numeric_limits<double>::quiet_NaN();
+        return 0;
+    };
+    EXPECT_EQ(seekTarget(timeSeek(6.0, 100.0, 20.0), log, noTime), statusNotConverged);
+    EXPECT_EQ(seekTarget(timeSeek(6.0, std::numeric_limits<double>::infinity(), 20.0), log, shorterByPower),
+              statusNotConverged);
+    EXPECT_EQ(runs, 2);
+}
+
+TEST_F(SeekTest, aPeakBeyondItsLimitEndsIt)
+{
+    Seek seek = timeSeek(6.0, 100.0, 20.0);
+    seek.peakLimit = 150.0;
+    auto peaking = [](SampleLog& to) {
+        runState.peakPower[stagePedaling] = runState.power;
+        return shorterByPower(to);
+    };
+    EXPECT_EQ(seekTarget(seek, log, peaking), statusTooLargePower);
+    EXPECT_EQ(runState.power, 160.0);
+}
+
+TEST(Settle, walksToARoot)
+{
+    Stepper up{1.0, 2.8, 0.3}, down{-3.0, -1.0, 0.3};
+    EXPECT_EQ(settle(up, 0.001, [](double x) { return 50.0 - x * x; }), Settled::met);
+    EXPECT_NEAR(up.value, 7.0710678, 0.0001);
+    EXPECT_EQ(settle(down, 0.001, [](double x) { return x + 8.0; }), Settled::met); // a negative step rises downward
+    EXPECT_NEAR(down.value, -8.0, 0.001);
+}
+
+TEST(Settle, tellsHowItFailed)
+{
+    Stepper beyond{0.0, 1.0, 0.3}, stuck{0.0, 1.0, 0.3}, lost{0.0, 1.0, 0.3};
+    EXPECT_EQ(settle(beyond, 0.1, 10.0, [](double) { return 1.0; }), Settled::beyond);
+    EXPECT_EQ(beyond.value, 11.0);
+    EXPECT_EQ(settle(stuck, 0.1, [](double) { return -1.0; }), Settled::never);
+    EXPECT_EQ(stuck.value, -5000.0);
+    EXPECT_EQ(settle(lost, 0.1, [](double x) { return std::sqrt(-1.0 - x); }), Settled::never);
+    EXPECT_EQ(lost.value, 0.0);
+}
+
+} // namespace torvane
