@@ -1,0 +1,87 @@
+#include "gps/analysed_fields.h"
+
+namespace torvane {
+
+namespace {
+
+// A field that is added to the definition of a message. Base types are stored without the bit that marks them as
+// depending on the byte order.
+struct AddedField {
+    uint16_t message;
+    AddedFields flag;
+    FieldDefinition definition;
+};
+
+// In the order in which they are written, behind the source's own fields.
+constexpr AddedField addedFieldRows[] = {
+    {messageRecord, addSpeed, {6, 2, 4}},     {messageRecord, addDistance, {5, 4, 6}},
+    {messageRecord, addCadence, {4, 1, 2}},   {messageRecord, addPower, {7, 2, 4}},
+    {messageSession, addSpeed, {14, 2, 4}},   {messageSession, addSpeed, {15, 2, 4}},
+    {messageSession, addDistance, {9, 4, 6}}, {messageSession, addCadence, {18, 1, 2}},
+    {messageSession, addCadence, {19, 1, 2}}, {messageSession, addPower, {20, 2, 4}},
+    {messageSession, addPower, {21, 2, 4}},   {messageLap, addSpeed, {13, 2, 4}},
+    {messageLap, addSpeed, {14, 2, 4}},       {messageLap, addDistance, {9, 4, 6}},
+    {messageLap, addCadence, {17, 1, 2}},     {messageLap, addCadence, {18, 1, 2}},
+    {messageLap, addPower, {19, 2, 4}},       {messageLap, addPower, {20, 2, 4}},
+};
+
+// A moving time (59, and 52 of laps) is the timer as well.
+constexpr EntryField sessionFieldRows[] = {
+    TORVANE_ENTRY_FIELD(2, startTime),       TORVANE_ENTRY_FIELD(3, startLatitude),
+    TORVANE_ENTRY_FIELD(4, startLongitude),  TORVANE_ENTRY_FIELD(7, totalElapsed),
+    TORVANE_ENTRY_FIELD(8, totalTimer),      TORVANE_ENTRY_FIELD(59, totalTimer),
+    TORVANE_ENTRY_FIELD(9, totalDistance),   TORVANE_ENTRY_FIELD(10, totalCycles),
+    TORVANE_ENTRY_FIELD(11, totalCalories),  TORVANE_ENTRY_FIELD(14, avgSpeed),
+    TORVANE_ENTRY_FIELD(15, maxSpeed),       TORVANE_ENTRY_FIELD(16, avgHeartRate),
+    TORVANE_ENTRY_FIELD(17, maxHeartRate),   TORVANE_ENTRY_FIELD(18, avgCadence),
+    TORVANE_ENTRY_FIELD(19, maxCadence),     TORVANE_ENTRY_FIELD(20, avgPower),
+    TORVANE_ENTRY_FIELD(21, maxPower),       TORVANE_ENTRY_FIELD(49, avgAltitude),
+    TORVANE_ENTRY_FIELD(50, maxAltitude),    TORVANE_ENTRY_FIELD(51, gpsAccuracy),
+    TORVANE_ENTRY_FIELD(57, avgTemperature), TORVANE_ENTRY_FIELD(58, maxTemperature),
+    TORVANE_ENTRY_FIELD(64, minHeartRate),   TORVANE_ENTRY_FIELD(71, minAltitude),
+    TORVANE_ENTRY_FIELD(253, timestamp),
+};
+
+constexpr EntryField lapFieldRows[] = {
+    TORVANE_ENTRY_FIELD(2, startTime),       TORVANE_ENTRY_FIELD(3, startLatitude),
+    TORVANE_ENTRY_FIELD(4, startLongitude),  TORVANE_ENTRY_FIELD(5, endLatitude),
+    TORVANE_ENTRY_FIELD(6, endLongitude),    TORVANE_ENTRY_FIELD(7, totalElapsed),
+    TORVANE_ENTRY_FIELD(8, totalTimer),      TORVANE_ENTRY_FIELD(52, totalTimer),
+    TORVANE_ENTRY_FIELD(9, totalDistance),   TORVANE_ENTRY_FIELD(10, totalCycles),
+    TORVANE_ENTRY_FIELD(11, totalCalories),  TORVANE_ENTRY_FIELD(13, avgSpeed),
+    TORVANE_ENTRY_FIELD(14, maxSpeed),       TORVANE_ENTRY_FIELD(15, avgHeartRate),
+    TORVANE_ENTRY_FIELD(16, maxHeartRate),   TORVANE_ENTRY_FIELD(17, avgCadence),
+    TORVANE_ENTRY_FIELD(18, maxCadence),     TORVANE_ENTRY_FIELD(19, avgPower),
+    TORVANE_ENTRY_FIELD(20, maxPower),       TORVANE_ENTRY_FIELD(42, avgAltitude),
+    TORVANE_ENTRY_FIELD(43, maxAltitude),    TORVANE_ENTRY_FIELD(44, gpsAccuracy),
+    TORVANE_ENTRY_FIELD(50, avgTemperature), TORVANE_ENTRY_FIELD(51, maxTemperature),
+    TORVANE_ENTRY_FIELD(62, minAltitude),    TORVANE_ENTRY_FIELD(63, minHeartRate),
+    TORVANE_ENTRY_FIELD(253, timestamp),
+};
+
+Growth growthOf(uint16_t message, uint32_t addedFields)
+{
+    Growth growth = {};
+    for (const AddedField& row : addedFieldRows) {
+        if (row.message != message || (addedFields & row.flag) == 0)
+            continue;
+        growth.fields.push_back(row.definition);
+        growth.bytes += row.definition.size;
+    }
+    return growth;
+}
+
+} // namespace
+
+Growths growthsOf(uint32_t addedFields)
+{
+    return {growthOf(messageRecord, addedFields),
+            growthOf(messageSession, addedFields),
+            growthOf(messageLap, addedFields),
+            {}};
+}
+
+constinit const EntryFieldIndex analysedSessionFields = indexEntryFields(sessionFieldRows);
+constinit const EntryFieldIndex analysedLapFields = indexEntryFields(lapFieldRows);
+
+} // namespace torvane

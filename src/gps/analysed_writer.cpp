@@ -1,0 +1,297 @@
+#include "gps/analysed_writer.h"
+
+#include "fit/fit_output.h"
+#include "fit/fit_types.h"
+#include "fit/message_fields.h"
+#include "gps/analysed_fields.h"
+#include "gps/analysed_sums.h"
+
+#include <algorithm>
+#include <climits>
+#include <vector>
+
+namespace torvane {
+
+namespace {
+
+constexpr size_t tripleSize = 3;
+constexpr size_t fieldCountOffset = 5; // in a definition message
+constexpr size_t firstTripleOffset = 6;
+
+// One rewrite under way.
+struct Rewrite {
+    const GpsRecords& records;
+    const OutputChoice& options;
+    Growths growths;
+    FitOutput out;
+    AnalysedSums sums;
+    size_t index; // row of the next record message
+};
+
+// A row that is missing drops its record.
+bool isKept(const GpsRecords& records, size_t index)
+{
+    return index < records.size() && records[index].sector != 0;
+}
+
+// One declared field of a kept record: motion, cadence and power are written from the row, all else stays as copied.
+void writeRecordField(Rewrite& rewrite, const FitMessage& message, uint8_t number, size_t offset,
+                      std::span<uint8_t> field)
+{
+    const GpsRecord& record = rewrite.records[rewrite.index];
+    std::span<const uint8_t> payload = message.payload;
+    bool bigEndian = message.definition->bigEndian();
+    switch (number) {
+    case recordLatitude:
+        sumLatitude(rewrite.sums, static_cast<int32_t>(copyUint32Bytes(payload, offset, bigEndian)));
+        break;
+    case recordLongitude:
+        sumLongitude(rewrite.sums, static_cast<int32_t>(copyUint32Bytes(payload, offset, bigEndian)));
+        break;
+    case recordAltitude:
+        sumAltitude(rewrite.sums, readUint16(payload, offset, bigEndian));
+        break;
+    case recordHeartRate:
+        sumHeartRate(rewrite.sums, readUint8(payload, offset));
+        break;
+    case recordCadence: // one byte, whatever the declared size
+        writeField(field, sumCadence(rewrite.sums, record), false);
+        break;
+    case recordDistance:
+        writeUint32Field(field, sumDistance(rewrite.sums, record), bigEndian);
+        break;
+    case recordSpeed:
+        writeUint32Field(field, sumSpeed(rewrite.sums, record), bigEndian);
+        break;
+    case recordPower:
+        writeUint32Field(field, sumPower(rewrite.sums, record), bigEndian);
+        break;
+    case recordTemperature:
+        sumTemperature(rewrite.sums, static_cast<int8_t>(readUint8(payload, offset)));
+        break;
+    case recordCycles:
+        sumCycles(rewrite.sums, readUint8(payload, offset));
+        break;
+    case recordAccuracy:
+        sumAccuracy(rewrite.sums, readUint8(payload, offset));
+        break;
+    case recordCalories:
+        sumCalories(rewrite.sums, readUint16(payload, offset, bigEndian));
+        break;
+    case recordTimestamp:
+        sumTimestamp(rewrite.sums, readUint32(payload, offset, bigEndian));
+        break;
+    }
+}
+
+// The distance added to a record has never reached its own four bytes, which stay zero: it goes as far behind them as
+// they stand behind the message's start, with the size that the slot holds behind its last field. That is 0 unless an
+// earlier definition of the local type had more fields.
+void writeAddedDistance(Rewrite& rewrite, const LocalDefinition& slot, size_t messageStart, size_t offset,
+                        uint32_t distance)
+{
+    size_t size = slot.fieldCount < maxFieldCount ? slot.fields[slot.fieldCount].size : 0;
+    std::span<uint8_t> block = rewrite.out.block;
+    size_t start = std::min(messageStart + 2 * offset, block.size());
+    std::vector<uint8_t> bytes(size);
+    writeUint32Field(bytes, distance, slot.bigEndian());
+    std::copy_n(bytes.begin(), std::min(size, block.size() - start), block.subspan(start).begin());
+}
+
+// Takes bytes of a message off its front.
+std::span<uint8_t> takeFront(std::span<uint8_t>& rest, size_t count)
+{
+    std::span<uint8_t> front = rest.first(count);
+    rest = rest.subspan(count);
+    return front;
+}
+
+void writeAddedRecordFields(Rewrite& rewrite, const FitMessage& message, std::span<uint8_t> whole,
+                            std::span<uint8_t>& rest)
+{
+    const GpsRecord& record = rewrite.records[rewrite.index];
+    const LocalDefinition& slot = *message.definition;
+    size_t messageStart = static_cast<size_t>(whole.data() - rewrite.out.block.data());
+    for (const FieldDefinition& added : rewrite.growths.record.fields) {
+        size_t offset = whole.size() - rest.size();
+        std::span<uint8_t> field = takeFront(rest, added.size);
+        switch (added.number) {
+        case recordSpeed:
+            writeUint32Field(field, sumSpeed(rewrite.sums, record), slot.bigEndian());
+            break;
+        case recordDistance:
+            writeAddedDistance(rewrite, slot, messageStart, offset, sumDistance(rewrite.sums, record));
+            break;
+        case recordCadence:
+            writeUint32Field(field, sumCadence(rewrite.sums, record), slot.bigEndian());
+            break;
+        case recordPower:
+            writeUint32Field(field, sumPower(rewrite.sums, record), slot.bigEndian());
+            break;
+        }
+    }
+}
+
+// Reserves a data message that grows by its added fields, and copies the source's header byte and declared fields.
+// Empty when the planned block ends before it.
+std::span<uint8_t> copyDeclaredPart(Rewrite& rewrite, const FitMessage& message)
+{
+    size_t growth = rewrite.growths.of(message.globalMessage()).bytes;
+    std::span<uint8_t> whole = reserveBytes(rewrite.out, message.bytes.size() + growth);
+    if (!whole.empty())
+        std::copy_n(message.bytes.begin(), 1 + message.definition->fieldBytes, whole.begin());
+    return whole;
+}
+
+void copyDeveloperPart(const FitMessage& message, std::span<uint8_t> rest)
+{
+    std::span<const uint8_t> developer = message.bytes.last(message.definition->developerBytes);
+    std::copy(developer.begin(), developer.end(), rest.begin());
+}
+
+void writeRecord(Rewrite& rewrite, const FitMessage& message)
+{
+    std::span<uint8_t> whole = copyDeclaredPart(rewrite, message);
+    if (whole.empty())
+        return;
+    rewrite.sums.afterGap = rewrite.index == 0 || !isKept(rewrite.records, rewrite.index - 1);
+    forEachField(message, [&](const FieldDefinition& field, size_t offset) {
+        writeRecordField(rewrite, message, field.number, offset, fieldOf(whole, offset, field.size));
+    });
+    std::span<uint8_t> rest = whole.subspan(1 + message.definition->fieldBytes);
+    writeAddedRecordFields(rewrite, message, whole, rest);
+    copyDeveloperPart(message, rest);
+    countRecord(rewrite.sums, rewrite.records[rewrite.index]);
+}
+
+// The sport of a session, chosen or the source's own, goes to the list of the analysed ride.
+void writeSessionSport(const Rewrite& rewrite, const FitMessage& message, std::span<uint8_t> whole)
+{
+    if (rewrite.options.sportEnabled)
+        setSport(message, whole, sportValue(rewrite.options.sportIndex));
+    forEachField(message, [&](const FieldDefinition& field, size_t offset) {
+        if (field.number != sessionSport)
+            return;
+        uint8_t sport =
+            rewrite.options.sportEnabled ? sportValue(rewrite.options.sportIndex) : readUint8(message.payload, offset);
+        analysedInventory.sessionSport.push_back(sport);
+    });
+}
+
+void writeSummaryMessage(Rewrite& rewrite, const FitMessage& message, RunningSet& set, const EntryFieldIndex& fields)
+{
+    finaliseSessionLap(set);
+    set.entry.totalElapsed = (set.lastTime - set.entry.startTime) * 1000;
+    std::span<uint8_t> whole = copyDeclaredPart(rewrite, message);
+    if (whole.empty())
+        return;
+    auto writeMember = [&](uint8_t number, std::span<uint8_t> field) {
+        EntryMember member = fields[number];
+        if (member.width != 0)
+            writeUint32Field(field, loadMember(set.entry, member), message.definition->bigEndian());
+    };
+    forEachField(message, [&](const FieldDefinition& field, size_t offset) {
+        writeMember(field.number, fieldOf(whole, offset, field.size));
+    });
+    if (message.globalMessage() == messageSession)
+        writeSessionSport(rewrite, message, whole);
+    std::span<uint8_t> rest = whole.subspan(1 + message.definition->fieldBytes);
+    for (const FieldDefinition& added : rewrite.growths.of(message.globalMessage()).fields)
+        writeMember(added.number, takeFront(rest, added.size));
+    copyDeveloperPart(message, rest);
+    set = {};
+}
+
+void writeActivity(Rewrite& rewrite, const FitMessage& message)
+{
+    std::span<uint8_t> copy = copyMessage(rewrite.out, message);
+    forEachField(message, [&](const FieldDefinition& field, size_t offset) {
+        if (field.number == activityTotalTimer)
+            writeUint32Field(fieldOf(copy, offset, field.size), analysedSummary.totalTimer,
+                             message.definition->bigEndian());
+    });
+}
+
+void writeDefinition(Rewrite& rewrite, const FitMessage& message)
+{
+    size_t ownEnd = firstTripleOffset + tripleSize * message.definition->fieldCount;
+    const std::vector<FieldDefinition>& added = rewrite.growths.of(message.globalMessage()).fields;
+    std::span<uint8_t> head = copyBytes(rewrite.out, message.bytes.first(ownEnd));
+    if (!head.empty())
+        head[fieldCountOffset] = static_cast<uint8_t>(head[fieldCountOffset] + added.size());
+    for (const FieldDefinition& field : added) {
+        const uint8_t triple[tripleSize] = {field.number, field.size, field.baseType};
+        copyBytes(rewrite.out, triple);
+    }
+    copyBytes(rewrite.out, message.bytes.subspan(ownEnd));
+}
+
+void writeMessage(Rewrite& rewrite, const FitMessage& message)
+{
+    if (message.isDefinition) {
+        writeDefinition(rewrite, message);
+        return;
+    }
+    switch (message.globalMessage()) {
+    case messageRecord:
+        if (isKept(rewrite.records, rewrite.index))
+            writeRecord(rewrite, message);
+        ++rewrite.index;
+        break;
+    case messageSession:
+        writeSummaryMessage(rewrite, message, rewrite.sums.session, analysedSessionFields);
+        break;
+    case messageLap:
+        writeSummaryMessage(rewrite, message, rewrite.sums.lap, analysedLapFields);
+        break;
+    case messageActivity:
+        writeActivity(rewrite, message);
+        break;
+    default:
+        markManufacturer(message, copyMessage(rewrite.out, message));
+    }
+}
+
+} // namespace
+
+StatusCode planRewrittenSize(FitImage& destination, const FitImage& source, const GpsRecords& records,
+                             uint32_t addedFields)
+{
+    const Growths growths = growthsOf(addedFields);
+    size_t size = 0;
+    size_t index = 0;
+    bool fits = true;
+    StatusCode code = walkMessages(source, [&](const FitMessage& message) {
+        const Growth& growth = growths.of(message.globalMessage());
+        if (message.isDefinition) {
+            fits = fits && message.definition->fieldCount + growth.fields.size() <= maxFieldCount;
+            size += message.bytes.size() + tripleSize * growth.fields.size();
+            return;
+        }
+        bool dropped = message.isData(messageRecord) && !isKept(records, index);
+        if (message.isData(messageRecord))
+            ++index;
+        if (!dropped)
+            size += message.bytes.size() + growth.bytes;
+    });
+    if (code != fitOk)
+        return code;
+    if (!fits || size > INT32_MAX)
+        return fitSizeMismatch;
+    destination.dataSize = static_cast<int32_t>(size);
+    return fitOk;
+}
+
+StatusCode writeAnalysedFit(FitImage& destination, const FitImage& source, const GpsRecords& records,
+                            uint32_t addedFields, const OutputChoice& options)
+{
+    destination.data.assign(static_cast<size_t>(destination.dataSize), 0);
+    analysedInventory.sessionSport.clear();
+    Rewrite rewrite = {records, options, growthsOf(addedFields), {destination.data}, {}, 0};
+    StatusCode code = walkMessages(source, [&](const FitMessage& message) { writeMessage(rewrite, message); });
+    if (code != fitOk)
+        return code;
+    return rewrite.out.position == destination.data.size() ? fitOk : fitSizeMismatch;
+}
+
+} // namespace torvane

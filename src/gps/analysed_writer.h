@@ -1,0 +1,25 @@
+// The analysed file: a rewrite of its source in which the records below the threshold are gone, the fields that the
+// analysis supplies are added, and laps and sessions are summed up anew from the kept records.
+// Order, local types, architecture, unknown messages and developer fields are the source's.
+#pragma once
+
+#include "gps/gps_record.h"
+
+#include "core/parameter_block.h"
+#include "fit/fit_image.h"
+
+namespace torvane {
+
+// Sets destination.dataSize to the size of the rewritten data block. 0, fitInvalid, or fitSizeMismatch where no file or
+// definition can be as large. `addedFields`: what AddedFields the source lacks.
+// The rows are those of the source's record messages, in file order; a message without a row is dropped.
+StatusCode planRewrittenSize(FitImage& destination, const FitImage& source, const GpsRecords& records,
+                             uint32_t addedFields);
+
+// Allocates and writes destination.data by the planned size. Takes the timer of analysedSummary for the activity
+// message and replaces the session sports of analysedInventory by those written.
+// 0, fitInvalid, or fitSizeMismatch when the block does not end on the planned size.
+StatusCode writeAnalysedFit(FitImage& destination, const FitImage& source, const GpsRecords& records,
+                            uint32_t addedFields, const OutputChoice& options);
+
+} // namespace torvane

@@ -1,0 +1,57 @@
+// The analysis of a recorded ride, as its commands see it: what is to be done (flags), the track made clean, the model
+// run along it, the statistics rebuilt. Each step works on the rows of one command and reads workingBlock, modelState,
+// fieldPresence and the blocks of the load. Writes no text and no file.
+#pragma once
+
+#include "core/parameter_block.h"
+#include "fit/fit_image.h"
+#include "gps/gps_record.h"
+
+#include <cstdint>
+#include <string>
+
+namespace torvane {
+
+// Path that an analysed file is created under; UTF-8. That of its source is fitInputFileName.
+extern std::string fitOutputFileName;
+
+// analysisFlags: what a command is to do, given what the file holds.
+constexpr uint32_t analysisSmoothing = 1u << 0;
+constexpr uint32_t analysisPosition = 1u << 4;            // latitude and longitude are there: headings
+constexpr uint32_t analysisMotionFromPosition = 1u << 5;  // neither distance nor speed is there
+constexpr uint32_t analysisSpeedFromDistance = 1u << 6;   // distance is there, speed is not
+constexpr uint32_t analysisNoTimestamps = 1u << 7;        // acceleration from speed over distance
+constexpr uint32_t analysisFlat = 1u << 8;                // no altitude, or none wanted
+constexpr uint32_t analysisRecordTemperature = 1u << 9;   // records hold temperatures, the summary no average
+constexpr uint32_t analysisAverageTemperature = 1u << 10; // the summary alone holds one
+constexpr uint32_t analysisPowerBaseShift = 12;           // two bits: power stage of the prediction
+constexpr uint32_t analysisPredictCadence = 1u << 16;
+constexpr uint32_t analysisPredictPower = 1u << 17;
+
+// Flags of the commands that predict, and of the one that only expresses the source data.
+uint32_t buildAnalysisFlags();
+uint32_t expressAnalysisFlags();
+
+// AddedFields (analysed_writer.h) of an analysis; its bits are those that reportFields calls predicted, too.
+uint32_t addedFieldsOf(uint32_t analysisFlags);
+
+// What a file decides for the settings of an analysis when its dialog opens: no altitude makes the course flat, a
+// cadence or power that the file has is not predicted.
+void applyAnalysisRules(ParameterBlock& block);
+
+// Which of the user's two pairs of limits holds: unreal inclination and unreal acceleration.
+enum class TrackLimits { express, analyse };
+
+// Fills the rows from the image, excludes what is slower than the threshold speed and refines the track.
+// 0, fitInvalid, or fitNoSector when no row is left.
+StatusCode prepareTrack(const FitImage& image, GpsRecords& records, uint32_t analysisFlags, TrackLimits limits);
+
+// Predicts cadence and power of every row, smooths both, and follows the heat of the brakes where that is wanted.
+// Overwrites runState and the weight split of modelState. Does not fail.
+void predictAndFinish(GpsRecords& records, uint32_t analysisFlags);
+
+// Copies the load's inventory and summary to analysedInventory and analysedSummary and replaces there what the kept
+// rows tell otherwise. A mean over nothing is 0.
+void analysedStats(const GpsRecords& records);
+
+} // namespace torvane

@@ -1,0 +1,257 @@
+#include "gps/gps_load.h"
+
+#include "fit/fit_types.h"
+#include "fit/message_fields.h"
+
+#include <algorithm>
+
+namespace torvane {
+
+std::string fitInputFileName;
+FieldPresence fieldPresence;
+AnalysisReadiness analysisReadiness;
+FitInventory analysedInventory;
+FitSummary analysedSummary;
+
+namespace {
+
+bool sportsDiffer(const std::vector<uint8_t>& sports)
+{
+    return std::any_of(sports.begin(), sports.end(), [&](uint8_t sport) { return sport != sports[0]; });
+}
+
+StatusCode sportsCode()
+{
+    if (fitInventory.sessionCount != 0)
+        return sportsDiffer(fitInventory.sessionSport) ? fitSessionSportsDiffer : fitOk;
+    return sportsDiffer(fitInventory.lapSport) ? fitLapSportsDiffer : fitOk;
+}
+
+uint8_t fieldSignature(const std::vector<FieldDefinition>& fields)
+{
+    uint8_t signature = 0;
+    for (const FieldDefinition& field : fields) {
+        if (field.number < 8 || field.number == recordTemperature || field.number == recordTimestamp)
+            signature |= field.number;
+    }
+    return signature;
+}
+
+// Where the two values of a flag set start.
+constexpr uint8_t lowHalf = 0x01;
+constexpr uint8_t highHalf = 0x10;
+
+// A summary value and the flag that it sets when it is not 0.
+struct PresentValue {
+    uint8_t flag;
+    bool (*present)(const FitSummary&);
+};
+
+// What the definition of a field sets in a flag set.
+struct PresenceRow {
+    RecordFieldNumber field;
+    uint8_t FieldPresence::*flags;
+    uint8_t defined;
+    PresentValue values[3];
+};
+
+constexpr PresenceRow presenceRows[] = {
+    {recordTimestamp,
+     &FieldPresence::timestampFlags,
+     0x01,
+     {{0x10, [](const FitSummary& s) { return s.totalElapsed != 0; }}}},
+    {recordLatitude,
+     &FieldPresence::positionFlags,
+     0x01,
+     {{0x02, [](const FitSummary& s) { return s.firstLatitude != 0; }},
+      {0x04, [](const FitSummary& s) { return s.lastLatitude != 0; }}}},
+    {recordLongitude,
+     &FieldPresence::positionFlags,
+     0x10,
+     {{0x20, [](const FitSummary& s) { return s.firstLongitude != 0; }},
+      {0x40, [](const FitSummary& s) { return s.lastLongitude != 0; }}}},
+    {recordAltitude,
+     &FieldPresence::altitudeFlags,
+     0x01,
+     {{0x02, [](const FitSummary& s) { return s.avgAltitude != 0; }},
+      {0x04, [](const FitSummary& s) { return s.maxAltitude != 0; }}}},
+    {recordDistance,
+     &FieldPresence::motionFlags,
+     0x01,
+     {{0x02, [](const FitSummary& s) { return s.totalDistance != 0; }}}},
+    {recordSpeed,
+     &FieldPresence::motionFlags,
+     0x10,
+     {{0x20, [](const FitSummary& s) { return s.avgSpeed != 0; }},
+      {0x40, [](const FitSummary& s) { return s.maxSpeed != 0; }}}},
+    {recordTemperature,
+     &FieldPresence::temperatureFlags,
+     0x01,
+     {{0x02, [](const FitSummary& s) { return s.avgTemperature != 0; }}}},
+    {recordHeartRate,
+     &FieldPresence::heartRateFlags,
+     0x01,
+     {{0x02, [](const FitSummary& s) { return s.avgHeartRate != 0; }},
+      {0x04, [](const FitSummary& s) { return s.maxHeartRate != 0; }}}},
+    {recordCadence,
+     &FieldPresence::cadenceFlags,
+     0x01,
+     {{0x02, [](const FitSummary& s) { return s.avgCadence != 0; }},
+      {0x04, [](const FitSummary& s) { return s.maxCadence != 0; }}}},
+    {recordFractionalCadence, &FieldPresence::cadenceFlags, 0x10, {}},
+    {recordPower,
+     &FieldPresence::powerFlags,
+     0x01,
+     {{0x02, [](const FitSummary& s) { return s.avgPower != 0; }},
+      {0x04, [](const FitSummary& s) { return s.maxPower != 0; }},
+      {0x08, [](const FitSummary& s) { return s.normalizedPower != 0; }}}},
+    {recordAccuracy,
+     &FieldPresence::accuracyFlags,
+     0x01,
+     {{0x02, [](const FitSummary& s) { return s.gpsAccuracy != 0; }}}},
+};
+
+void setPresenceOf(uint8_t fieldNumber)
+{
+    for (const PresenceRow& row : presenceRows) {
+        if (row.field != fieldNumber)
+            continue;
+        uint8_t& flags = fieldPresence.*row.flags;
+        flags |= row.defined;
+        for (const PresentValue& value : row.values) {
+            if (value.present && value.present(fitSummary))
+                flags |= value.flag;
+        }
+    }
+}
+
+// The last full timestamp with its five low bits cleared, and 32 s more unless they were 0: the offset in a compressed
+// header has never been taken into account, so all records behind one full timestamp share this one.
+uint32_t compressedTimestamp(uint32_t lastFull)
+{
+    constexpr uint32_t lowBits = 0x1F;
+    uint32_t rounded = lastFull & ~lowBits;
+    return (lastFull & lowBits) != 0 ? rounded + lowBits + 1 : rounded;
+}
+
+void fillField(const FitMessage& message, uint8_t number, size_t offset, GpsRecord& record)
+{
+    std::span<const uint8_t> payload = message.payload;
+    bool bigEndian = message.definition->bigEndian();
+    switch (number) {
+    case recordTimestamp:
+        record.timestamp = readUint32(payload, offset, bigEndian);
+        break;
+    case recordLatitude:
+        record.latitude = degreesOf(static_cast<int32_t>(readUint32(payload, offset, bigEndian)));
+        break;
+    case recordLongitude:
+        record.longitude = degreesOf(static_cast<int32_t>(readUint32(payload, offset, bigEndian)));
+        break;
+    case recordAltitude:
+        record.altitude = metresOf(readUint16(payload, offset, bigEndian));
+        break;
+    case recordDistance:
+        record.distance = static_cast<int32_t>(readUint32(payload, offset, bigEndian)) / 100.0;
+        break;
+    case recordSpeed:
+        record.speed = readUint16(payload, offset, bigEndian) / 1000.0;
+        break;
+    case recordTemperature: // without a sign, unlike the summary's
+        record.temperature = readUint8(payload, offset);
+        break;
+    case recordHeartRate:
+        record.heartRate = readUint8(payload, offset);
+        break;
+    case recordCadence:
+        record.cadence = readUint8(payload, offset);
+        break;
+    case recordPower:
+        record.power = readUint16(payload, offset, bigEndian);
+        break;
+    }
+}
+
+void fillRecord(const FitMessage& message, uint32_t& lastFull, GpsRecord& record)
+{
+    if (message.compressed)
+        record.timestamp = compressedTimestamp(lastFull);
+    forEachField(message, [&](const FieldDefinition& field, size_t offset) {
+        fillField(message, field.number, offset, record);
+        if (field.number == recordTimestamp)
+            lastFull = record.timestamp;
+    });
+}
+
+} // namespace
+
+StatusCode gatherActivity(const FitImage& image)
+{
+    clearFitBlocks();
+    RecordDefinitions recordDefinitions;
+    StatusCode code = scanFitMessages(image, recordDefinitions);
+    if (code == fitOk)
+        code = checkCoherence(recordDefinitions);
+    if (code != fitOk)
+        return code;
+    std::vector<SessionLapEntry> sessions(fitInventory.sessionCount + 1);
+    std::vector<SessionLapEntry> laps(fitInventory.lapCount + 1);
+    code = extractFitMessages(image, sessions, laps);
+    return code != fitOk ? code : summariseFitMessages(sessions, laps);
+}
+
+StatusCode checkCoherence(const RecordDefinitions& recordDefinitions)
+{
+    StatusCode code = sportsCode();
+    for (const std::vector<FieldDefinition>& fields : recordDefinitions) {
+        if (fieldSignature(fields) != fieldSignature(recordDefinitions[0]))
+            return code | fitRecordFieldsDiffer;
+    }
+    return code;
+}
+
+void setFieldPresence()
+{
+    fieldPresence = {};
+    fieldPresence.isActivity = fitInventory.fileType == fileTypeActivity;
+    if (fitInventory.recordDefinitionCount == 0)
+        return;
+    fieldPresence.hasRecords = 1;
+    for (const LocalDefinition& slot : localDefinitions) {
+        if (slot.globalMessage != messageRecord)
+            continue;
+        for (const FieldDefinition& field : slot.fieldList())
+            setPresenceOf(field.number);
+        return;
+    }
+}
+
+void setReadiness()
+{
+    const FieldPresence& p = fieldPresence;
+    bool hasDistance = (p.motionFlags & lowHalf) != 0;
+    bool hasSpeed = (p.motionFlags & highHalf) != 0;
+    bool hasFix =
+        (p.timestampFlags & lowHalf) != 0 && (p.positionFlags & lowHalf) != 0 && (p.positionFlags & highHalf) != 0;
+    analysisReadiness = p.hasRecords ? readyForAnalysis : analysisImpossible;
+    if ((p.cadenceFlags & lowHalf) != 0 && (p.powerFlags & lowHalf) != 0)
+        analysisReadiness = nothingToPredict;
+    if (!hasSpeed && !hasDistance)
+        analysisReadiness = analysisImpossible;
+    if (hasDistance && !hasSpeed && !hasFix)
+        analysisReadiness = analysisImpossible;
+}
+
+StatusCode fillRecords(const FitImage& image, GpsRecords& records)
+{
+    size_t index = 0;
+    uint32_t lastFull = 0;
+    StatusCode code = walkMessages(image, [&](const FitMessage& message) {
+        if (message.isData(messageRecord) && index < records.size())
+            fillRecord(message, lastFull, records[index++]);
+    });
+    records.resize(index);
+    return code;
+}
+
+} // namespace torvane

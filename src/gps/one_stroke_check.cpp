@@ -1,0 +1,110 @@
+#include "gps/one_stroke_check.h"
+
+#include "core/files.h"
+#include "fit/fit_image.h"
+#include "fit/fit_tools.h"
+#include "fit/fit_types.h"
+#include "fit/fit_walk.h"
+#include "gps/gps_load.h"
+#include "gps/prepare.h"
+
+namespace torvane {
+
+namespace {
+
+struct Fault {
+    const char* title = nullptr; // none: no fault
+    const char* text = nullptr;
+};
+
+constexpr Fault error(const char* text)
+{
+    return {"error", text};
+}
+
+Fault checkReadiness()
+{
+    switch (analysisReadiness) {
+    case readyForAnalysis:
+        return {};
+    case analysisImpossible:
+        return error("can not analyse and predict due to a source file");
+    case nothingToPredict:
+        if (oneStrokePreparation.enabled)
+            return {"warning", "no need to analyse and predict cause power and cadence are already existing. drop "
+                               "one of them to predict it"};
+        return {"warning", "no need to analyse and predict cause power and cadence are already existing"};
+    default:
+        return error("failed to read the source file which might be an invalid structure");
+    }
+}
+
+// Of the file as it is, or as it will be prepared.
+StatusCode surveySource(FitImage& image, SourceFileInfo& source)
+{
+    if (!oneStrokePreparation.enabled)
+        return surveyFitFile(image, source);
+    PrepareFindings findings;
+    if (StatusCode code = loadPrepared(image, source.path, oneStrokePreparation.options, findings))
+        return code;
+    return surveyFitMessages(image, source);
+}
+
+bool severalSports(StatusCode code)
+{
+    return code == fitSessionSportsDiffer || code == fitLapSportsDiffer;
+}
+
+Fault checkSource(SourceFileInfo& source)
+{
+    FitImage image = {};
+    if (!fileExists(source.path))
+        return error("not existing a source file");
+    if (readFitHeader(image, source.path) != fitOk)
+        return error("detect an invalid source file structure");
+    StatusCode code = surveySource(image, source);
+    if (severalSports(code))
+        return error("found several sports in a source file. please divide it first");
+    if (code != fitOk)
+        return error("failed to read a source file which might be an invalid structure");
+    if (source.fileType != fileTypeActivity)
+        return error("found an invalid file id type of a source file");
+    presetPresenceFromScan(source);
+    return checkReadiness();
+}
+
+} // namespace
+
+Verdict checkOneStrokeSource(ToolInputs& inputs, bool needDestination)
+{
+    Verdict verdict;
+    clearSurvey(inputs.files[0]);
+    if (Fault fault = checkSource(inputs.files[0]); fault.title) {
+        verdict.passed = false;
+        verdict.boxes.push_back({fault.title, fault.text});
+        return verdict;
+    }
+    if (needDestination)
+        verdict.passed = checkDestinationPath(inputs.files[toolDestination].path, verdict);
+    return verdict;
+}
+
+void presetPresenceFromScan(const SourceFileInfo& info)
+{
+    auto present = [&](FieldBit field, int flags) { return (info.fieldsPresent & field) != 0 ? flags : 0; };
+    auto set = [](uint8_t& flags, int value) { flags = static_cast<uint8_t>(value); };
+    FieldPresence& presence = fieldPresence;
+    presence = {};
+    presence.isActivity = info.fileType == fileTypeActivity;
+    presence.hasRecords = info.recordDefinitionCount != 0;
+    set(presence.timestampFlags, present(fieldTimestamp, 0x11));
+    set(presence.positionFlags, present(fieldLatitude, 0x07) | present(fieldLongitude, 0x70));
+    set(presence.altitudeFlags, present(fieldAltitude, 0x07));
+    set(presence.motionFlags, present(fieldDistance, 0x03) | present(fieldSpeed, 0x70));
+    set(presence.temperatureFlags, present(fieldTemperature, 0x03));
+    set(presence.cadenceFlags, present(fieldCadence, 0x07));
+    set(presence.powerFlags, present(fieldPower, 0x07));
+    setReadiness();
+}
+
+} // namespace torvane

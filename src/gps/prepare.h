@@ -1,0 +1,51 @@
+// The preparing tool: an activity as its device wrote it becomes one that the analysis reads well, with one record
+// definition, a record each second, and fields that hold what they define. Nothing is repaired in silence: what was
+// found is counted.
+#pragma once
+
+#include "core/verdict.h"
+#include "fit/fit_image.h"
+#include "gps/prepare_findings.h"
+
+namespace torvane {
+
+struct ToolInputs;
+struct ParameterBlock;
+struct ToolOutcome;
+
+struct PrepareOptions {
+    int32_t gapLimit = 30; // s, longer steps stay as they are
+    double jumpSpeed = 40; // m/s, faster no position follows another
+    int32_t dropPower = 0; // leave out what was measured, so that it is predicted
+    int32_t dropCadence = 0;
+};
+constexpr int32_t leastGapLimit = 1, mostGapLimit = 300;    // s
+constexpr double leastJumpSpeed = 10, mostJumpSpeed = 1000; // m/s
+
+// Entries of the tool's dialog. They live for the session; no file keeps them.
+extern PrepareOptions prepareOptions;
+// What its last run found.
+extern PrepareFindings prepareFindings;
+
+// Whether a ride is prepared before it is loaded, analysed and written at one stroke, and how.
+struct OneStrokePreparation {
+    int32_t enabled = 0;
+    PrepareOptions options;
+};
+extern OneStrokePreparation oneStrokePreparation;
+
+// Makes the prepared file out of a loaded one, header and CRC included. Preparing a prepared file gives it back to the
+// byte. fitOk; fitInvalid; fitSessionSportsDiffer or fitLapSportsDiffer, to be divided first; fitPrepareFailed without
+// a record that has its time, or where the result would be larger than a FIT file can be.
+StatusCode prepareActivity(const FitImage& source, const PrepareOptions& options, FitImage& prepared,
+                           PrepareFindings& findings);
+
+// Loads a file and prepares it. The codes of loading and those above.
+StatusCode loadPrepared(FitImage& prepared, const std::string& path, const PrepareOptions& options,
+                        PrepareFindings& findings);
+
+// The tool's check and run, as those of fit_tools.h; the run reads prepareOptions and leaves prepareFindings.
+Verdict checkPrepare(ToolInputs& inputs, ParameterBlock& options);
+ToolOutcome runPrepare(ToolInputs& inputs);
+
+} // namespace torvane

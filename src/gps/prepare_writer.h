@@ -1,0 +1,16 @@
+// The data block of a prepared file: its records a second apart under one definition, and the other messages in their
+// places between them. A definition is written when a message needs it.
+#pragma once
+
+#include "gps/activity.h"
+#include "gps/ride_summaries.h"
+
+#include <vector>
+
+namespace torvane {
+
+// False where the block would be larger than a FIT file can be.
+bool writePrepared(const Activity& activity, const SummaryRules& rules, std::vector<uint8_t>& block,
+                   PrepareFindings& findings);
+
+} // namespace torvane

@@ -1,0 +1,47 @@
+// Two rides with power on one axis of time: how the one stands to the other. Serves to hold a prediction against a
+// power meter.
+#pragma once
+
+#include "fit/fit_codes.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace torvane {
+
+constexpr uint32_t comparisonWindow = 30; // s, of means and of normalised power
+
+// What both rides say over the same seconds. Powers in W.
+struct PowerComparison {
+    uint32_t start = 0;   // FIT seconds
+    uint32_t seconds = 0; // in which both have a power
+    double mean[2] = {};
+    double normalised[2] = {}; // fourth root of the mean fourth power of means over 30 s; 0 for less than 30 s
+    double correlation = 0;    // of means over 30 s that follow one another, -1 to 1
+    uint32_t windows = 0;      // of those means; the correlation is told for three or more
+};
+
+struct RideComparison {
+    PowerComparison whole;
+    std::vector<PowerComparison> sectors; // runs of seconds without a hole, of a minute or more
+    uint32_t alone[2] = {};               // seconds of one ride that the other does not have
+};
+
+struct ComparisonOutcome {
+    StatusCode code = fitOk;
+    bool second = false; // which ride the code is about
+};
+
+// fitOk, a code of loading, or fitNotComparable when no second has a power in both.
+ComparisonOutcome compareRides(const std::string& first, const std::string& second, RideComparison& comparison);
+
+// The powers of one ride by time: rising, one for each second that has one.
+struct TimedPower {
+    uint32_t timestamp; // FIT seconds
+    double watts;
+};
+StatusCode comparePowers(const std::vector<TimedPower>& first, const std::vector<TimedPower>& second,
+                         RideComparison& comparison);
+
+} // namespace torvane

@@ -1,0 +1,53 @@
+// Trimmed moving means: each value of a track gives way to the mean of its neighbourhood without the smallest and the
+// largest value there. The window follows from how densely the track was sampled.
+// A window w covers the samples within (w + 2) / 2 on either side, so 7 means 9 samples, 5 seven, 3 five, 1 three.
+// Results do not feed back within a pass. Where a window has no more than two samples the value stays.
+#pragma once
+
+#include "gps/gps_record.h"
+
+#include <span>
+#include <vector>
+
+namespace torvane {
+
+using RecordField = double GpsRecord::*;
+
+// Where the search of a window's extremes starts; matters only for values beyond.
+struct ExtremesStart {
+    double smallest;
+    double largest;
+};
+
+// 7, 5, 3 or 1, by the mean of all steps of distance that are at least 1 m; 1 when there is none.
+int chooseWindow(std::span<const GpsRecord> records);
+
+// 5, 3, or 0 for none, by the mean of all steps between positions.
+int choosePositionWindow(std::span<const GpsRecord> records);
+
+// Smooths a field over the rows of all sectors.
+void smoothField(std::span<GpsRecord> records, RecordField field, int window, ExtremesStart start);
+
+// The same from other values than the field holds, one for each row.
+void smoothInto(std::span<GpsRecord> records, RecordField field, const std::vector<double>& values, int window,
+                ExtremesStart start);
+
+// Smooths latitude, then longitude, each within its sector.
+void smoothPositions(std::span<GpsRecord> records, int window);
+
+// Smooths headings within their sector, across north as well. A window that turns by more than 90 degrees is a real
+// corner and stays.
+void smoothHeading(std::span<GpsRecord> records, int window);
+
+// Smooths the steps of distance and adds them up again from the first row on.
+void smoothDistance(std::span<GpsRecord> records, int window);
+
+// The passes over the other fields.
+void smoothSpeed(std::span<GpsRecord> records, int window);
+void smoothAltitude(std::span<GpsRecord> records, int window);
+void smoothCadence(std::span<GpsRecord> records, int window);
+void smoothPower(std::span<GpsRecord> records, int window);
+constexpr ExtremesStart inclinationStart = {1000.0, -1000.0};
+constexpr ExtremesStart accelerationStart = {1000.0, 0.0};
+
+} // namespace torvane

@@ -1,0 +1,167 @@
+#include "gps/track.h"
+
+#include "gps/analysis.h"
+#include "gps/gps_load.h"
+#include "gps/sectors.h"
+#include "gps/smoothing.h"
+#include "gps/track_geometry.h"
+
+#include "model/constants.h"
+
+#include <cmath>
+#include <vector>
+
+namespace torvane {
+
+namespace {
+
+constexpr double slowestSlope = 2.0; // m/s; slower, the altitude's own noise makes the slope
+
+void computeHeadings(std::span<GpsRecord> records)
+{
+    size_t last = records.size() - 1;
+    for (size_t i = 0; i < last; i++) {
+        records[i].heading =
+            bearing(records[i].latitude, records[i].longitude, records[i + 1].latitude, records[i + 1].longitude);
+    }
+    if (last > 0)
+        records[last].heading = records[last - 1].heading;
+}
+
+double accelerationOverDistance(const GpsRecord& from, const GpsRecord& to)
+{
+    return ((from.speed + to.speed) * 0.5 * (to.speed - from.speed)) / (to.distance - from.distance);
+}
+
+double accelerationOverTime(const GpsRecord& from, const GpsRecord& to)
+{
+    return (to.speed - from.speed) / (to.timestamp - from.timestamp); // unsigned seconds
+}
+
+void computeAcceleration(std::span<GpsRecord> records, bool overDistance)
+{
+    for (size_t i = 0; i + 1 < records.size(); i++) {
+        double acceleration = overDistance ? accelerationOverDistance(records[i], records[i + 1])
+                                           : accelerationOverTime(records[i], records[i + 1]);
+        records[i].acceleration = std::isfinite(acceleration) ? acceleration : 0;
+    }
+    records.back().acceleration = 0;
+}
+
+// Percent from one row to the next; 0 where no way lies between them.
+double slopeBetween(const GpsRecord& from, const GpsRecord& to)
+{
+    if (to.distance == from.distance)
+        return 0;
+    return (to.altitude - from.altitude) * 100 / (to.distance - from.distance);
+}
+
+std::vector<double> slopesOf(std::span<const GpsRecord> records)
+{
+    std::vector<double> slopes(records.size());
+    if (records.size() < 2)
+        return slopes;
+    size_t last = records.size() - 1;
+    slopes[0] = slopeBetween(records[0], records[1]);
+    for (size_t i = 1; i < last; i++) {
+        if (!(records[i].speed < slowestSlope))
+            slopes[i] = slopeBetween(records[i], records[i + 1]);
+    }
+    slopes[last] = slopeBetween(records[last - 1], records[last]);
+    return slopes;
+}
+
+void computeInclination(std::span<GpsRecord> records, int window, double unrealInclination)
+{
+    std::vector<double> slopes = slopesOf(records);
+    if (window == 0) {
+        for (size_t i = 0; i < records.size(); i++)
+            records[i].inclination = slopes[i];
+        return;
+    }
+    for (size_t i = 1; i + 1 < slopes.size(); i++) { // the first and the last are never rejected
+        if (std::fabs(slopes[i]) > unrealInclination)
+            slopes[i] = 0;
+    }
+    smoothInto(records, &GpsRecord::inclination, slopes, window, inclinationStart);
+}
+
+// The slope's share of gravity along the road, m/s2, negative uphill.
+double slopeGravity(double inclination)
+{
+    if (inclination == 0)
+        return 0;
+    return -standardGravity * inclination / std::sqrt(inclination * inclination + 100.0 * 100.0);
+}
+
+void rejectAcceleration(std::span<GpsRecord> records, int window, double unrealAccele)
+{
+    std::vector<double> kept(records.size());
+    for (size_t i = 0; i < records.size(); i++) {
+        if (records[i].acceleration <= slopeGravity(records[i].inclination) + unrealAccele)
+            kept[i] = records[i].acceleration;
+    }
+    smoothInto(records, &GpsRecord::acceleration, kept, window, accelerationStart);
+}
+
+void refinePositions(std::span<GpsRecord> records, uint32_t analysisFlags)
+{
+    if ((analysisFlags & analysisSmoothing) != 0 && (analysisFlags & analysisPosition) != 0) {
+        if (int window = choosePositionWindow(records))
+            smoothPositions(records, window);
+    }
+    if (analysisFlags & analysisPosition)
+        computeHeadings(records);
+    if (analysisFlags & analysisMotionFromPosition)
+        distanceFromPositions(records);
+}
+
+void refineSlope(std::span<GpsRecord> records, int window, double unrealInclination, uint32_t analysisFlags)
+{
+    if (analysisFlags & analysisFlat) {
+        for (GpsRecord& record : records)
+            record.inclination = 0;
+        return;
+    }
+    if (window != 0)
+        smoothAltitude(records, window);
+    computeInclination(records, window, unrealInclination);
+}
+
+} // namespace
+
+void refineTrack(std::span<GpsRecord> records, double unrealInclination, double unrealAccele, uint32_t analysisFlags)
+{
+    if (records.empty())
+        return;
+    refinePositions(records, analysisFlags);
+    int window = (analysisFlags & analysisSmoothing) != 0 ? chooseWindow(records) : 0;
+    if (window != 0) {
+        smoothHeading(records, window);
+        smoothDistance(records, window);
+    }
+    if (analysisFlags & (analysisMotionFromPosition | analysisSpeedFromDistance))
+        speedFromDistance(records);
+    if (window != 0)
+        smoothSpeed(records, window);
+    computeAcceleration(records, (analysisFlags & analysisNoTimestamps) != 0);
+    refineSlope(records, window, unrealInclination, analysisFlags);
+    if (window != 0)
+        rejectAcceleration(records, window, unrealAccele);
+}
+
+StatusCode prepareTrack(const FitImage& image, GpsRecords& records, uint32_t analysisFlags, TrackLimits limits)
+{
+    if (StatusCode code = fillRecords(image, records))
+        return code;
+    const ParameterBlock& block = workingBlock;
+    if (!formSectors(records, block.thresholdSpeed / 3.6, analysisFlags))
+        return fitNoSector;
+    if (limits == TrackLimits::analyse)
+        refineTrack(records, block.analyseUnrealInclination, block.analyseUnrealAccele, analysisFlags);
+    else
+        refineTrack(records, block.expressUnrealInclination, block.expressUnrealAccele, analysisFlags);
+    return fitOk;
+}
+
+} // namespace torvane

@@ -1,0 +1,19 @@
+// The heat of both brakes along a predicted track: where nobody pedals and the road gives more than the ride shows, the
+// difference went into the brakes. Fills the brake fields of the rows.
+#pragma once
+
+#include "gps/gps_record.h"
+
+#include <cstddef>
+#include <span>
+
+namespace torvane {
+
+// Does nothing unless power was predicted. Slope, wind and air are those of the last row throughout.
+void trackBrakeHeat(std::span<GpsRecord> records);
+
+// One row: netPower in W is what the track asks of the rider, negative where it gives. Heats and cools both brakes for
+// the whole seconds since the row before; none when time stood still or ran backwards.
+void brakeHeatStep(std::span<GpsRecord> records, double netPower, size_t index);
+
+} // namespace torvane

@@ -1,0 +1,236 @@
+// Analysed files against files made byte by byte.
+#include "fit/fit_builder.h"
+#include "gps/analysed_fields.h"
+#include "gps/analysed_writer.h"
+
+#include <cmath>
+
+namespace torvane {
+
+namespace {
+
+constexpr uint32_t addAll = addSpeed | addDistance | addCadence | addPower;
+
+// The data block of the analysed file; empty when a step refused.
+Bytes rewrite(const FitBuilder& builder, const GpsRecords& rows, uint32_t added, const OutputChoice& options = {})
+{
+    FitImage source;
+    FitImage destination;
+    source.data = builder.data;
+    source.dataSize = static_cast<int32_t>(builder.data.size());
+    EXPECT_EQ(planRewrittenSize(destination, source, rows, added), fitOk);
+    EXPECT_EQ(writeAnalysedFit(destination, source, rows, added, options), fitOk);
+    EXPECT_EQ(static_cast<size_t>(destination.dataSize), destination.data.size());
+    return destination.data;
+}
+
+GpsRecord row(uint32_t sector, double distance = 0, double speed = 0, double cadence = 0, double power = 0)
+{
+    GpsRecord r = {};
+    r.sector = sector;
+    r.distance = distance;
+    r.speed = speed;
+    r.cadence = cadence;
+    r.power = power;
+    return r;
+}
+
+} // namespace
+
+TEST(AnalysedWriter, recordsTakeTheirMotionFromTheRows)
+{
+    for (bool bigEndian : {false, true}) {
+        const std::vector<FitBuilder::Field> fields = {{253, 4}, {4, 1}, {5, 4}, {6, 2},
+                                                       {7, 2},   {2, 2}, {6, 4}, {4, 3}};
+        FitBuilder source, expected;
+        source.define(1, messageRecord, fields, bigEndian, {{0, 2}});
+        source.message(1, {100, 1, 2, 3, 4, 5, 6, 7, 0x1234}).message(1, {101, 1, 2, 3, 4, 5, 6, 7, 0x5678});
+        expected.define(1, messageRecord, fields, bigEndian, {{0, 2}});
+        // A cadence takes the first byte of its field, speed and power the low bytes.
+        int64_t wideCadence = bigEndian ? 88 << 16 : 88;
+        expected.message(1, {101, 88, 123456, 70000 & 0xFFFF, 250, 5, 70000, wideCadence, 0x5678});
+        Bytes data = rewrite(source, {row(0, 1, 1, 1, 1), row(3, 1234.569, 70.0, 88.9, 250.9)}, 0);
+        EXPECT_EQ(data, expected.data) << bigEndian;
+    }
+}
+
+TEST(AnalysedWriter, addedFieldsStandBetweenOwnAndDeveloperFields)
+{
+    for (bool bigEndian : {false, true}) {
+        FitBuilder source, expected;
+        source.define(1, messageRecord, {{253, 4, 6}}, bigEndian, {{0, 1, 0}});
+        source.define(2, messageLap, {{253, 4, 6}}, bigEndian, {{0, 1, 0}});
+        source.define(3, messageSession, {{253, 4, 6}}, bigEndian);
+        source.message(1, {50, 7}).message(1, {52, 8}).message(2, {0, 9}).message(3, {0});
+
+        expected.define(1, messageRecord, {{253, 4, 6}, {6, 2, 4}, {5, 4, 6}, {4, 1, 2}, {7, 2, 4}}, bigEndian,
+                        {{0, 1, 0}});
+        expected.define(
+            2, messageLap,
+            {{253, 4, 6}, {13, 2, 4}, {14, 2, 4}, {9, 4, 6}, {17, 1, 2}, {18, 1, 2}, {19, 2, 4}, {20, 2, 4}}, bigEndian,
+            {{0, 1, 0}});
+        expected.define(
+            3, messageSession,
+            {{253, 4, 6}, {14, 2, 4}, {15, 2, 4}, {9, 4, 6}, {18, 1, 2}, {19, 1, 2}, {20, 2, 4}, {21, 2, 4}},
+            bigEndian);
+        // The distance added to records stays 0. 10.00 m in 2 s are 5 m/s; coasting does not lower cadence and power.
+        expected.message(1, {50, 4000, 0, 80, 200, 7}).message(1, {52, 6000, 0, 0, 0, 8});
+        expected.message(2, {50, 5000, 6000, 1000, 80, 80, 200, 200, 9});
+        expected.message(3, {50, 5000, 6000, 1000, 80, 80, 200, 200});
+        EXPECT_EQ(rewrite(source, {row(1, 5, 4, 80, 200), row(1, 15, 6, 0, 0)}, addAll), expected.data) << bigEndian;
+    }
+}
+
+TEST(AnalysedWriter, eachFlagAddsItsOwnFields)
+{
+    struct Case {
+        uint32_t flag;
+        size_t recordFields, recordBytes, sessionFields, sessionBytes;
+    };
+    FitBuilder source;
+    source.define(1, messageRecord, {{253, 4}}).define(2, messageSession, {{5, 1}}).define(3, messageEvent, {{0, 1}});
+    source.message(1, {1}).message(1, {2}).message(2, {2}).message(3, {3});
+    for (Case c :
+         {Case{addSpeed, 1, 2, 2, 4}, {addDistance, 1, 4, 1, 4}, {addCadence, 1, 1, 2, 2}, {addPower, 1, 2, 2, 4}}) {
+        size_t grown = 3 * (c.recordFields + c.sessionFields) + 2 * c.recordBytes + c.sessionBytes;
+        EXPECT_EQ(rewrite(source, {row(1), row(1)}, c.flag).size(), source.data.size() + grown) << c.flag;
+    }
+}
+
+TEST(AnalysedWriter, lapsAndSessionsAreSummedUpAnew)
+{
+    const std::vector<FitBuilder::Field> recordFields = {{253, 4}, {0, 4},  {1, 4},  {2, 2},  {3, 1},
+                                                         {5, 4},   {13, 1}, {18, 1}, {31, 1}, {33, 2}};
+    const std::vector<FitBuilder::Field> lapFields = {
+        {2, 4},  {3, 4},  {4, 4},  {5, 4},  {6, 4},  {7, 4},  {8, 4},  {52, 4}, {9, 4},  {10, 4},  {11, 2}, {13, 2},
+        {15, 1}, {16, 1}, {42, 2}, {43, 2}, {44, 1}, {50, 1}, {51, 1}, {62, 2}, {63, 1}, {253, 4}, {25, 1}, {254, 2}};
+    FitBuilder source, expected;
+    for (FitBuilder* b : {&source, &expected})
+        b->define(0, messageRecord, recordFields).define(1, messageLap, lapFields);
+    source.message(0, {1000, 11, 21, 2600, 120, 0, -3, 5, 4, 100})
+        .message(0, {1002, 12, 22, 2500, 130, 0, -5, 6, 6, 200})
+        .message(0, {1005, 13, 23, 9999, 255, 0, 99, 9, 9, 999}) // dropped
+        .message(0, {1020, 14, 24, 2550, 110, 0, 1, 7, 5, 300})
+        .message(0, {1021, 15, 25, 2560, 116, 0, -2, 8, 5, 400})
+        .message(1, std::vector<int64_t>(lapFields.size(), 1))
+        .message(1, std::vector<int64_t>(lapFields.size(), 1));
+    expected.message(0, {1000, 11, 21, 2600, 120, 100, -3, 5, 4, 100})
+        .message(0, {1002, 12, 22, 2500, 130, 1600, -5, 6, 6, 200})
+        .message(0, {1020, 14, 24, 2550, 110, 9000, 1, 7, 5, 300})
+        .message(0, {1021, 15, 25, 2560, 116, 9900, -2, 8, 5, 400})
+        // Time and way across the dropped record count in elapsed time alone; 24 m in 3 s.
+        .message(1, {1000, 11,  21,   15,   25, 21000, 3000, 3000, 2400, 26,   1000, 8000,
+                     119,  130, 2552, 2600, 5,  -2,    1,    2500, 110,  1000, 1,    1})
+        .message(1, {0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 1});
+    Bytes data = rewrite(source, {row(1, 1), row(1, 16), row(0, 50), row(2, 90), row(2, 99)}, 0);
+    EXPECT_EQ(data, expected.data);
+}
+
+TEST(AnalysedWriter, aSessionGoesOnAcrossItsLaps)
+{
+    FitBuilder source, expected;
+    for (FitBuilder* b : {&source, &expected})
+        b->define(0, messageRecord, {{253, 4}})
+            .define(1, messageLap, {{8, 4}, {25, 1}})
+            .define(2, messageSession, {{8, 4}, {59, 4}, {5, 1}, {7, 4}, {2, 4}});
+    source.message(0, {10}).message(0, {13}).message(1, {0, 3}).message(0, {15}).message(0, {16}).message(1, {0, 4});
+    source.message(2, {0, 0, 5, 0, 0}).message(2, {9, 9, 6, 9, 9});
+    // The step from lap to lap belongs to the session alone. The sport reaches sessions only.
+    expected.message(0, {10})
+        .message(0, {13})
+        .message(1, {3000, 3})
+        .message(0, {15})
+        .message(0, {16})
+        .message(1, {1000, 4});
+    expected.message(2, {6000, 6000, 254, 6000, 10}).message(2, {0, 0, 254, 0, 0});
+    GpsRecords rows(4, row(1));
+    EXPECT_EQ(rewrite(source, rows, 0, {.convertEnabled = 0, .fitFormat = 0, .sportEnabled = 1, .sportIndex = 8}),
+              expected.data);
+    EXPECT_EQ(analysedInventory.sessionSport, (std::vector<uint8_t>{254, 254}));
+    rewrite(source, rows, 0);
+    EXPECT_EQ(analysedInventory.sessionSport, (std::vector<uint8_t>{5, 6}));
+}
+
+TEST(AnalysedWriter, positionsOfBigEndianRecordsAreGatheredFromTheBytesInFront)
+{
+    FitBuilder source, expected;
+    for (FitBuilder* b : {&source, &expected})
+        b->define(0, messageRecord, {{1, 4}, {0, 4}}, true).define(1, messageLap, {{3, 4}, {4, 4}}, false);
+    source.message(0, {0x01020304, 0x05060708}).message(1, {0, 0});
+    expected.message(0, {0x01020304, 0x05060708}).message(1, {0x01020304, 0});
+    EXPECT_EQ(rewrite(source, {row(1)}, 0), expected.data);
+}
+
+TEST(AnalysedWriter, fileIdActivityAndOthers)
+{
+    FitBuilder source, expected;
+    for (FitBuilder* b : {&source, &expected}) {
+        b->define(0, messageFileId, {{0, 1}, {1, 2}, {2, 2}, {4, 4}});
+        b->define(1, messageActivity, {{253, 4}, {0, 4}, {1, 2}}, true).define(2, 4321, {{0, 4}}, false, {{0, 2}});
+    }
+    source.message(0, {4, 0x1234, 77, 88}).message(1, {5, 6, 7}).message(2, {8, 9}).put(0x0F);
+    expected.message(0, {4, 0x00FF, 77, 88}).message(1, {5, 123456, 7}).message(2, {8, 9}).put(0x0F);
+    analysedSummary.totalTimer = 123456;
+    EXPECT_EQ(rewrite(source, {}, addAll), expected.data);
+}
+
+TEST(AnalysedWriter, averageSpeedOfALongRideWraps)
+{
+    FitBuilder source;
+    source.define(0, messageRecord, {{253, 4}, {5, 4}}).define(1, messageLap, {{13, 2}});
+    source.message(0, {0, 0}).message(0, {5000, 0}).message(1, {0});
+    struct Case {
+        double metres;
+        int speed; // mm/s, over 5000 s
+    };
+    // From 42,949.68 m on the first product loses 2^32: 4294968 x 1000 leaves 704.
+    for (Case c : {Case{42949.67, 8589}, {42949.68, 0}, {60000, 3410}}) {
+        Bytes data = rewrite(source, {row(1, 0), row(1, c.metres)}, 0);
+        EXPECT_EQ(data[data.size() - 2] | data[data.size() - 1] << 8, c.speed) << c.metres;
+    }
+}
+
+TEST(AnalysedWriter, theAddedDistanceGoesAstrayWithTheSizeOfAForgottenField)
+{
+    // The slot's second triple is left from a longer definition: 4 bytes. A record now has 6, the added field at 2, so
+    // the value's place is at 4: the two high bytes of the added field, then the next message, which overwrites it.
+    FitBuilder source, expected;
+    source.define(0, 999, {{1, 1}, {2, 4}}).define(0, messageRecord, {{3, 1}}).message(0, {70}).message(0, {71});
+    expected.define(0, 999, {{1, 1}, {2, 4}}).define(0, messageRecord, {{3, 1}, {5, 4, 6}});
+    expected.message(0, {70, 0x04030000}).message(0, {71, 0x08070000});
+    Bytes data = rewrite(source, {row(1, 10.275), row(1, 20.555)}, addDistance); // 0x403 and 0x807 hundredths
+    EXPECT_EQ(data, expected.data);
+}
+
+TEST(AnalysedWriter, refusals)
+{
+    FitBuilder source;
+    source.define(0, messageRecord, {{253, 4}}).message(0, {1}).message(0, {2});
+    FitImage image, destination;
+    image.data = source.data;
+    GpsRecords rows(2, row(1));
+    ASSERT_EQ(planRewrittenSize(destination, image, rows, addPower), fitOk);
+    EXPECT_EQ(writeAnalysedFit(destination, image, rows, addPower | addSpeed, {}), fitSizeMismatch);
+    EXPECT_EQ(writeAnalysedFit(destination, image, rows, 0, {}), fitSizeMismatch);
+    image.data.push_back(0);
+    EXPECT_EQ(planRewrittenSize(destination, image, rows, 0), fitInvalid);
+    EXPECT_EQ(writeAnalysedFit(destination, image, rows, 0, {}), fitInvalid);
+    // No room for another field.
+    image.data = FitBuilder().define(0, messageLap, std::vector<FitBuilder::Field>(255, {1, 0})).data;
+    EXPECT_EQ(planRewrittenSize(destination, image, {}, addPower), fitSizeMismatch);
+    EXPECT_EQ(planRewrittenSize(destination, image, {}, 0), fitOk);
+}
+
+TEST(AnalysedWriter, wildRowsAndShortFieldsStayDefined)
+{
+    FitBuilder source;
+    source.define(0, messageRecord, {{253, 0}, {5, 0}, {4, 0}, {6, 1}, {7, 1}, {0, 1}, {1, 0}}, true)
+        .define(1, messageLap, {{8, 1}, {13, 0}, {2, 255}});
+    GpsRecords rows(3, row(1, 1e300, -1e300, 1e19, -7));
+    rows[2].distance = rows[2].speed = rows[2].cadence = rows[2].power = std::nan("");
+    source.message(0, {0, 0, 0, 0, 0, 0, 0}).message(0, {0, 0, 0, 0, 0, 0, 0}).message(0, {0, 0, 0, 0, 0, 0, 0});
+    source.message(1, {0, 0, 0});
+    EXPECT_GT(rewrite(source, rows, addAll).size(), source.data.size());
+}
+
+} // namespace torvane

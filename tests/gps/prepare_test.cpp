@@ -1,0 +1,348 @@
+// Preparing a ride: what becomes of time, of missing values, of positions off the track, of messages between records.
+#include "prepare_fixture.h"
+
+#include "gps/gps_load.h"
+#include "ride_maker.h"
+
+#include <numeric>
+
+namespace torvane {
+
+namespace {
+
+using Values = std::vector<int64_t>;
+
+constexpr int64_t noByte = 0xFF, noWord = 0xFFFF, noLong = 0xFFFFFFFF;
+constexpr int64_t metreNorth = 107; // semicircles, 0.9973 m of latitude
+
+} // namespace
+
+TEST(Prepare, FillsStepsButNeitherPausesNorLongOnes)
+{
+    Recording ride({timeField, distanceField, speedField});
+    ride.record({100, 0, 4000}).record({104, 1000, 2000}).timer(104, 4);
+    ride.timer(110, 0).record({112, 1500, 2000}).record({113, 1600, 2000}).record({144, 9000, 2000});
+    Prepared done(ride.data);
+    EXPECT_EQ(done.records(253), (Values{100, 101, 102, 103, 104, 112, 113, 144}));
+    EXPECT_EQ(done.records(5), (Values{0, 250, 500, 750, 1000, 1500, 1600, 9000}));
+    EXPECT_EQ(done.records(6), (Values{4000, 3500, 3000, 2500, 2000, 2000, 2000, 2000}));
+    EXPECT_EQ(done.findings.recordsFilled, 3u);
+    EXPECT_EQ(done.findings.stepsPaused, 1u);
+    EXPECT_EQ(done.findings.stepsLong, 1u);
+    EXPECT_EQ(done.findings.seconds, 5u);
+    EXPECT_EQ(done.findings.centimetres, 1100u);
+    EXPECT_EQ(Prepared(ride.data, {.gapLimit = 31}).records(253).size(), 38u);
+}
+
+TEST(Prepare, KeepsTheFirstOfEqualAndBackwardTimes)
+{
+    Recording ride({timeField, heartRateField});
+    for (int64_t time : Values{100, 101, 101, 100, 102, 9000, 103, noLong, 104})
+        ride.record({time, time & 0x7F});
+    Prepared done(ride.data);
+    EXPECT_EQ(done.records(253), (Values{100, 101, 102, 103, 104}));
+    EXPECT_EQ(done.records(3), (Values{100, 101, 102, 103, 104}));
+    EXPECT_EQ(done.findings.equalTimestamps, 1u);
+    EXPECT_EQ(done.findings.backwardTimestamps, 1u);
+    EXPECT_EQ(done.findings.leapingTimestamps, 1u);
+    EXPECT_EQ(done.findings.withoutTimestamp, 1u);
+}
+
+// Also of the local types that other walks take for definitions, and from the time of any message.
+TEST(Prepare, MakesCompressedTimestampsFull)
+{
+    Recording ride({timeField, heartRateField});
+    ride.record({1000 * 32 + 30, 90}).define(localSession, 20, {heartRateField});
+    ride.compressed(localSession, 31, {91}).compressed(localSession, 0, {92}).compressed(localSession, 2, {93});
+    ride.timer(1001 * 32 + 20, 3).compressed(localSession, 9, {94});
+    Prepared done(ride.data, {.gapLimit = 39});
+    EXPECT_EQ(done.records(253), seconds(32030, 32073));
+    EXPECT_EQ(done.records(3)[4], 93);
+    EXPECT_EQ(done.records(3).back(), 94);
+    EXPECT_EQ(done.findings.compressedTimestamps, 4u);
+
+    Recording event({timeField, heartRateField});
+    event.record({64, 90});
+    event.define(localOther - 2, 21, {{0, 1, 0}, {1, 1, 0}}).compressed(localOther - 2, 5, {11, 3});
+    EXPECT_EQ(Prepared(event.data).values(21, 253), (Values{69}));
+}
+
+TEST(Prepare, PutsEnhancedFieldsIntoPlainOnes)
+{
+    for (bool big : {false, true}) {
+        Recording ride({timeField, {73, 4, 0x86}, {78, 4, 0x86}, {6, 2, 0x84}, {7, 2, 0x84}}, big);
+        ride.record({100, 5000, 3000, noWord, noWord}).record({101, 5001, 70000, 6000, noWord});
+        ride.record({102, noLong, 3002, noWord, noWord}).record({103, 5000, 3003, noWord, noWord});
+        ride.define(localSession, 18,
+                    {timeField, {124, 4, 0x86}, {125, 4, 0x86}, {14, 2, 0x84}, {16, 1, 2}, {5, 1, 0}, {8, 4, 0x86}},
+                    big);
+        ride.message(localSession, {103, 4000, 6000, noWord, noByte, 2, 3000});
+        Prepared done(ride.data);
+        EXPECT_EQ(done.records(6), (Values{5000, 6000, 5500, 5000}));
+        EXPECT_EQ(done.records(2), (Values{3000, 3001, 3002, 3003}));
+        EXPECT_EQ(done.records(73), (Values{-1, -1, -1, -1}));
+        EXPECT_EQ(done.records(7), (Values{-1, -1, -1, -1})); // nothing but markers
+        for (auto [field, value] : std::map<int, int64_t>{{14, 4000}, {15, 6000}, {124, -1}, {16, -1}, {5, 2}})
+            EXPECT_EQ(done.values(18, field), Values{value}) << field;
+        EXPECT_EQ(done.values(0, 1), Values{big ? 0xFF00 : 0x00FF}); // the mark of a rewritten file
+        EXPECT_EQ(done.findings.deviceSpeed, 4000);
+    }
+}
+
+TEST(Prepare, BridgesShortHolesAndStatesLongOnes)
+{
+    struct Case {
+        FitBuilder::Field field;
+        int64_t before, after;
+        Values shortHole; // of 4 seconds
+        int64_t inLongHole;
+    };
+    const Case cases[] = {
+        {heartRateField, 100, 104, {100, 101, 102, 103, 104}, 100},
+        {temperatureField, 20, 24, {20, 21, 22, 23, 24}, 20},
+        {cadenceField, 80, 88, {80, 82, 84, 86, 88}, 0},
+        {powerField, 300, 100, {300, 250, 200, 150, 100}, 0},
+        {altitudeField, 3000, 3040, {3000, 3010, 3020, 3030, 3040}, 3020},
+        {distanceField, 0, 2000, {0, 500, 1000, 1500, 2000}, 1000},
+    };
+    for (const Case& c : cases) {
+        for (int length : {4, 20}) {
+            int64_t none = c.field.baseType == 0x01 ? 0x7F
+                           : c.field.size == 1      ? noByte
+                           : c.field.size == 2      ? noWord
+                                                    : noLong;
+            Recording ride({timeField, c.field});
+            for (int i = 0; i <= length; ++i)
+                ride.record({100 + i, i == 0 ? c.before : i == length ? c.after : none});
+            Prepared done(ride.data);
+            if (length == 4) {
+                EXPECT_EQ(done.records(c.field.number), c.shortHole) << c.field.number;
+            } else {
+                EXPECT_EQ(done.records(c.field.number)[10], c.inLongHole) << c.field.number;
+            }
+        }
+    }
+}
+
+TEST(Prepare, DerivesDistanceAndSpeed)
+{
+    Recording positions({timeField, latitudeField, longitudeField});
+    for (int i = 0; i < 5; ++i)
+        positions.record({100 + 2 * i, 500'000'000 + 20 * metreNorth * i, 100});
+    Prepared byPosition(positions.data);
+    EXPECT_EQ(byPosition.records(5).back(), 7978); // 80 x 107 semicircles
+    for (int64_t speed : byPosition.records(6))
+        EXPECT_NEAR(speed, 9973, 3);
+
+    Recording speeds({timeField, speedField});
+    speeds.record({100, 4000}).record({102, 6000}).record({103, 6000});
+    EXPECT_EQ(Prepared(speeds.data).records(5), (Values{0, 500, 1000, 1600}));
+
+    Recording distances({timeField, distanceField});
+    distances.record({100, 0}).record({101, 500}).record({102, 1500}).record({200, 9000}).record({201, 9500});
+    EXPECT_EQ(Prepared(distances.data).records(6), (Values{5000, 7500, 10000, 5000, 5000}));
+}
+
+// Positions in metres to the north, one a second; what is left of them when they are prepared.
+TEST(Prepare, DropsPositionsOutOfReach)
+{
+    struct Case {
+        Values north, kept;
+        uint32_t off, shifts;
+    };
+    Values moved(60, 0), believed(60, 0);
+    std::iota(moved.begin(), moved.end(), 5000);
+    moved[0] = believed[0] = 0;
+    std::copy(moved.begin() + 1, moved.end(), believed.begin() + 1);
+    const Case cases[] = {
+        {{0, 10, 20, 30}, {0, 10, 20, 30}, 0, 0},
+        {{0, 10, 500, 30, 40}, {0, 10, 20, 30, 40}, 1, 0},
+        {{0, 10, 500, 510, 40, 50}, {0, 10, 20, 30, 40, 50}, 2, 0},
+        {{0, 10, 20, 900}, {0, 10, 20, 20}, 1, 0}, // the last one stands
+        {{0, 45, 50}, {0, 45, 50}, 0, 1},          // soon within reach of the first
+        {moved, believed, 0, 1},
+    };
+    for (const Case& c : cases) {
+        Recording ride({timeField, latitudeField, longitudeField});
+        for (size_t i = 0; i < c.north.size(); ++i)
+            ride.record({1000 + static_cast<int64_t>(i), 500'000'000 + metreNorth * c.north[i], 100});
+        Prepared done(ride.data);
+        Values kept;
+        for (int64_t latitude : done.records(0))
+            kept.push_back((latitude - 500'000'000) / metreNorth);
+        EXPECT_EQ(kept, c.kept);
+        EXPECT_EQ(done.findings.positionsOff, c.off);
+        EXPECT_EQ(done.findings.positionShifts, c.shifts);
+    }
+}
+
+// Across the date line, and a device that says 0, 0 before it has a fix.
+TEST(Prepare, KnowsWherePositionsAre)
+{
+    Recording ride({timeField, latitudeField, longitudeField});
+    ride.record({100, 0, 0}).record({101, 1000, 0x7FFFFF00}).record({105, 1000, -0x7FFFFF02});
+    Prepared done(ride.data);
+    // 0x7FFFFFFF would say that there is none.
+    EXPECT_EQ(done.records(1), (Values{0x7FFFFF00, 0x7FFFFF00, 0x7FFFFF80, 0x7FFFFFFE, 0x8000007F, 0x800000FE}));
+    EXPECT_EQ(done.records(0), Values(6, 1000));
+    EXPECT_EQ(done.findings.fields[rideLatitude].settled, 1u);
+}
+
+TEST(Prepare, PassesOtherMessagesInPlace)
+{
+    Recording ride({timeField, heartRateField, {90, 2, 0x84}});
+    ride.define(localSession, 78, {{0, 4, 0x84}}, false, {{1, 2, 0}}).define(localOther, 65300, {timeField});
+    ride.record({100, 90, 7}).message(localSession, {1234, 5}).message(localOther, {102});
+    ride.record({104, 94, 7}).message(9, {});
+    ride.record({104, 95, 7}).message(localSession, {5678, 5});
+    ride.record({105, 95, 7});
+    Prepared done(ride.data);
+    std::string order;
+    for (const ReadMessage& message : done.messages)
+        order += message.global == 20 ? 'r' : message.global == 78 ? 'h' : message.global == 0 ? 'f' : 'x';
+    EXPECT_EQ(order, "frhrxrrrhr"); // the last but one behind the new records up to its time
+    EXPECT_EQ(done.values(78, 0), (Values{1234, 5678}));
+    EXPECT_EQ(done.findings.messagesUndefined, 1u);
+    EXPECT_TRUE(done.findings.fieldsLeftOut.test(90));
+    EXPECT_EQ(done.findings.fieldsLeftOut.count(), 1u);
+}
+
+// One definition of records, whatever other messages need; more of them than there are local types.
+TEST(Prepare, WritesOneRecordDefinition)
+{
+    Recording ride({timeField, heartRateField});
+    for (int i = 0; i < 60; ++i) {
+        ride.record({100 + i, 90}).define(localOther, 200 + i % 20, {{i % 3, 1, 2}}).message(localOther, {i});
+        ride.define(localRecord, 20,
+                    i % 2 == 0 ? std::vector{timeField, heartRateField} : std::vector{heartRateField, timeField});
+        if (i % 2 == 0)
+            continue;
+        ride.define(localRecord, 20, {timeField, heartRateField});
+    }
+    Prepared done(ride.data);
+    std::map<int, int> definitions;
+    readBlock(done.image.data, &definitions);
+    EXPECT_EQ(definitions[20], 1);
+    EXPECT_EQ(done.records(3), Values(60, 90));
+    for (int i = 0; i < 20; ++i)
+        EXPECT_EQ(done.values(200 + i, i % 3).size(), 3u);
+}
+
+TEST(Prepare, TakesMeasuredFieldsOut)
+{
+    Recording ride({timeField, powerField, cadenceField, speedField});
+    ride.record({100, 200, 90, 8000}).record({101, 210, 91, 8000});
+    ride.define(localSession, 18, {{5, 1, 0}, {20, 2, 0x84}, {21, 2, 0x84}, {18, 1, 2}, {9, 4, 0x86}});
+    ride.message(localSession, {2, 205, 210, 90, 1600});
+    Prepared power(ride.data, {.dropPower = 1}), cadence(ride.data, {.dropCadence = 1});
+    EXPECT_EQ(power.records(7), (Values{-1, -1}));
+    EXPECT_EQ(power.records(4), (Values{90, 91}));
+    EXPECT_EQ(power.values(18, 20), Values{-1});
+    EXPECT_EQ(power.values(18, 18), Values{90});
+    EXPECT_EQ(power.findings.summaryMeasured, 2u);
+    EXPECT_EQ(cadence.records(4), (Values{-1, -1}));
+    EXPECT_EQ(cadence.values(18, 18), Values{-1});
+    EXPECT_EQ(cadence.values(18, 20), Values{205});
+}
+
+TEST(Prepare, RefusesWhatItCannotPrepare)
+{
+    struct Case {
+        int message, field;
+        std::vector<int> sports;
+        StatusCode code;
+    };
+    const Case cases[] = {
+        {18, 5, {2, 2}, fitOk},
+        {18, 5, {2, 1}, fitSessionSportsDiffer},
+        {18, 5, {2, 0xFF}, fitOk},
+        {19, 25, {2, 1}, fitLapSportsDiffer},
+    };
+    for (const Case& c : cases) {
+        Recording ride({timeField, heartRateField});
+        ride.record({100, 90}).define(localSession, c.message, {{c.field, 1, 0}});
+        for (int sport : c.sports)
+            ride.message(localSession, {sport});
+        Prepared done(ride.data);
+        EXPECT_EQ(done.code, c.code);
+        if (c.code == fitOk) {
+            EXPECT_EQ(done.values(18, 5), (Values{2, 2}));
+        }
+    }
+    EXPECT_EQ(Prepared(Recording({heartRateField}).record({90}).data).code, fitPrepareFailed);
+    EXPECT_EQ(Prepared(Bytes{0x40, 0, 0}).code, fitInvalid);
+}
+
+// A ride of the model, sampled now and then: what is prepared of it loads, is coherent, and is the ride again.
+class PreparedRide : public ModelTest {};
+
+TEST_F(PreparedRide, IsTheRideAgainThatWasSampledNowAndThen)
+{
+    GpsRecords ride = makeRide({.seconds = 900});
+    GpsRecords sampled;
+    for (size_t i = 0; i < ride.size(); i += 1 + i % 7)
+        sampled.push_back(ride[i]);
+    Prepared done(fitOf(sampled).data);
+    ASSERT_EQ(done.code, fitOk);
+    EXPECT_EQ(gatherActivity(done.image), fitOk);
+    EXPECT_EQ(fitSummary.recordInterval, 1u);
+    GpsRecords read(fitInventory.recordCount);
+    ASSERT_EQ(fillRecords(done.image, read), fitOk);
+    ASSERT_EQ(read.size(), sampled.back().timestamp - sampled.front().timestamp + 1);
+    for (size_t i = 0; i < read.size(); ++i) {
+        EXPECT_EQ(read[i].timestamp, ride[i].timestamp);
+        EXPECT_NEAR(read[i].distance, ride[i].distance, 0.5);
+        EXPECT_NEAR(read[i].speed, ride[i].speed, 0.1);
+        EXPECT_NEAR(read[i].latitude, ride[i].latitude, 5e-6);
+    }
+    EXPECT_EQ(Prepared(done.image.data).image.data, done.image.data);
+}
+
+namespace {
+
+// A small file with all that the tool acts on.
+Bytes smallFile()
+{
+    Recording ride({timeField, latitudeField, longitudeField, distanceField, {73, 4, 0x86}, powerField, cadenceField});
+    ride.define(localOther, 78, {{0, 4, 0x84}}, true, {{1, 2, 0}});
+    for (int i = 0; i < 6; ++i)
+        ride.record({100 + 3 * i, 500'000'000 + i * metreNorth * 15, 100, 1500 * i, 5000, i < 3 ? 200 : noWord, 90});
+    ride.message(localOther, {1234, 5});
+    ride.timer(115, 4).timer(120, 0);
+    ride.record({121, 500'000'000, 100, 9000, 5000, 210, 91}).record({123, 500'000'300, 100, 9900, 5000, 210, 91});
+    ride.define(localSession, 18, {timeField, {124, 4, 0x86}, {5, 1, 0}, {20, 2, 0x84}, {8, 4, 0x86}});
+    ride.message(localSession, {123, 5000, 2, 205, 18000});
+    return ride.data;
+}
+
+// Whatever is prepared stays as it is when it is prepared again.
+void expectSettled(const Bytes& data, const std::string& what)
+{
+    Prepared once(data);
+    if (once.code != fitOk)
+        return;
+    Prepared twice(once.image.data);
+    EXPECT_EQ(twice.code, fitOk) << what;
+    EXPECT_EQ(twice.image.data, once.image.data) << what;
+}
+
+} // namespace
+
+TEST(Prepare, SettlesOnWhateverIsLeftOfAFile)
+{
+    Bytes whole = smallFile();
+    expectSettled(whole, "whole");
+    EXPECT_EQ(Prepared(whole).code, fitOk);
+    for (size_t length = 0; length < whole.size(); ++length)
+        expectSettled(Bytes(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length)),
+                      "cut at " + std::to_string(length));
+    for (size_t i = 0; i < whole.size(); ++i) {
+        for (int flip : {0xFF, 0x01, 0x40, 0x80}) {
+            Bytes damaged = whole;
+            damaged[i] ^= static_cast<uint8_t>(flip);
+            expectSettled(damaged, "byte " + std::to_string(i) + " flipped by " + std::to_string(flip));
+        }
+    }
+}
+
+} // namespace torvane

@@ -1,0 +1,68 @@
+// Two rides on one axis of time: powers whose means and correlation can be had by hand.
+#include "gps/ride_comparison.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace torvane {
+
+namespace {
+
+// Powers of 30 s each, from a second on.
+std::vector<TimedPower> powersOf(uint32_t start, const std::vector<double>& halfMinutes)
+{
+    std::vector<TimedPower> powers;
+    for (double watts : halfMinutes)
+        for (int i = 0; i < 30; ++i)
+            powers.push_back({start++, watts});
+    return powers;
+}
+
+} // namespace
+
+TEST(RideComparison, TellsMeansAndCorrelation)
+{
+    RideComparison result;
+    ASSERT_EQ(comparePowers(powersOf(1000, {100, 200, 300}), powersOf(1000, {150, 200, 250}), result), fitOk);
+    EXPECT_EQ(result.whole.seconds, 90u);
+    EXPECT_DOUBLE_EQ(result.whole.mean[0], 200);
+    EXPECT_DOUBLE_EQ(result.whole.mean[1], 200);
+    EXPECT_NEAR(result.whole.correlation, 1, 1e-12);
+    ASSERT_EQ(comparePowers(powersOf(0, {100, 200, 300}), powersOf(0, {100, 300, 200}), result), fitOk);
+    EXPECT_NEAR(result.whole.correlation, 0.5, 1e-12);
+    EXPECT_EQ(result.whole.windows, 3u);
+}
+
+// A constant power is its own normalised one; a step gives the fourth root of the mean fourth power of the ramp.
+TEST(RideComparison, Normalises)
+{
+    RideComparison result;
+    ASSERT_EQ(comparePowers(powersOf(0, {200, 200}), powersOf(0, {0, 300}), result), fitOk);
+    EXPECT_NEAR(result.whole.normalised[0], 200, 1e-9);
+    double sum = 0;
+    for (int i = 0; i <= 30; ++i)
+        sum += std::pow(10.0 * i, 4);
+    EXPECT_NEAR(result.whole.normalised[1], std::pow(sum / 31, 0.25), 1e-9);
+    EXPECT_EQ(result.whole.correlation, 0); // one ride does not vary
+}
+
+// Only seconds of both count; a hole in either ends a sector, and windows do not reach across it.
+TEST(RideComparison, DividesAtHoles)
+{
+    std::vector<TimedPower> first = powersOf(0, {100, 100, 100, 100, 100}), second = powersOf(30, {50, 50, 50, 50, 50});
+    second.erase(second.begin() + 65); // second 95
+    RideComparison result;
+    ASSERT_EQ(comparePowers(first, second, result), fitOk);
+    EXPECT_EQ(result.whole.seconds, 119u);
+    EXPECT_EQ(result.alone[0], 31u);
+    EXPECT_EQ(result.alone[1], 30u);
+    ASSERT_EQ(result.sectors.size(), 1u); // the other one is of 54 s
+    EXPECT_EQ(result.sectors[0].start, 30u);
+    EXPECT_EQ(result.sectors[0].seconds, 65u);
+    EXPECT_EQ(result.whole.windows, 3u);
+    EXPECT_EQ(comparePowers(first, powersOf(500, {1}), result), fitNotComparable);
+    EXPECT_EQ(comparePowers({}, second, result), fitNotComparable);
+}
+
+} // namespace torvane

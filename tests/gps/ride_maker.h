@@ -1,0 +1,134 @@
+// Rides made by the model itself: a known rider holds a known power at the pedals on a known course, sampled once a
+// second. What the analysis predicts of such a ride must be that power again.
+#pragma once
+
+#include "fit/fit_builder.h"
+
+#include "gps/gps_record.h"
+#include "model/constants.h"
+#include "model/model_fixture.h"
+#include "rides/ride_step.h"
+
+#include <cmath>
+#include <cstdint>
+#include <random>
+
+namespace torvane {
+
+struct MadeRide {
+    double power = 200; // W, at the pedals
+    int seconds = 1800;
+    double hillHeight = 40; // m, of hills that follow one another
+    double hillLength = 3000;
+    double circle = 9000;       // m, once around
+    double windSpeed = 0;       // m/s
+    double windDirection = 0;   // deg, where it comes from
+    double temperature = 20;    // Cel
+    uint32_t start = 900000000; // FIT seconds
+    // Noise of one sample, standard deviations
+    double speedNoise = 0;    // m/s
+    double altitudeNoise = 0; // m
+    double positionNoise = 0; // m
+};
+
+namespace made {
+
+inline Road roadOf(const MadeRide& ride, double distance)
+{
+    double phase = 2 * pi * distance / ride.hillLength;
+    return {.altitude = 300 + ride.hillHeight / 2 * (1 - std::cos(phase)),
+            .rise = ride.hillHeight * pi / ride.hillLength * std::sin(phase),
+            .heading = std::fmod(360 * distance / ride.circle, 360)};
+}
+
+inline void rideSecond(const MadeRide& ride, Place& place)
+{
+    constexpr int steps = 100;
+    Weather weather = {ride.temperature, ride.windSpeed, ride.windDirection};
+    for (int step = 0; step < steps; step++)
+        rideOn(roadOf(ride, place.distance), weather, ride.power, 0, 1.0 / steps, place);
+}
+
+} // namespace made
+
+// The rows that a load of the ride would leave, not rounded to the units of the file.
+inline GpsRecords makeRide(const MadeRide& ride)
+{
+    std::mt19937 random(1);
+    GpsRecords records(static_cast<size_t>(ride.seconds));
+    Place place;
+    for (size_t i = 0; i < records.size(); i++) {
+        GpsRecord& record = records[i];
+        record.timestamp = ride.start + static_cast<uint32_t>(i);
+        record.latitude = place.latitude + noise(random, ride.positionNoise) / metresPerDegree;
+        record.longitude = place.longitude + noise(random, ride.positionNoise) / metresPerDegree;
+        record.altitude = made::roadOf(ride, place.distance).altitude + noise(random, ride.altitudeNoise);
+        record.distance = place.distance;
+        record.speed = place.speed + noise(random, ride.speedNoise);
+        made::rideSecond(ride, place);
+    }
+    return records;
+}
+
+// Shape of the file: one session, one lap, one activity; which fields a record has.
+struct FileShape {
+    bool bigEndian = false;
+    bool timestamp = true, position = true, altitude = true, distance = true, speed = true;
+    bool compressed = false;     // all records with compressed timestamp headers
+    bool developerField = false; // two bytes behind the fields
+    bool definedTwice = false;   // the record definition again in the middle
+};
+
+inline FitBuilder fitOf(const GpsRecords& records, const FileShape& shape = {})
+{
+    auto semicircles = [](double degrees) { return std::llround(degrees * 2147483648.0 / 180); };
+    std::vector<FitBuilder::Field> fields;
+    auto add = [&](bool wanted, int number, int size) {
+        if (wanted)
+            fields.push_back({number, size});
+    };
+    add(shape.timestamp, 253, 4);
+    add(shape.position, 0, 4);
+    add(shape.position, 1, 4);
+    add(shape.altitude, 2, 2);
+    add(shape.distance, 5, 4);
+    add(shape.speed, 6, 2);
+    std::vector<FitBuilder::Field> developer;
+    if (shape.developerField)
+        developer.push_back({0, 2, 0});
+
+    FitBuilder fit;
+    fit.define(2, 0, {{0, 1}, {1, 2}}, shape.bigEndian).message(2, {4, 1});
+    fit.define(0, 20, fields, shape.bigEndian, developer);
+    for (size_t i = 0; i < records.size(); i++) {
+        const GpsRecord& record = records[i];
+        if (shape.definedTwice && i == records.size() / 2)
+            fit.define(0, 20, fields, shape.bigEndian, developer);
+        std::vector<int64_t> values;
+        auto value = [&](bool wanted, double scaled) {
+            if (wanted)
+                values.push_back(std::llround(scaled));
+        };
+        value(shape.timestamp, record.timestamp);
+        value(shape.position, static_cast<double>(semicircles(record.latitude)));
+        value(shape.position, static_cast<double>(semicircles(record.longitude)));
+        value(shape.altitude, (record.altitude + 500) * 5);
+        value(shape.distance, record.distance * 100);
+        value(shape.speed, record.speed * 1000);
+        value(shape.developerField, 0xBEEF);
+        if (shape.compressed)
+            fit.compressed(0, record.timestamp & 31, values);
+        else
+            fit.message(0, values);
+    }
+    uint32_t end = records.empty() ? 0 : records.back().timestamp;
+    int64_t elapsed = static_cast<int64_t>(records.size()) * 1000;
+    fit.define(3, 19, {{253, 4}, {2, 4}, {7, 4}, {8, 4}, {9, 4}, {13, 2}, {14, 2}, {25, 1}}, shape.bigEndian);
+    fit.message(3, {end, 0, elapsed, elapsed, 0, 0, 0, 2});
+    fit.define(4, 18, {{253, 4}, {2, 4}, {7, 4}, {8, 4}, {9, 4}, {14, 2}, {15, 2}, {5, 1}}, shape.bigEndian);
+    fit.message(4, {end, 0, elapsed, elapsed, 0, 0, 0, 2});
+    fit.define(5, 34, {{253, 4}, {0, 4}, {1, 2}}, shape.bigEndian).message(5, {end, elapsed, 1});
+    return fit;
+}
+
+} // namespace torvane

@@ -1,0 +1,284 @@
+// A track made clean: geometry, sectors, windows, trimmed means, slopes and accelerations. Expected values by hand.
+#include "gps/track.h"
+
+#include "gps/analysis.h"
+#include "gps/sectors.h"
+#include "gps/smoothing.h"
+#include "gps/track_geometry.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <vector>
+
+namespace torvane {
+
+namespace {
+
+constexpr double metresPerDegree = 111194.92664455873; // of a great circle of a sphere with 12,742 km diameter
+constexpr double unrealInclination = 25, unrealAccele = 1.5;
+
+// Rows of one sector, 10 m and 1 s apart at 10 m/s.
+GpsRecords evenRows(size_t count)
+{
+    GpsRecords records(count);
+    for (size_t i = 0; i < count; i++) {
+        records[i].sector = 1;
+        records[i].timestamp = static_cast<uint32_t>(i);
+        records[i].distance = 10.0 * static_cast<double>(i);
+        records[i].speed = 10;
+    }
+    return records;
+}
+
+GpsRecords rowsOf(RecordField field, const std::vector<double>& values)
+{
+    GpsRecords records = evenRows(values.size());
+    for (size_t i = 0; i < values.size(); i++)
+        records[i].*field = values[i];
+    return records;
+}
+
+void setTimestamps(GpsRecords& records, const std::vector<uint32_t>& timestamps)
+{
+    for (size_t i = 0; i < records.size(); i++)
+        records[i].timestamp = timestamps[i];
+}
+
+void expectRows(const GpsRecords& records, RecordField field, const std::vector<double>& want, const char* name)
+{
+    ASSERT_EQ(records.size(), want.size()) << name;
+    for (size_t i = 0; i < want.size(); i++)
+        EXPECT_NEAR(records[i].*field, want[i], 1e-9) << name << ", row " << i;
+}
+
+} // namespace
+
+TEST(TrackGeometry, distancesAndCourses)
+{
+    struct Case {
+        const char* name;
+        double from[2], to[2];
+        double metres, degrees;
+    };
+    constexpr Case cases[] = {
+        {"one degree north", {10, 20}, {11, 20}, metresPerDegree, 0},
+        {"one degree east across the date line", {0, 179.5}, {0, -179.5}, metresPerDegree, 90},
+        {"south", {1, 5}, {0, 5}, metresPerDegree, 180},
+        {"west", {0, 1}, {0, 0}, metresPerDegree, 270},
+        {"a quarter turn along 35 degrees, by the law of cosines", {35, 45}, {35, 135}, 7871769.10, 60.1624},
+    };
+    for (const Case& c : cases) {
+        EXPECT_NEAR(greatCircleDistance(c.from[0], c.from[1], c.to[0], c.to[1]), c.metres, 0.01) << c.name;
+        EXPECT_NEAR(bearing(c.from[0], c.from[1], c.to[0], c.to[1]), c.degrees, 1e-4) << c.name;
+    }
+}
+
+TEST(Sectors, divideTheRide)
+{
+    struct Case {
+        const char* name;
+        std::vector<uint32_t> timestamps;
+        std::vector<double> speeds; // threshold 1
+        std::vector<uint32_t> sectors;
+    };
+    const Case cases[] = {
+        {"all slow", {0, 1, 2}, {0.9, 0, 0.5}, {0, 0, 0}},
+        {"at the threshold", {0, 1}, {1, 1}, {1, 1}},
+        {"a row alone goes, its number serves again",
+         {0, 1, 2, 3, 4, 5, 6},
+         {5, 5, 0, 5, 0, 5, 5},
+         {1, 1, 0, 0, 0, 2, 2}},
+        {"the first alone", {0, 1, 2, 3}, {5, 0, 5, 5}, {0, 0, 1, 1}},
+        {"the last alone stays", {0, 1, 9}, {5, 5, 5}, {1, 1, 2}},
+        {"a missing sample", {0, 1, 5, 6}, {5, 5, 5, 5}, {1, 1, 2, 2}},
+        {"samples every two seconds", {0, 2, 4, 8, 10}, {5, 5, 5, 5, 5}, {1, 1, 1, 2, 2}},
+        {"no timestamps", {0, 0, 0, 0, 0}, {5, 5, 0, 5, 5}, {1, 1, 0, 2, 2}},
+        {"time standing still makes each later second a gap", {0, 0, 1, 2}, {5, 5, 5, 5}, {1, 1, 0, 2}},
+        {"a clock set back", {9, 10, 2, 3}, {5, 5, 5, 5}, {1, 1, 2, 2}},
+        {"one row", {7}, {5}, {1}},
+        {"one slow row", {7}, {0}, {0}},
+        {"no row", {}, {}, {}},
+    };
+    for (const Case& c : cases) {
+        GpsRecords records = rowsOf(&GpsRecord::speed, c.speeds);
+        setTimestamps(records, c.timestamps);
+        bool anySector = std::count(c.sectors.begin(), c.sectors.end(), 0u) != static_cast<long>(c.sectors.size());
+        EXPECT_EQ(formSectors(records, 1.0, 0), anySector) << c.name;
+        for (size_t i = 0; i < records.size(); i++)
+            EXPECT_EQ(records[i].sector, c.sectors[i]) << c.name << ", row " << i;
+    }
+}
+
+TEST(Sectors, speedFromDistance)
+{
+    struct Case {
+        const char* name;
+        std::vector<uint32_t> timestamps;
+        std::vector<double> distances, speeds;
+    };
+    const Case cases[] = {
+        {"the mean of two speeds covers the step", {0, 1, 2, 4}, {0, 10, 30, 90}, {10, 10, 30, 30}},
+        {"steps without time", {0, 1, 1, 1, 2}, {0, 10, 10, 15, 30}, {10, 10, 10, 10, 20}},
+        {"first step without time", {0, 0, 1}, {0, 0, 20}, {20, 20, 20}},
+        {"one row", {5}, {100}, {10}},
+    };
+    for (const Case& c : cases) {
+        GpsRecords records = rowsOf(&GpsRecord::distance, c.distances);
+        setTimestamps(records, c.timestamps);
+        formSectors(records, 1.0, analysisSpeedFromDistance);
+        expectRows(records, &GpsRecord::speed, c.speeds, c.name);
+    }
+    GpsRecords places = rowsOf(&GpsRecord::latitude, {0, 10 / metresPerDegree, 30 / metresPerDegree});
+    formSectors(places, 1.0, analysisMotionFromPosition);
+    EXPECT_NEAR(places[2].distance, 30, 1e-6);
+    EXPECT_NEAR(places[2].speed, 30, 1e-5);
+}
+
+TEST(Smoothing, windowFollowsTheSteps)
+{
+    struct Case {
+        double step; // m
+        int window, positionWindow;
+    };
+    constexpr Case cases[] = {{0.9, 1, 5}, {2.9, 7, 5}, {3.0, 5, 5}, {4.9, 5, 5}, {5.0, 3, 3},
+                              {6.9, 3, 3}, {7.1, 3, 0}, {8.9, 3, 0}, {9.0, 1, 0}};
+    for (const Case& c : cases) {
+        GpsRecords records = rowsOf(&GpsRecord::distance, {0, c.step, 2 * c.step});
+        double place = c.step + (c.step == 5.0 ? 1e-6 : 0); // the haversine rounds
+        for (size_t i = 0; i < records.size(); i++)
+            records[i].longitude = static_cast<double>(i) * place / metresPerDegree;
+        EXPECT_EQ(chooseWindow(records), c.window) << c.step;
+        EXPECT_EQ(choosePositionWindow(records), c.positionWindow) << c.step;
+    }
+    EXPECT_EQ(chooseWindow(rowsOf(&GpsRecord::distance, {0, 0.5, 9.5})), 1) << "steps below 1 m do not count";
+    EXPECT_EQ(chooseWindow(evenRows(1)), 1);
+    EXPECT_EQ(choosePositionWindow(evenRows(1)), 0);
+}
+
+TEST(Smoothing, trimmedMeans)
+{
+    struct Case {
+        const char* name;
+        void (*smooth)(std::span<GpsRecord>, int);
+        RecordField field;
+        int window;
+        std::vector<double> values, smoothed;
+    };
+    const Case cases[] = {
+        {"three samples", smoothSpeed, &GpsRecord::speed, 1, {1, 2, 9, 4, 5}, {1, 2, 4, 5, 5}},
+        {"five", smoothSpeed, &GpsRecord::speed, 3, {1, 2, 9, 4, 5, 6}, {2, 3, 11. / 3, 5, 5.5, 5}},
+        {"too few", smoothSpeed, &GpsRecord::speed, 7, {1, 9}, {1, 9}},
+        {"heights above 1000 m", smoothAltitude, &GpsRecord::altitude, 1, {1100, 1100, 1100}, {1100, 1200, 1100}},
+        {"powers", smoothPower, &GpsRecord::power, 1, {1100, 1200, 1300}, {1100, 1200, 1300}},
+        {"cadences", smoothCadence, &GpsRecord::cadence, 1, {60, 70, 80}, {60, 70, 80}},
+        {"steps", smoothDistance, &GpsRecord::distance, 1, {0, 10, 20, 60, 70, 80}, {0, 10, 20, 30, 40, 80}},
+        {"headings", smoothHeading, &GpsRecord::heading, 1, {10, 0, 40}, {10, 10, 40}},
+        {"headings across north", smoothHeading, &GpsRecord::heading, 1, {359, 3, 0}, {359, 0, 0}},
+        {"a corner", smoothHeading, &GpsRecord::heading, 1, {10, 0, 95}, {10, 0, 95}},
+    };
+    for (const Case& c : cases) {
+        GpsRecords records = rowsOf(c.field, c.values);
+        c.smooth(records, c.window);
+        expectRows(records, c.field, c.smoothed, c.name);
+    }
+}
+
+TEST(Smoothing, positionsAndHeadingsKeepToTheirSector)
+{
+    GpsRecords records = rowsOf(&GpsRecord::latitude, {1, 5, 2, 40, 40, 40});
+    for (size_t i = 0; i < records.size(); i++) {
+        records[i].heading = records[i].latitude;
+        records[i].sector = i < 3 ? 1 : 2;
+    }
+    smoothPositions(records, 5);
+    smoothHeading(records, 5);
+    expectRows(records, &GpsRecord::latitude, {2, 2, 2, 40, 40, 40}, "latitude");
+    expectRows(records, &GpsRecord::heading, {2, 2, 2, 40, 40, 40}, "heading");
+}
+
+TEST(Track, slopes)
+{
+    struct Case {
+        const char* name;
+        uint32_t flags;
+        double speed;
+        std::vector<double> altitudes, inclinations;
+    };
+    const Case cases[] = {
+        {"raw, however steep", 0, 10, {0, 1, 5, 5, 4}, {10, 40, 0, -10, -10}},
+        {"slower than 2 m/s", 0, 1.9, {0, 1, 2, 3, 4}, {10, 0, 0, 0, 10}},
+        {"flat", analysisFlat, 10, {0, 1, 5, 5, 4}, {0, 0, 0, 0, 0}},
+        {"real", analysisSmoothing, 10, {0, 2, 4, 6, 8}, {0, 20, 20, 20, 0}},
+        {"unreal", analysisSmoothing, 10, {0, 3, 6, 9, 12}, {0, 0, 0, 0, 0}},
+    };
+    for (const Case& c : cases) {
+        GpsRecords records = rowsOf(&GpsRecord::altitude, c.altitudes);
+        for (GpsRecord& record : records)
+            record.speed = c.speed;
+        refineTrack(records, unrealInclination, unrealAccele, c.flags);
+        expectRows(records, &GpsRecord::inclination, c.inclinations, c.name);
+    }
+}
+
+TEST(Track, accelerations)
+{
+    struct Case {
+        const char* name;
+        uint32_t flags;
+        std::vector<uint32_t> timestamps;
+        std::vector<double> speeds, accelerations;
+    };
+    const Case cases[] = {
+        {"over time", 0, {0, 1, 3, 4}, {10, 11, 15, 14}, {1, 2, -1, 0}},
+        {"over distance", analysisNoTimestamps, {0, 0, 0, 0}, {10, 12, 12, 8}, {2.2, 0, -4, 0}},
+        {"steps without time", 0, {0, 0, 0, 1}, {10, 12, 12, 8}, {0, 0, -4, 0}},
+        {"smoothed", analysisSmoothing, {0, 1, 2, 3, 4}, {10, 11, 12, 13, 14}, {1, 1, 1, 1, 0}},
+        {"too much; the first has no neighbours",
+         analysisSmoothing,
+         {0, 1, 2, 3, 4},
+         {10, 12, 14, 16, 18},
+         {2, 0, 0, 0, 0}},
+        {"braking knows no limit", analysisSmoothing, {0, 1, 2, 3, 4}, {40, 35, 30, 25, 20}, {-5, -10, -10, -5, 0}},
+        {"one row", 0, {0}, {10}, {0}},
+    };
+    for (const Case& c : cases) {
+        GpsRecords records = rowsOf(&GpsRecord::speed, c.speeds);
+        setTimestamps(records, c.timestamps);
+        refineTrack(records, unrealInclination, unrealAccele, c.flags | analysisFlat);
+        expectRows(records, &GpsRecord::acceleration, c.accelerations, c.name);
+    }
+}
+
+TEST(Track, limitOfAccelerationFollowsTheSlope)
+{
+    struct Case {
+        double inclination; // %
+        double limit;       // m/s2: 1.5 less gravity's share, -6.934 at 100 %
+    };
+    constexpr Case cases[] = {{0, 1.5}, {10, 0.524200}, {-100, 8.434349}};
+    for (const Case& c : cases) {
+        for (double beyond : {-1e-4, 1e-4}) {
+            GpsRecords records = evenRows(5);
+            for (size_t i = 0; i < records.size(); i++) {
+                records[i].altitude = records[i].distance * c.inclination / 100;
+                records[i].speed = 10 + static_cast<double>(i) * (c.limit + beyond);
+            }
+            refineTrack(records, 200, unrealAccele, analysisSmoothing);
+            EXPECT_NEAR(records[2].acceleration, beyond < 0 ? c.limit + beyond : 0, 1e-9) << c.inclination;
+        }
+    }
+}
+
+TEST(Track, headingsComeFromSmoothedPositions)
+{
+    GpsRecords records = evenRows(6);
+    for (size_t i = 0; i < records.size(); i++) {
+        records[i].latitude = static_cast<double>(i) * 4 / metresPerDegree; // northward, one row thrown aside
+        records[i].longitude = i == 3 ? 3 / metresPerDegree : 0;
+    }
+    refineTrack(records, unrealInclination, unrealAccele, analysisPosition | analysisSmoothing | analysisFlat);
+    expectRows(records, &GpsRecord::heading, {0, 0, 0, 0, 0, 0}, "heading");
+}
+
+} // namespace torvane
