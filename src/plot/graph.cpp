@@ -1,0 +1,201 @@
+#include "plot/graph.h"
+
+#include "plot/geometry.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <iterator>
+#include <utility>
+
+namespace torvane {
+
+namespace {
+
+constexpr GraphKind axesAlone = {2, false, false, false, false, false, false, false};
+constexpr int kindWithFixedX = 3; // its combo boxes choose the two Y series
+constexpr int kindWithSecondList = 8;
+
+enum ControlId : int { selectLabel = 1, firstSelect, secondSelect, searchLabel, firstSearch, secondSearch };
+
+void takeRange(Graph& graph, int series)
+{
+    double& least = graph.seriesMin[static_cast<size_t>(series)];
+    double& most = graph.seriesMax[static_cast<size_t>(series)];
+    for (int point = 0; point < graph.series.pointCount(); ++point) {
+        double value = graph.series.value(point, series);
+        if (plottable(value)) {
+            least = std::min(least, value);
+            most = std::max(most, value);
+        }
+    }
+}
+
+int groupOf(const Graph& graph, size_t series)
+{
+    return series < graph.series.scaleGroup.size() ? graph.series.scaleGroup[series] : 0;
+}
+
+void shareRanges(Graph& graph)
+{
+    for (size_t i = 1; i < graph.seriesMin.size(); ++i) {
+        for (size_t j = 0; j < i; ++j) {
+            if ((groupOf(graph, i) & groupOf(graph, j)) != 0) {
+                graph.seriesMin[i] = graph.seriesMin[j] = std::min(graph.seriesMin[i], graph.seriesMin[j]);
+                graph.seriesMax[i] = graph.seriesMax[j] = std::max(graph.seriesMax[i], graph.seriesMax[j]);
+            }
+        }
+    }
+}
+
+std::vector<std::string> withEmptyFirst(const std::vector<std::string>& labels)
+{
+    std::vector<std::string> entries(1);
+    entries.insert(entries.end(), labels.begin(), labels.end());
+    return entries;
+}
+
+// Series that entry 0 of the two select lists stands for; also the axis that the first of them chooses for.
+int firstChoice(const Graph& graph)
+{
+    return graph.series.graphKind == kindWithFixedX ? 1 : 0;
+}
+
+bool isSelect(int controlId)
+{
+    return controlId == firstSelect || controlId == secondSelect;
+}
+
+int axisOf(const Graph& graph, int controlId)
+{
+    return firstChoice(graph) + controlId - firstSelect;
+}
+
+std::vector<std::string> entriesOf(const Graph& graph, int controlId)
+{
+    const GraphSeries& series = graph.series;
+    if (!isSelect(controlId)) {
+        return withEmptyFirst(controlId == firstSearch ? series.pointLabels : series.secondLabels);
+    }
+    std::ptrdiff_t skipped = std::min<std::ptrdiff_t>(firstChoice(graph), std::ssize(series.seriesNames));
+    return {series.seriesNames.begin() + skipped, series.seriesNames.end()};
+}
+
+bool hasCombo(const Graph& graph, int controlId)
+{
+    const GraphKind& kind = kindOf(graph);
+    switch (controlId) {
+    case firstSelect:
+    case secondSelect:
+        return kind.select;
+    case firstSearch:
+        return kind.search;
+    case secondSearch:
+        return kind.search && graph.series.graphKind == kindWithSecondList;
+    default:
+        return false;
+    }
+}
+
+GraphControl makeLabel(int id, const char* text, int x)
+{
+    return {id, text, x, 14, 40, 20, {}, -1};
+}
+
+GraphControl makeCombo(const Graph& graph, int id, int x)
+{
+    std::vector<std::string> entries = entriesOf(graph, id);
+    int selected = isSelect(id) ? graph.axisSeries[axisOf(graph, id)] - firstChoice(graph) : graph.picked;
+    if (selected < 0 || selected >= std::ssize(entries)) {
+        selected = -1;
+    }
+    return {id, nullptr, x, 10, 80, 140, std::move(entries), selected};
+}
+
+} // namespace
+
+bool plottable(double value)
+{
+    return std::fabs(value) < 1e300; // false for what is no number
+}
+
+const GraphKind& kindOf(const Graph& graph)
+{
+    int kind = graph.series.graphKind;
+    return kind >= 0 && kind < static_cast<int>(std::size(graphKinds)) ? graphKinds[kind] : axesAlone;
+}
+
+Graph storeGraph(GraphSeries series)
+{
+    Graph graph;
+    graph.series = std::move(series);
+    size_t count = graph.series.seriesNames.size();
+    graph.seriesMin.assign(count, 0.0);
+    graph.seriesMax.assign(count, 0.0);
+    for (size_t i = 0; i < count; ++i) {
+        takeRange(graph, static_cast<int>(i));
+    }
+    shareRanges(graph);
+    return graph;
+}
+
+std::vector<GraphControl> graphControls(const Graph& graph)
+{
+    const GraphKind& kind = kindOf(graph);
+    std::vector<GraphControl> controls;
+    if (kind.select) {
+        controls.push_back(makeLabel(selectLabel, "Select", 20));
+        controls.push_back(makeCombo(graph, firstSelect, 60));
+        controls.push_back(makeCombo(graph, secondSelect, 150));
+    }
+    if (kind.search) {
+        int left = kind.select ? 240 : 20;
+        controls.push_back(makeLabel(searchLabel, "Search", left));
+        controls.push_back(makeCombo(graph, firstSearch, left + 40));
+    }
+    if (hasCombo(graph, secondSearch)) {
+        controls.push_back(makeCombo(graph, secondSearch, 370));
+    }
+    return controls;
+}
+
+void chooseEntry(Graph& graph, int controlId, int entry)
+{
+    if (!hasCombo(graph, controlId) || entry < 0 || entry >= std::ssize(entriesOf(graph, controlId))) {
+        return;
+    }
+    if (isSelect(controlId)) {
+        graph.axisSeries[axisOf(graph, controlId)] = entry + firstChoice(graph);
+    } else {
+        graph.picked = entry;
+    }
+}
+
+bool pickPoint(Graph& graph, int width, int height, int x, int y)
+{
+    constexpr int64_t farthest = 351; // squared pixels, not reached by a hit
+    if (!kindOf(graph).search) {
+        return false;
+    }
+    GraphGeometry geometry = layOut(graph, width, height);
+    int64_t nearest = farthest;
+    int found = 0;
+    for (int point = 0; point < graph.series.pointCount(); ++point) {
+        Pixel place;
+        if (placeOf(graph, geometry, point, axisY, place)) {
+            int64_t dx = place.x - x;
+            int64_t dy = place.y - y;
+            int64_t squared = dx * dx + dy * dy;
+            if (squared < nearest) {
+                nearest = squared;
+                found = point + 1;
+            }
+        }
+    }
+    if (found != 0) {
+        graph.picked = found;
+    }
+    return found != 0;
+}
+
+} // namespace torvane

@@ -1,0 +1,160 @@
+// The table of a track's records, one row for each record in a sector.
+#include "report/fit_report.h"
+
+#include "core/parameter_block.h"
+#include "core/screens.h"
+#include "core/text.h"
+#include "report/report_text.h"
+
+#include <vector>
+
+namespace torvane {
+
+namespace {
+
+// What decides which columns a table has.
+struct ColumnChoice {
+    FieldPresence presence;
+    bool cadence;
+    bool power;
+    bool braking; // besides power
+};
+
+ColumnChoice chooseColumns(uint32_t predicted)
+{
+    constexpr uint8_t defined = 1;
+    const FieldPresence& p = fieldPresence;
+    ColumnChoice choice = {};
+    choice.presence = p;
+    choice.cadence = (p.cadenceFlags & defined) != 0 || (predicted & predictedCadence) != 0;
+    choice.power = (p.powerFlags & defined) != 0 || (predicted & predictedPower) != 0;
+    choice.braking = choice.power && (p.powerFlags & defined) == 0 && workingBlock.detectBraking;
+    return choice;
+}
+
+struct Column {
+    const char* header;
+    const char* units;
+    int decimals;
+    bool (*present)(const ColumnChoice&);
+    double (*value)(const GpsRecord&);
+};
+
+bool hasHeading(const ColumnChoice& c)
+{
+    return (c.presence.positionFlags & 0x11) != 0;
+}
+bool hasAltitude(const ColumnChoice& c)
+{
+    return (c.presence.altitudeFlags & 0x01) != 0;
+}
+bool hasSpeed(const ColumnChoice& c)
+{
+    return (c.presence.motionFlags & 0x10) != 0;
+}
+bool hasDistance(const ColumnChoice& c)
+{
+    return (c.presence.motionFlags & 0x01) != 0;
+}
+bool hasTemperature(const ColumnChoice& c)
+{
+    return (c.presence.temperatureFlags & 0x01) != 0;
+}
+bool hasCadence(const ColumnChoice& c)
+{
+    return c.cadence;
+}
+bool hasPower(const ColumnChoice& c)
+{
+    return c.power;
+}
+bool hasBraking(const ColumnChoice& c)
+{
+    return c.braking;
+}
+
+// Behind the sector and the time of day. Present by what the file has, not by what the analysis has found.
+constexpr Column columns[] = {
+    {"heading", "degree", 1, hasHeading, [](const GpsRecord& r) { return r.heading; }},
+    {"altitude", "m", 1, hasAltitude, [](const GpsRecord& r) { return r.altitude; }},
+    {"inclinat", "%", 1, hasAltitude, [](const GpsRecord& r) { return r.inclination; }},
+    {"speed", "kph", 1, hasSpeed, [](const GpsRecord& r) { return r.speed * 3.6; }},
+    {"distance", "km", 3, hasDistance, [](const GpsRecord& r) { return r.distance / 1000; }},
+    {"temperat", "Cel", 1, hasTemperature, [](const GpsRecord& r) { return r.temperature; }},
+    {"cadence", "rpm", 1, hasCadence, [](const GpsRecord& r) { return r.cadence; }},
+    {"power", "W", 1, hasPower, [](const GpsRecord& r) { return r.power; }},
+    {"brake", "kgf", 3, hasBraking, [](const GpsRecord& r) { return r.brakeForce; }},
+    {"f.brake", "celsius", 3, hasBraking, [](const GpsRecord& r) { return r.frontBrakeTemperature; }},
+    {" -friction", "Jule", 3, hasBraking, [](const GpsRecord& r) { return r.frontFriction; }},
+    {" -radiate", "Jule", 3, hasBraking, [](const GpsRecord& r) { return r.frontRadiate; }},
+    {"r.brake", "celsius", 3, hasBraking, [](const GpsRecord& r) { return r.rearBrakeTemperature; }},
+    {" -friction", "Jule", 3, hasBraking, [](const GpsRecord& r) { return r.rearFriction; }},
+    {" -radiate", "Jule", 3, hasBraking, [](const GpsRecord& r) { return r.rearRadiate; }},
+};
+
+struct Table {
+    bool timestamps;
+    std::vector<Column> columns;
+};
+
+Table makeTable(uint32_t predicted)
+{
+    ColumnChoice choice = chooseColumns(predicted);
+    Table table = {(choice.presence.timestampFlags & 0x01) != 0, {}};
+    for (const Column& column : columns) {
+        if (column.present(choice))
+            table.columns.push_back(column);
+    }
+    return table;
+}
+
+// The two rows above the data.
+void appendHeadRow(std::string& text, const Table& table, const char* sector, const char* time,
+                   const char* Column::*title)
+{
+    appendFormat(text, "\t%6s", sector);
+    if (table.timestamps)
+        appendFormat(text, ",%10s", time);
+    for (const Column& column : table.columns)
+        appendFormat(text, ",%9s", column.*title);
+    text += '\n';
+}
+
+void appendRow(std::string& text, const Table& table, const GpsRecord& record)
+{
+    text += '\t';
+    appendInteger(text, static_cast<int32_t>(record.sector), 6);
+    if (table.timestamps) {
+        text += ",  ";
+        appendTimeOfDay(text, record.timestamp);
+    }
+    for (const Column& column : table.columns) {
+        text += ',';
+        appendFixed(text, column.value(record), 9, column.decimals);
+    }
+    text += '\n';
+}
+
+} // namespace
+
+void reportFields(const GpsRecords& records, uint32_t analysisFlags, uint32_t predicted)
+{
+    constexpr uint32_t smoothed = 1;
+    Table table = makeTable(predicted);
+    std::string text = (analysisFlags & smoothed) != 0
+                           ? "\n remarkable fields data due to outlier rejection and smoothing\n"
+                           : "\n remarkable fields data\n";
+    text += '\n';
+    appendHeadRow(text, table, "sector", "timestamp", &Column::header);
+    appendHeadRow(text, table, "", "UTC", &Column::units);
+    for (size_t i = 0; i < records.size(); ++i) {
+        if (records[i].sector == 0)
+            continue;
+        appendRow(text, table, records[i]);
+        handOverWhenLarge(Pane::lower, text);
+        reportProgress(static_cast<int>(100 * i / records.size()));
+    }
+    handOver(Pane::lower, text);
+}
+
+} // namespace torvane

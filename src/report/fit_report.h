@@ -1,0 +1,52 @@
+// The texts of recorded rides and FIT tools: status lines, the summary of a file, the table of its records.
+// All built from the blocks and rows; nothing is stored.
+#pragma once
+
+#include "gps/gps_record.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace torvane {
+
+enum FitReportMode : int {
+    reportLoaded = 0,
+    reportExpressed = 1, // the source's own values, without the records under the threshold speed
+    reportAnalysed = 2,
+};
+
+// Words of a code into the lower pane and the status line, with the bare name of the path. A code without words
+// changes nothing. Returns the code.
+StatusCode reportStatus(std::string_view path, StatusCode statusCode);
+
+// "07:05:09", UTC, of a FIT timestamp.
+std::string formatTimeOfDay(uint32_t timestamp);
+void appendTimeOfDay(std::string& text, uint32_t timestamp);
+// "03,Jan,2015,Sat,07:05:09", UTC.
+std::string formatDateTime(uint32_t timestamp);
+
+struct CalendarDate {
+    int32_t year;
+    int32_t month; // 1 to 12
+    int32_t day;
+    int32_t weekday; // 0 Sunday
+};
+CalendarDate julianToCalendar(int32_t julianDay);
+
+// The sport line of the summary, ended by a line feed.
+std::string sportsText(const FitInventory& inventory, const FitSummary& summary);
+void reportSports(const FitInventory& inventory, const FitSummary& summary);
+
+// Clears the lower pane and writes the summary. analysisFlags bit 0: outliers were rejected and the track smoothed.
+void reportSummary(const FitInventory& inventory, const FitSummary& summary, uint32_t analysisFlags,
+                   std::string_view path, int mode);
+
+// Bits of `predicted` below.
+constexpr uint32_t predictedCadence = 0x10;
+constexpr uint32_t predictedPower = 0x20;
+
+// Appends the table of all rows in a sector.
+void reportFields(const GpsRecords& records, uint32_t analysisFlags, uint32_t predicted);
+
+} // namespace torvane

@@ -1,0 +1,380 @@
+// The summary of a FIT file: what it holds, and a line for each field of its records that matters.
+#include "core/parameter_block.h"
+#include "core/screens.h"
+#include "core/text.h"
+#include "fit/fit_types.h"
+#include "report/fit_report.h"
+#include "report/report_text.h"
+#include "report/time_text.h"
+
+namespace torvane {
+
+std::string sportsText(const FitInventory& inventory, const FitSummary& summary)
+{
+    bool bySessions = summary.sessionTotal != 0;
+    size_t total = bySessions ? summary.sessionTotal : summary.lapTotal;
+    if (total == 0)
+        return "\tsport type(workout code): not defined cause no session message\n";
+    const std::vector<uint8_t>& sports = bySessions ? inventory.sessionSport : inventory.lapSport;
+    std::string text = "\tsport type (workout)\t: ";
+    for (size_t i = 0; i < std::min(total, sports.size()); ++i) {
+        text += i == 0 ? "" : ", ";
+        text += sportName(sports[i]);
+    }
+    appendFormat(text, " as %d %s\n", static_cast<int>(total), bySessions ? "sessions" : "laps");
+    return text;
+}
+
+void reportSports(const FitInventory& inventory, const FitSummary& summary)
+{
+    screens.appendText(Pane::lower, sportsText(inventory, summary));
+}
+
+namespace {
+
+constexpr uint8_t lowDefined = 0x01;
+constexpr uint8_t highDefined = 0x10;
+
+bool positionComplete()
+{
+    return (fieldPresence.positionFlags & lowDefined) != 0 && (fieldPresence.positionFlags & highDefined) != 0;
+}
+
+double kph(uint16_t speed)
+{
+    return speed * 3.6 / 1000.0;
+}
+
+void appendHead(std::string& text, std::string_view path, int mode)
+{
+    const char* verb = mode == reportAnalysed ? "analysed" : "loaded";
+    appendFormat(text, "\n\t\t%s the fit file named '%s'\n", verb, std::string(reportedName(path)).c_str());
+    if (mode == reportLoaded)
+        text += "\n summary of the fit file\n\n";
+    else
+        appendFormat(text, "\n summary of the fit file after excluding records under threshold speed %3.1lf kph\n\n",
+                     workingBlock.thresholdSpeed);
+}
+
+void appendInventory(std::string& text, const FitInventory& inventory, const FitSummary& summary)
+{
+    appendFormat(text, "\tfile id type\t\t: #%d, %s\n", inventory.fileType, fileTypeName(inventory.fileType));
+    text += sportsText(inventory, summary);
+    if (fieldPresence.hasRecords)
+        appendFormat(text, "\trecord messages\t\t: existing, record data counted %d\n",
+                     static_cast<int>(inventory.recordCount));
+    else
+        text += "\trecord message\t\t: none\n";
+    appendFormat(text, "\tdefinition messages\t: counted   %d\n", static_cast<int>(inventory.definitionCount));
+    appendFormat(text, "\tnormal data messages\t: counted   %d\n", static_cast<int>(inventory.normalDataCount));
+    appendFormat(text, "\tcompressed timestamp\t: counted   %d\n",
+                 static_cast<int>(inventory.compressedTimestampCount));
+}
+
+void appendTableHeading(std::string& text, uint32_t analysisFlags, int mode)
+{
+    constexpr uint32_t smoothed = 1;
+    text += "\n remarkable fields in the record";
+    if (mode == reportLoaded)
+        text += ", stats in the session or lap data messages\n\n";
+    else if ((analysisFlags & smoothed) != 0)
+        text += ", stats due to outlier rejection and smoothing\n\n";
+    else
+        text += " and stats of fields data\n\n";
+}
+
+void appendTimestamp(std::string& text, const FitSummary& summary)
+{
+    uint8_t flags = fieldPresence.timestampFlags;
+    if (flags != 0x01 && flags != 0x11) {
+        text += "\ttimestamp\t\t\t: none\n";
+        return;
+    }
+    appendFormat(text,
+                 "\ttimestamp\t\t\t: existing, start %sUTC\n\t\t\t\t\t\t    , end   %sUTC\n"
+                 "\t\t\t\t\t\t    , inter  %3d second",
+                 formatDateTime(static_cast<uint32_t>(summary.startTimestamp)).c_str(),
+                 formatDateTime(static_cast<uint32_t>(summary.endTimestamp)).c_str(),
+                 static_cast<int>(summary.recordInterval));
+    if (flags == 0x11)
+        text += ", timer " + hms(static_cast<int32_t>(summary.totalTimer / 1000));
+    text += "\n";
+}
+
+void appendCoordinate(std::string& text, const char* name, int flags, int32_t first, int32_t last)
+{
+    switch (flags) {
+    case 1:
+        appendFormat(text, "\t%s: existing\n", name);
+        break;
+    case 3:
+        appendFormat(text, "\t%s: existing, start %11.6lf\n", name, degreesOf(first));
+        break;
+    case 5:
+        appendFormat(text, "\t%s: existing, end   %11.6lf\n", name, degreesOf(last));
+        break;
+    case 7:
+        appendFormat(text, "\t%s: existing, start %11.6lf, end %11.6lf\n", name, degreesOf(first), degreesOf(last));
+        break;
+    default:
+        appendFormat(text, "\t%s: none\n", name);
+    }
+}
+
+void appendPosition(std::string& text, const FitSummary& summary)
+{
+    uint8_t flags = fieldPresence.positionFlags;
+    if ((flags & (lowDefined | highDefined)) == 0) {
+        text += "\tlatitude and longitude\t: none, prediction is impossible except flat calm\n";
+        return;
+    }
+    appendCoordinate(text, "latitude\t\t\t", flags & 0x0F, summary.firstLatitude, summary.lastLatitude);
+    appendCoordinate(text, "longitude\t\t\t", flags >> 4, summary.firstLongitude, summary.lastLongitude);
+}
+
+void appendAltitude(std::string& text, const FitSummary& summary)
+{
+    double average = metresOf(summary.avgAltitude);
+    double highest = metresOf(summary.maxAltitude);
+    switch (fieldPresence.altitudeFlags) {
+    case 1:
+        text += "\taltitude\t\t\t: existing\n";
+        break;
+    case 3:
+        appendFormat(text, "\taltitude\t\t\t: existing, average %4.1lf m\n", average);
+        break;
+    case 5:
+        appendFormat(text, "\taltitude\t\t\t: existing, maxi %7.1lf m\n", highest);
+        break;
+    case 7:
+        appendFormat(text, "\taltitude\t\t\t: existing, average %4.1lf m,    maxi %5.1lf m\n", average, highest);
+        break;
+    default:
+        text += "\taltitude\t\t\t: none, prediction is impossible except flat course\n";
+    }
+}
+
+void appendAccuracy(std::string& text, const FitSummary& summary)
+{
+    if (fieldPresence.accuracyFlags == 1)
+        text += "\tGPS accuracy\t\t: existing\n";
+    else if (fieldPresence.accuracyFlags == 3)
+        appendFormat(text, "\tGPS accuracy\t\t: existing, average %2d m\n", summary.gpsAccuracy);
+    else
+        text += "\tGPS accuracy\t\t: none\n";
+}
+
+void appendDistance(std::string& text, const FitSummary& summary, int mode)
+{
+    double kilometres = summary.totalDistance * 0.001 / 100;
+    int flags = fieldPresence.motionFlags & 0x0F;
+    if (mode == reportAnalysed)
+        appendFormat(text, "\tdistance\t\t\t: analysed, total %8.3lf km\n", kilometres);
+    else if (flags == 1)
+        text += "\tdistance\t\t\t: existing\n";
+    else if (flags == 3)
+        appendFormat(text, "\tdistance\t\t\t: existing, total %8.3lf km\n", kilometres);
+    else
+        text += "\tdistance\t\t\t: none\n";
+}
+
+// Without speeds in the records they can be had from timestamps and positions alone.
+const char* noSpeedText()
+{
+    bool fromPosition = (fieldPresence.timestampFlags & lowDefined) != 0 && positionComplete();
+    return fromPosition ? "\tspeed\t\t\t\t: none\n"
+                        : "\t-- besides no timestamp, latitude nor longitude that makes prediction to be impossible\n";
+}
+
+void appendSpeed(std::string& text, const FitSummary& summary, int mode)
+{
+    double average = kph(summary.avgSpeed);
+    double highest = kph(summary.maxSpeed);
+    if (mode == reportAnalysed) {
+        appendFormat(text, "\tspeed\t\t\t\t: analysed, average %5.2lf kph, maxi %6.2lf kph\n", average, highest);
+        return;
+    }
+    switch (fieldPresence.motionFlags >> 4) {
+    case 1:
+        text += "\tspeed\t\t\t\t: existing\n";
+        break;
+    case 3:
+        appendFormat(text, "\tspeed\t\t\t\t: existing, average %5.2lf kph\n", average);
+        break;
+    case 5:
+        appendFormat(text, "\tspeed\t\t\t\t: existing, maxi %8.2lf kph\n", highest);
+        break;
+    case 7:
+        appendFormat(text, "\tspeed\t\t\t\t: existing, average %5.2lf kph, maxi %6.2lf kph\n", average, highest);
+        break;
+    default:
+        text += noSpeedText();
+    }
+}
+
+void appendMotion(std::string& text, const FitSummary& summary, int mode)
+{
+    if ((fieldPresence.motionFlags & (lowDefined | highDefined)) == 0) {
+        text += "\tspeed and distance\t: none, prediction is impossible\n";
+        return;
+    }
+    appendDistance(text, summary, mode);
+    appendSpeed(text, summary, mode);
+}
+
+void appendTemperature(std::string& text, const FitSummary& summary, int mode)
+{
+    switch (fieldPresence.temperatureFlags) {
+    case 1:
+        text += "\ttemperature\t\t\t: existing\n";
+        break;
+    case 2:
+        appendFormat(text, "\ttemperature\t\t\t: none, but average %2d Cel\n", summary.avgTemperature);
+        break;
+    case 3:
+        appendFormat(text, "\ttemperature\t\t\t: existing, average %2d Cel\n", summary.avgTemperature);
+        break;
+    default:
+        text += mode == reportAnalysed
+                    ? "\ttemperature\t\t\t: none\n"
+                    : "\ttemperature\t\t\t: none, need to input average temperature for prediction\n";
+    }
+}
+
+void appendHeartRate(std::string& text, const FitSummary& summary)
+{
+    switch (fieldPresence.heartRateFlags) {
+    case 1:
+        text += "\theart rate\t\t\t: existing\n";
+        break;
+    case 2:
+        appendFormat(text, "\theart rate\t\t\t: none, but average %3d bpm\n", summary.avgHeartRate);
+        break;
+    case 3:
+        appendFormat(text, "\theart rate\t\t\t: existing, average %3d bpm\n", summary.avgHeartRate);
+        break;
+    case 7:
+        appendFormat(text, "\theart rate\t\t\t: existing, average %3d bpm,   maxi %3d bpm\n", summary.avgHeartRate,
+                     summary.maxHeartRate);
+        break;
+    default:
+        text += "\theart rate\t\t\t: none\n";
+    }
+}
+
+void appendCadence(std::string& text, const FitSummary& summary, int mode)
+{
+    if (mode == reportAnalysed && workingBlock.predictCadence) {
+        appendFormat(text, "\tcadence\t\t\t: analysed, average %3d rpm,   maxi %3d rpm\n", summary.avgCadence,
+                     summary.maxCadence);
+        return;
+    }
+    switch (fieldPresence.cadenceFlags) {
+    case 1:
+    case 16:
+    case 17:
+        text += "\tcadence\t\t\t: existing\n";
+        break;
+    case 3:
+    case 19:
+        appendFormat(text, "\tcadence\t\t\t: existing, average %3d rpm\n", summary.avgCadence);
+        break;
+    case 5:
+    case 21:
+        appendFormat(text, "\tcadence\t\t\t: existing, maxi %6d rpm\n", summary.maxCadence);
+        break;
+    case 7:
+    case 23:
+        appendFormat(text, "\tcadence\t\t\t: existing, average %3d rpm,   maxi %3d rpm\n", summary.avgCadence,
+                     summary.maxCadence);
+        break;
+    default:
+        text += "\tcadence\t\t\t: none\n";
+    }
+}
+
+// With the tabs that line the columns up.
+const char* powerBaseLabel()
+{
+    constexpr const char* labels[] = {"pedaling power", "crank power\t", "hub power\t", "thrust power"};
+    return nameAt(labels, workingBlock.analysePowerBase);
+}
+
+void appendPower(std::string& text, const FitSummary& summary, int mode)
+{
+    if (mode == reportAnalysed && workingBlock.predictPower) {
+        appendFormat(text, "\t%s\t\t: analysed, average %3d watts, maxi %3d watts\n", powerBaseLabel(),
+                     summary.avgPower, summary.maxPower);
+        return;
+    }
+    switch (fieldPresence.powerFlags) {
+    case 1:
+        text += "\tpower\t\t\t\t: existing\n";
+        break;
+    case 3:
+        appendFormat(text, "\tpower\t\t\t\t: existing, average %3d watts\n", summary.avgPower);
+        break;
+    case 5:
+        appendFormat(text, "\tpower\t\t\t\t: existing, maxi %5d watts\n", summary.maxPower);
+        break;
+    case 7:
+        appendFormat(text, "\tpower\t\t\t\t: existing, average %3d watts, maxi %3d watts\n", summary.avgPower,
+                     summary.maxPower);
+        break;
+    case 15:
+        appendFormat(text, "\tpower\t\t\t\t: existing, average %3d watts, maxi %3d watts, normalized %3d watts\n",
+                     summary.avgPower, summary.maxPower, summary.normalizedPower);
+        break;
+    default:
+        text += "\tpower\t\t\t\t: none\n";
+    }
+}
+
+void appendBraking(std::string& text, const FitSummary& summary, int mode)
+{
+    bool powerPredicted = (fieldPresence.powerFlags & lowDefined) == 0 && workingBlock.predictPower;
+    if (mode != reportAnalysed || !powerPredicted || !workingBlock.detectBraking)
+        return;
+    appendFormat(text, "\tbraking force\t\t: analysed, average %5.1lf kgf, maxi %5.1lf kgf\n", summary.avgBrakeForce,
+                 summary.maxBrakeForce);
+    appendFormat(text, "\tfront brake temperature\t: analysed, average %5.1lf Cel, maxi %5.1lf Cel\n",
+                 summary.avgFrontBrake, summary.maxFrontBrake);
+    appendFormat(text, "\trear brake temperature\t: analysed, average %5.1lf Cel, maxi %5.1lf Cel\n",
+                 summary.avgRearBrake, summary.maxRearBrake);
+}
+
+void appendFields(std::string& text, const FitSummary& summary, int mode)
+{
+    appendTimestamp(text, summary);
+    appendPosition(text, summary);
+    appendAltitude(text, summary);
+    appendAccuracy(text, summary);
+    appendMotion(text, summary, mode);
+    appendTemperature(text, summary, mode);
+    appendHeartRate(text, summary);
+    appendCadence(text, summary, mode);
+    appendPower(text, summary, mode);
+}
+
+} // namespace
+
+void reportSummary(const FitInventory& inventory, const FitSummary& summary, uint32_t analysisFlags,
+                   std::string_view path, int mode)
+{
+    std::string text;
+    appendHead(text, path, mode);
+    appendInventory(text, inventory, summary);
+    if (fieldPresence.hasRecords) {
+        appendTableHeading(text, analysisFlags, mode);
+        appendFields(text, summary, mode);
+        appendBraking(text, summary, mode);
+        if ((fieldPresence.cadenceFlags & lowDefined) != 0 && (fieldPresence.powerFlags & lowDefined) != 0)
+            text += "\t-- cadence and power are existing and no need to predict\n";
+    } else {
+        text += "\n\t\timpossible to analyse and predict cause no record data message\n";
+    }
+    screens.setText(Pane::lower, "");
+    screens.appendText(Pane::lower, text);
+}
+
+} // namespace torvane

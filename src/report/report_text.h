@@ -1,0 +1,21 @@
+// How a report reaches its pane: lines are appended to one local text, and that is handed over in large pieces, since a
+// pane costs more for each call than for each character. And names by index.
+#pragma once
+
+#include "core/screens.h"
+
+#include <span>
+#include <string>
+
+namespace torvane {
+
+// Appends the gathered text to the pane and empties it.
+void handOver(Pane pane, std::string& text);
+
+// The same, once the text has grown to a large piece (64 KB). For tables that can have 100,000 rows.
+void handOverWhenLarge(Pane pane, std::string& text);
+
+// The name of a choice; empty for an index outside the list.
+const char* nameAt(std::span<const char* const> names, int index);
+
+} // namespace torvane

@@ -1,0 +1,312 @@
+// The ride reports line by line where a condition decides what is printed. The tables under them:
+// ride_tables_test.cpp.
+#include "captured_screens.h"
+#include "core/parameter_block.h"
+#include "model/run_state.h"
+#include "report/ride_lines.h"
+#include "report/ride_report.h"
+#include "ride/physiology.h"
+#include "ride/ride_run.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+namespace torvane {
+
+namespace {
+
+struct RideReport : testing::Test {
+    RideReport()
+    {
+        setDefaults(workingBlock);
+        modelState = {};
+        runState = {};
+        physiology = {};
+        modelState.cadencePoweredMax = 120.0;
+        modelState.temperature = 20.0;
+        shown.lower = "before";
+    }
+
+    void choose(int mode, int target)
+    {
+        workingBlock.rideMode = mode;
+        workingBlock.rideTarget = target;
+    }
+
+    std::string report(ResultStatus status = 0)
+    {
+        reportRide(status);
+        return shown.lower;
+    }
+
+    CapturedScreens shown;
+};
+
+bool contains(const std::string& text, const std::string& part)
+{
+    return text.find(part) != std::string::npos;
+}
+
+TEST_F(RideReport, referenceByTarget)
+{
+    runState.power = 1.5;
+    runState.meanPower = 2.5;
+    runState.sectorTime = 3.5;
+    runState.distance = 4.56;
+    runState.accele = -0.5;
+    runState.gravity = -0.05;
+    constexpr const char* acceleration[] = {"1.500 W", "2.500 W",     "1.500 W",  "2.500 W", "3.500 sec",
+                                            "  4.6 m", "-0.500 mpss", "-0.050 G", "1.500 W", ""};
+    constexpr const char* deceleration[] = {"1.500 W",     "2.500 W",  "1.500 W", "3.500 sec", "  4.6 m",
+                                            "-0.500 mpss", "-0.050 G", "1.500 W", ""};
+    for (int target = 0; target < 10; ++target) {
+        choose(rideAcceleration, target);
+        EXPECT_EQ(reportReference(), acceleration[target]) << target;
+    }
+    for (int target = 0; target < 9; ++target) {
+        choose(rideDeceleration, target);
+        EXPECT_EQ(reportReference(), deceleration[target]) << target;
+    }
+}
+
+TEST_F(RideReport, fatalEndsBehindTheAlert)
+{
+    runState.startVelocity = 20.0;
+    runState.endVelocity = 10.0;
+    choose(rideDeceleration, 3);
+    EXPECT_EQ(report(0x10200),
+              "\n deceleration which calculation referer is 'sector time' 0.000 sec\n"
+              " -- inclination 0.000 per, starting velocity is 72.000 kph, ending velocity is 36.000 kph\n"
+              "alert :\ntoo long sector time limitted maximum 0.000000 sec\n");
+    EXPECT_EQ(shown.status, "status : deceleration which calculation referer is 'sector time' 0.000 sec"
+                            ", with fatal error");
+}
+
+TEST_F(RideReport, unknownModeAndTarget)
+{
+    choose(6, 0);
+    EXPECT_EQ(report(), "before");
+    choose(ridePatternBraking, 9);
+    EXPECT_EQ(report(0x1).substr(0, 21), "\n pattern braking ''\n");
+}
+
+TEST_F(RideReport, brakedDecelerationQuotesTheForceOnThePaneAlone)
+{
+    choose(rideDeceleration, 2);
+    runState.thrustMode = 1;
+    runState.thrustForce = -2.5;
+    runState.meanStagePower[stageThrust] = -100.0;
+    std::string text = report();
+    EXPECT_EQ(text.substr(0, text.find(" -- ")),
+              "\n deceleration which calculation referer is 'PEV as maxi' required -2.500 kgf\n"
+              "with braking due to constant force\n");
+    EXPECT_EQ(shown.status, "status : deceleration which calculation referer is 'PEV as maxi' 0.000 W");
+    EXPECT_TRUE(contains(text, "\tair drag quantity\t\t:"));
+    EXPECT_FALSE(contains(text, "required power"));
+
+    runState.thrustMode = 0; // pedaled: the mean alone decides on the second line
+    EXPECT_FALSE(contains(report(), "required -2.500"));
+    EXPECT_TRUE(contains(report(), "\nwith braking due to constant force\n"));
+    choose(rideDeceleration, 7);
+    EXPECT_FALSE(contains(report(), "constant force"));
+}
+
+TEST_F(RideReport, stoppedShort)
+{
+    const std::string line = "reached to 36.000 kph screened under 0.000250 mpss\n";
+    struct Case {
+        int mode, target;
+        double endVelocity;
+        bool told;
+    };
+    constexpr Case cases[] = {
+        {rideAcceleration, 0, 10.5, true},   {rideAcceleration, 0, 10.0, false},  {rideDeceleration, 0, 9.5, true},
+        {rideDeceleration, 0, 10.0, false},  {ridePatternBraking, 1, 9.5, true},  {ridePatternBraking, 0, 10.0, false},
+        {ridePatternBraking, 2, 9.5, false}, {ridePatternBraking, 3, 9.5, false},
+    };
+    runState.velocity = 10.0;
+    for (const Case& c : cases) {
+        choose(c.mode, c.target);
+        runState.endVelocity = c.endVelocity;
+        EXPECT_EQ(contains(report(0x20000), "percentage error\n" + line), c.told) << c.mode << ' ' << c.target;
+    }
+}
+
+TEST_F(RideReport, kiloWattFrom10000AtTheRoad)
+{
+    struct Case {
+        double peak;
+        const char* row;
+    };
+    constexpr Case cases[] = {
+        {-9999.9994, "\tbraking thrust power\t:-5000.000 W  ,-9999.999 W  ,   -1.000 Nm ,   -2.000 kgf\n"},
+        {-10000.0, "\tbraking thrust power\t:   -5.000 kW ,  -10.000 kW ,   -1.000 Nm ,   -2.000 kgf\n"},
+        {10000.0, "\tbraking thrust power\t:   -5.000 kW ,   10.000 kW ,   -1.000 Nm ,   -2.000 kgf\n"},
+    };
+    runState.meanStagePower[stageThrust] = -5000.0;
+    runState.meanStageTorque[stageThrust] = -1.0;
+    runState.meanStageForce[stageThrust] = -2.0;
+    for (const Case& c : cases) {
+        runState.peakPower[stageThrust] = c.peak;
+        std::string text;
+        appendBrakingRow(text);
+        EXPECT_EQ(text, std::string("\t\t\t\t\t      mean    ,  maximal    ,   torque    ,    force\n") + c.row);
+    }
+    modelState.motorLocation = 1;
+    runState.assistMeanPower = 150.0;
+    runState.assistPeakPower = 250.0;
+    std::string text;
+    appendRunChain(text);
+    EXPECT_TRUE(contains(text, "\te-Assist\t\t\t:    0.150 kW ,    0.250 kW ,    0.000 Nm ,    0.000 kgf\n")) << text;
+}
+
+TEST_F(RideReport, heatUnitsByTheFrontBrakeAlone)
+{
+    struct Case {
+        const char* name;
+        double front, rear;
+        const char* rows;
+    };
+    constexpr Case cases[] = {
+        {"hot rear", 9000.0, 20000.0,
+         "\tbrake heatfront\t\t:     80.0 C  , 9000.000 J  ,-1000.000 J  , 8000.000 J\n"
+         "\tbrake heatrear\t\t:     90.0 C  ,20000.000 J  , -500.000 J  ,19500.000 J\n"},
+        {"hot front", 10000.0, 500.0,
+         "\tbrake heatfront\t\t:     80.0 C  ,   10.000 kJ ,   -1.000 kJ ,    9.000 kJ\n"
+         "\tbrake heatrear\t\t:     90.0 C  ,    0.500 kJ ,   -0.500 kJ ,    0.000 kJ\n"},
+    };
+    modelState.brakeTemperature[0] = 80.0;
+    modelState.brakeTemperature[1] = 90.0;
+    modelState.brakeRadiated[0] = -1000.0;
+    modelState.brakeRadiated[1] = -500.0;
+    for (const Case& c : cases) {
+        modelState.brakeHeat[0] = c.front;
+        modelState.brakeHeat[1] = c.rear;
+        std::string text;
+        appendBrakeHeat(text);
+        EXPECT_TRUE(contains(text, std::string("residual\n") + c.rows +
+                                       "\t-- outside air temperature is 20.0 C. "
+                                       "radiate means both of convective and radiant\n"))
+            << c.name << text;
+    }
+}
+
+TEST_F(RideReport, energyUnitsByTheLargest)
+{
+    runState.airDragQuantity = 500.0;
+    runState.potentialEnergy = -20000.0; // an ascent: a negative energy does not change the unit
+    runState.endKineticEnergy = 9999.0;
+    std::string text;
+    appendBrakeHeat(text);
+    EXPECT_TRUE(contains(text, "\n\tair drag quantity\t\t:  500.000 J\n\trolling drag quantity\t:    0.000 J\n"
+                               "\tpotential energy\t\t:-20000.000 J\n\tstarting kinetic energy\t:    0.000 J\n"
+                               "\tending kinetic energy\t: 9999.000 J\n\n"));
+    runState.endKineticEnergy = 10000.0;
+    text.clear();
+    appendBrakeHeat(text);
+    EXPECT_TRUE(contains(text, "\n\tair drag quantity\t\t:    0.500 kJ\n"));
+    EXPECT_TRUE(contains(text, "\tending kinetic energy\t:   10.000 kJ\n"));
+}
+
+TEST_F(RideReport, brakingPatterns)
+{
+    runState.inclination = -7.0;
+    runState.startVelocity = 20.0;
+    runState.endVelocity = 10.0;
+    runState.force = -12.34;
+    runState.intervalDistance = 300.0;
+    runState.totalDistance = 5000.0;
+    runState.sectorTime = 599.5;
+    struct Case {
+        int pattern;
+        ResultStatus status;
+        const char* head;
+    };
+    constexpr Case cases[] = {
+        {0, 0,
+         "\n pattern braking 'constant force braking'\n"
+         " -- inclination -7.000 per, constant force -12.3 kgf from 72.0 kph to 36.0 kph\n"},
+        {2, 0,
+         "\n pattern braking 'constant velocity braking'\n"
+         " -- inclination -7.000 per, velocity is constant 36.0 kph due to braking -12.3 kgf\n"
+         "\tin case of distance(moving) is 5000 m, time is 600 sec(00:10:00h) as follows:\n\n\tair drag"},
+        {2, 0x80000,
+         "\n pattern braking 'constant velocity braking'\n"
+         " -- inclination -7.000 per, velocity is constant 36.0 kph\nwarning :\n"},
+        {3, 0,
+         "\n pattern braking 'intermittent braking'\n"
+         " -- inclination -7.000 per, intermittent braking -12.3 kgf to 36.0 kph for every 300.0 m\n"
+         "\tin case of distance(moving) is 5000 m, time is 600 sec(00:10:00h) as follows:\n\n\tair drag"},
+    };
+    for (const Case& c : cases) {
+        choose(ridePatternBraking, c.pattern);
+        std::string head = c.head;
+        EXPECT_EQ(report(c.status).substr(0, head.size()), head);
+    }
+}
+
+TEST_F(RideReport, corneringBeyondGrip)
+{
+    choose(rideCriticalCornering, 2);
+    runState.velocity = 10.0;
+    runState.corneringRadius = 15.0;
+    runState.safetyMargin = -9999.999;
+    runState.cadence = 90.0;
+    runState.peakPower[0] = -3.0; // never shown below 0
+    modelState.currentFrontTooth = 51;
+    modelState.currentRearTooth = 9;
+    std::string text = report();
+    EXPECT_TRUE(contains(text, "\tfriction safty margin\t:-9999.999 (ratio)\n\tminor friction safty margin means over "
+                               "velocity and the bike would slip and fall\n\t\t\t\t\t     power    ,"));
+    EXPECT_TRUE(contains(text, "kgf\n\tcadence\t\t\t:   90.000 rpm geared 51/ 9\n"
+                               "\trequired power\t\t:    0.000 W case of 120.0 rpm cadence\n\n"));
+    EXPECT_FALSE(contains(text, "e-Assist"));
+}
+
+TEST_F(RideReport, physiologyByLevelAndMode)
+{
+    struct Case {
+        const char* name;
+        int level, mode;
+        const char* start;
+    };
+    constexpr Case cases[] = {
+        {"recovery has no limit", 1, rideDeceleration,
+         "\n\tpower traning level\t:  Lv1, recovery for ftp 270.0W\n\tintensity factor\t\t:    0.750\n\n"
+         "\tnormalized power\t\t:  200.000 W\n"},
+        {"interval", 5, ridePowerAndVelocity,
+         "\n\tupper limit of traning time is 00:08:00h as one interval\n"
+         "\tpower traning level\t:  Lv5, vo2max for ftp 270.0W\n\tintensity factor\t\t:    0.750\n\n"
+         "\tphysiological factors in case of 500m per 00:01:05h as follows:\n"},
+    };
+    modelState.ftp = 270.0;
+    runState.useFtp = 1;
+    runState.distance = 77.571;
+    runState.sectorTime = 10.78;
+    runState.intensionFirst[0] = 1;
+    runState.intensionSecond[0] = 5;
+    runState.intensionSecond[1] = 500;
+    physiology.normalizedPower = 200.0;
+    physiology.intensityFactor = 0.75;
+    physiology.trainingStressScore = 12.0;
+    for (const Case& c : cases) {
+        physiology.level = c.level;
+        choose(c.mode, 0);
+        std::string text;
+        appendPhysiology(text);
+        EXPECT_EQ(text.substr(0, strlen(c.start)), c.start) << c.name;
+        EXPECT_TRUE(contains(text, "\ttraning stress score\t:   12.000\n")) << c.name;
+    }
+    runState.useFtp = 0;
+    std::string text;
+    choose(rideDeceleration, 0);
+    appendPhysiology(text);
+    EXPECT_EQ(text, "\n\tnormalized power\t\t:  200.000 W\n\tvariability index\t\t:    0.000\n"
+                    "\tenergy kilo joule\t\t:    0.000 kJ\n\tenergy kilo calorie\t:    0.000 kcal\n"
+                    "\trequired food calorie\t:    0.000 kcal except daily basal metabolism\n");
+}
+
+} // namespace
+
+} // namespace torvane

@@ -1,0 +1,104 @@
+// The theory reports around their status blocks, and the lines that only one target has.
+#include "captured_screens.h"
+#include "core/parameter_block.h"
+#include "model/run_state.h"
+#include "report/theory_report.h"
+
+#include <gtest/gtest.h>
+
+namespace torvane {
+
+namespace {
+
+struct TheoryReport : testing::Test {
+    TheoryReport()
+    {
+        setDefaults(workingBlock);
+        runState = {};
+        shown.lower = "before";
+    }
+
+    void choose(int calculator, int target)
+    {
+        workingBlock.theoryCalculator = calculator;
+        workingBlock.theoryTarget = target;
+    }
+
+    CapturedScreens shown;
+};
+
+TEST_F(TheoryReport, fatalEndsBehindTheAlert)
+{
+    choose(0, 2);
+    reportTheoryResult(0x1);
+    EXPECT_EQ(shown.lower, "\n cadence theory which calculation target is 'cadence powered max'\n"
+                           "alert :\nillegal variate value\n");
+    EXPECT_EQ(shown.status,
+              "status : cadence theory which calculation target is 'cadence powered max', with fatal error");
+}
+
+TEST_F(TheoryReport, warningStandsBeforeTheEmptyLine)
+{
+    choose(1, 2);
+    reportTheoryResult(0x40000);
+    EXPECT_EQ(shown.lower, "\n pedaling dynamics which calculation target is 'torque, forca'\n"
+                           "warning :\nnon-sence variate value\n\n"
+                           "\tcadence\t\t\t:    0.0 rpm\n"
+                           "\tpedaling power\t\t:    0.0 W\n"
+                           "\t-- torque\t\t\t:    0.0 Nm\n"
+                           "\t-- force\t\t\t:    0.0 kgf\n"
+                           "\tcadence powered max\t:    0.0 rpm\n"
+                           "\tmaximal power\t\t:    0.0 W\n");
+    EXPECT_EQ(shown.status, "status : pedaling dynamics which calculation target is 'torque, forca', with any warning");
+}
+
+TEST_F(TheoryReport, gearTeethQuoteTheCadenceEntered)
+{
+    choose(2, 2);
+    workingBlock.theoryCadence[2] = 95.0;
+    runState.cadence = 93.2;
+    runState.velocity = 10.0;
+    runState.frontTooth = 47;
+    runState.rearTooth = 16;
+    runState.gearRatio = 47.0 / 16.0;
+    runState.expectedRatio = 2.8812;
+    std::string lines = "\n gear combination which calculation target is 'gear teeth'\n\n"
+                        "\tcadence\t\t\t:   93.2 rpm\n"
+                        "\tvelocity\t\t\t:   36.0 kph\n"
+                        "\tfront chainring tooth\t:   47\n"
+                        "\trear cluster tooth\t:   16\n"
+                        "\tgear ratio\t\t\t:    2.938\n"
+                        "\texpected gear ratio\t:    2.881 case of 95.0 rpm\n";
+    reportTheoryResult(0);
+    EXPECT_EQ(shown.lower, lines + "\t-- case of unuse current mission profile,\n"
+                                   "\t-- teeth coverage both of chainring and cluster are same as current profile\n");
+    runState.useMissionProfile = 1;
+    reportTheoryResult(0);
+    EXPECT_EQ(shown.lower, lines);
+}
+
+TEST_F(TheoryReport, roadIsAppendedWithItsOwnStatus)
+{
+    choose(0, 0);
+    runState.inclination = 1.5;
+    runState.velocity = 20.0;
+    runState.frontTooth = 51;
+    runState.rearTooth = 11;
+    runState.gearRatio = 51.0 / 11.0;
+    runState.maxPower = 1000.0;
+    reportTheoryReal(0x100000);
+    EXPECT_EQ(shown.lower, "before"
+                           "\treal performance with inclination 1.500 per and current profile as follows:\n"
+                           "warning :\nover maximal velocity under current profile\n"
+                           "\tvelocity\t\t\t:   72.0 kph for the power\n"
+                           "\texpected cadence\t\t:    0.0 rpm, geared 51/11 ratio 4.636\n"
+                           "\t-- torque\t\t\t:    0.0 Nm\n"
+                           "\t-- force\t\t\t:    0.0 kgf\n"
+                           "\tcadence powered max\t:    0.0 rpm\n"
+                           "\t-- required power\t\t: 1000.0 W\n");
+    EXPECT_EQ(shown.status, "status : cadence theory which calculation target is 'cadence', with any warning");
+}
+
+} // namespace
+
+} // namespace torvane
