@@ -1,0 +1,252 @@
+// The commands as data: what each asks, what it commits, what runs, what follows.
+#include "command/command_table.h"
+
+#include "command/fit_tool_command.h"
+#include "command/gps_command.h"
+#include "command/gps_load_command.h"
+#include "command/prepare_command.h"
+#include "command/ride_command.h"
+#include "command/theory_command.h"
+#include "report/profile_report.h"
+
+#include <algorithm>
+#include <cctype>
+#include <charconv>
+
+namespace torvane {
+
+namespace {
+
+using enum Work;
+
+constexpr Command dialogCommand(int id, const char* label, char key, int form)
+{
+    return {.id = id, .label = label, .key = key, .entry = form ? Entry::dialog : Entry::immediate, .form = form};
+}
+
+constexpr Command windowCommand(int id, const char* label, char key = 0)
+{
+    return {.id = id, .label = label, .key = key, .shift = key != 0};
+}
+
+using Operation = ResultStatus (*)();
+using Commit = void (*)(ParameterBlock&, ParameterBlock&);
+
+constexpr Command settingsCommand(int id, const char* label, char key, Entry entry, Commit commit, const char* aliases)
+{
+    return {
+        .id = id, .label = label, .key = key, .entry = entry, .work = settings, .commit = commit, .aliases = aliases};
+}
+
+template <uint32_t sections>
+ResultStatus profileReport()
+{
+    reportProfile(Pane::upper, workingBlock, sections);
+    return 0;
+}
+
+template <uint32_t sections>
+ResultStatus conditionReport()
+{
+    reportCondition(Pane::upper, sections);
+    return 0;
+}
+
+constexpr Command reportCommand(int id, const char* label, char key, Operation operation)
+{
+    return {.id = id, .label = label, .key = key, .shift = key != 0, .work = report, .operation = operation};
+}
+
+constexpr Command theoryCommand(int id, const char* label, char key, int form, Operation operation)
+{
+    return {.id = id,
+            .label = label,
+            .key = key,
+            .shift = true,
+            .entry = Entry::dialog,
+            .form = form,
+            .work = worker,
+            .commit = commitTheory,
+            .operation = operation,
+            .family = Family::theory,
+            .showsLower = true};
+}
+
+constexpr Command rideCommand(int id, const char* label, char key, int form, GraphWhen graph)
+{
+    return {.id = id,
+            .label = label,
+            .key = key,
+            .entry = Entry::dialog,
+            .form = form,
+            .work = worker,
+            .commit = commitRide,
+            .operation = dispatchRide,
+            .family = Family::ride,
+            .graph = graph,
+            .showsLower = true};
+}
+
+constexpr Command gpsCommand(int id, const char* label, char key, bool shift, int form, MenuAfter menu,
+                             Operation operation, const char* aliases)
+{
+    return {.id = id,
+            .label = label,
+            .key = key,
+            .shift = shift,
+            .entry = form ? Entry::dialog : Entry::openFit,
+            .form = form,
+            .work = worker,
+            .commit = form ? commitGps : nullptr,
+            .operation = operation,
+            .menu = menu,
+            .showsLower = true,
+            .aliases = aliases};
+}
+
+// The FIT tools leave their "save as default" flags to the next commit of the recorded rides.
+constexpr Command toolCommand(int id, const char* label, char key, bool shift, int form, Operation operation,
+                              const char* aliases)
+{
+    return {.id = id,
+            .label = label,
+            .key = key,
+            .shift = shift,
+            .entry = Entry::dialog,
+            .form = form,
+            .work = worker,
+            .operation = operation,
+            .menu = MenuAfter::toolRan,
+            .aliases = aliases};
+}
+
+constexpr Command commands[] = {
+    dialogCommand(302, "About", 'Q', 107),
+    dialogCommand(303, "Exit", 'X', 108),
+    windowCommand(304, "Font Selected"),
+    windowCommand(305, "Font All"),
+    windowCommand(306, "Font Selected"),
+    windowCommand(307, "Font All"),
+    windowCommand(308, "Clear Screen"),
+    windowCommand(309, "Clear Screen"),
+    windowCommand(310, "Print"),
+    windowCommand(311, "Print"),
+    windowCommand(312, "Save"),
+    windowCommand(313, "Save"),
+    windowCommand(314, "Save As"),
+    windowCommand(315, "Save As"),
+    windowCommand(316, "Open Upper", '1'),
+    windowCommand(317, "Open Lower", '2'),
+    windowCommand(318, "Page SetUp"),
+    settingsCommand(321, "Setup Profile", 'P', Entry::sheet, commitProfile, "profile"),
+    settingsCommand(322, "Load Profile Data", 'O', Entry::openProfile, nullptr, "load-profile"),
+    settingsCommand(323, "Save Current Profile", 'S', Entry::saveProfile, nullptr, "save-profile"),
+    settingsCommand(324, "Setup Condition", 'R', Entry::sheet, commitCondition, ""),
+    settingsCommand(325, "Preference", 'K', Entry::sheet, commitPreference, "preferences"),
+    reportCommand(501, "Human", 'H', profileReport<sectionHuman>),
+    reportCommand(502, "Equipments", 'E', profileReport<sectionEquipment>),
+    reportCommand(503, "Shifting", 'S', profileReport<sectionShifting>),
+    reportCommand(504, "Wheel", 'W', profileReport<sectionWheel>),
+    reportCommand(505, "Tyre", 'Y', profileReport<sectionTyre>),
+    reportCommand(506, "Brake", 'B', profileReport<sectionBrake>),
+    reportCommand(507, "Power Loss", 'L', profileReport<sectionPowerLoss>),
+    reportCommand(508, "e-Assist", 'P', profileReport<sectionAssist>),
+    reportCommand(509, "All Profile", 'A', profileReport<allProfileSections>),
+    reportCommand(510, "Course", 0, conditionReport<sectionCourse>),
+    reportCommand(511, "Peloton", 0, conditionReport<sectionPeloton>),
+    reportCommand(512, "Condition", 'C', conditionReport<allConditionSections>),
+    theoryCommand(701, "Cadence Theory", 'T', 2011, runTheory),
+    theoryCommand(702, "Pedaling Dynamics", 'D', 2012, runTheory),
+    theoryCommand(703, "Gear Combination", 'G', 2013, runTheory),
+    rideCommand(801, "Power and Velocity", 'V', 2021, GraphWhen::bandPowerVelocity),
+    rideCommand(802, "Acceleration", 'A', 2022, GraphWhen::express),
+    rideCommand(803, "Deceleration", 'D', 2023, GraphWhen::express),
+    rideCommand(804, "Pattern Braking", 'B', 2024, GraphWhen::express),
+    rideCommand(805, "Inclination and Velocity", 'I', 2025, GraphWhen::express),
+    rideCommand(806, "Critical Cornering", 'C', 2026, GraphWhen::bandCornering),
+    gpsCommand(901, "Load Activity FIT File", 'L', false, 0, MenuAfter::loaded, loadGpsFile, "load"),
+    gpsCommand(902, "Express Source Data", 'E', false, 2052, MenuAfter::expressed, expressSourceData, "express"),
+    gpsCommand(903, "Analyse And Predict", 'T', false, 2053, MenuAfter::analysed, analyseAndPredict, "analyse predict"),
+    gpsCommand(904, "Create FIT File Analysed", 'F', false, 2054, MenuAfter::none, createAnalysedFile, "create"),
+    toolCommand(905, "Combine FIT Files", 'M', false, 2055, combineCommand, "combine"),
+    toolCommand(906, "Convert FIT File Format", 'N', false, 2056, convertCommand, "convert"),
+    toolCommand(907, "Add Messages", 'U', false, 2057, addMessagesCommand, "add"),
+    toolCommand(908, "Divide A Fit File", 'V', true, 2058, divideCommand, "divide"),
+    toolCommand(909, "Exclude Messages", 'X', true, 2059, excludeCommand, "exclude"),
+    gpsCommand(910, "At One Stroke", 'F', true, 2060, MenuAfter::oneStroke, atOneStroke, "stroke"),
+    toolCommand(991, "Increase Timestamp", 'I', true, 2091, increaseTimestampCommand, "timestamp"),
+    toolCommand(992, "Field Dump", 'Q', true, 2092, fieldDumpCommand, "dump"),
+    toolCommand(993, "Prepare Activity FIT File", 'R', true, 2093, prepareCommand, "prepare"),
+    {.id = 994, .label = "Compare Rides", .work = worker, .operation = compareCommand, .aliases = "compare"},
+};
+
+constexpr bool idsRise()
+{
+    for (size_t i = 1; i < std::size(commands); ++i)
+        if (commands[i].id <= commands[i - 1].id)
+            return false;
+    return true;
+}
+static_assert(idsRise(), "commands: keep sorted, no id twice");
+
+constexpr bool keysDiffer()
+{
+    for (size_t i = 0; i < std::size(commands); ++i)
+        for (size_t j = i + 1; j < std::size(commands); ++j)
+            if (commands[i].key != 0 && commands[i].key == commands[j].key && commands[i].shift == commands[j].shift)
+                return false;
+    return true;
+}
+static_assert(keysDiffer(), "commands: an accelerator stands for one command");
+
+bool hasAlias(const Command& command, std::string_view name)
+{
+    std::string_view rest = command.aliases;
+    while (!rest.empty()) {
+        size_t blank = rest.find(' ');
+        if (rest.substr(0, blank) == name)
+            return true;
+        rest = blank == rest.npos ? std::string_view() : rest.substr(blank + 1);
+    }
+    return false;
+}
+
+} // namespace
+
+std::span<const Command> commandTable()
+{
+    return commands;
+}
+
+const Command* findCommand(int id)
+{
+    const Command* found = std::ranges::lower_bound(commands, id, {}, &Command::id);
+    return found != std::end(commands) && found->id == id ? found : nullptr;
+}
+
+const Command* findCommand(std::string_view name)
+{
+    int id = 0;
+    auto [end, fault] = std::from_chars(name.data(), name.data() + name.size(), id);
+    if (fault == std::errc() && end == name.data() + name.size())
+        return findCommand(id);
+    for (const Command& command : commands)
+        if (command.work != frontEnd && (consoleName(command) == name || hasAlias(command, name)))
+            return &command;
+    return nullptr;
+}
+
+std::string consoleName(const Command& command)
+{
+    std::string name = command.label;
+    for (char& c : name)
+        c = c == ' ' ? '-' : static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return name;
+}
+
+bool isBuilt(const Command& command)
+{
+    return command.operation != nullptr || command.work == frontEnd || command.work == settings;
+}
+
+} // namespace torvane

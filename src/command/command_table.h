@@ -1,0 +1,84 @@
+// The one list of commands, and the menu that shows them. Menu, accelerators, greying, dispatch and the console read
+// it.
+#pragma once
+
+#include "core/parameter_block.h"
+#include "core/result_status.h"
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace torvane {
+
+// What a command's first entry asks the user.
+enum class Entry : uint8_t {
+    immediate,   // nothing
+    dialog,      // modal dialog `form`
+    sheet,       // property sheet: the pages of `sheet`
+    openProfile, // file prompts
+    saveProfile,
+    openFit,
+};
+
+// Whose work it is.
+enum class Work : uint8_t {
+    frontEnd, // windows, fonts, printing: nothing for the console
+    report,   // short, on the main thread, into the upper pane: `operation`
+    settings, // profile, condition, preference: short, on the main thread (settings_command.h)
+    worker,   // long: the two-entry protocol
+};
+
+// Which record of last choices a long command moves to itself before its dialog opens.
+enum class Family : uint8_t { none, theory, ride }; // theoryCalculator = id - 701, rideMode = id - 801
+
+// When the graph window opens after a long command.
+enum class GraphWhen : uint8_t {
+    never,
+    bandPowerVelocity, // bandGraphPowerVelocity is set
+    express,           // expressGraph is set and no fatal bit came back
+    bandCornering,     // bandGraphCornering is set
+};
+
+// What becomes of the menu entries 902, 903, 904 after a long command.
+enum class MenuAfter : uint8_t { none, loaded, expressed, analysed, toolRan, oneStroke };
+
+struct Command {
+    int id;
+    const char* label;  // of the menu; the console takes it in lower case with hyphens
+    char key = 0;       // with Ctrl; 0 none
+    bool shift = false; // and Shift
+    Entry entry = Entry::immediate;
+    int form = 0; // dialog template of the first entry, 0 none
+    Work work = Work::frontEnd;
+    void (*commit)(ParameterBlock& saved, ParameterBlock& working) = nullptr; // after the dialog or sheet, null none
+    // Of a report or on the worker. Null: nothing to run, or, where `work` promises something, not built yet.
+    ResultStatus (*operation)() = nullptr;
+    Family family = Family::none;
+    GraphWhen graph = GraphWhen::never;
+    MenuAfter menu = MenuAfter::none;
+    bool showsLower = false;  // after its run the lower pane takes the focus and scrolls to its top
+    const char* aliases = ""; // more console names, separated by blanks
+};
+
+// Rising by id.
+std::span<const Command> commandTable();
+const Command* findCommand(int id);                       // null: no such command
+const Command* findCommand(std::string_view consoleName); // number, label with hyphens, or alias; null: no such command
+std::string consoleName(const Command& command);          // label in lower case with hyphens
+// False for a command whose operation is still to be built; its menu entry is greyed.
+bool isBuilt(const Command& command);
+
+// The menu bar, in order. A menu or submenu holds what follows it up to its end.
+enum class MenuKind : uint8_t { menu, submenu, end, command, separator };
+
+struct MenuItem {
+    MenuKind kind;
+    const char* label = nullptr; // of a menu or submenu; a command has its own
+    int command = 0;
+};
+
+std::span<const MenuItem> menuTable();
+
+} // namespace torvane

@@ -1,0 +1,23 @@
+// The commands of a recorded ride: load steps, analysis, file and report joined. Each starts from the file on disk and
+// keeps no track between commands; runs on the worker and answers with a status code of fit_codes.h, 0 for success.
+// Loading itself is a command of its own.
+#pragma once
+
+#include "fit/fit_codes.h"
+
+namespace torvane {
+
+// The track of the loaded file as it is, without the records under the threshold speed: summary and table.
+StatusCode expressSourceData();
+
+// The same with cadence, power and brake heat predicted.
+StatusCode analyseAndPredict();
+
+// The analysis again, written to fitOutputFileName; no report but the status line.
+StatusCode createAnalysedFile();
+
+// Loads toolInputs.files[0], analyses, reports and writes files[toolDestination]. A file loaded before keeps its path,
+// but its blocks are overwritten.
+StatusCode atOneStroke();
+
+} // namespace torvane

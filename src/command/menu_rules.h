@@ -1,0 +1,14 @@
+// Which of the menu entries 902 to 904 a finished command opens or greys.
+#pragma once
+
+#include "command/command_table.h"
+
+namespace torvane {
+
+// Greys all three: the start of the program, and every tool that overwrites the loaded activity.
+void greyActivityCommands(void (*enableCommand)(int id, bool enabled));
+
+// After the second entry of a command that ended with this status; reads the readiness verdict of the last load.
+void adjustMenu(MenuAfter rule, ResultStatus status, void (*enableCommand)(int id, bool enabled));
+
+} // namespace torvane

@@ -1,0 +1,132 @@
+// Profile page "e-Assist": the motor and up to three speed ranges, each beginning where the one before ends.
+#include "core/text.h"
+#include "forms/pages.h"
+#include "forms/rows.h"
+
+namespace torvane {
+
+namespace {
+
+constexpr const char* locationLabels[] = {"none", "crank", "hub"};
+constexpr const char* rangeLabels[] = {"none", "constant", "linear"};
+constexpr int locationButtons[] = {1811, 1812, 1813};
+constexpr int firstRangeButtons[] = {1821, 1822};
+constexpr int secondRangeButtons[] = {1824, 1825, 1826};
+constexpr int thirdRangeButtons[] = {1827, 1828, 1829};
+enum RangeMode : int { rangeNone, rangeConstant, rangeLinear };
+
+bool hasMotor(const FormState& state, const Row&)
+{
+    return state.values.motorLocation != 0;
+}
+
+bool isActiveRange(const FormState& state, const Row& row)
+{
+    return state.values.assistRangeMode[row.index] != rangeNone;
+}
+
+constexpr Row speedRow(int index, Field field, const char* tooSmall, const char* tooLarge)
+{
+    int id = 1832 + 2 * index;
+    Row row = realRow(id, id + 10, field, {0, 100}, "%5.1lf", nullptr, "kph");
+    return enabledWhen(numbered(messages(row, tooSmall, tooLarge), index), isActiveRange);
+}
+
+constexpr Row ratioRow(int index, Field field, const char* tooSmall, const char* tooLarge)
+{
+    int id = 1833 + 2 * index;
+    Row row = realRow(id, id + 10, field, {0, 10, 0.1}, "%5.1lf", nullptr);
+    return enabledWhen(numbered(messages(row, tooSmall, tooLarge), index), isActiveRange);
+}
+
+double speedBefore(const FormState& state, const Row& row)
+{
+    return state.values.assistRangeSpeed[row.index - 1];
+}
+
+std::string rangeStart(const FormState& state, const Row& row)
+{
+    return formatText("%5.1lf kph   ~ ", speedBefore(state, row));
+}
+
+// A linear range runs from the ratio at its start to the one at its end.
+std::string linearStart(const FormState& state, const Row& row)
+{
+    bool linear = state.values.assistRangeMode[row.index] == rangeLinear;
+    return linear ? formatText("at %5.1lf kph   ~ ", speedBefore(state, row)) : std::string();
+}
+
+constexpr size_t powerRow = 4;
+
+constexpr Row assistRows[] = {
+    radioRow(locationButtons, TORVANE_FIELD(motorLocation), locationLabels),
+    radioRow(firstRangeButtons, TORVANE_FIELD(assistRangeMode[0]), std::span(rangeLabels).first(2)),
+    radioRow(secondRangeButtons, TORVANE_FIELD(assistRangeMode[1]), rangeLabels),
+    radioRow(thirdRangeButtons, TORVANE_FIELD(assistRangeMode[2]), rangeLabels),
+    enabledWhen(messages(realRow(1831, 1841, TORVANE_FIELD(maxEPower), {0, 9999}, "%5.1lf", nullptr, "W"),
+                         "found illegal maximum e-Power value", "found illegal maximum e-Power value"),
+                hasMotor),
+    speedRow(0, TORVANE_FIELD(assistRangeSpeed[0]), "found too small speed of range 0",
+             "found too large speed of range 0"),
+    ratioRow(0, TORVANE_FIELD(assistRangeRatio[0]), "found too small ratio of range 0",
+             "found too large ratio of range 0"),
+    speedRow(1, TORVANE_FIELD(assistRangeSpeed[1]), "found too small speed of range 1",
+             "found too large speed of range 1"),
+    ratioRow(1, TORVANE_FIELD(assistRangeRatio[1]), "found too small ratio of range 1",
+             "found too large ratio of range 1"),
+    speedRow(2, TORVANE_FIELD(assistRangeSpeed[2]), "found too small speed of range 2",
+             "found too large speed of range 2"),
+    ratioRow(2, TORVANE_FIELD(assistRangeRatio[2]), "found too small ratio of range 2",
+             "found too large ratio of range 2"),
+    labelRow(1851, rangeStart, 1),
+    labelRow(1852, rangeStart, 2),
+    labelRow(1853, linearStart, 1),
+    labelRow(1854, linearStart, 2),
+};
+static_assert(assistRows[powerRow].id == 1831);
+
+Verdict refuse(std::string text)
+{
+    return {false, {{"warning", std::move(text)}}};
+}
+
+// How a range fits the one before it; null where it does.
+const char* misfit(const ParameterBlock& values, int n)
+{
+    bool active = values.assistRangeMode[n] != rangeNone;
+    if (active && values.assistRangeMode[n - 1] == rangeNone)
+        return "found illegal void range %d";
+    if (active && values.assistRangeSpeed[n] < values.assistRangeSpeed[n - 1])
+        return "found illegal speed order of a range %d";
+    if (values.assistRangeMode[n] == rangeConstant && values.assistRangeRatio[n] == 0)
+        return "found non-sense ratio for constant range %d";
+    return nullptr;
+}
+
+Verdict validateAssist(FormState& state)
+{
+    const ParameterBlock& values = state.values;
+    if (values.motorLocation == 0 && values.assistRangeMode[0] != rangeNone)
+        return refuse("found illegal motor location");
+    Verdict power = checkLimits(state, powerRow, powerRow + 1);
+    if (!power.passed)
+        return power;
+    // Without a motor the ranges are only kept for later.
+    for (int n = 1; n < 3 && values.motorLocation != 0; ++n)
+        if (const char* fault = misfit(values, n))
+            return refuse(formatText(fault, n));
+    return checkLimits(state, powerRow + 1, std::size(assistRows));
+}
+
+constexpr Form makeAssistPage()
+{
+    Form form = pageForm(1008, "e-Assist", pageAssist, Marks::profile, assistRows);
+    form.validate = validateAssist;
+    return form;
+}
+
+} // namespace
+
+constinit const Form assistPage = makeAssistPage();
+
+} // namespace torvane

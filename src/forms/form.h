@@ -1,0 +1,197 @@
+// A page or dialog as data, and the one engine that loads, reads, validates and commits any of them.
+// The front ends only move text: the desktop between controls and a FormState, the console between its arguments and a
+// FormState. No window calls here, no limits anywhere else.
+#pragma once
+
+#include "core/parameter_block.h"
+#include "core/verdict.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace torvane {
+
+struct FormState;
+struct Row;
+
+enum class RowKind : uint8_t {
+    real,   // edit box over a double
+    whole,  // edit box over an int32_t
+    choice, // combo box over an int32_t: index of the label
+    radio,  // radio buttons over an int32_t: index of the button
+    check,  // check box over an int32_t: 0 or 1
+    path,   // edit box with a browse button; `index` of FormState::paths
+    label,  // static text or read-only edit box that the form computes
+    button, // asks for another form, `child`
+};
+
+enum class Browse : uint8_t { none, openFit, saveFit, saveCsv };
+
+constexpr size_t noField = SIZE_MAX;
+constexpr int pathCount = 6;                   // five sources and a destination
+constexpr int destinationPath = pathCount - 1; // `index` of a destination
+
+using RowTest = bool (*)(const FormState&, const Row&);
+
+// One control. Several rows may share a control id when the control serves another field under another choice: the one
+// whose `present` holds is the one that the control shows, and at most one holds at a time. A row that comes to be
+// present goes back to its stored value.
+struct Row {
+    RowKind kind;
+    int id = 0;                    // edit box, combo box, check box, first radio button, static; 0: console alone
+    int spin = 0;                  // up-down control or browse button, 0 none
+    const char* name = nullptr;    // as the console names it: field of ParameterBlock, "source", "destination"
+    size_t offset = noField;       // where in ParameterBlock
+    const char* unit = "";         // as shown beside the control
+    const char* format = "%7.1lf"; // of an edit box
+    double step = 1;               // of the up-down control
+    double least = 0, most = 0;    // in the unit shown; both are legal values
+    bool leastBinds = true;        // false: a typed value below `least` is accepted, the limit holds the up-down alone
+    bool mostBinds = true;         // the same above `most`
+    double shownPerStored = 1;     // 3.6 where m/s are shown as kph
+    const char* messageName = nullptr; // "a power": completes "found too small value of %s"
+    const char* tooSmall = nullptr;    // whole messages where a row has its own
+    const char* tooLarge = nullptr;
+    std::span<const char* const> labels =
+        {};                             // of a choice or of radio buttons; of a button: of all buttons with its name
+    std::span<const int> radioIds = {}; // of radio buttons, in the order of their values
+    int index = 0;                      // of a path; elsewhere which one of a family of rows this is
+    Browse browse = Browse::none;
+    int child = 0;               // form that a button opens
+    bool ofWorking = false;      // loaded from the working copy even when the form opens with the defaults
+    bool countsDisabled = false; // what runs reads it even where the control is disabled
+
+    RowTest present = nullptr; // null: always
+    RowTest enabled = nullptr; // null: always
+    RowTest checked = nullptr; // whether limits are tested; null: always while present
+    // Labels that depend on the profile, instead of `labels`.
+    std::vector<std::string> (*labelsNow)(const FormState&) = nullptr;
+    std::string (*text)(const FormState&, const Row&) = nullptr; // of a label
+    // What the control shows where that is not the field's own value: of an edit box without a field at opening, of a
+    // choice, radio or check at any time (the stored value stays as it is).
+    double (*shows)(const FormState&, const Row&) = nullptr;
+    // A choice without a field of its own: its entry was chosen.
+    void (*takes)(FormState&, const Row&, int value) = nullptr;
+    // A button: asked before the child opens; a verdict that did not pass keeps it closed.
+    Verdict (*pressed)(FormState&, const Row&, ParameterBlock& working) = nullptr;
+    // A button: after the child was confirmed.
+    void (*returned)(FormState&, const Row&, const ParameterBlock& working) = nullptr;
+};
+
+// Where the private copy comes from.
+enum class OpensWith : uint8_t {
+    initialValueMode, // the saved copy when the preference is 0, else the working copy
+    working,          // pages
+};
+
+// What an up-down control does at a limit.
+enum class SpinRule : uint8_t {
+    overshoots, // pages: steps while the value is inside the limit, and may pass it by less than a step
+    staysInside // dialogs: steps only to a value within the limits
+};
+
+// What accepting the form marks as changed.
+enum class Marks : uint8_t { nothing, profile, condition };
+
+struct Form {
+    int id;              // dialog template; of a page the id of its "save as default" box
+    const char* title;   // of the dialog, or of the page's tab
+    const char* confirm; // label of the confirming button; null for a page of a sheet
+    int saveBox;         // "save as default" check box, 0 none
+    size_t saveFlag;     // its int32_t flag in ParameterBlock; noField: none, the box does nothing
+    OpensWith opensWith = OpensWith::initialValueMode;
+    SpinRule spinRule = SpinRule::staysInside;
+    Marks marks = Marks::nothing;
+    std::span<const Row> rows;
+
+    void (*opened)(FormState&) = nullptr;                         // after the copy is loaded, before texts are printed
+    void (*changed)(FormState&, const Row&) = nullptr;            // after a row took a new value
+    Verdict (*validate)(FormState&) = nullptr;                    // instead of the limits in row order
+    Verdict (*check)(FormState&) = nullptr;                       // after the limits passed
+    void (*store)(FormState&, ParameterBlock& working) = nullptr; // after the rows were stored
+    void (*failed)(const FormState&, ParameterBlock& working) = nullptr; // after validation or check refused
+    bool (*mayConfirm)(const FormState&) = nullptr;                      // enables the confirming button; null: always
+    const char* confirmNeeds = "";                                       // what it waits for, in words for the console
+};
+
+// What an edit box holds.
+struct RowState {
+    std::string text;
+    double shown = 0;   // the text as it reads, in the unit shown
+    bool typed = false; // the shown value counts, not the field in `values`
+};
+
+// One open form.
+struct FormState {
+    const Form* form = nullptr;
+    ParameterBlock values = {}; // the private copy, in stored units
+    ParameterBlock entry = {};  // as it was when the form opened
+    ParameterBlock stored = {}; // what a reloaded row goes back to: as at the opening, or as last confirmed
+    bool fromDefaults = false;  // the private copy came from the saved block
+    bool saveAsDefault = false;
+    // True: only texts that were typed count, all other fields keep their value to the last bit (console).
+    // False: every text is read back at each notification, as an edit box is (desktop).
+    bool keepsUntyped = false;
+    std::vector<RowState> rows; // parallel to the form's rows
+    std::array<std::string, pathCount> paths;
+};
+
+// Marks set by accepted forms; whoever runs the sheet clears them.
+struct FormMarks {
+    bool profile, condition;
+};
+extern FormMarks formMarks;
+
+// Every form of the program by its id; null for an unknown one.
+const Form* findForm(int id);
+std::span<const Form* const> allForms();
+// Pages of the property sheet of a command (321, 324, 325), in the order of their tabs; empty for any other.
+std::span<const Form* const> sheetPages(int command);
+
+// Loads the private copy by the form's rule and prints all texts.
+void openForm(FormState& state, const Form& form, const ParameterBlock& saved, const ParameterBlock& working,
+              bool keepsUntyped = false);
+
+bool isPresent(const FormState& state, const Row& row);
+bool isEnabled(const FormState& state, const Row& row); // false where the row is not present
+bool mayConfirm(const FormState& state);
+std::vector<std::string> rowLabels(const FormState& state, const Row& row);
+// What an edit box, a path or a label shows now.
+std::string rowText(const FormState& state, const Row& row);
+// The value of an edit box in the unit shown; the index of a choice or radio; 0 or 1 of a check.
+double shownValue(const FormState& state, const Row& row);
+int chosenValue(const FormState& state, const Row& row);
+// The row that a control shows now; null for an id that the form does not know.
+const Row* rowOfControl(const FormState& state, int id);
+
+// The user typed into an edit box. Text that is no number reads as far as strtod or atoi reads it.
+void typeText(FormState& state, const Row& row, std::string_view text);
+// The user chose the value of a choice, radio or check row. An index outside its labels changes nothing.
+void choose(FormState& state, const Row& row, int value);
+void setPath(FormState& state, const Row& row, std::string_view path);
+// One press of the up-down control, up or down.
+void spin(FormState& state, const Row& row, bool up);
+// For the hooks of a form: shows a value in an edit box as if it had been typed to full precision; goes back to the
+// stored value.
+void showValue(FormState& state, const Row& row, double shown);
+void reloadRow(FormState& state, const Row& row);
+
+// A button row was pressed: when the verdict passes, the front end opens the form `child`, and calls buttonReturned
+// when that was confirmed.
+Verdict pressButton(FormState& state, const Row& row, ParameterBlock& working);
+void buttonReturned(FormState& state, const Row& row, const ParameterBlock& working);
+
+// The limits of the rows from first up to, not including, end in their order: the first fault as a "warning" box.
+Verdict checkLimits(const FormState& state, size_t first, size_t end);
+
+// The confirming button: validates, checks, and on success stores into working with its "save as default" flag and
+// marks. Where it did not pass, working stays as it is (but for what `failed` puts back) and the form stays open; a
+// page of a sheet closes all the same.
+Verdict confirmForm(FormState& state, ParameterBlock& working);
+
+} // namespace torvane

@@ -1,0 +1,271 @@
+// The dialogs of a recorded ride: express, analyse, create, and the three at one stroke. What the loaded file holds
+// decides what can be entered.
+#include "core/names.h"
+#include "forms/dialogs.h"
+#include "forms/output_rows.h"
+#include "forms/prepare_rows.h"
+#include "gps/analysis.h"
+#include "gps/gps_record.h"
+#include "gps/one_stroke_check.h"
+
+namespace torvane {
+
+namespace {
+
+constexpr uint8_t definedBit = 0x01;
+constexpr uint8_t anyPosition = 0x11; // latitude or longitude
+
+bool fileHasAltitude(const FormState&, const Row&)
+{
+    return (fieldPresence.altitudeFlags & definedBit) != 0;
+}
+
+bool fileHasPosition(const FormState&, const Row&)
+{
+    return (fieldPresence.positionFlags & anyPosition) != 0;
+}
+
+bool fileLacksTemperature(const FormState&, const Row&)
+{
+    return fieldPresence.temperatureFlags == 0;
+}
+
+bool fileLacksCadence(const FormState&, const Row&)
+{
+    return (fieldPresence.cadenceFlags & definedBit) == 0;
+}
+
+bool fileLacksPower(const FormState&, const Row&)
+{
+    return (fieldPresence.powerFlags & definedBit) == 0;
+}
+
+constexpr Range unrealInclinations = {1, 100, 0.1}, unrealAcceles = {0.5, 5, 0.1};
+
+constexpr Row limitRow(int id, Field field, Range range, const char* messageName, const char* unit, RowTest test)
+{
+    return enabledWhen(realRow(id, id + 10, field, range, "%5.1lf", messageName, unit), test);
+}
+
+// Express
+
+bool smoothsExpressed(const FormState& state, const Row& row)
+{
+    return state.values.expressSmoothing != 0 && fileHasAltitude(state, row);
+}
+
+constexpr Row expressRows[] = {
+    checkRow(6111, TORVANE_FIELD(expressSmoothing)),
+    limitRow(6131, TORVANE_FIELD(expressUnrealInclination), unrealInclinations, "unreal inclination", "%",
+             smoothsExpressed),
+    limitRow(6132, TORVANE_FIELD(expressUnrealAccele), unrealAcceles, "unreal acceleration", "mpss", smoothsExpressed),
+};
+
+// Analyse and predict
+
+constexpr size_t unrealAcceleRow = 3;
+
+bool smoothsInclination(const FormState& state, const Row&)
+{
+    return state.values.flatCourse == 0 && state.values.analyseSmoothing != 0;
+}
+
+bool smoothsAcceleration(const FormState& state, const Row&)
+{
+    return state.values.analyseSmoothing != 0;
+}
+
+// Asks for the unreal acceleration where the wind speed would be expected; it has always been so.
+bool hasWindDirection(const FormState& state, const Row& row)
+{
+    return fileHasPosition(state, row) && state.values.analyseUnrealAccele != 0;
+}
+
+bool predictsPower(const FormState& state, const Row&)
+{
+    return state.values.predictPower != 0;
+}
+
+constexpr Row windDirectionRow()
+{
+    Row row = wholeRow(7151, 7161, TORVANE_FIELD(analyseWindDirection), {0, 359}, "wind direction", "deg");
+    row.format = "%4d";
+    return enabledWhen(row, hasWindDirection);
+}
+
+constexpr Row analyseRows[] = {
+    enabledWhen(checkRow(7111, TORVANE_FIELD(flatCourse)), fileHasAltitude),
+    checkRow(7112, TORVANE_FIELD(analyseSmoothing)),
+    limitRow(7131, TORVANE_FIELD(analyseUnrealInclination), unrealInclinations, "unreal inclination", "%",
+             smoothsInclination),
+    limitRow(7132, TORVANE_FIELD(analyseUnrealAccele), unrealAcceles, "unreal acceleration", "mpss",
+             smoothsAcceleration),
+    limitRow(7133, TORVANE_FIELD(analyseWindSpeed), {0, 30, 0.1}, "wind speed", "m/s", fileHasPosition),
+    windDirectionRow(),
+    limitRow(7134, TORVANE_FIELD(averageTemperature), {0, 50, 0.1}, "temperature", "Cel", fileLacksTemperature),
+    enabledWhen(checkRow(7113, TORVANE_FIELD(predictCadence)), fileLacksCadence),
+    enabledWhen(checkRow(7114, TORVANE_FIELD(predictPower)), fileLacksPower),
+    enabledWhen(choiceRow(7121, TORVANE_FIELD(analysePowerBase), stageNames), predictsPower),
+};
+static_assert(analyseRows[unrealAcceleRow].id == 7132);
+
+void applyRulesOfFile(FormState& state)
+{
+    applyAnalysisRules(state.values);
+}
+
+// What the file decides cannot be chosen otherwise.
+void holdRulesOfFile(FormState& state, const Row& row)
+{
+    if (row.kind != RowKind::check)
+        return;
+    double entered = state.values.analyseUnrealAccele;
+    applyAnalysisRules(state.values);
+    state.values.analyseUnrealAccele = entered;
+}
+
+bool predictsAnything(const FormState& state)
+{
+    return state.values.predictCadence != 0 || state.values.predictPower != 0;
+}
+
+constexpr Form makeAnalyseForm()
+{
+    Form form = gpsForm(2053, "analyse and predict", "Analysis", gpsAnalyse, analyseRows);
+    form.opened = applyRulesOfFile;
+    form.changed = holdRulesOfFile;
+    form.mayConfirm = predictsAnything;
+    form.confirmNeeds = "predictCadence or predictPower of something that the file lacks";
+    return form;
+}
+
+// Create
+
+constexpr size_t createOutput = offsetof(ParameterBlock, createOutput);
+constexpr int createFormats[] = {7241, 7242};
+constexpr int oneStrokeFormats[] = {8651, 8652};
+
+constexpr Row createRows[] = {
+    destinationRow(7211, 7221),      convertBoxRow(7231, createOutput), headerFormRow(createFormats, createOutput),
+    sportBoxRow(7232, createOutput), sportRow(7251, createOutput),
+};
+
+void forgetOutput(FormState&)
+{
+    fitOutputFileName.clear();
+}
+
+Verdict checkOutput(FormState& state)
+{
+    Verdict verdict;
+    std::string& path = state.paths[destinationPath];
+    verdict.passed = checkDestinationPath(path, verdict);
+    fitOutputFileName = path;
+    return verdict;
+}
+
+constexpr Form makeCreateForm()
+{
+    Form form = gpsForm(2054, "create a FIT file analysed", "Create", gpsCreate, createRows);
+    form.opened = forgetOutput;
+    form.check = checkOutput;
+    return form;
+}
+
+// At one stroke
+
+Verdict checkSourceAlone(ToolInputs& inputs, ParameterBlock&)
+{
+    return checkOneStrokeSource(inputs, false);
+}
+
+Verdict checkSourceAndDestination(ToolInputs& inputs, ParameterBlock&)
+{
+    return checkOneStrokeSource(inputs, true);
+}
+
+// The settings show the options of the source, so it has to be there first.
+Verdict askForSettings(FormState& state, const Row&, ParameterBlock&)
+{
+    return checkPaths(state, checkSourceAlone);
+}
+
+Verdict checkOneStroke(FormState& state)
+{
+    return checkPaths(state, checkSourceAndDestination);
+}
+
+// The stroke can put the file in order first. The console alone asks for it.
+
+bool prepares(const FormState&, const Row&)
+{
+    return oneStrokePreparation.enabled != 0;
+}
+
+double preparesShown(const FormState&, const Row&)
+{
+    return oneStrokePreparation.enabled;
+}
+
+void takePrepares(FormState&, const Row&, int value)
+{
+    oneStrokePreparation.enabled = value;
+}
+
+constexpr Row prepareRow()
+{
+    Row row = checkRow(0, {"prepare", noField});
+    row.shows = preparesShown;
+    row.takes = takePrepares;
+    return row;
+}
+
+constexpr size_t oneStrokeGapLimit = 9, oneStrokeJumpSpeed = 10;
+
+constexpr Row oneStrokeRows[] = {
+    sourceRow(8611, 8621),
+    destinationRow(8612, 8622),
+    {.kind = RowKind::button, .id = 8631, .child = 2053, .pressed = askForSettings},
+    checkRow(8641, TORVANE_FIELD(expressFieldsData)),
+    convertBoxRow(8642, createOutput),
+    headerFormRow(oneStrokeFormats, createOutput),
+    sportBoxRow(8643, createOutput),
+    sportRow(8661, createOutput),
+    prepareRow(),
+    enabledWhen(gapLimitRow<optionsOfOneStroke>(0, 0), prepares),
+    enabledWhen(jumpSpeedRow<optionsOfOneStroke>(0, 0), prepares),
+    enabledWhen(dropRow<optionsOfOneStroke, &PrepareOptions::dropPower>(0, "dropPower"), prepares),
+    enabledWhen(dropRow<optionsOfOneStroke, &PrepareOptions::dropCadence>(0, "dropCadence"), prepares),
+};
+static_assert(oneStrokeRows[oneStrokeGapLimit].kind == RowKind::whole &&
+              oneStrokeRows[oneStrokeJumpSpeed].kind == RowKind::real);
+
+void openOneStroke(FormState& state)
+{
+    forgetPaths(state);
+    oneStrokePreparation = {};
+}
+
+void oneStrokeChanged(FormState& state, const Row&)
+{
+    takeLimits(state, oneStrokeRows[oneStrokeGapLimit], oneStrokeRows[oneStrokeJumpSpeed],
+               oneStrokePreparation.options);
+}
+
+constexpr Form makeOneStrokeForm()
+{
+    Form form = gpsForm(2060, "load and analyse and create", "Execute", gpsOneStroke, oneStrokeRows);
+    form.opened = openOneStroke;
+    form.changed = oneStrokeChanged;
+    form.check = checkOneStroke;
+    return form;
+}
+
+} // namespace
+
+constinit const Form expressForm = gpsForm(2052, "express source data", "Express", gpsExpress, expressRows);
+constinit const Form analyseForm = makeAnalyseForm();
+constinit const Form createForm = makeCreateForm();
+constinit const Form oneStrokeForm = makeOneStrokeForm();
+
+} // namespace torvane

@@ -1,0 +1,40 @@
+#include "forms/output_rows.h"
+
+#include <cstring>
+
+namespace torvane {
+
+int32_t wordAt(const ParameterBlock& block, size_t offset)
+{
+    int32_t word;
+    std::memcpy(&word, reinterpret_cast<const char*>(&block) + offset, sizeof word);
+    return word;
+}
+
+bool convertIsEnabled(const FormState& state, const Row& row)
+{
+    return wordAt(state.values, convertEnabledOf(static_cast<size_t>(row.index))) != 0;
+}
+
+bool sportIsEnabled(const FormState& state, const Row& row)
+{
+    return wordAt(state.values, sportEnabledOf(static_cast<size_t>(row.index))) != 0;
+}
+
+void forgetPaths(FormState&)
+{
+    clearToolInputs(toolInputs);
+}
+
+Verdict checkPaths(FormState& state, ToolCheck check)
+{
+    static_assert(pathCount == toolSourceCount + 1 && destinationPath == toolDestination);
+    for (size_t i = 0; i < state.paths.size(); ++i)
+        toolInputs.files[i].path = state.paths[i];
+    Verdict verdict = check(toolInputs, state.values);
+    for (size_t i = 0; i < state.paths.size(); ++i)
+        state.paths[i] = toolInputs.files[i].path;
+    return verdict;
+}
+
+} // namespace torvane

@@ -1,0 +1,201 @@
+// The dialogs of acceleration and deceleration: one value field that serves every reference factor, and a starting
+// gear.
+#include "core/names.h"
+#include "core/text.h"
+#include "forms/dialogs.h"
+#include "forms/ride_rows.h"
+#include "model/gear_table.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace torvane {
+
+namespace {
+
+// What the value field of a factor is; a factor "as maximal" or "as mean" value has none.
+enum Factor : int { factorPower, factorNothing, factorTime, factorDistance, factorAccele, factorGravity };
+
+constexpr Factor accelerationFactors[] = {factorPower,    factorPower,  factorNothing, factorNothing, factorTime,
+                                          factorDistance, factorAccele, factorGravity, factorPower};
+constexpr Factor decelerationFactors[] = {factorPower,    factorPower,  factorNothing, factorTime,
+                                          factorDistance, factorAccele, factorGravity, factorPower};
+static_assert(std::size(accelerationFactors) == std::size(accelerationFactorNames));
+static_assert(std::size(decelerationFactors) == std::size(decelerationFactorNames));
+
+constexpr const char* factorUnits[] = {"W", "W", "sec", "m", "mpss", "G"};
+
+// The row's index is its factor.
+bool isAccelerationFactor(const FormState& state, const Row& row)
+{
+    return accelerationFactors[state.values.rideTarget] == row.index;
+}
+
+bool isDecelerationFactor(const FormState& state, const Row& row)
+{
+    return decelerationFactors[state.values.rideTarget] == row.index;
+}
+
+std::string accelerationUnit(const FormState& state, const Row&)
+{
+    return factorUnits[accelerationFactors[state.values.rideTarget]];
+}
+
+std::string decelerationUnit(const FormState& state, const Row&)
+{
+    return factorUnits[decelerationFactors[state.values.rideTarget]];
+}
+
+constexpr Row factorRow(RowTest test, Factor factor, int id, Field field, Range range, const char* messageName,
+                        const char* format = "%7.1lf")
+{
+    Row row = realRow(id, id + 10, field, range, format, messageName, factorUnits[factor]);
+    return presentWhen(numbered(row, factor), test);
+}
+
+// Another factor starts from its own stored value.
+void reloadValues(FormState& state, const Row& target)
+{
+    if (target.id != 5211 && target.id != 5311)
+        return;
+    for (const Row& row : state.form->rows)
+        if (row.id == 5241 || row.id == 5341)
+            reloadRow(state, row);
+}
+
+// Starting gear
+
+constexpr const char* gearModeLabels[] = {"automatic", "select"};
+constexpr int accelerationGearButtons[] = {5221, 5222};
+constexpr int decelerationGearButtons[] = {5321, 5322};
+
+bool selectsAccelerationGear(const FormState& state, const Row&)
+{
+    return state.values.startGearMode[0] == 1;
+}
+
+bool selectsDecelerationGear(const FormState& state, const Row&)
+{
+    return state.values.startGearMode[1] == 1;
+}
+
+std::vector<std::string> gearLabels(const FormState&)
+{
+    std::vector<std::string> labels;
+    for (int row = 0; row < modelState.gearCount; ++row)
+        labels.push_back(formatText("%d x %d", frontToothOf(row), rearToothOf(row)));
+    return labels;
+}
+
+constexpr Row gearRow(int id, Field field, RowTest test)
+{
+    Row row = choiceRow(id, field, {});
+    row.labelsNow = gearLabels;
+    return enabledWhen(row, test);
+}
+
+// Among the defaults there is no gear: the one that suits the default starting velocity stands for it.
+void proposeGear(FormState& state, int rideMode)
+{
+    if (!state.fromDefaults)
+        return;
+    double velocity = state.values.rideStartVelocity[rideMode];
+    int row = nearestGear(velocity * 60000 / (modelState.rearCircumference * modelState.cadenceUsual));
+    state.values.startGearIndex[rideMode - 1] = row;
+}
+
+// Acceleration
+
+// A kick starts from standing.
+bool startsStanding(const FormState& state, const Row&)
+{
+    return std::trunc(state.values.rideStartVelocity[1] * 3.6) == 0;
+}
+
+constexpr Row kickRow()
+{
+    Row row = rideRow(5244, TORVANE_FIELD(initialKickTime), {0.1, 1, 0.1}, "an initial kick time", "sec");
+    return checkedWhen(enabledWhen(row, startsStanding), startsStanding);
+}
+
+constexpr Row accelerationRows[] = {
+    rideTargetRow(5211, accelerationFactorNames),
+    labelRow(5231, accelerationUnit),
+    factorRow(isAccelerationFactor, factorPower, 5241, TORVANE_FIELD_AS("ridePower", ridePower[1]), powers, "a power"),
+    factorRow(isAccelerationFactor, factorTime, 5241, TORVANE_FIELD_AS("rideLegTime", rideLegTime[1]), legTimes,
+              "a leg time"),
+    factorRow(isAccelerationFactor, factorDistance, 5241, TORVANE_FIELD_AS("rideDistance", rideDistance[1]), distances,
+              "a distance"),
+    factorRow(isAccelerationFactor, factorAccele, 5241, TORVANE_FIELD_AS("rideAccele", rideAccele[1]), {0, 10, 0.1},
+              "an accele"),
+    factorRow(isAccelerationFactor, factorGravity, 5241, TORVANE_FIELD_AS("rideGravity", rideGravity[1]),
+              {0, 1.2, 0.01}, "a gravity", "%7.3lf"),
+    velocityRow(5242, TORVANE_FIELD_AS("rideStartVelocity", rideStartVelocity[1]), "a starting velocity"),
+    velocityRow(5243, TORVANE_FIELD_AS("rideEndVelocity", rideEndVelocity[1]), "a ending velocity"),
+    kickRow(),
+    inclinationRow(5245, TORVANE_FIELD_AS("rideInclination", rideInclination[1])),
+    radioRow(accelerationGearButtons, TORVANE_FIELD_AS("startGearMode", startGearMode[0]), gearModeLabels),
+    gearRow(5212, TORVANE_FIELD_AS("startGearIndex", startGearIndex[0]), selectsAccelerationGear),
+};
+
+void proposeAccelerationGear(FormState& state)
+{
+    proposeGear(state, 1);
+}
+
+void storeKickTime(FormState&, ParameterBlock& working)
+{
+    bool standing = working.rideStartVelocity[1] == 0;
+    working.initialKickTime = standing ? std::max(working.initialKickTime, 0.1) : 0;
+}
+
+constexpr Form makeAccelerationForm()
+{
+    Form form = rideForm(2022, "acceleration", 1, accelerationRows);
+    form.opened = proposeAccelerationGear;
+    form.changed = reloadValues;
+    form.store = storeKickTime;
+    return form;
+}
+
+// Deceleration
+
+constexpr Row decelerationRows[] = {
+    rideTargetRow(5311, decelerationFactorNames),
+    labelRow(5331, decelerationUnit),
+    factorRow(isDecelerationFactor, factorPower, 5341, TORVANE_FIELD_AS("ridePower", ridePower[2]), {-15000, 3000},
+              "a power"),
+    factorRow(isDecelerationFactor, factorTime, 5341, TORVANE_FIELD_AS("rideLegTime", rideLegTime[2]), legTimes,
+              "a leg time"),
+    factorRow(isDecelerationFactor, factorDistance, 5341, TORVANE_FIELD_AS("rideDistance", rideDistance[2]), distances,
+              "a distance"),
+    factorRow(isDecelerationFactor, factorAccele, 5341, TORVANE_FIELD_AS("rideAccele", rideAccele[2]), {-10, 10, 0.1},
+              "an accele"),
+    factorRow(isDecelerationFactor, factorGravity, 5341, TORVANE_FIELD_AS("rideGravity", rideGravity[2]),
+              {-1.2, 1.2, 0.01}, "a gravity", "%7.3lf"),
+    velocityRow(5342, TORVANE_FIELD_AS("rideStartVelocity", rideStartVelocity[2]), "a starting velocity"),
+    velocityRow(5343, TORVANE_FIELD_AS("rideEndVelocity", rideEndVelocity[2]), "a ending velocity"),
+    inclinationRow(5344, TORVANE_FIELD_AS("rideInclination", rideInclination[2])),
+    radioRow(decelerationGearButtons, TORVANE_FIELD_AS("startGearMode", startGearMode[1]), gearModeLabels),
+    gearRow(5312, TORVANE_FIELD_AS("startGearIndex", startGearIndex[1]), selectsDecelerationGear),
+};
+
+void proposeDecelerationGear(FormState& state)
+{
+    proposeGear(state, 2);
+}
+
+constexpr Form makeDecelerationForm()
+{
+    Form form = rideForm(2023, "deceleration", 2, decelerationRows);
+    form.opened = proposeDecelerationGear;
+    form.changed = reloadValues;
+    return form;
+}
+
+} // namespace
+
+constinit const Form accelerationForm = makeAccelerationForm();
+constinit const Form decelerationForm = makeDecelerationForm();
+
+} // namespace torvane

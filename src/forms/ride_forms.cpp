@@ -1,0 +1,200 @@
+// The dialogs of the ride simulations that answer for one velocity, one slope, one bend, and of pattern braking.
+#include "core/names.h"
+#include "forms/dialogs.h"
+#include "forms/ride_rows.h"
+
+#include <string>
+
+namespace torvane {
+
+namespace {
+
+// The entry that is asked for cannot be typed: its number is that of the target.
+bool isGiven(const FormState& state, const Row& row)
+{
+    return state.values.rideTarget != row.index;
+}
+
+constexpr Row givenWhenNotTarget(Row row, int target)
+{
+    return enabledWhen(numbered(row, target), isGiven);
+}
+
+// Power and velocity
+
+constexpr const char* powerVelocityTargets[] = {"power", "velocity"};
+constexpr const char* intensionLabels[] = {"time", "distance"};
+constexpr int intensionButtons[] = {5121, 5122};
+
+bool asksVelocity(const FormState& state, const Row&)
+{
+    return state.values.rideTarget == 1;
+}
+
+bool isIntensionCase(const FormState& state, const Row& row)
+{
+    return state.values.intensionCase == row.index;
+}
+
+std::string intensionBase(const FormState& state, const Row&)
+{
+    return state.values.intensionCase == 0 ? "time based" : "distance based";
+}
+
+std::string firstIntensionUnit(const FormState& state, const Row&)
+{
+    return state.values.intensionCase == 0 ? "min" : "km";
+}
+
+std::string secondIntensionUnit(const FormState& state, const Row&)
+{
+    return state.values.intensionCase == 0 ? "sec" : "m";
+}
+
+constexpr Row intensionRow(int id, int intensionCase, Field field, const char* messageName, const char* unit)
+{
+    Row row = wholeRow(id, id + 10, field, {0, 1000}, messageName, unit);
+    return presentWhen(numbered(row, intensionCase), isIntensionCase);
+}
+
+constexpr Row powerVelocityRows[] = {
+    rideTargetRow(5111, powerVelocityTargets),
+    enabledWhen(choiceRow(5112, TORVANE_FIELD_AS("ridePowerBase", ridePowerBase[0]), stageNames), asksVelocity),
+    givenWhenNotTarget(rideRow(5131, TORVANE_FIELD_AS("ridePower", ridePower[0]), powers, "a power", "W"), 0),
+    givenWhenNotTarget(velocityRow(5132, TORVANE_FIELD_AS("rideVelocity", rideVelocity[0]), "a velocity"), 1),
+    inclinationRow(5133, TORVANE_FIELD_AS("rideInclination", rideInclination[0])),
+    radioRow(intensionButtons, TORVANE_FIELD(intensionCase), intensionLabels),
+    labelRow(5151, intensionBase),
+    labelRow(5153, firstIntensionUnit),
+    labelRow(5154, secondIntensionUnit),
+    intensionRow(5134, 0, TORVANE_FIELD(intensionFirst[0]), "a time", "min"),
+    intensionRow(5134, 1, TORVANE_FIELD(intensionFirst[1]), "a distance", "km"),
+    intensionRow(5135, 0, TORVANE_FIELD(intensionSecond[0]), "a time", "sec"),
+    intensionRow(5135, 1, TORVANE_FIELD(intensionSecond[1]), "a distance", "m"),
+};
+
+// Pattern braking
+
+enum BrakingPattern : int { constantForce, criticalFull, constantVelocity, intermittent };
+
+bool brakesByForce(const FormState& state, const Row&)
+{
+    return state.values.rideTarget == constantForce || state.values.rideTarget == intermittent;
+}
+
+bool brakesFromVelocity(const FormState& state, const Row&)
+{
+    return state.values.rideTarget == constantForce || state.values.rideTarget == criticalFull;
+}
+
+bool brakesAtIntervals(const FormState& state, const Row&)
+{
+    return state.values.rideTarget == intermittent;
+}
+
+bool brakesOverDistance(const FormState& state, const Row&)
+{
+    return state.values.rideTarget == constantVelocity || state.values.rideTarget == intermittent;
+}
+
+bool isBrakingPattern(const FormState& state, const Row& row)
+{
+    return state.values.rideTarget == row.index;
+}
+
+std::string patternLabel(const FormState& state, const Row&)
+{
+    return std::string("-- ") + brakingPatternNames[state.values.rideTarget];
+}
+
+constexpr Row shortFormat(Row row)
+{
+    row.format = "%5.1lf";
+    return row;
+}
+
+constexpr Row brakingRow(int id, Field field, Range range, const char* messageName, const char* unit, RowTest test)
+{
+    return enabledWhen(shortFormat(rideRow(id, field, range, messageName, unit)), test);
+}
+
+// Each pattern has an inclination of its own.
+constexpr Row patternInclinationRow(int pattern, Field field)
+{
+    return presentWhen(numbered(shortFormat(inclinationRow(5436, field)), pattern), isBrakingPattern);
+}
+
+constexpr Row patternBrakingRows[] = {
+    rideTargetRow(5411, brakingPatternNames),
+    labelRow(5421, patternLabel),
+    brakingRow(5431, TORVANE_FIELD_AS("rideForce", rideForce[3]), {-100, 0}, "a force", "kgf", brakesByForce),
+    enabledWhen(shortFormat(velocityRow(5432, TORVANE_FIELD_AS("rideStartVelocity", rideStartVelocity[3]),
+                                        "a starting velocity")),
+                brakesFromVelocity),
+    shortFormat(velocityRow(5433, TORVANE_FIELD_AS("rideEndVelocity", rideEndVelocity[3]), "a ending velocity")),
+    brakingRow(5434, TORVANE_FIELD(intervalDistance), distances, "an interval distance", "m", brakesAtIntervals),
+    brakingRow(5435, TORVANE_FIELD(totalDistance), distances, "a total distance", "m", brakesOverDistance),
+    patternInclinationRow(0, TORVANE_FIELD_AS("brakingInclination", brakingInclination[0])),
+    patternInclinationRow(1, TORVANE_FIELD_AS("brakingInclination", brakingInclination[1])),
+    patternInclinationRow(2, TORVANE_FIELD_AS("brakingInclination", brakingInclination[2])),
+    patternInclinationRow(3, TORVANE_FIELD_AS("brakingInclination", brakingInclination[3])),
+};
+
+// Inclination and velocity
+
+constexpr const char* inclinationTargets[] = {"final velocity", "inclination"};
+constexpr const char* limitLabels[] = {"none", "distance", "time"};
+constexpr int limitButtons[] = {5521, 5522, 5523};
+enum InclinationLimit : int { limitNone, limitDistance, limitTime };
+
+bool hasLimit(const FormState& state, const Row&)
+{
+    return state.values.inclinationLimit != limitNone;
+}
+
+bool isLimit(const FormState& state, const Row& row)
+{
+    return state.values.inclinationLimit == row.index;
+}
+
+// A run without limit rolls from this velocity, too, though its control is disabled then.
+constexpr Row limitedStartRow()
+{
+    Row row = velocityRow(5533, TORVANE_FIELD_AS("rideStartVelocity", rideStartVelocity[4]), "a velocity");
+    row.countsDisabled = true;
+    return enabledWhen(row, hasLimit);
+}
+
+constexpr Row inclinationRows[] = {
+    rideTargetRow(5511, inclinationTargets),
+    givenWhenNotTarget(velocityRow(5531, TORVANE_FIELD_AS("rideVelocity", rideVelocity[4]), "a velocity"), 0),
+    givenWhenNotTarget(inclinationRow(5532, TORVANE_FIELD_AS("rideInclination", rideInclination[4])), 1),
+    radioRow(limitButtons, TORVANE_FIELD(inclinationLimit), limitLabels),
+    limitedStartRow(),
+    enabledWhen(numbered(rideRow(5534, TORVANE_FIELD_AS("rideDistance", rideDistance[4]), distances, "a distance", "m"),
+                         limitDistance),
+                isLimit),
+    enabledWhen(numbered(rideRow(5535, TORVANE_FIELD_AS("rideLegTime", rideLegTime[4]), legTimes, "a leg time", "sec"),
+                         limitTime),
+                isLimit),
+};
+
+// Critical cornering
+
+constexpr const char* corneringTargets[] = {"velocity", "line radius", "safty margin"};
+
+constexpr Row corneringRows[] = {
+    rideTargetRow(5611, corneringTargets),
+    givenWhenNotTarget(velocityRow(5621, TORVANE_FIELD_AS("rideVelocity", rideVelocity[5]), "a velocity"), 0),
+    givenWhenNotTarget(rideRow(5622, TORVANE_FIELD(corneringRadius), {0, 1000}, "a corner radius", "m"), 1),
+    givenWhenNotTarget(rideRow(5623, TORVANE_FIELD(safetyMargin), {0, 0.5, 0.1}, "a friction safty margin", ""), 2),
+};
+
+} // namespace
+
+constinit const Form powerVelocityForm = rideForm(2021, "power and velocity", 0, powerVelocityRows);
+constinit const Form patternBrakingForm = rideForm(2024, "pattern braking", 3, patternBrakingRows);
+constinit const Form inclinationForm = rideForm(2025, "inclination and velocity", 4, inclinationRows);
+constinit const Form corneringForm = rideForm(2026, "critical cornering", 5, corneringRows);
+
+} // namespace torvane

@@ -1,0 +1,226 @@
+// The dialogs of the three theory calculators. The entry that is asked for cannot be typed.
+#include "core/text.h"
+#include "forms/dialogs.h"
+#include "forms/rows.h"
+
+#include <algorithm>
+
+namespace torvane {
+
+namespace {
+
+constexpr int noTarget = -1; // number of a row that no target asks for
+
+bool isGiven(const FormState& state, const Row& row)
+{
+    return state.values.theoryTarget != row.index;
+}
+
+constexpr Row targetRow(int id, std::span<const char* const> labels)
+{
+    Row row = choiceRow(id, TORVANE_FIELD(theoryTarget), labels);
+    row.ofWorking = true;
+    return row;
+}
+
+constexpr Row givenRow(int target, int id, Field field, Range range, const char* messageName, const char* unit)
+{
+    Row row = realRow(id, id + 10, field, range, "%7.1lf", messageName, unit);
+    return enabledWhen(numbered(row, target), isGiven);
+}
+
+constexpr Range cadences = {30, 300}, powers = {0, 3000}, torques = {0, 300}, inclinations = {-100, 100, 0.1};
+
+// Among the defaults of a calculator the cadences are those of the profile in force.
+void takeCadences(FormState& state)
+{
+    if (!state.fromDefaults)
+        return;
+    std::ranges::fill(state.values.theoryCadence, modelState.cadenceUsual);
+    std::ranges::fill(state.values.theoryCadenceMax, modelState.cadencePoweredMax);
+}
+
+constexpr Form theoryForm(int id, const char* title, int calculator, std::span<const Row> rows)
+{
+    return {.id = id,
+            .title = title,
+            .confirm = "Calculate",
+            .saveBox = 3021 + calculator,
+            .saveFlag = offsetof(ParameterBlock, theorySaveFlag) + static_cast<size_t>(calculator) * sizeof(int32_t),
+            .rows = rows,
+            .opened = takeCadences};
+}
+
+// Cadence theory
+
+constexpr const char* cadenceTargets[] = {"cadence", "power", "cadence powered max", "maximum power"};
+enum CadenceTarget : int { targetCadence, targetPower, targetCadenceMax, targetMaxPower };
+
+constexpr Row cadenceRows[] = {
+    targetRow(4111, cadenceTargets),
+    givenRow(targetCadence, 4121, TORVANE_FIELD_AS("theoryCadence", theoryCadence[0]), cadences, "a cadence", "rpm"),
+    givenRow(targetPower, 4122, TORVANE_FIELD_AS("theoryPower", theoryPower[0]), powers, "a power", "W"),
+    givenRow(targetCadenceMax, 4123, TORVANE_FIELD_AS("theoryCadenceMax", theoryCadenceMax[0]), cadences,
+             "a cadence powered maximum", "rpm"),
+    givenRow(targetMaxPower, 4124, TORVANE_FIELD_AS("theoryMaxPower", theoryMaxPower[0]), powers, "a maximum power",
+             "W"),
+    givenRow(noTarget, 4125, TORVANE_FIELD_AS("theoryInclination", theoryInclination[0]), inclinations,
+             "an inclination", "%"),
+};
+
+// The parabola of power over cadence has no point above its summit.
+Verdict checkSummit(FormState& state)
+{
+    const ParameterBlock& values = state.values;
+    bool needsPoint = values.theoryTarget == targetCadence || values.theoryTarget == targetCadenceMax;
+    if (needsPoint && values.theoryPower[0] > values.theoryMaxPower[0])
+        return {false, {{"warning", "found power tried to input over the maximal power"}}};
+    return {};
+}
+
+constexpr Form makeCadenceForm()
+{
+    Form form = theoryForm(2011, "cadence theory", 0, cadenceRows);
+    form.check = checkSummit;
+    return form;
+}
+
+// Pedaling dynamics
+
+constexpr const char* pedalingTargets[] = {"cadence", "power", "torque, force"};
+constexpr const char* torqueOrForceLabels[] = {"torque", "force"};
+constexpr int torqueOrForceButtons[] = {4212, 4213};
+constexpr int targetTorque = 2;
+
+bool torqueOrForceIsGiven(const FormState& state, const Row&)
+{
+    return state.values.theoryTarget != targetTorque;
+}
+
+bool isChosenOfTorqueOrForce(const FormState& state, const Row& row)
+{
+    return state.values.theoryTarget != targetTorque && state.values.torqueOrForce == row.index;
+}
+
+constexpr Row torqueOrForceRow(int index, int id, Field field, const char* messageName, const char* unit)
+{
+    Row row = realRow(id, id + 10, field, torques, "%7.1lf", messageName, unit);
+    return enabledWhen(numbered(row, index), isChosenOfTorqueOrForce);
+}
+
+constexpr Row pedalingRows[] = {
+    targetRow(4211, pedalingTargets),
+    enabledWhen(radioRow(torqueOrForceButtons, TORVANE_FIELD(torqueOrForce), torqueOrForceLabels),
+                torqueOrForceIsGiven),
+    givenRow(0, 4221, TORVANE_FIELD_AS("theoryCadence", theoryCadence[1]), cadences, "a cadence", "rpm"),
+    givenRow(1, 4222, TORVANE_FIELD_AS("theoryPower", theoryPower[1]), powers, "a power", "W"),
+    torqueOrForceRow(0, 4223, TORVANE_FIELD_AS("theoryTorque", theoryTorque[1]), "a torque", "Nm"),
+    torqueOrForceRow(1, 4224, TORVANE_FIELD_AS("theoryForce", theoryForce[1]), "a force", "kgf"),
+    givenRow(noTarget, 4225, TORVANE_FIELD_AS("theoryInclination", theoryInclination[1]), inclinations,
+             "an inclination", "%"),
+};
+
+// Gear combination. The teeth come from the lists of the profile or are free; both write the same two fields.
+
+constexpr const char* gearTargets[] = {"cadence", "velocity", "gear tooth"};
+constexpr int targetGear = 2;
+constexpr size_t frontToothRow = 4, rearToothRow = 5;
+
+bool teethAreFree(const FormState& state, const Row&)
+{
+    return state.values.theoryTarget != targetGear && state.values.useMissionProfile == 0;
+}
+
+bool teethAreOfProfile(const FormState& state, const Row&)
+{
+    return state.values.theoryTarget != targetGear && state.values.useMissionProfile != 0;
+}
+
+std::span<const int32_t> chainrings()
+{
+    return std::span(modelState.chainring).first(static_cast<size_t>(std::clamp(modelState.chainringCount, 0, 3)));
+}
+
+std::span<const int32_t> sprockets()
+{
+    return std::span(modelState.sprocket).first(static_cast<size_t>(std::clamp(modelState.sprocketCount, 0, 15)));
+}
+
+std::vector<std::string> toothLabels(std::span<const int32_t> teeth)
+{
+    std::vector<std::string> labels;
+    for (int32_t tooth : teeth)
+        labels.push_back(formatText("%d", tooth));
+    return labels;
+}
+
+// Nothing is selected where the profile has no such tooth.
+double positionOf(int32_t tooth, std::span<const int32_t> teeth)
+{
+    auto found = std::ranges::find(teeth, tooth);
+    return found == teeth.end() ? -1 : static_cast<double>(found - teeth.begin());
+}
+
+std::vector<std::string> chainringLabels(const FormState&)
+{
+    return toothLabels(chainrings());
+}
+
+std::vector<std::string> sprocketLabels(const FormState&)
+{
+    return toothLabels(sprockets());
+}
+
+double shownChainring(const FormState& state, const Row&)
+{
+    return positionOf(state.values.frontTooth, chainrings());
+}
+
+double shownSprocket(const FormState& state, const Row&)
+{
+    return positionOf(state.values.rearTooth, sprockets());
+}
+
+void takeChainring(FormState& state, const Row&, int value)
+{
+    showValue(state, state.form->rows[frontToothRow], chainrings()[static_cast<size_t>(value)]);
+}
+
+void takeSprocket(FormState& state, const Row&, int value)
+{
+    showValue(state, state.form->rows[rearToothRow], sprockets()[static_cast<size_t>(value)]);
+}
+
+constexpr Row gearRows[] = {
+    targetRow(4311, gearTargets),
+    givenRow(0, 4321, TORVANE_FIELD_AS("theoryCadence", theoryCadence[2]), cadences, "a cadence", "rpm"),
+    inKph(givenRow(1, 4322, TORVANE_FIELD_AS("theoryVelocity", theoryVelocity[2]), {0, 200}, "a velocity", "")),
+    givenRow(noTarget, 4323, TORVANE_FIELD_AS("theoryInclination", theoryInclination[2]), inclinations,
+             "an inclination", "%"),
+    enabledWhen(wholeRow(4324, 4334, TORVANE_FIELD(frontTooth), {28, 70}, "a front tooth"), teethAreFree),
+    enabledWhen(wholeRow(4325, 4335, TORVANE_FIELD(rearTooth), {8, 40}, "a rear tooth"), teethAreFree),
+    checkRow(4341, TORVANE_FIELD(useMissionProfile)),
+    {.kind = RowKind::choice,
+     .id = 4351,
+     .name = "frontTooth",
+     .enabled = teethAreOfProfile,
+     .labelsNow = chainringLabels,
+     .shows = shownChainring,
+     .takes = takeChainring},
+    {.kind = RowKind::choice,
+     .id = 4352,
+     .name = "rearTooth",
+     .enabled = teethAreOfProfile,
+     .labelsNow = sprocketLabels,
+     .shows = shownSprocket,
+     .takes = takeSprocket},
+};
+static_assert(gearRows[frontToothRow].id == 4324 && gearRows[rearToothRow].id == 4325);
+
+} // namespace
+
+constinit const Form cadenceTheoryForm = makeCadenceForm();
+constinit const Form pedalingDynamicsForm = theoryForm(2012, "pedaling dynamics", 1, pedalingRows);
+constinit const Form gearCombinationForm = theoryForm(2013, "gear combination", 2, gearRows);
+
+} // namespace torvane

@@ -1,0 +1,340 @@
+// Recorded rides through the commands, from file to file: made rides of every shape are written, loaded again and held
+// against what the report said.
+#include "command/gps_command.h"
+
+#include "captured_screens.h"
+#include "command/gps_load_command.h"
+#include "core/text.h"
+#include "fit/fit_tools.h"
+#include "gps/analysis.h"
+#include "gps/gps_load.h"
+#include "gps/one_stroke_check.h"
+#include "gps/ride_maker.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace torvane {
+
+class GpsCommandTest : public ModelTest {
+protected:
+    TestFolder folder;
+    CapturedScreens shown;
+    std::string source = folder.path + "ride.fit";
+    std::string destination = folder.path + "out.fit";
+
+    StatusCode loadMade(const Bytes& file)
+    {
+        writeBytes(source, file);
+        fitInputFileName = source;
+        fitOutputFileName = destination;
+        toolInputs = {};
+        toolInputs.files[0].path = source;
+        toolInputs.files[toolDestination].path = destination;
+        return loadGpsFile();
+    }
+    StatusCode loadMade(const GpsRecords& records, const FileShape& shape = {})
+    {
+        return loadMade(fitOf(records, shape).file());
+    }
+};
+
+namespace {
+
+// What a file holds, read by the program's own load.
+struct Reread {
+    StatusCode code;
+    GpsRecords records;
+    std::vector<SessionLapEntry> sessions, laps;
+};
+
+Reread reread(const std::string& path)
+{
+    Reread file;
+    FitImage image;
+    file.code = loadFitImage(image, path);
+    RecordDefinitions definitions;
+    clearFitBlocks();
+    if (file.code == fitOk)
+        file.code = scanFitMessages(image, definitions);
+    file.records.resize(fitInventory.recordCount);
+    file.sessions.resize(fitInventory.sessionCount + 1);
+    file.laps.resize(fitInventory.lapCount + 1);
+    if (file.code == fitOk)
+        file.code = extractFitMessages(image, file.sessions, file.laps);
+    if (file.code == fitOk)
+        file.code = fillRecords(image, file.records);
+    return file;
+}
+
+double meanPowerOf(const GpsRecords& records)
+{
+    double sum = std::accumulate(records.begin(), records.end(), 0.0,
+                                 [](double total, const GpsRecord& record) { return total + record.power; });
+    return sum / static_cast<double>(records.size());
+}
+
+GpsRecords shortRide()
+{
+    static const GpsRecords records = makeRide({.seconds = 320});
+    return records;
+}
+
+} // namespace
+
+TEST_F(GpsCommandTest, shapesOfFilesAtOneStroke)
+{
+    struct Case {
+        const char* name;
+        FileShape shape;
+        void (*change)(GpsRecords& records);
+        size_t kept;
+        double meanBound; // share of the 200 W; 0: not to be expected
+    };
+    auto none = [](GpsRecords&) {};
+    const Case cases[] = {
+        {"all fields", {}, none, 320, 0.06},
+        {"big-endian", {.bigEndian = true}, none, 320, 0.06},
+        {"developer fields", {.developerField = true}, none, 320, 0.06},
+        {"defined twice", {.definedTwice = true}, none, 320, 0.06},
+        {"compressed timestamps, none full", {.timestamp = false, .compressed = true}, none, 320, 0.06},
+        {"no altitude", {.altitude = false}, none, 320, 0},
+        {"no position", {.position = false}, none, 320, 0.06},
+        {"no timestamps", {.timestamp = false}, none, 320, 0.06},
+        {"speed from distance", {.speed = false}, none, 320, 0.06},
+        {"speed alone", {.timestamp = false, .position = false, .altitude = false, .distance = false}, none, 320, 0},
+        {"a second twice", {}, [](GpsRecords& r) { r[100].timestamp = r[99].timestamp; }, 320, 0.06},
+        {"the second of the start twice", {}, [](GpsRecords& r) { r[1].timestamp = r[0].timestamp; }, 3, 0},
+        {"no time passes",
+         {},
+         [](GpsRecords& r) {
+             for (GpsRecord& x : r)
+                 x.timestamp = 9;
+         },
+         320,
+         0},
+        {"a missing minute", {}, [](GpsRecords& r) { r.erase(r.begin() + 100, r.begin() + 160); }, 260, 0.06},
+        {"a stop",
+         {},
+         [](GpsRecords& r) {
+             for (size_t i = 100; i < 110; i++)
+                 r[i].speed = 0;
+         },
+         310,
+         0},
+        {"one record", {}, [](GpsRecords& r) { r.resize(1); }, 1, 0},
+    };
+    for (const Case& c : cases) {
+        GpsRecords made = shortRide();
+        c.change(made);
+        ASSERT_EQ(loadMade(made, c.shape), fitOk) << c.name;
+        EXPECT_EQ(atOneStroke(), fitOk) << c.name << shown.lower;
+        EXPECT_EQ(shown.status, "status : saved a fit file with prediction data as 'out.fit'") << c.name;
+        EXPECT_EQ(shown.lower.find("nan"), std::string::npos) << c.name;
+        EXPECT_EQ(analysisReadiness, nothingToPredict) << c.name;
+
+        FitSummary told = analysedSummary;
+        Reread file = reread(destination);
+        ASSERT_EQ(file.code, fitOk) << c.name;
+        ASSERT_EQ(file.records.size(), c.kept) << c.name;
+        if (c.meanBound != 0) {
+            EXPECT_NEAR(meanPowerOf(file.records) / 200, 1, c.meanBound) << c.name;
+        }
+        auto power = [](const GpsRecord& a, const GpsRecord& b) { return a.power < b.power; };
+        auto cadence = [](const GpsRecord& a, const GpsRecord& b) { return a.cadence < b.cadence; };
+        EXPECT_EQ(std::max_element(file.records.begin(), file.records.end(), power)->power, told.maxPower) << c.name;
+        EXPECT_EQ(std::max_element(file.records.begin(), file.records.end(), cadence)->cadence, told.maxCadence);
+        EXPECT_EQ(file.sessions[0].recordCount, static_cast<int32_t>(c.kept)) << c.name;
+        EXPECT_EQ(file.laps[0].recordCount, static_cast<int32_t>(c.kept)) << c.name;
+    }
+}
+
+TEST_F(GpsCommandTest, theWrittenFileHoldsWhatTheReportSaid)
+{
+    workingBlock.expressFieldsData = 1;
+    ASSERT_EQ(loadMade(shortRide()), fitOk);
+    ASSERT_EQ(atOneStroke(), fitOk);
+    FitSummary told = analysedSummary;
+    EXPECT_NE(shown.lower.find("record data counted 320\n"), std::string::npos);
+    EXPECT_NE(shown.lower.find(formatText("pedaling power\t\t: analysed, average %3d watts, maxi %3d watts\n",
+                                          told.avgPower, told.maxPower)),
+              std::string::npos);
+
+    // Each row of the table against the record of the file: sector, time, heading, altitude, slope, speed, distance,
+    // cadence, power.
+    Reread file = reread(destination);
+    std::string rows = shown.lower.substr(shown.lower.find("kph,       km,      rpm,        W\n"));
+    size_t line = 0;
+    for (const GpsRecord& record : file.records) {
+        line = rows.find('\n', line) + 1;
+        double heading, altitude, slope, speed, distance, cadence, power;
+        int hour, minute, second, sector;
+        ASSERT_EQ(std::sscanf(rows.c_str() + line, "%d,%d:%d:%d,%lf,%lf,%lf,%lf,%lf,%lf,%lf", &sector, &hour, &minute,
+                              &second, &heading, &altitude, &slope, &speed, &distance, &cadence, &power),
+                  11);
+        EXPECT_EQ(static_cast<uint32_t>((hour * 60 + minute) * 60 + second), record.timestamp % 86400);
+        EXPECT_NEAR(speed / 3.6, record.speed, 0.015);
+        EXPECT_NEAR(distance * 1000, record.distance, 0.51);
+        EXPECT_NEAR(cadence, record.cadence + 0.5, 0.551); // truncated in the file
+        EXPECT_NEAR(power, record.power + 0.5, 0.551);
+    }
+    for (const SessionLapEntry& entry : {file.sessions[0], file.laps[0]}) {
+        EXPECT_NEAR(entry.avgPower, told.avgPower, 1);
+        EXPECT_EQ(entry.maxPower, told.maxPower);
+        EXPECT_NEAR(entry.avgCadence, told.avgCadence, 1);
+        EXPECT_NEAR(entry.avgSpeed, told.avgSpeed, 2);
+        EXPECT_EQ(entry.maxSpeed, told.maxSpeed);
+        EXPECT_EQ(entry.totalTimer, told.totalTimer);
+        EXPECT_NEAR(entry.totalDistance, told.totalDistance, 1);
+        EXPECT_EQ(entry.startTime, static_cast<uint32_t>(told.startTimestamp));
+    }
+}
+
+TEST_F(GpsCommandTest, commandsInTurn)
+{
+    ASSERT_EQ(loadMade(shortRide()), fitOk);
+    EXPECT_EQ(expressSourceData(), fitOk);
+    EXPECT_EQ(shown.status, "status : express remarkable fields data of 'ride.fit'");
+    EXPECT_NE(shown.lower.find("loaded the fit file named 'ride.fit'"), std::string::npos);
+    EXPECT_EQ(shown.lower.find("rpm"), std::string::npos) << "nothing is predicted";
+    EXPECT_EQ(analyseAndPredict(), fitOk);
+    EXPECT_NE(shown.lower.find("analysed the fit file named 'ride.fit'"), std::string::npos);
+    std::string analysed = shown.lower;
+    EXPECT_EQ(createAnalysedFile(), fitOk);
+    EXPECT_EQ(shown.lower, analysed) << "creating writes no report";
+    EXPECT_EQ(shown.status, "status : saved a fit file with prediction data as 'out.fit'");
+    Bytes created = bytesOf(destination);
+    workingBlock.createOutput.convertEnabled = 1;
+    workingBlock.createOutput.fitFormat = formLegacy;
+    EXPECT_EQ(createAnalysedFile(), fitOk);
+    EXPECT_EQ(bytesOf(destination).size(), created.size() - 2);
+    workingBlock.createOutput.convertEnabled = 0;
+    EXPECT_EQ(atOneStroke(), fitOk);
+    EXPECT_EQ(bytesOf(destination), created) << "the same analysis";
+}
+
+TEST_F(GpsCommandTest, failures)
+{
+    struct Case {
+        const char* name;
+        StatusCode code;
+        const char* status;
+        void (*prepare)(GpsCommandTest& test);
+    };
+    const Case cases[] = {
+        {"all below the threshold", fitNoSector,
+         "status : no effective sector. please try to set the threshold speed to be more shorter",
+         [](GpsCommandTest&) { workingBlock.thresholdSpeed = 200; }},
+        {"no folder for the file", fitSaveFailed, "status : failed to save the data to a fit file 'x.fit'",
+         [](GpsCommandTest&) { fitOutputFileName = toolInputs.files[toolDestination].path = "/no/such/folder/x.fit"; }},
+        {"source gone", fitCannotOpen, "status : failed to open the file 'ride.fit'",
+         [](GpsCommandTest&) { std::filesystem::remove(fitInputFileName); }},
+    };
+    for (const Case& c : cases) {
+        setDefaults(workingBlock);
+        ASSERT_EQ(loadMade(shortRide()), fitOk) << c.name;
+        c.prepare(*this);
+        for (StatusCode (*command)() : {createAnalysedFile, atOneStroke}) {
+            EXPECT_EQ(command(), c.code) << c.name;
+            EXPECT_EQ(shown.status, c.status) << c.name;
+        }
+        EXPECT_FALSE(std::filesystem::exists(destination)) << c.name;
+    }
+    setDefaults(workingBlock);
+    ASSERT_EQ(loadMade(GpsRecords{}), fitOk);
+    EXPECT_EQ(expressSourceData(), fitNoSector) << "records defined, none there";
+}
+
+TEST_F(GpsCommandTest, markersOfMissingValuesAreNumbers)
+{
+    workingBlock.detectBraking = 1;
+    workingBlock.analyseWindSpeed = 10;
+    for (int smoothing : {0, 1}) {
+        workingBlock.analyseSmoothing = smoothing;
+        FitBuilder fit;
+        fit.define(2, 0, {{0, 1}}).message(2, {4});
+        fit.define(0, 20, {{253, 4}, {0, 4}, {1, 4}, {2, 2}, {5, 4}, {6, 2}, {13, 1}});
+        for (int i = 0; i < 60; i++) {
+            bool missing = i / 5 % 2 != 0;
+            fit.message(0, {i == 33 ? 0xFFFFFFFF : 1000 + i, missing ? 0x7FFFFFFF : i * 100, missing ? 0x7FFFFFFF : 5,
+                            missing ? 0xFFFF : 3000 + i, missing ? 0xFFFFFFFF : i * 800, missing ? 0xFFFF : 8000,
+                            missing ? 0xFF : 20});
+        }
+        ASSERT_EQ(loadMade(fit.file()), fitOk);
+        EXPECT_EQ(expressSourceData(), fitOk);
+        EXPECT_EQ(analyseAndPredict(), fitOk);
+        EXPECT_EQ(shown.lower.find("nan"), std::string::npos);
+        EXPECT_EQ(shown.lower.find("inf,"), std::string::npos);
+        EXPECT_EQ(createAnalysedFile(), fitOk);
+        EXPECT_EQ(reread(destination).code, fitOk);
+    }
+}
+
+TEST_F(GpsCommandTest, aSourceKeepsWhatItHas)
+{
+    FitBuilder fit;
+    fit.define(2, 0, {{0, 1}}).message(2, {4});
+    fit.define(0, 20, {{253, 4}, {5, 4}, {6, 2}, {4, 1}}); // cadence, no altitude
+    for (int i = 0; i < 20; i++)
+        fit.message(0, {1000 + i, i * 800, 8000, 77});
+    ASSERT_EQ(loadMade(fit.file()), fitOk);
+    ASSERT_EQ(atOneStroke(), fitOk);
+    for (const GpsRecord& record : reread(destination).records) {
+        EXPECT_EQ(record.cadence, 77);
+        EXPECT_GT(record.power, 60);
+    }
+    EXPECT_EQ(workingBlock.predictCadence, 1) << "the rules of one file do not reach the next";
+    EXPECT_EQ(workingBlock.flatCourse, 0);
+}
+
+TEST_F(GpsCommandTest, checkOfTheSource)
+{
+    struct Case {
+        const char* name;
+        int fileType;
+        std::vector<FitBuilder::Field> fields;
+        const char* box; // empty: passes
+    };
+    const Case cases[] = {
+        {"speed alone", 4, {{6, 2}}, ""},
+        {"distance, time and place", 4, {{253, 4}, {0, 4}, {1, 4}, {5, 4}}, ""},
+        {"distance and time", 4, {{253, 4}, {5, 4}}, "can not analyse and predict due to a source file"},
+        {"nothing that moves", 4, {{253, 4}}, "can not analyse and predict due to a source file"},
+        {"all there",
+         4,
+         {{6, 2}, {4, 1}, {7, 2}},
+         "no need to analyse and predict cause power and cadence are already existing"},
+        {"a course", 6, {{6, 2}}, "found an invalid file id type of a source file"},
+    };
+    for (const Case& c : cases) {
+        FitBuilder fit;
+        fit.define(2, 0, {{0, 1}}).message(2, {c.fileType}).define(0, 20, c.fields);
+        fit.message(0, std::vector<int64_t>(c.fields.size(), 1));
+        writeBytes(source, fit.file());
+        toolInputs = {};
+        toolInputs.files[0].path = source;
+        Verdict verdict = checkOneStrokeSource(toolInputs, false);
+        EXPECT_EQ(verdict.passed, c.box[0] == 0) << c.name;
+        EXPECT_EQ(verdict.boxes.empty() ? "" : verdict.boxes[0].text, c.box) << c.name;
+    }
+    toolInputs.files[0].path = folder.path + "none.fit";
+    EXPECT_EQ(checkOneStrokeSource(toolInputs, true).boxes.at(0).text, "not existing a source file");
+    writeBytes(source, {1, 2, 3});
+    toolInputs.files[0].path = source;
+    EXPECT_EQ(checkOneStrokeSource(toolInputs, true).boxes.at(0).text, "detect an invalid source file structure");
+    Bytes broken = fitOf(shortRide()).file();
+    broken.back() ^= 1;
+    writeBytes(source, broken);
+    EXPECT_EQ(checkOneStrokeSource(toolInputs, true).boxes.at(0).text,
+              "failed to read a source file which might be an invalid structure");
+    writeBytes(source, fitOf(shortRide()).file());
+    toolInputs.files[toolDestination].path = folder.path + "no/out.fit";
+    EXPECT_EQ(checkOneStrokeSource(toolInputs, true).boxes.at(0).text, "not existing directory for a destination file");
+    toolInputs.files[toolDestination].path = folder.path + "out.txt";
+    EXPECT_TRUE(checkOneStrokeSource(toolInputs, true).passed);
+    EXPECT_EQ(toolInputs.files[toolDestination].path, folder.path + "out.txt.fit");
+    EXPECT_EQ(fieldPresence.positionFlags, 0x77);
+    EXPECT_EQ(fieldPresence.temperatureFlags, 0);
+}
+
+} // namespace torvane

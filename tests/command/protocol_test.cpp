@@ -1,0 +1,301 @@
+// The two-entry protocol against a fake front end: the test's own thread plays the window thread, with a queue for what
+// the worker sends. Fake commands stand in for the real ones, so that a run lasts exactly as long as a case wants.
+#include "command/protocol.h"
+
+#include "command/menu_rules.h"
+#include "gps/gps_record.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace torvane {
+namespace {
+
+// What the worker sends to the window thread, one at a time; the worker is held until it was served.
+struct Mail {
+    std::mutex guard;
+    std::condition_variable changed;
+    bool waiting = false;
+    int id = 0;
+
+    void send(int sentId)
+    {
+        std::unique_lock lock(guard);
+        id = sentId;
+        waiting = true;
+        changed.notify_all();
+        changed.wait(lock, [this] { return !waiting; });
+    }
+
+    // Serves one piece of mail if it comes within the time; tells whether it did.
+    bool serve(std::chrono::milliseconds limit)
+    {
+        std::unique_lock lock(guard);
+        if (!changed.wait_for(lock, limit, [this] { return waiting; }))
+            return false;
+        int servedId = id;
+        lock.unlock();
+        handleCommand(servedId);
+        lock.lock();
+        waiting = false;
+        changed.notify_all();
+        return true;
+    }
+};
+
+constexpr std::chrono::seconds longEnough{10};
+
+Mail mail;
+std::vector<std::string> journal; // calls on the window thread, in order
+bool confirms = true;
+ManualResetEvent operationMayEnd, operationStarted;
+ResultStatus operationResult = 0;
+std::atomic<int> operationRuns = 0;
+
+ResultStatus fakeOperation()
+{
+    ++operationRuns;
+    operationStarted.set();
+    operationMayEnd.wait();
+    return operationResult;
+}
+
+ResultStatus fakeReport()
+{
+    journal.push_back("report");
+    return 0;
+}
+
+void fakeCommit(ParameterBlock&, ParameterBlock&)
+{
+    journal.push_back("commit");
+}
+
+constexpr Command fakeCommands[] = {
+    {.id = 303, .label = "front end"},
+    {.id = 325, .label = "settings", .entry = Entry::sheet, .work = Work::settings},
+    {.id = 501, .label = "report", .work = Work::report, .operation = fakeReport},
+    {.id = 801,
+     .label = "ride",
+     .entry = Entry::dialog,
+     .work = Work::worker,
+     .commit = fakeCommit,
+     .operation = fakeOperation,
+     .family = Family::ride,
+     .graph = GraphWhen::bandPowerVelocity,
+     .showsLower = true},
+    {.id = 802,
+     .label = "run",
+     .entry = Entry::dialog,
+     .work = Work::worker,
+     .commit = fakeCommit,
+     .operation = fakeOperation,
+     .family = Family::ride,
+     .graph = GraphWhen::express,
+     .showsLower = true},
+    {.id = 905,
+     .label = "tool",
+     .entry = Entry::dialog,
+     .work = Work::worker,
+     .operation = fakeOperation,
+     .menu = MenuAfter::toolRan},
+};
+
+constexpr FrontEnd fakeFrontEnd = {
+    .runEntry =
+        [](const Command& command) {
+            journal.push_back("entry " + std::to_string(command.id));
+            return confirms;
+        },
+    .closeGraph = [] { journal.push_back("close graph"); },
+    .openGraph = [] { journal.push_back("open graph"); },
+    .enableCommand = [](int id,
+                        bool enabled) { journal.push_back((enabled ? "enable " : "grey ") + std::to_string(id)); },
+    .focusPane = [](bool lower) { journal.push_back(lower ? "focus lower" : "focus upper"); },
+    .sendCompletion = [](int id) { mail.send(id); },
+    .runFrontEndCommand = [](const Command& command) { journal.push_back("front end " + std::to_string(command.id)); },
+    .serveWorker = [] { mail.serve(std::chrono::milliseconds(1)); },
+};
+
+using Calls = std::vector<std::string>;
+
+class ProtocolTest : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        setDefaults(savedBlock);
+        setDefaults(workingBlock);
+        journal.clear();
+        confirms = true;
+        operationMayEnd.reset();
+        operationStarted.reset();
+        operationResult = 0;
+        operationRuns = 0;
+        startWorker(fakeFrontEnd, fakeCommands);
+    }
+
+    void TearDown() override
+    {
+        operationMayEnd.set();
+        while (!stopWorker())
+            mail.serve(std::chrono::milliseconds(10));
+    }
+};
+
+TEST_F(ProtocolTest, runsALongCommandThroughBothEntries)
+{
+    handleCommand(802);
+    EXPECT_EQ(journal, (Calls{"entry 802", "commit", "close graph"}));
+    EXPECT_EQ(workerBlock.ActiveCommand, 802);
+
+    journal.clear();
+    operationMayEnd.set();
+    ASSERT_TRUE(mail.serve(longEnough));
+    EXPECT_EQ(workerBlock.ActiveCommand, 0);
+    EXPECT_EQ(journal, (Calls{"open graph", "focus lower"}));
+
+    // The event stays set: the next command starts by the poll alone.
+    handleCommand(802);
+    ASSERT_TRUE(mail.serve(longEnough));
+    EXPECT_EQ(operationRuns, 2);
+}
+
+TEST_F(ProtocolTest, cancelStartsNothingButKeepsTheMode)
+{
+    workingBlock.rideMode = 0;
+    workingBlock.rideTarget = 1;
+    confirms = false;
+    handleCommand(802);
+    EXPECT_EQ(journal, (Calls{"entry 802"}));
+    EXPECT_EQ(workerBlock.ActiveCommand, 0);
+    EXPECT_EQ(workingBlock.rideMode, 1);
+    EXPECT_EQ(workingBlock.rideTarget, 0);
+
+    workingBlock.rideTarget = 5;
+    handleCommand(802);
+    EXPECT_EQ(workingBlock.rideTarget, 5) << "the same mode again keeps its target";
+}
+
+TEST_F(ProtocolTest, pressDuringARunIsASecondEntryAndStopsNothing)
+{
+    handleCommand(802);
+    operationStarted.wait();
+    journal.clear();
+    handleCommand(905);
+    EXPECT_EQ(journal, (Calls{"grey 902", "grey 903", "grey 904"})) << "the pressed command's own actions";
+    EXPECT_EQ(workerBlock.ActiveCommand, 0);
+
+    journal.clear();
+    operationMayEnd.set();
+    ASSERT_TRUE(mail.serve(longEnough));
+    EXPECT_TRUE(journal.empty()) << "the completion carries 0 and is passed over";
+    EXPECT_EQ(operationRuns, 1);
+}
+
+TEST_F(ProtocolTest, shortCommandsDuringARun)
+{
+    handleCommand(802);
+    operationStarted.wait();
+    journal.clear();
+    handleCommand(501);
+    handleCommand(325);
+    handleCommand(303);
+    EXPECT_EQ(journal, (Calls{"report", "focus upper", "front end 303"})) << "settings wait for the worker's end";
+    EXPECT_EQ(workerBlock.ActiveCommand, 802);
+}
+
+TEST_F(ProtocolTest, closeIsRefusedDuringARun)
+{
+    handleCommand(802);
+    operationStarted.wait();
+    EXPECT_FALSE(stopWorker());
+    EXPECT_EQ(workerBlock.quit, 0);
+    EXPECT_EQ(workerBlock.ActiveCommand, 802);
+}
+
+// TearDown closes while the worker is busy behind an ActiveCommand of 0: it must let the worker's message through.
+TEST_F(ProtocolTest, closeAfterAPressWaitsForTheWorker)
+{
+    handleCommand(802);
+    operationStarted.wait();
+    handleCommand(802);
+    EXPECT_EQ(workerBlock.busy, 1);
+    operationMayEnd.set();
+    EXPECT_TRUE(stopWorker());
+    EXPECT_EQ(workerBlock.busy, 0);
+    startWorker(fakeFrontEnd, fakeCommands);
+}
+
+TEST_F(ProtocolTest, graphFollowsPreferenceAndStatus)
+{
+    struct Case {
+        const char* name;
+        int id;
+        int expressGraph, bandGraph;
+        ResultStatus status;
+        bool opens;
+    };
+    constexpr Case cases[] = {
+        {"express, clean", 802, 1, 0, 0, true},        {"express, warning", 802, 1, 0, 0x20000, true},
+        {"express, fatal", 802, 1, 0, 0x2, false},     {"express off", 802, 0, 1, 0, false},
+        {"band on, even fatal", 801, 0, 1, 0x2, true}, {"band off", 801, 1, 0, 0, false},
+        {"tool never", 905, 1, 1, 0, false},
+    };
+    operationMayEnd.set();
+    for (const Case& c : cases) {
+        workingBlock.expressGraph = c.expressGraph;
+        workingBlock.bandGraphPowerVelocity = c.bandGraph;
+        operationResult = c.status;
+        handleCommand(c.id);
+        journal.clear();
+        ASSERT_TRUE(mail.serve(longEnough)) << c.name;
+        EXPECT_EQ(std::count(journal.begin(), journal.end(), "open graph"), c.opens ? 1 : 0) << c.name;
+    }
+}
+
+TEST_F(ProtocolTest, unknownIdsDoNothing)
+{
+    handleCommand(0);
+    handleCommand(12345);
+    EXPECT_TRUE(journal.empty());
+}
+
+std::map<int, bool> menuState;
+
+TEST(MenuRulesTest, openAndGreyByStatusAndReadiness)
+{
+    struct Case {
+        const char* name;
+        MenuAfter rule;
+        ResultStatus status;
+        int readiness;
+        std::map<int, bool> expected; // entries touched
+    };
+    const Case cases[] = {
+        {"loaded, ready", MenuAfter::loaded, 0, 0, {{902, true}, {903, true}, {904, false}}},
+        {"loaded, nothing to predict", MenuAfter::loaded, 0, 2, {{902, true}, {903, false}, {904, false}}},
+        {"loaded, no analysis", MenuAfter::loaded, 0, 1, {{902, false}, {903, false}, {904, false}}},
+        {"load failed", MenuAfter::loaded, 4, 0, {{902, false}, {903, false}, {904, false}}},
+        {"expressed", MenuAfter::expressed, 0, 0, {}},
+        {"express failed", MenuAfter::expressed, 8, 0, {{902, false}, {903, false}, {904, false}}},
+        {"analysed", MenuAfter::analysed, 0, 0, {{904, true}}},
+        {"analysed, nothing to predict", MenuAfter::analysed, 0, 2, {{904, false}}},
+        {"analysis failed", MenuAfter::analysed, 1, 0, {{904, false}}},
+        {"created", MenuAfter::none, 0, 0, {}},
+        {"tool", MenuAfter::toolRan, 0, 0, {{902, false}, {903, false}, {904, false}}},
+        {"one stroke", MenuAfter::oneStroke, 0, 2, {{902, true}, {903, false}, {904, false}}},
+        {"one stroke failed", MenuAfter::oneStroke, 1, 0, {}},
+    };
+    for (const Case& c : cases) {
+        menuState.clear();
+        analysisReadiness = static_cast<AnalysisReadiness>(c.readiness);
+        adjustMenu(c.rule, c.status, [](int id, bool enabled) { menuState[id] = enabled; });
+        EXPECT_EQ(menuState, c.expected) << c.name;
+    }
+}
+
+} // namespace
+} // namespace torvane

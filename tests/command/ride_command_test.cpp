@@ -1,0 +1,119 @@
+// The ride and theory commands: run, report, curves, progress.
+#include "command/ride_command.h"
+
+#include "captured_screens.h"
+#include "command/command_graph.h"
+#include "command/theory_command.h"
+#include "ride/ride_fixture.h"
+
+namespace torvane {
+
+class RideCommand : public RideTest {
+protected:
+    RideCommand()
+    {
+        screens.showProgress = [](bool visible) { shown.push_back(visible); };
+        shown.clear();
+        workingBlock.expressGraph = 0;
+    }
+
+    ResultStatus dispatch(RideMode mode, int target)
+    {
+        workingBlock.rideMode = mode;
+        workingBlock.rideTarget = target;
+        restart();
+        return dispatchRide();
+    }
+
+    bool lowerHas(const char* text) const
+    {
+        return captured.lower.find(text) != std::string::npos;
+    }
+
+    CapturedScreens captured;
+    static inline std::vector<bool> shown;
+};
+
+TEST_F(RideCommand, aModeBeyondTheLastDoesNothing)
+{
+    captured.lower = "before";
+    workingBlock.rideMode = rideModeCount;
+    EXPECT_EQ(dispatchRide(), 0u);
+    EXPECT_EQ(captured.lower, "before");
+}
+
+TEST_F(RideCommand, theTableFollowsTheReport)
+{
+    struct Case {
+        RideMode mode;
+        int target;
+        const char* heading; // nullptr: no table
+    };
+    constexpr Case cases[] = {
+        {ridePowerAndVelocity, 0, nullptr},
+        {rideAcceleration, 0, "process of acceleration powered pedaling"},
+        {rideDeceleration, 0, "process of deceleration powered pedaling"},
+        {ridePatternBraking, 0, "process of braking powered (wheel)thrust"},
+        {ridePatternBraking, 1, "process of braking powered (wheel)thrust"},
+        {ridePatternBraking, 2, nullptr},
+        {ridePatternBraking, 3, "cumulative data of motion"},
+        {rideInclinationAndVelocity, 0, "process of inclination and velocity"},
+        {rideCriticalCornering, 0, nullptr},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(dispatch(c.mode, c.target), 0u);
+        const bool table = lowerHas("process of") || lowerHas("cumulative data");
+        EXPECT_EQ(table, c.heading != nullptr) << c.mode << " " << c.target;
+        EXPECT_TRUE(c.heading == nullptr || lowerHas(c.heading)) << c.heading;
+        EXPECT_FALSE(commandGraph) << c.mode << " " << c.target;
+    }
+}
+
+TEST_F(RideCommand, aFatalRunReportsWithoutTableAndCurves)
+{
+    workingBlock.expressGraph = 1;
+    EXPECT_EQ(dispatch(rideAcceleration, 0), 0u);
+    EXPECT_TRUE(commandGraph);
+    workingBlock.rideStartVelocity[1] = kph(50);
+    EXPECT_EQ(dispatch(rideAcceleration, 0), statusIllegalValue);
+    EXPECT_FALSE(commandGraph);
+    EXPECT_TRUE(lowerHas("illegal initial variate value"));
+    EXPECT_FALSE(lowerHas("process of"));
+}
+
+TEST_F(RideCommand, theBarIsShownForRunsOverTimeAlone)
+{
+    dispatch(ridePowerAndVelocity, 0);
+    dispatch(rideCriticalCornering, 0);
+    EXPECT_TRUE(shown.empty());
+    captured.progress.clear();
+    dispatch(rideAcceleration, 4);
+    EXPECT_EQ(shown, (std::vector<bool>{true, false}));
+    EXPECT_GT(captured.progress.size(), 50u);
+}
+
+TEST_F(RideCommand, brakesAreColdAgainInEveryRun)
+{
+    dispatch(ridePatternBraking, 0);
+    const double heat = modelState.brakeHeat[0];
+    dispatchRide();
+    EXPECT_EQ(modelState.brakeHeat[0], heat);
+    dispatchRide();
+    EXPECT_EQ(modelState.brakeHeat[0], heat);
+}
+
+TEST_F(RideCommand, theoryAnswersAndVerifies)
+{
+    workingBlock.theoryCalculator = 0;
+    workingBlock.theoryTarget = 0;
+    EXPECT_EQ(runTheory(), 0u);
+    EXPECT_TRUE(lowerHas("real performance with inclination"));
+    workingBlock.theoryPower[0] = workingBlock.theoryMaxPower[0] + 1.0;
+    EXPECT_EQ(runTheory(), statusIllegalValue);
+    EXPECT_FALSE(lowerHas("real performance"));
+    workingBlock.theoryPower[0] = 0.0;
+    EXPECT_EQ(runTheory(), statusZeroValue);
+    EXPECT_FALSE(lowerHas("real performance"));
+}
+
+} // namespace torvane

@@ -1,0 +1,362 @@
+// What is special to a dialog: which entry its target disables, what a choice reloads, what a file or a check decides.
+#include "form_fixture.h"
+
+#include "fit/fit_tools.h"
+#include "gps/analysis.h"
+
+#include <vector>
+
+namespace torvane {
+
+namespace {
+
+// Which of the controls are enabled, as a row of digits.
+std::string enabledOf(OpenForm& form, const std::vector<int>& ids)
+{
+    std::string digits;
+    for (int id : ids)
+        digits += form.enabled(id) ? '1' : '0';
+    return digits;
+}
+
+struct EnablingCase {
+    int value;
+    const char* enabled;
+};
+
+void expectEnabled(int form, int control, const std::vector<int>& ids, const std::vector<EnablingCase>& cases)
+{
+    OpenForm open(form);
+    for (const EnablingCase& c : cases)
+        EXPECT_EQ(enabledOf(open.pick(control, c.value), ids), c.enabled) << form << " " << c.value;
+}
+
+} // namespace
+
+TEST(Dialogs, TheTargetDisablesItsEntry)
+{
+    expectEnabled(2011, 4111, {4121, 4122, 4123, 4124, 4125}, {{0, "01111"}, {1, "10111"}, {2, "11011"}, {3, "11101"}});
+    expectEnabled(2012, 4211, {4212, 4221, 4222, 4223, 4224, 4225}, {{0, "101101"}, {1, "110101"}, {2, "011001"}});
+    expectEnabled(2013, 4311, {4321, 4322, 4323, 4324, 4325, 4351, 4352},
+                  {{0, "0110011"}, {1, "1010011"}, {2, "1110000"}});
+    expectEnabled(2021, 5111, {5112, 5131, 5132, 5133}, {{0, "0011"}, {1, "1101"}});
+    expectEnabled(2022, 5211, {5241}, {{0, "1"}, {2, "0"}, {3, "0"}, {8, "1"}});
+    expectEnabled(2023, 5311, {5341}, {{1, "1"}, {2, "0"}, {3, "1"}});
+    expectEnabled(2024, 5411, {5431, 5432, 5433, 5434, 5435, 5436},
+                  {{0, "111001"}, {1, "011001"}, {2, "001011"}, {3, "101111"}});
+    expectEnabled(2025, 5511, {5531, 5532}, {{0, "01"}, {1, "10"}});
+    expectEnabled(2025, 5521, {5533, 5534, 5535}, {{0, "000"}, {1, "110"}, {2, "101"}});
+    expectEnabled(2026, 5611, {5621, 5622, 5623}, {{0, "011"}, {1, "101"}, {2, "110"}});
+}
+
+TEST(TheoryDialogs, RefusePowerAboveTheSummit)
+{
+    struct Case {
+        int target;
+        const char* power;
+        const char* message;
+    };
+    constexpr Case cases[] = {
+        {0, "900.5", "found power tried to input over the maximal power"},
+        {2, "900.5", "found power tried to input over the maximal power"},
+        {0, "900", ""},
+        {3, "900.5", ""},
+        {0, "3001", "found too large value of a power"}, // limits first
+    };
+    for (const Case& c : cases) {
+        OpenForm dialog(2011);
+        EXPECT_EQ(dialog.pick(4111, c.target).type(4122, c.power).confirm(), c.message) << c.power;
+    }
+}
+
+TEST(TheoryDialogs, ShowTheCadencesOfTheProfileInForce)
+{
+    OpenForm dialog;
+    dialog.working.cadenceUsual = 82;
+    dialog.working.cadencePoweredMax = 131;
+    applyProfile(dialog.working);
+    for (int mode : {0, 1}) {
+        dialog.working.initialValueMode = mode;
+        EXPECT_EQ(dialog.open(2011).text(4121), "   82.0") << mode;
+        EXPECT_EQ(dialog.text(4123), "  131.0") << mode;
+        EXPECT_EQ(dialog.open(2013).text(4321), "   82.0") << mode;
+    }
+}
+
+TEST(TheoryDialogs, TeethComeFromTheProfileOrFromFreeFields)
+{
+    OpenForm dialog(2013);
+    EXPECT_EQ(dialog.chosen(4351), -1); // the profile has no ring of 52
+    EXPECT_EQ(rowLabels(dialog.state, dialog.at(4351)), (std::vector<std::string>{"51", "42"}));
+    EXPECT_EQ(rowLabels(dialog.state, dialog.at(4352)).size(), 11u);
+    dialog.pick(4351, 1).pick(4352, 10);
+    EXPECT_EQ(dialog.text(4324), "42");
+    EXPECT_EQ(dialog.confirm(), "");
+    EXPECT_EQ(dialog.working.frontTooth, 42);
+    EXPECT_EQ(dialog.working.rearTooth, 27); // the eleventh sprocket
+    dialog.open(2013).pick(4341, 0);
+    EXPECT_EQ(enabledOf(dialog, {4324, 4325, 4351, 4352}), "1100");
+    EXPECT_EQ(dialog.text(4322), "   40.0");
+}
+
+TEST(RideDialogs, ShowVelocitiesInKph)
+{
+    OpenForm dialog(2021);
+    EXPECT_EQ(dialog.text(5132), "   40.0");
+    dialog.type(5132, "36");
+    EXPECT_EQ(dialog.confirm(), "");
+    EXPECT_EQ(dialog.working.rideVelocity[0], 10);
+    OpenForm limit(2021, true);
+    EXPECT_EQ(limit.type(5132, "200").confirm(), ""); // 200 / 3.6 x 3.6 is no matter
+}
+
+TEST(RideDialogs, IntensionIsByTimeOrDistance)
+{
+    OpenForm dialog(2021);
+    EXPECT_EQ(dialog.text(5151) + dialog.text(5153) + dialog.text(5154), "time basedminsec");
+    dialog.pick(5121, 1);
+    EXPECT_EQ(dialog.text(5151) + dialog.text(5153) + dialog.text(5154), "distance basedkmm");
+    int32_t minutes = dialog.working.intensionFirst[0];
+    EXPECT_EQ(dialog.type(5134, "33").confirm(), "");
+    EXPECT_EQ(dialog.working.intensionFirst[1], 33);
+    EXPECT_EQ(dialog.working.intensionFirst[0], minutes);
+}
+
+TEST(AccelerationDialog, AnotherFactorReloadsItsOwnValue)
+{
+    OpenForm dialog(2022);
+    EXPECT_EQ(dialog.text(5231) + dialog.text(5241), "W  800.0");
+    dialog.type(5241, "500").pick(5211, 5);
+    EXPECT_EQ(dialog.text(5231) + dialog.text(5241), "m  100.0");
+    dialog.pick(5211, 7);
+    EXPECT_EQ(dialog.text(5231) + dialog.text(5241), "G  0.100");
+    EXPECT_EQ(dialog.pick(5211, 0).text(5241), "  800.0");
+    dialog.type(5241, "500").pick(5211, 8);
+    EXPECT_EQ(dialog.text(5241), "  800.0");
+    dialog.type(5241, "5000").pick(5211, 2); // the value field has no limits here
+    EXPECT_EQ(dialog.confirm(), "");
+    EXPECT_EQ(dialog.working.ridePower[1], 800);
+    EXPECT_EQ(dialog.working.rideTarget, 2);
+}
+
+TEST(AccelerationDialog, AKickNeedsAStartFromStanding)
+{
+    struct Case {
+        const char* start;
+        const char* kick;
+        bool enabled;
+        double stored;
+    };
+    constexpr Case cases[] = {
+        {"0", "0.5", true, 0.5},
+        {"0.5", "0.5", true, 0}, // not exactly 0
+        {"1", "0.5", false, 0},
+        {"1", "0", false, 0}, // no limit holds a disabled kick
+    };
+    for (const Case& c : cases) {
+        OpenForm dialog(2022);
+        dialog.type(5242, c.start).type(5244, c.kick);
+        EXPECT_EQ(dialog.enabled(5244), c.enabled) << c.start;
+        EXPECT_EQ(dialog.confirm(), "") << c.start;
+        EXPECT_EQ(dialog.working.initialKickTime, c.stored) << c.start;
+    }
+}
+
+TEST(AccelerationDialog, OffersTheGearsOfTheProfile)
+{
+    OpenForm dialog(2022);
+    std::vector<std::string> gears = rowLabels(dialog.state, dialog.at(5212));
+    EXPECT_EQ(gears.size(), static_cast<size_t>(modelState.gearCount));
+    EXPECT_EQ(gears.front(), "42 x 27");
+    EXPECT_FALSE(dialog.enabled(5212));
+    EXPECT_TRUE(dialog.pick(5221, 1).enabled(5212));
+    EXPECT_EQ(dialog.pick(5212, 3).confirm(), "");
+    EXPECT_EQ(dialog.working.startGearIndex[0], 3);
+    // From the defaults the list starts at the gear of the default velocity, not at the one chosen before.
+    EXPECT_EQ(dialog.open(2022).chosen(5212), 0);
+    dialog.working.initialValueMode = 1;
+    EXPECT_EQ(dialog.open(2022).chosen(5212), 3);
+    dialog.working.startGearIndex[0] = 99; // of another profile
+    EXPECT_EQ(dialog.open(2022).chosen(5212), 0);
+    // 70 kph at 90 rpm on a circumference of 668 pi mm asks for a ratio of 6.18: the highest gear.
+    OpenForm slower(2023);
+    EXPECT_EQ(rowLabels(slower.state, slower.at(5312))[static_cast<size_t>(slower.chosen(5312))], "51 x 11");
+}
+
+TEST(BrakingDialog, EachPatternHasItsInclination)
+{
+    OpenForm dialog(2024);
+    EXPECT_EQ(dialog.text(5421) + dialog.text(5436), "-- constant force braking  0.0");
+    dialog.pick(5411, 3);
+    EXPECT_EQ(dialog.text(5421) + dialog.text(5436), "-- intermittent braking -7.0");
+    EXPECT_EQ(dialog.type(5436, "-9.5").confirm(), "");
+    EXPECT_EQ(dialog.working.brakingInclination[3], -9.5);
+    EXPECT_EQ(dialog.working.brakingInclination[2], -7);
+}
+
+TEST(ExpressDialog, LimitsNeedSmoothingAndAltitude)
+{
+    OpenForm dialog(2052);
+    EXPECT_EQ(enabledOf(dialog, {6131, 6132}), "00");
+    fieldPresence.altitudeFlags = 1;
+    EXPECT_EQ(enabledOf(dialog, {6131, 6132}), "11");
+    EXPECT_EQ(enabledOf(dialog.pick(6111, 0), {6131, 6132}), "00");
+}
+
+TEST(AnalyseDialog, FollowsWhatTheFileHolds)
+{
+    struct Case {
+        const char* name;
+        uint8_t FieldPresence::*field;
+        uint8_t flags;
+        const char* enabled; // 7111 7131 7132 7133 7151 7134 7113 7114 7121
+        int flat, cadence, power;
+    };
+    const std::vector<int> ids = {7111, 7131, 7132, 7133, 7151, 7134, 7113, 7114, 7121};
+    const Case cases[] = {
+        {"nothing", &FieldPresence::isActivity, 1, "001001111", 1, 1, 1},
+        {"altitude", &FieldPresence::altitudeFlags, 1, "111001111", 0, 1, 1},
+        {"average altitude alone", &FieldPresence::altitudeFlags, 2, "001001111", 1, 1, 1},
+        {"longitude", &FieldPresence::positionFlags, 0x10, "001111111", 1, 1, 1},
+        {"temperature", &FieldPresence::temperatureFlags, 3, "001000111", 1, 1, 1},
+        {"cadence", &FieldPresence::cadenceFlags, 1, "001001011", 1, 0, 1},
+        {"power", &FieldPresence::powerFlags, 7, "001001100", 1, 1, 0},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        OpenForm dialog;
+        fieldPresence.*c.field = c.flags;
+        dialog.open(2053);
+        EXPECT_EQ(enabledOf(dialog, ids), c.enabled);
+        EXPECT_EQ(dialog.state.values.flatCourse, c.flat);
+        EXPECT_EQ(dialog.state.values.predictCadence, c.cadence);
+        EXPECT_EQ(dialog.state.values.predictPower, c.power);
+        dialog.pick(7111, 0);
+        EXPECT_EQ(dialog.state.values.flatCourse, c.flat); // the file decides
+    }
+}
+
+TEST(AnalyseDialog, NeedsSomethingToPredict)
+{
+    OpenForm dialog(2053);
+    EXPECT_TRUE(mayConfirm(dialog.pick(7113, 0).state));
+    EXPECT_FALSE(mayConfirm(dialog.pick(7114, 0).state));
+    EXPECT_EQ(dialog.confirm(), "open");
+    EXPECT_FALSE(dialog.enabled(7121));
+    EXPECT_EQ(dialog.pick(7112, 0).enabled(7132), false);
+}
+
+TEST(AnalyseDialog, AnAverageTemperatureLandsInTheAcceleration)
+{
+    OpenForm dialog;
+    fieldPresence.temperatureFlags = 2;
+    fieldPresence.positionFlags = 0x01;
+    fitSummary.avgTemperature = 18;
+    dialog.open(2053);
+    EXPECT_EQ(dialog.text(7132), " 18.0");
+    EXPECT_EQ(dialog.text(7134), " 20.0");
+    EXPECT_EQ(dialog.text(7151), " 270");
+    EXPECT_TRUE(dialog.enabled(7151));
+    EXPECT_FALSE(dialog.type(7132, "0").enabled(7151)); // the direction asks that entry, not the wind speed
+    EXPECT_EQ(dialog.confirm(), "found too small value of unreal acceleration");
+}
+
+TEST(ToolDialogs, ForgetTheirPaths)
+{
+    OpenForm dialog(2060);
+    setPath(dialog.state, dialog.at(8611), "/somewhere/ride.fit");
+    EXPECT_EQ(dialog.text(8611), "/somewhere/ride.fit");
+    Verdict settings = pressButton(dialog.state, dialog.at(8631), dialog.working);
+    ASSERT_EQ(settings.boxes.size(), 1u);
+    EXPECT_FALSE(settings.passed);
+    EXPECT_EQ(settings.boxes[0].text, "not existing a source file");
+    dialog.working.initialValueMode = 1;
+    EXPECT_EQ(dialog.open(2060).text(8611), "");
+    EXPECT_EQ(toolInputs.files[0].path, "");
+}
+
+TEST(ToolDialogs, CheckTheDestinationOfAnAnalysedFile)
+{
+    struct Case {
+        std::string path;
+        bool passed;
+        std::string result;
+    };
+    std::string folder = testing::TempDir();
+    const Case cases[] = {
+        {folder + "a.fit", true, folder + "a.fit"},
+        {folder + "a.FIT", true, folder + "a.FIT"},
+        {folder + "a.gpx", true, folder + "a.gpx.fit"},
+        {folder + "a", true, folder + "a.fit"},
+        {folder, false, "not existing filename for a destination file"},
+        {folder + "no/such/a.fit", false, "not existing directory for a destination file"},
+    };
+    for (const Case& c : cases) {
+        OpenForm dialog(2054);
+        setPath(dialog.state, dialog.at(7211), c.path);
+        Verdict verdict = confirmForm(dialog.state, dialog.working);
+        EXPECT_EQ(verdict.passed, c.passed) << c.path;
+        EXPECT_EQ(verdict.boxes.empty() ? fitOutputFileName : verdict.boxes[0].text, c.result);
+    }
+}
+
+TEST(ToolDialogs, FormatAndSportNeedTheirBoxes)
+{
+    OpenForm dialog(2055);
+    EXPECT_EQ(enabledOf(dialog, {8141, 8151}), "00");
+    EXPECT_EQ(enabledOf(dialog.pick(8131, 1), {8141, 8151}), "10");
+    EXPECT_EQ(enabledOf(dialog.pick(8132, 1), {8141, 8151}), "11");
+    EXPECT_EQ(rowLabels(dialog.state, dialog.at(8151)).size(), 9u);
+}
+
+TEST(ToolDialogs, MessagesDecideAboutTheSport)
+{
+    struct Case {
+        int form;
+        int lap, session, activity;
+        bool stored;      // the user's own choice in the sport box
+        const char* seen; // path, format box, sport box enabled; sport box shown; list enabled
+        bool mayConfirm;
+    };
+    constexpr Case cases[] = {
+        {2057, 0, 0, 0, false, "00000", false}, {2057, 0, 0, 1, false, "11100", true},
+        {2057, 0, 0, 1, true, "11111", true},   {2057, 1, 0, 0, false, "11011", true},
+        {2057, 0, 1, 1, false, "11011", true},  {2059, 0, 0, 0, true, "00010", false},
+        {2059, 1, 0, 0, true, "11111", true},   {2059, 1, 1, 0, true, "11000", true},
+        {2059, 0, 1, 1, false, "11100", true},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.seen);
+        bool adds = c.form == 2057;
+        int lap = adds ? 8311 : 8511, sport = adds ? 8342 : 8542;
+        OpenForm dialog(c.form);
+        dialog.pick(sport, c.stored).pick(lap, c.lap).pick(lap + 1, c.session).pick(lap + 2, c.activity);
+        std::string seen = enabledOf(dialog, {adds ? 8321 : 8521, adds ? 8341 : 8541, sport});
+        seen += dialog.chosen(sport) ? '1' : '0';
+        seen += enabledOf(dialog, {adds ? 8361 : 8561});
+        EXPECT_EQ(seen, c.seen);
+        EXPECT_EQ(mayConfirm(dialog.state), c.mayConfirm);
+    }
+}
+
+TEST(ToolDialogs, TimestampIsEnteredInParts)
+{
+    OpenForm dialog;
+    dialog.saved.timestampOffset = 59;
+    EXPECT_FALSE(mayConfirm(dialog.open(2091).state)); // below a minute
+    dialog.saved.timestampOffset = 2 * 86400 + 3 * 3600 + 4 * 60 + 5;
+    dialog.open(2091);
+    EXPECT_EQ(dialog.text(9131) + " " + dialog.text(9132) + " " + dialog.text(9133), "2 3 4");
+    EXPECT_TRUE(mayConfirm(dialog.state));
+    dialog.type(9132, "23").press(9132, true);
+    EXPECT_EQ(dialog.text(9132), "23");
+    dialog.type(9132, "30"); // typed values are not limited
+    dialog.type(9131, "0").type(9133, "0");
+    EXPECT_EQ(dialog.state.values.timestampOffset, 30 * 3600);
+    dialog.type(9131, "2147483647");
+    EXPECT_EQ(dialog.state.values.timestampOffset, static_cast<int32_t>(0u - 86400u + 30 * 3600u));
+    dialog.type(9131, "0").type(9132, "0");
+    EXPECT_FALSE(mayConfirm(dialog.state));
+}
+
+} // namespace torvane

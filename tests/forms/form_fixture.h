@@ -1,0 +1,87 @@
+// A form opened over fresh defaults, driven by control ids as a user would.
+#pragma once
+
+#include "fit/fit_passes.h"
+#include "forms/form.h"
+#include "gps/gps_record.h"
+#include "model/gear_table.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace torvane {
+
+struct OpenForm {
+    ParameterBlock saved = {}, working = {};
+    FormState state;
+
+    // Defaults everywhere; the model holds them too, so that gear lists have rows.
+    OpenForm()
+    {
+        setDefaults(saved);
+        working = saved;
+        modelState = {};
+        applyProfile(working);
+        applyCondition(working);
+        rebuildModel();
+        fieldPresence = {};
+        formMarks = {};
+    }
+    explicit OpenForm(int form, bool keepsUntyped = false) : OpenForm()
+    {
+        open(form, keepsUntyped);
+    }
+
+    OpenForm& open(int form, bool keepsUntyped = false)
+    {
+        openForm(state, *findForm(form), saved, working, keepsUntyped);
+        return *this;
+    }
+    // A radio button's id is that of its first button.
+    const Row& at(int id)
+    {
+        const Row* row = rowOfControl(state, id);
+        EXPECT_NE(row, nullptr) << "control " << id;
+        return row ? *row : state.form->rows[0];
+    }
+    OpenForm& type(int id, const std::string& text)
+    {
+        typeText(state, at(id), text);
+        return *this;
+    }
+    OpenForm& pick(int id, int value)
+    {
+        choose(state, at(id), value);
+        return *this;
+    }
+    OpenForm& press(int id, bool up)
+    {
+        spin(state, at(id), up);
+        return *this;
+    }
+    std::string text(int id)
+    {
+        return rowText(state, at(id));
+    }
+    int chosen(int id)
+    {
+        return chosenValue(state, at(id));
+    }
+    bool enabled(int id)
+    {
+        return isEnabled(state, at(id));
+    }
+    // Text of the first box; "" when the form was confirmed, "open" when it stays open without a word.
+    std::string confirm()
+    {
+        Verdict verdict = confirmForm(state, working);
+        if (verdict.boxes.empty())
+            return verdict.passed ? "" : "open";
+        EXPECT_FALSE(verdict.passed);
+        EXPECT_EQ(verdict.boxes[0].title, "warning");
+        return verdict.boxes[0].text;
+    }
+};
+
+} // namespace torvane

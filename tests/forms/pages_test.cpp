@@ -1,0 +1,239 @@
+// What is special to a page: what enables what, what one choice does to other entries, checks beyond the limits.
+#include "form_fixture.h"
+
+namespace torvane {
+
+TEST(HumanPage, PositionBringsItsTorsoAngle)
+{
+    OpenForm page(1001);
+    EXPECT_FALSE(page.enabled(1113));
+    page.pick(1131, 1);
+    EXPECT_EQ(page.text(1113), " 24.0");
+    EXPECT_FALSE(page.enabled(1113));
+    page.pick(1131, 0);
+    EXPECT_TRUE(page.enabled(1113));
+    EXPECT_EQ(page.confirm(), "");
+    EXPECT_EQ(page.working.torsoAngle, 24);
+    EXPECT_EQ(page.working.position, 0);
+    OpenForm dancing(1001, true);
+    EXPECT_EQ(dancing.pick(1131, 5).confirm(), "");
+    EXPECT_EQ(dancing.working.torsoAngle, 72.5);
+}
+
+TEST(HumanPage, FtpIsEnteredOnlyWhenUsed)
+{
+    OpenForm page(1001);
+    EXPECT_FALSE(page.enabled(1118));
+    page.working.useFtp = 1;
+    EXPECT_TRUE(page.open(1001).enabled(1118));
+    page.type(1112, "80");
+    EXPECT_EQ(page.type(1118, "50").confirm(), "found too small value of an expected cadence");
+    EXPECT_EQ(page.working.humanWeight, 60); // a refused page stores nothing
+    EXPECT_FALSE(formMarks.profile);
+}
+
+TEST(EquipPage, WeightStaysWhatItWasWhenThePageOpened)
+{
+    OpenForm page(1002);
+    EXPECT_EQ(page.text(1241), "  5.800");
+    page.pick(1221, 0).type(1241, "6.5");
+    EXPECT_EQ(page.confirm(), "");
+    EXPECT_EQ(page.working.exceptWheels, 0);
+    EXPECT_EQ(page.working.bikeWeightExceptWheels, 6.5);
+    EXPECT_EQ(page.working.bikeWeight, 8);
+    EXPECT_EQ(page.open(1002).text(1241), "  8.000");
+    EXPECT_FALSE(page.enabled(1242));
+    EXPECT_TRUE(page.pick(1231, 1).enabled(1242));
+}
+
+TEST(ShiftPage, CountsEnableAndCheckTheirTeeth)
+{
+    OpenForm page(1003);
+    EXPECT_TRUE(page.enabled(1323));
+    EXPECT_FALSE(page.enabled(1324));
+    EXPECT_FALSE(page.enabled(1337));
+    page.type(1321, "3");
+    EXPECT_TRUE(page.enabled(1324));
+    page.type(1324, "20");
+    EXPECT_EQ(page.confirm(), "found too small tooth of chainring");
+    EXPECT_EQ(page.type(1321, "2").confirm(), "");
+    EXPECT_EQ(page.working.chainringCount, 2);
+    EXPECT_EQ(page.open(1003).type(1325, "99").confirm(), "found too large value of sprockets count");
+}
+
+TEST(Spin, OfAPageMayPassALimitByLessThanAStep)
+{
+    OpenForm page(1003);
+    page.type(1311, "0.95").press(1311, true);
+    EXPECT_EQ(page.text(1311), "1.050");
+    page.press(1311, true);
+    EXPECT_EQ(page.text(1311), "1.050");
+    EXPECT_EQ(page.confirm(), "found too large value of a shifting time loss");
+    page.type(1322, "28").press(1322, false);
+    EXPECT_EQ(page.text(1322), "28");
+    EXPECT_EQ(page.press(1322, true).text(1322), "29");
+}
+
+TEST(Spin, OfADialogStaysInside)
+{
+    OpenForm dialog(2021);
+    dialog.working.rideTarget = 1;
+    dialog.open(2021);
+    dialog.type(5131, "2999.5").press(5131, true);
+    EXPECT_EQ(dialog.text(5131), "2999.5");
+    dialog.type(5131, "2999").press(5131, true);
+    EXPECT_EQ(dialog.text(5131), " 3000.0");
+    EXPECT_EQ(dialog.press(5131, true).text(5131), " 3000.0");
+    dialog.type(5133, "-99.95").press(5133, false);
+    EXPECT_EQ(dialog.text(5133), "-99.95");
+}
+
+// 38.572590548 x exp(spokes x 0.008015186913 - depth x 0.00924480958 - 9 log10(11) x 0.034550905509)
+TEST(WheelPage, PredictsOneWheelFromItsBuild)
+{
+    OpenForm page(1004);
+    const Row& rear = page.at(1412);
+    EXPECT_TRUE(pressButton(page.state, rear, page.working).passed);
+    EXPECT_EQ(page.working.predictWheel, 1);
+    OpenForm child;
+    child.working = page.working;
+    child.open(1450);
+    EXPECT_EQ(child.text(1452), "24");
+    EXPECT_EQ(child.type(1451, "80").confirm(), "");
+    page.working = child.working;
+    EXPECT_EQ(page.working.rimDepth[1], 80);
+    EXPECT_EQ(page.working.rimDepth[0], 50);
+    page.type(1422, "14");
+    buttonReturned(page.state, rear, page.working);
+    EXPECT_EQ(page.text(1427), "  4.8"); // 16.14 W x 0.6 x 14 / 28
+    EXPECT_EQ(page.text(1424), " 20.0");
+    EXPECT_EQ(page.confirm(), "found too small value of a case of wheel regist");
+    EXPECT_EQ(page.working.rimDepth[1], 50); // taken back with the page
+}
+
+TEST(BrakePage, ShowsTheEntriesOfTheSelectedType)
+{
+    OpenForm page(1006);
+    EXPECT_EQ(page.text(1631), "rim weight");
+    EXPECT_EQ(page.text(1641), "350.0");
+    page.type(1641, "400").pick(1611, 1);
+    EXPECT_EQ(page.text(1631), "rotor weight");
+    EXPECT_EQ(page.text(1633), "rotor diameter");
+    EXPECT_EQ(page.text(1634), "rim depth");
+    EXPECT_EQ(page.text(1641), "100.0");
+    EXPECT_EQ(page.text(1642), "160.0");
+    EXPECT_EQ(page.chosen(1621), 2);
+    page.pick(1611, 0);
+    EXPECT_EQ(page.text(1641), "350.0"); // fetched anew
+    page.pick(1611, 1).type(1641, "120");
+    EXPECT_EQ(page.confirm(), "");
+    EXPECT_EQ(page.working.brakeWeight[1][0], 120);
+    page.pick(1611, 0).pick(1611, 1);
+    EXPECT_EQ(page.text(1641), "120.0"); // what was applied is what is fetched
+    EXPECT_EQ(page.working.brakeWeight[0][0], 350);
+}
+
+TEST(AssistPage, ChecksInItsOwnOrder)
+{
+    struct Case {
+        int motor, modes[3];
+        const char* speeds[3];
+        const char* ratios[3];
+        const char* power;
+        const char* message;
+    };
+    constexpr Case cases[] = {
+        {1, {1, 1, 2}, {"25", "32", "45"}, {"2", "1.5", "1"}, "250", ""},
+        {0, {1, 0, 0}, {"25", "32", "45"}, {"2", "1.5", "1"}, "99999", "found illegal motor location"},
+        {1, {0, 1, 0}, {"25", "32", "45"}, {"2", "1.5", "1"}, "99999", "found illegal maximum e-Power value"},
+        {1, {0, 1, 0}, {"25", "32", "45"}, {"2", "1.5", "1"}, "250", "found illegal void range 1"},
+        {1, {1, 0, 2}, {"25", "32", "45"}, {"2", "1.5", "1"}, "250", "found illegal void range 2"},
+        {1, {1, 1, 0}, {"25", "24.9", "45"}, {"2", "1.5", "1"}, "250", "found illegal speed order of a range 1"},
+        {1, {1, 1, 0}, {"25", "25", "45"}, {"2", "1.5", "1"}, "250", ""},
+        {1, {1, 1, 1}, {"25", "32", "45"}, {"2", "1.5", "0"}, "250", "found non-sense ratio for constant range 2"},
+        {1, {1, 1, 2}, {"25", "32", "45"}, {"2", "1.5", "0"}, "250", ""},
+        {1, {1, 1, 1}, {"-1", "32", "101"}, {"2", "11", "1"}, "250", "found too small speed of range 0"},
+        {1, {1, 1, 1}, {"5", "32", "101"}, {"2", "11", "1"}, "250", "found too large ratio of range 1"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.message);
+        OpenForm page(1008);
+        page.pick(1811, c.motor).pick(1821, c.modes[0]).pick(1824, c.modes[1]).pick(1827, c.modes[2]);
+        for (int n = 0; n < 3; ++n)
+            page.type(1832 + 2 * n, c.speeds[n]).type(1833 + 2 * n, c.ratios[n]);
+        EXPECT_EQ(page.type(1831, c.power).confirm(), c.message);
+    }
+    OpenForm others;
+    others.working.assistRangeMode[1] = 2; // without a motor the other ranges may stay
+    EXPECT_EQ(others.open(1008).confirm(), "");
+}
+
+TEST(AssistPage, LabelsTellWhereARangeStarts)
+{
+    OpenForm page(1008);
+    EXPECT_FALSE(page.enabled(1831));
+    EXPECT_FALSE(page.enabled(1834));
+    page.pick(1811, 2).pick(1824, 1);
+    EXPECT_TRUE(page.enabled(1831));
+    EXPECT_TRUE(page.enabled(1834));
+    EXPECT_EQ(page.text(1851), " 25.0 kph   ~ ");
+    EXPECT_EQ(page.text(1853), "");
+    page.pick(1824, 2).type(1832, "20");
+    EXPECT_EQ(page.text(1853), "at  20.0 kph   ~ ");
+    EXPECT_EQ(page.text(1852), " 32.0 kph   ~ ");
+}
+
+TEST(CoursePage, ShowsTheComputedPressure)
+{
+    OpenForm page(1011);
+    EXPECT_EQ(page.text(1924), "1007.4"); // 1013.25 x (1 - 50 x 0.0065 / 293.15)^5.2559
+    EXPECT_FALSE(page.enabled(1924));
+    EXPECT_TRUE(page.enabled(1922));
+    page.type(1922, "2000");
+    EXPECT_EQ(page.text(1924), "1007.4"); // not while it is typed
+    page.pick(1911, 1);
+    EXPECT_TRUE(page.enabled(1924));
+    EXPECT_FALSE(page.enabled(1923));
+    EXPECT_EQ(page.pick(1911, 0).text(1924), "798.3");
+    OpenForm entered(1011, true);
+    EXPECT_EQ(entered.pick(1911, 1).confirm(), "");
+    EXPECT_EQ(entered.working.hectoPascal, 1013.25);
+    EXPECT_TRUE(formMarks.condition);
+}
+
+TEST(PelotonPage, ShowsTheRatio)
+{
+    OpenForm page(1012);
+    EXPECT_EQ(page.text(11955), "1.000");
+    EXPECT_TRUE(page.enabled(11951));
+    EXPECT_FALSE(page.enabled(11952));
+    EXPECT_FALSE(page.enabled(11943));
+    page.type(11951, "0.85");
+    EXPECT_EQ(page.text(11955), "0.850");
+    EXPECT_TRUE(page.enabled(11952));
+    page.pick(11941, 1);
+    EXPECT_FALSE(page.enabled(11951));
+    EXPECT_TRUE(page.enabled(11943));
+    // 10^-0.2 x 0.6^0.2 = 0.56968; in turns (9 x 0.56968 + 1) / 10
+    EXPECT_EQ(page.text(11955), "0.613");
+    EXPECT_EQ(page.pick(11943, 0).text(11955), "0.570");
+    EXPECT_EQ(page.type(11953, "1").text(11955), "1.000");
+}
+
+TEST(PreferencePages, EnableTheirEntries)
+{
+    OpenForm interval(2002);
+    EXPECT_FALSE(interval.enabled(2221));
+    EXPECT_TRUE(interval.pick(2211, 1).enabled(2221));
+    EXPECT_FALSE(interval.enabled(2222));
+    OpenForm gps(2007);
+    EXPECT_FALSE(gps.enabled(2722));
+    EXPECT_TRUE(gps.pick(2712, 1).enabled(2722));
+    gps.type(2721, "25").press(2721, true);
+    EXPECT_EQ(gps.text(2721), "25");
+    EXPECT_EQ(gps.type(2721, "19.9").press(2721, true).press(2721, true).text(2721), " 20.0");
+    EXPECT_EQ(gps.type(2721, "25").confirm(), "");
+    EXPECT_EQ(gps.working.thresholdSpeed, 25);
+}
+
+} // namespace torvane
