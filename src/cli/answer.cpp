@@ -1,0 +1,132 @@
+#include "cli/answer.h"
+
+#include "cli/json.h"
+#include "core/text.h"
+
+namespace torvane {
+
+namespace {
+
+Answer* current = nullptr;
+Streams* streamsOfCurrent = nullptr;
+bool progressShown = false;
+
+std::string& paneOf(Pane pane)
+{
+    return pane == Pane::upper ? current->upper : current->lower;
+}
+
+// The percentage stands on a line of its own, which is written over and blanked at the end.
+void showPercent(int percent)
+{
+    if (!streamsOfCurrent->terminal)
+        return;
+    progressShown = true;
+    streamsOfCurrent->err << formatText("\r%3d %%", percent) << std::flush;
+}
+
+void hidePercent(bool visible)
+{
+    if (visible || !progressShown)
+        return;
+    progressShown = false;
+    streamsOfCurrent->err << "\r     \r" << std::flush;
+}
+
+std::string jsonBoxes(const std::vector<Box>& boxes)
+{
+    JsonList list('[');
+    for (const Box& box : boxes) {
+        JsonList object('{');
+        object.member("title", jsonString(box.title));
+        object.member("text", jsonString(box.text));
+        list.element(object.close());
+    }
+    return list.close();
+}
+
+std::string jsonTexts(const std::vector<std::string>& texts)
+{
+    JsonList list('[');
+    for (const std::string& text : texts)
+        list.element(jsonString(text));
+    return list.close();
+}
+
+std::string jsonGraph(const GraphSeries& graph)
+{
+    JsonList points('[');
+    for (int point = 0; point < graph.pointCount(); ++point) {
+        JsonList row('[');
+        for (int series = 0; series < graph.seriesCount(); ++series)
+            row.element(jsonNumber(graph.value(point, series)));
+        points.element(row.close());
+    }
+    JsonList object('{');
+    object.member("kind", std::to_string(graph.graphKind));
+    object.member("series", jsonTexts(graph.seriesNames));
+    object.member("points", points.close());
+    return object.close();
+}
+
+} // namespace
+
+ScreensInto::ScreensInto(Answer& answer, Streams& streams) : before(screens)
+{
+    current = &answer;
+    streamsOfCurrent = &streams;
+    screens.setText = [](Pane pane, std::string_view text) { paneOf(pane) = text; };
+    screens.appendText = [](Pane pane, std::string_view text) { paneOf(pane) += text; };
+    screens.setStatus = [](std::string_view text) { current->status = text; };
+    screens.showProgress = hidePercent;
+    screens.setProgress = showPercent;
+    screens.showMessage = [](std::string_view title, std::string_view text) {
+        tellBoxes(*current, *streamsOfCurrent, {{std::string(title), std::string(text)}});
+    };
+}
+
+ScreensInto::~ScreensInto()
+{
+    hidePercent(false);
+    screens = before;
+    current = nullptr;
+    streamsOfCurrent = nullptr;
+}
+
+void tellBoxes(Answer& answer, Streams& streams, const std::vector<Box>& boxes)
+{
+    for (const Box& box : boxes) {
+        answer.boxes.push_back(box);
+        streams.err << box.title << ": " << box.text << '\n';
+    }
+}
+
+void printAnswer(const Answer& answer, Streams& streams)
+{
+    streams.out << answer.upper << answer.lower << std::flush;
+    if (!answer.status.empty())
+        streams.err << answer.status << '\n';
+}
+
+std::string jsonAnswer(const Answer& answer)
+{
+    JsonList object('{');
+    object.member("command", std::to_string(answer.command));
+    if (answer.result)
+        object.member("result", std::to_string(*answer.result));
+    if (!answer.status.empty())
+        object.member("status", jsonString(answer.status));
+    if (!answer.upper.empty())
+        object.member("upper", jsonString(answer.upper));
+    if (!answer.lower.empty())
+        object.member("lower", jsonString(answer.lower));
+    if (!answer.boxes.empty())
+        object.member("boxes", jsonBoxes(answer.boxes));
+    if (answer.graph)
+        object.member("graph", jsonGraph(*answer.graph));
+    if (!answer.outputs.empty())
+        object.member("outputs", jsonTexts(answer.outputs));
+    return object.close();
+}
+
+} // namespace torvane

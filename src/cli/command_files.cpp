@@ -1,0 +1,134 @@
+#include "cli/command_files.h"
+
+#include "core/files.h"
+#include "core/text.h"
+
+#include <algorithm>
+
+namespace torvane {
+
+namespace {
+
+struct FileRule {
+    int command;
+    size_t least, most;
+    bool writes;           // the last one is the destination
+    const char* extension; // of a destination in a folder
+    const char* pattern;
+};
+
+constexpr FileRule rules[] = {
+    {322, 1, 1, false, "", "FILE.pro"},
+    {323, 1, 1, true, ".pro", "FILE.pro"},
+    {901, 1, 1, false, "", "RIDE.fit"},
+    {902, 1, 1, false, "", "RIDE.fit"},
+    {903, 1, 1, false, "", "RIDE.fit"},
+    {904, 2, 2, true, ".fit", "RIDE.fit OUT.fit"},
+    {905, 2, 6, true, "", "A.fit B.fit [C.fit [D.fit [E.fit]]] OUT.fit"},
+    {906, 2, 2, true, ".fit", "IN.fit OUT.fit"},
+    {907, 2, 2, true, ".fit", "IN.fit OUT.fit"},
+    {908, 2, 2, true, ".fit", "IN.fit BASE.fit"},
+    {909, 2, 2, true, ".fit", "IN.fit OUT.fit"},
+    {910, 2, 2, true, ".fit", "RIDE.fit OUT.fit"},
+    {991, 2, 2, true, ".fit", "IN.fit OUT.fit"},
+    {992, 2, 2, true, ".csv", "IN.fit OUT.csv"},
+    {993, 2, 2, true, ".fit", "IN.fit OUT.fit"},
+    {994, 2, 2, false, "", "A.fit B.fit"},
+};
+
+const FileRule* ruleOf(int command)
+{
+    const FileRule* rule = std::ranges::find(rules, command, &FileRule::command);
+    return rule == std::end(rules) ? nullptr : rule;
+}
+
+// A profile path without an extension gets one, as from the prompts.
+std::string profilePath(const std::string& path)
+{
+    return fileName(path).find('.') == std::string_view::npos ? path + ".pro" : path;
+}
+
+RunFiles plainRun(const FileRule& rule, const std::vector<std::string>& files)
+{
+    RunFiles run;
+    for (const std::string& file : files)
+        run.sources.push_back(absolutePath(file));
+    if (rule.command == 322 || rule.command == 323)
+        run.sources.back() = profilePath(run.sources.back());
+    if (rule.writes) {
+        run.destination = run.sources.back();
+        run.sources.pop_back();
+    }
+    return run;
+}
+
+// The same name in another folder, with the extension of what is written there.
+std::string nameInFolder(const std::string& folder, const std::string& source, std::string_view extension)
+{
+    std::string_view name = fileName(source);
+    bool replaced = extension != ".fit";
+    std::string stem(replaced ? name.substr(0, name.rfind('.')) : name);
+#ifdef _WIN32
+    constexpr char separator = '\\';
+#else
+    constexpr char separator = '/';
+#endif
+    bool ends = lastSeparator(folder) + 1 == folder.size();
+    return folder + (ends ? "" : std::string(1, separator)) + stem + (replaced ? std::string(extension) : "");
+}
+
+bool takesFolder(const FileRule& rule)
+{
+    return rule.most == 2 && rule.writes;
+}
+
+std::string planFolder(const FileRule& rule, const Request& request, std::vector<RunFiles>& runs)
+{
+    if (!takesFolder(rule))
+        return "--into is for commands that write one file for each source";
+    std::string folder = absolutePath(request.into);
+    if (!folderExists(folder))
+        return "there is no folder " + folder;
+    if (request.files.empty())
+        return "no files given";
+    for (const std::string& file : request.files) {
+        std::string source = absolutePath(file);
+        std::string destination = nameInFolder(folder, source, rule.extension);
+        if (destination == source)
+            return destination + " would overwrite its own source";
+        if (std::ranges::find(runs, destination, &RunFiles::destination) != runs.end())
+            return "two files would be written to " + destination;
+        runs.push_back({{source}, destination});
+    }
+    return {};
+}
+
+} // namespace
+
+const char* filePattern(int command)
+{
+    const FileRule* rule = ruleOf(command);
+    return rule ? rule->pattern : "";
+}
+
+std::string planRuns(const Command& command, const Request& request, std::vector<RunFiles>& runs)
+{
+    const FileRule* rule = ruleOf(command.id);
+    std::string name = consoleName(command);
+    if (!rule) {
+        runs.push_back({});
+        if (!request.into.empty())
+            return name + " writes no file";
+        return request.files.empty() ? "" : name + " takes no file; '" + request.files[0] + "' is no NAME=VALUE";
+    }
+    if (!request.into.empty())
+        return planFolder(*rule, request, runs);
+    if (request.files.size() < rule->least || request.files.size() > rule->most)
+        return name + " takes " + rule->pattern;
+    if (std::ranges::find(request.files, std::string()) != request.files.end())
+        return "a path is empty";
+    runs.push_back(plainRun(*rule, request.files));
+    return {};
+}
+
+} // namespace torvane

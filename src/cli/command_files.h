@@ -1,0 +1,24 @@
+// Which files each command takes on the command line, and where they go.
+#pragma once
+
+#include "cli/request.h"
+#include "command/command_table.h"
+
+#include <string>
+#include <vector>
+
+namespace torvane {
+
+// The files of one run; absolute paths.
+struct RunFiles {
+    std::vector<std::string> sources;
+    std::string destination; // empty: none
+};
+
+// "RIDE.fit OUT.fit", as the help shows it; empty for a command without files.
+const char* filePattern(int command);
+
+// Deals the files of a request out to runs: one, or with --into one for each file. An empty text on success.
+std::string planRuns(const Command& command, const Request& request, std::vector<RunFiles>& runs);
+
+} // namespace torvane

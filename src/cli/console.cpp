@@ -1,0 +1,202 @@
+#include "cli/console.h"
+
+#include "cli/help.h"
+#include "cli/nearest.h"
+#include "cli/run.h"
+#include "cli/settings.h"
+#include "command/command_graph.h"
+#include "command/settings_command.h"
+#include "core/files.h"
+#include "core/parameter_file.h"
+#include "fit/fit_passes.h"
+#include "fit/fit_tools.h"
+#include "gps/analysis.h"
+#include "gps/gps_load.h"
+#include "gps/prepare.h"
+#include "model/gear_table.h"
+#include "model/run_state.h"
+#include "ride/physiology.h"
+#include "version.h"
+
+#include <algorithm>
+
+namespace torvane {
+
+namespace {
+
+// What a fresh process finds in its records.
+void resetRecords()
+{
+    setDefaults(savedBlock);
+    workingBlock = savedBlock;
+    modelState = {};
+    runState = {};
+    physiology = {};
+    formMarks = {};
+    session = {};
+    std::ranges::fill(gearTable, GearEntry());
+    commandGraph.reset();
+    clearToolInputs(toolInputs);
+    prepareOptions = {};
+    prepareFindings = {};
+    oneStrokePreparation = {};
+    clearFitBlocks();
+    fitInputFileName.clear();
+    fitOutputFileName.clear();
+    fieldPresence = {};
+    analysisReadiness = readyForAnalysis;
+    analysedInventory = {};
+    analysedSummary = {};
+}
+
+std::string parPathOf(const Request& request)
+{
+    return request.par.empty() ? std::string() : absolutePath(request.par);
+}
+
+// A file that is not there yet can only be written to.
+std::string checkParameterFile(const Request& request, const std::string& path)
+{
+    if (request.save && path.empty())
+        return "--save needs --par FILE: there is no file to keep the defaults in";
+    if (path.empty() || (fileExists(path) && !folderExists(path)))
+        return {};
+    if (folderExists(path))
+        return path + " is a folder";
+    return request.save ? std::string() : "there is no file " + path;
+}
+
+bool loadProfileOf(const Request& request)
+{
+    if (request.profile.empty())
+        return true;
+    session.profilePath = absolutePath(request.profile);
+    return finishSettings(*findCommand("load-profile-data")) == 0;
+}
+
+bool applyOptions(const Request& request, Answer& answer, Streams& streams)
+{
+    EntryFaults faults;
+    std::vector<Box> boxes;
+    bool applied = applySettings(request.settings, request.save, faults, boxes);
+    tellSettings(applied, faults, boxes, answer, streams);
+    return applied;
+}
+
+// Parameter file, model, profile, settings: what holds before the command. The exit code when that fails.
+int prepare(const Request& request, const std::string& parPath, Answer& answer, Streams& streams)
+{
+    ScreensInto into(answer, streams);
+    if (!parPath.empty() && !loadParameters(parPath))
+        return exitFailed;
+    startModel();
+    if (!loadProfileOf(request)) {
+        streams.err << answer.status << '\n';
+        return exitFailed;
+    }
+    return applyOptions(request, answer, streams) ? exitDone : exitRefused;
+}
+
+std::vector<std::string> commandNames()
+{
+    std::vector<std::string> names;
+    for (const Command& command : commandTable()) {
+        if (command.work == Work::frontEnd)
+            continue;
+        names.push_back(consoleName(command));
+        std::string_view aliases = command.aliases;
+        for (size_t start = 0; start < aliases.size();) {
+            size_t end = std::min(aliases.find(' ', start), aliases.size());
+            names.emplace_back(aliases.substr(start, end - start));
+            start = end + 1;
+        }
+    }
+    return names;
+}
+
+std::string unknownCommand(const std::string& name)
+{
+    return "unknown command " + name + suggestion(name, commandNames());
+}
+
+// With the defaults that would hold: those of the parameter file, where one is given.
+int tellHelpOn(const std::string& topic, const Request& request, Streams& streams)
+{
+    std::string parPath = parPathOf(request);
+    std::string fault = checkParameterFile(request, parPath);
+    if (!fault.empty())
+        return refuse(streams, fault);
+    Answer answer;
+    if (int code = prepare(request, parPath, answer, streams))
+        return code;
+    fieldPresence.altitudeFlags = 1; // as for a ride with altitude, whose course is not flat by itself
+    std::string text = helpOn(topic);
+    if (text.empty())
+        return refuse(streams, unknownCommand(topic));
+    streams.out << text;
+    return exitDone;
+}
+
+int tellHelp(const Request& request, Streams& streams)
+{
+    if (request.command != "help" && !request.command.empty())
+        return tellHelpOn(request.command, request, streams);
+    if (!request.files.empty())
+        return tellHelpOn(request.files[0], request, streams);
+    streams.out << generalHelp();
+    return exitDone;
+}
+
+int runRequest(const Request& request, Streams& streams)
+{
+    const Command* command = findCommand(request.command);
+    if (!command)
+        return refuse(streams, unknownCommand(request.command));
+    std::string parPath = parPathOf(request);
+    std::string fault = checkParameterFile(request, parPath);
+    if (!fault.empty())
+        return refuseCommand(*command, request, streams, fault);
+    Answer answer;
+    answer.command = command->id;
+    if (int code = prepare(request, parPath, answer, streams)) {
+        if (request.json)
+            streams.out << jsonAnswer(answer) << '\n';
+        return code;
+    }
+    int code = runCommand(*command, request, streams);
+    if (request.save && code != exitRefused && !saveParameters(parPath, savedBlock))
+        return exitFailed;
+    return code;
+}
+
+int answerRequest(const Request& request, Streams& streams)
+{
+    if (request.version) {
+        streams.out << "torvane-cli " TORVANE_VERSION "\n";
+        return exitDone;
+    }
+    if (request.help || request.command == "help")
+        return tellHelp(request, streams);
+    if (request.command.empty()) {
+        streams.err << usageText();
+        return exitRefused;
+    }
+    return runRequest(request, streams);
+}
+
+} // namespace
+
+int runConsole(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err, bool terminal)
+{
+    Streams streams = {out, err, terminal};
+    Request request;
+    std::string fault = readRequest(arguments, request);
+    if (!fault.empty())
+        return refuse(streams, fault);
+    resetRecords();
+    int code = answerRequest(request, streams);
+    out.flush();
+    return out ? code : std::max<int>(code, exitFailed);
+}
+
+} // namespace torvane

@@ -1,0 +1,206 @@
+#include "cli/entries.h"
+
+#include "cli/nearest.h"
+
+#include <algorithm>
+#include <cctype>
+#include <charconv>
+#include <cmath>
+#include <cstdlib>
+
+namespace torvane {
+
+namespace {
+
+bool isEdit(const Row& row)
+{
+    return row.kind == RowKind::real || row.kind == RowKind::whole;
+}
+
+bool isChosen(const Row& row)
+{
+    return row.kind == RowKind::choice || row.kind == RowKind::radio || row.kind == RowKind::check;
+}
+
+// Paths are given as files, not as entries.
+bool goesBy(const Row& row, std::string_view name)
+{
+    return row.name && row.kind != RowKind::path && name == row.name;
+}
+
+// Of the rows with a name the one that the form shows and enables now.
+const Row* bestRow(const FormState& state, std::string_view name)
+{
+    const Row* best = nullptr;
+    int bestRank = -1;
+    for (const Row& row : state.form->rows) {
+        if (!goesBy(row, name) || row.kind == RowKind::button)
+            continue;
+        int rank = isPresent(state, row) + isEnabled(state, row);
+        if (rank > bestRank) {
+            best = &row;
+            bestRank = rank;
+        }
+    }
+    return best;
+}
+
+// Letters in one case, with one kind of blank.
+std::string plain(std::string_view text)
+{
+    std::string result;
+    for (char c : text)
+        result += c == '-' || c == '_' ? ' ' : static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return result;
+}
+
+std::string listed(const std::vector<std::string>& labels)
+{
+    std::string text;
+    for (const std::string& label : labels)
+        text += (text.empty() ? "" : " | ") + label;
+    return text;
+}
+
+std::vector<std::string> labelsOf(const FormState& state, const Row& row)
+{
+    if (row.kind == RowKind::check)
+        return {"off", "on"};
+    return rowLabels(state, row);
+}
+
+int checkValue(std::string_view value)
+{
+    constexpr std::string_view words[2][4] = {{"0", "off", "no", "false"}, {"1", "on", "yes", "true"}};
+    std::string wanted = plain(value);
+    for (int i = 0; i < 2; ++i)
+        if (std::ranges::find(words[i], wanted) != std::end(words[i]))
+            return i;
+    return -1;
+}
+
+int valueOf(const FormState& state, const Row& row, std::string_view value)
+{
+    if (row.kind == RowKind::check)
+        return checkValue(value);
+    std::vector<std::string> labels = labelsOf(state, row);
+    if (row.offset != noField)
+        return choiceOf(labels, value);
+    // The labels of a list without a field are values themselves: a number is not a place in the list.
+    auto found = std::ranges::find(labels, value);
+    return found == labels.end() ? -1 : static_cast<int>(found - labels.begin());
+}
+
+void makeChoice(FormState& state, const Row& row, const Assignment& assignment, EntryFaults& faults)
+{
+    int value = valueOf(state, row, assignment.value);
+    if (value < 0)
+        faults.refusals.push_back(assignment.name + " has no choice '" + assignment.value +
+                                  "'; it takes: " + listed(labelsOf(state, row)));
+    else
+        choose(state, row, value);
+}
+
+bool isNumber(const std::string& text, bool whole)
+{
+    size_t start = text.find_first_not_of("+-");
+    if (text.empty() || start == text.npos || start > 1)
+        return false;
+    if (!whole && text.find_first_not_of("0123456789+-.eE") != text.npos)
+        return false;
+    if (whole)
+        return text.find_first_not_of("0123456789", start) == text.npos;
+    char* end = nullptr;
+    std::strtod(text.c_str(), &end);
+    return end == text.c_str() + text.size();
+}
+
+void typeEntry(FormState& state, const Row& row, const Assignment& assignment, EntryFaults& faults)
+{
+    bool whole = row.kind == RowKind::whole;
+    if (isNumber(assignment.value, whole))
+        typeText(state, row, assignment.value);
+    else
+        faults.refusals.push_back(assignment.name + " takes a " + (whole ? "whole " : "") + "number, not '" +
+                                  assignment.value + "'");
+}
+
+void place(FormState& state, const Row& row, const Assignment& assignment, EntryFaults& faults)
+{
+    if (isChosen(row))
+        makeChoice(state, row, assignment, faults);
+    else if (isEdit(row))
+        typeEntry(state, row, assignment, faults);
+}
+
+// In the order of the rows, since a row can decide whether one below it is shown.
+void makeChoices(FormState& state, const std::vector<Assignment>& assignments, std::vector<bool>& placed,
+                 EntryFaults& faults)
+{
+    for (const Row& row : state.form->rows) {
+        for (size_t i = 0; isChosen(row) && i < assignments.size(); ++i) {
+            if (!goesBy(row, assignments[i].name) || bestRow(state, assignments[i].name) != &row)
+                continue;
+            placed[i] = true;
+            makeChoice(state, row, assignments[i], faults);
+        }
+    }
+}
+
+} // namespace
+
+std::vector<Assignment> setEntries(FormState& state, const std::vector<Assignment>& assignments, EntryFaults& faults)
+{
+    std::vector<bool> placed(assignments.size());
+    makeChoices(state, assignments, placed, faults);
+    std::vector<Assignment> hidden;
+    for (size_t i = 0; i < assignments.size(); ++i) {
+        const Row* row = bestRow(state, assignments[i].name);
+        if (!row)
+            continue;
+        if (!placed[i] && !isPresent(state, *row))
+            hidden.push_back(assignments[i]);
+        else if (!placed[i])
+            place(state, *row, assignments[i], faults);
+    }
+    for (const Assignment& assignment : assignments) {
+        const Row* row = bestRow(state, assignment.name);
+        if (row && isPresent(state, *row) && !isEnabled(state, *row) && !row->countsDisabled)
+            faults.notes.push_back(assignment.name + " has no effect with these choices");
+    }
+    return hidden;
+}
+
+bool hasEntry(const Form& form, std::string_view name)
+{
+    return std::ranges::any_of(form.rows, [&](const Row& row) { return goesBy(row, name); });
+}
+
+void collectNames(const Form& form, std::vector<std::string>& names)
+{
+    for (const Row& row : form.rows)
+        if (row.name && row.kind != RowKind::path)
+            names.emplace_back(row.name);
+}
+
+int choiceOf(const std::vector<std::string>& labels, std::string_view value)
+{
+    std::string wanted = plain(value);
+    int found = -1, matches = 0;
+    for (size_t i = 0; i < labels.size(); ++i) {
+        std::string label = plain(labels[i]);
+        if (label == wanted)
+            return static_cast<int>(i);
+        if (!wanted.empty() && label.find(wanted) != label.npos) {
+            found = static_cast<int>(i);
+            ++matches;
+        }
+    }
+    int number = -1;
+    auto [end, fault] = std::from_chars(value.data(), value.data() + value.size(), number);
+    if (fault == std::errc() && end == value.data() + value.size())
+        return number >= 0 && number < static_cast<int>(labels.size()) ? number : -1;
+    return matches == 1 ? found : -1;
+}
+
+} // namespace torvane

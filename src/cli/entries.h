@@ -1,0 +1,30 @@
+// From NAME=VALUE to the rows of a form. Only what is named is typed; all else keeps its value to the last bit.
+#pragma once
+
+#include "cli/request.h"
+#include "forms/form.h"
+
+#include <string>
+#include <vector>
+
+namespace torvane {
+
+// What became of assignments; each text is one line.
+struct EntryFaults {
+    std::vector<std::string> refusals; // the form must not be confirmed
+    std::vector<std::string> notes;    // accepted, but without effect
+};
+
+// Sets the named rows of an open form: choices first, in the order of the rows, then what is typed. Names that the
+// form does not have are left alone. Returns the assignments whose row another choice hides.
+std::vector<Assignment> setEntries(FormState& state, const std::vector<Assignment>& assignments, EntryFaults& faults);
+
+// Whether some row of the form goes by this name.
+bool hasEntry(const Form& form, std::string_view name);
+// Names of all rows that the console can set.
+void collectNames(const Form& form, std::vector<std::string>& names);
+
+// Index of a choice from its label, a part of it that no other label has, or its number; -1 for none of these.
+int choiceOf(const std::vector<std::string>& labels, std::string_view value);
+
+} // namespace torvane

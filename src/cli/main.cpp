@@ -1,0 +1,18 @@
+// The console program.
+#include "cli/console.h"
+#include "cli/platform.h"
+
+#include <exception>
+#include <iostream>
+
+int main(int count, char** values)
+{
+    torvane::prepareStreams();
+    std::ios::sync_with_stdio(false);
+    try {
+        return torvane::runConsole(torvane::commandLine(count, values), std::cout, std::cerr, torvane::isInteractive());
+    } catch (const std::exception& fault) {
+        std::cerr << "torvane-cli: " << fault.what() << '\n';
+        return 1;
+    }
+}

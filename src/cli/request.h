@@ -1,0 +1,36 @@
+// What the user asked for, taken apart: options, command, entries, files. Knows neither commands nor entries.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace torvane {
+
+struct Assignment {
+    std::string name, value;
+};
+
+struct Request {
+    bool help = false;                // --help
+    bool version = false;             // --version
+    bool save = false;                // --save
+    bool json = false;                // --json
+    bool prepare = false;             // --prepare, the same as the entry prepare=on
+    std::string par;                  // --par FILE
+    std::string profile;              // --profile FILE
+    std::string graph;                // --graph FILE
+    std::string into;                 // --into FOLDER
+    std::vector<Assignment> settings; // --set NAME=VALUE
+    std::string command;              // empty: none
+    std::vector<Assignment> entries;  // NAME=VALUE behind the command
+    std::vector<std::string> files;   // all else behind the command, as typed
+};
+
+// Takes the arguments without the program's name. An empty text on success, else what is wrong with them.
+// Behind "--" all arguments are files.
+std::string readRequest(const std::vector<std::string>& arguments, Request& request);
+
+// "NAME=VALUE" with the name of an entry in front; false for anything else, such as a path.
+bool readAssignment(const std::string& argument, Assignment& assignment);
+
+} // namespace torvane

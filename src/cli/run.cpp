@@ -1,0 +1,306 @@
+#include "cli/run.h"
+
+#include "cli/command_files.h"
+#include "cli/fill.h"
+#include "cli/json.h"
+#include "cli/settings.h"
+#include "command/command_graph.h"
+#include "command/settings_command.h"
+#include "core/files.h"
+#include "core/text.h"
+#include "fit/fit_codes.h"
+#include "fit/fit_tools.h"
+#include "gps/gps_load.h"
+#include "plot/draw_graph.h"
+#include "plot/svg.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace torvane {
+
+namespace {
+
+constexpr int loadCommand = 901, expressCommand = 902, createCommand = 904, divideCommandId = 908,
+              compareCommandId = 994;
+
+bool succeeded(const Command& command, ResultStatus result)
+{
+    if (command.id < loadCommand)
+        return !isFatal(result);
+    return result == fitOk || (result >= fitLoaded && result <= fitPrepared);
+}
+
+int finish(Run& run, ResultStatus result)
+{
+    run.answer.result = result;
+    if (succeeded(run.command, result))
+        return exitDone;
+    run.answer.outputs.clear();
+    return exitFailed;
+}
+
+// What the menu greys after a load: told in the words of the check that asks the same.
+const Box* greyed(const Command& command)
+{
+    static const Box impossible = {"error", "can not analyse and predict due to a source file"};
+    static const Box needless = {"warning",
+                                 "no need to analyse and predict cause power and cadence are already existing"};
+    if (analysisReadiness & analysisImpossible)
+        return &impossible;
+    if (command.id != expressCommand && analysisReadiness != readyForAnalysis)
+        return &needless;
+    return nullptr;
+}
+
+// The commands of a loaded ride load it first and then show their own text alone.
+int loadRide(Run& run)
+{
+    fitInputFileName = run.files.sources[0];
+    ResultStatus result = findCommand(loadCommand)->operation();
+    if (result != fitOk)
+        return finish(run, result);
+    run.answer.status.clear();
+    run.answer.lower.clear();
+    const Box* box = greyed(run.command);
+    if (!box)
+        return exitDone;
+    tellBoxes(run.answer, run.streams, {*box});
+    return exitRefused;
+}
+
+bool worksOnLoadedRide(const Command& command)
+{
+    return command.id >= expressCommand && command.id <= createCommand;
+}
+
+// Names of the parts that a division has written.
+void listParts(Run& run)
+{
+    std::string base = run.answer.outputs[0];
+    run.answer.outputs.clear();
+    for (int part = 0; part < dividedPartCount(toolInputs.files[0]); ++part)
+        run.answer.outputs.push_back(dividedFileName(base, part));
+}
+
+int operate(Run& run)
+{
+    if (run.command.commit)
+        run.command.commit(savedBlock, workingBlock);
+    commandGraph.reset();
+    int code = finish(run, run.command.operation());
+    run.answer.graph = commandGraph;
+    if (code == exitDone && run.command.id == divideCommandId)
+        listParts(run);
+    return code;
+}
+
+// For a command without a dialog.
+void takeSources(const Run& run)
+{
+    clearToolInputs(toolInputs);
+    for (size_t i = 0; i < run.files.sources.size() && i < toolSourceCount; ++i)
+        toolInputs.files[i].path = run.files.sources[i];
+}
+
+int runLong(Run& run)
+{
+    chooseCalculator(run.command, workingBlock);
+    if (run.command.id == loadCommand)
+        fitInputFileName = run.files.sources[0];
+    if (run.command.id == compareCommandId)
+        takeSources(run);
+    if (worksOnLoadedRide(run.command)) {
+        if (int code = loadRide(run))
+            return code;
+        if (const Form* form = settingsForm(run.command); form && !fillForm(*form, run))
+            return exitRefused;
+    }
+    if (!fillDialog(run))
+        return exitRefused;
+    for (const std::string& text : run.notes)
+        note(run.streams, text);
+    return operate(run);
+}
+
+int runSheet(Run& run)
+{
+    if (run.request.entries.empty())
+        return refuse(run.streams, "no entries given; see torvane-cli help " + consoleName(run.command));
+    EntryFaults faults;
+    std::vector<Box> boxes;
+    bool applied = applySettings(run.request.entries, run.request.save, faults, boxes);
+    tellSettings(applied, faults, boxes, run.answer, run.streams);
+    return applied ? finish(run, 0) : exitRefused;
+}
+
+int runProfileFile(Run& run)
+{
+    bool writes = run.command.entry == Entry::saveProfile;
+    session.profilePath = writes ? run.files.destination : run.files.sources[0];
+    int code = finish(run, finishSettings(run.command));
+    if (code == exitDone && writes)
+        run.answer.outputs = {session.profilePath};
+    return code;
+}
+
+int dispatch(Run& run)
+{
+    if (run.command.work == Work::worker)
+        return runLong(run);
+    if (run.command.work == Work::report)
+        return operate(run);
+    return run.command.entry == Entry::sheet ? runSheet(run) : runProfileFile(run);
+}
+
+int writeGraph(Run& run)
+{
+    const std::string& path = run.request.graph;
+    if (path.empty())
+        return exitDone;
+    if (!run.answer.graph) {
+        note(run.streams, "no graph: there is nothing to plot");
+        return exitDone;
+    }
+    GraphSeries series = *run.answer.graph;
+    int width = series.width, height = series.height;
+    std::string svg = svgText(drawGraph(storeGraph(std::move(series)), width, height));
+    std::string target = absolutePath(path);
+    std::span<const uint8_t> bytes(reinterpret_cast<const uint8_t*>(svg.data()), svg.size());
+    if (replaceFile(target, {bytes}) != FileResult::ok) {
+        tellBoxes(run.answer, run.streams, {{"error", "failed to write " + target}});
+        return exitFailed;
+    }
+    run.answer.outputs.push_back(target);
+    return exitDone;
+}
+
+// One run from filled-in dialog to written graph, into its answer.
+int runOnce(Run& run)
+{
+    ScreensInto into(run.answer, run.streams);
+    run.answer.command = run.command.id;
+    int code = dispatch(run);
+    if (run.answer.result && code != exitRefused)
+        code = std::max(code, writeGraph(run));
+    return code;
+}
+
+// The reports of a batch follow one another, so each ends its line.
+Answer endedLine(Answer answer)
+{
+    if (!answer.lower.empty() && answer.lower.back() != '\n')
+        answer.lower += '\n';
+    return answer;
+}
+
+// Each ride of a batch starts from the same settings; one that fails is named, and the rest go on.
+int runBatch(const Command& command, const Request& request, const std::vector<RunFiles>& runs, Streams& streams)
+{
+    ParameterBlock settings = workingBlock;
+    JsonList list('[');
+    int code = exitDone;
+    for (const RunFiles& files : runs) {
+        workingBlock = settings;
+        Run run = {command, request, streams, files};
+        int own = runOnce(run);
+        if (own != exitDone) {
+            code = exitFailed;
+            streams.err << "failed: " << files.sources[0] << '\n';
+        }
+        if (request.json)
+            list.element(jsonAnswer(run.answer));
+        else
+            printAnswer(endedLine(run.answer), streams);
+    }
+    if (request.json) {
+        JsonList object('{');
+        object.member("command", std::to_string(command.id));
+        object.member("runs", list.close());
+        streams.out << object.close() << '\n';
+    }
+    return code;
+}
+
+int runSingle(const Command& command, const Request& request, const RunFiles& files, Streams& streams)
+{
+    Run run = {command, request, streams, files};
+    int code = runOnce(run);
+    if (request.json)
+        streams.out << jsonAnswer(run.answer) << '\n';
+    else
+        printAnswer(run.answer, streams);
+    return code;
+}
+
+std::string checkRequest(const Command& command, const Request& request)
+{
+    if (command.work == Work::frontEnd)
+        return consoleName(command) + " is a command of the desktop program";
+    if (!isBuilt(command))
+        return consoleName(command) + " is not built yet";
+    if (!request.graph.empty() && command.graph == GraphWhen::never)
+        return consoleName(command) + " has no graph";
+    return command.entry == Entry::sheet ? std::string() : checkNames(command, request);
+}
+
+// A graph that is asked for is drawn, whatever the preference says.
+void wantGraph(const Request& request)
+{
+    if (request.graph.empty())
+        return;
+    workingBlock.expressGraph = 1;
+    workingBlock.bandGraphPowerVelocity = 1;
+    workingBlock.bandGraphCornering = 1;
+}
+
+} // namespace
+
+int refuse(Streams& streams, const std::string& text)
+{
+    streams.err << "torvane-cli: " << text << '\n';
+    return exitRefused;
+}
+
+int refuseCommand(const Command& command, const Request& request, Streams& streams, const std::string& text)
+{
+    Answer answer;
+    answer.command = command.id;
+    if (request.json)
+        streams.out << jsonAnswer(answer) << '\n';
+    return refuse(streams, text);
+}
+
+void note(Streams& streams, const std::string& text)
+{
+    streams.err << "note: " << text << '\n';
+}
+
+void tellSettings(bool applied, const EntryFaults& faults, const std::vector<Box>& boxes, Answer& answer,
+                  Streams& streams)
+{
+    for (const std::string& text : faults.refusals)
+        refuse(streams, text);
+    tellBoxes(answer, streams, boxes);
+    for (size_t i = 0; applied && i < faults.notes.size(); ++i)
+        note(streams, faults.notes[i]);
+}
+
+int runCommand(const Command& command, const Request& request, Streams& streams)
+{
+    std::vector<RunFiles> runs;
+    std::string fault = checkRequest(command, request);
+    if (fault.empty())
+        fault = planRuns(command, request, runs);
+    if (!fault.empty())
+        return refuseCommand(command, request, streams, fault);
+    wantGraph(request);
+    int code = request.into.empty() ? runSingle(command, request, runs[0], streams)
+                                    : runBatch(command, request, runs, streams);
+    // What a tool ticked waits for the next commit of the recorded rides, and there will be none.
+    if (request.save && command.menu == MenuAfter::toolRan)
+        commitGps(savedBlock, workingBlock);
+    return code;
+}
+
+} // namespace torvane

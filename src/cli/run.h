@@ -1,0 +1,29 @@
+// Runs one command with its dialog filled in from the request: what the two entries of the desktop do, in one go.
+#pragma once
+
+#include "cli/answer.h"
+#include "cli/entries.h"
+#include "cli/request.h"
+#include "command/command_table.h"
+
+namespace torvane {
+
+enum ExitCode : int {
+    exitDone = 0,    // warnings included
+    exitFailed = 1,  // fatal status or failed operation
+    exitRefused = 2, // refused input or wrong usage
+};
+
+// The blocks and the model are as the request's options left them. Prints what the command came to.
+int runCommand(const Command& command, const Request& request, Streams& streams);
+
+// "torvane-cli: text" to standard error, and exitRefused.
+int refuse(Streams& streams, const std::string& text);
+// The same for a request whose command is known: its answer as JSON, where that is wanted, holds nothing else.
+int refuseCommand(const Command& command, const Request& request, Streams& streams, const std::string& text);
+void note(Streams& streams, const std::string& text);
+// What applySettings had to say; notes only where it was accepted.
+void tellSettings(bool applied, const EntryFaults& faults, const std::vector<Box>& boxes, Answer& answer,
+                  Streams& streams);
+
+} // namespace torvane

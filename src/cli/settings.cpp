@@ -1,0 +1,168 @@
+#include "cli/settings.h"
+
+#include "cli/nearest.h"
+#include "command/command_table.h"
+#include "command/settings_command.h"
+#include "forms/form.h"
+
+#include <algorithm>
+
+namespace torvane {
+
+namespace {
+
+constexpr int wheelPageId = 1004;
+constexpr int predictFormId = 1450;
+
+struct Applying {
+    bool save;
+    EntryFaults& faults;
+    std::vector<Box>& boxes;
+};
+
+std::vector<Assignment> entriesOf(const Form& form, const std::vector<Assignment>& settings)
+{
+    std::vector<Assignment> own;
+    for (const Assignment& assignment : settings)
+        if (hasEntry(form, assignment.name))
+            own.push_back(assignment);
+    return own;
+}
+
+bool confirm(FormState& state, Applying& applying)
+{
+    if (!applying.faults.refusals.empty())
+        return false;
+    Verdict verdict = confirmForm(state, workingBlock);
+    applying.boxes.insert(applying.boxes.end(), verdict.boxes.begin(), verdict.boxes.end());
+    return verdict.passed;
+}
+
+// The dialog behind a "predict" button, for the wheel that workingBlock names.
+bool fillPrediction(const std::vector<Assignment>& settings, Applying& applying)
+{
+    FormState child;
+    openForm(child, *findForm(predictFormId), savedBlock, workingBlock, true);
+    setEntries(child, settings, applying.faults);
+    return confirm(child, applying);
+}
+
+// What is known of a wheel's build is stored even when nothing is predicted from it.
+bool storeBuilds(const std::vector<Assignment>& settings, Applying& applying)
+{
+    std::vector<Assignment> own = entriesOf(*findForm(predictFormId), settings);
+    int32_t before = workingBlock.predictWheel;
+    bool stored = true;
+    for (int wheel = 0; stored && !own.empty() && wheel < 2; ++wheel) {
+        workingBlock.predictWheel = wheel;
+        stored = fillPrediction(own, applying);
+    }
+    workingBlock.predictWheel = before;
+    if (stored && !own.empty() && applying.save)
+        workingBlock.pageChanged[pageWheel] = 1;
+    return stored;
+}
+
+bool pressPredict(FormState& state, const Assignment& assignment, Applying& applying)
+{
+    for (const Row& row : state.form->rows) {
+        if (row.kind != RowKind::button || choiceOf(rowLabels(state, row), assignment.value) != row.index)
+            continue;
+        pressButton(state, row, workingBlock);
+        if (!fillPrediction({}, applying))
+            return false;
+        buttonReturned(state, row, workingBlock);
+        return true;
+    }
+    applying.faults.refusals.push_back("predictWheel takes front or rear, not '" + assignment.value + "'");
+    return false;
+}
+
+bool pressButtons(FormState& state, const std::vector<Assignment>& own, Applying& applying)
+{
+    for (const Assignment& assignment : own)
+        if (assignment.name == "predictWheel" && !pressPredict(state, assignment, applying))
+            return false;
+    return true;
+}
+
+// A page is accepted again as long as that brings entries into view that it hid when it opened.
+bool fillPage(const Form& page, std::vector<Assignment> pending, Applying& applying)
+{
+    while (!pending.empty()) {
+        FormState state;
+        openForm(state, page, savedBlock, workingBlock, true);
+        state.saveAsDefault = applying.save;
+        std::vector<Assignment> hidden = setEntries(state, pending, applying.faults);
+        if (!pressButtons(state, pending, applying) || !confirm(state, applying))
+            return false;
+        if (hidden.size() == pending.size()) {
+            for (const Assignment& assignment : hidden)
+                applying.faults.notes.push_back(assignment.name + " has no effect with these choices");
+            return true;
+        }
+        pending = hidden;
+    }
+    return true;
+}
+
+bool fillSheet(int sheet, const std::vector<Assignment>& settings, Applying& applying)
+{
+    bool touched = false;
+    for (const Form* page : sheetPages(sheet)) {
+        std::vector<Assignment> own = entriesOf(*page, settings);
+        touched = touched || !own.empty();
+        if (page->id == wheelPageId) {
+            touched = touched || !entriesOf(*findForm(predictFormId), settings).empty();
+            if (!storeBuilds(settings, applying))
+                return false;
+        }
+        if (!fillPage(*page, own, applying))
+            return false;
+    }
+    if (touched)
+        finishSettings(*findCommand(sheet));
+    return true;
+}
+
+bool anyFormHas(std::string_view name)
+{
+    return std::ranges::any_of(allForms(), [&](const Form* form) { return hasEntry(*form, name); });
+}
+
+bool namesAreKnown(const std::vector<Assignment>& settings, EntryFaults& faults)
+{
+    std::vector<std::string> names = settingNames();
+    for (const Assignment& assignment : settings) {
+        if (std::ranges::find(names, assignment.name) != names.end())
+            continue;
+        if (anyFormHas(assignment.name))
+            faults.refusals.push_back(assignment.name +
+                                      " is an entry of a command, to be given behind it without --set");
+        else
+            faults.refusals.push_back("no page has an entry " + assignment.name + suggestion(assignment.name, names));
+    }
+    return faults.refusals.empty();
+}
+
+} // namespace
+
+std::vector<std::string> settingNames()
+{
+    std::vector<std::string> names;
+    for (int sheet : settingsSheets)
+        for (const Form* page : sheetPages(sheet))
+            collectNames(*page, names);
+    collectNames(*findForm(predictFormId), names);
+    return names;
+}
+
+bool applySettings(const std::vector<Assignment>& settings, bool save, EntryFaults& faults, std::vector<Box>& boxes)
+{
+    Applying applying = {save, faults, boxes};
+    if (!namesAreKnown(settings, faults))
+        return false;
+    return std::ranges::all_of(settingsSheets, [&](int sheet) { return fillSheet(sheet, settings, applying); });
+}
+
+} // namespace torvane

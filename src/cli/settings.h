@@ -1,0 +1,23 @@
+// The entries of the profile, condition and preference pages on the command line, as if the sheets had been filled in
+// and accepted.
+#pragma once
+
+#include "cli/entries.h"
+
+#include <string>
+#include <vector>
+
+namespace torvane {
+
+// The three commands whose sheets are settings, in the order in which they are applied: what a preference enables on
+// another page is known there.
+constexpr int settingsSheets[] = {325, 321, 324};
+
+// Sets, checks and stores into workingBlock; the sheets touched are finished as by their commands. The first fault ends
+// it: its box or refusal is added, and false comes back. With save the pages touched become defaults.
+bool applySettings(const std::vector<Assignment>& settings, bool save, EntryFaults& faults, std::vector<Box>& boxes);
+
+// Names of all entries of all pages, the figures behind a wheel's prediction included.
+std::vector<std::string> settingNames();
+
+} // namespace torvane

@@ -1,0 +1,404 @@
+// The console as its user meets it: what it takes, what it refuses and in which words, exit codes, output.
+#include "console_fixture.h"
+
+#include "core/parameter_file.h"
+#include "fit/fit_builder.h"
+#include "forms/form.h"
+#include "version.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace torvane {
+
+namespace {
+
+bool contains(const std::string& text, const std::string& part)
+{
+    return text.find(part) != text.npos;
+}
+
+// A ride of positions, altitude, distance and speed, without cadence and power.
+Bytes plainRide(int records = 60)
+{
+    FitBuilder fit;
+    fit.define(0, 0, {{0, 1, 0}, {1, 2, 0x84}}).message(0, {4, 1});
+    fit.define(1, 20, {{253, 4, 0x86}, {0, 4, 0x85}, {1, 4, 0x85}, {2, 2, 0x84}, {5, 4, 0x86}, {6, 2, 0x84}});
+    for (int i = 0; i < records; ++i)
+        fit.message(1, {1'000'000'000 + i, 500'000'000 + 900 * i, 100'000'000, 2'600, 800 * i, 8'000});
+    fit.define(2, 18, {{253, 4, 0x86}, {2, 4, 0x86}, {5, 1, 0}, {7, 4, 0x86}, {9, 4, 0x86}});
+    fit.message(2, {1'000'000'059, 1'000'000'000, 2, 59'000, 47'200});
+    return fit.file();
+}
+
+std::string written(const TestFolder& folder, const std::string& name, const Bytes& bytes)
+{
+    writeBytes(folder.path + name, bytes);
+    return folder.path + name;
+}
+
+} // namespace
+
+TEST(Console, RefusesInOneLine)
+{
+    struct Case {
+        std::vector<std::string> arguments;
+        const char* err;
+    };
+    const Case cases[] = {
+        {{"801", "ridePower=3001"}, "warning: found too large value of a power\n"},
+        {{"801", "rideTarget=velocity", "ridePower=-1"}, "warning: found too small value of a power\n"},
+        {{"--set", "bpn=39", "801"}, "warning: found too small value of the BPN\n"},
+        {{"--set=humanWeight=29.9", "801"}, "warning: found too small value of a human weight\n"},
+        {{"--set", "assistRangeMode[0]=constant", "801"}, "warning: found illegal motor location\n"},
+        {{"701", "theoryTarget=cadence", "theoryPower=901"},
+         "warning: found power tried to input over the maximal power\n"},
+        {{"801", "ridePowr=3"}, "torvane-cli: power-and-velocity has no entry ridePowr; did you mean ridePower?\n"},
+        {{"801", "humanWeight=70"},
+         "torvane-cli: humanWeight is an entry of a page: give it as --set humanWeight=...\n"},
+        {{"--set", "ridePower=3", "801"},
+         "torvane-cli: ridePower is an entry of a command, to be given behind it without --set\n"},
+        {{"--set", "humanWeigth=70", "801"},
+         "torvane-cli: no page has an entry humanWeigth; did you mean humanWeight or humanHeight?\n"},
+        {{"801", "rideVelocity=fast"}, "torvane-cli: rideVelocity takes a number, not 'fast'\n"},
+        {{"801", "rideVelocity=40,5"}, "torvane-cli: rideVelocity takes a number, not '40,5'\n"},
+        {{"801", "rideVelocity=nan"}, "torvane-cli: rideVelocity takes a number, not 'nan'\n"},
+        {{"--set", "bpn=70.5", "801"}, "torvane-cli: bpn takes a whole number, not '70.5'\n"},
+        {{"801", "rideTarget=2"}, "torvane-cli: rideTarget has no choice '2'; it takes: power | velocity\n"},
+        {{"--set", "helmet=hat", "801"}, "torvane-cli: helmet has no choice 'hat'; it takes: none | normal | aero\n"},
+        {{"--set", "exceptWheels=maybe", "801"},
+         "torvane-cli: exceptWheels has no choice 'maybe'; it takes: off | on\n"},
+        {{"--set", "predictWheel=both", "801"}, "torvane-cli: predictWheel takes front or rear, not 'both'\n"},
+        {{"powr-and-velocity"}, "torvane-cli: unknown command powr-and-velocity; did you mean power-and-velocity?\n"},
+        {{"0"}, "torvane-cli: unknown command 0\n"},
+        {{"302"}, "torvane-cli: about is a command of the desktop program\n"},
+        {{"--jsn", "801"}, "torvane-cli: unknown option --jsn; did you mean --json?\n"},
+        {{"-1", "801"}, "torvane-cli: unknown option -1\n"},
+        {{"801", "power=3"},
+         "torvane-cli: power-and-velocity has no entry power; did you mean ridePowerBase or "
+         "ridePower?\n"},
+        {{"--set"}, "torvane-cli: --set needs a value\n"},
+        {{"--set", "72", "801"}, "torvane-cli: --set needs NAME=VALUE, not '72'\n"},
+        {{"--json=1", "801"}, "torvane-cli: --json takes no value\n"},
+        {{"--save", "801"}, "torvane-cli: --save needs --par FILE: there is no file to keep the defaults in\n"},
+        {{"--graph", "g.svg", "701"}, "torvane-cli: cadence-theory has no graph\n"},
+        {{"801", "ride.fit"}, "torvane-cli: power-and-velocity takes no file; 'ride.fit' is no NAME=VALUE\n"},
+        {{"load"}, "torvane-cli: load-activity-fit-file takes RIDE.fit\n"},
+        {{"combine", "a.fit"}, "torvane-cli: combine-fit-files takes A.fit B.fit [C.fit [D.fit [E.fit]]] OUT.fit\n"},
+        {{"--into", "/no/such/folder", "stroke", "a.fit"}, "torvane-cli: there is no folder /no/such/folder\n"},
+        {{"add", "in.fit", "out.fit"}, "torvane-cli: add-messages needs one of addLap, addSession, addActivity\n"},
+        {{"timestamp", "in.fit", "out.fit"},
+         "torvane-cli: increase-timestamp needs days, hours, minutes or timestampOffset\n"},
+        {{"setup-profile"}, "torvane-cli: no entries given; see torvane-cli help setup-profile\n"},
+    };
+    for (const Case& c : cases) {
+        Call answer = call(c.arguments);
+        EXPECT_EQ(answer.err, c.err);
+        EXPECT_EQ(answer.out, "");
+        EXPECT_EQ(answer.code, 2) << c.err;
+    }
+    EXPECT_EQ(call({}).code, 2);
+}
+
+TEST(Console, SurvivesStrangeArguments)
+{
+    const std::vector<std::vector<std::string>> lines = {
+        {""},
+        {"="},
+        {"--"},
+        {"-"},
+        {"--", "801"},
+        {"801", "="},
+        {"801", "=3"},
+        {"801", "ridePower="},
+        {"801", ""},
+        {"99999999999999999999"},
+        {"-801"},
+        {"801", "ridePower[0]=3"},
+        {"--set", "=", "801"},
+        {"--set", "chainring[=3", "801"},
+        {"--set", "chainring[3]=50", "801"},
+        {"--par", ""},
+        {"load", ""},
+        {"load", std::string(5000, 'x')},
+        {std::string(100000, 'a')},
+        {"801", std::string(100000, 'b') + "=1"},
+        {"help", "\xFF\xFE"},
+        {"--profile", "\n", "501"},
+        {"802", "rideTarget=--"},
+        {"802", "startGearMode=1", "startGearIndex=-1"},
+        {"801", "rideVelocity=1e400"},
+    };
+    for (const auto& line : lines) {
+        int code = call(line).code;
+        EXPECT_TRUE(code == 1 || code == 2) << testing::PrintToString(line).substr(0, 80);
+    }
+}
+
+TEST(Console, PrintsPaneAndStatusApart)
+{
+    Call answer = call({"power-and-velocity", "rideTarget=power", "rideVelocity=40"});
+    EXPECT_EQ(answer.code, 0);
+    EXPECT_EQ(answer.out.substr(0, 57), "\n power and velocity which calculation target is 'power'\n");
+    EXPECT_EQ(answer.err, "status : power and velocity which calculation target is 'power'\n");
+    for (const char* name : {"801", "power-and-velocity"})
+        EXPECT_EQ(call({name, "rideTarget=0"}).out, answer.out);
+}
+
+TEST(Console, StartsAfreshAtEachCall)
+{
+    Call before = call({"801"});
+    call({"--set", "humanWeight=90", "--set", "windSpeed=5", "801", "rideInclination=5"});
+    EXPECT_EQ(call({"801"}).out, before.out);
+}
+
+TEST(Console, TakesChoicesByLabelPartAndIndex)
+{
+    std::string third = call({"803", "rideTarget=3"}).err;
+    EXPECT_EQ(third, call({"803", "rideTarget=sector time"}).err);
+    EXPECT_EQ(third, call({"803", "rideTarget=Sector-Time"}).err);
+    EXPECT_TRUE(contains(third, "sector time"));
+    EXPECT_TRUE(contains(call({"--set", "brakeType[0]=disc", "506"}).out, "disc"));
+    EXPECT_EQ(call({"802", "rideTarget=power"}).code, 2); // three factors have a power
+    EXPECT_TRUE(contains(call({"--set", "exceptWheels=no", "--set", "bikeWeight=9.5", "502"}).out, "9.5 kg"));
+}
+
+TEST(Console, ToldThatAnEntryHasNoEffect)
+{
+    Call answer = call({"801", "ridePower=250"});
+    EXPECT_EQ(answer.code, 0);
+    EXPECT_EQ(answer.err.substr(0, answer.err.find('\n')), "note: ridePower has no effect with these choices");
+    EXPECT_TRUE(contains(call({"--set", "brakeWeight[1][0]=90", "506"}).err, "brakeWeight[1][0] has no effect"));
+    EXPECT_EQ(call({"--set", "brakeType[0]=1", "--set", "brakeWeight[1][0]=90", "506"}).err, "");
+    EXPECT_TRUE(contains(call({"--set", "torsoAngle=50", "501"}).out, "torso angle\t\t\t:   30.0 deg"));
+    EXPECT_TRUE(contains(call({"--set", "torsoAngle=50", "--set", "position=0", "501"}).out, ":   50.0 deg"));
+    Call rolling = call({"805", "rideStartVelocity=20"});
+    EXPECT_EQ(rolling.err.find("note"), rolling.err.npos) << "the run starts from it even without a limit";
+    EXPECT_NE(rolling.out, call({"805"}).out);
+}
+
+TEST(Console, KeepsWhatWasNotTypedToTheLastBit)
+{
+    TestFolder folder;
+    std::string par = folder.path + "my.par";
+    ParameterBlock block;
+    setDefaults(block);
+    block.humanHeight = 171.23456789;
+    block.initialValueMode = 1;
+    block.rideInclination[0] = 1.0 / 3;
+    ASSERT_TRUE(saveParameters(par, block));
+    Call answer = call({"--par", par, "--save", "--set", "humanWeight=72", "801", "rideVelocity=30"});
+    EXPECT_EQ(answer.code, 0);
+    ParameterBlock after;
+    ASSERT_TRUE(readParameters(par, after));
+    EXPECT_EQ(after.humanHeight, 171.23456789);
+    EXPECT_EQ(after.humanWeight, 72);
+    EXPECT_EQ(after.rideInclination[0], 1.0 / 3);
+    EXPECT_EQ(after.rideVelocity[0], 30 / 3.6);
+    // Without --save the file stays as it is.
+    Bytes before = bytesOf(par);
+    EXPECT_EQ(call({"--par", par, "--set", "humanWeight=90", "801", "rideVelocity=20"}).code, 0);
+    EXPECT_EQ(bytesOf(par), before);
+    // Neither does a refusal change it.
+    EXPECT_EQ(call({"--par", par, "--save", "--set", "humanWeight=80", "801", "rideVelocity=900"}).code, 2);
+    EXPECT_EQ(bytesOf(par), before);
+    EXPECT_EQ(call({"--par", folder.path + "none.par", "801"}).code, 2);
+    EXPECT_EQ(call({"--par", folder.path, "801"}).code, 2);
+}
+
+TEST(Console, SavesWhatAToolTicked)
+{
+    TestFolder folder;
+    std::string par = folder.path + "new.par", ride = written(folder, "a.fit", plainRide());
+    EXPECT_EQ(
+        call({"--par", par, "--save", "906", "convertEnabled=off", "convertSpeedUnit=on", ride, folder.path + "b.fit"})
+            .code,
+        0);
+    ParameterBlock block;
+    ASSERT_TRUE(readParameters(par, block));
+    EXPECT_EQ(block.convertOutput.convertEnabled, 0);
+    EXPECT_EQ(block.convertSpeedUnit, 1);
+    EXPECT_TRUE(contains(call({"--par", par, "help", "906"}).out, "convertSpeedUnit          off | on (default on)\n"));
+}
+
+TEST(Console, KeepsProfilesInFiles)
+{
+    TestFolder folder;
+    std::string profile = folder.path + "climber.pro";
+    Call saved = call({"--set", "humanWeight=55.5", "save-current-profile", folder.path + "climber"});
+    EXPECT_EQ(saved.code, 0);
+    EXPECT_EQ(saved.err, "status : success to save current profile to 'climber.pro'\n");
+    EXPECT_TRUE(contains(call({"--profile", profile, "501"}).out, "55.5 kg"));
+    EXPECT_TRUE(contains(call({"load-profile-data", profile}).out, "55.5 kg"));
+    Call missing = call({"--profile", folder.path + "none.pro", "501"});
+    EXPECT_EQ(missing.code, 1);
+    EXPECT_EQ(missing.err, "status : failed to open an existing file\n");
+}
+
+// The build of a rear wheel of 80 mm and 24 spokes from 2011: 16.14 W x 0.6.
+TEST(Console, PredictsWheels)
+{
+    Call answer =
+        call({"--set", "rimDepth[1]=80", "--set", "wheelResist[0]=33", "--set", "predictWheel=rear", "wheel"});
+    EXPECT_EQ(answer.err, "warning: found too small value of a case of wheel regist\n"); // 9.7 W is below the limit
+    answer = call({"--set", "rimDepth[1]=30", "--set", "predictWheel=rear", "wheel"});
+    EXPECT_EQ(answer.code, 0);
+    EXPECT_TRUE(contains(answer.out, "15.4")) << answer.out; // 25.63 W x 0.6
+    EXPECT_EQ(call({"--set", "rimDepth[0]=9", "wheel"}).err, "warning: found too small value of a rim depth\n");
+}
+
+TEST(Console, PrintsOneJsonObject)
+{
+    Call answer = call({"--json", "--set", "bandGraphPowerVelocity=1", "801", "rideVelocity=40"});
+    EXPECT_EQ(answer.code, 0);
+    EXPECT_EQ(answer.err, "");
+    EXPECT_EQ(answer.out.substr(0, 75),
+              "{\"command\": 801, \"result\": 0, \"status\": \"status : power and velocity which ");
+    EXPECT_TRUE(contains(answer.out, "\"lower\": \"\\n power and velocity which calculation target is 'power'\\n\\t"));
+    EXPECT_TRUE(contains(answer.out, "\"graph\": {\"kind\": 3, \"series\": [\""));
+    EXPECT_FALSE(contains(answer.out, "\"upper\""));
+    EXPECT_FALSE(contains(answer.out, "nan"));
+    EXPECT_EQ(answer.out.substr(answer.out.size() - 3), "}}\n");
+    EXPECT_EQ(call({"--json", "--set", "bpn=39", "801"}).out, "{\"command\": 801, \"boxes\": [{\"title\": \"warning\", "
+                                                              "\"text\": \"found too small value of the BPN\"}]}\n");
+    EXPECT_EQ(call({"--json", "801", "ridePower=3001"}).out, "{\"command\": 801, \"boxes\": [{\"title\": \"warning\", "
+                                                             "\"text\": \"found too large value of a power\"}]}\n");
+    EXPECT_EQ(call({"--json", "801", "ridePowr=3"}).out, "{\"command\": 801}\n");
+    EXPECT_EQ(call({"--json", "--par", "/no/such/file", "801"}).out, "{\"command\": 801}\n");
+}
+
+TEST(Console, DrawsTheGraphThatIsAskedFor)
+{
+    TestFolder folder;
+    std::string svg = folder.path + "g.svg";
+    EXPECT_EQ(call({"--graph", svg, "801", "rideVelocity=40"}).code, 0);
+    Bytes bytes = bytesOf(svg);
+    EXPECT_TRUE(contains(std::string(bytes.begin(), bytes.end()), "<svg"));
+    EXPECT_EQ(call({"--graph", folder.path + "no/such/g.svg", "801"}).code, 1);
+}
+
+TEST(Console, WorksOnRides)
+{
+    TestFolder folder;
+    std::string ride = written(folder, "Fahrt \xC3\xBC.fit", plainRide());
+    Call loaded = call({"load", ride});
+    EXPECT_EQ(loaded.code, 0);
+    EXPECT_TRUE(contains(loaded.out, "record data counted 60")) << loaded.out;
+    EXPECT_EQ(loaded.err, "status : success to load GPS data from 'Fahrt \xC3\xBC.fit'\n");
+    Call analysed = call({"analyse", ride, "flatCourse=1"});
+    EXPECT_EQ(analysed.code, 0);
+    EXPECT_FALSE(contains(analysed.out, "loaded the fit file"));
+    EXPECT_TRUE(contains(analysed.out, "analysed the fit file"));
+    Call created = call({"--json", "create", ride, folder.path + "out", "analysePowerBase=hub"});
+    EXPECT_EQ(created.code, 0);
+    EXPECT_TRUE(contains(created.out, "\"outputs\": [\"" + folder.path + "out.fit\"]")) << created.out;
+    // The file now holds both, so there is nothing left to predict; but it can be expressed.
+    Call again = call({"analyse", folder.path + "out.fit"});
+    EXPECT_EQ(again.code, 2);
+    EXPECT_EQ(again.err, "warning: no need to analyse and predict cause power and cadence are already existing\n");
+    EXPECT_EQ(call({"express", folder.path + "out.fit"}).code, 0);
+}
+
+TEST(Console, TellsWhatIsWrongWithAFile)
+{
+    TestFolder folder;
+    Bytes good = plainRide();
+    Bytes badCrc = good, badSign = good;
+    badCrc.back() ^= 1;
+    badSign[9] = 'X';
+    struct Case {
+        std::string path;
+        int result;
+    };
+    const Case cases[] = {
+        {folder.path + "missing.fit", 2},
+        {folder.path, 1},
+        {written(folder, "ride.gpx", good), 1},
+        {written(folder, "empty.fit", {}), 1},
+        {written(folder, "sign.fit", badSign), 1},
+        {written(folder, "crc.fit", badCrc), 8},
+        {written(folder, "cut.fit", Bytes(good.begin(), good.begin() + 100)), 8},
+    };
+    for (const Case& c : cases) {
+        Call answer = call({"--json", "load", c.path});
+        EXPECT_EQ(answer.code, 1) << c.path;
+        EXPECT_EQ(answer.out.substr(0, 31), "{\"command\": 901, \"result\": " + std::to_string(c.result) + ", \"")
+            << c.path;
+        EXPECT_EQ(call({"express", c.path}).code, 1);
+    }
+}
+
+TEST(Console, WorksThroughManyRides)
+{
+    TestFolder folder;
+    std::filesystem::create_directories(folder.path + "out");
+    std::string a = written(folder, "a.fit", plainRide()), b = written(folder, "b.fit", {}),
+                c = written(folder, "c.fit", plainRide(80));
+    Call answer = call({"--into", folder.path + "out", "at-one-stroke", a, b, c});
+    EXPECT_EQ(answer.code, 1);
+    EXPECT_TRUE(contains(answer.err, "failed: " + b + "\n"));
+    EXPECT_TRUE(std::filesystem::exists(folder.path + "out/a.fit"));
+    EXPECT_FALSE(std::filesystem::exists(folder.path + "out/b.fit"));
+    EXPECT_TRUE(std::filesystem::exists(folder.path + "out/c.fit"));
+    EXPECT_TRUE(contains(answer.out, "counted 60"));
+    EXPECT_TRUE(contains(answer.out, "counted 80"));
+    Call json = call({"--json", "--into", folder.path + "out", "at-one-stroke", "predictCadence=0", a, c});
+    EXPECT_EQ(json.code, 0);
+    EXPECT_EQ(json.out.substr(0, 51), "{\"command\": 910, \"runs\": [{\"command\": 910, \"result\"");
+    EXPECT_EQ(call({"--into", folder.path, "at-one-stroke", a}).err,
+              "torvane-cli: " + a + " would overwrite its own source\n");
+    EXPECT_EQ(call({"--into", folder.path + "out", "at-one-stroke", a, a}).code, 2);
+    EXPECT_EQ(call({"--into", folder.path + "out", "combine", a, c}).code, 2);
+}
+
+TEST(Console, RunsTheTools)
+{
+    TestFolder folder;
+    std::string ride = written(folder, "a.fit", plainRide());
+    Call refused = call({"--json", "convert", "fitFormat=modern", ride, folder.path + "b.fit"});
+    EXPECT_EQ(refused.code, 2);
+    EXPECT_EQ(refused.err, "warning: no need to convert cause the source file is formated as modern format\n");
+    EXPECT_EQ(call({"convert", "fitFormat=legacy", ride, folder.path + "b.fit"}).code, 0);
+    EXPECT_EQ(bytesOf(folder.path + "b.fit").size(), bytesOf(ride).size() - 2);
+    EXPECT_EQ(call({"timestamp", "days=1", "minutes=1", ride, folder.path + "c.fit"}).code, 0);
+    EXPECT_EQ(call({"timestamp", "timestampOffset=86460", ride, folder.path + "d.fit"}).code, 0);
+    EXPECT_EQ(bytesOf(folder.path + "c.fit"), bytesOf(folder.path + "d.fit"));
+    // The complement leads back.
+    EXPECT_EQ(call({"timestamp", "timestampOffset=-86460", folder.path + "d.fit", folder.path + "e.fit"}).code, 0);
+    EXPECT_EQ(call({"timestamp", "timestampOffset=4294880836", folder.path + "d.fit", folder.path + "f.fit"}).code, 0);
+    EXPECT_EQ(bytesOf(folder.path + "e.fit"), bytesOf(folder.path + "f.fit"));
+    EXPECT_NE(bytesOf(folder.path + "e.fit"), bytesOf(folder.path + "d.fit"));
+    EXPECT_EQ(call({"dump", ride, folder.path + "a"}).code, 0);
+    EXPECT_TRUE(std::filesystem::exists(folder.path + "a.csv"));
+}
+
+TEST(Console, HelpCoversEveryEntry)
+{
+    std::string all;
+    for (const char* topic : {"profile", "condition", "preference"}) {
+        Call help = call({"help", topic});
+        EXPECT_EQ(help.code, 0);
+        all += help.out;
+    }
+    for (const char* command : {"701", "702", "703", "801", "802", "803", "804", "805", "806", "902",
+                                "903", "904", "905", "906", "907", "908", "909", "910", "991", "992"})
+        all += call({"help", command}).out;
+    for (const Form* form : allForms())
+        for (const Row& row : form->rows) {
+            if (row.name && row.kind != RowKind::path) {
+                EXPECT_TRUE(contains(all, "  " + std::string(row.name) + " ")) << form->id << " " << row.name;
+            }
+        }
+    EXPECT_TRUE(contains(all, "  humanWeight               30 to 200 kg (default 60)\n"));
+    EXPECT_TRUE(contains(all, "  ridePowerBase             pedaling | crank | hub | thrust (default pedaling)\n"));
+    EXPECT_TRUE(contains(all, "  flatCourse                off | on (default off)\n"));
+    EXPECT_TRUE(contains(all, "  brakingInclination        -100 to 100 % (default 0 or -7)\n"));
+    EXPECT_TRUE(contains(call({"help", "903"}).out, "also: analyse, predict\n"));
+    EXPECT_TRUE(contains(call({"help", "992"}).out, "torvane-cli field-dump IN.fit OUT.csv\n"));
+    EXPECT_TRUE(contains(call({"--help"}).out, "801  power-and-velocity"));
+    EXPECT_EQ(call({"help", "nothing"}).code, 2);
+    EXPECT_EQ(call({"--version"}).out, "torvane-cli " TORVANE_VERSION "\n");
+}
+
+} // namespace torvane

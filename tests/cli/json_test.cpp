@@ -1,0 +1,41 @@
+#include "cli/json.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+namespace torvane {
+
+TEST(Json, EscapesTexts)
+{
+    struct Case {
+        const char* text;
+        const char* json;
+    };
+    constexpr Case cases[] = {
+        {"", "\"\""},
+        {"a\tb\nc", "\"a\\tb\\nc\""},
+        {"\"\\/", "\"\\\"\\\\/\""},
+        {"\x01\x1F", "\"\\u0001\\u001f\""},
+        {"\xC3\xBC \xE2\x82\xAC \xF0\x9F\x9A\xB4", "\"\xC3\xBC \xE2\x82\xAC \xF0\x9F\x9A\xB4\""},
+        {"\xFF", "\"\xEF\xBF\xBD\""},
+        {"\xC3", "\"\xEF\xBF\xBD\""},                                 // cut short
+        {"\xC0\x80", "\"\xEF\xBF\xBD\xEF\xBF\xBD\""},                 // longer than it needs to be
+        {"\xED\xA0\x80", "\"\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD\""}, // half of a UTF-16 pair
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(jsonString(c.text), c.json);
+}
+
+TEST(Json, WritesNumbersAlikeOnEveryPlatform)
+{
+    EXPECT_EQ(jsonNumber(0.1), "0.1");
+    EXPECT_EQ(jsonNumber(30.40429803210924), jsonNumber(30.404298032109235));
+    EXPECT_EQ(jsonNumber(-3), "-3");
+    EXPECT_EQ(jsonNumber(1e300), "1e+300");
+    EXPECT_EQ(jsonNumber(std::nan("")), "null");
+    EXPECT_EQ(jsonNumber(-std::numeric_limits<double>::infinity()), "null");
+}
+
+} // namespace torvane
