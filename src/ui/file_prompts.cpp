@@ -1,0 +1,115 @@
+// The system's open and save dialogs.
+#include "ui/file_prompts.h"
+
+#include "core/wide_text.h"
+
+#include <cwchar>
+
+namespace torvane {
+
+namespace {
+
+constexpr size_t pathCapacity = 260; // characters, with the closing 0
+
+struct Prompt {
+    const wchar_t* filter; // pairs of label and pattern, each closed by a 0
+    const wchar_t* title;  // null: the system's own
+    const wchar_t* extension;
+    DWORD flags;
+    bool saves;
+};
+
+constexpr wchar_t fitFilter[] = L"fit file(*.fit)\0*.fit\0all files (*.*)\0*.*\0";
+constexpr wchar_t csvFilter[] = L"csv file(*.csv)\0*.csv\0all files (*.*)\0*.*\0";
+constexpr wchar_t profileFilter[] = L"profile file (*.pro)\0*.pro\0";
+constexpr wchar_t textFilter[] = L"rich text format (*.rtf)\0 *.rtf\0plane text (*.txt)\0 *.txt\0";
+
+constexpr DWORD openFlags = OFN_HIDEREADONLY | OFN_FILEMUSTEXIST;
+constexpr DWORD saveFlags = OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT;
+
+constexpr Prompt openFit = {fitFilter, L"open file selected", nullptr, openFlags, false};
+// The default extension has always been "tcx", whatever is saved.
+constexpr Prompt saveFit = {fitFilter, L"save file as ...", L"tcx", saveFlags, true};
+constexpr Prompt saveCsv = {csvFilter, L"save file as ...", L"tcx", saveFlags, true};
+constexpr Prompt openProfile = {profileFilter, nullptr, L"pro", openFlags, false};
+constexpr Prompt saveProfile = {profileFilter, nullptr, L"pro", saveFlags, true};
+constexpr Prompt openText = {textFilter, nullptr, L"rtf", OFN_HIDEREADONLY | OFN_PATHMUSTEXIST, false};
+constexpr Prompt saveText = {textFilter, nullptr, L"rtf", saveFlags | OFN_PATHMUSTEXIST, true};
+
+bool run(HWND owner, const Prompt& prompt, std::string& path, DWORD* filter)
+{
+    wchar_t buffer[pathCapacity] = {};
+    std::wstring offered = widen(path);
+    if (offered.size() < pathCapacity)
+        wcscpy(buffer, offered.c_str());
+    OPENFILENAMEW dialog = {};
+    dialog.lStructSize = sizeof dialog;
+    dialog.hwndOwner = owner;
+    dialog.lpstrFilter = prompt.filter;
+    dialog.nFilterIndex = filter != nullptr && *filter != 0 ? *filter : 1;
+    dialog.lpstrFile = buffer;
+    dialog.nMaxFile = pathCapacity;
+    dialog.lpstrTitle = prompt.title;
+    dialog.lpstrDefExt = prompt.extension;
+    dialog.Flags = prompt.flags | OFN_NOCHANGEDIR;
+    if (!(prompt.saves ? GetSaveFileNameW(&dialog) : GetOpenFileNameW(&dialog)))
+        return false;
+    path = narrow(buffer);
+    if (filter != nullptr)
+        *filter = dialog.nFilterIndex;
+    return true;
+}
+
+} // namespace
+
+bool promptOpenFit(HWND owner, std::string& path)
+{
+    return run(owner, openFit, path, nullptr);
+}
+
+bool promptSaveFit(HWND owner, std::string& path)
+{
+    return run(owner, saveFit, path, nullptr);
+}
+
+bool promptSaveCsv(HWND owner, std::string& path)
+{
+    return run(owner, saveCsv, path, nullptr);
+}
+
+bool promptOpenProfile(HWND owner, std::string& path)
+{
+    return run(owner, openProfile, path, nullptr);
+}
+
+bool promptSaveProfile(HWND owner, std::string& path)
+{
+    return run(owner, saveProfile, path, nullptr);
+}
+
+bool promptBrowse(HWND owner, Browse browse, std::string& path)
+{
+    switch (browse) {
+    case Browse::openFit:
+        return promptOpenFit(owner, path);
+    case Browse::saveFit:
+        return promptSaveFit(owner, path);
+    case Browse::saveCsv:
+        return promptSaveCsv(owner, path);
+    case Browse::none:
+        break;
+    }
+    return false;
+}
+
+bool promptSaveText(HWND owner, std::string& path, DWORD& filter)
+{
+    return run(owner, saveText, path, &filter);
+}
+
+bool promptOpenText(HWND owner, std::string& path, DWORD& filter)
+{
+    return run(owner, openText, path, &filter);
+}
+
+} // namespace torvane

@@ -1,0 +1,13 @@
+// The one dialog procedure behind every modal form.
+#pragma once
+
+#include "forms/form.h"
+#include "ui/win32.h"
+
+namespace torvane {
+
+// Runs a form on savedBlock and workingBlock; true when its confirming button ended it, and workingBlock then holds its
+// values.
+bool runFormDialog(HWND owner, const Form& form);
+
+} // namespace torvane

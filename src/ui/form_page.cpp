@@ -1,0 +1,152 @@
+// A page opens when its tab is first shown, and is applied only if it was. A page whose values are refused stores
+// nothing; the sheet closes all the same.
+#include "ui/form_page.h"
+
+#include "core/parameter_block.h"
+#include "core/wide_text.h"
+#include "forms/form.h"
+#include "ui/form_controls.h"
+#include "ui/main_window.h"
+#include "ui/message_box.h"
+
+#include <deque>
+#include <string>
+#include <vector>
+
+namespace torvane {
+
+namespace {
+
+// What the system is told about a page must outlive the sheet.
+struct PageData {
+    const Form* form;
+    std::wstring title;
+    FormWindow window;
+};
+
+PageData* pageOf(HWND page)
+{
+    return reinterpret_cast<PageData*>(GetWindowLongPtrW(page, DWLP_USER));
+}
+
+INT_PTR onInitDialog(HWND page, LPARAM lParam)
+{
+    LPARAM data = reinterpret_cast<const PROPSHEETPAGEW*>(lParam)->lParam;
+    SetWindowLongPtrW(page, DWLP_USER, data);
+    PageData& pageData = *pageOf(page);
+    pageData.window.window = page;
+    openForm(pageData.window.state, *pageData.form, savedBlock, workingBlock);
+    initializeControls(pageData.window);
+    return TRUE;
+}
+
+void tellSheet(HWND page)
+{
+    SendMessageW(GetParent(page), PSM_CHANGED, reinterpret_cast<WPARAM>(page), 0);
+}
+
+void markUnmodified(const FormWindow& form)
+{
+    for (const Row& row : form.state.form->rows)
+        SendDlgItemMessageW(form.window, row.id, EM_SETMODIFY, FALSE, 0);
+}
+
+LRESULT onApply(FormWindow& form)
+{
+    Verdict verdict = confirmForm(form.state, workingBlock);
+    showBoxes(form.window, verdict);
+    if (verdict.passed) {
+        markUnmodified(form);
+        InvalidateRect(mainWindow.window, nullptr, TRUE);
+    }
+    return PSNRET_NOERROR;
+}
+
+INT_PTR onNotify(HWND page, LPARAM lParam)
+{
+    const NMHDR& header = *reinterpret_cast<const NMHDR*>(lParam);
+    FormWindow& form = pageOf(page)->window;
+    switch (header.code) {
+    case UDN_DELTAPOS:
+        if (handleSpin(form, *reinterpret_cast<const NMUPDOWN*>(lParam)))
+            tellSheet(page);
+        SetWindowLongPtrW(page, DWLP_MSGRESULT, TRUE);
+        return TRUE;
+    case static_cast<UINT>(PSN_APPLY):
+        SetWindowLongPtrW(page, DWLP_MSGRESULT, onApply(form));
+        return TRUE;
+    default:
+        return FALSE;
+    }
+}
+
+INT_PTR onCommand(HWND page, WPARAM wParam)
+{
+    if (handleControl(pageOf(page)->window, LOWORD(wParam), HIWORD(wParam)))
+        tellSheet(page);
+    return TRUE;
+}
+
+INT_PTR CALLBACK pageProcedure(HWND page, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message == WM_INITDIALOG)
+        return onInitDialog(page, lParam);
+    if (pageOf(page) == nullptr)
+        return FALSE; // notifications of controls that are still being made
+    switch (message) {
+    case WM_COMMAND:
+        return onCommand(page, wParam);
+    case WM_NOTIFY:
+        return onNotify(page, lParam);
+    default:
+        return FALSE;
+    }
+}
+
+HPROPSHEETPAGE createPage(PageData& data)
+{
+    PROPSHEETPAGEW page = {};
+    page.dwSize = sizeof page;
+    page.dwFlags = PSP_USETITLE;
+    page.hInstance = mainWindow.instance;
+    page.pszTemplate = MAKEINTRESOURCEW(data.form->id);
+    page.pszTitle = data.title.c_str();
+    page.pfnDlgProc = pageProcedure;
+    page.lParam = reinterpret_cast<LPARAM>(&data);
+    return CreatePropertySheetPageW(&page);
+}
+
+const wchar_t* sheetTitle(int command)
+{
+    switch (command) {
+    case 321:
+        return L"profile";
+    case 324:
+        return L"condition";
+    default:
+        return L"preference";
+    }
+}
+
+} // namespace
+
+void runPropertySheet(HWND owner, int command)
+{
+    std::deque<PageData> data;
+    std::vector<HPROPSHEETPAGE> pages;
+    for (const Form* form : sheetPages(command)) {
+        data.push_back({form, widen(form->title), {}});
+        pages.push_back(createPage(data.back()));
+    }
+    PROPSHEETHEADERW sheet = {};
+    sheet.dwSize = sizeof sheet;
+    sheet.dwFlags = PSH_NOCONTEXTHELP;
+    sheet.hwndParent = owner;
+    sheet.hInstance = mainWindow.instance;
+    sheet.pszCaption = sheetTitle(command);
+    sheet.nPages = static_cast<UINT>(pages.size());
+    sheet.phpage = pages.data();
+    PropertySheetW(&sheet);
+}
+
+} // namespace torvane

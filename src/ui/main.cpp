@@ -1,0 +1,102 @@
+// Start of the desktop program, its message loop and its end.
+#include "core/parameter_block.h"
+#include "core/parameter_file.h"
+#include "core/screens.h"
+#include "ui/main_window.h"
+#include "ui/menu.h"
+#include "ui/message_box.h"
+#include "ui/win32.h"
+
+namespace torvane {
+
+namespace {
+
+constexpr int defaultWidth = 800;
+constexpr int defaultHeight = 480;
+
+// One direction of the window: a size of 0 becomes the default, and a place of 0 with it the middle of the screen.
+void settleMetrics(int32_t& size, int32_t standard, int32_t& screenSize, int metric, int32_t& low, int32_t& high)
+{
+    if (size != 0)
+        return;
+    size = standard;
+    if (low == 0) {
+        screenSize = GetSystemMetrics(metric);
+        low = (screenSize - standard) / 2;
+    }
+    high = static_cast<int32_t>(int64_t{low} + size); // a file may hold any place
+}
+
+void settleWindowMetrics(ParameterBlock& block)
+{
+    int32_t* rect = block.windowRect;
+    settleMetrics(block.windowWidth, defaultWidth, block.screenWidth, SM_CXSCREEN, rect[0], rect[2]);
+    settleMetrics(block.windowHeight, defaultHeight, block.screenHeight, SM_CYSCREEN, rect[1], rect[3]);
+}
+
+void registerCommonControls()
+{
+    INITCOMMONCONTROLSEX classes = {sizeof classes, ICC_BAR_CLASSES | ICC_PROGRESS_CLASS | ICC_UPDOWN_CLASS};
+    InitCommonControlsEx(&classes);
+}
+
+int runMessageLoop(HACCEL accelerators)
+{
+    MSG message;
+    for (;;) {
+        BOOL got = GetMessageW(&message, nullptr, 0, 0);
+        if (got == 0)
+            return static_cast<int>(message.wParam);
+        if (got == -1) {
+            showMessageBox(nullptr, "error", "GetMessage Error");
+            return 1;
+        }
+        if (TranslateAcceleratorW(mainWindow.window, accelerators, &message))
+            continue;
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+}
+
+// Null where another instance holds it.
+HANDLE takeInstanceMutex()
+{
+    HANDLE mutex = CreateMutexW(nullptr, TRUE, L"Torvane");
+    if (mutex != nullptr && GetLastError() == 0)
+        return mutex;
+    if (mutex != nullptr)
+        CloseHandle(mutex);
+    return nullptr;
+}
+
+int runWindow()
+{
+    settleWindowMetrics(savedBlock);
+    if (!createMainWindow())
+        return 1;
+    HACCEL accelerators = buildAccelerators();
+    int result = runMessageLoop(accelerators);
+    DestroyAcceleratorTable(accelerators);
+    return result;
+}
+
+} // namespace
+
+} // namespace torvane
+
+int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int)
+{
+    using namespace torvane;
+    mainWindow.instance = instance;
+    // Before the files are touched: an instance that must not run has no say in them.
+    HANDLE mutex = takeInstanceMutex();
+    if (mutex == nullptr)
+        return 0;
+    screens.showMessage = [](std::string_view title, std::string_view text) { showMessageBox(nullptr, title, text); };
+    mainWindow.parameterPath = parameterFilePath();
+    registerCommonControls();
+    int result = loadParameters(mainWindow.parameterPath) ? runWindow() : 1;
+    ReleaseMutex(mutex);
+    CloseHandle(mutex);
+    return result;
+}

@@ -1,0 +1,192 @@
+// The main window's messages, one function each.
+#include "ui/main_window.h"
+
+#include "command/menu_rules.h"
+#include "command/protocol.h"
+#include "command/settings_command.h"
+#include "core/parameter_file.h"
+#include "report/profile_report.h"
+#include "ui/front_end.h"
+#include "ui/graph_window.h"
+#include "ui/menu.h"
+#include "ui/message_box.h"
+#include "ui/resource_ids.h"
+#include "ui/screen_bridge.h"
+#include "ui/screen_set.h"
+
+#include <span>
+
+namespace torvane {
+
+MainWindow mainWindow;
+
+namespace {
+
+constexpr wchar_t className[] = L"Torvane";
+
+HMODULE loadRichEdit()
+{
+    wchar_t folder[MAX_PATH];
+    UINT length = GetSystemDirectoryW(folder, MAX_PATH);
+    if (length == 0 || length >= MAX_PATH)
+        return nullptr;
+    return LoadLibraryW((std::wstring(folder, length) + L"\\RICHED20.DLL").c_str());
+}
+
+void reportAtStart()
+{
+    startModel();
+    reportProfile(Pane::upper, workingBlock, allProfileSections);
+    flushScreens();
+    showTop(screenSet.upperScreen);
+    greyActivityCommands(enableMenuCommand);
+}
+
+LRESULT onCreate(HWND window, WPARAM, LPARAM)
+{
+    mainWindow.window = window;
+    startWorker(desktopFrontEnd());
+    SetWindowTextW(window, L"Torvane");
+    mainWindow.richEdit = loadRichEdit();
+    if (createScreens(window) != 0 || createProgressBar() != 0 || registerGraphClass() != 0) {
+        PostMessageW(window, WM_CLOSE, 0, 0);
+        return 0;
+    }
+    installScreens(window);
+    reportAtStart();
+    return 0;
+}
+
+LRESULT onCommand(HWND window, WPARAM wParam, LPARAM lParam)
+{
+    // Notifications of the panes carry their ids in the same place, and their handle beside it.
+    if (lParam != 0)
+        return DefWindowProcW(window, WM_COMMAND, wParam, lParam);
+    flushScreens(); // what the worker has gathered, when this is its completion
+    handleCommand(LOWORD(wParam));
+    flushScreens();
+    return 0;
+}
+
+LRESULT onSize(HWND window, WPARAM, LPARAM)
+{
+    if (screenSet.progressBar == nullptr)
+        return 0;
+    layoutScreens(window);
+    layoutProgressBar();
+    return 0;
+}
+
+void keepWindowMetrics(HWND window)
+{
+    WINDOWPLACEMENT placement = {};
+    placement.length = sizeof placement;
+    RECT rect;
+    GetWindowRect(window, &rect);
+    // Of an iconic window the place that it returns to.
+    if (IsIconic(window) && GetWindowPlacement(window, &placement))
+        rect = placement.rcNormalPosition;
+    savedBlock.windowRect[0] = rect.left;
+    savedBlock.windowRect[1] = rect.top;
+    savedBlock.windowRect[2] = rect.right;
+    savedBlock.windowRect[3] = rect.bottom;
+    savedBlock.windowWidth = rect.right - rect.left;
+    savedBlock.windowHeight = rect.bottom - rect.top;
+}
+
+LRESULT onClose(HWND window, WPARAM, LPARAM)
+{
+    // A modal dialog disables its owner; closing beneath it would leave it without one.
+    if (!IsWindowEnabled(window) || !stopWorker())
+        return 0;
+    keepWindowMetrics(window);
+    saveParameters(mainWindow.parameterPath, savedBlock);
+    closeGraphWindow();
+    for (HWND child : {screenSet.upperScreen, screenSet.lowerScreen, screenSet.statusBar})
+        DestroyWindow(child);
+    screenSet = {};
+    DestroyWindow(window);
+    return 0;
+}
+
+LRESULT onDestroy(HWND, WPARAM, LPARAM)
+{
+    if (mainWindow.richEdit != nullptr)
+        FreeLibrary(mainWindow.richEdit);
+    PostQuitMessage(0);
+    return 0;
+}
+
+// Coming back to the window brings back the pane that was worked in.
+LRESULT onActivate(HWND window, WPARAM wParam, LPARAM lParam)
+{
+    if (LOWORD(wParam) != WA_INACTIVE)
+        return DefWindowProcW(window, WM_ACTIVATE, wParam, lParam);
+    HWND focus = GetFocus();
+    if (IsChild(window, focus))
+        mainWindow.lastFocus = focus;
+    return 0;
+}
+
+LRESULT onSetFocus(HWND, WPARAM, LPARAM)
+{
+    SetFocus(mainWindow.lastFocus != nullptr ? mainWindow.lastFocus : screenSet.upperScreen);
+    return 0;
+}
+
+constexpr MessageRow messages[] = {
+    {WM_CREATE, onCreate},   {WM_COMMAND, onCommand},   {WM_SIZE, onSize},         {WM_CLOSE, onClose},
+    {WM_DESTROY, onDestroy}, {WM_SETFOCUS, onSetFocus}, {WM_ACTIVATE, onActivate},
+};
+
+const MessageRow* findRow(std::span<const MessageRow> rows, UINT message)
+{
+    for (const MessageRow& row : rows)
+        if (row.message == message)
+            return &row;
+    return nullptr;
+}
+
+LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    const MessageRow* row = findRow(messages, message);
+    if (row == nullptr)
+        row = findRow(screenMessages(), message);
+    return row != nullptr ? row->handle(window, wParam, lParam) : DefWindowProcW(window, message, wParam, lParam);
+}
+
+bool registerClass()
+{
+    WNDCLASSEXW windowClass = {};
+    windowClass.cbSize = sizeof windowClass;
+    windowClass.style = CS_HREDRAW | CS_VREDRAW;
+    windowClass.lpfnWndProc = windowProcedure;
+    windowClass.hInstance = mainWindow.instance;
+    windowClass.hIcon = LoadIconW(mainWindow.instance, MAKEINTRESOURCEW(iconTorvane));
+    windowClass.hCursor = LoadCursorW(nullptr, reinterpret_cast<LPCWSTR>(IDC_ARROW));
+    windowClass.hbrBackground = reinterpret_cast<HBRUSH>(static_cast<INT_PTR>(COLOR_APPWORKSPACE));
+    windowClass.lpszClassName = className;
+    return RegisterClassExW(&windowClass) != 0;
+}
+
+} // namespace
+
+bool createMainWindow()
+{
+    const int32_t* rect = savedBlock.windowRect;
+    mainWindow.menu = buildMenu();
+    HWND window = nullptr;
+    if (registerClass())
+        window = CreateWindowExW(0, className, L"Torvane", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, rect[0], rect[1],
+                                 savedBlock.windowWidth, savedBlock.windowHeight, nullptr, mainWindow.menu,
+                                 mainWindow.instance, nullptr);
+    if (window == nullptr) {
+        showMessageBox(nullptr, "alert", "failed to create main window");
+        return false;
+    }
+    ShowWindow(window, SW_SHOWDEFAULT);
+    UpdateWindow(window);
+    return true;
+}
+
+} // namespace torvane

@@ -1,0 +1,25 @@
+// The one top-level window of the desktop program: its creation, its messages, its end.
+#pragma once
+
+#include "ui/win32.h"
+
+#include <string>
+
+namespace torvane {
+
+struct MainWindow {
+    HINSTANCE instance;
+    HWND window;
+    HMENU menu;
+    HWND lastFocus;            // pane that had the focus when the window was left
+    HMODULE richEdit;          // library of the panes, freed at the window's end
+    std::string parameterPath; // UTF-8, settled at start
+};
+
+extern MainWindow mainWindow;
+
+// Registers the class and creates and shows the window at the rectangle of savedBlock; with the window the worker, the
+// panes and the first report come to life. False when it could not be had; the user was told.
+bool createMainWindow();
+
+} // namespace torvane

@@ -1,0 +1,82 @@
+// The menu table as a Windows menu. An accelerator whose entry is greyed does nothing: Windows sees to it.
+#include "ui/menu.h"
+
+#include "command/command_table.h"
+#include "core/wide_text.h"
+#include "ui/main_window.h"
+
+#include <string>
+#include <vector>
+
+namespace torvane {
+
+namespace {
+
+std::string keyText(const Command& command)
+{
+    if (command.key == 0)
+        return "";
+    return std::string("\tCtrl+") + (command.shift ? "Shift+" : "") + command.key;
+}
+
+void appendCommand(HMENU menu, int id)
+{
+    const Command* command = findCommand(id);
+    if (command == nullptr)
+        return;
+    UINT state = isBuilt(*command) ? MF_ENABLED : MF_GRAYED;
+    AppendMenuW(menu, MF_STRING | state, static_cast<UINT_PTR>(id), widen(command->label + keyText(*command)).c_str());
+}
+
+HMENU openSubmenu(HMENU parent, const char* label)
+{
+    HMENU menu = CreatePopupMenu();
+    AppendMenuW(parent, MF_POPUP, reinterpret_cast<UINT_PTR>(menu), widen(label).c_str());
+    return menu;
+}
+
+} // namespace
+
+HMENU buildMenu()
+{
+    std::vector<HMENU> open = {CreateMenu()}; // the bar, and the menus that are not at their end yet
+    for (const MenuItem& item : menuTable()) {
+        switch (item.kind) {
+        case MenuKind::menu:
+        case MenuKind::submenu:
+            open.push_back(openSubmenu(open.back(), item.label));
+            break;
+        case MenuKind::end:
+            open.pop_back();
+            break;
+        case MenuKind::command:
+            appendCommand(open.back(), item.command);
+            break;
+        case MenuKind::separator:
+            AppendMenuW(open.back(), MF_SEPARATOR, 0, nullptr);
+            break;
+        }
+    }
+    return open.front();
+}
+
+HACCEL buildAccelerators()
+{
+    std::vector<ACCEL> keys;
+    for (const Command& command : commandTable()) {
+        if (command.key == 0)
+            continue;
+        BYTE modifiers = static_cast<BYTE>(FVIRTKEY | FCONTROL | (command.shift ? FSHIFT : 0));
+        keys.push_back({modifiers, static_cast<WORD>(command.key), static_cast<WORD>(command.id)});
+    }
+    return CreateAcceleratorTableW(keys.data(), static_cast<int>(keys.size()));
+}
+
+void enableMenuCommand(int id, bool enabled)
+{
+    const Command* command = findCommand(id);
+    bool open = enabled && command != nullptr && isBuilt(*command);
+    EnableMenuItem(mainWindow.menu, static_cast<UINT>(id), MF_BYCOMMAND | (open ? MF_ENABLED : MF_GRAYED));
+}
+
+} // namespace torvane

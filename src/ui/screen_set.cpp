@@ -1,0 +1,208 @@
+// Panes and bars as child windows. Sizes are pixels at 96 dpi: the manifest leaves scaling to Windows.
+#include "ui/screen_set.h"
+
+#include "ui/main_window.h"
+#include "ui/message_box.h"
+#include "ui/print_pane.h"
+
+#include <cwchar>
+
+namespace torvane {
+
+ScreenSet screenSet;
+
+namespace {
+
+constexpr int lowerScreenId = 201;
+constexpr int upperScreenId = 202;
+constexpr int statusBarId = 203;
+constexpr int upperHeight = 150;
+constexpr int statusHeight = 18;
+constexpr int progressTop = 7;
+constexpr int progressHeight = 11;
+constexpr LPARAM textLimit = 0x7FFFFFFE; // characters; the control's own default of 64 K is less than one long report
+constexpr LONG defaultFontTwips = 200;
+constexpr int clearedInPlace = 16 * 1024; // characters
+
+HWND createPane(HWND window, int id, RECT place)
+{
+    constexpr DWORD style = WS_CHILD | WS_CLIPSIBLINGS | WS_HSCROLL | WS_VSCROLL | ES_MULTILINE | ES_AUTOHSCROLL |
+                            ES_AUTOVSCROLL | ES_WANTRETURN | ES_NOHIDESEL;
+    HWND pane = CreateWindowExW(WS_EX_CLIENTEDGE, L"RichEdit20W", L"", style, place.left, place.top,
+                                place.right - place.left, place.bottom - place.top, window,
+                                reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), mainWindow.instance, nullptr);
+    if (pane == nullptr)
+        return nullptr;
+    SendMessageW(pane, EM_EXLIMITTEXT, 0, textLimit);
+    return pane;
+}
+
+HWND createShownPane(HWND window, int id, RECT place)
+{
+    HWND pane = createPane(window, id, place);
+    if (pane == nullptr)
+        return nullptr;
+    setDefaultFont(pane);
+    ShowWindow(pane, SW_SHOW);
+    return pane;
+}
+
+HWND createStatusBar(HWND window)
+{
+    HWND bar = CreateWindowExW(0, STATUSCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | SBARS_SIZEGRIP, 0, 0,
+                               0, 0, window, reinterpret_cast<HMENU>(static_cast<INT_PTR>(statusBarId)),
+                               mainWindow.instance, nullptr);
+    if (bar == nullptr)
+        return nullptr;
+    SendMessageW(bar, SB_SIMPLE, FALSE, 0);
+    SendMessageW(bar, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(L" status :"));
+    return bar;
+}
+
+RECT upperPlace(const RECT& client)
+{
+    return {client.left, client.top, client.left + client.right, client.top + upperHeight};
+}
+
+RECT lowerPlace(const RECT& client)
+{
+    int top = static_cast<int>(client.top) + upperHeight;
+    int height = static_cast<int>(client.bottom) - upperHeight - statusHeight;
+    return {client.left, top, client.left + client.right, top + height};
+}
+
+void move(HWND child, const RECT& place)
+{
+    MoveWindow(child, place.left, place.top, place.right - place.left, place.bottom - place.top, TRUE);
+}
+
+RECT progressPlace()
+{
+    RECT bar;
+    GetClientRect(screenSet.statusBar, &bar);
+    LONG left = bar.right / 10;
+    return {left, progressTop, left + bar.right * 4 / 5, progressTop + progressHeight};
+}
+
+CHARFORMATW formatOf(HWND pane)
+{
+    CHARRANGE start = {0, 0};
+    SendMessageW(pane, EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&start));
+    CHARFORMATW format = {};
+    format.cbSize = sizeof format;
+    format.dwMask = defaultCharMask;
+    SendMessageW(pane, EM_GETCHARFORMAT, SCF_SELECTION, reinterpret_cast<LPARAM>(&format));
+    return format;
+}
+
+bool setFormat(HWND pane, CHARFORMATW format)
+{
+    format.dwMask = defaultCharMask;
+    auto request = reinterpret_cast<LPARAM>(&format);
+    SendMessageW(pane, EM_SETCHARFORMAT, SCF_DEFAULT, request); // for what comes after the pane was emptied
+    return SendMessageW(pane, EM_SETCHARFORMAT, SCF_ALL, request) != 0;
+}
+
+RECT placeOf(HWND child)
+{
+    RECT place;
+    GetWindowRect(child, &place);
+    MapWindowPoints(nullptr, GetParent(child), reinterpret_cast<POINT*>(&place), 2);
+    return place;
+}
+
+// A fresh control in the place of one with a long text, in its font: the control of Wine takes minutes to delete one.
+void replacePane(HWND pane)
+{
+    HWND fresh = createPane(GetParent(pane), GetDlgCtrlID(pane), placeOf(pane));
+    if (fresh == nullptr) {
+        SetWindowTextW(pane, L"");
+        return;
+    }
+    setFormat(fresh, formatOf(pane));
+    if (screenSet.paperWide)
+        setPrintWidth(fresh);
+    (pane == screenSet.upperScreen ? screenSet.upperScreen : screenSet.lowerScreen) = fresh;
+    if (mainWindow.lastFocus == pane)
+        mainWindow.lastFocus = fresh;
+    ShowWindow(fresh, SW_SHOW);
+    if (GetFocus() == pane)
+        SetFocus(fresh);
+    DestroyWindow(pane);
+}
+
+} // namespace
+
+int createScreens(HWND window)
+{
+    RECT client;
+    GetClientRect(window, &client);
+    screenSet.upperScreen = createShownPane(window, upperScreenId, upperPlace(client));
+    screenSet.lowerScreen = createShownPane(window, lowerScreenId, lowerPlace(client));
+    screenSet.statusBar = createStatusBar(window);
+    if (screenSet.upperScreen && screenSet.lowerScreen && screenSet.statusBar)
+        return 0;
+    showMessageBox(window, "alert", "failed to create child windows");
+    return -1;
+}
+
+int createProgressBar()
+{
+    RECT place = progressPlace();
+    screenSet.progressBar =
+        CreateWindowExW(0, PROGRESS_CLASSW, L"", WS_CHILD, place.left, place.top, place.right - place.left,
+                        place.bottom - place.top, screenSet.statusBar, nullptr, mainWindow.instance, nullptr);
+    if (screenSet.progressBar == nullptr) {
+        showMessageBox(mainWindow.window, "alert", "failed to create progress bar");
+        return -1;
+    }
+    SendMessageW(screenSet.progressBar, PBM_SETRANGE32, 0, 100);
+    SendMessageW(screenSet.progressBar, PBM_SETSTEP, 1, 0);
+    return 0;
+}
+
+void layoutScreens(HWND window)
+{
+    RECT client;
+    GetClientRect(window, &client);
+    move(screenSet.upperScreen, upperPlace(client));
+    move(screenSet.lowerScreen, lowerPlace(client));
+    MoveWindow(screenSet.statusBar, 0, 0, 0, 0, TRUE); // it aligns itself to the bottom
+}
+
+void layoutProgressBar()
+{
+    move(screenSet.progressBar, progressPlace());
+}
+
+HWND paneWindow(Pane pane)
+{
+    return pane == Pane::upper ? screenSet.upperScreen : screenSet.lowerScreen;
+}
+
+bool setDefaultFont(HWND pane)
+{
+    CHARFORMATW format = {};
+    format.cbSize = sizeof format;
+    format.yHeight = defaultFontTwips;
+    format.bCharSet = DEFAULT_CHARSET;
+    format.bPitchAndFamily = FIXED_PITCH | FF_MODERN;
+    wcscpy(format.szFaceName, L"Courier New");
+    return setFormat(pane, format);
+}
+
+void showTop(HWND pane)
+{
+    SetFocus(pane);
+    SendMessageW(pane, EM_SCROLL, SB_TOP, 0);
+}
+
+void clearPane(HWND pane)
+{
+    if (GetWindowTextLengthW(pane) > clearedInPlace)
+        replacePane(pane);
+    else
+        SetWindowTextW(pane, L"");
+}
+
+} // namespace torvane

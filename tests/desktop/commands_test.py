@@ -1,0 +1,159 @@
+"""Every theory and ride command by its key: its dialog filled with real keys, its report the console's to the
+character, its graph on screen. And what the dialogs do on screen while they are filled."""
+
+import pathlib
+import subprocess
+import tempfile
+import unittest
+
+import desktop
+from desktop import LOWER, OK, DesktopTest, wait_for
+
+# key, dialog, command, entries on screen, the same entries for the console, kind of its graph (None: no graph)
+COMMANDS = (
+    ("ctrl+shift+t", "cadence theory", 701, [(4111, "power"), (4121, "85")],
+     ["theoryTarget=power", "theoryCadence=85"], None),
+    ("ctrl+shift+d", "pedaling dynamics", 702, [(4211, "power"), (4223, "35")],
+     ["theoryTarget=power", "theoryTorque=35"], None),
+    ("ctrl+shift+g", "gear combination", 703, [(4311, "velocity"), (4321, "95"), (4351, "51"), (4352, "17")],
+     ["theoryTarget=velocity", "theoryCadence=95", "frontTooth=51", "rearTooth=17"], None),
+    ("ctrl+v", "power and velocity", 801, [(5111, "velocity"), (5131, "250"), (5133, "3.5")],
+     ["rideTarget=velocity", "ridePower=250", "rideInclination=3.5"], 3),
+    ("ctrl+a", "acceleration", 802, [(5211, "sector time"), (5241, "12"), (5243, "36")],
+     ["rideTarget=sector-time", "rideLegTime=12", "rideEndVelocity=36"], 3),
+    ("ctrl+d", "deceleration", 803, [(5311, "distance"), (5341, "150")],
+     ["rideTarget=distance", "rideDistance=150"], 3),
+    ("ctrl+b", "pattern braking", 804, [(5411, "critical full braking"), (5432, "55"), (5436, "-4")],
+     ["rideTarget=1", "rideStartVelocity=55", "brakingInclination=-4"], 3),
+    ("ctrl+i", "inclination and velocity", 805, [(5511, "inclination"), (5531, "45")],
+     ["rideTarget=inclination", "rideVelocity=45"], 3),
+    ("ctrl+c", "critical cornering", 806, [(5611, "line radius"), (5621, "42")],
+     ["rideTarget=line-radius", "rideVelocity=42"], 1),
+)
+
+
+def parameters_with(*settings):
+    """A parameter file whose defaults are these."""
+    with tempfile.TemporaryDirectory() as folder:
+        path = pathlib.Path(folder) / "Torvane.par"
+        desktop.console("--par", path, "--save", "preference", *settings)
+        return path.read_bytes()
+
+
+class CommandTest(DesktopTest):
+    @classmethod
+    def setUpClass(cls):
+        cls.parameters = parameters_with("bandGraphPowerVelocity=1", "bandGraphCornering=1")
+        super().setUpClass()
+
+    def test_report_and_graph(self):
+        for key, dialog, command, fields, arguments, kind in COMMANDS:
+            with self.subTest(dialog):
+                text = self.desktop.run(key, dialog, fields)
+                expected = desktop.console(command, *arguments)
+                self.assertEqual(text, expected["lower"])
+                self.assertEqual(self.desktop.status(), expected["status"])
+                wait_for(lambda: self.desktop.ask("focus")["id"] == LOWER, "the focus on the lower pane")
+                self.desktop.screenshot(f"result {dialog}")
+                graph = self.desktop.find("graph", "graph")
+                self.assertEqual(graph is not None, kind is not None)
+                if kind == 3:
+                    self.change_curves(graph["handle"], dialog)
+
+    def change_curves(self, graph, dialog):
+        before = self.picture(graph)
+        combo = self.desktop.control(graph, 2)
+        entries = self.desktop.ask("items", combo["handle"])
+        self.assertGreater(len(entries), 2)
+        self.desktop.click_control(graph, 2)
+        self.desktop.press("Down", "Down", "Return")
+        wait_for(lambda: self.desktop.control(graph, 2)["selected"] == 2, "another series")
+        wait_for(lambda: self.picture(graph) != before, "other curves")
+        self.desktop.screenshot(f"graph {dialog}")
+
+    def picture(self, graph):
+        left, top, right, bottom = next(w for w in self.desktop.windows() if w["handle"] == graph)["rect"]
+        area = f"{right - left}x{bottom - top - 90}+{left}+{top + 80}"
+        crop = ["import", "-window", "root", "-crop", area, "rgb:-"]
+        return subprocess.run(crop, env=self.desktop.env, capture_output=True, check=True).stdout
+
+
+class DialogTest(DesktopTest):
+    def open(self, key, title):
+        self.desktop.press(key)
+        window = self.desktop.dialog(title)
+        self.addCleanup(self.leave, window)
+        return window
+
+    def leave(self, window):
+        self.desktop.press("Escape")
+        self.desktop.gone(window)
+
+    def enabled(self, window, *numbers):
+        controls = self.desktop.controls(window)
+        return [number for number in numbers if controls[number]["enabled"]]
+
+    def test_value_beyond_its_limit_is_refused(self):
+        window = self.open("ctrl+v", "power and velocity")
+        for text, message in (("200.1", "found too large value of a velocity"),
+                              ("-1", "found too small value of a velocity")):
+            self.desktop.fill(window, 5132, text)
+            self.desktop.press("Return")
+            self.assertEqual(self.desktop.box("warning"), message)
+            self.assertEqual(self.desktop.control(window, 5132)["text"], text)
+
+    def test_target_disables_its_own_field(self):
+        window = self.open("ctrl+v", "power and velocity")
+        fields = (5112, 5131, 5132, 5141, 5142)
+        self.assertEqual(self.enabled(window, *fields), [5132, 5142])
+        self.desktop.select(window, 5111, "velocity")
+        self.assertEqual(self.enabled(window, *fields), [5112, 5131, 5141])
+        self.desktop.click_control(window, 5122, 0.2)
+        wait_for(lambda: self.desktop.control(window, 5153)["text"] == "km", "the other units")
+        self.assertEqual(self.desktop.control(window, 5151)["text"], "distance based")
+
+    def test_up_down_steps_and_stops(self):
+        window = self.open("ctrl+a", "acceleration")
+        left, top, right, bottom = self.desktop.control(window, 5255)["rect"]
+        self.desktop.click((left + right) // 2, top + 3)
+        wait_for(lambda: self.desktop.control(window, 5245)["text"].strip() == "0.1", "a step up")
+        self.desktop.click((left + right) // 2, bottom - 4)
+        self.desktop.click((left + right) // 2, bottom - 4)
+        wait_for(lambda: self.desktop.control(window, 5245)["text"].strip() == "-0.1", "two steps down")
+        self.desktop.fill(window, 5245, "100")
+        self.desktop.press("Up")
+        self.assertEqual(self.desktop.control(window, 5245)["text"].strip(), "100")
+        self.desktop.press("Down")
+        wait_for(lambda: self.desktop.control(window, 5245)["text"].strip() == "99.9", "a step down by key")
+
+    def test_factor_brings_its_own_value(self):
+        window = self.open("ctrl+a", "acceleration")
+        power = self.desktop.control(window, 5241)["text"]
+        self.desktop.select(window, 5211, "sector time")
+        wait_for(lambda: self.desktop.control(window, 5231)["text"] == "sec", "the unit of a time")
+        self.assertNotEqual(self.desktop.control(window, 5241)["text"], power)
+        self.desktop.select(window, 5211, "maxi power")
+        wait_for(lambda: self.desktop.control(window, 5231)["text"] == "W", "the unit of a power")
+        self.assertEqual(self.desktop.control(window, 5241)["text"], power)
+        self.desktop.select(window, 5211, "PEV as maxi")
+        wait_for(lambda: not self.desktop.control(window, 5241)["enabled"], "the value to be disabled")
+
+    def test_tab_order_follows_the_page(self):
+        for key, title in (("ctrl+shift+t", "cadence theory"), ("ctrl+v", "power and velocity"),
+                           ("ctrl+b", "pattern braking"), ("ctrl+m", "combine fit files"),
+                           ("ctrl+shift+i", "increase timestamp")):
+            with self.subTest(title):
+                self.desktop.press(key)
+                window = self.desktop.dialog(title)
+                visited = []
+                while (focus := self.desktop.ask("focus"))["handle"] not in [f["handle"] for f in visited]:
+                    visited.append(focus)
+                    self.desktop.press("Tab")
+                lines = [(f["rect"][1] // 10, f["rect"][0]) for f in visited if f["id"] not in (OK, desktop.CANCEL)]
+                self.assertGreater(len(lines), 3)
+                self.assertEqual([line for line, _ in lines], sorted(line for line, _ in lines))
+                self.leave(window)
+
+
+if __name__ == "__main__":
+    desktop.main()

@@ -1,0 +1,73 @@
+"""The console program for Windows prints the same bytes as the native one."""
+
+import pathlib
+import subprocess
+import tempfile
+import unittest
+
+import desktop
+import fit_file
+
+WINDOWS_CLI = desktop.BUILD / "torvane-cli.exe"
+
+COMMANDS = (
+    ["all-profile"],
+    ["condition"],
+    ["--set", "motorLocation=hub", "--set", "assistRangeMode[0]=constant", "all-profile"],
+    ["cadence-theory", "theoryTarget=power", "theoryCadence=85"],
+    ["pedaling-dynamics"],
+    ["gear-combination"],
+    ["power-and-velocity", "rideTarget=power", "rideVelocity=40"],
+    ["power-and-velocity", "rideTarget=velocity", "ridePower=250", "rideInclination=3"],
+    ["acceleration", "rideTarget=sector-time", "rideLegTime=12", "rideEndVelocity=36"],
+    ["deceleration"],
+    ["pattern-braking", "rideTarget=1"],
+    ["inclination-and-velocity"],
+    ["critical-cornering"],
+    ["--json", "acceleration"],
+    ["power-and-velocity", "rideVelocity=201"],
+    ["load", "ride.fit"],
+    ["express", "ride.fit"],
+    ["analyse", "ride.fit"],
+    ["load", "missing.fit"],
+    ["nonsense"],
+)
+
+
+class ConsoleTest(unittest.TestCase):
+    def run_both(self, arguments, folder):
+        native = subprocess.run([str(desktop.NATIVE_CLI), *arguments], cwd=folder, capture_output=True)
+        under_wine = subprocess.run(
+            ["wine", str(WINDOWS_CLI), *arguments], cwd=folder, env=desktop.environment(), capture_output=True
+        )
+        return native, under_wine
+
+    def test_same_bytes(self):
+        desktop.make_prefix()
+        self.addCleanup(desktop.end_wine)
+        with tempfile.TemporaryDirectory() as folder:
+            (pathlib.Path(folder) / "ride.fit").write_bytes(fit_file.ride(400))
+            for arguments in COMMANDS:
+                with self.subTest(" ".join(arguments)):
+                    native, under_wine = self.run_both(arguments, folder)
+                    self.assertEqual(under_wine.stdout, native.stdout)
+                    self.assertEqual(under_wine.stderr, native.stderr)
+                    self.assertEqual(under_wine.returncode, native.returncode)
+
+    def test_same_files(self):
+        desktop.make_prefix()
+        self.addCleanup(desktop.end_wine)
+        with tempfile.TemporaryDirectory() as folder:
+            (pathlib.Path(folder) / "ride.fit").write_bytes(fit_file.ride(400))
+            made = {}
+            for number, name in enumerate(("native", "wine")):
+                target = f"{name}.fit"
+                program = [str(desktop.NATIVE_CLI)] if number == 0 else ["wine", str(WINDOWS_CLI)]
+                subprocess.run([*program, "create", "ride.fit", target], cwd=folder, env=desktop.environment(),
+                               capture_output=True)
+                made[name] = (pathlib.Path(folder) / target).read_bytes()
+            self.assertEqual(made["native"], made["wine"])
+
+
+if __name__ == "__main__":
+    desktop.main()

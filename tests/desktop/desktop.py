@@ -1,0 +1,332 @@
+"""Drives the desktop program under Wine on a virtual display: real keys and clicks in, control texts and pictures out.
+
+One display and one Wine prefix of its own per build folder. Everything that is started here is ended here, by its own
+process id. Nothing waits for a fixed time: every wait looks for what it waits for, up to a limit.
+"""
+
+import json
+import os
+import pathlib
+import re
+import shutil
+import subprocess
+import time
+import unittest
+
+SOURCE = pathlib.Path(__file__).resolve().parents[2]
+BUILD = pathlib.Path(os.environ.get("TORVANE_BUILD", SOURCE / "build" / "windows"))
+NATIVE_CLI = pathlib.Path(os.environ.get("TORVANE_NATIVE_CLI", SOURCE / "build" / "native" / "torvane-cli"))
+SCREENSHOTS = SOURCE / "build" / "screenshots"
+PREFIX = BUILD / "wine-prefix"
+LIMIT = 60.0  # s; far beyond what a quiet machine needs
+
+UPPER, LOWER, STATUS = 202, 201, 203
+OK, CANCEL = 1, 2
+
+
+def environment(display=None):
+    env = dict(os.environ)
+    env.update(WINEPREFIX=str(PREFIX), WINEDEBUG="-all", WINEDLLOVERRIDES="mscoree,mshtml=", LC_ALL="C.UTF-8")
+    if display:
+        env["DISPLAY"] = display
+    return env
+
+
+def wait_for(look, what, limit=LIMIT):
+    """Calls look until it gives something true, and returns that."""
+    end = time.monotonic() + limit
+    while True:
+        found = look()
+        if found:
+            return found
+        if time.monotonic() > end:
+            raise AssertionError(f"waited in vain for {what}")
+        time.sleep(0.05)
+
+
+def windows_path(path):
+    """The path of a file as Wine's programs name it."""
+    return "Z:" + str(pathlib.Path(path).resolve()).replace("/", "\\")
+
+
+def make_prefix():
+    """A fresh Wine prefix whose programs live on one virtual desktop, so that Wine itself manages their windows."""
+    if (PREFIX / "system.reg").exists():
+        return
+    PREFIX.parent.mkdir(parents=True, exist_ok=True)
+    with Display() as display:
+        env = environment(display.name)
+        subprocess.run(["wineboot", "-i"], env=env, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=True)
+        for key, value, data in (
+            (r"HKCU\Software\Wine\Explorer", "Desktop", "tests"),
+            (r"HKCU\Software\Wine\Explorer\Desktops", "tests", "1280x1024"),
+        ):
+            subprocess.run(
+                ["wine", "reg", "add", key, "/v", value, "/d", data, "/f"],
+                env=env, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=True,
+            )
+        end_wine()
+
+
+def end_wine():
+    """Ends what runs in the prefix of these tests, and nothing else."""
+    subprocess.run(["wineserver", "-k"], env=environment(), stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+    subprocess.run(["wineserver", "-w"], env=environment(), timeout=LIMIT)
+
+
+class Display:
+    """A virtual screen."""
+
+    def __enter__(self):
+        read, write = os.pipe()
+        self.process = subprocess.Popen(
+            ["Xvfb", "-displayfd", str(write), "-screen", "0", "1280x1024x24", "-nolisten", "tcp"],
+            pass_fds=[write], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+        )
+        os.close(write)
+        with os.fdopen(read) as pipe:
+            self.name = ":" + pipe.readline().strip()
+        return self
+
+    def __exit__(self, *_):
+        self.process.terminate()
+        self.process.wait()
+
+
+class Desktop:
+    """The program in a folder of its own, with the probe beside it."""
+
+    def __init__(self, folder, parameters=None, awaits_start=True, unpacked=False):
+        self.folder = pathlib.Path(folder)
+        if not unpacked:
+            self.make_folder(parameters)
+        self.program = None
+        self.awaits_start = awaits_start
+
+    def make_folder(self, parameters):
+        shutil.rmtree(self.folder, ignore_errors=True)
+        self.folder.mkdir(parents=True)
+        shutil.copy(BUILD / "Torvane.exe", self.folder)
+        if parameters is not None:
+            (self.folder / "Torvane.par").write_bytes(parameters)
+
+    def __enter__(self):
+        make_prefix()
+        self.display = Display().__enter__()
+        self.env = environment(self.display.name)
+        self.probe = subprocess.Popen(
+            ["wine", str(BUILD / "probe.exe")], env=self.env, stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+            stderr=subprocess.DEVNULL, text=True, encoding="utf-8", bufsize=1,
+        )
+        self.ask("windows")
+        self.launch()
+        if self.awaits_start:
+            self.await_start()
+        return self
+
+    def __exit__(self, *_):
+        end_wine()
+        for process in (self.probe, self.program):
+            process.wait(timeout=LIMIT)
+        self.probe.stdin.close()
+        self.probe.stdout.close()
+        self.display.__exit__()
+
+    def launch(self):
+        self.program = subprocess.Popen(
+            ["wine", "Torvane.exe"], cwd=self.folder, env=self.env, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL
+        )
+
+    def await_start(self):
+        self.main = wait_for(lambda: self.find("Torvane", "Torvane"), "the main window")["handle"]
+        wait_for(lambda: self.pane(UPPER), "the report at start")
+        self.click_window(self.main)
+
+    # What is on the screen
+
+    def ask(self, *words):
+        self.probe.stdin.write(" ".join(str(word) for word in words) + "\n")
+        line = self.probe.stdout.readline()
+        if not line:
+            raise AssertionError("the probe has ended")
+        return json.loads(line)
+
+    def windows(self):
+        return self.ask("windows")
+
+    def find(self, title, kind=None):
+        for window in self.windows():
+            if window["text"] == title and (kind is None or window["class"] == kind):
+                return window
+        return None
+
+    def find_menu(self):
+        """An open menu."""
+        return next((w for w in self.windows() if w["class"] == "#32768"), None)
+
+    def dialog(self, title):
+        """Waits for a dialog, sheet or message box, and returns its handle."""
+        return wait_for(lambda: self.find(title, "#32770"), f"dialog '{title}'")["handle"]
+
+    def gone(self, handle):
+        wait_for(lambda: all(w["handle"] != handle for w in self.windows()), "a window to go")
+
+    def control(self, window, number):
+        for child in self.ask("children", window):
+            if child["id"] == number and child["visible"]:
+                return child
+        raise AssertionError(f"no control {number}")
+
+    def controls(self, window):
+        return {child["id"]: child for child in self.ask("children", window) if child["visible"]}
+
+    def pane(self, number):
+        """Text of a pane, its lines ending as the console's do."""
+        # A pane that is cleared of a long text is another window afterwards.
+        child = wait_for(
+            lambda: next((c for c in self.ask("children", self.main) if c["id"] == number), None), f"pane {number}"
+        )
+        return self.ask("text", child["handle"]).replace("\r\n", "\n").replace("\r", "\n")
+
+    def status(self):
+        return self.control(self.main, STATUS)["text"]
+
+    def box(self, title, button="Return"):
+        """Answers a message box, and returns its text."""
+        handle = self.dialog(title)
+        text = "".join(c["text"] for c in self.ask("children", handle) if c["class"] == "Static" and c["text"])
+        self.press(button)
+        self.gone(handle)
+        return text
+
+    # What a user does
+
+    def xdotool(self, *words):
+        subprocess.run(["xdotool", *map(str, words)], env=self.env, check=True)
+
+    def press(self, *keys):
+        self.xdotool("key", "--delay", "20", *keys)
+
+    def write(self, text):
+        self.xdotool("type", "--delay", "8", "--", text)
+
+    def click(self, x, y):
+        self.xdotool("mousemove", x, y, "click", 1)
+
+    def click_window(self, handle):
+        """On its title bar, which changes nothing but the focus."""
+        left, top, right, _ = next(w for w in self.windows() if w["handle"] == handle)["rect"]
+        self.click((left + right) // 2, top + 12)
+
+    def click_control(self, window, number, where=0.5):
+        left, top, right, bottom = self.control(window, number)["rect"]
+        self.click(int(left + (right - left) * where), (top + bottom) // 2)
+
+    def check(self, window, number, wanted=True):
+        if bool(self.control(window, number)["checked"]) != wanted:
+            self.click_control(window, number, 0.1)
+            wait_for(lambda: bool(self.control(window, number)["checked"]) == wanted, f"check box {number}")
+
+    def fill(self, window, number, text):
+        """Types over what an edit box holds."""
+        handle = self.control(window, number)["handle"]
+        self.ask("next", handle)
+        self.press("Home", "shift+End", "Delete")
+        self.write(text)
+        wait_for(lambda: self.control(window, number)["text"] == text, f"'{text}' in edit box {number}")
+
+    def select(self, window, number, entry):
+        """Chooses an entry of a combo box by its keys."""
+        child = self.control(window, number)
+        target = self.ask("items", child["handle"]).index(entry)
+        self.ask("next", child["handle"])
+        self.press("Home", *["Down"] * target)
+        wait_for(lambda: self.control(window, number)["selected"] == target, f"entry '{entry}'")
+
+    def confirm(self, window):
+        self.click_control(window, OK)
+
+    def command(self, number):
+        """A command as its menu entry sends it."""
+        self.ask("command", self.main, number)
+
+    def run(self, key, dialog=None, fields=()):
+        """A long command by its key: the dialog filled and confirmed, and the report awaited."""
+        self.command(309)
+        wait_for(lambda: not self.pane(LOWER), "an empty pane")
+        self.press(key)
+        if dialog:
+            window = self.dialog(dialog)
+            for number, value in fields:
+                if isinstance(value, bool):
+                    self.check(window, number, value)
+                elif self.control(window, number)["class"] == "ComboBox":
+                    self.select(window, number, value)
+                else:
+                    self.fill(window, number, value)
+            self.screenshot(dialog)
+            self.confirm(window)
+            self.gone(window)
+        return self.report()
+
+    def report(self):
+        """The text of the lower pane, once it is there and grows no more."""
+        wait_for(lambda: self.pane(LOWER), "a report")
+        last = None
+        while last != (last := self.pane(LOWER)):
+            time.sleep(0.3)
+        return last
+
+    def choose_file(self, title, path):
+        window = self.dialog(title)
+        self.press("alt+n", "Home", "shift+End")
+        self.write(windows_path(path))
+        self.press("Return")
+        self.gone(window)
+
+    def screenshot(self, name):
+        SCREENSHOTS.mkdir(parents=True, exist_ok=True)
+        path = SCREENSHOTS / (re.sub(r"[^a-z0-9]+", "-", name.lower()) + ".png")
+        subprocess.run(["import", "-window", "root", str(path)], env=self.env, check=True)
+
+    def processor_time(self):
+        """Seconds that the program itself has computed; other work on the machine does not count."""
+        fields = pathlib.Path(f"/proc/{self.program.pid}/stat").read_text().rsplit(")", 1)[1].split()
+        return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
+
+    def close(self):
+        self.ask("close", self.main)
+        self.program.wait(timeout=LIMIT)
+
+
+def console(*arguments):
+    """What the native console program answers to the same command: its texts by name."""
+    done = subprocess.run([str(NATIVE_CLI), "--json", *map(str, arguments)], capture_output=True, timeout=LIMIT)
+    return json.loads(done.stdout)
+
+
+def main():
+    """Runs the tests of the calling file; without what they need they count as skipped."""
+    missing = [name for name in ("wine", "Xvfb", "xdotool", "import") if shutil.which(name) is None]
+    missing += [str(path) for path in (NATIVE_CLI, BUILD / "Torvane.exe") if not path.exists()]
+    if missing:
+        print("skipped: not found: " + ", ".join(missing))
+        raise SystemExit(77)
+    unittest.main(module="__main__", verbosity=2)
+
+
+class DesktopTest(unittest.TestCase):
+    """A test case with one running program for all of its tests."""
+
+    parameters = None
+    folder = None  # of the program; none: named after the class
+
+    @classmethod
+    def setUpClass(cls):
+        cls.desktop = Desktop(BUILD / "desktop-tests" / (cls.folder or cls.__name__), cls.parameters)
+        cls.desktop.__enter__()
+        cls.addClassCleanup(cls.desktop.__exit__)
+
+    def tearDown(self):
+        if any(error for _, error in getattr(self._outcome, "errors", []) or [] if error):
+            self.desktop.screenshot("failed " + self.id())

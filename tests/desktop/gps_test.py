@@ -1,0 +1,153 @@
+"""Recorded rides on the desktop: loading by the prompt, the commands that a load opens, a long table in the pane, and
+what a press and a close do during a run."""
+
+import time
+import unittest
+
+import desktop
+import fit_file
+from desktop import LOWER, Desktop, DesktopTest, wait_for
+
+SOURCE, DESTINATION = 8611, 8612  # at one stroke
+FILL_LIMIT = 3.0  # s for the table of a long ride
+
+
+def write_ride(program, name, seconds):
+    path = program.folder / name
+    path.write_bytes(fit_file.ride(seconds))
+    return path
+
+
+class RideTest(DesktopTest):
+    def load(self, path):
+        self.desktop.command(309)
+        self.desktop.press("ctrl+l")
+        self.desktop.choose_file("open file selected", path)
+        return self.desktop.report()
+
+    def opens(self, key, title):
+        """Whether a key opens its dialog; about, pressed behind it, tells when there is none."""
+        self.desktop.press(key, "ctrl+q")
+        window = wait_for(lambda: self.desktop.find(title) or self.desktop.find("about"), "either dialog")
+        self.desktop.press("Escape")
+        self.desktop.gone(window["handle"])
+        return window["text"] == title
+
+    def test_load_express_analyse_create(self):
+        ride = write_ride(self.desktop, "morning.fit", 300)
+        self.assertEqual(self.load(ride), desktop.console("load", ride)["lower"])
+        self.assertEqual(self.desktop.ask("focus")["id"], LOWER)
+        self.assertFalse(self.opens("ctrl+f", "create a FIT file analysed"))
+
+        text = self.desktop.run("ctrl+e", "express source data", [(6131, "30")])
+        self.assertEqual(text, desktop.console("express", "expressUnrealInclination=30", ride)["lower"])
+
+        text = self.desktop.run("ctrl+t", "analyse and predict", [(7111, False), (7133, "2.5")])
+        arguments = ["flatCourse=off", "analyseWindSpeed=2.5"]
+        self.assertEqual(text, desktop.console("analyse", *arguments, ride)["lower"])
+
+        created = self.desktop.folder / "analysed.fit"
+        self.desktop.press("ctrl+f")
+        window = self.desktop.dialog("create a FIT file analysed")
+        self.desktop.fill(window, 7211, desktop.windows_path(created))
+        self.desktop.screenshot("create a fit file analysed")
+        self.desktop.confirm(window)
+        self.desktop.gone(window)
+        wait_for(created.exists, "the created file")
+        expected = self.desktop.folder / "expected.fit"
+        desktop.console("create", *arguments, ride, expected)
+        self.assertEqual(created.read_bytes(), expected.read_bytes())
+
+    def test_tool_greys_the_loaded_ride(self):
+        ride = write_ride(self.desktop, "source.fit", 60)
+        self.load(ride)
+        self.assertTrue(self.opens("ctrl+e", "express source data"))
+        converted = self.desktop.folder / "converted.fit"
+        self.desktop.press("ctrl+n")
+        window = self.desktop.dialog("convert FIT file format")
+        self.desktop.fill(window, 8241, desktop.windows_path(ride))
+        self.desktop.confirm(window)
+        self.assertIn("destination", self.desktop.box("error"))
+        self.desktop.fill(window, 8242, desktop.windows_path(converted))
+        self.desktop.confirm(window)
+        self.desktop.gone(window)
+        wait_for(converted.exists, "the converted file")
+        wait_for(lambda: not self.opens("ctrl+e", "express source data"), "the command to be greyed")
+
+    def test_failed_load_is_told(self):
+        broken = self.desktop.folder / "broken.fit"
+        broken.write_bytes(fit_file.ride(20)[:-1] + b"\0")
+        self.assertEqual(self.load(broken), desktop.console("load", broken)["lower"])
+        self.assertFalse(self.opens("ctrl+e", "express source data"))
+
+    def test_settings_open_within_at_one_stroke(self):
+        ride = write_ride(self.desktop, "stroke.fit", 120)
+        self.desktop.press("ctrl+shift+f")
+        window = self.desktop.dialog("load and analyse and create")
+        self.desktop.fill(window, SOURCE, desktop.windows_path(ride))
+        self.desktop.click_control(window, 8631)
+        settings = self.desktop.dialog("analyse and predict")
+        self.desktop.fill(settings, 7133, "3.5")
+        self.desktop.screenshot("settings for analysis")
+        self.desktop.confirm(settings)
+        self.desktop.gone(settings)
+        made = self.desktop.folder / "made.fit"
+        self.desktop.fill(window, DESTINATION, desktop.windows_path(made))
+        self.desktop.screenshot("at one stroke")
+        self.desktop.confirm(window)
+        self.desktop.gone(window)
+        wait_for(made.exists, "the file made")
+        expected = self.desktop.folder / "stroke expected.fit"
+        desktop.console("stroke", "analyseWindSpeed=3.5", ride, expected)
+        self.assertEqual(made.read_bytes(), expected.read_bytes())
+        wait_for(lambda: self.opens("ctrl+e", "express source data"), "the commands on the file made")
+
+
+class LongRunTest(unittest.TestCase):
+    def test_long_table_fills_and_a_close_during_the_run_is_ignored(self):
+        with Desktop(desktop.BUILD / "desktop-tests" / "LongRunTest") as program:
+            ride = write_ride(program, "long.fit", 15000)
+            program.press("ctrl+l")
+            program.choose_file("open file selected", ride)
+            wait_for(lambda: "long.fit" in program.status(), "the load")
+            program.command(309)
+            program.press("ctrl+e")
+            window = program.dialog("express source data")
+            program.confirm(window)
+            program.gone(window)
+            started, computed = time.monotonic(), program.processor_time()
+            program.ask("close", program.main)
+            slowest = 0.0
+            while program.ask("focus")["id"] != LOWER or "express" not in program.status():
+                asked = time.monotonic()
+                program.status()
+                slowest = max(slowest, time.monotonic() - asked)
+                self.assertLess(asked - started, desktop.LIMIT)
+                time.sleep(0.05)
+            took, computed = time.monotonic() - started, program.processor_time() - computed
+            self.assertIsNone(program.program.poll(), "the close was taken")
+            expected = desktop.console("express", ride)["lower"]
+            self.assertEqual(wait_for(lambda: program.pane(LOWER), "the table"), expected)
+            self.assertGreater(expected.count("\n"), 15000)
+            print(f"filled in {took:.2f} s ({computed:.2f} s of work), answered within {slowest:.2f} s", flush=True)
+            self.assertLess(computed, FILL_LIMIT)
+            self.assertLess(slowest, 1.0)
+
+            started = time.monotonic()
+            program.command(309)
+            wait_for(lambda: not program.pane(LOWER), "an empty pane")
+            self.assertLess(time.monotonic() - started, FILL_LIMIT)
+
+            # A press during the run: no dialog, and the run goes on to its end.
+            program.press("ctrl+e")
+            window = program.dialog("express source data")
+            program.confirm(window)
+            program.gone(window)
+            program.press("ctrl+v")
+            wait_for(lambda: program.pane(LOWER) == expected, "the whole table")
+            self.assertIsNone(program.find("power and velocity"))
+            program.close()
+
+
+if __name__ == "__main__":
+    desktop.main()

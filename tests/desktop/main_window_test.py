@@ -1,0 +1,133 @@
+"""The main window: its start, its panes, its menu's keys, a second start, its end."""
+
+import struct
+import subprocess
+import unittest
+
+import desktop
+from desktop import CANCEL, LIMIT, LOWER, OK, STATUS, UPPER, Desktop, DesktopTest, wait_for
+
+ABOUT_TEXT = 111
+WINDOW_RECT = 0x24  # in the parameter file: left, top, right, bottom
+WINDOW_SIZE = 0x44
+
+
+class StartTest(DesktopTest):
+    def places(self):
+        return {c["id"]: c["rect"] for c in self.desktop.ask("children", self.desktop.main) if c["id"]}
+
+    def test_profile_is_reported(self):
+        desktop_ = self.desktop
+        self.assertEqual(desktop_.pane(UPPER), desktop.console("all-profile")["upper"])
+        self.assertEqual(desktop_.pane(LOWER), "")
+        self.assertEqual(desktop_.status().strip(), "status :")
+        self.assertEqual(desktop_.ask("focus")["id"], UPPER)
+        desktop_.screenshot("start")
+
+    def test_panes_share_the_window(self):
+        before = self.places()
+        _, _, right, bottom = next(w for w in self.desktop.windows() if w["class"] == "Torvane")["rect"]
+        self.desktop.xdotool("mousemove", right - 2, bottom - 2, "mousedown", 1)
+        self.desktop.xdotool("mousemove", right + 58, bottom + 98, "mouseup", 1)
+        after = wait_for(lambda: self.places() if self.places() != before else None, "a new layout")
+        for place in (before, after):
+            upper, lower, status = place[UPPER], place[LOWER], place[STATUS]
+            self.assertEqual(upper[3] - upper[1], 150)
+            self.assertEqual(lower[1], upper[3])
+            self.assertEqual(lower[3] - lower[1], status[3] - upper[1] - 168, "client height less 168")
+            self.assertEqual(upper[2] - upper[0], lower[2] - lower[0])
+        self.assertEqual(after[LOWER][2] - before[LOWER][2], 60)
+        self.assertEqual(after[STATUS][3] - before[STATUS][3], 100)
+
+    def test_reports_by_key(self):
+        for key, command in (("ctrl+shift+h", "human"), ("ctrl+shift+l", "power-loss"), ("ctrl+shift+c", "condition")):
+            self.desktop.press(key)
+            expected = desktop.console(command)["upper"]
+            wait_for(lambda: self.desktop.pane(UPPER) == expected, f"the report of {command}")
+            self.assertEqual(self.desktop.ask("focus")["id"], UPPER)
+
+    def test_greyed_commands_do_nothing(self):
+        self.desktop.press("ctrl+e", "ctrl+t", "ctrl+f", "ctrl+q")
+        about = self.desktop.dialog("about")
+        self.assertEqual(len([w for w in self.desktop.windows() if w["class"] == "#32770"]), 1)
+        self.assertEqual(self.desktop.control(about, ABOUT_TEXT)["text"], "Torvane ver.1.21.00")
+        self.desktop.screenshot("about")
+        self.desktop.press("Return")
+        self.desktop.gone(about)
+
+    def test_menu_is_whole(self):
+        for number, key in enumerate(("f", "p", "s", "g", "o", "h")):
+            self.desktop.press(f"alt+{key}")
+            wait_for(lambda: self.desktop.find_menu(), f"menu {key}")
+            self.desktop.screenshot(f"menu {number}")
+            self.desktop.press("Escape", "Escape")
+            wait_for(lambda: not self.desktop.find_menu(), "the menu to close")
+
+    def test_exit_can_be_cancelled(self):
+        self.desktop.press("ctrl+x")
+        question = self.desktop.dialog("confirmation")
+        labels = {number: c["text"] for number, c in self.desktop.controls(question).items()}
+        self.assertEqual((labels[OK], labels[CANCEL]), ("okay", "cancel"))
+        self.desktop.press("Escape")
+        self.desktop.gone(question)
+        self.assertIsNone(self.desktop.program.poll())
+
+    def test_close_is_ignored_beneath_a_dialog(self):
+        self.desktop.press("ctrl+q")
+        about = self.desktop.dialog("about")
+        self.desktop.ask("close", self.desktop.main)
+        self.desktop.press("Return")
+        self.desktop.gone(about)
+        self.assertIsNotNone(self.desktop.find("Torvane", "Torvane"))
+
+    def test_second_start_ends_silently(self):
+        second = subprocess.run(["wine", "Torvane.exe"], cwd=self.desktop.folder, env=self.desktop.env, timeout=LIMIT)
+        self.assertEqual(second.returncode, 0)
+        self.assertEqual(len([w for w in self.desktop.windows() if w["class"] == "Torvane"]), 1)
+        self.assertFalse([w for w in self.desktop.windows() if w["class"] == "#32770"])
+
+
+class EndTest(unittest.TestCase):
+    def test_window_metrics_are_kept(self):
+        with Desktop(desktop.BUILD / "desktop-tests" / "EndTest") as program:
+            rect = program.find("Torvane", "Torvane")["rect"]
+            self.assertEqual((rect[2] - rect[0], rect[3] - rect[1]), (800, 480))
+            self.assertEqual(rect[0], (1280 - 800) // 2, "centred at the first start")
+            program.xdotool("mousemove", rect[0] + 300, rect[1] + 12, "mousedown", 1)
+            program.xdotool("mousemove", rect[0] + 333, rect[1] + 56, "mouseup", 1)
+            moved = [rect[0] + 33, rect[1] + 44, rect[2] + 33, rect[3] + 44]
+            wait_for(lambda: program.find("Torvane", "Torvane")["rect"] == moved, "the window to move")
+
+            program.press("ctrl+x")
+            program.dialog("confirmation")
+            program.press("Return")
+            self.assertEqual(program.program.wait(timeout=LIMIT), 0)
+            block = (program.folder / "Torvane.par").read_bytes()
+            self.assertEqual(len(block), 2416)
+            self.assertEqual(list(struct.unpack_from("<4i", block, WINDOW_RECT)), moved)
+            self.assertEqual(struct.unpack_from("<2i", block, WINDOW_SIZE), (800, 480))
+
+            program.launch()
+            program.await_start()
+            self.assertEqual(program.find("Torvane", "Torvane")["rect"], moved)
+
+    def test_unusable_parameter_file_is_told_and_kept(self):
+        folder = desktop.BUILD / "desktop-tests" / "UnusableTest"
+        # The count of chainrings, far outside its table.
+        block = bytearray(2416)
+        with Desktop(folder) as program:
+            program.close()
+            block[:] = (folder / "Torvane.par").read_bytes()
+        count = block.index(struct.pack("<5i", 2, 11, 51, 42, 33))
+        struct.pack_into("<i", block, count, 1000)
+        with Desktop(folder, bytes(block), awaits_start=False) as program:
+            text = program.box("alert")
+            self.assertIn("Torvane.par", text)
+            program.await_start()
+            self.assertEqual(program.pane(UPPER), desktop.console("all-profile")["upper"])
+            kept = [p for p in folder.iterdir() if p.name.startswith("Torvane.par") and p.read_bytes() == bytes(block)]
+            self.assertEqual(len(kept), 1)
+
+
+if __name__ == "__main__":
+    desktop.main()

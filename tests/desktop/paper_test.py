@@ -1,0 +1,194 @@
+"""The panes as documents: fonts, rich text and plain text files, printing."""
+
+import re
+import shutil
+import subprocess
+import unittest
+
+import desktop
+import printer
+from desktop import LOWER, UPPER, DesktopTest, wait_for
+
+INCH = 72.0  # points
+TOLERANCE = 3.0  # points, for glyphs that reach beyond their own width
+WORD = re.compile(r'<word xMin="([\d.]+)" yMin="([\d.]+)" xMax="([\d.]+)" yMax="([\d.]+)">(.*?)</word>')
+
+SAVE_UPPER, SAVE_LOWER, SAVE_UPPER_AS, SAVE_LOWER_AS = 312, 313, 314, 315
+FONT_UPPER_SELECTED, FONT_UPPER_ALL, FONT_LOWER_SELECTED = 304, 305, 306
+PRINT_UPPER, PRINT_LOWER = 310, 311
+
+
+class TextFileTest(DesktopTest):
+    def save_as(self, command, path, plain=False):
+        self.desktop.command(command)
+        window = self.desktop.dialog("Save As")
+        self.desktop.press("alt+t", "Down" if plain else "Up")
+        self.desktop.press("alt+n", "Home", "shift+End")
+        self.desktop.write(desktop.windows_path(path))
+        self.desktop.press("Return")
+        self.desktop.gone(window)
+        wait_for(path.exists, f"{path.name}")
+
+    def open_into(self, key, path, plain=False):
+        self.desktop.press(key)
+        window = self.desktop.dialog("Open")
+        self.desktop.press("alt+t", "Down" if plain else "Up")
+        self.desktop.press("alt+n", "Home", "shift+End")
+        self.desktop.write(desktop.windows_path(path))
+        self.desktop.press("Return")
+        self.desktop.gone(window)
+
+    def choose_font(self, command, size):
+        self.desktop.command(command)
+        window = self.desktop.dialog("Font")
+        self.desktop.press("alt+f")
+        self.desktop.write("DejaVu Sans Mono")
+        self.desktop.press("alt+s")
+        self.desktop.write(str(size))
+        self.desktop.screenshot("font")
+        self.desktop.press("Return")
+        self.desktop.gone(window)
+
+    def saved_rich(self, command, name):
+        path = self.desktop.folder / name
+        self.save_as(command, path)
+        return path.read_text(encoding="utf-8", errors="replace")
+
+    def test_rich_text_comes_back_with_its_font(self):
+        text = self.desktop.pane(UPPER)
+        self.choose_font(FONT_UPPER_ALL, 14)
+        self.assertEqual(self.desktop.ask("focus")["id"], UPPER)
+        rich = self.saved_rich(SAVE_UPPER_AS, "upper.rtf")
+        self.assertTrue(rich.startswith("{\\"))
+        self.assertIn("\\fs28", rich)
+        self.assertIn("DejaVu Sans Mono", rich)
+        self.open_into("ctrl+shift+2", self.desktop.folder / "upper.rtf")
+        wait_for(lambda: self.desktop.pane(LOWER).rstrip("\n") == text.rstrip("\n"), "the text in the lower pane")
+        self.assertIn("\\fs28", self.saved_rich(SAVE_LOWER_AS, "lower.rtf"))
+        self.choose_font(FONT_UPPER_ALL, 10)
+
+    def test_plain_text_comes_back(self):
+        self.desktop.press("ctrl+shift+a")
+        text = wait_for(lambda: self.desktop.pane(UPPER), "the profile")
+        path = self.desktop.folder / "upper.txt"
+        self.save_as(SAVE_UPPER_AS, path, plain=True)
+        self.assertEqual(path.read_bytes().decode("utf-8").replace("\r\n", "\n").rstrip("\n"), text.rstrip("\n"))
+        self.desktop.command(309)
+        self.open_into("ctrl+shift+2", path, plain=True)
+        wait_for(lambda: self.desktop.pane(LOWER).rstrip("\n") == text.rstrip("\n"), "the text in the lower pane")
+
+    def test_both_panes_share_one_file(self):
+        path = self.desktop.folder / "shared.txt"
+        self.save_as(SAVE_UPPER_AS, path, plain=True)
+        self.assertIn(b"human build and abilities", path.read_bytes())
+        self.desktop.run("ctrl+v", "power and velocity")
+        self.desktop.command(SAVE_LOWER)
+        wait_for(lambda: b"power and velocity" in path.read_bytes(), "the lower pane's text in the same file")
+        self.assertNotIn(b"human build and abilities", path.read_bytes())
+
+    def test_failed_save_is_told_and_asked_again(self):
+        folder = self.desktop.folder / "passing"
+        folder.mkdir()
+        self.save_as(SAVE_LOWER_AS, folder / "lost.txt", plain=True)
+        shutil.rmtree(folder)
+        self.desktop.run("ctrl+v", "power and velocity")
+        self.desktop.command(SAVE_LOWER)
+        self.assertIn("lost.txt", self.desktop.box("error"))
+        # Still modified: opening asks first. Escape answers the question, and the prompt behind it.
+        self.desktop.press("ctrl+shift+2")
+        self.assertEqual(self.desktop.box("attention", "Escape"), "contents has been exchanged.\nsave it?")
+        window = self.desktop.dialog("Open")
+        self.desktop.press("Escape")
+        self.desktop.gone(window)
+
+    def test_selected_font_of_the_lower_pane_changes_all(self):
+        self.desktop.run("ctrl+c", "critical cornering")
+        self.desktop.press("ctrl+Home", "shift+Right")
+        self.choose_font(FONT_LOWER_SELECTED, 12)
+        self.assertEqual(self.desktop.ask("focus")["id"], LOWER)
+        sizes = set(re.findall(r"\\fs(\d+)", self.saved_rich(SAVE_LOWER_AS, "all.rtf")))
+        self.assertEqual(sizes, {"24"})
+
+    def test_selected_font_of_the_upper_pane_changes_the_selection(self):
+        self.desktop.press("ctrl+shift+h")
+        self.desktop.press("ctrl+Home", "Down", "shift+End")
+        self.choose_font(FONT_UPPER_SELECTED, 16)
+        sizes = set(re.findall(r"\\fs(\d+)", self.saved_rich(SAVE_UPPER_AS, "selected.rtf")))
+        self.assertIn("32", sizes)
+        self.assertGreater(len(sizes), 1)
+
+    def test_cancelled_font_keeps_the_format_and_the_focus(self):
+        before = self.saved_rich(SAVE_UPPER_AS, "before.rtf")
+        self.desktop.command(FONT_UPPER_ALL)
+        window = self.desktop.dialog("Font")
+        self.desktop.press("Escape")
+        self.desktop.gone(window)
+        self.assertEqual(self.desktop.ask("focus")["id"], UPPER)
+        self.assertEqual(self.saved_rich(SAVE_UPPER_AS, "after.rtf"), before)
+
+
+def squeezed(text):
+    """Without blanks, and with the hyphens that a printer's font may have put for minus signs."""
+    return re.sub(r"\s", "", text.replace("\u00ad", "-"))
+
+
+@unittest.skipIf(printer.why_not(), printer.why_not())
+class PrintTest(unittest.TestCase):
+    def test_pages(self):
+        with printer.Printer() as paper, desktop.Desktop(desktop.BUILD / "desktop-tests" / "PrintTest") as program:
+            program.run("ctrl+a", "acceleration")
+            text = program.pane(LOWER)
+            program.command(PRINT_LOWER)
+            window = program.dialog("Print")
+            program.screenshot("print")
+            program.press("Return")
+            program.gone(window)
+            document = paper.printed("printed")
+            self.check_pages(document, text)
+
+            self.cancel_prints_nothing(program, paper)
+
+            program.command(318)
+            window = program.dialog("Setup Page")
+            program.screenshot("page setup")
+            program.press("Escape")
+            program.gone(window)
+
+    def cancel_prints_nothing(self, program, paper):
+        program.command(PRINT_UPPER)
+        window = program.dialog("Print")
+        program.press("Escape")
+        program.gone(window)
+        self.assertEqual(paper.files() - paper.before, set())
+
+    def check_pages(self, document, text):
+        done = subprocess.run(["pdftotext", "-raw", document, "-"], capture_output=True, check=True, text=True)
+        pages = done.stdout.split("\f")[:-1]
+        self.assertGreater(len(pages), 3)
+        printed = ""
+        for number, page in enumerate(pages, 1):
+            mark = f"--{number}--"
+            squeezed_page = squeezed(page)
+            self.assertEqual(squeezed_page.count(mark), 1, f"the number of page {number}")
+            printed += squeezed_page.replace(mark, "")
+        self.assertEqual(printed, squeezed(text), "every line once, in order")
+        self.check_margins(document)
+
+    def check_margins(self, document):
+        boxes = subprocess.run(["pdftotext", "-bbox", document, "-"], capture_output=True, check=True, text=True).stdout
+        for page in boxes.split("<page ")[1:]:
+            width, height = (float(n) for n in re.match(r'width="([\d.]+)" height="([\d.]+)"', page).groups())
+            words = [(*map(float, w[:4]), w[4]) for w in WORD.findall(page)]
+            top = min(y for _, y, _, _, _ in words)
+            body = [w for w in words if w[1] > top + 10]
+            self.assertGreaterEqual(min(w[0] for w in body), INCH - TOLERANCE)
+            self.assertGreaterEqual(min(w[1] for w in body), INCH - TOLERANCE)
+            self.assertLessEqual(max(w[2] for w in body), width - INCH + TOLERANCE)
+            self.assertLessEqual(max(w[3] for w in body), height - INCH + TOLERANCE)
+            number = [w for w in words if w[1] <= top + 10]
+            middle = (min(w[0] for w in number) + max(w[2] for w in number)) / 2
+            self.assertAlmostEqual(middle, width / 2, delta=12, msg="the page number is centred")
+
+
+if __name__ == "__main__":
+    desktop.main()

@@ -1,0 +1,222 @@
+// The test driver's eyes inside Wine: looks at the windows of other processes. Reads one command per line from standard
+// input and answers with one line of JSON. Presses nothing itself: keys and clicks come from outside.
+//   windows           visible top-level windows
+//   children WINDOW   controls of a window, in tab order
+//   text WINDOW       its whole text
+//   items WINDOW      entries of a combo box
+//   focus             the window that has the keyboard
+//   next WINDOW       gives a dialog's control the keyboard as Tab would
+//   page WINDOW N     turns a property sheet to page N
+//   close WINDOW      posts the close message
+//   command WINDOW ID posts a command message, as a menu entry does
+#include "core/wide_text.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <cstdint>
+#include <cstdio>
+#include <iostream>
+#include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+HWND handleFrom(std::istream& line)
+{
+    uintptr_t number = 0;
+    line >> number;
+    return reinterpret_cast<HWND>(number);
+}
+
+std::string windowText(HWND window)
+{
+    LRESULT length = SendMessageW(window, WM_GETTEXTLENGTH, 0, 0);
+    std::vector<wchar_t> text(static_cast<size_t>(length) + 1);
+    LRESULT taken = SendMessageW(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
+    return torvane::narrow({text.data(), static_cast<size_t>(taken)});
+}
+
+std::string className(HWND window)
+{
+    wchar_t name[128] = {};
+    GetClassNameW(window, name, 128);
+    return torvane::narrow(name);
+}
+
+std::string quoted(const std::string& text)
+{
+    std::string json(1, '"');
+    for (char c : text) {
+        char code[8];
+        if (c == '"' || c == '\\') {
+            json += '\\';
+            json += c;
+        } else if (static_cast<unsigned char>(c) < 0x20) {
+            snprintf(code, sizeof code, "\\u%04x", c);
+            json += code;
+        } else {
+            json += c;
+        }
+    }
+    json += '"';
+    return json;
+}
+
+std::string member(const char* name, long long value)
+{
+    return quoted(name) + ":" + std::to_string(value);
+}
+
+std::string describe(HWND window)
+{
+    RECT place;
+    GetWindowRect(window, &place);
+    std::ostringstream json;
+    json << '{' << member("handle", static_cast<long long>(reinterpret_cast<uintptr_t>(window)));
+    json << ',' << member("id", GetDlgCtrlID(window));
+    json << ',' << member("enabled", IsWindowEnabled(window) != FALSE);
+    json << ',' << member("visible", IsWindowVisible(window) != FALSE);
+    json << ',' << member("style", GetWindowLongW(window, GWL_STYLE));
+    json << R"(,"rect":[)" << place.left << ',' << place.top << ',' << place.right << ',' << place.bottom << ']';
+    std::string kind = className(window);
+    json << R"(,"class":)" << quoted(kind);
+    if (kind == "Button")
+        json << ',' << member("checked", SendMessageW(window, BM_GETCHECK, 0, 0));
+    if (kind == "ComboBox")
+        json << ',' << member("selected", SendMessageW(window, CB_GETCURSEL, 0, 0));
+    if (kind.rfind("RichEdit", 0) != 0)
+        json << R"(,"text":)" << quoted(windowText(window));
+    json << '}';
+    return json.str();
+}
+
+BOOL CALLBACK collect(HWND window, LPARAM list)
+{
+    reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
+    return TRUE;
+}
+
+std::string describeAll(const std::vector<HWND>& windows, bool visibleOnly)
+{
+    std::ostringstream json;
+    const char* before = "[";
+    for (HWND window : windows) {
+        if (visibleOnly && !IsWindowVisible(window))
+            continue;
+        json << std::exchange(before, ",") << describe(window);
+    }
+    json << (windows.empty() || before[0] == '[' ? "[]" : "]");
+    return json.str();
+}
+
+std::string answerWindows(std::istream&)
+{
+    std::vector<HWND> windows;
+    EnumWindows(collect, reinterpret_cast<LPARAM>(&windows));
+    return describeAll(windows, true);
+}
+
+std::string answerChildren(std::istream& line)
+{
+    std::vector<HWND> windows;
+    EnumChildWindows(handleFrom(line), collect, reinterpret_cast<LPARAM>(&windows));
+    return describeAll(windows, false);
+}
+
+std::string answerText(std::istream& line)
+{
+    return quoted(windowText(handleFrom(line)));
+}
+
+std::string answerItems(std::istream& line)
+{
+    HWND combo = handleFrom(line);
+    std::ostringstream json;
+    json << '[';
+    LRESULT count = SendMessageW(combo, CB_GETCOUNT, 0, 0);
+    for (LRESULT i = 0; i < count; ++i) {
+        LRESULT length = SendMessageW(combo, CB_GETLBTEXTLEN, static_cast<WPARAM>(i), 0);
+        std::vector<wchar_t> text(static_cast<size_t>(length) + 1);
+        SendMessageW(combo, CB_GETLBTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(text.data()));
+        json << (i > 0 ? "," : "") << quoted(torvane::narrow(text.data()));
+    }
+    json << ']';
+    return json.str();
+}
+
+std::string answerFocus(std::istream&)
+{
+    GUITHREADINFO information = {};
+    information.cbSize = sizeof information;
+    GetGUIThreadInfo(GetWindowThreadProcessId(GetForegroundWindow(), nullptr), &information);
+    return information.hwndFocus != nullptr ? describe(information.hwndFocus) : "null";
+}
+
+std::string answerNext(std::istream& line)
+{
+    HWND control = handleFrom(line);
+    SendMessageW(GetParent(control), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(control), TRUE);
+    return "true";
+}
+
+std::string answerPage(std::istream& line)
+{
+    HWND sheet = handleFrom(line);
+    WPARAM page = 0;
+    line >> page;
+    SendMessageW(sheet, PSM_SETCURSEL, page, 0);
+    return "true";
+}
+
+std::string answerClose(std::istream& line)
+{
+    PostMessageW(handleFrom(line), WM_CLOSE, 0, 0);
+    return "true";
+}
+
+std::string answerCommand(std::istream& line)
+{
+    HWND window = handleFrom(line);
+    WPARAM id = 0;
+    line >> id;
+    PostMessageW(window, WM_COMMAND, id, 0);
+    return "true";
+}
+
+struct Question {
+    const char* name;
+    std::string (*answer)(std::istream& line);
+};
+
+constexpr Question questions[] = {
+    {"windows", answerWindows}, {"children", answerChildren}, {"text", answerText},
+    {"items", answerItems},     {"focus", answerFocus},       {"next", answerNext},
+    {"page", answerPage},       {"close", answerClose},       {"command", answerCommand},
+};
+
+std::string answer(const std::string& text)
+{
+    std::istringstream line(text);
+    std::string name;
+    line >> name;
+    for (const Question& question : questions)
+        if (name == question.name)
+            return question.answer(line);
+    return "null";
+}
+
+} // namespace
+
+int main()
+{
+    std::string line;
+    while (std::getline(std::cin, line)) {
+        std::string reply = answer(line) + "\n";
+        fwrite(reply.data(), 1, reply.size(), stdout);
+        fflush(stdout);
+    }
+}
