@@ -1,0 +1,38 @@
+// One time step of a made ride: the program's own model moves a rider of known power along a known road. What the
+// analysis predicts of such a ride must be that power again. Works on the model in force (modelState, gearTable).
+#pragma once
+
+#include <random>
+
+namespace torvane {
+
+constexpr double metresPerDegree = 111194.92664455873; // of latitude, on the sphere of the track's distances
+
+// The road at one place.
+struct Road {
+    double altitude; // m
+    double rise;     // m per m
+    double heading;  // deg
+};
+
+struct Weather {
+    double temperature = 20;  // Cel
+    double windSpeed = 0;     // m/s
+    double windDirection = 0; // deg, where it comes from
+};
+
+// The rider's place. Speed in m/s, not 0: power over no speed is no finite force.
+struct Place {
+    double distance = 0, speed = 8, latitude = 47, longitude = 8;
+};
+
+// The cadence in rpm at a speed, in the gear nearest to the usual cadence.
+double riddenCadence(double speed);
+
+// Moves the place on by dt seconds under a power at the pedals in W; braking takes that much speed more, in m/s2.
+void rideOn(const Road& road, const Weather& weather, double power, double braking, double dt, Place& place);
+
+// Roughly normal, and the same on every platform.
+double noise(std::mt19937& random, double deviation);
+
+} // namespace torvane
