@@ -1,0 +1,127 @@
+// A recorded ride from the file to the analysed file, step by step and as a whole.
+#include "made_files.h"
+
+#include "command/gps_command.h"
+#include "command/gps_load_command.h"
+#include "fit/fit_image.h"
+#include "fit/fit_tools.h"
+#include "gps/analysed_writer.h"
+#include "gps/analysis.h"
+#include "gps/gps_load.h"
+#include "report/fit_report.h"
+
+#include <benchmark/benchmark.h>
+
+namespace torvane {
+
+namespace {
+
+// A ride loaded and ready for its analysis.
+struct Loaded {
+    FitImage image;
+    uint32_t flags;
+    GpsRecords records;
+
+    explicit Loaded(int count)
+    {
+        startPlainModel();
+        loadFitImage(image, madeRide(count));
+        gatherActivity(image);
+        setFieldPresence();
+        setReadiness();
+        applyAnalysisRules(workingBlock);
+        flags = buildAnalysisFlags();
+        takeTrack();
+    }
+    void takeTrack()
+    {
+        records.assign(fitInventory.recordCount, {});
+        prepareTrack(image, records, flags, TrackLimits::analyse);
+    }
+};
+
+void countRows(benchmark::State& state, int rows)
+{
+    state.SetItemsProcessed(static_cast<int64_t>(state.iterations()) * rows);
+}
+
+void fill(benchmark::State& state)
+{
+    Loaded ride(seasonRide);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(fillRecords(ride.image, ride.records));
+    countRows(state, seasonRide);
+}
+BENCHMARK(fill)->Name("gps/fillRecords")->Unit(benchmark::kMillisecond);
+
+void prepare(benchmark::State& state)
+{
+    Loaded ride(seasonRide);
+    for (auto _ : state)
+        ride.takeTrack();
+    countRows(state, seasonRide);
+}
+BENCHMARK(prepare)->Name("gps/prepareTrack")->Unit(benchmark::kMillisecond);
+
+void predict(benchmark::State& state)
+{
+    Loaded ride(seasonRide);
+    const GpsRecords track = ride.records;
+    for (auto _ : state) {
+        ride.records = track;
+        predictAndFinish(ride.records, ride.flags);
+    }
+    countRows(state, seasonRide);
+}
+BENCHMARK(predict)->Name("gps/predictAndFinish")->Unit(benchmark::kMillisecond);
+
+void rewrite(benchmark::State& state)
+{
+    Loaded ride(seasonRide);
+    predictAndFinish(ride.records, ride.flags);
+    analysedStats(ride.records);
+    const uint32_t added = addedFieldsOf(ride.flags);
+    for (auto _ : state) {
+        FitImage destination = {};
+        planRewrittenSize(destination, ride.image, ride.records, added);
+        if (writeAnalysedFit(destination, ride.image, ride.records, added, workingBlock.createOutput) != fitOk)
+            state.SkipWithError("the file was not written");
+    }
+    countRows(state, seasonRide);
+}
+BENCHMARK(rewrite)->Name("gps/writeAnalysedFit")->Unit(benchmark::kMillisecond);
+
+void fields(benchmark::State& state)
+{
+    Loaded ride(static_cast<int>(state.range(0)));
+    predictAndFinish(ride.records, ride.flags);
+    for (auto _ : state)
+        reportFields(ride.records, ride.flags, addedFieldsOf(ride.flags));
+    countRows(state, static_cast<int>(state.range(0)));
+}
+BENCHMARK(fields)->Name("gps/reportFields")->Arg(10000)->Arg(seasonRide)->Unit(benchmark::kMillisecond);
+
+void oneStroke(benchmark::State& state)
+{
+    const bool withTable = state.range(1) != 0;
+    Loaded ride(static_cast<int>(state.range(0)));
+    workingBlock.expressFieldsData = withTable;
+    toolInputs.files[0].path = madeRide(static_cast<int>(state.range(0)));
+    toolInputs.files[toolDestination].path = benchmarkFolder() + "analysed.fit";
+    for (auto _ : state) {
+        if (atOneStroke() != fitOk)
+            state.SkipWithError("at one stroke failed");
+    }
+    countRows(state, static_cast<int>(state.range(0)));
+}
+BENCHMARK(oneStroke)
+    ->Name("gps/atOneStroke")
+    ->Args({10000, 0})
+    ->Args({seasonRide, 0})
+    ->Args({seasonRide, 1})
+    ->ArgNames({"", "table"})
+    ->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+} // namespace torvane
