@@ -1,0 +1,87 @@
+// The file operations of the core without a disk: files live in a table, all in one folder. Linked in front of the
+// engine it takes the place of the platform's own, so that a hostile input runs through everything above it thousands
+// of times a second and reaches nothing of the machine it runs on.
+#include "memory_files.h"
+
+#include "core/files.h"
+
+#include <algorithm>
+
+namespace torvane {
+
+std::map<std::string, Bytes> memoryFiles;
+
+namespace {
+
+FileResult readPart(const std::string& path, size_t start, size_t limit, std::vector<uint8_t>& bytes)
+{
+    bytes.clear();
+    auto found = memoryFiles.find(path);
+    if (found == memoryFiles.end())
+        return FileResult::cannotOpen;
+    std::span<const uint8_t> whole = found->second;
+    std::span<const uint8_t> part = whole.subspan(std::min(start, whole.size()));
+    part = part.first(std::min(limit, part.size()));
+    bytes.assign(part.begin(), part.end());
+    return FileResult::ok;
+}
+
+} // namespace
+
+FileResult readWholeFile(const std::string& path, std::vector<uint8_t>& bytes)
+{
+    return readPart(path, 0, SIZE_MAX, bytes);
+}
+
+FileResult readFileStart(const std::string& path, size_t limit, std::vector<uint8_t>& bytes)
+{
+    return readPart(path, 0, limit, bytes);
+}
+
+FileResult readFileFrom(const std::string& path, size_t start, std::vector<uint8_t>& bytes)
+{
+    return readPart(path, start, SIZE_MAX, bytes);
+}
+
+FileResult replaceFile(const std::string& path, std::initializer_list<std::span<const uint8_t>> pieces)
+{
+    if (!path.starts_with(memoryFolder) || path.size() == memoryFolder.size() ||
+        path.find('/', memoryFolder.size()) != path.npos)
+        return FileResult::cannotOpen;
+    Bytes whole;
+    for (std::span<const uint8_t> piece : pieces)
+        whole.insert(whole.end(), piece.begin(), piece.end());
+    memoryFiles[path] = std::move(whole);
+    return FileResult::ok;
+}
+
+bool folderExists(const std::string& path)
+{
+    return path == memoryFolder || path + "/" == memoryFolder || path == "/";
+}
+
+bool fileExists(const std::string& path)
+{
+    return folderExists(path) || memoryFiles.contains(path);
+}
+
+bool renameFile(const std::string& from, const std::string& to)
+{
+    auto node = memoryFiles.extract(from);
+    if (node.empty())
+        return false;
+    memoryFiles[to] = std::move(node.mapped());
+    return true;
+}
+
+std::string absolutePath(const std::string& path)
+{
+    return path.empty() || path[0] == '/' ? path : std::string(memoryFolder) + path;
+}
+
+std::string programFolder()
+{
+    return std::string(memoryFolder);
+}
+
+} // namespace torvane

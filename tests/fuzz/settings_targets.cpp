@@ -1,0 +1,187 @@
+// Hostile parameter files, profile files and console arguments.
+#include "targets.h"
+
+#include "cli/console.h"
+#include "command/command_table.h"
+#include "core/files.h"
+#include "core/parameter_file.h"
+#include "core/record_check.h"
+#include "memory_files.h"
+
+#include <algorithm>
+#include <sstream>
+
+namespace torvane {
+
+namespace {
+
+int runCommandLine(const std::vector<std::string>& arguments)
+{
+    std::ostringstream out, err;
+    int code = runConsole(arguments, out, err);
+    require(code >= 0 && code <= 2, "the exit code is one of three");
+    return code;
+}
+
+// Commands that need no ride; which one a file goes through is told by its input's first byte.
+std::vector<std::string> settingsCommands()
+{
+    std::vector<std::string> names;
+    for (const Command& command : commandTable())
+        if (command.work == Work::report || (command.work == Work::worker && command.id < 901))
+            names.push_back(consoleName(command));
+    return names;
+}
+
+const std::string& chosenCommand(uint8_t choice)
+{
+    static const std::vector<std::string> names = settingsCommands();
+    return names[choice % names.size()];
+}
+
+template <class Record>
+Bytes imageOf(const Record& record)
+{
+    const auto* bytes = reinterpret_cast<const uint8_t*>(&record);
+    return {bytes, bytes + sizeof record};
+}
+
+void putFile(const std::string& path, Input bytes)
+{
+    memoryFiles.clear();
+    memoryFiles[path] = Bytes(bytes.begin(), bytes.end());
+}
+
+// Whatever the file held: the records in force can be used, and what it held is still somewhere.
+void parameters(Input input)
+{
+    if (input.empty())
+        return;
+    std::string path = inMemory("Torvane.par");
+    Input bytes = input.subspan(1);
+    putFile(path, bytes);
+    runCommandLine({"--par", path, chosenCommand(input[0])});
+    require(isSound(savedBlock) && isSound(workingBlock), "blocks out of a file can be used");
+    Bytes given(bytes.begin(), bytes.end());
+    bool kept = false;
+    for (const auto& [name, content] : memoryFiles)
+        kept = kept || content == given;
+    require(kept, "a parameter file is not lost");
+    runCommandLine({"--par", path, "--save", "--set", "humanWeight=70", "power-and-velocity", "rideTarget=power"});
+    ParameterBlock again;
+    require(readParameters(path, again), "what was written can be read");
+}
+
+void profile(Input input)
+{
+    if (input.empty())
+        return;
+    std::string path = inMemory("rider.pro");
+    putFile(path, input.subspan(1));
+    ParameterBlock block = {};
+    if (loadProfile(block, path) == 0)
+        require(isSound(modelState), "a model out of a file can be used");
+    runCommandLine({"--profile", path, chosenCommand(input[0])});
+}
+
+// A profile file of the defaults.
+Bytes savedProfile()
+{
+    memoryFiles.clear();
+    runCommandLine({"save-profile", "p.pro"});
+    return memoryFiles[inMemory("p.pro")];
+}
+
+// One argument on each line.
+std::vector<std::string> linesOf(Input input)
+{
+    std::vector<std::string> lines(1);
+    for (uint8_t byte : input) {
+        if (byte == '\n')
+            lines.emplace_back();
+        else
+            lines.back() += static_cast<char>(byte);
+    }
+    return lines;
+}
+
+void console(Input input)
+{
+    static const std::vector<Bytes> rides = seedRides();
+    static const Bytes profileFile = savedProfile();
+    memoryFiles.clear();
+    memoryFiles[inMemory("a.fit")] = rides[0];
+    memoryFiles[inMemory("b.fit")] = rides[1];
+    memoryFiles[inMemory("p.pro")] = profileFile;
+    runCommandLine(linesOf(input));
+}
+
+Bytes withChoice(uint8_t choice, const Bytes& file)
+{
+    Bytes input(file.size() + 1, choice);
+    std::copy(file.begin(), file.end(), input.begin() + 1);
+    return input;
+}
+
+std::vector<Bytes> parameterSeeds()
+{
+    std::vector<Bytes> seeds;
+    ParameterBlock block;
+    setDefaults(block);
+    for (size_t choice = 0; choice < settingsCommands().size(); choice++)
+        seeds.push_back(withChoice(static_cast<uint8_t>(choice), imageOf(block)));
+    return seeds;
+}
+
+std::vector<Bytes> profileSeeds()
+{
+    const Bytes file = savedProfile();
+    std::vector<Bytes> seeds;
+    for (size_t choice = 0; choice < settingsCommands().size(); choice++)
+        seeds.push_back(withChoice(static_cast<uint8_t>(choice), file));
+    return seeds;
+}
+
+std::vector<Bytes> consoleSeeds()
+{
+    constexpr std::string_view lines[] = {
+        "help",
+        "--version",
+        "help\nacceleration",
+        "--json\nload\na.fit",
+        "express\na.fit\nexpressSmoothing=2",
+        "--json\nstroke\na.fit\nout.fit\npredictPower=1",
+        "--into\n/memory\nconvert\nb.fit",
+        "combine\na.fit\nb.fit\nout.fit",
+        "add\na.fit\nout.fit\naddLap=1",
+        "divide\nb.fit\nout.fit",
+        "exclude\na.fit\nout.fit\nexcludeLap=1",
+        "timestamp\na.fit\nout.fit\ntimestampOffset=-1000",
+        "dump\na.fit\nout.csv",
+        "--profile\np.pro\nall-profile",
+        "--par\nnew.par\n--save\n--set\nhumanWeight=72.5\nprofile\nhumanHeight=180",
+        "--graph\ng.svg\nacceleration\nrideEndVelocity=30",
+        "power-and-velocity\nrideTarget=power\nrideVelocity=40",
+        "--json\ncadence-theory\ntheoryTarget=1",
+        "gear-combination",
+        "--set\nwindSpeed=3\ncritical-cornering",
+    };
+    std::vector<Bytes> seeds;
+    for (std::string_view line : lines)
+        seeds.emplace_back(line.begin(), line.end());
+    return seeds;
+}
+
+} // namespace
+
+std::span<const FuzzTarget> settingsTargets()
+{
+    static constexpr FuzzTarget targets[] = {
+        {"parameters", parameters, parameterSeeds},
+        {"profile", profile, profileSeeds},
+        {"console", console, consoleSeeds},
+    };
+    return targets;
+}
+
+} // namespace torvane
