@@ -139,13 +139,6 @@ const Peloton& presentPeloton()
     return peloton;
 }
 
-// W at 50 kph against a normal helmet.
-double helmetResist()
-{
-    static constexpr double resists[] = {3.0, 0.0, -4.12};
-    return resists[modelState.helmet];
-}
-
 // Two numbers worked on side by side, each rounded as it would be alone: a division costs as much for two as for one.
 using Pair [[gnu::vector_size(16)]] = double;
 
@@ -154,33 +147,47 @@ Pair pairOf(const double (&values)[2])
     return Pair{values[0], values[1]};
 }
 
+// The velocity against the air in kph, and the square of its share of 50 kph.
+struct Pace {
+    double kph, squared;
+
+    explicit Pace(double air) : kph(air * 3.6), squared((kph / 50.0) * (kph / 50.0)) {}
+};
+
 // kgf of both wheels.
-double wheelDragOf(double kph)
+double wheelDragOf(const Pace& pace)
 {
     const ModelState& m = modelState;
-    Pair share = kph / pairOf(m.wheelResistVelocity);
-    Pair drag = share * share * pairOf(m.wheelResist) / wattsPerKgfAt50Kph * pairOf(m.tyreSize) / 23.0;
+    Pair squares = {pace.squared, pace.squared};
+    if (m.wheelResistVelocity[0] != 50.0 || m.wheelResistVelocity[1] != 50.0) { // hardly a wheel is measured elsewhere
+        Pair share = pace.kph / pairOf(m.wheelResistVelocity);
+        squares = share * share;
+    }
+    Pair drag = squares * pairOf(m.wheelResist) / wattsPerKgfAt50Kph * pairOf(m.tyreSize) / 23.0;
     return drag[0] + drag[1];
 }
 
-// kgf, against air that comes with a velocity: {shell, human}, and the wheels.
+// kgf, what a helmet adds to a normal one.
+double helmetDragOf(const Pace& pace)
+{
+    static constexpr double resists[] = {3.0, 0.0, -4.12}; // W at 50 kph
+    return modelState.helmet == 1 ? 0.0 : pace.squared * resists[modelState.helmet] / wattsPerKgfAt50Kph;
+}
+
+// kgf, against air that comes with a velocity.
 struct DragForces {
-    Pair body;
-    double wheel;
+    double shell, human, wheel;
 };
 
 inline DragForces dragOf(const Build& b, double air)
 {
+    Pace pace(air);
     double surface = b.surface * (air * air);
-    double kph = air * 3.6;
-    double squared = (kph / 50.0) * (kph / 50.0);
-    Pair shares = Pair{squared * 1.6 * 55.0, squared * helmetResist()} / wattsPerKgfAt50Kph;
-
-    double all = b.weight * surface - shares[0];
+    double all = b.weight * surface - pace.squared * 1.6 * 55.0 / wattsPerKgfAt50Kph;
     double shell = b.shellWeight * surface * 0.12;
     double body = all * 0.12 - shell + all * 0.88;
     double covered = modelState.shellType != 0 ? shell * modelState.shellAeroRatio : shell;
-    return {Pair{covered, body * b.posture + shares[1]}, wheelDragOf(kph)};
+    return {covered, body * b.posture + helmetDragOf(pace), wheelDragOf(pace)};
 }
 
 } // namespace
@@ -255,14 +262,14 @@ double postureFactor()
 
 double wheelDragAt(double velocity, double wind)
 {
-    return wheelDragOf((velocity + wind) * 3.6);
+    return wheelDragOf(Pace(velocity + wind));
 }
 
 void dragForces(double velocity, double wind)
 {
     DragForces drag = dragOf(presentBuild(), velocity + wind);
-    runState.shellDrag = drag.body[0];
-    runState.humanDrag = drag.body[1];
+    runState.shellDrag = drag.shell;
+    runState.humanDrag = drag.human;
     runState.wheelDrag = drag.wheel;
 }
 
@@ -274,25 +281,21 @@ Solved resistanceAtVelocity(double velocity)
     double density = r.airPressureRatio * pelotonPart;
 
     DragForces drag = dragOf(presentBuild(), airVelocity);
-    double airDrag = drag.body[0] + drag.body[1] + drag.wheel;
+    r.shellDrag = drag.shell;
+    r.humanDrag = drag.human;
+    r.wheelDrag = drag.wheel;
+    r.airDrag = drag.shell + drag.human + drag.wheel;
+
     // Air and peloton thin the powers only; the forces stay those of full air.
     double perForce = airVelocity * density * standardGravity;
-    Pair bodyPower = drag.body * perForce;
-    Pair airPower = Pair{drag.wheel, airDrag} * perForce;
-    Pair roadPower = Pair{r.rollingLoad, r.slopeLoad} * velocity * standardGravity;
-
-    r.shellDrag = drag.body[0];
-    r.humanDrag = drag.body[1];
-    r.wheelDrag = drag.wheel;
-    r.airDrag = airDrag;
-    r.shellDragPower = bodyPower[0];
-    r.humanDragPower = bodyPower[1];
-    r.wheelDragPower = airPower[0];
-    r.airDragPower = airPower[1];
-    r.totalLoad = r.rollingLoad + airDrag + r.slopeLoad;
-    r.rollingPower = roadPower[0];
-    r.slopePower = roadPower[1];
-    return {roadPower[0] + airPower[1] + roadPower[1], velocity > r.reachVelocity ? statusOverReach : 0};
+    r.shellDragPower = drag.shell * perForce;
+    r.humanDragPower = drag.human * perForce;
+    r.wheelDragPower = drag.wheel * perForce;
+    r.airDragPower = r.airDrag * perForce;
+    r.totalLoad = r.rollingLoad + r.airDrag + r.slopeLoad;
+    r.rollingPower = r.rollingLoad * velocity * standardGravity;
+    r.slopePower = r.slopeLoad * velocity * standardGravity;
+    return {r.rollingPower + r.airDragPower + r.slopePower, velocity > r.reachVelocity ? statusOverReach : 0};
 }
 
 } // namespace torvane
