@@ -146,9 +146,10 @@ class DialogTest(DesktopTest):
                 self.desktop.press(key)
                 window = self.desktop.dialog(title)
                 visited = []
-                while (focus := self.desktop.ask("focus"))["handle"] not in [f["handle"] for f in visited]:
+                focus = self.desktop.ask("focus")
+                while focus["handle"] not in [f["handle"] for f in visited]:
                     visited.append(focus)
-                    self.desktop.press("Tab")
+                    focus = self.desktop.tab()
                 lines = [(f["rect"][1] // 10, f["rect"][0]) for f in visited if f["id"] not in (OK, desktop.CANCEL)]
                 self.assertGreater(len(lines), 3)
                 self.assertEqual([line for line, _ in lines], sorted(line for line, _ in lines))

@@ -165,8 +165,10 @@ class Desktop:
         return next((w for w in self.windows() if w["class"] == "#32768"), None)
 
     def dialog(self, title):
-        """Waits for a dialog, sheet or message box, and returns its handle."""
-        return wait_for(lambda: self.find(title, "#32770"), f"dialog '{title}'")["handle"]
+        """Waits until a dialog, sheet or message box is there and has the keyboard, and returns its handle."""
+        handle = wait_for(lambda: self.find(title, "#32770"), f"dialog '{title}'")["handle"]
+        wait_for(lambda: self.ask("front") == handle, f"the keyboard in dialog '{title}'")
+        return handle
 
     def gone(self, handle):
         wait_for(lambda: all(w["handle"] != handle for w in self.windows()), "a window to go")
@@ -206,6 +208,17 @@ class Desktop:
 
     def press(self, *keys):
         self.xdotool("key", "--delay", "20", *keys)
+
+    def tab(self):
+        """Goes on to the next control of a dialog, and returns it."""
+        before = self.ask("focus")["handle"]
+        self.press("Tab")
+
+        def moved():
+            focus = self.ask("focus")
+            return focus if focus and focus["handle"] != before else None
+
+        return wait_for(moved, "the next control")
 
     def write(self, text):
         self.xdotool("type", "--delay", "8", "--", text)

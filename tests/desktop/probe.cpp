@@ -5,6 +5,7 @@
 //   text WINDOW       its whole text
 //   items WINDOW      entries of a combo box
 //   focus             the window that has the keyboard
+//   front             the top-level window that the keyboard is in
 //   next WINDOW       gives a dialog's control the keyboard as Tab would
 //   page WINDOW N     turns a property sheet to page N
 //   close WINDOW      posts the close message
@@ -148,12 +149,23 @@ std::string answerItems(std::istream& line)
     return json.str();
 }
 
-std::string answerFocus(std::istream&)
+HWND focusWindow()
 {
     GUITHREADINFO information = {};
     information.cbSize = sizeof information;
     GetGUIThreadInfo(GetWindowThreadProcessId(GetForegroundWindow(), nullptr), &information);
-    return information.hwndFocus != nullptr ? describe(information.hwndFocus) : "null";
+    return information.hwndFocus;
+}
+
+std::string answerFocus(std::istream&)
+{
+    HWND focus = focusWindow();
+    return focus != nullptr ? describe(focus) : "null";
+}
+
+std::string answerFront(std::istream&)
+{
+    return std::to_string(reinterpret_cast<uintptr_t>(GetAncestor(focusWindow(), GA_ROOT)));
 }
 
 std::string answerNext(std::istream& line)
@@ -193,9 +205,9 @@ struct Question {
 };
 
 constexpr Question questions[] = {
-    {"windows", answerWindows}, {"children", answerChildren}, {"text", answerText},
-    {"items", answerItems},     {"focus", answerFocus},       {"next", answerNext},
-    {"page", answerPage},       {"close", answerClose},       {"command", answerCommand},
+    {"windows", answerWindows}, {"children", answerChildren}, {"text", answerText}, {"items", answerItems},
+    {"focus", answerFocus},     {"front", answerFront},       {"next", answerNext}, {"page", answerPage},
+    {"close", answerClose},     {"command", answerCommand},
 };
 
 std::string answer(const std::string& text)
