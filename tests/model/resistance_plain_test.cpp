@@ -90,30 +90,14 @@ Outcome evaluate(const Operations& by, double force, double velocity)
     const Solved solved = by.resistanceAtVelocity(velocity);
     const ModelState& m = modelState;
     const RunState& r = runState;
-    return {m.frontWeightRatio,
-            m.rearWeightRatio,
-            m.effectiveRolling,
-            m.effectiveFriction,
-            m.frontFrictionShare,
-            m.rearFrictionShare,
-            r.slopeLoad,
-            r.rollingLoad,
-            r.shellDrag,
-            r.humanDrag,
-            r.wheelDrag,
-            r.airDrag,
-            r.shellDragPower,
-            r.humanDragPower,
-            r.wheelDragPower,
-            r.airDragPower,
-            r.totalLoad,
-            r.rollingPower,
-            r.slopePower,
-            solved.value,
-            static_cast<double>(solved.status),
-            by.postureFactor(),
-            by.wheelDragAt(velocity, force),
-            by.tyreLoadFactor()};
+    Outcome all = {m.frontWeightRatio,   m.rearWeightRatio,   m.effectiveRolling, m.effectiveFriction,
+                   m.frontFrictionShare, m.rearFrictionShare, r.slopeLoad,        r.rollingLoad,
+                   r.shellDrag,          r.humanDrag,         r.wheelDrag,        r.airDrag,
+                   r.shellDragPower,     r.humanDragPower,    r.wheelDragPower,   r.airDragPower,
+                   r.totalLoad,          r.rollingPower,      r.slopePower,       solved.value};
+    all.insert(all.end(), {static_cast<double>(solved.status), by.postureFactor(), by.wheelDragAt(velocity, force),
+                           by.tyreLoadFactor()});
+    return all;
 }
 
 } // namespace

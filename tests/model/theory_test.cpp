@@ -1,6 +1,7 @@
 // The three calculators. Hand arithmetic: 900 W at 120 rpm make 843.75 W at 90 rpm; 40 Nm at 90 rpm make 376.991 W.
 #include "model/theory.h"
 
+#include "figures.h"
 #include "model/model_fixture.h"
 
 namespace torvane {
@@ -28,33 +29,25 @@ TEST_F(TheoryTest, everyFigureOfTheParabolaIsFoundFromTheOthers)
         workingBlock.cadencePoweredMax = figures[2];
         workingBlock.theoryMaxPower[0] = figures[3];
         ASSERT_EQ(calculate(0, target), 0u) << target;
-        EXPECT_NEAR(runState.cadence, 90.0, 1e-9) << target;
-        EXPECT_NEAR(runState.power, 843.75, 1e-9) << target;
-        EXPECT_NEAR(runState.cadenceMax, 120.0, 1e-9) << target;
-        EXPECT_NEAR(runState.maxPower, 900.0, 1e-9) << target;
+        SCOPED_TRACE(target);
+        expectFigures({runState.cadence, runState.power, runState.cadenceMax, runState.maxPower},
+                      {90.0, 843.75, 120.0, 900.0}, 1e-9);
         EXPECT_NEAR(runState.torque, 89.524655, 1e-6) << target; // 843.75 / (3 pi)
         EXPECT_NEAR(runState.force, 52.921590, 1e-6) << target;
     }
 }
 
-TEST_F(TheoryTest, powerAtItsMaximumMeansTheSummit)
-{
-    workingBlock.theoryPower[0] = 900.0;
-    EXPECT_EQ(calculate(0, 0), 0u);
-    EXPECT_EQ(runState.cadence, 120.0);
-    EXPECT_EQ(runState.torque, 0.0); // as entered
-    EXPECT_EQ(calculate(0, 2), 0u);
-    EXPECT_EQ(runState.cadenceMax, 90.0);
-}
-
 TEST_F(TheoryTest, powerAboveItsMaximumIsRefusedAndChangesNothing)
 {
+    workingBlock.theoryPower[0] = 900.0; // the summit
+    EXPECT_EQ(calculate(0, 0), 0u);
+    expectFigures({runState.cadence, runState.torque}, {120, 0}); // the torque as entered
+    EXPECT_EQ(calculate(0, 2), 0u);
+    EXPECT_EQ(runState.cadenceMax, 90.0);
     workingBlock.theoryPower[0] = 900.5;
     for (int target : {0, 2}) {
         EXPECT_EQ(calculate(0, target), statusIllegalValue);
-        EXPECT_EQ(runState.cadence, 90.0);
-        EXPECT_EQ(runState.power, 900.5);
-        EXPECT_EQ(runState.cadenceMax, 120.0);
+        expectFigures({runState.cadence, runState.power, runState.cadenceMax}, {90.0, 900.5, 120.0});
     }
 }
 
@@ -77,9 +70,8 @@ TEST_F(TheoryTest, pedalingDynamics)
         workingBlock.torqueOrForce = c.torqueOrForce;
         ASSERT_EQ(calculate(1, c.target), 0u) << c.name;
         EXPECT_NEAR(runState.cadence, c.cadence, 0.002) << c.name;
-        EXPECT_NEAR(runState.power, c.power, 1e-5) << c.name;
-        EXPECT_NEAR(runState.torque, c.torque, 1e-5) << c.name;
-        EXPECT_NEAR(runState.force, c.force, 1e-5) << c.name;
+        SCOPED_TRACE(c.name);
+        expectFigures({runState.power, runState.torque, runState.force}, {c.power, c.torque, c.force}, 1e-5);
         EXPECT_NEAR(runState.maxPower, c.maxPower, 0.05) << c.name;
     }
 }
@@ -128,9 +120,7 @@ TEST_F(TheoryTest, zeroInputs)
     workingBlock.theoryVelocity[2] = 0.0;
     for (int target : {0, 2}) {
         EXPECT_EQ(calculate(2, target), statusZeroValue) << target;
-        EXPECT_EQ(runState.cadence, 0.0) << target;
-        EXPECT_EQ(runState.frontTooth * 100 + runState.rearTooth, 4227) << target;
-        EXPECT_NEAR(runState.gearRatio, 42.0 / 27.0, 1e-12) << target;
+        expectFigures({runState.cadence, runState.frontTooth, runState.rearTooth}, {0, 42, 27});
     }
 }
 

@@ -19,19 +19,11 @@ protected:
 
 TEST_F(BrakingTest, theBrakesTakeTheWorkByTheirGrip)
 {
-    const RideResult result = ride(ridePatternBraking, 0);
-    ASSERT_EQ(result.status, 0u);
+    ASSERT_EQ(ride(ridePatternBraking, 0).status, 0u);
     const double work = -runState.meanStagePower[stageThrust] * runState.sectorTime;
     EXPECT_NEAR(modelState.brakeHeat[0] + modelState.brakeHeat[1], work, 1e-9 * work);
-    const double share = modelState.brakeHeat[0] / work;
-    EXPECT_NEAR(share, modelState.frontFrictionShare, 1e-12);
-    EXPECT_GT(share, 0.6); // braking loads the front wheel
-    EXPECT_LT(modelState.brakeRadiated[0], 0.0);
-    EXPECT_NEAR(result.log.rows[0].time, 0.0, 0.0);
-    // The rows' own gear and cadence: no shifting, cadence by velocity.
-    const SampleRow& row = result.log.rows[100];
-    EXPECT_EQ(row.frontTooth, result.log.rows[0].frontTooth);
-    EXPECT_NEAR(row.cadence, row.velocity * 60000.0 / (668.0 * pi * row.gearRatio), 1e-9);
+    EXPECT_NEAR(modelState.brakeHeat[0] / work, modelState.frontFrictionShare, 1e-12);
+    EXPECT_GT(modelState.frontFrictionShare, 0.6); // braking loads the front wheel
 }
 
 TEST_F(BrakingTest, tenKiloWattTurnTheLog)
@@ -83,15 +75,6 @@ TEST_F(BrakingTest, constantVelocityTurnsTheHillIntoHeat)
     EXPECT_TRUE(result.log.rows.empty());
 }
 
-TEST_F(BrakingTest, whereNoBrakingIsNeededTheRollingVelocityIsTold)
-{
-    workingBlock.rideEndVelocity[3] = kph(60);
-    EXPECT_EQ(ride(ridePatternBraking, 2).status, statusNoBrakingNeeded);
-    EXPECT_NEAR(runState.velocity * 3.6, 57.973, 0.001);
-    EXPECT_EQ(ride(ridePatternBraking, 3).status, statusNoBrakingNeeded);
-    EXPECT_NEAR(runState.velocity * 3.6, 57.973, 0.001);
-}
-
 TEST_F(BrakingTest, intervalsRepeatAndTheRestIsRidden)
 {
     struct Case {
@@ -99,13 +82,11 @@ TEST_F(BrakingTest, intervalsRepeatAndTheRestIsRidden)
         double total;
         size_t sectors;
     };
-    constexpr Case cases[] = {
-        {"whole intervals", 1500.0, 10},
-        {"the rest coasts", 1600.0, 11},
-        {"the rest ends in braking", 1790.0, 12},
-        {"less than an interval", 200.0, 1},
-        {"nothing", 0.0, 0},
-    };
+    constexpr Case cases[] = {{"whole intervals", 1500.0, 10},
+                              {"the rest coasts", 1600.0, 11},
+                              {"the rest ends in braking", 1790.0, 12},
+                              {"less than an interval", 200.0, 1},
+                              {"nothing", 0.0, 0}};
     for (const Case& c : cases) {
         workingBlock.totalDistance = c.total;
         const RideResult result = ride(ridePatternBraking, 3);
@@ -141,23 +122,6 @@ TEST_F(BrakingTest, theCurvesOfIntervalsRunOn)
     const SectorRow& last = result.log.sectors.back();
     EXPECT_NEAR(last.residual[0], last.heat[0] + last.radiate[0], 1e-12);
     EXPECT_NEAR(g.value(g.pointCount() - 1, 3), last.brake[0], 0.2);
-}
-
-TEST_F(BrakingTest, undoingAStepLeavesTheRestOfIt)
-{
-    prepare(ridePatternBraking, 0);
-    modelState.frontFrictionShare = 0.75;
-    modelState.rearFrictionShare = 0.25;
-    runState.airDragPower = 100.0;
-    runState.rollingPower = 10.0;
-    accumulateBrakeStep(10.0, -400.0, 0.5);
-    EXPECT_DOUBLE_EQ(modelState.brakeHeat[0], 150.0);
-    EXPECT_DOUBLE_EQ(modelState.brakeHeat[1], 50.0);
-    EXPECT_LT(modelState.brakeRadiated[0], 0.0); // warmed by the step itself
-    undoBrakeOvershoot(10.0, -400.0, 0.5, 0.2);
-    EXPECT_DOUBLE_EQ(modelState.brakeHeat[0], 120.0);
-    EXPECT_DOUBLE_EQ(runState.airDragQuantity, 40.0);
-    EXPECT_DOUBLE_EQ(runState.rollingDragQuantity, 4.0);
 }
 
 TEST_F(BrakingTest, aCurveLooksTheRearWeightUpUnderTheFrontType)

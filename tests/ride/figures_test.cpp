@@ -1,4 +1,5 @@
 // Figures of whole rides, computed by others from the same formulas. A row holds to half of its last digit.
+#include "figures.h"
 #include "ride/physiology.h"
 #include "ride/ride_fixture.h"
 #include "ride/ride_status.h"
@@ -38,10 +39,7 @@ constexpr PedaledCase pedaledCases[] = {
     {rideAcceleration, 4, hubMotor, 0, 15.000, 113.930, 3.020, 211.134, 492.727, 211.134, 209.091, 269.652},
     {rideAcceleration, 0,
      [](Block b) {
-         b.rideStartVelocity[1] = kph(20);
-         b.rideInclination[1] = 5;
-         b.startGearMode[0] = 1;
-         b.startGearIndex[0] = 3;
+         b.rideStartVelocity[1] = kph(20), b.rideInclination[1] = 5, b.startGearMode[0] = 1, b.startGearIndex[0] = 3;
      },
      0, 17.600, 162.547, 1.024, 726.837, 709.959, 726.837, 0, 800.000},
     {rideDeceleration, 0, unchanged, 0, 25.120, 313.417, -0.969, 0, 0, 0, 0, 0},
@@ -49,12 +47,8 @@ constexpr PedaledCase pedaledCases[] = {
      127.104},
     {rideDeceleration, 3, unchanged, 0, 49.990, 554.804, -0.887, 102.195, 108.123, 102.376, 0, 112.383},
     {rideDeceleration, 5, unchanged, 0, 55.370, 602.705, -0.884, 107.122, 112.696, 107.288, 0, 117.177},
-    {rideDeceleration, 0,
-     [](Block b) {
-         hubMotor(b);
-         b.ridePower[2] = 100;
-     },
-     statusDeclineMayStop, 97.390, 1056.133, -0.896, 92.988, 183.058, 93.079, 78.280, 100.000},
+    {rideDeceleration, 0, [](Block b) { hubMotor(b), b.ridePower[2] = 100; }, statusDeclineMayStop, 97.390, 1056.133,
+     -0.896, 92.988, 183.058, 93.079, 78.280, 100.000},
 };
 
 struct BrakedCase {
@@ -75,12 +69,8 @@ constexpr BrakedCase brakedCases[] = {
      -230.364, 0.001},
     {rideDeceleration, 2, [](Block b) { b.rideInclination[2] = -9; }, 0, 169.380, -431.892, 29675, 40940, -28647,
      -20915, 1},
-    {ridePatternBraking, 0,
-     [](Block b) {
-         b.brakeType[0] = b.brakeType[1] = 1;
-         b.rideForce[3] = -60;
-     },
-     statusSlip, 1.220, -8139, 634.864, 8943.686, -191.443, -16.539, 0.001},
+    {ridePatternBraking, 0, [](Block b) { b.brakeType[0] = b.brakeType[1] = 1, b.rideForce[3] = -60; }, statusSlip,
+     1.220, -8139, 634.864, 8943.686, -191.443, -16.539, 0.001},
     {ridePatternBraking, 2, unchanged, 0, 600, 0, 58713, 86707, -77930, -64886, 1},
     {ridePatternBraking, 3, unchanged, 0, 413.9, 0, 131919, 61630, -54856, -19824, 1},
 };
@@ -97,14 +87,10 @@ TEST_F(Figures, pedaledRuns)
         c.change(workingBlock);
         SCOPED_TRACE(std::to_string(c.mode) + " " + std::to_string(c.target));
         EXPECT_EQ(ride(c.mode, c.target).status, c.status);
-        EXPECT_NEAR(runState.sectorTime, c.time, half);
-        EXPECT_NEAR(runState.distance, c.distance, half);
-        EXPECT_NEAR(runState.maxAccele, c.maxAccele, half);
-        EXPECT_NEAR(runState.meanStagePower[stagePedaling], c.pedaling, half);
-        EXPECT_NEAR(runState.peakPower[stageThrust], c.peakThrust, half);
-        EXPECT_NEAR(physiology.normalizedPower, c.normalized, half);
-        EXPECT_NEAR(runState.assistMeanPower, c.assist, half);
-        EXPECT_NEAR(runState.power, c.power, half);
+        expectFigures(
+            {runState.sectorTime, runState.distance, runState.maxAccele, runState.meanStagePower[stagePedaling],
+             runState.peakPower[stageThrust], physiology.normalizedPower, runState.assistMeanPower, runState.power},
+            {c.time, c.distance, c.maxAccele, c.pedaling, c.peakThrust, c.normalized, c.assist, c.power}, half);
     }
 }
 
@@ -119,10 +105,9 @@ TEST_F(Figures, brakedRuns)
         if (c.meanThrust != 0.0) {
             EXPECT_NEAR(runState.meanStagePower[stageThrust], c.meanThrust, c.meanThrust < -2000 ? 0.51 : 0.00051);
         }
-        EXPECT_NEAR(runState.airDragQuantity, c.airDrag, 0.51 * c.step);
-        EXPECT_NEAR(modelState.brakeHeat[0], c.heat, 0.51 * c.step);
-        EXPECT_NEAR(modelState.brakeRadiated[0], c.radiated, 0.51 * c.step);
-        EXPECT_NEAR(modelState.brakeRadiated[1], c.rearRadiated, 0.51 * c.step);
+        expectFigures({runState.airDragQuantity, modelState.brakeHeat[0], modelState.brakeRadiated[0],
+                       modelState.brakeRadiated[1]},
+                      {c.airDrag, c.heat, c.radiated, c.rearRadiated}, 0.51 * c.step);
     }
 }
 

@@ -3,7 +3,6 @@
 
 #include "ride/ride_fixture.h"
 
-#include <cmath>
 #include <limits>
 #include <ostream>
 
@@ -42,27 +41,12 @@ constexpr StatusCase cases[] = {
     {"acceleration: start is end", rideAcceleration, 0, [](Block b) { level(b, 1, 40, 40); }, statusIllegalValue},
     {"acceleration: seek with start above end", rideAcceleration, 4, [](Block b) { level(b, 1, 50, 40); },
      statusIllegalValue},
-    {"acceleration: ending velocity with start above end", rideAcceleration, 2, [](Block b) { level(b, 1, 50, 40); },
-     statusIllegalValue},
     {"acceleration: negative power", rideAcceleration, 0, [](Block b) { b.ridePower[1] = -1; }, statusIllegalValue},
-    {"acceleration: mean power 0", rideAcceleration, 1, [](Block b) { b.ridePower[1] = 0; }, statusIllegalValue},
-    {"acceleration: sector time 0", rideAcceleration, 4, [](Block b) { b.rideLegTime[1] = 0; }, statusIllegalValue},
     {"acceleration: distance 0", rideAcceleration, 5, [](Block b) { b.rideDistance[1] = 0; }, statusIllegalValue},
-    {"acceleration: no accele", rideAcceleration, 6, [](Block b) { b.rideAccele[1] = 0; }, statusIllegalValue},
     {"acceleration: no interval", rideAcceleration, 0,
-     [](Block b) {
-         b.accelerationIntervalMode = 1;
-         b.accelerationInterval = 0;
-     },
-     statusIllegalValue},
+     [](Block b) { b.accelerationIntervalMode = 1, b.accelerationInterval = 0; }, statusIllegalValue},
     {"acceleration: power holds less than the start", rideAcceleration, 0,
-     [](Block b) {
-         level(b, 1, 35, 40);
-         b.ridePower[1] = 100;
-     },
-     statusTooShortPower},
-    {"acceleration: no power on the level", rideAcceleration, 0, [](Block b) { b.ridePower[1] = 0; },
-     statusTooShortPower},
+     [](Block b) { level(b, 1, 35, 40), b.ridePower[1] = 100; }, statusTooShortPower},
     {"acceleration: a wall", rideAcceleration, 0, [](Block b) { b.rideInclination[1] = 100; }, statusNoAcceleration},
     {"acceleration: no kick from standstill", rideAcceleration, 0, [](Block b) { b.initialKickTime = 0; },
      statusNotConverged},
@@ -72,29 +56,17 @@ constexpr StatusCase cases[] = {
      statusTooLongDistance},
     {"acceleration: accele too small", rideAcceleration, 6, [](Block b) { b.rideAccele[1] = 0.01; },
      statusTooHighAccele},
-    {"acceleration: fades", rideAcceleration, 0, [](Block b) { b.ridePower[1] = 60; }, statusEndNotReached},
     {"acceleration: a wheel that spins", rideAcceleration, 0,
      [](Block b) { b.frictionCoefficient[0] = b.frictionCoefficient[1] = 0.05; }, statusWheelSpin},
-    {"acceleration: beyond the gears", rideAcceleration, 8,
-     [](Block b) {
-         level(b, 1, 60, 75);
-         b.ridePower[1] = 3000;
-     },
+    {"acceleration: beyond the gears", rideAcceleration, 8, [](Block b) { level(b, 1, 60, 75), b.ridePower[1] = 3000; },
      statusOverReach},
     {"acceleration: an ending velocity beyond the gears is no news", rideAcceleration, 2,
      [](Block b) { level(b, 1, 60, 75); }, statusEndNotReached},
     {"acceleration: gravity that shifting eats up", rideAcceleration, 7, [](Block b) { b.rideGravity[1] = 1.2; },
      statusNotConverged},
 
-    {"deceleration: start is end", rideDeceleration, 0, [](Block b) { level(b, 2, 30, 30); }, statusIllegalValue},
-    {"deceleration: mean power with start below end", rideDeceleration, 1, [](Block b) { level(b, 2, 30, 40); },
-     statusIllegalValue},
     {"deceleration: positive accele", rideDeceleration, 5, [](Block b) { b.rideAccele[2] = 0.1; }, statusIllegalValue},
-    {"deceleration: sector time 0", rideDeceleration, 3, [](Block b) { b.rideLegTime[2] = 0; }, statusIllegalValue},
     {"deceleration: rolls on by itself", rideDeceleration, 0, rollDown, statusNoDeceleration},
-    {"deceleration: sector time that rolls on", rideDeceleration, 3, rollDown, statusNoDeceleration},
-    {"deceleration: power holds the start", rideDeceleration, 0, [](Block b) { b.ridePower[2] = 2000; },
-     statusTooLargePower},
     {"deceleration: mean power above that of the end", rideDeceleration, 1, [](Block b) { b.ridePower[2] = 300; },
      statusTooLargePower},
     {"deceleration: power holds more than the end", rideDeceleration, 0, [](Block b) { b.ridePower[2] = 300; },
@@ -104,14 +76,7 @@ constexpr StatusCase cases[] = {
     {"deceleration: distance too long", rideDeceleration, 4, [](Block b) { b.rideDistance[2] = 100000; },
      statusTooLongDistance},
     {"deceleration: accele too small", rideDeceleration, 5, [](Block b) { b.rideAccele[2] = 0; }, statusTooHighAccele},
-    {"deceleration: to a stop in longer than coasting", rideDeceleration, 3,
-     [](Block b) {
-         level(b, 2, 30, 0);
-         b.rideLegTime[2] = 800;
-     },
-     statusTooLongTime},
 
-    {"braking: start is end", ridePatternBraking, 0, [](Block b) { level(b, 3, 30, 30); }, statusIllegalValue},
     {"braking: full, start below end", ridePatternBraking, 1, [](Block b) { level(b, 3, 30, 40); }, statusIllegalValue},
     {"braking: full, without friction", ridePatternBraking, 1,
      [](Block b) { b.frictionCoefficient[0] = b.frictionCoefficient[1] = 0; }, statusNotConverged},
@@ -123,18 +88,8 @@ constexpr StatusCase cases[] = {
     {"braking: velocity above what rolls", ridePatternBraking, 2, [](Block b) { level(b, 3, 70, 90); },
      statusNoBrakingNeeded},
     {"braking: a way of years", ridePatternBraking, 2,
-     [](Block b) {
-         level(b, 3, 70, 0.001);
-         b.totalDistance = 100000;
-     },
-     statusIllegalValue},
-    {"braking: intervals above what rolls", ridePatternBraking, 3, [](Block b) { level(b, 3, 70, 90); },
-     statusNoBrakingNeeded},
+     [](Block b) { level(b, 3, 70, 0.001), b.totalDistance = 100000; }, statusIllegalValue},
     {"braking: intervals too short", ridePatternBraking, 3, [](Block b) { b.intervalDistance = 10; },
-     statusTooShortInterval},
-    {"braking: intervals of no length", ridePatternBraking, 3, [](Block b) { b.intervalDistance = 0; },
-     statusTooShortInterval},
-    {"braking: intervals with no force", ridePatternBraking, 3, [](Block b) { b.rideForce[3] = 0; },
      statusTooShortInterval},
     {"braking: an interval of hours", ridePatternBraking, 3, [](Block b) { b.intervalDistance = 100000; },
      statusNotConverged},
@@ -144,17 +99,10 @@ constexpr StatusCase cases[] = {
     {"rolling: velocity 0", rideInclinationAndVelocity, 1, [](Block b) { b.rideVelocity[4] = 0; },
      statusTooSmallVelocity},
     {"rolling: faster than asked, even on the gentlest slope", rideInclinationAndVelocity, 1,
-     [](Block b) {
-         b.inclinationLimit = 1;
-         b.rideStartVelocity[4] = kph(60);
-         b.rideVelocity[4] = kph(10);
-     },
+     [](Block b) { b.inclinationLimit = 1, b.rideStartVelocity[4] = kph(60), b.rideVelocity[4] = kph(10); },
      statusBeyondTolerance},
     {"rolling: no interval", rideInclinationAndVelocity, 0,
-     [](Block b) {
-         b.accelerationIntervalMode = 1;
-         b.accelerationInterval = std::numeric_limits<double>::quiet_NaN();
-     },
+     [](Block b) { b.accelerationIntervalMode = 1, b.accelerationInterval = std::numeric_limits<double>::quiet_NaN(); },
      statusIllegalValue},
     {"cornering: beyond the gears", rideCriticalCornering, 0, [](Block b) { b.corneringRadius = 100; },
      statusOverReach},
@@ -213,26 +161,6 @@ TEST_F(SeekLimits, aRefusedRunHasNoResults)
     runRide(result);
     EXPECT_EQ(runState.peakPower[stagePedaling], 0.0);
     EXPECT_EQ(runState.meanStagePower[stagePedaling], 0.0);
-}
-
-// Whole windfields, slopes and powers: a run ends, and where it answers it answers in numbers.
-TEST_F(SeekLimits, extremesAnswerInNumbers)
-{
-    constexpr double inclinations[] = {-100.0, -20.0, -0.3, 0.0, 20.0, 100.0};
-    constexpr double winds[] = {-30.0, 0.0, 30.0};
-    for (double inclination : inclinations) {
-        for (double wind : winds) {
-            for (RideMode mode : {rideAcceleration, rideDeceleration, ridePatternBraking, rideInclinationAndVelocity}) {
-                setDefaults(workingBlock);
-                workingBlock.windSpeed = wind;
-                workingBlock.rideInclination[mode] = workingBlock.brakingInclination[0] = inclination;
-                const RideResult result = ride(mode, 0);
-                const bool finite = std::isfinite(runState.velocity) && std::isfinite(runState.distance) &&
-                                    std::isfinite(runState.meanStagePower[stageThrust]);
-                EXPECT_TRUE(finite || isFatal(result.status)) << mode << " " << inclination << " % " << wind << " m/s";
-            }
-        }
-    }
 }
 
 } // namespace torvane

@@ -1,4 +1,5 @@
 // The two rides without time: power and velocity, critical cornering; and their bands.
+#include "figures.h"
 #include "ride/ride_fixture.h"
 #include "ride/ride_status.h"
 
@@ -62,9 +63,7 @@ TEST_F(SteadyTest, downhillThrustAloneTurnsNegative)
 {
     workingBlock.rideInclination[0] = -8.0;
     const RideResult result = ride(ridePowerAndVelocity, 0);
-    EXPECT_EQ(runState.power, 0.0);
-    EXPECT_EQ(runState.peakPower[stagePedaling], 0.0);
-    EXPECT_EQ(result.graph->value(99, 1), 0.0);
+    expectFigures({runState.power, runState.peakPower[stagePedaling], result.graph->value(99, 1)}, {0.0, 0.0, 0.0});
     EXPECT_LT(result.graph->value(99, 7), 0.0);
 }
 
@@ -91,25 +90,16 @@ TEST_F(SteadyTest, cornering)
 
 TEST_F(SteadyTest, corneringBands)
 {
-    struct Case {
-        int target;
-        const char* first;
-        const char* second;
-    };
-    constexpr Case cases[] = {
-        {0, "velocity(kph)", "corner radius(m) under 0.100 safty margin"},
-        {1, "velocity(kph)", "corner radius(m) under 0.100 safty margin"},
-        {2, "safty margin ratio", "corner radius(m) for 40.000 kph"},
-    };
-    for (const Case& c : cases) {
-        const RideResult result = ride(rideCriticalCornering, c.target);
+    for (int target : {0, 1, 2}) {
+        const RideResult result = ride(rideCriticalCornering, target);
         ASSERT_TRUE(result.graph);
-        EXPECT_EQ(result.graph->seriesNames, (std::vector<std::string>{c.first, c.second}));
-        EXPECT_EQ(result.graph->pointCount(), 100);
-        EXPECT_EQ(result.graph->graphKind, 1);
+        EXPECT_EQ(result.graph->seriesNames[0], target == 2 ? "safty margin ratio" : "velocity(kph)");
+        EXPECT_EQ(result.graph->seriesNames[1],
+                  target == 2 ? "corner radius(m) for 40.000 kph" : "corner radius(m) under 0.100 safty margin");
+        ASSERT_EQ(result.graph->pointCount(), 100);
         const double x = result.graph->value(99, 0), radius = result.graph->value(99, 1);
-        const double v = c.target == 2 ? kph(40) : x / 3.6, margin = c.target == 2 ? x : 0.1;
-        EXPECT_NEAR(v * v / radius, (1.0 - margin) * modelState.effectiveFriction * 9.80665, 1e-9) << c.target;
+        const double v = target == 2 ? kph(40) : x / 3.6, margin = target == 2 ? x : 0.1;
+        EXPECT_NEAR(v * v / radius, (1.0 - margin) * modelState.effectiveFriction * 9.80665, 1e-9) << target;
     }
 }
 

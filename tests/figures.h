@@ -1,0 +1,29 @@
+// Several figures at once: what came out beside what was worked out elsewhere.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <vector>
+
+namespace torvane {
+
+struct Figure {
+    double value;
+
+    template <class Number>
+    Figure(Number number) : value(static_cast<double>(number))
+    {
+    }
+};
+
+// Each figure within the tolerance, 0 for equal ones.
+inline void expectFigures(const std::vector<Figure>& found, const std::vector<Figure>& wanted, double tolerance = 0)
+{
+    ASSERT_EQ(found.size(), wanted.size());
+    for (size_t i = 0; i < found.size(); ++i)
+        EXPECT_TRUE(std::fabs(found[i].value - wanted[i].value) <= tolerance)
+            << "figure " << i + 1 << " is " << found[i].value << " instead of " << wanted[i].value;
+}
+
+} // namespace torvane
