@@ -100,46 +100,6 @@ TEST_P(AddMessages, RebuildsWhatWasExcluded)
     EXPECT_EQ(bench.output(), expected.file());
 }
 
-// Two definitions of records: each closes with its own lap and session, and the activity sums their timers up.
-TEST_P(AddMessages, OneOfEachForEachDefinitionOfRecords)
-{
-    bench.options.addLap = bench.options.addSession = bench.options.addActivity = 1;
-    bench.options.thresholdSpeed = 0; // no speed here: only a threshold of 0 counts such records
-    auto segment = [&](FitBuilder& file, int local, int64_t start, int64_t step) {
-        file.define(local, 20, {{253, 4, 0x86}}, bigEndian);
-        for (int64_t time = start; time < start + 3 * step; time += step)
-            file.message(local, {time});
-    };
-    auto summaries = [&](int64_t start, int64_t end, int64_t timer) {
-        Fields times = {{253, 4, 0x86}, {2, 4, 0x86}, {7, 4, 0x86}, {8, 4, 0x86}, {25, 1, 2}};
-        expected.define(2, 19, times, bigEndian).message(2, {end, start, end - start, timer, 1});
-        times.back() = {5, 1, 2};
-        expected.define(3, 18, times, bigEndian).message(3, {end, start, end - start, timer, 1});
-    };
-    segment(source, 1, 1000, 1);
-    segment(source, 5, 5000, 10);
-    ASSERT_EQ(add(), fitAdded);
-    segment(expected, 1, 1000, 1);
-    summaries(1000, 1002, 2000);
-    segment(expected, 5, 5000, 10);
-    summaries(5000, 5020, 20000);
-    expected.define(4, 34, activityFields, bigEndian).message(4, {5020, 22000, 5020, 2});
-    EXPECT_EQ(bench.output(), expected.file());
-}
-
-TEST_P(AddMessages, ThresholdAboveEverySpeedLeavesZeros)
-{
-    bench.options.addSession = 1;
-    bench.options.thresholdSpeed = 100;
-    addRide(source, bigEndian);
-    ASSERT_EQ(add(), fitAdded);
-    addRide(expected, bigEndian);
-    Values zeros(sessionFields.size(), 0);
-    zeros.back() = 1;
-    expected.define(2, 18, sessionFields, bigEndian).message(2, zeros);
-    EXPECT_EQ(bench.output(), expected.file());
-}
-
 // The source's session gives the timer, its activity moves to the end, and sports are replaced on the way.
 TEST_P(AddMessages, LapBesideSessionAndActivityOfTheSource)
 {
@@ -160,61 +120,6 @@ TEST_P(AddMessages, LapBesideSessionAndActivityOfTheSource)
     expected.define(4, 19, {{253, 4, 0x86}, {2, 4, 0x86}, {7, 4, 0x86}, {8, 4, 0x86}, {9, 4, 0x86}, {25, 1, 2}},
                     bigEndian);
     expected.message(4, {1001, 1000, 1, 5000, 700, 1}).message(3, {600, 1});
-    EXPECT_EQ(bench.output(), expected.file());
-}
-
-// The timer of a session goes before that of a lap, wherever they stand; without a session the lap's counts.
-// The activity goes to the end of the file, where its definition must still hold; one that is repeated does.
-TEST_P(AddMessages, AnActivityWhoseLocalTypeIsDefinedAnewCannotMove)
-{
-    bench.options.addLap = 1;
-    for (int fields : {2, 1}) {
-        FitBuilder file = fitFile(bigEndian);
-        file.define(1, 20, {{253, 4, 0x86}}, bigEndian).message(1, {1000}).message(1, {1001});
-        file.define(3, 34, {{0, 4}, {1, 2}}, bigEndian).message(3, {600, 9});
-        file.define(3, 34, fields == 2 ? Fields{{0, 4}, {1, 2}} : Fields{{0, 4}}, bigEndian);
-        EXPECT_EQ(bench.from(file.file()).run(checkAddMessages, runAddMessages), fields == 2 ? fitAdded : fitAddFailed);
-    }
-}
-
-TEST_P(AddMessages, ActivityTakesTheTimerOfTheSourcesSummaries)
-{
-    for (bool withSession : {true, false}) {
-        FitBuilder ride;
-        ride.define(1, 20, {{253, 4, 0x86}}, bigEndian).message(1, {1000});
-        if (withSession)
-            ride.define(2, 18, {{8, 4}}, bigEndian).message(2, {5000});
-        ride.define(3, 19, {{8, 4}}, bigEndian).message(3, {7000});
-        source = fitFile(bigEndian);
-        expected = fitFile(bigEndian, 4, markedManufacturer(bigEndian));
-        for (FitBuilder* both : {&source, &expected})
-            both->data.insert(both->data.end(), ride.data.begin(), ride.data.end());
-        bench.options.addActivity = 1;
-        bench.options.thresholdSpeed = 0;
-        ASSERT_EQ(add(), fitAdded);
-        int free = withSession ? 4 : 2;
-        expected.define(free, 34, activityFields, bigEndian);
-        expected.message(free, {1000, withSession ? 5000 : 7000, 1000, withSession});
-        EXPECT_EQ(bench.output(), expected.file());
-    }
-}
-
-// A session whose definition was replaced later is not seen by the check, but its message counts.
-TEST_P(AddMessages, ActivityCountsTheSessionsThatTheSourceHas)
-{
-    bench.options.addSession = bench.options.addActivity = 1;
-    bench.options.thresholdSpeed = 0;
-    auto ride = [&](FitBuilder& file) {
-        file.define(2, 18, {{8, 4}}, bigEndian).message(2, {5000}).message(2, {6000});
-        file.define(2, 21, {{1, 1}}, bigEndian);
-    };
-    ride(source);
-    source.define(1, 20, {{4, 1, 2}}, bigEndian).message(1, {90}).message(1, {80});
-    ASSERT_EQ(add(), fitAdded);
-    ride(expected);
-    expected.define(1, 20, {{4, 1, 2}}, bigEndian).message(1, {90}).message(1, {80});
-    expected.define(3, 18, {{18, 1, 2}, {19, 1, 2}, {5, 1, 2}}, bigEndian).message(3, {85, 90, 1});
-    expected.define(4, 34, {{1, 2, 4}}, bigEndian).message(4, {2});
     EXPECT_EQ(bench.output(), expected.file());
 }
 

