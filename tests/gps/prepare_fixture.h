@@ -53,8 +53,8 @@ inline uint32_t readNumber(const Bytes& data, size_t at, int size, bool big)
     return value;
 }
 
-// Every data message of a block; `definitions` counts the definitions by message.
-inline std::vector<ReadMessage> readBlock(const Bytes& data, std::map<int, int>* definitions = nullptr)
+// Every data message of a block.
+inline std::vector<ReadMessage> readBlock(const Bytes& data)
 {
     struct Layout {
         int global = 0;
@@ -85,8 +85,6 @@ inline std::vector<ReadMessage> readBlock(const Bytes& data, std::map<int, int>*
         if ((header & 0x20) != 0)
             for (count = data[at++]; count-- > 0; at += 3)
                 layout.developerSize += data[at + 1];
-        if (definitions)
-            ++(*definitions)[layout.global];
     }
     return messages;
 }

@@ -1,4 +1,5 @@
 // Two rides on one axis of time: powers whose means and correlation can be had by hand.
+#include "figures.h"
 #include "gps/ride_comparison.h"
 
 #include <gtest/gtest.h>
@@ -54,13 +55,9 @@ TEST(RideComparison, DividesAtHoles)
     second.erase(second.begin() + 65); // second 95
     RideComparison result;
     ASSERT_EQ(comparePowers(first, second, result), fitOk);
-    EXPECT_EQ(result.whole.seconds, 119u);
-    EXPECT_EQ(result.alone[0], 31u);
-    EXPECT_EQ(result.alone[1], 30u);
+    expectFigures({result.whole.seconds, result.alone[0], result.alone[1]}, {119, 31, 30});
     ASSERT_EQ(result.sectors.size(), 1u); // the other one is of 54 s
-    EXPECT_EQ(result.sectors[0].start, 30u);
-    EXPECT_EQ(result.sectors[0].seconds, 65u);
-    EXPECT_EQ(result.whole.windows, 3u);
+    expectFigures({result.sectors[0].start, result.sectors[0].seconds, result.whole.windows}, {30, 65, 3});
     EXPECT_EQ(comparePowers(first, powersOf(500, {1}), result), fitNotComparable);
     EXPECT_EQ(comparePowers({}, second, result), fitNotComparable);
 }

@@ -1,6 +1,8 @@
 // A track made clean: geometry, sectors, windows, trimmed means, slopes and accelerations. Expected values by hand.
 #include "gps/track.h"
 
+#include "figures.h"
+
 #include "gps/analysis.h"
 #include "gps/sectors.h"
 #include "gps/smoothing.h"
@@ -9,6 +11,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 namespace torvane {
@@ -76,13 +80,8 @@ TEST(TrackGeometry, distancesAndCourses)
 
 TEST(Sectors, divideTheRide)
 {
-    struct Case {
-        const char* name;
-        std::vector<uint32_t> timestamps;
-        std::vector<double> speeds; // threshold 1
-        std::vector<uint32_t> sectors;
-    };
-    const Case cases[] = {
+    // speeds: threshold 1
+    const std::tuple<const char*, std::vector<uint32_t>, std::vector<double>, std::vector<uint32_t>> cases[] = {
         {"all slow", {0, 1, 2}, {0.9, 0, 0.5}, {0, 0, 0}},
         {"at the threshold", {0, 1}, {1, 1}, {1, 1}},
         {"a row alone goes, its number serves again",
@@ -100,34 +99,29 @@ TEST(Sectors, divideTheRide)
         {"one slow row", {7}, {0}, {0}},
         {"no row", {}, {}, {}},
     };
-    for (const Case& c : cases) {
-        GpsRecords records = rowsOf(&GpsRecord::speed, c.speeds);
-        setTimestamps(records, c.timestamps);
-        bool anySector = std::count(c.sectors.begin(), c.sectors.end(), 0u) != static_cast<long>(c.sectors.size());
-        EXPECT_EQ(formSectors(records, 1.0, 0), anySector) << c.name;
+    for (const auto& [name, timestamps, speeds, sectors] : cases) {
+        GpsRecords records = rowsOf(&GpsRecord::speed, speeds);
+        setTimestamps(records, timestamps);
+        bool anySector = std::count(sectors.begin(), sectors.end(), 0u) != static_cast<long>(sectors.size());
+        EXPECT_EQ(formSectors(records, 1.0, 0), anySector) << name;
         for (size_t i = 0; i < records.size(); i++)
-            EXPECT_EQ(records[i].sector, c.sectors[i]) << c.name << ", row " << i;
+            EXPECT_EQ(records[i].sector, sectors[i]) << name << ", row " << i;
     }
 }
 
 TEST(Sectors, speedFromDistance)
 {
-    struct Case {
-        const char* name;
-        std::vector<uint32_t> timestamps;
-        std::vector<double> distances, speeds;
-    };
-    const Case cases[] = {
+    const std::tuple<const char*, std::vector<uint32_t>, std::vector<double>, std::vector<double>> cases[] = {
         {"the mean of two speeds covers the step", {0, 1, 2, 4}, {0, 10, 30, 90}, {10, 10, 30, 30}},
         {"steps without time", {0, 1, 1, 1, 2}, {0, 10, 10, 15, 30}, {10, 10, 10, 10, 20}},
         {"first step without time", {0, 0, 1}, {0, 0, 20}, {20, 20, 20}},
         {"one row", {5}, {100}, {10}},
     };
-    for (const Case& c : cases) {
-        GpsRecords records = rowsOf(&GpsRecord::distance, c.distances);
-        setTimestamps(records, c.timestamps);
+    for (const auto& [name, timestamps, distances, speeds] : cases) {
+        GpsRecords records = rowsOf(&GpsRecord::distance, distances);
+        setTimestamps(records, timestamps);
         formSectors(records, 1.0, analysisSpeedFromDistance);
-        expectRows(records, &GpsRecord::speed, c.speeds, c.name);
+        expectRows(records, &GpsRecord::speed, speeds, name);
     }
     GpsRecords places = rowsOf(&GpsRecord::latitude, {0, 10 / metresPerDegree, 30 / metresPerDegree});
     formSectors(places, 1.0, analysisMotionFromPosition);
@@ -137,23 +131,19 @@ TEST(Sectors, speedFromDistance)
 
 TEST(Smoothing, windowFollowsTheSteps)
 {
-    struct Case {
-        double step; // m
-        int window, positionWindow;
-    };
-    constexpr Case cases[] = {{0.9, 1, 5}, {2.9, 7, 5}, {3.0, 5, 5}, {4.9, 5, 5}, {5.0, 3, 3},
-                              {6.9, 3, 3}, {7.1, 3, 0}, {8.9, 3, 0}, {9.0, 1, 0}};
-    for (const Case& c : cases) {
-        GpsRecords records = rowsOf(&GpsRecord::distance, {0, c.step, 2 * c.step});
-        double place = c.step + (c.step == 5.0 ? 1e-6 : 0); // the haversine rounds
+    // m of a step, rows of a window, of that for positions
+    constexpr std::tuple<double, int, int> cases[] = {{0.9, 1, 5}, {2.9, 7, 5}, {3.0, 5, 5}, {4.9, 5, 5}, {5.0, 3, 3},
+                                                      {6.9, 3, 3}, {7.1, 3, 0}, {8.9, 3, 0}, {9.0, 1, 0}};
+    for (auto [step, window, positionWindow] : cases) {
+        GpsRecords records = rowsOf(&GpsRecord::distance, {0, step, 2 * step});
+        double place = step + (step == 5.0 ? 1e-6 : 0); // the haversine rounds
         for (size_t i = 0; i < records.size(); i++)
             records[i].longitude = static_cast<double>(i) * place / metresPerDegree;
-        EXPECT_EQ(chooseWindow(records), c.window) << c.step;
-        EXPECT_EQ(choosePositionWindow(records), c.positionWindow) << c.step;
+        EXPECT_EQ(chooseWindow(records), window) << step;
+        EXPECT_EQ(choosePositionWindow(records), positionWindow) << step;
     }
     EXPECT_EQ(chooseWindow(rowsOf(&GpsRecord::distance, {0, 0.5, 9.5})), 1) << "steps below 1 m do not count";
-    EXPECT_EQ(chooseWindow(evenRows(1)), 1);
-    EXPECT_EQ(choosePositionWindow(evenRows(1)), 0);
+    expectFigures({chooseWindow(evenRows(1)), choosePositionWindow(evenRows(1))}, {1, 0});
 }
 
 TEST(Smoothing, trimmedMeans)
@@ -199,25 +189,19 @@ TEST(Smoothing, positionsAndHeadingsKeepToTheirSector)
 
 TEST(Track, slopes)
 {
-    struct Case {
-        const char* name;
-        uint32_t flags;
-        double speed;
-        std::vector<double> altitudes, inclinations;
-    };
-    const Case cases[] = {
+    const std::tuple<const char*, uint32_t, double, std::vector<double>, std::vector<double>> cases[] = {
         {"raw, however steep", 0, 10, {0, 1, 5, 5, 4}, {10, 40, 0, -10, -10}},
         {"slower than 2 m/s", 0, 1.9, {0, 1, 2, 3, 4}, {10, 0, 0, 0, 10}},
         {"flat", analysisFlat, 10, {0, 1, 5, 5, 4}, {0, 0, 0, 0, 0}},
         {"real", analysisSmoothing, 10, {0, 2, 4, 6, 8}, {0, 20, 20, 20, 0}},
         {"unreal", analysisSmoothing, 10, {0, 3, 6, 9, 12}, {0, 0, 0, 0, 0}},
     };
-    for (const Case& c : cases) {
-        GpsRecords records = rowsOf(&GpsRecord::altitude, c.altitudes);
+    for (const auto& [name, flags, speed, altitudes, inclinations] : cases) {
+        GpsRecords records = rowsOf(&GpsRecord::altitude, altitudes);
         for (GpsRecord& record : records)
-            record.speed = c.speed;
-        refineTrack(records, unrealInclination, unrealAccele, c.flags);
-        expectRows(records, &GpsRecord::inclination, c.inclinations, c.name);
+            record.speed = speed;
+        refineTrack(records, unrealInclination, unrealAccele, flags);
+        expectRows(records, &GpsRecord::inclination, inclinations, name);
     }
 }
 
@@ -252,20 +236,18 @@ TEST(Track, accelerations)
 
 TEST(Track, limitOfAccelerationFollowsTheSlope)
 {
-    struct Case {
-        double inclination; // %
-        double limit;       // m/s2: 1.5 less gravity's share, -6.934 at 100 %
-    };
-    constexpr Case cases[] = {{0, 1.5}, {10, 0.524200}, {-100, 8.434349}};
-    for (const Case& c : cases) {
+    // inclination: %
+    // limit: m/s2: 1.5 less gravity's share, -6.934 at 100 %
+    constexpr std::pair<double, double> cases[] = {{0, 1.5}, {10, 0.524200}, {-100, 8.434349}};
+    for (const auto& [inclination, limit] : cases) {
         for (double beyond : {-1e-4, 1e-4}) {
             GpsRecords records = evenRows(5);
             for (size_t i = 0; i < records.size(); i++) {
-                records[i].altitude = records[i].distance * c.inclination / 100;
-                records[i].speed = 10 + static_cast<double>(i) * (c.limit + beyond);
+                records[i].altitude = records[i].distance * inclination / 100;
+                records[i].speed = 10 + static_cast<double>(i) * (limit + beyond);
             }
             refineTrack(records, 200, unrealAccele, analysisSmoothing);
-            EXPECT_NEAR(records[2].acceleration, beyond < 0 ? c.limit + beyond : 0, 1e-9) << c.inclination;
+            EXPECT_NEAR(records[2].acceleration, beyond < 0 ? limit + beyond : 0, 1e-9) << inclination;
         }
     }
 }
