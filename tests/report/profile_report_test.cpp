@@ -99,12 +99,6 @@ TEST_F(ProfileReport, eachBrakeByItsOwnType)
                                      "\trear brake material\t:  aluminum\n"
                                      "\trear rim weight\t\t:  410.0 g\n"
                                      "\trear rim depth\t\t:   24.0 mm\n\n");
-    modelState.brakeType[0] = 0;
-    modelState.brakeType[1] = 1;
-    std::string text = section(sectionBrake);
-    EXPECT_NE(text.find("\tfront rim weight\t\t:"), std::string::npos) << text;
-    EXPECT_NE(text.find("\trear rotor weight\t\t:"), std::string::npos) << text;
-    EXPECT_NE(text.find("\trear rotor diameter\t:"), std::string::npos) << text;
 }
 
 TEST_F(ProfileReport, assistRangesUpToTheFirstInactive)
@@ -116,11 +110,7 @@ TEST_F(ProfileReport, assistRangesUpToTheFirstInactive)
     };
     constexpr Case cases[] = {
         {"void first range", {0, 1, 1}, ""},
-        {"gap",
-         {1, 0, 1},
-         "\tfirst range\n\t-- type\t\t\t:  constant\n\t-- range\t\t\t:  ~  10.0 kph\n"
-         "\t-- ratio\t\t\t:    1.5\n"},
-        {"linear second",
+        {"linear second, void third",
          {1, 2, 0},
          "\tfirst range\n\t-- type\t\t\t:  constant\n\t-- range\t\t\t:  ~  10.0 kph\n\t-- ratio\t\t\t:    1.5\n"
          "\tsecond range\n\t-- type\t\t\t:  linear\n\t-- range\t\t\t:  ~  24.5 kph\n"

@@ -27,16 +27,6 @@ struct TheoryReport : testing::Test {
     CapturedScreens shown;
 };
 
-TEST_F(TheoryReport, fatalEndsBehindTheAlert)
-{
-    choose(0, 2);
-    reportTheoryResult(0x1);
-    EXPECT_EQ(shown.lower, "\n cadence theory which calculation target is 'cadence powered max'\n"
-                           "alert :\nillegal variate value\n");
-    EXPECT_EQ(shown.status,
-              "status : cadence theory which calculation target is 'cadence powered max', with fatal error");
-}
-
 TEST_F(TheoryReport, warningStandsBeforeTheEmptyLine)
 {
     choose(1, 2);
