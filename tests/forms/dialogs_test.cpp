@@ -19,16 +19,12 @@ std::string enabledOf(OpenForm& form, const std::vector<int>& ids)
     return digits;
 }
 
-struct EnablingCase {
-    int value;
-    const char* enabled;
-};
-
-void expectEnabled(int form, int control, const std::vector<int>& ids, const std::vector<EnablingCase>& cases)
+void expectEnabled(int form, int control, const std::vector<int>& ids,
+                   const std::vector<std::pair<int, const char*>>& cases)
 {
     OpenForm open(form);
-    for (const EnablingCase& c : cases)
-        EXPECT_EQ(enabledOf(open.pick(control, c.value), ids), c.enabled) << form << " " << c.value;
+    for (auto [value, enabled] : cases)
+        EXPECT_EQ(enabledOf(open.pick(control, value), ids), enabled) << form << " " << value;
 }
 
 } // namespace
@@ -47,26 +43,6 @@ TEST(Dialogs, TheTargetDisablesItsEntry)
     expectEnabled(2025, 5511, {5531, 5532}, {{0, "01"}, {1, "10"}});
     expectEnabled(2025, 5521, {5533, 5534, 5535}, {{0, "000"}, {1, "110"}, {2, "101"}});
     expectEnabled(2026, 5611, {5621, 5622, 5623}, {{0, "011"}, {1, "101"}, {2, "110"}});
-}
-
-TEST(TheoryDialogs, RefusePowerAboveTheSummit)
-{
-    struct Case {
-        int target;
-        const char* power;
-        const char* message;
-    };
-    constexpr Case cases[] = {
-        {0, "900.5", "found power tried to input over the maximal power"},
-        {2, "900.5", "found power tried to input over the maximal power"},
-        {0, "900", ""},
-        {3, "900.5", ""},
-        {0, "3001", "found too large value of a power"}, // limits first
-    };
-    for (const Case& c : cases) {
-        OpenForm dialog(2011);
-        EXPECT_EQ(dialog.pick(4111, c.target).type(4122, c.power).confirm(), c.message) << c.power;
-    }
 }
 
 TEST(TheoryDialogs, ShowTheCadencesOfTheProfileInForce)
@@ -108,18 +84,6 @@ TEST(RideDialogs, ShowVelocitiesInKph)
     EXPECT_EQ(dialog.working.rideVelocity[0], 10);
     OpenForm limit(2021, true);
     EXPECT_EQ(limit.type(5132, "200").confirm(), ""); // 200 / 3.6 x 3.6 is no matter
-}
-
-TEST(RideDialogs, IntensionIsByTimeOrDistance)
-{
-    OpenForm dialog(2021);
-    EXPECT_EQ(dialog.text(5151) + dialog.text(5153) + dialog.text(5154), "time basedminsec");
-    dialog.pick(5121, 1);
-    EXPECT_EQ(dialog.text(5151) + dialog.text(5153) + dialog.text(5154), "distance basedkmm");
-    int32_t minutes = dialog.working.intensionFirst[0];
-    EXPECT_EQ(dialog.type(5134, "33").confirm(), "");
-    EXPECT_EQ(dialog.working.intensionFirst[1], 33);
-    EXPECT_EQ(dialog.working.intensionFirst[0], minutes);
 }
 
 TEST(AccelerationDialog, AnotherFactorReloadsItsOwnValue)
@@ -181,17 +145,6 @@ TEST(AccelerationDialog, OffersTheGearsOfTheProfile)
     // 70 kph at 90 rpm on a circumference of 668 pi mm asks for a ratio of 6.18: the highest gear.
     OpenForm slower(2023);
     EXPECT_EQ(rowLabels(slower.state, slower.at(5312))[static_cast<size_t>(slower.chosen(5312))], "51 x 11");
-}
-
-TEST(BrakingDialog, EachPatternHasItsInclination)
-{
-    OpenForm dialog(2024);
-    EXPECT_EQ(dialog.text(5421) + dialog.text(5436), "-- constant force braking  0.0");
-    dialog.pick(5411, 3);
-    EXPECT_EQ(dialog.text(5421) + dialog.text(5436), "-- intermittent braking -7.0");
-    EXPECT_EQ(dialog.type(5436, "-9.5").confirm(), "");
-    EXPECT_EQ(dialog.working.brakingInclination[3], -9.5);
-    EXPECT_EQ(dialog.working.brakingInclination[2], -7);
 }
 
 TEST(ExpressDialog, LimitsNeedSmoothingAndAltitude)
@@ -273,40 +226,6 @@ TEST(ToolDialogs, ForgetTheirPaths)
     dialog.working.initialValueMode = 1;
     EXPECT_EQ(dialog.open(2060).text(8611), "");
     EXPECT_EQ(toolInputs.files[0].path, "");
-}
-
-TEST(ToolDialogs, CheckTheDestinationOfAnAnalysedFile)
-{
-    struct Case {
-        std::string path;
-        bool passed;
-        std::string result;
-    };
-    std::string folder = testing::TempDir();
-    const Case cases[] = {
-        {folder + "a.fit", true, folder + "a.fit"},
-        {folder + "a.FIT", true, folder + "a.FIT"},
-        {folder + "a.gpx", true, folder + "a.gpx.fit"},
-        {folder + "a", true, folder + "a.fit"},
-        {folder, false, "not existing filename for a destination file"},
-        {folder + "no/such/a.fit", false, "not existing directory for a destination file"},
-    };
-    for (const Case& c : cases) {
-        OpenForm dialog(2054);
-        setPath(dialog.state, dialog.at(7211), c.path);
-        Verdict verdict = confirmForm(dialog.state, dialog.working);
-        EXPECT_EQ(verdict.passed, c.passed) << c.path;
-        EXPECT_EQ(verdict.boxes.empty() ? fitOutputFileName : verdict.boxes[0].text, c.result);
-    }
-}
-
-TEST(ToolDialogs, FormatAndSportNeedTheirBoxes)
-{
-    OpenForm dialog(2055);
-    EXPECT_EQ(enabledOf(dialog, {8141, 8151}), "00");
-    EXPECT_EQ(enabledOf(dialog.pick(8131, 1), {8141, 8151}), "10");
-    EXPECT_EQ(enabledOf(dialog.pick(8132, 1), {8141, 8151}), "11");
-    EXPECT_EQ(rowLabels(dialog.state, dialog.at(8151)).size(), 9u);
 }
 
 TEST(ToolDialogs, MessagesDecideAboutTheSport)
