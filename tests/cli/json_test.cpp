@@ -4,16 +4,13 @@
 
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace torvane {
 
 TEST(Json, EscapesTexts)
 {
-    struct Case {
-        const char* text;
-        const char* json;
-    };
-    constexpr Case cases[] = {
+    constexpr std::pair<const char*, const char*> cases[] = {
         {"", "\"\""},
         {"a\tb\nc", "\"a\\tb\\nc\""},
         {"\"\\/", "\"\\\"\\\\/\""},
@@ -24,8 +21,8 @@ TEST(Json, EscapesTexts)
         {"\xC0\x80", "\"\xEF\xBF\xBD\xEF\xBF\xBD\""},                 // longer than it needs to be
         {"\xED\xA0\x80", "\"\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD\""}, // half of a UTF-16 pair
     };
-    for (const Case& c : cases)
-        EXPECT_EQ(jsonString(c.text), c.json);
+    for (const auto& [text, json] : cases)
+        EXPECT_EQ(jsonString(text), json);
 }
 
 TEST(Json, WritesNumbersAlikeOnEveryPlatform)

@@ -9,6 +9,7 @@
 
 #include <map>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace torvane {
@@ -231,28 +232,21 @@ TEST_F(ProtocolTest, closeAfterAPressWaitsForTheWorker)
 
 TEST_F(ProtocolTest, graphFollowsPreferenceAndStatus)
 {
-    struct Case {
-        const char* name;
-        int id;
-        int expressGraph, bandGraph;
-        ResultStatus status;
-        bool opens;
-    };
-    constexpr Case cases[] = {
+    constexpr std::tuple<const char*, int, int, int, ResultStatus, bool> cases[] = {
         {"express, clean", 802, 1, 0, 0, true},        {"express, warning", 802, 1, 0, 0x20000, true},
         {"express, fatal", 802, 1, 0, 0x2, false},     {"express off", 802, 0, 1, 0, false},
         {"band on, even fatal", 801, 0, 1, 0x2, true}, {"band off", 801, 1, 0, 0, false},
         {"tool never", 905, 1, 1, 0, false},
     };
     operationMayEnd.set();
-    for (const Case& c : cases) {
-        workingBlock.expressGraph = c.expressGraph;
-        workingBlock.bandGraphPowerVelocity = c.bandGraph;
-        operationResult = c.status;
-        handleCommand(c.id);
+    for (const auto& [name, id, expressGraph, bandGraph, status, opens] : cases) {
+        workingBlock.expressGraph = expressGraph;
+        workingBlock.bandGraphPowerVelocity = bandGraph;
+        operationResult = status;
+        handleCommand(id);
         journal.clear();
-        ASSERT_TRUE(mail.serve(longEnough)) << c.name;
-        EXPECT_EQ(std::count(journal.begin(), journal.end(), "open graph"), c.opens ? 1 : 0) << c.name;
+        ASSERT_TRUE(mail.serve(longEnough)) << name;
+        EXPECT_EQ(std::count(journal.begin(), journal.end(), "open graph"), opens ? 1 : 0) << name;
     }
 }
 
@@ -267,14 +261,8 @@ std::map<int, bool> menuState;
 
 TEST(MenuRulesTest, openAndGreyByStatusAndReadiness)
 {
-    struct Case {
-        const char* name;
-        MenuAfter rule;
-        ResultStatus status;
-        int readiness;
-        std::map<int, bool> expected; // entries touched
-    };
-    const Case cases[] = {
+    // expected: entries touched
+    const std::tuple<const char*, MenuAfter, ResultStatus, int, std::map<int, bool>> cases[] = {
         {"loaded, ready", MenuAfter::loaded, 0, 0, {{902, true}, {903, true}, {904, false}}},
         {"loaded, nothing to predict", MenuAfter::loaded, 0, 2, {{902, true}, {903, false}, {904, false}}},
         {"loaded, no analysis", MenuAfter::loaded, 0, 1, {{902, false}, {903, false}, {904, false}}},
@@ -289,11 +277,11 @@ TEST(MenuRulesTest, openAndGreyByStatusAndReadiness)
         {"one stroke", MenuAfter::oneStroke, 0, 2, {{902, true}, {903, false}, {904, false}}},
         {"one stroke failed", MenuAfter::oneStroke, 1, 0, {}},
     };
-    for (const Case& c : cases) {
+    for (const auto& [name, rule, status, readiness, expected] : cases) {
         menuState.clear();
-        analysisReadiness = static_cast<AnalysisReadiness>(c.readiness);
-        adjustMenu(c.rule, c.status, [](int id, bool enabled) { menuState[id] = enabled; });
-        EXPECT_EQ(menuState, c.expected) << c.name;
+        analysisReadiness = static_cast<AnalysisReadiness>(readiness);
+        adjustMenu(rule, status, [](int id, bool enabled) { menuState[id] = enabled; });
+        EXPECT_EQ(menuState, expected) << name;
     }
 }
 

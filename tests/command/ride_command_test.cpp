@@ -6,6 +6,8 @@
 #include "command/theory_command.h"
 #include "ride/ride_fixture.h"
 
+#include <tuple>
+
 namespace torvane {
 
 class RideCommand : public RideTest {
@@ -34,22 +36,10 @@ protected:
     static inline std::vector<bool> shown;
 };
 
-TEST_F(RideCommand, aModeBeyondTheLastDoesNothing)
-{
-    captured.lower = "before";
-    workingBlock.rideMode = rideModeCount;
-    EXPECT_EQ(dispatchRide(), 0u);
-    EXPECT_EQ(captured.lower, "before");
-}
-
 TEST_F(RideCommand, theTableFollowsTheReport)
 {
-    struct Case {
-        RideMode mode;
-        int target;
-        const char* heading; // nullptr: no table
-    };
-    constexpr Case cases[] = {
+    // heading: nullptr: no table
+    constexpr std::tuple<RideMode, int, const char*> cases[] = {
         {ridePowerAndVelocity, 0, nullptr},
         {rideAcceleration, 0, "process of acceleration powered pedaling"},
         {rideDeceleration, 0, "process of deceleration powered pedaling"},
@@ -60,12 +50,12 @@ TEST_F(RideCommand, theTableFollowsTheReport)
         {rideInclinationAndVelocity, 0, "process of inclination and velocity"},
         {rideCriticalCornering, 0, nullptr},
     };
-    for (const Case& c : cases) {
-        EXPECT_EQ(dispatch(c.mode, c.target), 0u);
+    for (const auto& [mode, target, heading] : cases) {
+        EXPECT_EQ(dispatch(mode, target), 0u);
         const bool table = lowerHas("process of") || lowerHas("cumulative data");
-        EXPECT_EQ(table, c.heading != nullptr) << c.mode << " " << c.target;
-        EXPECT_TRUE(c.heading == nullptr || lowerHas(c.heading)) << c.heading;
-        EXPECT_FALSE(commandGraph) << c.mode << " " << c.target;
+        EXPECT_EQ(table, heading != nullptr) << mode << " " << target;
+        EXPECT_TRUE(heading == nullptr || lowerHas(heading)) << heading;
+        EXPECT_FALSE(commandGraph) << mode << " " << target;
     }
 }
 

@@ -1,5 +1,6 @@
 // Ways of values between the records.
 #include "core/parameter_block.h"
+#include "figures.h"
 
 #include <gtest/gtest.h>
 
@@ -126,19 +127,6 @@ TEST(ParameterCommit, eachFlagMovesItsSectionAlone)
     }
 }
 
-TEST(ParameterCommit, brakeEntriesOfTheOtherTypeStay)
-{
-    Blocks b;
-    b.working.brakeType[0] = 1;
-    b.working.brakeWeight[0][0] = 999; // rim, not selected
-    b.working.brakeWeight[1][0] = 150; // disc, selected
-    b.working.pageChanged[pageBrake] = 1;
-    commitProfile(b.saved, b.working);
-    EXPECT_EQ(b.saved.brakeWeight[0][0], 350);
-    EXPECT_EQ(b.saved.brakeWeight[1][0], 150);
-    EXPECT_EQ(b.saved.brakeType[0], 1);
-}
-
 TEST(ParameterCommit, theModelStartsWithBothBrakeTypesAndLaterTakesTheSelected)
 {
     ParameterBlock block;
@@ -150,22 +138,6 @@ TEST(ParameterCommit, theModelStartsWithBothBrakeTypesAndLaterTakesTheSelected)
     applyProfile(block);
     EXPECT_EQ(modelState.brakeSurfaceSize[1][0], 160);
     EXPECT_EQ(modelState.brakeSurfaceSize[0][0], 40);
-}
-
-TEST(ParameterCommit, theoryCadencesFollowTheRider)
-{
-    ParameterBlock block;
-    setDefaults(block);
-    block.cadenceUsual = 70;
-    block.cadencePoweredMax = 115;
-    applyProfile(block);
-    EXPECT_EQ(block.theoryCadence[2], 70);
-    EXPECT_EQ(block.theoryCadenceMax[0], 115);
-    ParameterBlock other;
-    setDefaults(other);
-    fetchProfile(other);
-    EXPECT_EQ(other.cadenceUsual, 70);
-    EXPECT_EQ(other.theoryCadence[0], 70);
 }
 
 } // namespace torvane

@@ -7,17 +7,13 @@
 #include <cmath>
 #include <limits>
 #include <random>
+#include <tuple>
 
 namespace torvane {
 
 TEST(Text, namesOfPaths)
 {
-    struct Case {
-        const char* path;
-        const char* name;
-        const char* reported;
-    };
-    constexpr Case cases[] = {
+    constexpr std::tuple<const char*, const char*, const char*> cases[] = {
         {"C:\\rides\\one.fit", "one.fit", "one.fit"},
         {"\\one.fit", "one.fit", "one.fit"},
         {"one.fit", "one.fit", "ne.fit"},
@@ -28,9 +24,9 @@ TEST(Text, namesOfPaths)
         {"/home\\a/b\\one.fit", "one.fit", "one.fit"},
 #endif
     };
-    for (const Case& c : cases) {
-        EXPECT_EQ(fileName(c.path), c.name) << c.path;
-        EXPECT_EQ(reportedName(c.path), c.reported) << c.path;
+    for (const auto& [path, name, reported] : cases) {
+        EXPECT_EQ(fileName(path), name) << path;
+        EXPECT_EQ(reportedName(path), reported) << path;
     }
 }
 
@@ -63,20 +59,9 @@ double anyNumber(std::mt19937_64& random)
 TEST(Text, fixedNumbersAndIntegersReadAsFormatted)
 {
     std::mt19937_64 random(7);
-    std::vector<double> values = {0.0,
-                                  -0.0,
-                                  0.5,
-                                  1.5,
-                                  2.5,
-                                  -0.04,
-                                  0.0625,
-                                  1e300,
-                                  -HUGE_VAL,
-                                  0x1p53,
-                                  -0x1p53,
-                                  5e-324,
-                                  std::nextafter(0x1p53, 0.0),
-                                  std::numeric_limits<double>::quiet_NaN()};
+    std::vector<double> values = {0.0, -0.0, 0.5, 1.5, 2.5, -0.04, 0.0625, 1e300, -HUGE_VAL, 0x1p53, -0x1p53, 5e-324};
+    values.push_back(std::nextafter(0x1p53, 0.0));
+    values.push_back(std::numeric_limits<double>::quiet_NaN());
     for (int i = 0; i < 100000; ++i)
         values.push_back(anyNumber(random));
     std::string text;
@@ -96,24 +81,18 @@ TEST(Text, fixedNumbersAndIntegersReadAsFormatted)
 
 TEST(Text, cutsPiecesBehindLinesAndBetweenCharacters)
 {
-    struct Case {
-        const char* name;
-        std::string text;
-        size_t limit;
-        size_t length;
+    const std::tuple<std::string, size_t, size_t> cases[] = {
+        {"one\ntwo", 7, 7},
+        {"one\ntwo\nthree", 10, 8},
+        {"one\ntwo", 4, 4},
+        {"abcdef", 4, 4},
+        {"abc\xC3\xA9", 4, 3},       // a character of two bytes
+        {"a\xF0\x9F\x9A\xB2", 4, 1}, // and of four
+        {"\x80\x80\x80", 1, 1},      // never nothing
+        {"", 4, 0},
     };
-    const Case cases[] = {
-        {"fits", "one\ntwo", 7, 7},
-        {"behind the last line end", "one\ntwo\nthree", 10, 8},
-        {"line end at the limit", "one\ntwo", 4, 4},
-        {"no line end", "abcdef", 4, 4},
-        {"before a character of two bytes", "abc\xC3\xA9", 4, 3},
-        {"before a character of four bytes", "a\xF0\x9F\x9A\xB2", 4, 1},
-        {"never nothing", "\x80\x80\x80", 1, 1},
-        {"empty", "", 4, 0},
-    };
-    for (const Case& c : cases)
-        EXPECT_EQ(pieceLength(c.text, c.limit), c.length) << c.name;
+    for (const auto& [text, limit, length] : cases)
+        EXPECT_EQ(pieceLength(text, limit), length) << text;
 }
 
 } // namespace torvane

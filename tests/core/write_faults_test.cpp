@@ -2,7 +2,6 @@
 // program could have taken away.
 #include "core/files.h"
 #include "core/parameter_file.h"
-#include "core/record_check.h"
 #include "fit/fit_builder.h"
 #include "system_faults.h"
 
@@ -10,8 +9,7 @@
 
 #include <cerrno>
 #include <csignal>
-#include <cstring>
-#include <random>
+#include <tuple>
 
 namespace torvane {
 namespace {
@@ -28,14 +26,9 @@ size_t countFiles(const std::string& folder)
 
 TEST(WriteFaults, theOldFileStands)
 {
-    struct Case {
-        const char* name;
-        SystemCall call;
-        int error; // 0: the process ends there
-        int expected;
-    };
+    // error: 0: the process ends there
     constexpr int failed = static_cast<int>(FileResult::writeFailed);
-    constexpr Case cases[] = {
+    constexpr std::tuple<const char*, SystemCall, int, int> cases[] = {
         {"disk full", callWrite, ENOSPC, failed},
         {"over the quota", callWrite, EDQUOT, failed},
         {"device lost", callWrite, EIO, failed},
@@ -46,52 +39,24 @@ TEST(WriteFaults, theOldFileStands)
         {"ended before it settles", callSync, 0, -SIGSYS},
         {"ended before the rename", callRename, 0, -SIGSYS},
     };
-    for (const Case& c : cases) {
+    for (const auto& [name, call, error, expected] : cases) {
         TestFolder folder;
         std::string path = folder.path + "file";
         writeBytes(path, filled(5000, 1));
         int result = inChild([&] {
-            if (!forbidCall(c.call, c.error))
+            if (!forbidCall(call, error))
                 return childCannotTry;
             return static_cast<int>(replaceFile(path, {filled(9000, 2)}));
         });
         if (result == childCannotTry)
             GTEST_SKIP() << "this system lets no process forbid itself a call";
-        EXPECT_EQ(result, c.expected) << c.name;
-        EXPECT_EQ(bytesOf(path), filled(5000, 1)) << c.name;
+        EXPECT_EQ(result, expected) << name;
+        EXPECT_EQ(bytesOf(path), filled(5000, 1)) << name;
         // A process that was ended cannot clear up; one that goes on does.
-        EXPECT_EQ(countFiles(folder.path), c.error == 0 ? 2u : 1u) << c.name;
+        EXPECT_EQ(countFiles(folder.path), error == 0 ? 2u : 1u) << name;
         EXPECT_EQ(replaceFile(path, {filled(9000, 2)}), FileResult::ok) << "what was left behind is in nobody's way";
-        EXPECT_EQ(bytesOf(path), filled(9000, 2)) << c.name;
+        EXPECT_EQ(bytesOf(path), filled(9000, 2)) << name;
     }
-}
-
-// A real disk: too small for the new file, then read-only.
-TEST(WriteFaults, aDiskWithoutRoomOrRight)
-{
-    enum Outcome : int { asExpected, oldFileLost, wrongAnswer, leftBehind };
-    TestFolder folder;
-    std::string path = folder.path + "file";
-    auto outcomeOf = [&](FileResult result, FileResult expected) {
-        if (bytesOf(path) != filled(20'000, 1))
-            return oldFileLost;
-        if (countFiles(folder.path) != 1)
-            return leftBehind;
-        return result == expected ? asExpected : wrongAnswer;
-    };
-    int result = inChild([&]() -> int {
-        if (!mountSmallDisk(folder.path, "64k"))
-            return childCannotTry;
-        writeBytes(path, filled(20'000, 1));
-        if (int full = outcomeOf(replaceFile(path, {filled(60'000, 2)}), FileResult::writeFailed))
-            return full;
-        if (!makeDiskReadOnly(folder.path))
-            return childCannotTry;
-        return outcomeOf(replaceFile(path, {filled(10, 2)}), FileResult::cannotOpen);
-    });
-    if (result == childCannotTry)
-        GTEST_SKIP() << "mounting a small disk needs root";
-    EXPECT_EQ(result, asExpected);
 }
 
 // Ended at any moment from outside, again and again.
@@ -147,45 +112,6 @@ TEST(WriteFaults, twoInstancesOnOneParameterFile)
         EXPECT_EQ(status, 0);
     }
     EXPECT_EQ(countFiles(folder.path), 1u);
-}
-
-TEST(WriteFaults, aParameterFileOfALaterVersionIsReadAsFarAsThisOneKnows)
-{
-    TestFolder folder;
-    std::string path = folder.path + "Torvane.par";
-    setDefaults(savedBlock);
-    savedBlock.humanWeight = 91;
-    ASSERT_TRUE(saveParameters(path, savedBlock));
-    Bytes longer = bytesOf(path);
-    longer.insert(longer.end(), 700, 0xEE);
-    writeBytes(path, longer);
-    savedBlock.humanWeight = 0;
-    EXPECT_TRUE(loadParameters(path));
-    EXPECT_EQ(savedBlock.humanWeight, 91);
-    EXPECT_EQ(countFiles(folder.path), 1u) << "nothing was set aside";
-}
-
-TEST(WriteFaults, aProfileOfRandomBytesLeavesTheModel)
-{
-    TestFolder folder;
-    std::mt19937 random(7);
-    setDefaults(workingBlock);
-    startModel(workingBlock);
-    const ModelState before = modelState;
-    for (size_t size : {0u, 1u, 19u, 20u, 100u, 876u, 877u, 5000u})
-        for (int32_t format : {2, static_cast<int32_t>(random())}) {
-            Bytes bytes(size);
-            for (uint8_t& byte : bytes)
-                byte = static_cast<uint8_t>(random());
-            if (size >= sizeof format)
-                std::memcpy(bytes.data(), &format, sizeof format);
-            writeBytes(folder.path + "a.pro", bytes);
-            if (loadProfile(workingBlock, folder.path + "a.pro") == 0)
-                EXPECT_TRUE(format == 2 && isSound(modelState)) << size;
-            else
-                EXPECT_EQ(std::memcmp(&modelState, &before, sizeof before), 0) << size;
-            modelState = before;
-        }
 }
 
 } // namespace

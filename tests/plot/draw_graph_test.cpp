@@ -1,4 +1,5 @@
 // Scales by hand arithmetic, and laws of the picture: inside the window, ticks in order, zero where it belongs.
+#include "figures.h"
 #include "plot/draw_graph.h"
 #include "plot/geometry.h"
 #include "plot/svg.h"
@@ -58,20 +59,6 @@ TEST(AxisScale, stepsAndLimits)
         EXPECT_NEAR(scale.step, c.step, c.step * 1e-12) << c.least << ' ' << c.most;
         EXPECT_EQ(scale.ticksBelow, c.below) << c.least << ' ' << c.most;
         EXPECT_EQ(scale.ticksAbove, c.above) << c.least << ' ' << c.most;
-    }
-}
-
-TEST(GraphGeometry, weightsBySize)
-{
-    Graph graph = graphOf(1, 2, {0, 0, 20, 20});
-    struct Case {
-        int width, height, lineWidth, fontHeight;
-    };
-    constexpr Case cases[] = {{640, 479, 1, 12}, {640, 480, 2, 14}, {959, 2000, 2, 14}, {960, 960, 3, 16}};
-    for (const Case& c : cases) {
-        GraphGeometry geometry = layOut(graph, c.width, c.height);
-        EXPECT_EQ(geometry.lineWidth, c.lineWidth) << c.width;
-        EXPECT_EQ(geometry.fontHeight, c.fontHeight) << c.width;
     }
 }
 
@@ -143,39 +130,14 @@ TEST(DrawGraph, tickLabelsRiseAlongTheAxes)
     }
 }
 
-TEST(DrawGraph, curvesInTheColoursOfTheirAxes)
-{
-    std::vector<PictureLine> lines = itemsOf<PictureLine>(drawGraph(graphOf(3, 3, {0, 0, 4, 20, 2, 0}), 640, 480));
-    ASSERT_GE(lines.size(), 2u);
-    const PictureLine& first = lines[lines.size() - 2];
-    const PictureLine& second = lines.back();
-    EXPECT_EQ(first.colour, colourBlack);
-    EXPECT_EQ(first.points, (std::vector<Pixel>{{64, 432}, {576, 68}}));
-    EXPECT_EQ(second.colour, colourGrey);
-    EXPECT_EQ(second.points, (std::vector<Pixel>{{64, 68}, {576, 432}}));
-}
-
-TEST(DrawGraph, longCurveTakesNoMorePointsThanPixels)
-{
-    std::vector<double> values;
-    for (int i = 0; i < 100000; ++i) {
-        values.insert(values.end(), {i * 0.01, 20.0});
-    }
-    std::vector<PictureLine> lines = itemsOf<PictureLine>(drawGraph(graphOf(1, 2, values), 640, 480));
-    EXPECT_LE(lines.back().points.size(), 640u);
-}
-
 TEST(DrawGraph, bars)
 {
     Graph graph = graphOf(0, 1, {10, 20});
     graph.series.pointLabels = {"one", "two"};
     std::vector<PictureBox> boxes = itemsOf<PictureBox>(drawGraph(graph, 640, 480));
     ASSERT_EQ(boxes.size(), 2u); // rows of 192 pixels from 48 on
-    EXPECT_EQ(boxes[1].left, 64);
-    EXPECT_EQ(boxes[1].top, 240);
-    EXPECT_EQ(boxes[1].right, 576);
-    EXPECT_EQ(boxes[1].bottom, 393);
-    EXPECT_EQ(boxes[0].right, 320);
+    expectFigures({boxes[1].left, boxes[1].top, boxes[1].right, boxes[1].bottom, boxes[0].right},
+                  {64, 240, 576, 393, 320});
 }
 
 TEST(DrawGraph, pickedMarkIsLastAndEmphasized)

@@ -1,4 +1,5 @@
 // What a graph holds and what its controls do.
+#include "figures.h"
 #include "plot/geometry.h"
 #include "plot/graph.h"
 
@@ -55,11 +56,9 @@ TEST(Graph, selectListsOfLinesLeaveTheFirstSeriesOut)
     chooseEntry(graph, 3, 3);  // there is no such entry
     chooseEntry(graph, 3, -1); // nothing selected
     chooseEntry(graph, 5, 1);  // there is no such control
-    EXPECT_EQ(graph.axisSeries[axisX], 0);
-    EXPECT_EQ(graph.axisSeries[axisY], 3);
-    EXPECT_EQ(graph.axisSeries[axisSecondY], 1);
-    EXPECT_EQ(graph.picked, 0);
-    EXPECT_EQ(graphControls(graph)[1].selected, 2);
+    expectFigures({graph.axisSeries[axisX], graph.axisSeries[axisY], graph.axisSeries[axisSecondY], graph.picked,
+                   graphControls(graph)[1].selected},
+                  {0, 3, 1, 0, 2});
 }
 
 TEST(Graph, searchListsGoTogether)
@@ -79,14 +78,6 @@ TEST(Graph, searchListsGoTogether)
     EXPECT_EQ(graphControls(graph)[5].selected, 3);
     chooseEntry(graph, 2, 1); // X
     EXPECT_EQ(graph.axisSeries[axisX], 1);
-}
-
-TEST(Graph, controlsByKind)
-{
-    constexpr size_t counts[] = {0, 0, 0, 3, 0, 3, 2, 5, 6, 0};
-    for (int kind = 0; kind < 10; ++kind) {
-        EXPECT_EQ(graphControls(storeGraph(seriesOf(kind, 3, {}))).size(), counts[kind]) << kind;
-    }
 }
 
 TEST(Graph, clickPicksTheNearestMark)
