@@ -21,13 +21,13 @@ bool contains(const std::string& text, const std::string& part)
 }
 
 // A ride of positions, altitude, distance and speed, without cadence and power.
-Bytes plainRide(int records = 60)
+Bytes plainRide(int records = 60, int64_t start = 1'000'000'000)
 {
     FitBuilder fit;
     fit.define(0, 0, {{0, 1, 0}, {1, 2, 0x84}}).message(0, {4, 1});
     fit.define(1, 20, {{253, 4, 0x86}, {0, 4, 0x85}, {1, 4, 0x85}, {2, 2, 0x84}, {5, 4, 0x86}, {6, 2, 0x84}});
     for (int i = 0; i < records; ++i)
-        fit.message(1, {1'000'000'000 + i, 500'000'000 + 900 * i, 100'000'000, 2'600, 800 * i, 8'000});
+        fit.message(1, {start + i, 500'000'000 + 900 * i, 100'000'000, 2'600, 800 * i, 8'000});
     fit.define(2, 18, {{253, 4, 0x86}, {2, 4, 0x86}, {5, 1, 0}, {7, 4, 0x86}, {9, 4, 0x86}});
     fit.message(2, {1'000'000'059, 1'000'000'000, 2, 59'000, 47'200});
     return fit.file();
@@ -271,6 +271,28 @@ TEST(Console, RunsTheTools)
     EXPECT_NE(bytesOf(folder.path + "e.fit"), bytesOf(folder.path + "d.fit"));
     EXPECT_EQ(call({"dump", ride, folder.path + "a"}).code, 0);
     EXPECT_TRUE(std::filesystem::exists(folder.path + "a.csv"));
+}
+
+TEST(Console, TellsWhatAToolDid)
+{
+    TestFolder folder;
+    const std::string& in = folder.path;
+    std::string a = written(folder, "a.fit", plainRide()), b = written(folder, "b.fit", plainRide(60, 1'000'001'000));
+    std::filesystem::create_directories(in + "taken.fit");
+    const std::pair<std::vector<std::string>, const char*> cases[] = {
+        {{"combine", a, b, in + "both.fit"}, "success to combine source fit files to 'both.fit'"},
+        {{"divide", in + "both.fit", in + "part.fit"}, "success to divide a fit file to 'part_000.fit, part_001.fit'"},
+        {{"add", "addLap=1", a, in + "lap.fit"}, "success to add messages to 'lap.fit'"},
+        {{"exclude", "excludeSession=1", a, in + "bare.fit"}, "success to add messages to 'bare.fit'"},
+        {{"combine", a, b, in + "taken.fit"}, "failed to combine fit files to 'taken.fit'"},
+        {{"add", "addLap=1", a, in + "taken.fit"}, "failed to add messages to a fit file 'a.fit'"},
+        {{"convert", "fitFormat=legacy", a, in + "taken.fit"}, "failed to convert a fit file 'a.fit'"},
+    };
+    for (const auto& [arguments, text] : cases) {
+        Call answer = call(arguments);
+        EXPECT_EQ(answer.err, std::string("status : ") + text + "\n");
+        EXPECT_EQ(answer.code, text[0] == 's' ? 0 : 1) << text;
+    }
 }
 
 TEST(Console, HelpCoversEveryEntry)

@@ -175,6 +175,26 @@ TEST_F(GpsCommandTest, theWrittenFileHoldsWhatTheReportSaid)
     }
 }
 
+TEST_F(GpsCommandTest, failuresAreTold)
+{
+    const std::tuple<StatusCode, const char*, void (*)()> cases[] = {
+        {fitNoSector, "no effective sector. please try to set the threshold speed to be more shorter",
+         [] { workingBlock.thresholdSpeed = 200; }},
+        {fitSaveFailed, "failed to save the data to a fit file 'x.fit'",
+         [] { fitOutputFileName = toolInputs.files[toolDestination].path = "/no/such/folder/x.fit"; }},
+        {fitCannotOpen, "failed to open the file 'ride.fit'", [] { std::filesystem::remove(fitInputFileName); }},
+    };
+    for (const auto& [code, text, spoil] : cases) {
+        setDefaults(workingBlock);
+        ASSERT_EQ(loadMade(shortRide()), fitOk);
+        spoil();
+        for (StatusCode (*command)() : {createAnalysedFile, atOneStroke}) {
+            EXPECT_EQ(command(), code) << text;
+            EXPECT_EQ(shown.status, std::string("status : ") + text);
+        }
+    }
+}
+
 TEST_F(GpsCommandTest, aSourceKeepsWhatItHas)
 {
     FitBuilder fit;

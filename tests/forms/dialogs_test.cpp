@@ -86,6 +86,18 @@ TEST(RideDialogs, ShowVelocitiesInKph)
     EXPECT_EQ(limit.type(5132, "200").confirm(), ""); // 200 / 3.6 x 3.6 is no matter
 }
 
+TEST(RideDialogs, IntensionIsByTimeOrDistance)
+{
+    OpenForm dialog(2021);
+    EXPECT_EQ(dialog.text(5151) + dialog.text(5153) + dialog.text(5154), "time basedminsec");
+    dialog.pick(5121, 1);
+    EXPECT_EQ(dialog.text(5151) + dialog.text(5153) + dialog.text(5154), "distance basedkmm");
+    int32_t minutes = dialog.working.intensionFirst[0];
+    EXPECT_EQ(dialog.type(5134, "33").confirm(), "");
+    EXPECT_EQ(dialog.working.intensionFirst[1], 33);
+    EXPECT_EQ(dialog.working.intensionFirst[0], minutes);
+}
+
 TEST(AccelerationDialog, AnotherFactorReloadsItsOwnValue)
 {
     OpenForm dialog(2022);
@@ -145,6 +157,17 @@ TEST(AccelerationDialog, OffersTheGearsOfTheProfile)
     // 70 kph at 90 rpm on a circumference of 668 pi mm asks for a ratio of 6.18: the highest gear.
     OpenForm slower(2023);
     EXPECT_EQ(rowLabels(slower.state, slower.at(5312))[static_cast<size_t>(slower.chosen(5312))], "51 x 11");
+}
+
+TEST(BrakingDialog, EachPatternHasItsInclination)
+{
+    OpenForm dialog(2024);
+    EXPECT_EQ(dialog.text(5421) + dialog.text(5436), "-- constant force braking  0.0");
+    dialog.pick(5411, 3);
+    EXPECT_EQ(dialog.text(5421) + dialog.text(5436), "-- intermittent braking -7.0");
+    EXPECT_EQ(dialog.type(5436, "-9.5").confirm(), "");
+    EXPECT_EQ(dialog.working.brakingInclination[3], -9.5);
+    EXPECT_EQ(dialog.working.brakingInclination[2], -7);
 }
 
 TEST(ExpressDialog, LimitsNeedSmoothingAndAltitude)

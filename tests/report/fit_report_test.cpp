@@ -214,6 +214,17 @@ TEST_F(FitReport, summaryOfAnAnalysedFile)
     EXPECT_EQ(summaryText(reportAnalysed).find("braking"), std::string::npos);
 }
 
+TEST_F(FitReport, summaryWithoutRecords)
+{
+    fieldPresence = {};
+    EXPECT_NE(summaryText(reportLoaded)
+                  .find("\trecord message\t\t: none\n\tdefinition messages\t: counted   0\n\tnormal data messages\t: "
+                        "counted   0\n\tcompressed timestamp\t: counted   0\n"
+                        "\n\t\timpossible to analyse and predict cause no record data message\n"),
+              std::string::npos);
+    EXPECT_EQ(shown.lower.find("remarkable"), std::string::npos);
+}
+
 TEST_F(FitReport, fieldLinesByFlags)
 {
     struct Case {
