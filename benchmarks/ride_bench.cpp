@@ -14,7 +14,8 @@ struct RideCase {
     const char* name;
     int mode, target;
     double startKph, endKph, inclination;
-    double asked; // of what the target is about, as stored
+    double asked;  // of what the target is about, as stored
+    int limit = 0; // of a roll: 1 distance, 2 time; the ending velocity is the one wanted
 };
 
 void setAsked(int mode, double asked)
@@ -35,7 +36,9 @@ void simulate(benchmark::State& state, const RideCase& ride)
     in.accelerationInterval = in.decelerationInterval = 0.01;
     in.rideStartVelocity[ride.mode] = ride.startKph / 3.6;
     in.rideEndVelocity[ride.mode] = ride.endKph / 3.6;
+    in.rideVelocity[ride.mode] = ride.endKph / 3.6;
     in.rideInclination[ride.mode] = ride.inclination;
+    in.inclinationLimit = ride.limit;
     setAsked(ride.mode, ride.asked);
     for (auto _ : state) {
         prepareRideRun();
@@ -57,6 +60,9 @@ const RideCase cases[] = {
     {"deceleration by sector time", rideDeceleration, 3, 70, 30, 0, 50},
     {"pattern braking", ridePatternBraking, 0, 70, 30, 0, -30},
     {"critical full braking", ridePatternBraking, 1, 70, 30, 0, -30},
+    {"roll on a slope", rideInclinationAndVelocity, 0, 0, 40, -7, 890, 2},
+    {"slope by time, long", rideInclinationAndVelocity, 1, 0, 200, 0, 890, 2},
+    {"slope by distance, long", rideInclinationAndVelocity, 1, 0, 190, 0, 50000, 1},
 };
 
 int registerRides()

@@ -97,12 +97,13 @@ ResultStatus seekInclinationOver(const RollLimit& limit, SampleLog& log)
     Stepper inclination{firstInclination, 0.1, 0.3};
     runState.inclination = inclination.value;
     resetGrip();
-    ResultStatus status = 0;
+    std::optional<ResultStatus> rolled = 0;
     const Settled settled = settle(inclination, closeVelocity, rollThreshold(), [&](double percent) {
         runState.inclination = percent;
-        status = rollDryRun(limit, log);
+        rolled = rollTrial(limit, wanted - 2.0 * closeVelocity, log);
         return runState.velocity - wanted; // too fast: a gentler slope
     });
+    const ResultStatus status = rolled ? *rolled : rollDryRun(limit, log); // a search that ends shows its last run
     return status | (settled == Settled::never ? statusNotConverged : toleranceClass(runState.velocity, wanted));
 }
 

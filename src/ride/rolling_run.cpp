@@ -10,6 +10,7 @@
 #include "ride/brake_energy.h"
 #include "ride/motion.h"
 #include "ride/ride_status.h"
+#include "ride/roll_bound.h"
 #include "ride/run_recorder.h"
 #include "ride/seek.h"
 
@@ -22,6 +23,7 @@ namespace {
 constexpr double automaticRollInterval = 0.1; // s
 constexpr double steadyAccele = 0.0005;       // m/s2; a roll without limit ends below it
 constexpr double noThrust = 0.001;            // W
+constexpr int stepsBetweenLooks = 32;         // of a trial, at where it leads to
 
 void selectGear(StepState& s)
 {
@@ -73,7 +75,8 @@ void storeRoll(const StepState& s)
     runState.accele = meanAccele(runState.startVelocity, s.velocity, s.time);
 }
 
-ResultStatus roll(const RollLimit& limit, SampleLog& log, RunRecorder* recorder)
+// A run that is certain to end below `enough` may be given up: nothing then.
+std::optional<ResultStatus> roll(const RollLimit& limit, double enough, SampleLog& log, RunRecorder* recorder)
 {
     const double dt = rollInterval();
     if (!(dt >= leastInterval)) {
@@ -81,11 +84,17 @@ ResultStatus roll(const RollLimit& limit, SampleLog& log, RunRecorder* recorder)
     }
     StepState s = startRolling();
     showStart(s);
+    double before = s.velocity;
     int count = 1;
     while (s.time < longestRun) {
         if (recorder != nullptr && !recordRoll(*recorder, s, limit)) {
             break;
         }
+        if (count % stepsBetweenLooks == 0 && staysBelow(s, before, enough, dt)) {
+            runState.velocity = s.velocity;
+            return {};
+        }
+        before = s.velocity;
         rollStep(s, dt);
         if (isLastStep(s, limit, dt)) {
             break;
@@ -101,6 +110,8 @@ ResultStatus roll(const RollLimit& limit, SampleLog& log, RunRecorder* recorder)
     }
     return std::isfinite(s.velocity) ? 0 : statusNotConverged;
 }
+
+constexpr double anyVelocity = 0.0; // is enough: the run goes to its end
 
 } // namespace
 
@@ -164,13 +175,18 @@ double rollInterval()
 
 ResultStatus rollDryRun(const RollLimit& limit, SampleLog& log)
 {
-    return roll(limit, log, nullptr);
+    return *roll(limit, anyVelocity, log, nullptr);
+}
+
+std::optional<ResultStatus> rollTrial(const RollLimit& limit, double enough, SampleLog& log)
+{
+    return roll(limit, enough, log, nullptr);
 }
 
 ResultStatus rollLoggedRun(const RollLimit& limit, SampleLog& log, GraphSeries* graph)
 {
     RunRecorder recorder = beginRecording(log, graph, GraphLayout::rolling);
-    return roll(limit, log, &recorder);
+    return *roll(limit, anyVelocity, log, &recorder);
 }
 
 } // namespace torvane

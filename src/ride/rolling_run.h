@@ -6,6 +6,8 @@
 #include "ride/graph_series.h"
 #include "ride/sample_log.h"
 
+#include <optional>
+
 namespace torvane {
 
 enum class RollUntil : int { steady, distance, time }; // order of inclinationLimit
@@ -39,7 +41,11 @@ double rollInterval();
 // that blows the bicycle back through standstill.
 ResultStatus rollDryRun(const RollLimit& limit, SampleLog& log);
 
-// The same run into the log and, when not null, the curves.
+// The same run, given up as soon as it is certain to end slower than `enough`: nothing then, and runState.velocity is
+// some velocity below. Else all is as after rollDryRun.
+std::optional<ResultStatus> rollTrial(const RollLimit& limit, double enough, SampleLog& log);
+
+// The dry run again, into the log and, when not null, the curves.
 ResultStatus rollLoggedRun(const RollLimit& limit, SampleLog& log, GraphSeries* graph);
 
 } // namespace torvane

@@ -36,8 +36,8 @@ struct Stepper {
 
 enum class Settled { met, beyond, never };
 
-// Walks until |miss| is below the tolerance; a miss above 0 asks for a higher value, any other for a lower one. beyond:
-// the value passed `most`. never: 5,000 rounds, or a miss that is no number.
+// Walks until |miss| is below the tolerance; a miss above 0 asks for a higher value, any other for a lower one. It
+// depends on nothing but the value. beyond: the value passed `most`. never: 5,000 rounds, or a miss that is no number.
 template <class Miss>
 Settled settle(Stepper& stepper, double tolerance, double most, Miss miss)
 {
@@ -53,7 +53,11 @@ Settled settle(Stepper& stepper, double tolerance, double most, Miss miss)
         if (error < tolerance || !std::isfinite(error)) {
             return error < tolerance ? Settled::met : Settled::never;
         }
+        const double tried = stepper.value;
         missed > 0.0 ? stepper.raise() : stepper.lower();
+        if (stepper.value == tried) {
+            return Settled::never; // the step is used up, and all rounds to come would repeat this one
+        }
     }
     return Settled::never;
 }

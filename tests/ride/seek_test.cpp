@@ -125,4 +125,23 @@ TEST(Settle, tellsHowItFailed)
     EXPECT_EQ(lost.value, 0.0);
 }
 
+TEST(Settle, aStepThatIsUsedUpEndsTheWalk)
+{
+    int rounds = 0;
+    for (double edge : {-8.3, 1e-12, 0.7, 4.0}) {
+        auto jump = [&](double x) {
+            ++rounds;
+            return x < edge ? 5.0 : -5.0;
+        };
+        Stepper walked{-3.0, 0.1, 0.3}, plain = walked;
+        EXPECT_EQ(settle(walked, 0.01, jump), Settled::never);
+        EXPECT_LT(rounds, 500);
+        for (rounds = 0; rounds < seekRounds;) {
+            jump(plain.value) > 0.0 ? plain.raise() : plain.lower();
+        }
+        EXPECT_EQ(walked.value, plain.value) << edge;
+        rounds = 0;
+    }
+}
+
 } // namespace torvane

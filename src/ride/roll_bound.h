@@ -1,0 +1,14 @@
+// Bounds of a roll: whether it can still reach a velocity, told from a few resistances instead of from its remaining
+// steps.
+#pragma once
+
+#include "ride/motion.h"
+
+namespace torvane {
+
+// True when a roll that stands at state.velocity, and stood at `before` a step of dt ago, stays below `most` in all
+// steps to come, and where the last one is cut to a limit. False when that is not certain.
+// Evaluates resistances: the drags and powers of runState are not those of the state afterwards.
+bool staysBelow(const StepState& state, double before, double most, double dt);
+
+} // namespace torvane

@@ -1,0 +1,152 @@
+// Trials of rolls that are given up early, against the whole runs, to the last bit: what a slope seek answers must not
+// depend on them.
+#include "model/solver.h"
+#include "ride/inclination_run.h"
+#include "ride/motion.h"
+#include "ride/ride_fixture.h"
+#include "ride/ride_status.h"
+#include "ride/seek.h"
+
+#include <bit>
+#include <cmath>
+#include <random>
+
+namespace torvane {
+
+namespace {
+
+using Random = std::mt19937_64;
+
+double uniform(Random& random, double low, double high)
+{
+    return low + (high - low) * static_cast<double>(random() >> 11) * 0x1p-53;
+}
+
+double anyWind(Random& random)
+{
+    constexpr double strongest[] = {0.0, 3.0, 30.0};
+    const double most = strongest[random() % std::size(strongest)];
+    return uniform(random, -most, most);
+}
+
+// Rider, air and interval within the limits of their dialogs.
+void takeAnyConditions(Random& random)
+{
+    setDefaults(workingBlock);
+    ParameterBlock& in = workingBlock;
+    in.humanWeight = uniform(random, 30.0, 200.0);
+    in.humanHeight = uniform(random, 100.0, 250.0);
+    in.torsoAngle = uniform(random, 0.0, 90.0);
+    in.windSpeed = anyWind(random);
+    in.altitude = uniform(random, -100.0, 10000.0);
+    in.pelotonMode = random() % 2 != 0;
+    in.pelotonNumber = static_cast<int32_t>(2 + random() % 99);
+    in.accelerationIntervalMode = 1;
+    in.accelerationInterval = uniform(random, 0.01, 0.1);
+    in.rideStartVelocity[rideInclinationAndVelocity] = random() % 4 == 0 ? 0.0 : uniform(random, 0.0, 55.0);
+}
+
+RollLimit anyLimit(Random& random)
+{
+    if (random() % 2 == 0) {
+        return {RollUntil::time, 0.0, uniform(random, 0.0, 150.0)};
+    }
+    return {RollUntil::distance, uniform(random, 0.0, 3000.0), 0.0};
+}
+
+using Figures = std::vector<uint64_t>;
+
+// All that a run leaves behind.
+Figures figuresOf(ResultStatus status, const SampleLog& log)
+{
+    const RunState& r = runState;
+    Figures figures{status, static_cast<uint64_t>(log.sampleCount)};
+    for (double value : {r.inclination, r.velocity, r.sectorTime, r.distance, r.accele, r.airDrag, r.airDragPower,
+                         r.totalLoad, r.rollingPower, r.slopePower}) {
+        figures.push_back(std::isnan(value) ? ~uint64_t{0} : std::bit_cast<uint64_t>(value));
+    }
+    return figures;
+}
+
+ResultStatus plainSeek(const RollLimit& limit, SampleLog& log)
+{
+    const double wanted = runState.velocity;
+    Stepper slope{-3.0, 0.1, 0.3};
+    runState.inclination = slope.value;
+    resetGrip();
+    ResultStatus status = 0;
+    const Settled settled = settle(slope, 0.01, rollThreshold(), [&](double percent) {
+        runState.inclination = percent;
+        status = rollDryRun(limit, log);
+        return runState.velocity - wanted;
+    });
+    return status | (settled == Settled::never ? statusNotConverged : toleranceClass(runState.velocity, wanted));
+}
+
+} // namespace
+
+class RollTrialTest : public RideTest {
+protected:
+    static Figures seekOnce(double wanted, const RollLimit& limit, ResultStatus (*seek)(const RollLimit&, SampleLog&))
+    {
+        prepare(rideInclinationAndVelocity, 1);
+        runState.velocity = wanted;
+        SampleLog log;
+        const ResultStatus status = seek(limit, log);
+        return figuresOf(status, log);
+    }
+};
+
+TEST_F(RollTrialTest, whatIsGivenUpWouldHaveEndedSlower)
+{
+    Random random(11);
+    int givenUp = 0;
+    for (int round = 0; round < 1000; ++round) {
+        takeAnyConditions(random);
+        const RollLimit limit = anyLimit(random);
+        prepare(rideInclinationAndVelocity, 1);
+        runState.inclination = -std::exp(uniform(random, -1.0, 5.0));
+        SampleLog log;
+        const ResultStatus whole = rollDryRun(limit, log);
+        const double reached = runState.velocity;
+        const Figures figures = figuresOf(whole, log);
+        // From just out of reach to far out of it; and what is reached, which must never be given up.
+        for (double above : {0.0, std::exp(uniform(random, -25.0, 0.0)), uniform(random, 0.0, 30.0)}) {
+            const std::optional<ResultStatus> tried = rollTrial(limit, reached + above, log);
+            if (tried) {
+                EXPECT_EQ(figuresOf(*tried, log), figures) << round;
+            } else {
+                ++givenUp;
+                EXPECT_LT(reached, reached + above) << round;
+                EXPECT_LT(runState.velocity, reached + above) << round;
+            }
+        }
+    }
+    EXPECT_GT(givenUp, 500);
+}
+
+TEST_F(RollTrialTest, aSeekAnswersAsIfEveryRunWentToItsEnd)
+{
+    Random random(12);
+    int met = 0;
+    for (int round = 0; round < 40; ++round) {
+        takeAnyConditions(random);
+        const RollLimit limit = anyLimit(random);
+        const double wanted = uniform(random, 0.0, 35.0);
+        workingBlock.accelerationInterval = 0.1;
+        const Figures plain = seekOnce(wanted, limit, plainSeek);
+        EXPECT_EQ(seekOnce(wanted, limit, seekInclinationOver), plain) << round;
+        met += plain[0] == 0;
+    }
+    EXPECT_GT(met, 10);
+    // No slope is enough: what shows is the last run, whole.
+    setDefaults(workingBlock);
+    workingBlock.accelerationIntervalMode = 1;
+    workingBlock.accelerationInterval = 0.05;
+    const RollLimit brief{RollUntil::time, 0.0, 6.0};
+    const Figures plain = seekOnce(80.0, brief, plainSeek);
+    EXPECT_EQ(plain[0], statusNotConverged);
+    EXPECT_EQ(seekOnce(80.0, brief, seekInclinationOver), plain);
+}
+
+} // namespace torvane
