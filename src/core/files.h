@@ -3,8 +3,10 @@
 // the new one.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <initializer_list>
 #include <span>
 #include <string>
@@ -28,8 +30,18 @@ FileResult readFileStart(const std::string& path, size_t limit, std::vector<uint
 // What stands behind the first `start` bytes; nothing where there are no more.
 FileResult readFileFrom(const std::string& path, size_t start, std::vector<uint8_t>& bytes);
 
-// Creates or replaces a file with these pieces, one behind the other.
-FileResult replaceFile(const std::string& path, std::initializer_list<std::span<const uint8_t>> pieces);
+// Takes the next piece of a file; false when it could not be written.
+using WritePiece = std::function<bool(std::span<const uint8_t>)>;
+
+// Creates or replaces a file with the pieces that `make` hands over, one behind the other: a file that need not be in
+// memory as a whole. While make runs the old file still stands, and it stays when make answers false.
+FileResult replaceFile(const std::string& path, const std::function<bool(const WritePiece&)>& make);
+
+// The same with pieces that are there.
+inline FileResult replaceFile(const std::string& path, std::initializer_list<std::span<const uint8_t>> pieces)
+{
+    return replaceFile(path, [&](const WritePiece& write) { return std::ranges::all_of(pieces, write); });
+}
 
 bool fileExists(const std::string& path); // anything at this path, a folder as well
 bool folderExists(const std::string& path);

@@ -27,19 +27,24 @@ struct OpenFile {
     int descriptor;
 };
 
-bool writeAll(int descriptor, std::initializer_list<std::span<const uint8_t>> pieces)
+using MakePieces = std::function<bool(const WritePiece&)>;
+
+bool writePiece(int descriptor, std::span<const uint8_t> piece)
 {
-    for (std::span<const uint8_t> piece : pieces) {
-        while (!piece.empty()) {
-            ssize_t written = ::write(descriptor, piece.data(), piece.size());
-            if (written < 0 && errno == EINTR)
-                continue;
-            if (written <= 0)
-                return false;
-            piece = piece.subspan(static_cast<size_t>(written));
-        }
+    while (!piece.empty()) {
+        ssize_t written = ::write(descriptor, piece.data(), piece.size());
+        if (written < 0 && errno == EINTR)
+            continue;
+        if (written <= 0)
+            return false;
+        piece = piece.subspan(static_cast<size_t>(written));
     }
     return true;
+}
+
+bool writeAll(int descriptor, const MakePieces& make)
+{
+    return make([=](std::span<const uint8_t> piece) { return writePiece(descriptor, piece); });
 }
 
 // Reads on from start until limit bytes are there or the file ends; the size that the file claims is only a first
@@ -74,12 +79,12 @@ FileResult readUpTo(const std::string& path, size_t start, size_t limit, std::ve
 }
 
 // A device or a pipe has no old content to protect, and must not be renamed away.
-FileResult writeStraight(const std::string& path, std::initializer_list<std::span<const uint8_t>> pieces)
+FileResult writeStraight(const std::string& path, const MakePieces& make)
 {
     OpenFile file(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
     if (file.descriptor < 0)
         return FileResult::cannotOpen;
-    return writeAll(file.descriptor, pieces) ? FileResult::ok : FileResult::writeFailed;
+    return writeAll(file.descriptor, make) ? FileResult::ok : FileResult::writeFailed;
 }
 
 // Makes a file beside the target under a name that nobody has; its descriptor, below 0 when that failed.
@@ -97,8 +102,7 @@ int createNeighbour(const std::string& target, mode_t mode, std::string& neighbo
 
 // Writes the neighbour and moves it over the target; the neighbour goes again when anything fails. `replaced` is the
 // state of the old file, null when there is none.
-FileResult writeNeighbour(const std::string& target, const struct stat* replaced,
-                          std::initializer_list<std::span<const uint8_t>> pieces)
+FileResult writeNeighbour(const std::string& target, const struct stat* replaced, const MakePieces& make)
 {
     mode_t mode = replaced ? replaced->st_mode & 07777 : 0666;
     std::string neighbour;
@@ -108,7 +112,7 @@ FileResult writeNeighbour(const std::string& target, const struct stat* replaced
     // What the process's mask took off a mode that was there before. A file system without modes may refuse.
     if (replaced)
         ::fchmod(file.descriptor, mode);
-    if (writeAll(file.descriptor, pieces) && ::fsync(file.descriptor) == 0 &&
+    if (writeAll(file.descriptor, make) && ::fsync(file.descriptor) == 0 &&
         ::rename(neighbour.c_str(), target.c_str()) == 0)
         return FileResult::ok;
     ::unlink(neighbour.c_str());
@@ -132,22 +136,22 @@ FileResult readFileFrom(const std::string& path, size_t start, std::vector<uint8
     return readUpTo(path, start, SSIZE_MAX, bytes);
 }
 
-FileResult replaceFile(const std::string& path, std::initializer_list<std::span<const uint8_t>> pieces)
+FileResult replaceFile(const std::string& path, const MakePieces& make)
 {
     struct stat status;
     if (::stat(path.c_str(), &status) != 0)
-        return path.empty() ? FileResult::cannotOpen : writeNeighbour(path, nullptr, pieces);
+        return path.empty() ? FileResult::cannotOpen : writeNeighbour(path, nullptr, make);
     if (S_ISDIR(status.st_mode) || ::access(path.c_str(), W_OK) != 0)
         return FileResult::cannotOpen;
     if (!S_ISREG(status.st_mode))
-        return writeStraight(path, pieces);
+        return writeStraight(path, make);
     // Through a link to the file that it names, which keeps the link.
     char* resolved = ::realpath(path.c_str(), nullptr);
     if (!resolved)
         return FileResult::cannotOpen;
     std::string target = resolved;
     std::free(resolved);
-    return writeNeighbour(target, &status, pieces);
+    return writeNeighbour(target, &status, make);
 }
 
 bool fileExists(const std::string& path)

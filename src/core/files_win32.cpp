@@ -55,17 +55,15 @@ std::wstring longPath(const std::string& path)
     return L"\\\\?\\" + full;
 }
 
-bool writeAll(HANDLE file, std::initializer_list<std::span<const uint8_t>> pieces)
+bool writePiece(HANDLE file, std::span<const uint8_t> piece)
 {
     constexpr size_t most = 1 << 30;
-    for (std::span<const uint8_t> piece : pieces) {
-        while (!piece.empty()) {
-            DWORD written = 0;
-            if (!WriteFile(file, piece.data(), static_cast<DWORD>(std::min(piece.size(), most)), &written, nullptr) ||
-                written == 0)
-                return false;
-            piece = piece.subspan(written);
-        }
+    while (!piece.empty()) {
+        DWORD written = 0;
+        if (!WriteFile(file, piece.data(), static_cast<DWORD>(std::min(piece.size(), most)), &written, nullptr) ||
+            written == 0)
+            return false;
+        piece = piece.subspan(written);
     }
     return true;
 }
@@ -134,7 +132,7 @@ FileResult readFileFrom(const std::string& path, size_t start, std::vector<uint8
     return readUpTo(path, start, SIZE_MAX, bytes);
 }
 
-FileResult replaceFile(const std::string& path, std::initializer_list<std::span<const uint8_t>> pieces)
+FileResult replaceFile(const std::string& path, const std::function<bool(const WritePiece&)>& make)
 {
     if (path.empty())
         return FileResult::cannotOpen;
@@ -146,7 +144,8 @@ FileResult replaceFile(const std::string& path, std::initializer_list<std::span<
     OpenFile file(createNeighbour(target, neighbour));
     if (!file.isOpen())
         return FileResult::cannotOpen;
-    bool written = writeAll(file.handle, pieces) && FlushFileBuffers(file.handle);
+    bool made = make([&](std::span<const uint8_t> piece) { return writePiece(file.handle, piece); });
+    bool written = made && FlushFileBuffers(file.handle);
     file.close();
     if (written && MoveFileExW(neighbour.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
         return FileResult::ok;

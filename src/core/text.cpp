@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdarg>
 #include <cstdio>
+#include <cstring>
 
 namespace torvane {
 
@@ -56,7 +57,40 @@ uint64_t roundedDecimals(double magnitude, uint64_t powerOfTen)
     return whole + (rest > half || (rest == half && (whole & 1) != 0));
 }
 
+constexpr uint32_t eightDigits = 100'000'000;
+
+// The eight digits of a number, each in a byte, the first in the lowest. Halves, quarters and single digits are divided
+// side by side in one word: by a multiplication and a shift that are exact for numbers this small.
+uint64_t digitsOf(uint32_t number)
+{
+    const uint64_t halves = number / 10000 | uint64_t{number % 10000} << 32;
+    const uint64_t hundreds = halves * 5243 >> 19 & 0x7F'0000'007F;
+    const uint64_t quarters = hundreds | (halves - 100 * hundreds) << 16;
+    const uint64_t tens = quarters * 103 >> 10 & 0xF'000F'000F'000F;
+    return tens | (quarters - 10 * tens) << 8;
+}
+
 } // namespace
+
+char* writeInt32(char* to, int32_t value)
+{
+    static_assert(std::endian::native == std::endian::little);
+    uint32_t rest = static_cast<uint32_t>(value);
+    if (value < 0) {
+        *to++ = '-';
+        rest = 0 - rest;
+    }
+    int shown = 8; // of the last eight digits
+    if (rest >= eightDigits) {
+        to = std::to_chars(to, to + 2, rest / eightDigits).ptr;
+        rest %= eightDigits;
+    } else {
+        shown -= std::countr_zero(digitsOf(rest) | uint64_t{1} << 56) / 8; // leading zeros go, the last digit stays
+    }
+    const uint64_t text = (digitsOf(rest) | 0x3030303030303030) >> 8 * (8 - shown);
+    std::memcpy(to, &text, sizeof text);
+    return to + shown;
+}
 
 void appendInteger(std::string& text, int64_t value, int width)
 {

@@ -22,6 +22,11 @@ TORVANE_PRINTF(2, 3) void appendFormat(std::string& text, const char* format, ..
 void appendInteger(std::string& text, int64_t value, int width = 0);
 void appendFixed(std::string& text, double value, int width, int decimals);
 
+// Writes the characters of "%d" into memory that has room for longestInt32 and may be overwritten as far. Returns their
+// end.
+constexpr int longestInt32 = 11;
+char* writeInt32(char* to, int32_t value);
+
 // Index of the last separator of a path, "\" and, outside Windows, "/" as well; npos where there is none.
 size_t lastSeparator(std::string_view path);
 

@@ -1,11 +1,11 @@
 // The field dump: every message of a FIT file as text, decoded fields beside the raw bytes. The program's own lens for
 // the format; values are raw numbers.
 #include "core/files.h"
+#include "core/text.h"
 #include "fit/tool_support.h"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cstring>
 #include <memory>
 
@@ -126,148 +126,188 @@ constexpr std::array<HexText, 256> makeHexTexts()
 
 constexpr std::array<HexText, 256> hexTexts = makeHexTexts();
 
-// The text so far. Memory for the longest that the image can have is there from the start, see longestDump: so nothing
-// is moved or cleared while it grows.
+// Text on its way into the file, gathered to pieces. The block has room for the text of any message behind a piece that
+// is almost full.
 struct DumpText {
+    const WritePiece& write;
     std::unique_ptr<char[]> block;
     char* end;
+    size_t written = 0;
+    bool taken = true; // all of them
 
-    explicit DumpText(size_t longest) : block(std::make_unique_for_overwrite<char[]>(longest)), end(block.get()) {}
+    explicit DumpText(const WritePiece& writer);
     void put(std::string_view text)
     {
         end = std::copy(text.begin(), text.end(), end);
     }
-    void put(int32_t number)
-    {
-        constexpr size_t longestNumber = std::string_view("-2147483648").size();
-        end = std::to_chars(end, end + longestNumber, number).ptr;
-    }
-    std::string_view text() const
-    {
-        return {block.get(), end};
-    }
 };
+
+constexpr size_t pieceSize = 1 << 18;
+
+constexpr size_t longestText()
+{
+    constexpr size_t longestName = std::string_view("totalElapsedTime-255, ").size();
+    constexpr size_t aroundMessage = 32; // its tag and line ends
+    constexpr size_t longestMessage = 1 + size_t{2} * maxFieldCount * UINT8_MAX;
+    return maxFieldCount * longestName + sizeof(HexText) * longestMessage + aroundMessage;
+}
+
+DumpText::DumpText(const WritePiece& writer)
+    : write(writer), block(std::make_unique_for_overwrite<char[]>(pieceSize + longestText())), end(block.get())
+{
+}
+
+void handOver(DumpText& text)
+{
+    const size_t length = static_cast<size_t>(text.end - text.block.get());
+    text.taken = text.taken && text.write({reinterpret_cast<const uint8_t*>(text.block.get()), length});
+    text.written += length;
+    text.end = text.block.get();
+}
+
+// Between two messages.
+void handOverWhenFull(DumpText& text)
+{
+    if (text.end - text.block.get() >= static_cast<std::ptrdiff_t>(pieceSize))
+        handOver(text);
+}
 
 void dumpBytes(DumpText& text, std::span<const uint8_t> bytes)
 {
+    char* to = text.end;
     for (uint8_t byte : bytes) {
-        std::memcpy(text.end, &hexTexts[byte], sizeof(HexText));
-        text.end += sizeof(HexText);
+        std::memcpy(to, &hexTexts[byte], sizeof(HexText));
+        to += sizeof(HexText);
     }
-    text.put("\n");
+    *to++ = '\n';
+    text.end = to;
 }
 
-void dumpUnknown(DumpText& text, const FieldDefinition& field)
+// What the line of values of a local type's data messages is made of: characters that every message shows alike, and
+// values. Made once for each definition.
+struct LinePart {
+    Shown shown;     // none: characters
+    uint32_t at;     // of the value in the payload, or of the characters in `text`
+    uint32_t length; // of the characters
+};
+
+struct DataLine {
+    std::vector<LinePart> parts;
+    std::string text;
+};
+
+using DataLines = std::array<DataLine, localTypeCount>;
+
+void addCharacters(DataLine& line, const std::string& characters)
 {
-    text.put("unknown-");
-    text.put(field.number);
-    text.put("-");
-    text.put(field.size);
-    text.put(", ");
+    if (line.parts.empty() || line.parts.back().shown != Shown::none)
+        line.parts.push_back({Shown::none, static_cast<uint32_t>(line.text.size()), 0});
+    line.parts.back().length += static_cast<uint32_t>(characters.size());
+    line.text += characters;
 }
 
-void dumpKnown(DumpText& text, std::string_view name, uint8_t size)
+std::string unknownName(const FieldDefinition& field)
 {
-    text.put(name);
-    text.put("-");
-    text.put(size);
-    text.put(", ");
+    return formatText("unknown-%d-%d, ", field.number, field.size);
 }
 
-void dumpName(DumpText& text, const DumpMessage& message, const FieldDefinition& field)
+std::string definedName(const DumpMessage& message, const FieldDefinition& field)
 {
-    if (const DumpField* known = dumpField(message, field.number))
-        dumpKnown(text, known->name, field.size);
-    else
-        dumpUnknown(text, field);
+    const DumpField* known = dumpField(message, field.number);
+    return known != nullptr ? formatText("%s-%d, ", known->name, field.size) : unknownName(field);
+}
+
+DataLine dataLineOf(const DumpMessage& row, const LocalDefinition& definition)
+{
+    DataLine line;
+    if (row.fields.empty())
+        return line;
+    uint32_t offset = 0;
+    for (const FieldDefinition& field : definition.fieldList()) {
+        const DumpField* known = dumpField(row, field.number);
+        if (known == nullptr || known->shown == Shown::none)
+            addCharacters(line, unknownName(field));
+        else
+            line.parts.push_back({known->shown, offset, 0});
+        offset += field.size;
+    }
+    return line;
 }
 
 // 32-bit values print signed, whatever they are.
-int32_t shownValue(const FitMessage& message, size_t offset, Shown shown)
+int32_t shownValue(const FitMessage& message, const LinePart& part)
 {
     bool bigEndian = message.definition->bigEndian();
-    switch (shown) {
+    switch (part.shown) {
     case Shown::bits8:
-        return readUint8(message.payload, offset);
+        return readUint8(message.payload, part.at);
     case Shown::bits16:
-        return readUint16(message.payload, offset, bigEndian);
+        return readUint16(message.payload, part.at, bigEndian);
     default:
-        return static_cast<int32_t>(readUint32(message.payload, offset, bigEndian));
+        return static_cast<int32_t>(readUint32(message.payload, part.at, bigEndian));
     }
 }
 
-void dumpValue(DumpText& text, const DumpMessage& row, const FitMessage& message, const FieldDefinition& field,
-               size_t offset)
+void dumpLine(DumpText& text, const FitMessage& message, const DataLine& line)
 {
-    const DumpField* known = dumpField(row, field.number);
-    if (known == nullptr || known->shown == Shown::none)
-        return dumpUnknown(text, field);
-    text.put(shownValue(message, offset, known->shown));
-    text.put(", ");
+    char* to = text.end;
+    for (const LinePart& part : line.parts) {
+        if (part.shown == Shown::none) {
+            to = std::copy_n(line.text.data() + part.at, part.length, to);
+            continue;
+        }
+        to = writeInt32(to, shownValue(message, part));
+        *to++ = ',';
+        *to++ = ' ';
+    }
+    *to++ = '\n';
+    text.end = to;
 }
 
-void dumpDefinition(DumpText& text, const FitMessage& message)
+void dumpDefinition(DumpText& text, const FitMessage& message, DataLines& lines)
 {
     const DumpMessage& row = dumpMessage(message.globalMessage());
+    lines[message.localType] = dataLineOf(row, *message.definition);
     text.put(row.tag);
     text.put("\n");
     dumpBytes(text, message.bytes);
     if (!row.fields.empty())
         for (const FieldDefinition& field : message.definition->fieldList())
-            dumpName(text, row, field);
+            text.put(definedName(row, field));
     text.put("\n");
-}
-
-void dumpData(DumpText& text, const FitMessage& message)
-{
-    const DumpMessage& row = dumpMessage(message.globalMessage());
-    if (!row.fields.empty())
-        forEachField(message, [&](const FieldDefinition& field, size_t offset) {
-            dumpValue(text, row, message, field, offset);
-        });
-    text.put("\n");
-    dumpBytes(text, message.bytes);
-}
-
-// No dump of the image is longer. Memory that is asked for and never written is not taken.
-size_t longestDump(const FitImage& image)
-{
-    constexpr size_t longestName = std::string_view("totalElapsedTime-255, ").size();
-    constexpr size_t longestValue = std::string_view("unknown-255-255, ").size();
-    constexpr size_t aroundMessage = 32; // its tag and line ends
-    constexpr size_t aroundFile = 256;   // header and CRC with their tags
-    size_t length = aroundFile;
-    walkMessages(image, [&](const FitMessage& message) {
-        length += aroundMessage + sizeof(HexText) * message.bytes.size() +
-                  (message.isDefinition ? longestName : longestValue) * message.definition->fieldCount;
-    });
-    return length;
 }
 
 // A text that a walk fault cuts off ends with the last whole message.
-DumpText dumpFitFile(const FitImage& image)
+void dumpFitFile(DumpText& text, const FitImage& image)
 {
-    DumpText text(longestDump(image));
+    DataLines lines;
     text.put("-- file header --\n");
     dumpBytes(text, std::span(image.headerBytes).first(std::min<size_t>(image.headerBytes[0], modernHeaderSize)));
     StatusCode code = walkMessages(image, [&](const FitMessage& message) {
-        message.isDefinition ? dumpDefinition(text, message) : dumpData(text, message);
+        handOverWhenFull(text);
+        if (message.isDefinition)
+            return dumpDefinition(text, message, lines);
+        dumpLine(text, message, lines[message.localType]);
+        dumpBytes(text, message.bytes);
     });
     if (code != fitOk)
-        return text;
+        return;
     text.put("-- crc --\n");
     dumpBytes(text, std::array{static_cast<uint8_t>(image.fileCrc & 0xFF), static_cast<uint8_t>(image.fileCrc >> 8)});
-    return text;
 }
 
 // Overwrites the front of a file: a longer one keeps its tail.
-bool writeOverFront(const std::string& path, std::string_view text)
+bool writeOverFront(const std::string& path, const FitImage& image)
 {
-    std::vector<uint8_t> tail;
-    if (fileExists(path) && readFileFrom(path, text.size(), tail) != FileResult::ok)
-        return false;
-    std::span<const uint8_t> front(reinterpret_cast<const uint8_t*>(text.data()), text.size());
-    return replaceFile(path, {front, tail}) == FileResult::ok;
+    auto make = [&](const WritePiece& write) {
+        DumpText text(write);
+        dumpFitFile(text, image);
+        handOver(text);
+        std::vector<uint8_t> tail;
+        bool kept = !fileExists(path) || readFileFrom(path, text.written, tail) == FileResult::ok;
+        return text.taken && kept && write(tail);
+    };
+    return replaceFile(path, make) == FileResult::ok;
 }
 
 } // namespace
@@ -293,7 +333,7 @@ ToolOutcome runFieldDump(ToolInputs& inputs, ParameterBlock&)
     FitImage source = {};
     if (StatusCode code = openSource(source, info); code != fitOk)
         return {code, info.path};
-    if (!writeOverFront(inputs.files[toolDestination].path, dumpFitFile(source).text()))
+    if (!writeOverFront(inputs.files[toolDestination].path, source))
         return {fitCannotOpen, info.path, false, {{"error", "failed to create a file"}}};
     return {fitOk, info.path, false, {}};
 }

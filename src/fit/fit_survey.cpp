@@ -29,15 +29,18 @@ uint32_t remarkableBit(uint8_t field)
 struct Survey {
     SourceFileInfo& info;
     uint32_t recordCount = 0;
+    // Where the records of each local type have their time; looked up once for each definition.
+    std::array<std::optional<size_t>, localTypeCount> timestampOffsets = {};
 };
 
-void surveyDefinition(const FitMessage& message, SourceFileInfo& info)
+void surveyDefinition(const FitMessage& message, Survey& survey)
 {
+    survey.timestampOffsets[message.localType] = lastFieldOffset(message, recordTimestamp);
     if (message.globalMessage() != messageRecord)
         return;
-    info.recordDefinitionCount++;
+    survey.info.recordDefinitionCount++;
     for (const FieldDefinition& field : message.definition->fieldList())
-        info.fieldsPresent |= remarkableBit(field.number);
+        survey.info.fieldsPresent |= remarkableBit(field.number);
 }
 
 void takeTimestamp(Survey& survey, uint32_t timestamp)
@@ -56,8 +59,8 @@ void takeTimestamp(Survey& survey, uint32_t timestamp)
 
 void surveyRecord(const FitMessage& message, Survey& survey)
 {
-    if (std::optional<uint32_t> timestamp = lastUint32(message, recordTimestamp))
-        takeTimestamp(survey, *timestamp);
+    if (std::optional<size_t> offset = survey.timestampOffsets[message.localType])
+        takeTimestamp(survey, readUint32(message.payload, *offset, message.definition->bigEndian()));
     survey.recordCount++;
 }
 
@@ -70,7 +73,7 @@ void surveyActivity(const FitMessage& message, SourceFileInfo& info)
 void surveyMessage(const FitMessage& message, Survey& survey)
 {
     if (message.isDefinition)
-        return surveyDefinition(message, survey.info);
+        return surveyDefinition(message, survey);
     switch (message.globalMessage()) {
     case messageFileId:
         survey.info.fileType = fileTypeOf(message).value_or(survey.info.fileType);

@@ -79,6 +79,24 @@ TEST(Text, fixedNumbersAndIntegersReadAsFormatted)
     }
 }
 
+TEST(Text, wholeNumbersAsPrintfWritesThem)
+{
+    std::vector<int32_t> values = {0, std::numeric_limits<int32_t>::min(), std::numeric_limits<int32_t>::max()};
+    for (int64_t power = 1; power <= std::numeric_limits<int32_t>::max(); power *= 10)
+        for (int64_t near : {power - 1, power, power + 1, 10 * power / 3})
+            for (int64_t value : {near, -near})
+                values.push_back(static_cast<int32_t>(value));
+    for (int32_t value = 0; value < 20000; ++value)
+        values.push_back(value * 5);
+    std::mt19937 random(5);
+    for (int i = 0; i < 100000; ++i)
+        values.push_back(static_cast<int32_t>(random()) >> (i % 32));
+    for (int32_t value : values) {
+        char text[longestInt32];
+        ASSERT_EQ(std::string(text, writeInt32(text, value)), std::to_string(value));
+    }
+}
+
 TEST(Text, cutsPiecesBehindLinesAndBetweenCharacters)
 {
     const std::tuple<std::string, size_t, size_t> cases[] = {

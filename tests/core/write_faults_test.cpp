@@ -59,6 +59,21 @@ TEST(WriteFaults, theOldFileStands)
     }
 }
 
+TEST(WriteFaults, aFileWhosePiecesEndEarlyIsNotReplaced)
+{
+    TestFolder folder;
+    std::string path = folder.path + "file";
+    writeBytes(path, filled(5000, 1));
+    auto giveUp = [&](const WritePiece& write) {
+        EXPECT_TRUE(write(filled(9000, 2)));
+        EXPECT_EQ(bytesOf(path), filled(5000, 1)) << "while the pieces are made";
+        return false;
+    };
+    EXPECT_EQ(replaceFile(path, giveUp), FileResult::writeFailed);
+    EXPECT_EQ(bytesOf(path), filled(5000, 1));
+    EXPECT_EQ(countFiles(folder.path), 1u);
+}
+
 // Ended at any moment from outside, again and again.
 TEST(WriteFaults, aProcessThatIsEndedAnywhereLeavesAWholeFile)
 {

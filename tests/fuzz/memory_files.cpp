@@ -43,14 +43,18 @@ FileResult readFileFrom(const std::string& path, size_t start, std::vector<uint8
     return readPart(path, start, SIZE_MAX, bytes);
 }
 
-FileResult replaceFile(const std::string& path, std::initializer_list<std::span<const uint8_t>> pieces)
+FileResult replaceFile(const std::string& path, const std::function<bool(const WritePiece&)>& make)
 {
     if (!path.starts_with(memoryFolder) || path.size() == memoryFolder.size() ||
         path.find('/', memoryFolder.size()) != path.npos)
         return FileResult::cannotOpen;
     Bytes whole;
-    for (std::span<const uint8_t> piece : pieces)
+    auto append = [&](std::span<const uint8_t> piece) {
         whole.insert(whole.end(), piece.begin(), piece.end());
+        return true;
+    };
+    if (!make(append))
+        return FileResult::writeFailed;
     memoryFiles[path] = std::move(whole);
     return FileResult::ok;
 }
