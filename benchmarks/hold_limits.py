@@ -1,0 +1,56 @@
+"""Holds the commands that work on files to their limits, by the figures of the benchmarks: what a file ten times as long
+costs, and how much memory a command takes. Prints every figure; fails when one is beyond its limit, or when a command
+was not measured that was asked for."""
+
+import json
+import sys
+
+SMALL, LARGE = 10_000, 100_000  # records
+MOST_TIMES = 11.0
+FIT_TOOLS = ("combine", "convert", "add", "divide", "exclude", "timestamp", "dump")
+MORE_THAN_FILES = 16.0  # MB that a tool may take beside its source and destination
+# MB of the commands that write a ride from rows of their own for its records.
+ROW_MEMORY = {"stroke": 80.0, "prepare": 80.0}
+COMMANDS = ("load", "express", "analyse", "create", "compare", *FIT_TOOLS, *ROW_MEMORY)
+
+
+def measured(path):
+    """Median figures by command and number of records."""
+    with open(path, encoding="utf-8") as file:
+        rows = json.load(file)["benchmarks"]
+    found = {}
+    for row in rows:
+        parts = row["name"].split("/")
+        if parts[0] == "console" and parts[2].startswith("records:") and row.get("aggregate_name") == "median":
+            found[parts[1], int(parts[2].removeprefix("records:"))] = row
+    return found
+
+
+def memory_limit(command, row):
+    return row["files MB"] + MORE_THAN_FILES if command in FIT_TOOLS else ROW_MEMORY.get(command)
+
+
+def main(path, complete):
+    figures = measured(path)
+    wanted = COMMANDS if complete else sorted({command for command, _ in figures})
+    faults = []
+    for command in wanted:
+        small, large = figures.get((command, SMALL)), figures.get((command, LARGE))
+        if small is None or large is None:
+            faults.append(f"{command}: not measured")
+            continue
+        times = large["cpu ms"] / small["cpu ms"]
+        limit = memory_limit(command, large)
+        shown = f"of {limit:.0f} MB" if limit else "MB"
+        print(f"{command:10} ten times as long costs {times:5.2f} times as much, {large['peak MB']:6.1f} {shown}")
+        if times > MOST_TIMES:
+            faults.append(f"{command}: costs {times:.2f} times as much, not at most {MOST_TIMES:.0f}")
+        if limit and large["peak MB"] > limit:
+            faults.append(f"{command}: {large['peak MB']:.1f} MB, not at most {limit:.0f}")
+    for fault in faults:
+        print(fault, file=sys.stderr)
+    return 1 if faults else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1], sys.argv[2:] == ["complete"]))
