@@ -41,7 +41,6 @@ bool ManualResetEvent::waitFor(std::chrono::milliseconds limit)
 namespace {
 
 constexpr std::chrono::milliseconds pollInterval{100};
-constexpr std::chrono::milliseconds serveInterval{10};
 
 FrontEnd front;
 std::span<const Command> commandList;
@@ -79,8 +78,16 @@ bool graphIsDue(GraphWhen when, ResultStatus status)
     return false;
 }
 
+// Behind a press during a run the worker goes on. What the window thread then wants to write, its run still reads.
+void awaitWorker()
+{
+    while (workerBlock.busy != 0)
+        front.serveWorker();
+}
+
 void firstEntry(const Command& command)
 {
+    awaitWorker();
     chooseCalculator(command, workingBlock);
     if (!front.runEntry(command))
         return;
@@ -98,9 +105,11 @@ void secondEntry(const Command& command)
     threadEvent.set();
     workerRunning = false;
     ResultStatus status = workerBlock.resultStatus;
-    if (graphIsDue(command.graph, status))
+    bool ended = workerBlock.busy == 0; // else a press: the graph and the ride of this run are not there yet
+    if (ended && graphIsDue(command.graph, status))
         front.openGraph();
-    adjustMenu(command.menu, status, front.enableCommand);
+    if (ended || command.menu != MenuAfter::oneStroke)
+        adjustMenu(command.menu, status, front.enableCommand);
     if (command.showsLower)
         front.focusPane(true);
 }
@@ -121,8 +130,9 @@ void enterReport(const Command& command)
 
 void enterSettings(const Command& command)
 {
-    if (workerBlock.ActiveCommand != 0 || workerBlock.busy != 0)
+    if (workerBlock.ActiveCommand != 0)
         return;
+    awaitWorker();
     if (!front.runEntry(command))
         return;
     bool reports = formMarks.profile || formMarks.condition;
@@ -133,14 +143,15 @@ void enterSettings(const Command& command)
 
 void runActiveCommand()
 {
+    workerBlock.busy = 1; // before the look at what to run: a press in between is either seen or sees this
     const Command* command = findLong(workerBlock.ActiveCommand);
-    if (command == nullptr)
-        return;
-    workerBlock.busy = 1;
-    workerBlock.resultStatus = command->operation();
-    workerBlock.busy = 0;
+    if (command != nullptr)
+        workerBlock.resultStatus = command->operation();
     // Read again: after a press during the run it is 0, and the handler passes over it.
-    front.sendCompletion(workerBlock.ActiveCommand);
+    int completed = workerBlock.ActiveCommand;
+    workerBlock.busy = 0;
+    if (command != nullptr)
+        front.sendCompletion(completed);
 }
 
 void workerLoop()
@@ -196,7 +207,7 @@ bool stopWorker()
         threadEvent.set();
     workerBlock.quit = 1;
     // A press during a run leaves the worker busy behind an ActiveCommand of 0: what it still sends must get through.
-    while (!workerEnded.waitFor(serveInterval))
+    while (!workerEnded.waitFor(std::chrono::milliseconds(0)))
         front.serveWorker();
     worker.join();
     return true;

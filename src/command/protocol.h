@@ -32,7 +32,7 @@ struct WorkerBlock {
     std::atomic<int> quit;
     std::atomic<int> ActiveCommand; // long command in progress, 0 when idle
     std::atomic<ResultStatus> resultStatus;
-    std::atomic<int> busy; // the worker is inside an operation, whatever ActiveCommand says
+    std::atomic<int> busy; // the worker is inside an operation or looks for one, whatever ActiveCommand says
 };
 
 // What the protocol asks of a front end; all calls but sendCompletion come on the front end's thread.
@@ -45,7 +45,8 @@ struct FrontEnd {
     // Worker thread: bring the id to the front end's thread, call handleCommand there, return when that has returned.
     void (*sendCompletion)(int id);
     void (*runFrontEndCommand)(const Command& command); // Work::frontEnd
-    // Called again and again while stopWorker waits: let through what the worker still sends, or it would never end.
+    // Called again and again while the front end's thread waits for the worker: let through what the worker still
+    // sends, or it would never end; wait a moment when there is nothing.
     void (*serveWorker)();
 };
 
@@ -55,7 +56,8 @@ extern WorkerBlock workerBlock;
 void startWorker(const FrontEnd& frontEnd, std::span<const Command> commands = commandTable());
 // The handler of all commands, on the front end's thread. An unknown id, 0 among them, does nothing.
 // While a command runs, a press on any long command counts as its second entry and does not stop the worker; commands
-// that change profile, condition or preference are not taken, since the worker reads what they would write.
+// that change profile, condition or preference are not taken, since the worker reads what they would write. For the
+// same reason what is pressed next, behind such a second entry, opens once the worker's run is over.
 void handleCommand(int id);
 // The close message: false while a command runs, and nothing happens; else the worker has ended.
 bool stopWorker();

@@ -9,7 +9,7 @@ namespace torvane {
 
 std::string fitInputFileName;
 FieldPresence fieldPresence;
-AnalysisReadiness analysisReadiness;
+std::atomic<AnalysisReadiness> analysisReadiness;
 FitInventory analysedInventory;
 FitSummary analysedSummary;
 

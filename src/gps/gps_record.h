@@ -3,6 +3,7 @@
 
 #include "fit/fit_passes.h"
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -72,7 +73,7 @@ enum AnalysisReadiness : uint32_t {
 };
 
 extern FieldPresence fieldPresence;
-extern AnalysisReadiness analysisReadiness;
+extern std::atomic<AnalysisReadiness> analysisReadiness; // the menu reads it while a load may run
 
 // The analysed copies of the blocks: made after a prediction, with the statistics rebuilt from the kept records.
 extern FitInventory analysedInventory;

@@ -65,6 +65,8 @@ void sendCompletion(int id)
 // Messages sent by the worker are delivered inside any call that looks for messages.
 void serveWorker()
 {
+    constexpr DWORD moment = 10; // ms
+    MsgWaitForMultipleObjects(0, nullptr, FALSE, moment, QS_SENDMESSAGE);
     MSG message;
     PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
 }

@@ -9,6 +9,7 @@
 
 #include <map>
 #include <string>
+#include <thread>
 #include <tuple>
 #include <vector>
 
@@ -194,6 +195,31 @@ TEST_F(ProtocolTest, pressDuringARunIsASecondEntryAndStopsNothing)
     ASSERT_TRUE(mail.serve(longEnough));
     EXPECT_TRUE(journal.empty()) << "the completion carries 0 and is passed over";
     EXPECT_EQ(operationRuns, 1);
+}
+
+// A second press behind it opens its dialog, but not before the worker has read what that dialog writes.
+TEST_F(ProtocolTest, thePressBehindAPressWaitsForTheWorker)
+{
+    workingBlock.expressGraph = 1;
+    handleCommand(802);
+    operationStarted.wait();
+    journal.clear();
+    handleCommand(802);
+    EXPECT_EQ(journal, Calls{"focus lower"}) << "there is no graph yet";
+
+    Calls duringTheRun;
+    std::thread release([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        duringTheRun = journal;
+        operationMayEnd.set();
+    });
+    handleCommand(905);
+    release.join();
+    EXPECT_EQ(duringTheRun, Calls{"focus lower"});
+    EXPECT_EQ(journal, (Calls{"focus lower", "entry 905", "close graph"}));
+    while (workerBlock.ActiveCommand != 0)
+        mail.serve(longEnough);
+    EXPECT_EQ(operationRuns, 2) << "the end of the first run was not taken for its own";
 }
 
 TEST_F(ProtocolTest, shortCommandsDuringARun)

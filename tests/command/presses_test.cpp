@@ -1,0 +1,323 @@
+// Presses while the worker runs, as an impatient user makes them: every long command of the program, each with presses
+// of any commands during its run. The test's own thread plays the window thread, a second one the user. What the
+// threads share without order shows under the thread sanitizer; that nothing was spoilt shows in a quiet run
+// afterwards.
+#include "command/protocol.h"
+
+#include "command/command_graph.h"
+#include "command/gps_load_command.h"
+#include "command/settings_command.h"
+#include "core/screens.h"
+#include "fit/fit_builder.h"
+#include "fit/fit_tools.h"
+#include "forms/form.h"
+#include "gps/gps_load.h"
+#include "model/model_fixture.h"
+
+#include <deque>
+#include <functional>
+#include <random>
+#include <thread>
+
+namespace torvane {
+
+// As a case is named in a list of tests.
+void PrintTo(const Command& command, std::ostream* out)
+{
+    *out << consoleName(command);
+}
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto longEnough = 10s;
+
+ManualResetEvent runBegan, runMayGoOn; // the worker wants to show something; the user has pressed
+
+// What waits for the window thread: what the worker sends, which is held until it was served, and what the user has
+// pressed. As a window does, it serves the first before the second.
+class WindowMail {
+public:
+    void ownThreadServes()
+    {
+        window = std::this_thread::get_id();
+    }
+    bool isWindow() const
+    {
+        return std::this_thread::get_id() == window;
+    }
+    void send(const std::function<void()>& work)
+    {
+        if (isWindow())
+            return work();
+        runBegan.set();
+        runMayGoOn.waitFor(longEnough);
+        std::unique_lock lock(guard);
+        sent = work;
+        changed.notify_all();
+        changed.wait(lock, [this] { return !sent; });
+    }
+    void press(int id)
+    {
+        std::lock_guard lock(guard);
+        pressed.push_back(id);
+        changed.notify_all();
+    }
+    void serveSent()
+    {
+        std::unique_lock lock(guard);
+        changed.wait_for(lock, 1ms, [this] { return sent != nullptr; });
+        serveSent(lock);
+    }
+    void serve()
+    {
+        std::unique_lock lock(guard);
+        changed.wait_for(lock, 1ms, [this] { return sent || !pressed.empty(); });
+        if (serveSent(lock) || pressed.empty())
+            return;
+        int id = pressed.front();
+        lock.unlock();
+        pressesDuringRuns += workerBlock.busy;
+        handleCommand(id);
+        lock.lock();
+        pressed.pop_front();
+    }
+    bool isEmpty()
+    {
+        std::lock_guard lock(guard);
+        return !sent && pressed.empty();
+    }
+    std::atomic<int> pressesDuringRuns = 0;
+
+private:
+    bool serveSent(std::unique_lock<std::mutex>& lock)
+    {
+        if (!sent)
+            return false;
+        lock.unlock();
+        sent();
+        lock.lock();
+        sent = nullptr;
+        changed.notify_all();
+        return true;
+    }
+
+    std::mutex guard;
+    std::condition_variable changed;
+    std::function<void()> sent;
+    std::deque<int> pressed;
+    std::thread::id window;
+};
+
+WindowMail mail;
+std::string folder;
+std::string lowerText, statusText; // of the window thread
+std::string gathered;              // of the worker, for the lower pane
+
+void handOver()
+{
+    mail.send([text = std::exchange(gathered, {})] { lowerText += text; });
+}
+
+constexpr Screens windowScreens = {
+    .setText =
+        [](Pane pane, std::string_view text) {
+            if (pane == Pane::upper || mail.isWindow())
+                return;
+            gathered.clear();
+            mail.send([text] { lowerText = text; });
+        },
+    .appendText =
+        [](Pane pane, std::string_view text) {
+            if (pane == Pane::lower && !mail.isWindow())
+                gathered += text;
+        },
+    .setStatus = [](std::string_view text) { mail.send([text] { statusText = text; }); },
+    .showProgress = [](bool) { mail.send([] {}); },
+    .setProgress = [](int) { mail.send([] {}); },
+    .showMessage = [](std::string_view, std::string_view) { mail.send([] {}); },
+};
+
+std::string sourceOf(const Form& form, const Row& row)
+{
+    constexpr int addForm = 2057, divideForm = 2058;
+    if (form.id == addForm)
+        return folder + "no-laps.fit";
+    return folder + (form.id == divideForm ? "hills.fit" : row.index == 0 ? "half-1.fit" : "half-2.fit");
+}
+
+void fillIn(FormState& state, const Row& row)
+{
+    constexpr int addLapBox = 8311, excludeActivityBox = 8513, minutes = 9133;
+    if (row.id == addLapBox || row.id == excludeActivityBox)
+        choose(state, row, 1);
+    else if (row.id == minutes)
+        typeText(state, row, "5");
+    else if (row.kind == RowKind::path && row.index == destinationPath)
+        setPath(state, row, folder + (row.browse == Browse::saveCsv ? "out.csv" : "out.fit"));
+    else if (row.kind == RowKind::path && row.index < 2)
+        setPath(state, row, sourceOf(*state.form, row));
+}
+
+// Opened and confirmed as it stands, but for what a tool cannot do without.
+bool confirm(const Form& form)
+{
+    FormState state;
+    openForm(state, form, savedBlock, workingBlock);
+    for (const Row& row : form.rows)
+        fillIn(state, row);
+    return confirmForm(state, workingBlock).passed;
+}
+
+// What the menu greys without a ride, or after a tool, finds one here.
+void loadFor(int id)
+{
+    if (id < 902 || id > 904)
+        return;
+    fitInputFileName = folder + "half-1.fit";
+    loadGpsFile();
+}
+
+bool runEntry(const Command& command)
+{
+    loadFor(command.id);
+    switch (command.entry) {
+    case Entry::immediate:
+        toolInputs.files[0].path = toolInputs.files[1].path = folder + "half-1.fit";
+        return true;
+    case Entry::dialog:
+        return confirm(*findForm(command.form));
+    case Entry::sheet:
+        for (const Form* page : sheetPages(command.id))
+            confirm(*page);
+        return true;
+    case Entry::openProfile:
+    case Entry::saveProfile:
+        session.profilePath = folder + "rider.pro";
+        return true;
+    case Entry::openFit:
+        fitInputFileName = folder + "half-1.fit";
+        return true;
+    }
+    return false;
+}
+
+constexpr FrontEnd window = {
+    .runEntry = runEntry,
+    .closeGraph = [] {},
+    .openGraph = [] { commandGraph.reset(); },
+    .enableCommand = [](int, bool) {},
+    .focusPane = [](bool) {},
+    .sendCompletion =
+        [](int id) {
+            handOver();
+            mail.send([id] { handleCommand(id); });
+        },
+    .runFrontEndCommand = [](const Command&) {},
+    .serveWorker = [] { mail.serveSent(); },
+};
+
+bool isIdle()
+{
+    return mail.isEmpty() && workerBlock.ActiveCommand == 0 && workerBlock.busy == 0;
+}
+
+int anyCommand(std::mt19937& random)
+{
+    return commandTable()[random() % commandTable().size()].id;
+}
+
+// Starts the command again and again, and presses on while it runs.
+void pressDuringRuns(int id)
+{
+    std::mt19937 random(static_cast<unsigned>(id));
+    for (int round = 0; round < 3; ++round) {
+        runBegan.reset();
+        runMayGoOn.reset();
+        mail.press(id);
+        runBegan.waitFor(longEnough);
+        mail.press(id);
+        while (!mail.isEmpty())
+            std::this_thread::sleep_for(1ms);
+        runMayGoOn.set();
+        for (int press = 0; press < 6; ++press) {
+            mail.press(press == 0 ? id : anyCommand(random));
+            std::this_thread::sleep_for(std::chrono::microseconds(random() % 1000));
+        }
+        while (!isIdle())
+            std::this_thread::sleep_for(1ms);
+    }
+}
+
+class PressesTest : public testing::TestWithParam<Command> {
+protected:
+    void SetUp() override
+    {
+        folder = ownFolder.path;
+        for (const char* name : {"half-1.fit", "half-2.fit", "hills.fit", "no-laps.fit"})
+            std::filesystem::copy_file(std::string(TORVANE_CHECKOUT "/samples/rides/") + name, folder + name);
+        setDefaults(savedBlock);
+        workingBlock = savedBlock;
+        workingBlock.expressGraph = workingBlock.bandGraphPowerVelocity = workingBlock.bandGraphCornering = 1;
+        screens = windowScreens;
+        mail.ownThreadServes();
+        mail.pressesDuringRuns = 0;
+        runMayGoOn.set();
+        startModel();
+        session.profilePath = folder + "rider.pro";
+        finishSettings(*findCommand("save-profile"));
+        startWorker(window);
+    }
+    void TearDown() override
+    {
+        ASSERT_TRUE(stopWorker());
+        screens = before;
+    }
+    // What a command shows that nobody disturbs.
+    static std::string run(int id)
+    {
+        lowerText.clear();
+        statusText.clear();
+        handleCommand(id);
+        EXPECT_EQ(workerBlock.ActiveCommand, id);
+        while (!isIdle())
+            mail.serve();
+        return statusText + "\n" + lowerText;
+    }
+
+private:
+    TestFolder ownFolder;
+    Screens before = screens;
+};
+
+TEST_P(PressesTest, spoilNothing)
+{
+    const int id = GetParam().id;
+    const std::string quiet = run(id);
+    std::atomic<bool> pressing = true;
+    std::thread user([&] {
+        pressDuringRuns(id);
+        pressing = false;
+    });
+    while (pressing)
+        mail.serve();
+    user.join();
+    EXPECT_GE(mail.pressesDuringRuns, 3);
+    EXPECT_EQ(run(id), quiet);
+}
+
+std::vector<Command> longCommands()
+{
+    std::vector<Command> found;
+    for (const Command& command : commandTable())
+        if (command.work == Work::worker)
+            found.push_back(command);
+    return found;
+}
+
+INSTANTIATE_TEST_SUITE_P(Commands, PressesTest, testing::ValuesIn(longCommands()),
+                         [](const auto& tested) { return std::to_string(tested.param.id); });
+
+} // namespace
+} // namespace torvane
