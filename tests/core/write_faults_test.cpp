@@ -2,6 +2,7 @@
 // program could have taken away.
 #include "core/files.h"
 #include "core/parameter_file.h"
+#include "core/record_check.h"
 #include "fit/fit_builder.h"
 #include "system_faults.h"
 
@@ -9,6 +10,8 @@
 
 #include <cerrno>
 #include <csignal>
+#include <cstring>
+#include <random>
 #include <tuple>
 
 namespace torvane {
@@ -74,6 +77,34 @@ TEST(WriteFaults, aFileWhosePiecesEndEarlyIsNotReplaced)
     EXPECT_EQ(countFiles(folder.path), 1u);
 }
 
+// A real disk: too small for the new file, then read-only.
+TEST(WriteFaults, aDiskWithoutRoomOrRight)
+{
+    enum Outcome : int { asExpected, oldFileLost, wrongAnswer, leftBehind };
+    TestFolder folder;
+    std::string path = folder.path + "file";
+    auto outcomeOf = [&](FileResult result, FileResult expected) {
+        if (bytesOf(path) != filled(20'000, 1))
+            return oldFileLost;
+        if (countFiles(folder.path) != 1)
+            return leftBehind;
+        return result == expected ? asExpected : wrongAnswer;
+    };
+    int result = inChild([&]() -> int {
+        if (!mountSmallDisk(folder.path, "64k"))
+            return childCannotTry;
+        writeBytes(path, filled(20'000, 1));
+        if (int full = outcomeOf(replaceFile(path, {filled(60'000, 2)}), FileResult::writeFailed))
+            return full;
+        if (!makeDiskReadOnly(folder.path))
+            return childCannotTry;
+        return outcomeOf(replaceFile(path, {filled(10, 2)}), FileResult::cannotOpen);
+    });
+    if (result == childCannotTry)
+        GTEST_SKIP() << "mounting a small disk needs root";
+    EXPECT_EQ(result, asExpected);
+}
+
 // Ended at any moment from outside, again and again.
 TEST(WriteFaults, aProcessThatIsEndedAnywhereLeavesAWholeFile)
 {
@@ -127,6 +158,29 @@ TEST(WriteFaults, twoInstancesOnOneParameterFile)
         EXPECT_EQ(status, 0);
     }
     EXPECT_EQ(countFiles(folder.path), 1u);
+}
+
+TEST(WriteFaults, aProfileOfRandomBytesLeavesTheModel)
+{
+    TestFolder folder;
+    std::mt19937 random(7);
+    setDefaults(workingBlock);
+    startModel(workingBlock);
+    const ModelState before = modelState;
+    for (size_t size : {0u, 1u, 19u, 20u, 100u, 876u, 877u, 5000u})
+        for (int32_t format : {2, static_cast<int32_t>(random())}) {
+            Bytes bytes(size);
+            for (uint8_t& byte : bytes)
+                byte = static_cast<uint8_t>(random());
+            if (size >= sizeof format)
+                std::memcpy(bytes.data(), &format, sizeof format);
+            writeBytes(folder.path + "a.pro", bytes);
+            if (loadProfile(workingBlock, folder.path + "a.pro") == 0)
+                EXPECT_TRUE(format == 2 && isSound(modelState)) << size;
+            else
+                EXPECT_EQ(std::memcmp(&modelState, &before, sizeof before), 0) << size;
+            modelState = before;
+        }
 }
 
 } // namespace

@@ -1,0 +1,98 @@
+// Paths that tools are given: the source itself, folders, long names, names in other scripts.
+#include "console_fixture.h"
+
+#include "fit/fit_builder.h"
+#include "fit/fit_image.h"
+
+#include <gtest/gtest.h>
+
+namespace torvane {
+namespace {
+
+Bytes legacyRide()
+{
+    FitBuilder fit;
+    fit.define(0, 0, {{0, 1, 0}, {1, 2, 0x84}}).message(0, {4, 1});
+    fit.define(1, 20, {{253, 4, 0x86}, {5, 4, 0x86}}).message(1, {1000, 0}).message(1, {1001, 700});
+    return fit.file(12);
+}
+
+bool isSoundFile(const std::string& path, int headerSize)
+{
+    FitImage image;
+    return loadFitImage(image, path) == fitOk && image.headerBytes[0] == headerSize;
+}
+
+int convert(const std::string& source, const std::string& destination)
+{
+    return call({"convert", source, destination, "convertEnabled=1", "fitFormat=modern"}).code;
+}
+
+TEST(ConsoleFiles, ConvertsToAnyName)
+{
+    TestFolder folder;
+    std::string deep = folder.path;
+    while (deep.size() < 300)
+        deep += std::string(60, 'd') + "/";
+    std::filesystem::create_directories(deep);
+    const std::string names[] = {
+        "two blanks  and-dash.fit",
+        "Übergrößenträger.fit",
+        "自転車の記録.fit",
+        "велосипед.fit",
+        "دراجة.fit",
+        "🚲.fit",
+        "a.b.c.fit",
+        std::string(251, 'n') + ".fit",
+    };
+    for (const std::string& place : {folder.path, deep})
+        for (const std::string& name : names) {
+            writeBytes(place + "in " + name.substr(name.size() > 200 ? 3 : 0), legacyRide());
+            std::string source = place + "in " + name.substr(name.size() > 200 ? 3 : 0);
+            EXPECT_EQ(convert(source, place + name), 0) << place << name;
+            EXPECT_TRUE(isSoundFile(place + name, 14)) << place << name;
+        }
+}
+
+TEST(ConsoleFiles, WritesOverTheSourceAsAWhole)
+{
+    TestFolder folder;
+    std::string path = folder.path + "ride.fit";
+    writeBytes(path, legacyRide());
+    std::filesystem::create_symlink("ride.fit", folder.path + "link.fit");
+    EXPECT_EQ(convert(path, folder.path + "link.fit"), 0);
+    EXPECT_TRUE(isSoundFile(path, 14));
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.path + "link.fit"));
+    EXPECT_EQ(call({"convert", path, path, "convertEnabled=1", "fitFormat=legacy"}).code, 0);
+    EXPECT_TRUE(isSoundFile(path, 12));
+}
+
+TEST(ConsoleFiles, TellsWhereItCannotWrite)
+{
+    TestFolder folder;
+    std::string source = folder.path + "ride.fit";
+    writeBytes(source, legacyRide());
+    std::filesystem::create_directories(folder.path + "folder.fit/kept");
+    std::filesystem::create_symlink("/dev/full", folder.path + "full.fit");
+    struct Case {
+        std::string destination;
+        int code;
+    };
+    const Case cases[] = {
+        {folder.path + "folder.fit", 1},                   // a folder of that name
+        {folder.path + std::string(300, 'n') + ".fit", 1}, // no file system takes such a name
+        {folder.path + "full.fit", 1},
+        {folder.path + "none/out.fit", 2},
+        {folder.path, 2},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(convert(source, c.destination), c.code) << c.destination;
+        EXPECT_EQ(bytesOf(source), legacyRide()) << c.destination;
+    }
+    EXPECT_TRUE(std::filesystem::exists(folder.path + "folder.fit/kept"));
+    EXPECT_EQ(call({"load", folder.path}).code, 1);
+    EXPECT_EQ(call({"load", folder.path + std::string(300, 'n') + ".fit"}).code, 1);
+}
+
+} // namespace
+} // namespace torvane
