@@ -7,6 +7,7 @@
 #include "forms/form.h"
 
 #include <thread>
+#include <utility>
 
 namespace torvane {
 
@@ -47,7 +48,8 @@ std::span<const Command> commandList;
 ManualResetEvent threadEvent; // set at every entry, never reset: after the first command the loop polls
 ManualResetEvent workerEnded;
 std::thread worker;
-bool workerRunning = false; // from the first entry of a command to its second
+bool workerRunning = false;            // from the first entry of a command to its second
+const Command* pressedInRun = nullptr; // the worker's run is not over, and it needs the results
 
 const Command* findListed(int id)
 {
@@ -99,17 +101,36 @@ void firstEntry(const Command& command)
     workerRunning = true;
 }
 
+// A graph, or a ride in place of the loaded one: not there before the run is over.
+bool needsResults(const Command& command)
+{
+    return command.graph != GraphWhen::never || command.menu == MenuAfter::oneStroke;
+}
+
+void takeResults(const Command& command)
+{
+    ResultStatus status = workerBlock.resultStatus;
+    if (graphIsDue(command.graph, status))
+        front.openGraph();
+    adjustMenu(command.menu, status, front.enableCommand);
+}
+
+// The completion of a run during which there was a press carries no command any more.
+void endPressedRun()
+{
+    if (const Command* command = std::exchange(pressedInRun, nullptr))
+        takeResults(*command);
+}
+
 void secondEntry(const Command& command)
 {
     workerBlock.ActiveCommand = 0;
     threadEvent.set();
     workerRunning = false;
-    ResultStatus status = workerBlock.resultStatus;
-    bool ended = workerBlock.busy == 0; // else a press: the graph and the ride of this run are not there yet
-    if (ended && graphIsDue(command.graph, status))
-        front.openGraph();
-    if (ended || command.menu != MenuAfter::oneStroke)
-        adjustMenu(command.menu, status, front.enableCommand);
+    if (workerBlock.busy != 0 && needsResults(command))
+        pressedInRun = &command;
+    else
+        takeResults(command);
     if (command.showsLower)
         front.focusPane(true);
 }
@@ -173,6 +194,7 @@ void startWorker(const FrontEnd& frontEnd, std::span<const Command> commands)
     workerBlock.quit = 0;
     workerBlock.ActiveCommand = 0;
     workerRunning = false;
+    pressedInRun = nullptr;
     threadEvent.reset();
     workerEnded.reset();
     worker = std::thread(workerLoop);
@@ -180,6 +202,8 @@ void startWorker(const FrontEnd& frontEnd, std::span<const Command> commands)
 
 void handleCommand(int id)
 {
+    if (id == 0)
+        return endPressedRun();
     const Command* command = findListed(id);
     if (command == nullptr)
         return;
@@ -206,6 +230,7 @@ bool stopWorker()
     if (!workerRunning)
         threadEvent.set();
     workerBlock.quit = 1;
+    pressedInRun = nullptr;
     // A press during a run leaves the worker busy behind an ActiveCommand of 0: what it still sends must get through.
     while (!workerEnded.waitFor(std::chrono::milliseconds(0)))
         front.serveWorker();

@@ -54,10 +54,11 @@ extern WorkerBlock workerBlock;
 
 // Starts the worker on a list of commands (the program's own, unless a test brings others).
 void startWorker(const FrontEnd& frontEnd, std::span<const Command> commands = commandTable());
-// The handler of all commands, on the front end's thread. An unknown id, 0 among them, does nothing.
-// While a command runs, a press on any long command counts as its second entry and does not stop the worker; commands
-// that change profile, condition or preference are not taken, since the worker reads what they would write. For the
-// same reason what is pressed next, behind such a second entry, opens once the worker's run is over.
+// The handler of all commands, on the front end's thread. An unknown id does nothing.
+// While a command runs, a press on any long command counts as its second entry and does not stop the worker, whose
+// completion is a 0 then; a graph follows that, once there is something to show. Commands that change profile,
+// condition or preference are not taken meanwhile, since the worker reads what they would write. For the same reason
+// what is pressed next, behind such a second entry, opens once the worker's run is over.
 void handleCommand(int id);
 // The close message: false while a command runs, and nothing happens; else the worker has ended.
 bool stopWorker();

@@ -216,7 +216,7 @@ TEST_F(ProtocolTest, thePressBehindAPressWaitsForTheWorker)
     handleCommand(905);
     release.join();
     EXPECT_EQ(duringTheRun, Calls{"focus lower"});
-    EXPECT_EQ(journal, (Calls{"focus lower", "entry 905", "close graph"}));
+    EXPECT_EQ(journal, (Calls{"focus lower", "open graph", "entry 905", "close graph"}));
     while (workerBlock.ActiveCommand != 0)
         mail.serve(longEnough);
     EXPECT_EQ(operationRuns, 2) << "the end of the first run was not taken for its own";
