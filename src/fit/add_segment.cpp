@@ -132,8 +132,8 @@ constexpr std::array<uint8_t, 256> indexRecordFields()
 {
     std::array<uint8_t, 256> rows = {};
     rows.fill(noRow);
-    for (uint8_t row = 0; row < std::size(recordFields); row++)
-        rows[recordFields[row].number] = row;
+    for (size_t row = 0; row < std::size(recordFields); row++)
+        rows[recordFields[row].number] = static_cast<uint8_t>(row);
     return rows;
 }
 

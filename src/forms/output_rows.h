@@ -11,12 +11,15 @@ namespace torvane {
 
 inline constexpr const char* headerFormNames[] = {"legacy", "modern"};
 
-constexpr auto sportLabels = [] {
+constexpr auto listSportLabels()
+{
     std::array<const char*, sportCodes.size()> labels = {};
     for (size_t i = 0; i < labels.size(); ++i)
         labels[i] = sportCodes[i].label;
     return labels;
-}();
+}
+
+constexpr auto sportLabels = listSportLabels();
 
 constexpr Row sourceRow(int id, int browse, const char* name = "source", int index = 0)
 {

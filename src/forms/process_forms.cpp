@@ -82,6 +82,7 @@ bool selectsDecelerationGear(const FormState& state, const Row&)
 std::vector<std::string> gearLabels(const FormState&)
 {
     std::vector<std::string> labels;
+    labels.reserve(static_cast<size_t>(modelState.gearCount));
     for (int row = 0; row < modelState.gearCount; ++row)
         labels.push_back(formatText("%d x %d", frontToothOf(row), rearToothOf(row)));
     return labels;

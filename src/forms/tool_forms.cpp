@@ -204,10 +204,9 @@ constexpr int timestampFormats[] = {9161, 9162};
 enum TimePart : int { partDays, partHours, partMinutes, partSeconds };
 constexpr size_t firstPartRow = 2;
 
-double storedPart(const FormState& state, const Row& row)
+int32_t storedPartOf(int32_t offset, int part)
 {
-    int32_t offset = state.values.timestampOffset;
-    switch (row.index) {
+    switch (part) {
     case partDays:
         return offset / 86400;
     case partHours:
@@ -217,6 +216,11 @@ double storedPart(const FormState& state, const Row& row)
     default:
         return offset;
     }
+}
+
+double storedPart(const FormState& state, const Row& row)
+{
+    return storedPartOf(state.values.timestampOffset, row.index);
 }
 
 constexpr Row timePartRow(TimePart part, int id, const char* name, const char* unit, double most)
