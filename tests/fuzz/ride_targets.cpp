@@ -143,6 +143,10 @@ void requireKept(const FitImage& source, const FitImage& written, Keeps keeps)
 
 void requireSoundOutput(const FitImage& source, const Tool& tool)
 {
+    // As many bytes of the header are written as it claims to have: what claims another size than the two of the format
+    // cannot be read again.
+    if (source.headerBytes[0] != legacyHeaderSize && source.headerBytes[0] != modernHeaderSize)
+        return;
     const std::string& path = toolInputs.files[toolDestination].path;
     if (tool.success != fitDivided) {
         requireSoundFile(path);
