@@ -94,7 +94,7 @@ std::string planFolder(const FileRule& rule, const Request& request, std::vector
     for (const std::string& file : request.files) {
         std::string source = absolutePath(file);
         std::string destination = nameInFolder(folder, source, rule.extension);
-        if (destination == source)
+        if (isSameFile(destination, source))
             return destination + " would overwrite its own source";
         if (std::ranges::find(runs, destination, &RunFiles::destination) != runs.end())
             return "two files would be written to " + destination;

@@ -45,6 +45,8 @@ inline FileResult replaceFile(const std::string& path, std::initializer_list<std
 
 bool fileExists(const std::string& path); // anything at this path, a folder as well
 bool folderExists(const std::string& path);
+// Whether two paths lead to one file that exists, however they are spelled.
+bool isSameFile(const std::string& a, const std::string& b);
 // Gives a file another name in its folder; false when that failed.
 bool renameFile(const std::string& from, const std::string& to);
 

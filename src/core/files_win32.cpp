@@ -115,6 +115,13 @@ DWORD attributesOf(const std::string& path)
     return GetFileAttributesW(longPath(path).c_str());
 }
 
+bool identityOf(const std::string& path, BY_HANDLE_FILE_INFORMATION& information)
+{
+    OpenFile file(CreateFileW(longPath(path).c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                              nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    return file.isOpen() && GetFileInformationByHandle(file.handle, &information);
+}
+
 } // namespace
 
 FileResult readWholeFile(const std::string& path, std::vector<uint8_t>& bytes)
@@ -162,6 +169,13 @@ bool folderExists(const std::string& path)
 {
     DWORD attributes = path.empty() ? INVALID_FILE_ATTRIBUTES : attributesOf(path);
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
+}
+
+bool isSameFile(const std::string& a, const std::string& b)
+{
+    BY_HANDLE_FILE_INFORMATION first, second;
+    return identityOf(a, first) && identityOf(b, second) && first.dwVolumeSerialNumber == second.dwVolumeSerialNumber &&
+           first.nFileIndexHigh == second.nFileIndexHigh && first.nFileIndexLow == second.nFileIndexLow;
 }
 
 bool renameFile(const std::string& from, const std::string& to)

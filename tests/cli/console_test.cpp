@@ -246,8 +246,9 @@ TEST(Console, WorksThroughManyRides)
     Call json = call({"--json", "--into", folder.path + "out", "at-one-stroke", "predictCadence=0", a, c});
     EXPECT_EQ(json.code, 0);
     EXPECT_EQ(json.out.substr(0, 51), "{\"command\": 910, \"runs\": [{\"command\": 910, \"result\"");
-    EXPECT_EQ(call({"--into", folder.path, "at-one-stroke", a}).err,
-              "torvane-cli: " + a + " would overwrite its own source\n");
+    for (std::string itself : {folder.path, folder.path + "out/../"})
+        EXPECT_EQ(call({"--into", itself, "at-one-stroke", a}).err,
+                  "torvane-cli: " + itself + "a.fit would overwrite its own source\n");
     EXPECT_EQ(call({"--into", folder.path + "out", "at-one-stroke", a, a}).code, 2);
     EXPECT_EQ(call({"--into", folder.path + "out", "combine", a, c}).code, 2);
 }

@@ -69,6 +69,11 @@ bool fileExists(const std::string& path)
     return folderExists(path) || memoryFiles.contains(path);
 }
 
+bool isSameFile(const std::string& a, const std::string& b)
+{
+    return a == b && fileExists(a);
+}
+
 bool renameFile(const std::string& from, const std::string& to)
 {
     auto node = memoryFiles.extract(from);
