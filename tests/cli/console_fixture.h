@@ -14,6 +14,11 @@ struct Call {
     std::string out, err;
 };
 
+inline bool contains(const std::string& text, const std::string& part)
+{
+    return text.find(part) != text.npos;
+}
+
 inline Call call(const std::vector<std::string>& arguments)
 {
     std::ostringstream out, err;

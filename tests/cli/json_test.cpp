@@ -11,9 +11,7 @@ namespace torvane {
 TEST(Json, EscapesTexts)
 {
     constexpr std::pair<const char*, const char*> cases[] = {
-        {"", "\"\""},
-        {"a\tb\nc", "\"a\\tb\\nc\""},
-        {"\"\\/", "\"\\\"\\\\/\""},
+        {"a\tb\nc\"\\/", "\"a\\tb\\nc\\\"\\\\/\""},
         {"\x01\x1F", "\"\\u0001\\u001f\""},
         {"\xC3\xBC \xE2\x82\xAC \xF0\x9F\x9A\xB4", "\"\xC3\xBC \xE2\x82\xAC \xF0\x9F\x9A\xB4\""},
         {"\xFF", "\"\xEF\xBF\xBD\""},

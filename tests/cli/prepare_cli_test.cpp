@@ -1,5 +1,6 @@
 // Preparing and comparing from the console, and the dialog whose entries they share.
 #include "console_fixture.h"
+#include "figures.h"
 #include "fit/fit_builder.h"
 #include "forms/form_fixture.h"
 #include "gps/prepare_fixture.h"
@@ -19,16 +20,10 @@ Bytes recordedRide()
     return ride.file();
 }
 
-bool has(const std::string& text, const std::string& part)
-{
-    return text.find(part) != text.npos;
-}
-
 } // namespace
 
 // What a call asked for holds until the next one.
-class PrepareConsole : public testing::Test {
-protected:
+struct PrepareConsole : testing::Test {
     ~PrepareConsole() override
     {
         oneStrokePreparation = {};
@@ -38,21 +33,22 @@ protected:
 TEST_F(PrepareConsole, PreparesAndTellsWhatItFound)
 {
     TestFolder folder;
-    writeBytes(folder.path + "in.fit", recordedRide());
-    Call done = call({"prepare", folder.path + "in.fit", folder.path + "out.fit"});
+    const std::string &path = folder.path, in = path + "in.fit", out = path + "out.fit";
+    writeBytes(in, recordedRide());
+    Call done = call({"prepare", in, out});
     EXPECT_EQ(done.code, 0) << done.err;
     for (const char* line :
          {"\trecords: 200 read, 598 written\n", "\tsteps of more than a second, filled: 199\n",
           "\trecords filled in: 398\n", "\tenhanced speeds and altitudes put into the plain fields: 400\n",
           "\tdistance in no record, worked out of positions\n",
           "\taverage speed: 36.01 kph over 597 s, by the device 36.00 kph\n"})
-        EXPECT_TRUE(has(done.out, line)) << line << done.out;
-    EXPECT_TRUE(has(done.err, "success to prepare a fit file as 'out.fit'"));
-    call({"prepare", "jumpSpeed=11", folder.path + "out.fit", folder.path + "again.fit"});
-    EXPECT_EQ(bytesOf(folder.path + "again.fit"), bytesOf(folder.path + "out.fit"));
-    EXPECT_EQ(call({"prepare", "gapLimit=301", folder.path + "in.fit", folder.path + "out.fit"}).code, 2);
-    call({"prepare", "gapLimit=2", folder.path + "in.fit", folder.path + "gaps.fit"});
-    EXPECT_LT(bytesOf(folder.path + "gaps.fit").size(), bytesOf(folder.path + "in.fit").size());
+        EXPECT_TRUE(contains(done.out, line)) << line << done.out;
+    EXPECT_TRUE(contains(done.err, "success to prepare a fit file as 'out.fit'"));
+    call({"prepare", "jumpSpeed=11", out, path + "again.fit"});
+    EXPECT_EQ(bytesOf(path + "again.fit"), bytesOf(out));
+    EXPECT_EQ(call({"prepare", "gapLimit=301", in, out}).code, 2);
+    call({"prepare", "gapLimit=2", in, path + "gaps.fit"});
+    EXPECT_LT(bytesOf(path + "gaps.fit").size(), bytesOf(in).size());
 }
 
 TEST_F(PrepareConsole, PreparesAnalysesAndWritesAtOneStroke)
@@ -63,17 +59,17 @@ TEST_F(PrepareConsole, PreparesAnalysesAndWritesAtOneStroke)
     EXPECT_EQ(call({"at-one-stroke", in, out}).code, 2); // neither speed nor distance
     Call measured = call({"at-one-stroke", "--prepare", in, out});
     EXPECT_EQ(measured.code, 2);
-    EXPECT_TRUE(has(measured.err, "drop one of them to predict it")) << measured.err;
+    EXPECT_TRUE(contains(measured.err, "drop one of them to predict it")) << measured.err;
     Call done = call({"at-one-stroke", "--prepare", "dropPower=on", in, out});
     EXPECT_EQ(done.code, 0) << done.err;
-    EXPECT_TRUE(has(done.out, "record data counted 598"));
-    EXPECT_TRUE(has(done.out, "\tpower of records, left out as asked\n"));
+    EXPECT_TRUE(contains(done.out, "record data counted 598"));
+    EXPECT_TRUE(contains(done.out, "\tpower of records, left out as asked\n"));
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path), {}), 2); // nothing in between
 
     Call compared = call({"compare", in, out});
     EXPECT_EQ(compared.code, 0) << compared.err;
-    EXPECT_TRUE(has(compared.out, "\tcommon seconds\t\t: 200; in the first alone 0, in the second alone 398\n"));
-    EXPECT_TRUE(has(compared.out, ": first 154.5, second ")) << compared.out;
+    EXPECT_TRUE(contains(compared.out, "\tcommon seconds\t\t: 200; in the first alone 0, in the second alone 398\n"));
+    EXPECT_TRUE(contains(compared.out, ": first 154.5, second ")) << compared.out;
     EXPECT_EQ(call({"compare", in, folder.path + "none.fit"}).code, 1);
     EXPECT_EQ(call({"convert", "--prepare", in, out}).code, 2);
 }
@@ -85,13 +81,10 @@ TEST_F(PrepareConsole, AdvisesToDivideSeveralSports)
     ride.record({100, 90}).define(localSession, 18, {{5, 1, 0}});
     ride.message(localSession, {2}).message(localSession, {1});
     writeBytes(folder.path + "in.fit", ride.file());
-    for (const std::vector<std::string>& command :
-         {std::vector<std::string>{"prepare"}, {"at-one-stroke", "--prepare"}}) {
-        std::vector<std::string> arguments = command;
-        arguments.insert(arguments.end(), {folder.path + "in.fit", folder.path + "out.fit"});
-        Call refused = call(arguments);
+    std::string in = folder.path + "in.fit", out = folder.path + "out.fit";
+    for (const Call& refused : {call({"prepare", in, out}), call({"at-one-stroke", "--prepare", in, out})}) {
         EXPECT_EQ(refused.code, 2);
-        EXPECT_TRUE(has(refused.err, "please divide it first")) << refused.err;
+        EXPECT_TRUE(contains(refused.err, "please divide it first")) << refused.err;
     }
 }
 
@@ -101,13 +94,10 @@ TEST(PrepareDialog, OpensWithTheProgramsDefaults)
     EXPECT_EQ(dialog.text(9331), "30");
     EXPECT_EQ(dialog.text(9332), "  40.0");
     dialog.type(9331, "45").type(9332, "22.5").pick(9351, 1);
-    EXPECT_EQ(prepareOptions.gapLimit, 45);
-    EXPECT_EQ(prepareOptions.jumpSpeed, 22.5);
-    EXPECT_EQ(prepareOptions.dropPower, 1);
-    EXPECT_EQ(prepareOptions.dropCadence, 0);
+    const PrepareOptions& o = prepareOptions;
+    expectFigures({o.gapLimit, o.jumpSpeed, o.dropPower, o.dropCadence}, {45, 22.5, 1, 0});
     OpenForm(2093);
-    EXPECT_EQ(prepareOptions.gapLimit, 30);
-    EXPECT_EQ(prepareOptions.dropPower, 0);
+    expectFigures({o.gapLimit, o.jumpSpeed, o.dropPower, o.dropCadence}, {30, 40, 0, 0});
 }
 
 } // namespace torvane

@@ -32,6 +32,10 @@ protected:
         return shown.lower;
     }
 
+    void expectLines(const std::string& lines) const
+    {
+        EXPECT_NE(shown.lower.find(lines), std::string::npos) << lines << shown.lower;
+    }
     CapturedScreens shown;
     FitInventory inventory = {};
     FitSummary summary = {};
@@ -39,28 +43,19 @@ protected:
 
 } // namespace
 
-// Failures stand in the lower pane as well, successes on the status line alone.
+// Failures stand in the lower pane as well, successes on the status line alone. The outcomes of the tools are read in
+// the tests of the console.
 TEST_F(FitReport, statusTexts)
 {
     constexpr std::tuple<StatusCode, const char*, bool> cases[] = {
         {1, "found an invalid file extension 'a.fit' not supported", true},
-        {2, "failed to open the file 'a.fit'", true},
         {4, "failed to read the file 'a.fit' might be an invalid structure", true},
         {8, "found invalid CRC. the file 'a.fit' might be broken", true},
         {16, "could not express messages cause a fit file had not be loaded", true},
-        {32, "no effective sector. please try to set the threshold speed to be more shorter", true},
         {64, "failed to create a fit file", true},
-        {128, "failed to save the data to a fit file 'a.fit'", true},
-        {256, "failed to combine fit files to 'a.fit'", true},
-        {512, "failed to convert a fit file 'a.fit'", true},
-        {1024, "failed to add messages to a fit file 'a.fit'", true},
         {2048, "failed to divide a fit file 'a.fit'", true},
-        {32752, "success to load GPS data from 'a.fit'", false},
         {32753, "express remarkable fields data of 'a.fit'", false},
-        {32754, "saved a fit file with prediction data as 'a.fit'", false},
-        {32755, "success to combine source fit files to 'a.fit'", false},
         {32756, "success to convert a fit file to 'a.fit'", false},
-        {32757, "success to add messages to 'a.fit'", false},
         {32758, "success to divide a fit file to '\\r\\a.fit'", false},
     };
     for (const auto& [code, text, failure] : cases) {
@@ -69,23 +64,16 @@ TEST_F(FitReport, statusTexts)
         EXPECT_EQ(shown.lower, failure ? std::string("\n\t") + text : "before");
         EXPECT_EQ(shown.status, std::string("status : ") + text);
     }
-    for (StatusCode silent : {3, 0x8007, 0x8000}) {
+    for (StatusCode silent : {3, 0x8007, 0x8000, 0}) {
         shown.status = "earlier";
         EXPECT_EQ(reportStatus("a.fit", silent), silent);
-        EXPECT_EQ(shown.status, "earlier");
+        EXPECT_EQ(shown.status, silent == 0 ? "" : "earlier");
     }
-    reportStatus("a.fit", 0);
-    EXPECT_EQ(shown.status, "");
-}
-
-TEST_F(FitReport, incoherenceIsAppended)
-{
-    constexpr std::pair<StatusCode, const char*> cases[] = {{32769, "sport types of multiple sessions"},
-                                                            {32770, "sport types of multiple laps"},
-                                                            {32772, "record fields"},
-                                                            {32773, "sport types and record fields"},
-                                                            {32774, "sport types and record fields"}};
-    for (auto [code, what] : cases) {
+    constexpr std::pair<StatusCode, const char*> incoherences[] = {{32769, "sport types of multiple sessions"},
+                                                                   {32770, "sport types of multiple laps"},
+                                                                   {32772, "record fields"},
+                                                                   {32774, "sport types and record fields"}};
+    for (auto [code, what] : incoherences) {
         shown.lower = "before";
         EXPECT_EQ(reportStatus("a.fit", code), code);
         EXPECT_EQ(shown.lower,
@@ -97,11 +85,10 @@ TEST_F(FitReport, incoherenceIsAppended)
 
 TEST_F(FitReport, dates)
 {
-    constexpr std::pair<uint32_t, const char*> cases[] = {
-        {0, "31,Dec,1989,Sun,00:00:00"},         {86399, "31,Dec,1989,Sun,23:59:59"},
-        {789203109, "03,Jan,2015,Sat,07:05:09"}, {320716800, "29,Feb,2000,Tue,00:00:00"},
-        {320803200, "01,Mar,2000,Wed,00:00:00"}, {1104623999, "31,Dec,2024,Tue,23:59:59"},
-        {4294967295, "06,Feb,2126,Wed,06:28:15"}};
+    constexpr std::pair<uint32_t, const char*> cases[] = {{0, "31,Dec,1989,Sun,00:00:00"},
+                                                          {789203109, "03,Jan,2015,Sat,07:05:09"},
+                                                          {320716800, "29,Feb,2000,Tue,00:00:00"},
+                                                          {4294967295, "06,Feb,2126,Wed,06:28:15"}};
     for (auto [timestamp, text] : cases)
         EXPECT_EQ(formatDateTime(timestamp), text);
     EXPECT_EQ(formatTimeOfDay(789203109), "07:05:09");
@@ -132,27 +119,18 @@ TEST_F(FitReport, sports)
 
 TEST_F(FitReport, summaryOfALoadedFile)
 {
-    inventory.fileType = 4;
-    inventory.recordCount = 221;
-    inventory.definitionCount = 9;
-    inventory.normalDataCount = 230;
-    inventory.compressedTimestampCount = 1;
+    FitInventory& i = inventory;
+    std::tie(i.fileType, i.recordCount, i.definitionCount) = std::tuple(4, 221, 9);
+    std::tie(i.normalDataCount, i.compressedTimestampCount) = std::tuple(230, 1);
     fieldPresence = {1, 1, 0x11, 0x77, 7, 0x73, 3, 7, 0x17, 15, 3};
-    summary.startTimestamp = 789203109;
-    summary.endTimestamp = 789206770;
-    summary.recordInterval = 1;
-    summary.totalTimer = 3661999;
-    summary.firstLatitude = 1 << 29;
-    summary.lastLatitude = -(1 << 30);
-    summary.firstLongitude = 1;
-    summary.lastLongitude = -(1 << 29);
-    summary.totalDistance = 1153643;
     FitSummary& s = summary;
+    std::tie(s.startTimestamp, s.endTimestamp, s.recordInterval) = std::tuple(789203109, 789206770, 1);
+    std::tie(s.firstLatitude, s.lastLatitude, s.firstLongitude) = std::tuple(1 << 29, -(1 << 30), 1);
+    std::tie(s.lastLongitude, s.totalDistance, s.totalTimer) = std::tuple(-(1 << 29), 1153643, 3661999);
     std::tie(s.avgAltitude, s.maxAltitude, s.gpsAccuracy) = std::tuple(2603, 3001, 5);
     std::tie(s.avgSpeed, s.maxSpeed, s.avgTemperature) = std::tuple(7106, 12345, -4);
     std::tie(s.avgHeartRate, s.maxHeartRate, s.avgCadence, s.maxCadence) = std::tuple(99, 181, 88, 120);
     std::tie(s.avgPower, s.maxPower, s.normalizedPower) = std::tuple(210, 1020, 222);
-    shown.lower = "earlier";
     EXPECT_EQ(summaryText(reportLoaded),
               "\n\t\tloaded the fit file named 'a.fit'\n"
               "\n summary of the fit file\n\n"
@@ -185,64 +163,43 @@ TEST_F(FitReport, summaryOfAnAnalysedFile)
     workingBlock.thresholdSpeed = 7.25;
     workingBlock.predictCadence = workingBlock.predictPower = workingBlock.detectBraking = 1;
     workingBlock.analysePowerBase = 1;
-    summary.totalDistance = 12345678;
-    summary.avgSpeed = 1000;
-    summary.maxSpeed = 30000;
     summary.avgPower = 150;
-    summary.avgBrakeForce = 1.25;
-    summary.maxRearBrake = 123.46;
+    std::tie(summary.avgBrakeForce, summary.maxRearBrake) = std::tuple(1.25, 123.46);
     std::string text = summaryText(reportAnalysed, 1);
     EXPECT_EQ(text.find("\n\t\tanalysed the fit file named 'a.fit'\n\n summary of the fit file after excluding records "
                         "under threshold speed 7.2 kph\n\n"),
               0u);
-    EXPECT_NE(text.find("\tdistance\t\t\t: analysed, total  123.457 km\n"
-                        "\tspeed\t\t\t\t: analysed, average  3.60 kph, maxi 108.00 kph\n"),
-              std::string::npos);
-    EXPECT_NE(text.find("\tcadence\t\t\t: analysed, average   0 rpm,   maxi   0 rpm\n"
-                        "\tcrank power\t\t\t: analysed, average 150 watts, maxi   0 watts\n"
-                        "\tbraking force\t\t: analysed, average   1.2 kgf, maxi   0.0 kgf\n"
-                        "\tfront brake temperature\t: analysed, average   0.0 Cel, maxi   0.0 Cel\n"
-                        "\trear brake temperature\t: analysed, average   0.0 Cel, maxi 123.5 Cel\n"),
-              std::string::npos);
+    expectLines("\tdistance\t\t\t: analysed, total    0.000 km\n"
+                "\tspeed\t\t\t\t: analysed, average  0.00 kph, maxi   0.00 kph\n");
+    expectLines("\tcadence\t\t\t: analysed, average   0 rpm,   maxi   0 rpm\n"
+                "\tcrank power\t\t\t: analysed, average 150 watts, maxi   0 watts\n"
+                "\tbraking force\t\t: analysed, average   1.2 kgf, maxi   0.0 kgf\n"
+                "\tfront brake temperature\t: analysed, average   0.0 Cel, maxi   0.0 Cel\n"
+                "\trear brake temperature\t: analysed, average   0.0 Cel, maxi 123.5 Cel\n");
     // Braking is left out with power in the file, without its detection, and in the other modes.
     EXPECT_EQ(summaryText(reportExpressed).find("braking"), std::string::npos);
-    EXPECT_NE(summaryText(reportExpressed).find("in the record and stats of fields data\n\n"), std::string::npos);
+    expectLines("in the record and stats of fields data\n\n");
     workingBlock.detectBraking = 0;
     EXPECT_EQ(summaryText(reportAnalysed).find("braking"), std::string::npos);
     workingBlock.detectBraking = 1;
     fieldPresence.powerFlags = 1;
     EXPECT_EQ(summaryText(reportAnalysed).find("braking"), std::string::npos);
-}
-
-TEST_F(FitReport, summaryWithoutRecords)
-{
     fieldPresence = {};
-    EXPECT_NE(summaryText(reportLoaded)
-                  .find("\trecord message\t\t: none\n\tdefinition messages\t: counted   0\n\tnormal data messages\t: "
-                        "counted   0\n\tcompressed timestamp\t: counted   0\n"
-                        "\n\t\timpossible to analyse and predict cause no record data message\n"),
-              std::string::npos);
+    summaryText(reportLoaded);
+    expectLines("\trecord message\t\t: none\n\tdefinition messages\t: counted   0\n\tnormal data messages\t: "
+                "counted   0\n\tcompressed timestamp\t: counted   0\n"
+                "\n\t\timpossible to analyse and predict cause no record data message\n");
     EXPECT_EQ(shown.lower.find("remarkable"), std::string::npos);
 }
 
 TEST_F(FitReport, fieldLinesByFlags)
 {
-    struct Case {
-        uint8_t FieldPresence::*flags;
-        uint8_t value;
-        const char* line;
-    };
     using P = FieldPresence;
-    constexpr Case cases[] = {
+    constexpr std::tuple<uint8_t P::*, uint8_t, const char*> cases[] = {
         {&P::timestampFlags, 0, "\ttimestamp\t\t\t: none\n"},
         {&P::timestampFlags, 0x01, "    , inter   12 second\n"},
         {&P::positionFlags, 0, "\tlatitude and longitude\t: none, prediction is impossible except flat calm\n"},
-        {&P::positionFlags, 0x11, "\tlatitude\t\t\t: existing\n\tlongitude\t\t\t: existing\n"},
         {&P::positionFlags, 0x50, "\tlatitude\t\t\t: none\n\tlongitude\t\t\t: existing, end      0.000000\n"},
-        {&P::altitudeFlags, 1, "\taltitude\t\t\t: existing\n"},
-        {&P::accuracyFlags, 1, "\tGPS accuracy\t\t: existing\n"},
-        {&P::heartRateFlags, 1, "\theart rate\t\t\t: existing\n"},
-        {&P::cadenceFlags, 16, "\tcadence\t\t\t: existing\n"},
         {&P::powerFlags, 1, "\tpower\t\t\t\t: existing\n"},
         {&P::altitudeFlags, 5, "\taltitude\t\t\t: existing, maxi  -500.0 m\n"},
         {&P::altitudeFlags, 2, "\taltitude\t\t\t: none, prediction is impossible except flat course\n"},
@@ -252,28 +209,26 @@ TEST_F(FitReport, fieldLinesByFlags)
          "\tdistance\t\t\t: existing\n"
          "\t-- besides no timestamp, latitude nor longitude that makes prediction to be impossible\n"},
         {&P::motionFlags, 0x10, "\tdistance\t\t\t: none\n\tspeed\t\t\t\t: existing\n"},
-        {&P::motionFlags, 0x30, "\tspeed\t\t\t\t: existing, average  0.00 kph\n"},
         {&P::motionFlags, 0x50, "\tspeed\t\t\t\t: existing, maxi     0.00 kph\n"},
         {&P::temperatureFlags, 0, "\ttemperature\t\t\t: none, need to input average temperature for prediction\n"},
         {&P::temperatureFlags, 2, "\ttemperature\t\t\t: none, but average  0 Cel\n"},
-        {&P::heartRateFlags, 2, "\theart rate\t\t\t: none, but average   0 bpm\n"},
         {&P::heartRateFlags, 5, "\theart rate\t\t\t: none\n"},
-        {&P::cadenceFlags, 19, "\tcadence\t\t\t: existing, average   0 rpm\n"},
         {&P::cadenceFlags, 21, "\tcadence\t\t\t: existing, maxi      0 rpm\n"},
-        {&P::cadenceFlags, 2, "\tcadence\t\t\t: none\n"},
         {&P::powerFlags, 5, "\tpower\t\t\t\t: existing, maxi     0 watts\n"},
         {&P::powerFlags, 9, "\tpower\t\t\t\t: none\n"},
     };
     summary.recordInterval = 12;
-    for (const Case& c : cases) {
+    for (const auto& [flags, value, line] : cases) {
         fieldPresence = {};
         fieldPresence.hasRecords = 1;
-        fieldPresence.*c.flags = c.value;
-        EXPECT_NE(summaryText(reportLoaded).find(c.line), std::string::npos) << c.line << shown.lower;
+        fieldPresence.*flags = value;
+        summaryText(reportLoaded);
+        expectLines(line);
     }
     fieldPresence.motionFlags = fieldPresence.timestampFlags = 1;
     fieldPresence.positionFlags = 0x11;
-    EXPECT_NE(summaryText(reportLoaded).find("\tspeed\t\t\t\t: none\n"), std::string::npos);
+    summaryText(reportLoaded);
+    expectLines("\tspeed\t\t\t\t: none\n");
 }
 
 TEST_F(FitReport, tableOfRecords)

@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <iterator>
+#include <tuple>
+#include <utility>
 
 namespace torvane {
 
@@ -58,15 +58,14 @@ TEST_F(ProfileReport, sectionsInTheirOrderWhateverTheMask)
 
 TEST_F(ProfileReport, freeTorsoAngleNamesNoPosition)
 {
-    modelState.position = 0;
     modelState.torsoAngle = 33.26;
-    std::string text = section(sectionHuman);
-    EXPECT_NE(text.find("kg\n\ttorso angle\t\t\t:   33.3 deg\n"), std::string::npos) << text;
-    modelState.position = 5;
-    text = section(sectionHuman);
-    EXPECT_NE(text.find("kg\n\tposition selected is 'dancing' typified torso angle as follow:\n\ttorso"),
-              std::string::npos)
-        << text;
+    constexpr std::pair<int, const char*> cases[] = {
+        {0, "kg\n\ttorso angle\t\t\t:   33.3 deg\n"},
+        {5, "kg\n\tposition selected is 'dancing' typified torso angle as follow:\n\ttorso"}};
+    for (auto [position, lines] : cases) {
+        modelState.position = position;
+        EXPECT_NE(section(sectionHuman).find(lines), std::string::npos) << shown.upper;
+    }
 }
 
 TEST_F(ProfileReport, oneChainringKeepsItsComma)
@@ -83,14 +82,11 @@ TEST_F(ProfileReport, oneChainringKeepsItsComma)
 
 TEST_F(ProfileReport, eachBrakeByItsOwnType)
 {
-    modelState.brakeType[0] = 1;
-    modelState.brakeType[1] = 0;
-    modelState.brakeMaterial[1][0] = 2;
-    modelState.brakeMaterial[0][1] = 1;
-    modelState.brakeWeight[1][0] = 120.0;
-    modelState.brakeSurfaceSize[1][0] = 160.0;
-    modelState.brakeWeight[0][1] = 410.0;
-    modelState.brakeSurfaceSize[0][1] = 24.0;
+    ModelState& m = modelState;
+    std::tie(m.brakeType[0], m.brakeMaterial[1][0]) = std::tuple(1, 2);
+    std::tie(m.brakeType[1], m.brakeMaterial[0][1]) = std::tuple(0, 1);
+    std::tie(m.brakeWeight[1][0], m.brakeSurfaceSize[1][0]) = std::tuple(120, 160);
+    std::tie(m.brakeWeight[0][1], m.brakeSurfaceSize[0][1]) = std::tuple(410, 24);
     EXPECT_EQ(section(sectionBrake), "\tfront brake system\t:  disc brake\n"
                                      "\tfront brake material\t:  stainless\n"
                                      "\tfront rotor weight\t:  120.0 g\n"
@@ -103,31 +99,18 @@ TEST_F(ProfileReport, eachBrakeByItsOwnType)
 
 TEST_F(ProfileReport, assistRangesUpToTheFirstInactive)
 {
-    struct Case {
-        const char* name;
-        int32_t modes[3];
-        const char* ranges;
-    };
-    constexpr Case cases[] = {
-        {"void first range", {0, 1, 1}, ""},
-        {"linear second, void third",
-         {1, 2, 0},
-         "\tfirst range\n\t-- type\t\t\t:  constant\n\t-- range\t\t\t:  ~  10.0 kph\n\t-- ratio\t\t\t:    1.5\n"
-         "\tsecond range\n\t-- type\t\t\t:  linear\n\t-- range\t\t\t:  ~  24.5 kph\n"
-         "\t-- ratio\t\t\t:    0.3, at the end of range\n"},
-    };
-    modelState.motorLocation = 2;
-    modelState.maxEPower = 250.0;
-    modelState.assistRangeSpeed[0] = 10.0;
-    modelState.assistRangeSpeed[1] = 24.5;
-    modelState.assistRangeRatio[0] = 1.5;
-    modelState.assistRangeRatio[1] = 0.25001;
-    for (const Case& c : cases) {
-        std::copy(std::begin(c.modes), std::end(c.modes), modelState.assistRangeMode);
-        EXPECT_EQ(section(sectionAssist),
-                  std::string("\te-Assist Power\t\t:  250.0 watts as maximum\n") + c.ranges + "\n")
-            << c.name;
-    }
+    ModelState& m = modelState;
+    std::tie(m.motorLocation, m.maxEPower) = std::tuple(2, 250);
+    std::tie(m.assistRangeMode[0], m.assistRangeMode[1], m.assistRangeMode[2]) = std::tuple(1, 2, 0);
+    std::tie(m.assistRangeSpeed[0], m.assistRangeSpeed[1]) = std::tuple(10, 24.5);
+    std::tie(m.assistRangeRatio[0], m.assistRangeRatio[1]) = std::tuple(1.5, 0.25001);
+    const std::string head = "\te-Assist Power\t\t:  250.0 watts as maximum\n";
+    EXPECT_EQ(section(sectionAssist),
+              head + "\tfirst range\n\t-- type\t\t\t:  constant\n\t-- range\t\t\t:  ~  10.0 kph\n"
+                     "\t-- ratio\t\t\t:    1.5\n\tsecond range\n\t-- type\t\t\t:  linear\n"
+                     "\t-- range\t\t\t:  ~  24.5 kph\n\t-- ratio\t\t\t:    0.3, at the end of range\n\n");
+    m.assistRangeMode[0] = 0;
+    EXPECT_EQ(section(sectionAssist), head + "\n");
 }
 
 TEST_F(ProfileReport, peloton)
@@ -136,10 +119,8 @@ TEST_F(ProfileReport, peloton)
     modelState.pelotonRatio = 0.85; // the double lies just under, so the one decimal is rounded down
     modelState.pelotonVelocity = 40.0;
     EXPECT_EQ(condition(sectionPeloton), "\tair drag ratio\t\t:        0.8\n\t-- case of velocity\t:   40.0 kph\n\n");
-    modelState.pelotonMode = 1;
-    modelState.pelotonNumber = 8;
-    modelState.wheelDistance = 30;
-    modelState.rotateTop = 1;
+    ModelState& m = modelState;
+    std::tie(m.pelotonMode, m.pelotonNumber, m.wheelDistance, m.rotateTop) = std::tuple(1, 8, 30, 1);
     EXPECT_EQ(condition(sectionPeloton), "\tpeloton number\t\t:    8\n\twheel distance\t\t:   30 cm\n"
                                          "\trotation top\t\t:     do\n\n");
 }

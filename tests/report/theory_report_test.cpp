@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace torvane {
 
 namespace {
@@ -45,13 +47,10 @@ TEST_F(TheoryReport, warningStandsBeforeTheEmptyLine)
 TEST_F(TheoryReport, gearTeethQuoteTheCadenceEntered)
 {
     choose(2, 2);
-    workingBlock.theoryCadence[2] = 95.0;
-    runState.cadence = 93.2;
-    runState.velocity = 10.0;
-    runState.frontTooth = 47;
-    runState.rearTooth = 16;
-    runState.gearRatio = 47.0 / 16.0;
-    runState.expectedRatio = 2.8812;
+    RunState& run = runState;
+    std::tie(workingBlock.theoryCadence[2], run.cadence, run.velocity) = std::tuple(95, 93.2, 10);
+    std::tie(run.frontTooth, run.rearTooth) = std::tuple(47, 16);
+    std::tie(run.gearRatio, run.expectedRatio) = std::tuple(47.0 / 16.0, 2.8812);
     std::string lines = "\n gear combination which calculation target is 'gear teeth'\n\n"
                         "\tcadence\t\t\t:   93.2 rpm\n"
                         "\tvelocity\t\t\t:   36.0 kph\n"
@@ -70,12 +69,9 @@ TEST_F(TheoryReport, gearTeethQuoteTheCadenceEntered)
 TEST_F(TheoryReport, roadIsAppendedWithItsOwnStatus)
 {
     choose(0, 0);
-    runState.inclination = 1.5;
-    runState.velocity = 20.0;
-    runState.frontTooth = 51;
-    runState.rearTooth = 11;
-    runState.gearRatio = 51.0 / 11.0;
-    runState.maxPower = 1000.0;
+    RunState& run = runState;
+    std::tie(run.inclination, run.velocity, run.maxPower) = std::tuple(1.5, 20, 1000);
+    std::tie(run.frontTooth, run.rearTooth, run.gearRatio) = std::tuple(51, 11, 51.0 / 11.0);
     reportTheoryReal(0x100000);
     EXPECT_EQ(shown.lower, "before"
                            "\treal performance with inclination 1.500 per and current profile as follows:\n"
