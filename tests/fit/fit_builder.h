@@ -40,6 +40,10 @@ struct TestFolder {
     {
         std::filesystem::remove_all(path);
     }
+    size_t count() const
+    {
+        return static_cast<size_t>(std::distance(std::filesystem::directory_iterator(path), {}));
+    }
 };
 
 } // namespace torvane

@@ -4,10 +4,8 @@
 #include "fit/fit_passes.h"
 #include "fit/fit_survey.h"
 
-#include <cstddef>
-#include <cstring>
 #include <tuple>
-#include <utility>
+#include <variant>
 
 namespace torvane {
 
@@ -35,15 +33,6 @@ Gathered gather(const FitBuilder& builder)
     return all;
 }
 
-FitBuilder records(const std::vector<int64_t>& timestamps)
-{
-    FitBuilder builder;
-    builder.define(0, messageRecord, {{253, 4}});
-    for (int64_t timestamp : timestamps)
-        builder.message(0, {timestamp});
-    return builder;
-}
-
 } // namespace
 
 TEST(FitPasses, counts)
@@ -61,21 +50,18 @@ TEST(FitPasses, counts)
     Gathered all = gather(builder);
     ASSERT_EQ(all.code, fitOk);
     const FitInventory& found = fitInventory;
-    EXPECT_EQ(found.fileType, 4); // the first field 0
-    EXPECT_EQ((std::vector<uint32_t>{found.definitionCount, found.normalDataCount, found.compressedTimestampCount,
-                                     found.recordDefinitionCount, found.recordCount, found.activityCount}),
-              (std::vector<uint32_t>{7, 8, 1, 2, 3, 1}));
+    // The file type is in the first field 0.
+    expectFigures({found.fileType, found.definitionCount, found.normalDataCount, found.compressedTimestampCount,
+                   found.recordDefinitionCount, found.recordCount, found.activityCount},
+                  {4, 7, 8, 1, 2, 3, 1});
     EXPECT_EQ(found.sessionSport, (std::vector<uint8_t>{17}));
     EXPECT_EQ(found.lapSport, (std::vector<uint8_t>{1, 2}));
     ASSERT_EQ(all.recordDefinitions.size(), 2u);
     EXPECT_EQ(all.recordDefinitions[0].size(), 3u);
-    const FitSummary& s = fitSummary;
-    EXPECT_EQ(std::make_pair(s.sessionTotal, s.lapTotal), std::make_pair(uint16_t{1}, uint16_t{2}));
-    EXPECT_EQ(std::make_pair(s.startTimestamp, s.endTimestamp), std::make_pair(1000, 1003));
-    EXPECT_EQ(s.recordInterval, 1u);
-    EXPECT_EQ((std::vector{s.firstLatitude, s.lastLatitude, s.firstLongitude, s.lastLongitude}),
-              (std::vector{-11, -12, 21, 22})); // the last record has none
-    EXPECT_EQ(s.totalTimer, 77000u);
+    const FitSummary& s = fitSummary; // the last record has no position
+    expectFigures({s.sessionTotal, s.lapTotal, s.startTimestamp, s.endTimestamp, s.recordInterval, s.firstLatitude,
+                   s.lastLatitude, s.firstLongitude, s.lastLongitude, s.totalTimer},
+                  {1, 2, 1000, 1003, 1, -11, -12, 21, 22, 77000});
 }
 
 // Of a field that a definition has twice the last one counts, but for the file type.
@@ -101,86 +87,69 @@ TEST(FitPasses, repeatedFields)
 
 TEST(FitPasses, recordInterval)
 {
-    const std::tuple<const char*, std::vector<int64_t>, uint32_t, int32_t> cases[] = {
-        {"no record", {}, 3600, 0},
-        {"one record", {50}, 3600, 0},
-        {"smallest step", {100, 105, 108, 120}, 3, 120},
-        {"a longer step behind it", {100, 103, 107}, 3, 107},
-        {"longer than an hour", {100, 9000}, 3600, 9000},
-        {"backwards changes nothing", {100, 110, 50, 58}, 8, 58},
-        {"equal timestamps", {100, 110, 110, 111}, 0, 111},
-        {"a second ends the search", {100, 101, 101}, 1, 101},
-        {"across the wrap of 32 bits", {0xFFFFFFFE, 3}, 5, 3},
+    // The smallest step counts, 3600 where there is none; a step backwards changes nothing, a second ends the search.
+    const std::tuple<std::vector<int64_t>, uint32_t, int32_t> cases[] = {
+        {{}, 3600, 0},
+        {{50}, 3600, 0},
+        {{100, 105, 108, 120}, 3, 120},
+        {{100, 9000}, 3600, 9000},
+        {{100, 110, 50, 58}, 8, 58},
+        {{100, 110, 110, 111}, 0, 111},
+        {{100, 101, 101}, 1, 101},
+        {{0xFFFFFFFE, 3}, 5, 3},
     };
-    for (const auto& [name, timestamps, interval, end] : cases) {
-        ASSERT_EQ(gather(records(timestamps)).code, fitOk) << name;
-        EXPECT_EQ(fitSummary.recordInterval, interval) << name;
-        EXPECT_EQ(fitSummary.endTimestamp, end) << name;
+    for (const auto& [timestamps, interval, end] : cases) {
+        FitBuilder builder = FitBuilder().define(0, messageRecord, {{253, 4}});
+        for (int64_t timestamp : timestamps)
+            builder.message(0, {timestamp});
+        ASSERT_EQ(gather(builder).code, fitOk);
+        EXPECT_EQ(fitSummary.recordInterval, interval) << testing::PrintToString(timestamps);
+        EXPECT_EQ(fitSummary.endTimestamp, end) << testing::PrintToString(timestamps);
     }
 }
 
 TEST(FitPasses, fieldsOfSessionsAndLaps)
 {
+    using E = SessionLapEntry;
     struct Row {
-        size_t offset;    // in the entry
+        std::variant<uint8_t E::*, int8_t E::*, uint16_t E::*, uint32_t E::*, int32_t E::*> member;
         int session, lap; // field numbers, -1 none
-        size_t size;
     };
-#define AT(member) offsetof(SessionLapEntry, member)
     constexpr Row rows[] = {
-        {AT(sport), 5, 25, 1},
-        {AT(timestamp), 253, 253, 4},
-        {AT(startTime), 2, 2, 4},
-        {AT(totalElapsed), 7, 7, 4},
-        {AT(totalTimer), 8, 8, 4},
-        {AT(totalMovingTime), 59, 52, 4},
-        {AT(startLatitude), 3, 3, 4},
-        {AT(startLongitude), 4, 4, 4},
-        {AT(endLatitude), -1, 5, 4},
-        {AT(endLongitude), -1, 6, 4},
-        {AT(avgAltitude), 49, 42, 2},
-        {AT(maxAltitude), 50, 43, 2},
-        {AT(minAltitude), 71, 62, 2},
-        {AT(totalCycles), 10, 10, 4},
-        {AT(totalCalories), 11, -1, 2},
-        {AT(totalFatCalories), 13, 12, 2},
-        {AT(totalDistance), 9, 9, 4},
-        {AT(avgSpeed), 14, 13, 2},
-        {AT(maxSpeed), 15, 14, 2},
-        {AT(avgHeartRate), 16, 15, 1},
-        {AT(maxHeartRate), 17, 16, 1},
-        {AT(minHeartRate), 64, 63, 1},
-        {AT(avgCadence), 18, 17, 1},
-        {AT(maxCadence), 19, 18, 1},
-        {AT(avgPower), 20, 19, 2},
-        {AT(maxPower), 21, 20, 2},
-        {AT(normalizedPower), 34, 33, 2},
-        {AT(avgTemperature), 57, 50, 1},
-        {AT(maxTemperature), 58, 51, 1},
-        {AT(gpsAccuracy), 51, 44, 1},
+        {&E::sport, 5, 25},       {&E::timestamp, 253, 253}, {&E::startLongitude, 4, 4}, {&E::totalMovingTime, 59, 52},
+        {&E::startTime, 2, 2},    {&E::startLatitude, 3, 3}, {&E::minAltitude, 71, 62},  {&E::totalCalories, 11, -1},
+        {&E::totalElapsed, 7, 7}, {&E::endLatitude, -1, 5},  {&E::totalCycles, 10, 10},  {&E::totalFatCalories, 13, 12},
+        {&E::totalTimer, 8, 8},   {&E::endLongitude, -1, 6}, {&E::totalDistance, 9, 9},  {&E::minHeartRate, 64, 63},
+        {&E::avgSpeed, 14, 13},   {&E::avgAltitude, 49, 42}, {&E::avgHeartRate, 16, 15}, {&E::normalizedPower, 34, 33},
+        {&E::maxSpeed, 15, 14},   {&E::maxAltitude, 50, 43}, {&E::maxHeartRate, 17, 16}, {&E::avgTemperature, 57, 50},
+        {&E::avgPower, 20, 19},   {&E::avgCadence, 18, 17},  {&E::gpsAccuracy, 51, 44},  {&E::maxTemperature, 58, 51},
+        {&E::maxPower, 21, 20},   {&E::maxCadence, 19, 18},
     };
-#undef AT
     for (bool bigEndian : {false, true}) {
         for (bool lap : {false, true}) {
             std::vector<FitBuilder::Field> fields = {{200, 3}}; // unknown, in front
             std::vector<int64_t> values = {0};
             for (const Row& row : rows) {
-                if ((lap ? row.lap : row.session) < 0)
+                int number = lap ? row.lap : row.session;
+                int size = std::visit([](auto member) { return static_cast<int>(sizeof(E().*member)); }, row.member);
+                if (number < 0)
                     continue;
-                fields.push_back({lap ? row.lap : row.session, static_cast<int>(row.size)});
-                values.push_back(row.size == 1 ? -row.session - 2 : row.size == 2 ? 40000 + row.lap : -70000 - row.lap);
+                fields.push_back({number, size});
+                values.push_back(-70000 - 3 * number);
             }
             FitBuilder builder;
             builder.define(5, lap ? messageLap : messageSession, fields, bigEndian).message(5, values);
             Gathered all = gather(builder);
             ASSERT_EQ(all.code, fitOk);
-            const SessionLapEntry& entry = lap ? all.laps[0] : all.sessions[0];
-            size_t next = 1;
+            const E& entry = lap ? all.laps[0] : all.sessions[0];
             for (const Row& row : rows) {
-                bool there = (lap ? row.lap : row.session) >= 0;
-                uint32_t value = 0, expected = there ? static_cast<uint32_t>(values[next++]) : 0;
-                std::memcpy(&value, reinterpret_cast<const char*>(&entry) + row.offset, row.size);
-                EXPECT_EQ(value, expected & (0xFFFFFFFF >> (32 - 8 * row.size))) << row.offset << lap << bigEndian;
+                int number = lap ? row.lap : row.session;
+                std::visit(
+                    [&](auto member) {
+                        auto found = entry.*member;
+                        EXPECT_EQ(found, static_cast<decltype(found)>(number < 0 ? 0 : -70000 - 3 * number)) << number;
+                    },
+                    row.member);
             }
         }
     }
@@ -221,14 +190,12 @@ FitBuilder twoSummaries(uint16_t message, const std::vector<FitBuilder::Field>& 
                         const std::vector<int64_t>& first, const std::vector<int64_t>& second)
 {
     FitBuilder builder;
-    builder.define(0, messageRecord, {{3, 1}}).define(1, message, fields);
-    return builder.message(0, {0})
+    builder.define(0, messageRecord, {{3, 1}})
+        .define(1, message, fields)
         .message(0, {0})
         .message(0, {0})
-        .message(1, first)
-        .message(0, {0})
-        .message(1, second)
         .message(0, {0});
+    return builder.message(1, first).message(0, {0}).message(1, second).message(0, {0});
 }
 
 } // namespace
@@ -242,21 +209,14 @@ TEST(FitPasses, sumsExtremesAndMeans)
         twoSummaries(messageSession, fields,
                      {1000, 2000, 3000000, 40000, 5, 6000, 9000, 150, 160, 80, 200, 700, 2600, 2500, 20, -4, 3, 1, 2},
                      {1, 2000, 3, 40000, 6, 7000, 8000, 100, 170, 60, 100, 300, 3000, 2400, 21, -3, 5, 1, 2}));
+    // Without an activity message the timers add up. Calories and the speed, 30000.03 m in 4 s, keep their low 16 bits;
+    // means are over the five records: of heart rates (3 x 150 + 100) / 5.
     const FitSummary& s = fitSummary;
-    EXPECT_EQ(s.totalElapsed, 1001u);
-    EXPECT_EQ(s.totalTimer, 4000u); // no activity message
-    EXPECT_EQ(s.totalDistance, 3000003u);
-    EXPECT_EQ(s.totalCalories, 80000 - 65536);
-    EXPECT_EQ(s.totalFatCalories, 11);
-    EXPECT_EQ(s.avgSpeed, static_cast<uint16_t>(7500007)); // 30000.03 m in 4 s, in mm/s, low 16 bits
-    EXPECT_EQ(s.maxSpeed, 9000);
-    EXPECT_EQ(s.avgHeartRate, 110); // (3 x 150 + 100) / 5
-    expectFigures({s.maxHeartRate, s.minHeartRate, s.avgPower, s.maxPower, s.avgAltitude, s.minAltitude},
-                  {170, 60, 140, 700, 2160, 2400});
-    EXPECT_EQ(s.avgTemperature, 16); // 81 / 5
-    EXPECT_EQ(s.maxTemperature, -3);
-    EXPECT_EQ(s.gpsAccuracy, 2); // 14 / 5
-    EXPECT_EQ(s.normalizedPower, 0);
+    expectFigures({s.totalElapsed, s.totalTimer, s.totalDistance, s.totalCalories, s.totalFatCalories, s.avgSpeed,
+                   s.maxSpeed, s.avgHeartRate, s.maxHeartRate, s.minHeartRate, s.avgPower, s.maxPower, s.avgAltitude,
+                   s.minAltitude, s.avgTemperature, s.maxTemperature, s.gpsAccuracy, s.normalizedPower},
+                  {1001, 4000, 3000003, 80000 - 65536, 11, 7500007 & 0xFFFF, 9000, 110, 170, 60, 140, 700, 2160, 2400,
+                   16, -3, 2, 0});
 }
 
 TEST(FitPasses, meansOfTheEntries)
@@ -273,20 +233,12 @@ TEST(FitPasses, sessionsComeBeforeLapsAndActivityKeepsTheTimer)
 {
     FitBuilder builder = twoSummaries(messageLap, {{8, 4}, {9, 4}}, {10, 20}, {30, 40});
     gather(builder);
-    EXPECT_EQ(fitSummary.totalTimer, 40u);
-    EXPECT_EQ(fitSummary.totalDistance, 60u);
+    expectFigures({fitSummary.totalTimer, fitSummary.totalDistance}, {40, 60});
     builder.define(2, messageSession, {{8, 4}, {9, 4}}).message(2, {500, 700});
-    builder.define(3, messageActivity, {{0, 4}}).message(3, {999});
-    gather(builder);
-    EXPECT_EQ(fitSummary.totalTimer, 999u);
-    EXPECT_EQ(fitSummary.totalDistance, 700u);
-}
-
-TEST(FitPasses, withoutRecordsMeansStayZero)
-{
-    Gathered all = gather(FitBuilder().define(0, messageSession, {{16, 1}, {14, 2}, {7, 4}}).message(0, {99, 5000, 7}));
-    EXPECT_EQ(all.code, fitOk);
-    expectFigures({fitSummary.avgHeartRate, fitSummary.avgSpeed, fitSummary.totalElapsed}, {0, 0, 7});
+    gather(builder.define(3, messageActivity, {{0, 4}}).message(3, {999}));
+    expectFigures({fitSummary.totalTimer, fitSummary.totalDistance}, {999, 700});
+    gather(FitBuilder().define(0, messageSession, {{16, 1}, {14, 2}, {7, 4}}).message(0, {99, 5000, 7}));
+    expectFigures({fitSummary.avgHeartRate, fitSummary.avgSpeed, fitSummary.totalElapsed}, {0, 0, 7}); // no records
 }
 
 } // namespace torvane
