@@ -109,21 +109,17 @@ TEST(AnalysedWriter, lapsAndSessionsAreSummedUpAnew)
 
 TEST(AnalysedWriter, aSessionGoesOnAcrossItsLaps)
 {
-    FitBuilder source, expected;
-    for (FitBuilder* b : {&source, &expected})
-        b->define(0, messageRecord, {{253, 4}})
-            .define(1, messageLap, {{8, 4}, {25, 1}})
-            .define(2, messageSession, {{8, 4}, {59, 4}, {5, 1}, {7, 4}, {2, 4}});
-    source.message(0, {10}).message(0, {13}).message(1, {0, 3}).message(0, {15}).message(0, {16}).message(1, {0, 4});
-    source.message(2, {0, 0, 5, 0, 0}).message(2, {9, 9, 6, 9, 9});
     // The step from lap to lap belongs to the session alone. The sport reaches sessions only.
-    expected.message(0, {10})
-        .message(0, {13})
-        .message(1, {3000, 3})
-        .message(0, {15})
-        .message(0, {16})
-        .message(1, {1000, 4});
-    expected.message(2, {6000, 6000, 254, 6000, 10}).message(2, {0, 0, 254, 0, 0});
+    FitBuilder source, expected;
+    auto build = [](FitBuilder& b, const std::vector<int64_t>& times, const std::vector<int64_t>& first,
+                    const std::vector<int64_t>& second) {
+        b.define(0, messageRecord, {{253, 4}}).define(1, messageLap, {{8, 4}, {25, 1}});
+        b.define(2, messageSession, {{8, 4}, {59, 4}, {5, 1}, {7, 4}, {2, 4}}).message(0, {10}).message(0, {13});
+        b.message(1, {times[0], 3}).message(0, {15}).message(0, {16}).message(1, {times[1], 4});
+        b.message(2, first).message(2, second);
+    };
+    build(source, {0, 0}, {0, 0, 5, 0, 0}, {9, 9, 6, 9, 9});
+    build(expected, {3000, 1000}, {6000, 6000, 254, 6000, 10}, {0, 0, 254, 0, 0});
     GpsRecords rows(4, row(1));
     EXPECT_EQ(rewrite(source, rows, 0, {.convertEnabled = 0, .fitFormat = 0, .sportEnabled = 1, .sportIndex = 8}),
               expected.data);

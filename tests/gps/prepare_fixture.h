@@ -1,7 +1,8 @@
-// Activities made message by message, prepared, and read again without the program's own reading code.
+// Activities made message by message, prepared, and read again.
 #pragma once
 
 #include "fit/fit_builder.h"
+#include "fit/fit_walk.h"
 
 #include "gps/prepare.h"
 
@@ -45,56 +46,21 @@ struct ReadMessage {
     std::map<int, uint32_t> fields;
 };
 
-inline uint32_t readNumber(const Bytes& data, size_t at, int size, bool big)
+// Every data message of an image.
+inline std::vector<ReadMessage> readMessages(const FitImage& image)
 {
-    uint32_t value = 0;
-    for (int i = 0; i < size && i < 4; ++i)
-        value |= static_cast<uint32_t>(data[at + static_cast<size_t>(big ? size - 1 - i : i)]) << 8 * i;
-    return value;
-}
-
-// Every data message of a block.
-inline std::vector<ReadMessage> readBlock(const Bytes& data)
-{
-    struct Layout {
-        int global = 0;
-        bool big = false;
-        std::vector<std::pair<int, int>> fields; // number and size
-        size_t developerSize = 0;
-    };
-    Layout layouts[16];
     std::vector<ReadMessage> messages;
-    size_t at = 0;
-    while (at < data.size()) {
-        uint8_t header = data[at++];
-        Layout& layout = layouts[header & 15];
-        if ((header & 0x40) == 0) {
-            ReadMessage& message = messages.emplace_back();
-            message.global = layout.global;
-            for (auto [number, size] : layout.fields) {
-                message.fields[number] = readNumber(data, at, size, layout.big);
-                at += static_cast<size_t>(size);
-            }
-            at += layout.developerSize;
-            continue;
-        }
-        layout = {static_cast<int>(readNumber(data, at + 2, 2, data[at + 1] != 0)), data[at + 1] != 0, {}, 0};
-        size_t count = data[at + 4];
-        for (at += 5; count-- > 0; at += 3)
-            layout.fields.emplace_back(data[at], data[at + 1]);
-        if ((header & 0x20) != 0)
-            for (count = data[at++]; count-- > 0; at += 3)
-                layout.developerSize += data[at + 1];
-    }
+    walkMessages(image, [&](const FitMessage& message) {
+        if (message.isDefinition)
+            return;
+        ReadMessage& read = messages.emplace_back();
+        read.global = message.globalMessage();
+        forEachField(message, [&](const FieldDefinition& field, size_t offset) {
+            read.fields[field.number] =
+                readNumber(message.payload, offset, field.size, message.definition->bigEndian());
+        });
+    });
     return messages;
-}
-
-inline FitImage imageOfFile(const Bytes& data)
-{
-    FitImage image;
-    image.data = data;
-    image.headerBytes = {14, 0x10, 0, 0, 0, 0, 0, 0, '.', 'F', 'I', 'T'};
-    return image;
 }
 
 struct Prepared {
@@ -105,9 +71,12 @@ struct Prepared {
 
     explicit Prepared(const Bytes& data, const PrepareOptions& options = {})
     {
-        code = prepareActivity(imageOfFile(data), options, image, findings);
+        FitImage source;
+        source.data = data;
+        source.headerBytes = {14, 0x10, 0, 0, 0, 0, 0, 0, '.', 'F', 'I', 'T'};
+        code = prepareActivity(source, options, image, findings);
         if (code == 0)
-            messages = readBlock(image.data);
+            messages = readMessages(image);
     }
     // Values of one field of the records, -1 where it is not defined.
     std::vector<int64_t> records(int field) const
@@ -123,13 +92,5 @@ struct Prepared {
         return found;
     }
 };
-
-inline std::vector<int64_t> seconds(int64_t first, int64_t last)
-{
-    std::vector<int64_t> list;
-    for (int64_t second = first; second <= last; ++second)
-        list.push_back(second);
-    return list;
-}
 
 } // namespace torvane

