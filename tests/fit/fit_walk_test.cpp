@@ -1,8 +1,11 @@
 // What a header byte means, how slots are kept, and where a walk ends.
 #include "captured_screens.h"
+#include "figures.h"
 #include "fit/fit_builder.h"
 #include "fit/fit_output.h"
 #include "fit/fit_walk.h"
+
+#include <set>
 
 namespace torvane {
 
@@ -20,49 +23,30 @@ FitImage imageOf(const Bytes& data)
 FitBuilder mixedBlock()
 {
     FitBuilder builder;
-    builder.define(0, messageRecord, {{253, 4}, {3, 1}, {0, 4}})
-        .message(0, {100, 7, -5})
-        .define(15, messageSession, {{5, 1}, {253, 4}}, true, {{0, 3}, {1, 2}})
-        .message(15, {2, 0x01020304, 0, 0})
-        .compressed(0, 9, {101, 8, 6})
-        .define(0, messageLap, {{25, 1}})
-        .message(0, {2});
-    return builder;
+    builder.define(0, messageRecord, {{253, 4}, {3, 1}, {0, 4}}).message(0, {100, 7, -5});
+    builder.define(15, messageSession, {{5, 1}, {253, 4}}, true, {{0, 3}, {1, 2}}).message(15, {2, 0x01020304, 0, 0});
+    return builder.compressed(0, 9, {101, 8, 6}).define(0, messageLap, {{25, 1}}).message(0, {2});
 }
 
 } // namespace
 
 TEST(FitWalk, visitsEachMessageWithItsDefinition)
 {
-    struct Expected {
-        bool isDefinition, compressed, bigEndian;
-        int localType, global, fields, developerFields;
-        size_t offset, size;
-    };
-    constexpr Expected expected[] = {
-        {true, false, false, 0, 20, 3, 0, 0, 15},  {false, false, false, 0, 20, 3, 0, 15, 10},
-        {true, false, true, 15, 18, 2, 2, 25, 19}, {false, false, true, 15, 18, 2, 2, 44, 11},
-        {false, true, false, 0, 20, 3, 0, 55, 10}, {true, false, false, 0, 19, 1, 0, 65, 9},
-        {false, false, false, 0, 19, 1, 0, 74, 2},
+    // Definition, compressed, big-endian; local type, message, fields, developer fields; offset, size, payload.
+    const std::vector<Figure> expected[] = {
+        {1, 0, 0, 0, 20, 3, 0, 0, 15, 0},    {0, 0, 0, 0, 20, 3, 0, 15, 10, 9}, {1, 0, 1, 15, 18, 2, 2, 25, 19, 0},
+        {0, 0, 1, 15, 18, 2, 2, 44, 11, 10}, {0, 1, 0, 0, 20, 3, 0, 55, 10, 9}, {1, 0, 0, 0, 19, 1, 0, 65, 9, 0},
+        {0, 0, 0, 0, 19, 1, 0, 74, 2, 1},
     };
     size_t count = 0;
-    EXPECT_EQ(walkMessages(imageOf(mixedBlock().data),
-                           [&](const FitMessage& m) {
-                               ASSERT_LT(count, std::size(expected));
-                               const Expected& e = expected[count];
-                               EXPECT_EQ(m.isDefinition, e.isDefinition) << count;
-                               EXPECT_EQ(m.compressed, e.compressed) << count;
-                               EXPECT_EQ(m.localType, e.localType) << count;
-                               EXPECT_EQ(m.globalMessage(), e.global) << count;
-                               EXPECT_EQ(m.definition->bigEndian(), e.bigEndian) << count;
-                               EXPECT_EQ(m.definition->fieldCount, e.fields) << count;
-                               EXPECT_EQ(m.definition->developerFieldCount, e.developerFields) << count;
-                               EXPECT_EQ(m.offset, e.offset) << count;
-                               EXPECT_EQ(m.bytes.size(), e.size) << count;
-                               EXPECT_EQ(m.payload.size(), e.isDefinition ? 0 : e.size - 1) << count;
-                               ++count;
-                           }),
-              fitOk);
+    auto visit = [&](const FitMessage& m) {
+        ASSERT_LT(count, std::size(expected));
+        expectFigures({m.isDefinition, m.compressed, m.definition->bigEndian(), m.localType, m.globalMessage(),
+                       m.definition->fieldCount, m.definition->developerFieldCount, m.offset, m.bytes.size(),
+                       m.payload.size()},
+                      expected[count++]);
+    };
+    EXPECT_EQ(walkMessages(imageOf(mixedBlock().data), visit), fitOk);
     EXPECT_EQ(count, std::size(expected));
     // A shorter definition leaves the triples behind its own as they were.
     EXPECT_EQ(localDefinitions[0].fields[1].number, 3);
@@ -73,9 +57,7 @@ TEST(FitWalk, cutAnywhereButBetweenMessagesItIsAFault)
 {
     const Bytes data = mixedBlock().data;
     for (size_t length = 0; length <= data.size(); ++length) {
-        bool between = false;
-        for (size_t boundary : {0, 15, 25, 44, 55, 65, 74, 76})
-            between = between || boundary == length;
+        bool between = std::set<size_t>{0, 15, 25, 44, 55, 65, 74, 76}.contains(length);
         // In a vector of its own, so that the sanitizers see any read behind its end.
         FitImage image = imageOf(Bytes(data.begin(), data.begin() + static_cast<int>(length)));
         image.data.shrink_to_fit();
@@ -88,10 +70,7 @@ TEST(FitWalk, bit6AloneMakesADefinition)
     // A compressed header of local type 2 by the published layout.
     const Bytes data = {0xC3, 0, 0, 20, 0, 1, 253, 4, 6, 3, 1, 2, 3, 4};
     std::vector<int> seen;
-    EXPECT_EQ(
-        walkMessages(imageOf(data),
-                     [&](const FitMessage& m) { seen.push_back(m.isDefinition ? 100 + m.localType : m.localType); }),
-        fitOk);
+    walkMessages(imageOf(data), [&](const FitMessage& m) { seen.push_back(100 * m.isDefinition + m.localType); });
     EXPECT_EQ(seen, (std::vector<int>{103, 3}));
 }
 
@@ -99,15 +78,8 @@ TEST(FitWalk, undefinedTypesAreOneByteLong)
 {
     int count = 0;
     walkMessages(imageOf(mixedBlock().data), [](const FitMessage&) {}); // whose definitions end with it
-    EXPECT_EQ(walkMessages(imageOf({0x01, 0x02, 0x8F, 0x3F}),
-                           [&](const FitMessage& m) {
-                               EXPECT_EQ(m.bytes.size(), 1u);
-                               EXPECT_FALSE(m.definition->defined());
-                               ++count;
-                           }),
-              fitOk);
-    EXPECT_EQ(count, 4);
-    EXPECT_EQ(walkMessages(imageOf({}), [&](const FitMessage&) { ++count; }), fitOk);
+    auto visit = [&](const FitMessage& m) { count += m.bytes.size() == 1 && !m.definition->defined(); };
+    EXPECT_EQ(walkMessages(imageOf({0x01, 0x02, 0x8F, 0x3F}), visit), fitOk);
     EXPECT_EQ(count, 4);
 }
 
@@ -120,8 +92,7 @@ TEST(FitWalk, aWalkIsTakenUpWithTheSlotsAsTheyStand)
         ASSERT_EQ(nextMessage(walk, message), WalkStep::message);
     FitWalk again = resumeWalk(image, walk.position);
     ASSERT_EQ(nextMessage(again, message), WalkStep::message);
-    EXPECT_EQ(message.offset, 55u);
-    EXPECT_EQ(message.bytes.size(), 10u);
+    expectFigures({message.offset, message.bytes.size()}, {55, 10});
     FitWalk beyond = resumeWalk(image, 77);
     EXPECT_EQ(nextMessage(beyond, message), WalkStep::fault);
 }

@@ -1,16 +1,19 @@
-// What a graph holds and what its controls do.
+// What a graph holds and what its controls do; scales by hand arithmetic, and laws of the picture: inside the window,
+// ticks in order, zero where it belongs.
 #include "figures.h"
+#include "plot/draw_graph.h"
 #include "plot/geometry.h"
 #include "plot/graph.h"
+#include "plot/svg.h"
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <limits>
 
 namespace torvane {
-
 namespace {
+
+constexpr double nan = std::numeric_limits<double>::quiet_NaN(), infinite = std::numeric_limits<double>::infinity();
 
 GraphSeries seriesOf(int kind, int count, std::vector<double> values)
 {
@@ -22,11 +25,26 @@ GraphSeries seriesOf(int kind, int count, std::vector<double> values)
     return series;
 }
 
+Graph graphOf(int kind, int count, std::vector<double> values)
+{
+    return storeGraph(seriesOf(kind, count, std::move(values)));
+}
+
+template <class Item>
+std::vector<Item> itemsOf(const Picture& picture)
+{
+    std::vector<Item> items;
+    for (const PictureItem& item : picture.items) {
+        if (const Item* found = std::get_if<Item>(&item)) {
+            items.push_back(*found);
+        }
+    }
+    return items;
+}
+
 TEST(Graph, rangesHoldZeroAndSkipWhatCannotBePlotted)
 {
-    double nan = std::nan("");
-    double infinite = std::numeric_limits<double>::infinity();
-    Graph graph = storeGraph(seriesOf(3, 4, {5, -3, nan, 0, 7, -2, 1, -infinite, 6, -1, 2, 1e301}));
+    Graph graph = graphOf(3, 4, {5, -3, nan, 0, 7, -2, 1, -infinite, 6, -1, 2, 1e301});
     EXPECT_EQ(graph.seriesMin, (std::vector<double>{0, -3, 0, 0}));
     EXPECT_EQ(graph.seriesMax, (std::vector<double>{7, 0, 2, 0}));
 }
@@ -37,20 +55,17 @@ TEST(Graph, scaleGroupsShareTheirRange)
     series.scaleGroup = {0, 1, 2, 3}; // the last belongs to both groups; the first shares with none
     Graph graph = storeGraph(series);
     EXPECT_EQ(graph.seriesMin, (std::vector<double>{0, -20, -20, -20}));
-    EXPECT_EQ(graph.seriesMax[0], 5);
-    EXPECT_EQ(graph.seriesMax[2], 10);
+    expectFigures({graph.seriesMax[0], graph.seriesMax[2]}, {5, 10});
 }
 
 TEST(Graph, selectListsOfLinesLeaveTheFirstSeriesOut)
 {
-    Graph graph = storeGraph(seriesOf(3, 4, {1, 2, 3, 4}));
+    Graph graph = graphOf(3, 4, {1, 2, 3, 4});
     std::vector<GraphControl> controls = graphControls(graph);
     ASSERT_EQ(controls.size(), 3u);
     EXPECT_STREQ(controls[0].label, "Select");
-    EXPECT_EQ(controls[1].id, 2);
     EXPECT_EQ(controls[1].entries, (std::vector<std::string>{"velocity", "distance", "accele"}));
-    EXPECT_EQ(controls[1].selected, 0);
-    EXPECT_EQ(controls[2].selected, 1);
+    expectFigures({controls[1].id, controls[1].selected, controls[2].selected}, {2, 0, 1});
     chooseEntry(graph, 2, 2);
     chooseEntry(graph, 3, 0);
     chooseEntry(graph, 3, 3);  // there is no such entry
@@ -69,21 +84,18 @@ TEST(Graph, searchListsGoTogether)
     Graph graph = storeGraph(series);
     std::vector<GraphControl> controls = graphControls(graph);
     ASSERT_EQ(controls.size(), 6u);
-    EXPECT_EQ(controls[1].entries.size(), 2u); // a graph of vectors lists all series
-    EXPECT_EQ(controls[3].x, 240);
+    expectFigures({controls[1].entries.size(), controls[3].x, controls[5].x}, {2, 240, 370}); // all series are listed
     EXPECT_EQ(controls[4].entries, (std::vector<std::string>{"", "a", "b", "c"}));
-    EXPECT_EQ(controls[5].x, 370);
     chooseEntry(graph, 6, 3);
-    EXPECT_EQ(graphControls(graph)[4].selected, 3);
-    EXPECT_EQ(graphControls(graph)[5].selected, 3);
     chooseEntry(graph, 2, 1); // X
-    EXPECT_EQ(graph.axisSeries[axisX], 1);
+    expectFigures({graphControls(graph)[4].selected, graphControls(graph)[5].selected, graph.axisSeries[axisX]},
+                  {3, 3, 1});
 }
 
 TEST(Graph, clickPicksTheNearestMark)
 {
     // 0 to 20 on both axes of 640 x 480: 512 pixels from 64, 364 pixels up from 432.
-    Graph graph = storeGraph(seriesOf(6, 2, {0, 0, 20, 20, 20, 20}));
+    Graph graph = graphOf(6, 2, {0, 0, 20, 20, 20, 20});
     EXPECT_FALSE(pickPoint(graph, 640, 480, 300, 200));
     EXPECT_FALSE(pickPoint(graph, 640, 480, 64 + 15, 432 - 12)); // 15 and 12: 369
     EXPECT_EQ(graph.picked, 0);
@@ -95,6 +107,120 @@ TEST(Graph, clickPicksTheNearestMark)
     EXPECT_FALSE(pickPoint(graph, 640, 480, 64, 432));
 }
 
-} // namespace
+// Steps go as 10, 5, 2.5 or 1000, 100, 200 until one lies between a tenth and a fifth of the range; the logarithm is
+// truncated towards 0. A range that pixels could not show is 0 to 1.
+TEST(AxisScale, stepsAndLimits)
+{
+    struct Case {
+        double least, most, step;
+        int below, above;
+    };
+    constexpr Case cases[] = {
+        {0, 70, 10, 0, 7},    {-7, 0, 1, 7, 0},
+        {0, 70.5, 10, 0, 8},  {-0.9, 0.4, 0.2, 5, 2},
+        {0, 20, 2.5, 0, 8},   {0, 0, 0.1, 0, 10},
+        {0, 1287, 200, 0, 7}, {0, 5e-310, 0.1, 0, 10},
+        {0, 0.3, 0.05, 0, 6}, {-1e299, 1e299, 2.5e298, 4, 4},
+    };
+    for (const Case& c : cases) {
+        AxisScale scale = scaleAxis(c.least, c.most);
+        EXPECT_NEAR(scale.step, c.step, c.step * 1e-12) << c.least << ' ' << c.most;
+        expectFigures({scale.ticksBelow, scale.ticksAbove}, {c.below, c.above});
+    }
+}
 
+TEST(GraphGeometry, placesOfValues)
+{
+    // 640 x 480: margins 64 and 48, 20 pixels for the controls; X 0 to 20, Y -1 to 1, second Y 0 to 20.
+    Graph graph = graphOf(3, 3, {0, -1, 0, 20, 1, 20});
+    GraphGeometry geometry = layOut(graph, 640, 480);
+    // Y shares 364 pixels, half of them above zero; the second axis lies above zero alone and is halved too: the
+    // share is 1 - 0.5 + 1. 364 / 1.5 / 2 for the unit of Y; 121 pixels lie below zero.
+    expectFigures({geometry.originX, geometry.originY, placeX(geometry, 20), placeY(geometry, 1),
+                   placeY(geometry, 20, axisSecondY), placeX(geometry, 1e200)},
+                  {64, 310, 576, 310 - 121, 310 - 242, 64 + 1000000}); // the last held far outside
+}
+
+// Every kind, many sizes, and series with all that a curve can hold.
+TEST(DrawGraph, staysInsideTheWindow)
+{
+    const std::vector<double> tables[] = {
+        {0, 0, 0, 0, 0, 0},                                  // no range
+        {-5, -5, -5, -5, -5, -5},                            // flat
+        {0, -3, 4, 10, 2, -80},                              // zeros to be aligned
+        {nan, 1, 2, 3, infinite, 1e308, 1e-320, -2, -1e299}, // what cannot be plotted
+        {},
+    };
+    constexpr int sizes[][2] = {{640, 480}, {1920, 1080}, {200, 150}, {30, 30}, {1, 1}, {0, 0}};
+    for (int kind = 0; kind < 10; ++kind) {
+        for (const std::vector<double>& table : tables) {
+            Graph graph = graphOf(kind, 3, table);
+            graph.series.vectorNames = {"up", "none", "wild"};
+            graph.series.vectorValues = {1, 2, 0, 0, 0, 0, nan, 1, 1};
+            for (auto [width, height] : sizes) {
+                int slack = 20 + height / 20; // aligned zeros may differ by 5 percent; the strip in a tiny window
+                for (const PictureLine& line : itemsOf<PictureLine>(drawGraph(graph, width, height))) {
+                    ASSERT_GE(line.points.size(), 2u);
+                    for (Pixel point : line.points) {
+                        ASSERT_TRUE(point.x >= -slack && point.x <= width + slack) << kind << ' ' << point.x;
+                        ASSERT_TRUE(point.y >= -slack && point.y <= height + slack) << kind << ' ' << point.y;
+                    }
+                }
+            }
+        }
+    }
+}
+
+TEST(DrawGraph, tickLabelsRiseAlongTheAxes)
+{
+    auto texts = itemsOf<PictureText>(drawGraph(graphOf(1, 2, {-3.5, -20, 8, 55}), 640, 480));
+    // X from -4 to 8 by 2, its name; Y from -20 to 60 by 10, its name.
+    constexpr const char* expected[] = {"-4",  "-2", "0",  "2",  "4",  "6",  "8",  "time", "-20",
+                                        "-10", "0",  "10", "20", "30", "40", "50", "60",   "velocity"};
+    ASSERT_EQ(texts.size(), std::size(expected));
+    for (size_t i = 0; i < texts.size(); ++i)
+        EXPECT_EQ(texts[i].text, expected[i]);
+    for (size_t i = 1; i < 7; ++i)
+        EXPECT_GT(texts[i].at.x, texts[i - 1].at.x);
+    for (size_t i = 9; i < 17; ++i)
+        EXPECT_LT(texts[i].at.y, texts[i - 1].at.y);
+}
+
+TEST(DrawGraph, bars)
+{
+    Graph graph = graphOf(0, 1, {10, 20});
+    graph.series.pointLabels = {"one", "two"};
+    std::vector<PictureBox> boxes = itemsOf<PictureBox>(drawGraph(graph, 640, 480));
+    ASSERT_EQ(boxes.size(), 2u); // rows of 192 pixels from 48 on
+    expectFigures({boxes[1].left, boxes[1].top, boxes[1].right, boxes[1].bottom, boxes[0].right},
+                  {64, 240, 576, 393, 320});
+}
+
+TEST(DrawGraph, pickedMarkIsLastAndEmphasized)
+{
+    Graph graph = graphOf(6, 2, {0, 0, 20, 20});
+    graph.series.pointTags = {"first", "second"};
+    graph.picked = 1;
+    PictureText tag = itemsOf<PictureText>(drawGraph(graph, 640, 480)).back();
+    EXPECT_EQ(tag.text, "first");
+    EXPECT_TRUE(tag.emphasized);
+    graph.picked = 7; // beyond the points
+    EXPECT_FALSE(itemsOf<PictureText>(drawGraph(graph, 640, 480)).back().emphasized);
+}
+
+TEST(Svg, writesItemsInOrder)
+{
+    Picture picture{100, 50, {}};
+    picture.items.push_back(PictureBox{30, 10, 20, 15, 0x112233}); // from right to left
+    picture.items.push_back(PictureLine{{{1, 2}, {3, -4}}, 2, colourTag});
+    picture.items.push_back(PictureText{{5, 6}, "a<b & \"c\"\n>", 10, colourPicked, true});
+    std::string svg = svgText(picture);
+    EXPECT_EQ(svg.substr(svg.find("fill=\"#ffffff\"/>\n") + 17),
+              "<rect x=\"20\" y=\"10\" width=\"10\" height=\"5\" fill=\"#332211\"/>\n"
+              "<polyline fill=\"none\" points=\"1,2 3,-4\" stroke=\"#3333cc\" stroke-width=\"2\"/>\n"
+              "<text x=\"5\" y=\"14\" font-size=\"10\" fill=\"#ff0000\" font-style=\"italic\" "
+              "text-decoration=\"underline\">a&lt;b &amp; \"c\" &gt;</text>\n</svg>\n");
+}
+
+} // namespace
 } // namespace torvane
