@@ -5,17 +5,9 @@ namespace torvane {
 
 namespace {
 
-using Fields = std::vector<FitBuilder::Field>;
+class CombineDivide : public BothByteOrders {};
 
-class CombineDivide : public testing::TestWithParam<bool> {
-protected:
-    bool bigEndian = GetParam();
-    int marked = markedManufacturer(bigEndian);
-    ToolBench bench;
-};
-
-INSTANTIATE_TEST_SUITE_P(Architecture, CombineDivide, testing::Bool(),
-                         [](const auto& which) { return which.param ? "big" : "little"; });
+INSTANTIATE_TEST_SUITE_P(BigEndian, CombineDivide, testing::Bool());
 
 void addRecords(FitBuilder& file, int local, int64_t start, bool bigEndian)
 {
@@ -73,148 +65,116 @@ TEST_P(CombineDivide, NoSourceInTheFirstPlaceMeansNoOrder)
     EXPECT_EQ(bench.outcome.path, bench.inputs.files[toolDestination].path);
 }
 
-// Two sessions of two laps, an event in the first, a stray event behind all; distance and cycles run on.
-class Division : public CombineDivide {
-protected:
-    const Fields record = {{253, 4}, {5, 4}, {19, 4}, {6, 2}};
-    const Fields lap = {{25, 1}, {8, 4}, {253, 4}};
-    const Fields session = {{8, 4}, {253, 4}, {5, 1}};
-    const Fields activity = {{0, 4}, {1, 4}, {5, 4}, {253, 4}};
-    const Fields event = {{253, 4}, {1, 1}};
+// A ride whose distance and cycles run on.
+struct Ride : FitBuilder {
+    bool bigEndian;
 
-    FitBuilder source()
+    Ride(bool big, int manufacturer) : FitBuilder(fitFile(big, 4, manufacturer)), bigEndian(big) {}
+    Ride& data(int local, const std::vector<int64_t>& values)
     {
-        FitBuilder file = fitFile(bigEndian);
-        file.define(1, 21, event, bigEndian).define(2, 20, record, bigEndian);
-        file.define(3, 19, lap, bigEndian).define(4, 18, session, bigEndian);
-        file.message(1, {1000, 0}).message(2, {1000, 500, 40, 9}).message(1, {1001, 1}).message(2, {1010, 900, 60, 9});
-        file.message(3, {2, 10'000, 1010}).message(2, {1020, 1200, 61, 9}).message(3, {2, 9'000, 1020});
-        file.message(4, {19'000, 1021, 2});
-        file.message(2, {1100, 1300, 70, 9}).message(3, {2, 1'000, 1100}).message(2, {1110, 1500, 75, 9});
-        file.message(3, {2, 8'000, 1110}).message(4, {9'500, 1111, 2}).message(1, {1200, 2});
-        return file.define(5, 34, activity, bigEndian).message(5, {28'500, 2, 7, 8});
+        message(local, values);
+        return *this;
     }
-    void defineRecord(FitBuilder& file, int local)
+    Ride& records(int local)
     {
-        file.define(local, 20, record, bigEndian);
+        define(local, 20, {{253, 4}, {5, 4}, {19, 4}, {6, 2}}, bigEndian);
+        return *this;
     }
-    void addEvent(FitBuilder& file, int64_t time, int type)
+    Ride& event(int64_t time, int type)
     {
-        file.define(1, 21, event, bigEndian).message(1, {time, type});
+        define(1, 21, {{253, 4}, {1, 1}}, bigEndian);
+        return data(1, {time, type});
     }
-    void addLap(FitBuilder& file, int sport, int64_t timer, int64_t time)
+    Ride& lap(int sport, int64_t timer, int64_t time)
     {
-        file.define(3, 19, lap, bigEndian).message(3, {sport, timer, time});
+        define(3, 19, {{25, 1}, {8, 4}, {253, 4}}, bigEndian);
+        return data(3, {sport, timer, time});
     }
-    void addSession(FitBuilder& file, int sport, int64_t timer, int64_t time)
+    Ride& session(int sport, int64_t timer, int64_t time)
     {
-        file.define(4, 18, session, bigEndian).message(4, {timer, time, sport});
+        define(4, 18, {{8, 4}, {253, 4}, {5, 1}}, bigEndian);
+        return data(4, {timer, time, sport});
     }
-    void addActivity(FitBuilder& file, int64_t timer, int64_t time)
+    Ride& activity(int64_t timer, int64_t time)
     {
-        file.define(5, 34, activity, bigEndian).message(5, {timer, 1, time, time});
-    }
-    void divide(const Bytes& file)
-    {
-        ASSERT_EQ(bench.from(file).to("part.fit").run(checkDivide, runDivide), fitDivided);
+        define(5, 34, {{0, 4}, {1, 4}, {5, 4}, {253, 4}}, bigEndian);
+        return data(5, {timer, 1, time, time});
     }
 };
 
-INSTANTIATE_TEST_SUITE_P(Architecture, Division, testing::Bool(),
-                         [](const auto& which) { return which.param ? "big" : "little"; });
+class Division : public BothByteOrders {
+protected:
+    Ride source = {bigEndian, 0x1234}, first = {bigEndian, marked}, second = first;
 
+    void divide()
+    {
+        ASSERT_EQ(bench.from(source.file()).to("part.fit").run(checkDivide, runDivide), fitDivided);
+    }
+    void expectParts(int headerSize)
+    {
+        EXPECT_EQ(bench.outcome.path, "part_000.fit, part_001.fit");
+        EXPECT_EQ(bench.output("part_000.fit"), first.file(headerSize));
+        EXPECT_EQ(bench.output("part_001.fit"), second.file(headerSize));
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(BigEndian, Division, testing::Bool());
+
+// Two sessions of two laps, an event in the first, a stray event behind all.
 TEST_P(Division, BySession)
 {
     bench.options.divideOutput = {.convertEnabled = 1, .fitFormat = 0, .sportEnabled = 1, .sportIndex = 1};
-    divide(source().file());
-    EXPECT_EQ(bench.outcome.path, "part_000.fit, part_001.fit");
-    FitBuilder first = fitFile(bigEndian, 4, marked);
-    defineRecord(first, 2);
-    addEvent(first, 1000, 0);
-    first.message(2, {1000, 0, 0, 9});
-    addEvent(first, 1001, 1);
-    first.message(2, {1010, 400, 20, 9});
-    addLap(first, 1, 10'000, 1010);
-    first.message(2, {1020, 700, 21, 9});
-    addLap(first, 1, 9'000, 1020);
-    addSession(first, 1, 19'000, 1021);
-    addActivity(first, 19'000, 1021);
-    EXPECT_EQ(bench.output("part_000.fit"), first.file(14)) << "the divide dialog's own form has no effect";
-    FitBuilder second = fitFile(bigEndian, 4, marked);
-    defineRecord(second, 2);
-    second.message(2, {1100, 0, 0, 9});
-    addLap(second, 1, 1'000, 1100);
-    second.message(2, {1110, 200, 5, 9});
-    addLap(second, 1, 8'000, 1110);
-    addSession(second, 1, 9'500, 1111);
-    addActivity(second, 9'500, 1111);
-    EXPECT_EQ(bench.output("part_001.fit"), second.file(14));
+    source.event(1000, 0).records(2).data(2, {1000, 500, 40, 9}).data(1, {1001, 1}).data(2, {1010, 900, 60, 9});
+    source.lap(2, 10'000, 1010).data(2, {1020, 1200, 61, 9}).data(3, {2, 9'000, 1020}).session(2, 19'000, 1021);
+    source.data(2, {1100, 1300, 70, 9}).data(3, {2, 1'000, 1100}).data(2, {1110, 1500, 75, 9});
+    source.data(3, {2, 8'000, 1110}).data(4, {9'500, 1111, 2}).data(1, {1200, 2}).activity(28'500, 7);
+    divide();
+    first.event(1000, 0).records(2).data(2, {1000, 0, 0, 9}).event(1001, 1).data(2, {1010, 400, 20, 9});
+    first.lap(1, 10'000, 1010).data(2, {1020, 700, 21, 9}).lap(1, 9'000, 1020).session(1, 19'000, 1021);
+    first.activity(19'000, 1021);
+    second.records(2).data(2, {1100, 0, 0, 9}).lap(1, 1'000, 1100).data(2, {1110, 200, 5, 9}).lap(1, 8'000, 1110);
+    second.session(1, 9'500, 1111).activity(9'500, 1111);
+    expectParts(14); // the divide dialog's own form has no effect
 }
 
 TEST_P(Division, ByLapWithTheOneSessionInEveryPart)
 {
     bench.options.addOutput = {.convertEnabled = 1, .fitFormat = 0, .sportEnabled = 1, .sportIndex = 1};
-    FitBuilder file = fitFile(bigEndian);
-    defineRecord(file, 2);
-    file.message(2, {1000, 500, 40, 9});
-    addLap(file, 2, 10'000, 1005);
-    file.message(2, {1010, 900, 60, 9});
-    addLap(file, 2, 9'000, 1015);
-    addSession(file, 2, 19'000, 1021);
-    addActivity(file, 1, 2);
-    divide(file.file());
-    for (int part : {0, 1}) {
-        FitBuilder expected = fitFile(bigEndian, 4, marked);
-        defineRecord(expected, 2);
-        expected.message(2, {part == 0 ? 1000 : 1010, 0, 0, 9});
-        addLap(expected, 2, part == 0 ? 10'000 : 9'000, part == 0 ? 1005 : 1015);
-        addSession(expected, 2, 19'000, 1021);
-        addActivity(expected, 19'000, 1021);
-        EXPECT_EQ(bench.output(part == 0 ? "part_000.fit" : "part_001.fit"), expected.file(12)) << part;
-    }
-    EXPECT_FALSE(std::filesystem::exists(bench.folder.path + "part_002.fit"));
+    source.records(2).data(2, {1000, 500, 40, 9}).lap(2, 10'000, 1005).data(2, {1010, 900, 60, 9});
+    source.lap(2, 9'000, 1015).session(2, 19'000, 1021).activity(1, 2);
+    divide();
+    first.records(2).data(2, {1000, 0, 0, 9}).lap(2, 10'000, 1005).session(2, 19'000, 1021).activity(19'000, 1021);
+    second.records(2).data(2, {1010, 0, 0, 9}).lap(2, 9'000, 1015).session(2, 19'000, 1021).activity(19'000, 1021);
+    expectParts(12);
 }
 
-// Without a kept summary the activity gets the span of the part's records, in seconds.
+// Without a kept summary the activity gets the span of the part's records, in seconds. An event in front is in no part,
+// a lap in every one.
 TEST_P(Division, ByRecordDefinition)
 {
-    FitBuilder file = fitFile(bigEndian);
-    addEvent(file, 999, 3);      // in no part
-    addLap(file, 2, 9'000, 999); // in every part
-    for (int local : {2, 6}) {
-        defineRecord(file, local);
-        file.message(local, {1000, 500, 40, 9}).message(local, {1025, 900, 60, 9});
+    source.event(999, 3).lap(2, 9'000, 999);
+    for (int local : {2, 6})
+        source.records(local).data(local, {1000, 500, 40, 9}).data(local, {1025, 900, 60, 9});
+    source.activity(1, 2);
+    divide();
+    for (auto [part, local] : {std::pair{&first, 2}, {&second, 6}}) {
+        part->lap(2, 9'000, 999).records(local).data(local, {1000, 0, 0, 9}).data(local, {1025, 400, 20, 9});
+        part->activity(25, 1025);
     }
-    addActivity(file, 1, 2);
-    divide(file.file());
-    for (int part : {0, 1}) {
-        int local = part == 0 ? 2 : 6;
-        FitBuilder expected = fitFile(bigEndian, 4, marked);
-        addLap(expected, 2, 9'000, 999);
-        defineRecord(expected, local);
-        expected.message(local, {1000, 0, 0, 9}).message(local, {1025, 400, 20, 9});
-        addActivity(expected, 25, 1025);
-        EXPECT_EQ(bench.output(part == 0 ? "part_000.fit" : "part_001.fit"), expected.file()) << part;
-    }
+    expectParts(14);
 }
 
 // More parts than one walk of the source fills: each holds its own record alone.
 TEST_P(Division, IntoHundredsOfParts)
 {
     constexpr int parts = 300;
-    FitBuilder file = fitFile(bigEndian);
+    for (int part = 0; part < parts; part++)
+        source.records(2).data(2, {1000 + part, 500, 40, part % 200});
+    source.activity(1, 2);
+    divide();
     for (int part = 0; part < parts; part++) {
-        defineRecord(file, 2);
-        file.message(2, {1000 + part, 500, 40, part % 200});
-    }
-    addActivity(file, 1, 2);
-    divide(file.file());
-    for (int part = 0; part < parts; part++) {
-        FitBuilder expected = fitFile(bigEndian, 4, marked);
-        defineRecord(expected, 2);
-        expected.message(2, {1000 + part, 0, 0, part % 200});
-        addActivity(expected, 0, 1000 + part);
-        ASSERT_EQ(bench.output(dividedFileName("part.fit", part)), expected.file()) << part;
+        Ride expected = Ride(bigEndian, marked).records(2).data(2, {1000 + part, 0, 0, part % 200});
+        ASSERT_EQ(bench.output(dividedFileName("part.fit", part)), expected.activity(0, 1000 + part).file()) << part;
     }
 }
 

@@ -1,18 +1,15 @@
 // Convert, increase timestamp: whole outputs against files built by hand, in both architectures.
 #include "tool_fixture.h"
 
+#include <tuple>
+
 namespace torvane {
 
 namespace {
 
-class RewriteTools : public testing::TestWithParam<bool> {
-protected:
-    bool bigEndian = GetParam();
-    ToolBench bench;
-};
+class RewriteTools : public BothByteOrders {};
 
-INSTANTIATE_TEST_SUITE_P(Architecture, RewriteTools, testing::Bool(),
-                         [](const auto& which) { return which.param ? "big" : "little"; });
+INSTANTIATE_TEST_SUITE_P(BigEndian, RewriteTools, testing::Bool());
 
 // Every speed that the tool knows, once in its own width; a speed of two bytes also wider than it is.
 FitBuilder speeds(bool bigEndian, int manufacturer, const std::vector<int64_t>& record,
@@ -41,24 +38,21 @@ TEST_P(RewriteTools, ConvertSpeedUnit)
     int64_t wide = bigEndian ? int64_t{36000} << 16 : 36000;
     bench.from(speeds(bigEndian, 0x1234, record, {2, 36000, 3601, 7200, 3599, 36000}, wide).file());
     ASSERT_EQ(bench.run(checkConvert, runConvert), fitConverted);
-    EXPECT_EQ(
-        bench.output(),
-        speeds(bigEndian, markedManufacturer(bigEndian), halfRecord, {2, 10000, 1000, 2000, 999, 36000}, 10000).file());
+    EXPECT_EQ(bench.output(), speeds(bigEndian, marked, halfRecord, {2, 10000, 1000, 2000, 999, 36000}, 10000).file());
 }
 
 TEST_P(RewriteTools, LegacyToModernAndBack)
 {
-    FitBuilder file = fitFile(bigEndian);
-    file.define(1, 20, {{253, 4}, {6, 2}}, bigEndian, {{0, 3}}).message(1, {5, 6, 7});
-    FitBuilder marked = fitFile(bigEndian, 4, markedManufacturer(bigEndian));
-    marked.define(1, 20, {{253, 4}, {6, 2}}, bigEndian, {{0, 3}}).message(1, {5, 6, 7});
-    bench.from(file.file(12)).options.convertOutput = {
-        .convertEnabled = 1, .fitFormat = 1, .sportEnabled = 0, .sportIndex = 0};
+    auto made = [&](int manufacturer, int headerSize) {
+        FitBuilder file = fitFile(bigEndian, 4, manufacturer);
+        return file.define(1, 20, {{253, 4}, {6, 2}}, bigEndian, {{0, 3}}).message(1, {5, 6, 7}).file(headerSize);
+    };
+    bench.from(made(0x1234, 12)).options.convertOutput = {1, 1, 0, 0};
     ASSERT_EQ(bench.run(checkConvert, runConvert), fitConverted);
-    EXPECT_EQ(bench.output(), marked.file(14));
+    EXPECT_EQ(bench.output(), made(marked, 14));
     bench.from(bench.output()).options.convertOutput.fitFormat = 0;
     ASSERT_EQ(bench.run(checkConvert, runConvert), fitConverted);
-    EXPECT_EQ(bench.output(), marked.file(12)) << "differs from the first in file_id and CRC alone";
+    EXPECT_EQ(bench.output(), made(marked, 12)) << "differs from the first in file_id and CRC alone";
 }
 
 FitBuilder times(bool bigEndian, int manufacturer, int64_t shift)
@@ -68,33 +62,24 @@ FitBuilder times(bool bigEndian, int manufacturer, int64_t shift)
     std::vector<FitBuilder::Field> fields = {{2, 4}, {253, 4}, {5, 4}, {4, 4}};
     file.define(0, 0, {{4, 4}, {1, 2}, {253, 4}}, bigEndian).message(0, {at(10), manufacturer, 10});
     file.define(1, 20, fields, bigEndian).message(1, {10, at(10), 10, 10}).compressed(1, 30, {10, at(10), 10, 10});
-    file.define(2, 18, fields, bigEndian).message(2, {at(10), at(11), 12, 13});
-    file.define(3, 19, fields, bigEndian).message(3, {at(10), at(11), 12, 13});
-    file.define(4, 101, fields, bigEndian).message(4, {at(10), at(11), 12, 13});
+    for (auto [local, message] : {std::pair{2, 18}, {3, 19}, {4, 101}})
+        file.define(local, message, fields, bigEndian).message(local, {at(10), at(11), 12, 13});
     file.define(5, 34, fields, bigEndian).message(5, {10, at(11), at(12), 13});
     file.define(6, 999, fields, bigEndian, {{253, 4}}).message(6, {10, at(11), 12, 13, 14});
     return file;
 }
 
-TEST_P(RewriteTools, TimestampShiftAndItsComplement)
+// Forth, back, and truncated to the upper bytes of 0xE10.
+TEST_P(RewriteTools, TimestampShiftItsComplementAndTruncation)
 {
-    int marked = markedManufacturer(bigEndian);
-    bench.options.timestampOffset = 86400;
-    bench.from(times(bigEndian, 7, 0).file());
-    ASSERT_EQ(bench.run(checkTimestamp, runTimestamp), fitConverted);
-    EXPECT_EQ(bench.output(), times(bigEndian, marked, 86400).file());
-    bench.from(bench.output()).options.timestampOffset = -86400;
-    ASSERT_EQ(bench.run(checkTimestamp, runTimestamp), fitConverted);
-    EXPECT_EQ(bench.output(), times(bigEndian, marked, 0).file());
-}
-
-TEST_P(RewriteTools, TimestampTruncatedToItsUpperBytes)
-{
-    bench.options.timestampOffset = 3600; // 0xE10
-    bench.options.timestampTruncate = 1;
-    bench.from(times(bigEndian, 7, 0).file());
-    ASSERT_EQ(bench.run(checkTimestamp, runTimestamp), fitConverted);
-    EXPECT_EQ(bench.output(), times(bigEndian, markedManufacturer(bigEndian), 3584).file());
+    Bytes source = times(bigEndian, 7, 0).file();
+    for (auto [offset, truncate, shift] : {std::tuple{86400, 0, 86400}, {-86400, 0, 0}, {3600, 1, 3584}}) {
+        bench.options.timestampOffset = offset;
+        bench.options.timestampTruncate = truncate;
+        ASSERT_EQ(bench.from(source).run(checkTimestamp, runTimestamp), fitConverted);
+        source = bench.output();
+        EXPECT_EQ(source, times(bigEndian, marked, shift).file());
+    }
     EXPECT_EQ(bench.options.timestampOffset, 3584);
 }
 

@@ -67,10 +67,11 @@ inline FitBuilder fitFile(bool bigEndian = false, int type = 4, int manufacturer
     return file;
 }
 
-// The number that a rewriting tool leaves in a manufacturer field of two bytes.
-inline int markedManufacturer(bool bigEndian)
-{
-    return bigEndian ? 0xFF00 : 0x00FF;
-}
+class BothByteOrders : public testing::TestWithParam<bool> {
+protected:
+    bool bigEndian = GetParam();
+    int marked = bigEndian ? 0xFF00 : 0x00FF; // what a rewriting tool leaves in a manufacturer field of two bytes
+    ToolBench bench;
+};
 
 } // namespace torvane
