@@ -64,48 +64,43 @@ TEST(FieldDump, EveryKindOfLine)
                   crc);
 }
 
-// The bytes that were added to a file since it had a size, as the dump shows them.
-std::string hexSince(const FitBuilder& file, size_t size)
-{
-    std::string text;
-    for (; size < file.data.size(); ++size)
-        appendFormat(text, "%02X, ", file.data[size]);
-    return text + "\n";
-}
-
 // Text of many pieces, with definitions that change, and the longest message there can be at the end.
 TEST(FieldDump, MegabytesToTheCharacter)
 {
     FitBuilder file;
     std::string text;
+    auto addHex = [&, shown = size_t{0}]() mutable { // of what was added to the file since
+        for (; shown < file.data.size(); ++shown)
+            appendFormat(text, "%02X, ", file.data[shown]);
+        text += "\n";
+    };
     for (int part = 0; part < 6; ++part) {
-        size_t before = file.data.size();
         file.define(0, messageRecord, {{253, 4}, {2, 2}, {13, 1}}, part % 2 != 0);
-        text += "-- record --\n" + hexSince(file, before) + "timestamp-4, altitude-2, unknown-13-1, \n";
+        text += "-- record --\n";
+        addHex();
+        text += "timestamp-4, altitude-2, unknown-13-1, \n";
         for (uint32_t i = 0; i < 5000; ++i) {
             const uint32_t time = (1u << i % 32) - 1 + i;
             const int altitude = static_cast<int>(i * 13 % 65536);
-            before = file.data.size();
             file.message(0, {time, altitude, 25});
             text += formatText("%d, %d, unknown-13-1, \n", static_cast<int32_t>(time), altitude);
-            text += hexSince(file, before);
+            addHex();
         }
     }
     const std::vector<FitBuilder::Field> all(maxFieldCount, {200, UINT8_MAX});
     std::string names;
     for (int field = 0; field < maxFieldCount; ++field)
         names += "unknown-200-255, ";
-    size_t before = file.data.size();
     file.define(0, messageRecord, all, false, all);
-    text += "-- record --\n" + hexSince(file, before) + names + "\n";
-    before = file.data.size();
+    text += "-- record --\n";
+    addHex();
+    text += names + "\n" + names + "\n";
     file.message(0, std::vector<int64_t>(2 * maxFieldCount, -2));
-    text += names + "\n" + hexSince(file, before) + "-- crc --\n";
+    addHex();
     ToolBench bench;
     bench.from(file.file());
     const std::string dump = dumpOf(bench);
-    EXPECT_TRUE(dump.compare(dump.find("-- record --"), text.size(), text) == 0);
-    EXPECT_GT(text.size(), 2'000'000u);
+    EXPECT_TRUE(dump.compare(dump.find("-- record --"), text.size() + 8, text + "-- crc -") == 0);
 }
 
 TEST(FieldDump, ALongerFileKeepsItsTail)

@@ -1,8 +1,6 @@
 // What a header byte means, how slots are kept, and where a walk ends.
-#include "captured_screens.h"
 #include "figures.h"
 #include "fit/fit_builder.h"
-#include "fit/fit_output.h"
 #include "fit/fit_walk.h"
 
 #include <set>
@@ -95,31 +93,6 @@ TEST(FitWalk, aWalkIsTakenUpWithTheSlotsAsTheyStand)
     expectFigures({message.offset, message.bytes.size()}, {55, 10});
     FitWalk beyond = resumeWalk(image, 77);
     EXPECT_EQ(nextMessage(beyond, message), WalkStep::fault);
-}
-
-TEST(FitWalk, progressMovesByWholePercentsUpToTheEnd)
-{
-    FitBuilder builder;
-    builder.define(0, 99, {{1, 1}});
-    for (int i = 0; i < 2000; ++i)
-        builder.message(0, {i});
-    CapturedScreens shown;
-    walkMessages(imageOf(builder.data), [](const FitMessage&) {});
-    ASSERT_FALSE(shown.progress.empty());
-    EXPECT_LE(shown.progress.size(), 101u);
-    EXPECT_TRUE(std::is_sorted(shown.progress.begin(), shown.progress.end()));
-    EXPECT_EQ(shown.progress.back(), 100);
-}
-
-TEST(FitOutput, countsOnBeyondItsEndWithoutWriting)
-{
-    std::vector<uint8_t> block(4);
-    FitOutput out = {block};
-    const Bytes three = {1, 2, 3};
-    EXPECT_EQ(copyBytes(out, three).size(), 3u);
-    EXPECT_TRUE(copyBytes(out, three).empty());
-    EXPECT_EQ(out.position, 6u);
-    EXPECT_EQ(block, (Bytes{1, 2, 3, 0}));
 }
 
 } // namespace torvane

@@ -33,20 +33,20 @@ struct ToolBench {
         inputs.files[toolDestination].path = folder.path + name;
         return *this;
     }
-    // Boxes of a check as "title: text".
-    std::vector<std::string> boxes(Check check)
+    // Boxes of a check, each on a line as "title: text".
+    std::string boxes(Check check)
     {
-        std::vector<std::string> texts;
+        std::string texts;
         Verdict verdict = check(inputs, options);
         for (const Box& box : verdict.boxes)
-            texts.push_back(box.title + ": " + box.text);
+            texts += (texts.empty() ? "" : "\n") + box.title + ": " + box.text;
         EXPECT_EQ(verdict.passed, texts.empty());
         return texts;
     }
     // Code of a run behind its check.
     StatusCode run(Check check, ToolRun runTool)
     {
-        EXPECT_EQ(boxes(check), std::vector<std::string>());
+        EXPECT_EQ(boxes(check), "");
         outcome = runTool(inputs, options);
         return outcome.code;
     }
