@@ -2,13 +2,13 @@
 #include "console_fixture.h"
 
 #include "core/parameter_file.h"
+#include "figures.h"
 #include "fit/fit_builder.h"
 #include "forms/form.h"
 #include "version.h"
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <utility>
 
 namespace torvane {
@@ -118,28 +118,24 @@ TEST(Console, KeepsWhatWasNotTypedToTheLastBit)
 {
     TestFolder folder;
     std::string par = folder.path + "my.par";
-    ParameterBlock block;
+    ParameterBlock block, after;
     setDefaults(block);
     block.humanHeight = 171.23456789;
-    block.initialValueMode = 1;
     block.rideInclination[0] = 1.0 / 3;
+    block.initialValueMode = 1;
     ASSERT_TRUE(saveParameters(par, block));
-    Call answer = call({"--par", par, "--save", "--set", "humanWeight=72", "801", "rideVelocity=30"});
-    EXPECT_EQ(answer.code, 0);
-    ParameterBlock after;
+    EXPECT_EQ(call({"--par", par, "--save", "--set", "humanWeight=72", "801", "rideVelocity=30"}).code, 0);
     ASSERT_TRUE(readParameters(par, after));
-    EXPECT_EQ(after.humanHeight, 171.23456789);
-    EXPECT_EQ(after.humanWeight, 72);
-    EXPECT_EQ(after.rideInclination[0], 1.0 / 3);
-    EXPECT_EQ(after.rideVelocity[0], 30 / 3.6);
+    expectFigures({after.humanHeight, after.humanWeight, after.rideInclination[0], after.rideVelocity[0]},
+                  {171.23456789, 72, 1.0 / 3, 30 / 3.6});
     // Neither a call without --save nor a refusal changes the file.
     Bytes before = bytesOf(par);
     EXPECT_EQ(call({"--par", par, "--set", "humanWeight=90", "801", "rideVelocity=20"}).code, 0);
     EXPECT_EQ(bytesOf(par), before);
     EXPECT_EQ(call({"--par", par, "--save", "--set", "humanWeight=80", "801", "rideVelocity=900"}).code, 2);
     EXPECT_EQ(bytesOf(par), before);
-    EXPECT_EQ(call({"--par", folder.path + "none.par", "801"}).code, 2);
-    EXPECT_EQ(call({"--par", folder.path, "801"}).code, 2);
+    for (const std::string& unusable : {folder.path + "none.par", folder.path})
+        EXPECT_EQ(call({"--par", unusable, "801"}).code, 2);
 }
 
 TEST(Console, SavesWhatAToolTicked)
@@ -225,29 +221,7 @@ TEST(Console, WorksThroughManyRides)
     EXPECT_EQ(call({"--into", out, "combine", a, c}).code, 2);
 }
 
-TEST(Console, RunsTheTools)
-{
-    TestFolder folder;
-    const std::string& in = folder.path;
-    std::string ride = written(folder, "a.fit", plainRide());
-    Call refused = call({"--json", "convert", "fitFormat=modern", ride, in + "b.fit"});
-    EXPECT_EQ(refused.code, 2);
-    EXPECT_EQ(refused.err, "warning: no need to convert cause the source file is formated as modern format\n");
-    EXPECT_EQ(call({"convert", "fitFormat=legacy", ride, in + "b.fit"}).code, 0);
-    EXPECT_EQ(bytesOf(in + "b.fit").size(), bytesOf(ride).size() - 2);
-    // A time may be told in parts; the complement leads back.
-    EXPECT_EQ(call({"timestamp", "days=1", "minutes=1", ride, in + "c.fit"}).code, 0);
-    EXPECT_EQ(call({"timestamp", "timestampOffset=86460", ride, in + "d.fit"}).code, 0);
-    EXPECT_EQ(call({"timestamp", "timestampOffset=-86460", in + "d.fit", in + "e.fit"}).code, 0);
-    EXPECT_EQ(call({"timestamp", "timestampOffset=4294880836", in + "d.fit", in + "f.fit"}).code, 0);
-    EXPECT_EQ(bytesOf(in + "c.fit"), bytesOf(in + "d.fit"));
-    EXPECT_EQ(bytesOf(in + "e.fit"), bytesOf(in + "f.fit"));
-    EXPECT_NE(bytesOf(in + "e.fit"), bytesOf(in + "d.fit"));
-    EXPECT_EQ(call({"dump", ride, in + "a"}).code, 0);
-    EXPECT_TRUE(std::filesystem::exists(in + "a.csv"));
-}
-
-TEST(Console, TellsWhatAToolDid)
+TEST(Console, RunsTheToolsAndTellsWhatTheyDid)
 {
     TestFolder folder;
     const std::string& in = folder.path;
@@ -258,6 +232,7 @@ TEST(Console, TellsWhatAToolDid)
         {{"divide", in + "both.fit", in + "part.fit"}, "success to divide a fit file to 'part_000.fit, part_001.fit'"},
         {{"add", "addLap=1", a, in + "lap.fit"}, "success to add messages to 'lap.fit'"},
         {{"exclude", "excludeSession=1", a, in + "bare.fit"}, "success to add messages to 'bare.fit'"},
+        {{"convert", "fitFormat=legacy", a, in + "old.fit"}, "success to convert a fit file to 'old.fit'"},
         {{"combine", a, b, in + "taken.fit"}, "failed to combine fit files to 'taken.fit'"},
         {{"add", "addLap=1", a, in + "taken.fit"}, "failed to add messages to a fit file 'a.fit'"},
         {{"convert", "fitFormat=legacy", a, in + "taken.fit"}, "failed to convert a fit file 'a.fit'"},
@@ -267,6 +242,20 @@ TEST(Console, TellsWhatAToolDid)
         EXPECT_EQ(answer.err, std::string("status : ") + text + "\n");
         EXPECT_EQ(answer.code, text[0] == 's' ? 0 : 1) << text;
     }
+    EXPECT_EQ(bytesOf(in + "old.fit").size(), bytesOf(a).size() - 2);
+    Call refused = call({"--json", "convert", "fitFormat=modern", a, in + "b.fit"});
+    EXPECT_EQ(refused.code, 2);
+    EXPECT_EQ(refused.err, "warning: no need to convert cause the source file is formated as modern format\n");
+    // A time may be told in parts; the complement leads back.
+    call({"timestamp", "days=1", "minutes=1", a, in + "c.fit"});
+    call({"timestamp", "timestampOffset=86460", a, in + "d.fit"});
+    call({"timestamp", "timestampOffset=-86460", in + "d.fit", in + "e.fit"});
+    call({"timestamp", "timestampOffset=4294880836", in + "d.fit", in + "f.fit"});
+    EXPECT_EQ(bytesOf(in + "c.fit"), bytesOf(in + "d.fit"));
+    EXPECT_EQ(bytesOf(in + "e.fit"), bytesOf(in + "f.fit"));
+    EXPECT_NE(bytesOf(in + "e.fit"), bytesOf(in + "d.fit"));
+    EXPECT_EQ(call({"dump", a, in + "a"}).code, 0);
+    EXPECT_TRUE(std::filesystem::exists(in + "a.csv"));
 }
 
 TEST(Console, HelpCoversEveryEntry)

@@ -62,14 +62,12 @@ TEST(AnalysedWriter, addedFieldsStandBetweenOwnAndDeveloperFields)
 
         expected.define(1, messageRecord, {{253, 4, 6}, {6, 2, 4}, {5, 4, 6}, {4, 1, 2}, {7, 2, 4}}, bigEndian,
                         {{0, 1, 0}});
-        expected.define(
-            2, messageLap,
-            {{253, 4, 6}, {13, 2, 4}, {14, 2, 4}, {9, 4, 6}, {17, 1, 2}, {18, 1, 2}, {19, 2, 4}, {20, 2, 4}}, bigEndian,
-            {{0, 1, 0}});
-        expected.define(
-            3, messageSession,
-            {{253, 4, 6}, {14, 2, 4}, {15, 2, 4}, {9, 4, 6}, {18, 1, 2}, {19, 1, 2}, {20, 2, 4}, {21, 2, 4}},
-            bigEndian);
+        std::vector<FitBuilder::Field> lap = {{253, 4, 6}, {13, 2, 4}, {14, 2, 4}, {9, 4, 6},
+                                              {17, 1, 2},  {18, 1, 2}, {19, 2, 4}, {20, 2, 4}};
+        expected.define(2, messageLap, lap, bigEndian, {{0, 1, 0}});
+        for (size_t i : {1, 2, 4, 5, 6, 7})
+            ++lap[i].number; // a session's numbers are one higher, but for the distance
+        expected.define(3, messageSession, lap, bigEndian);
         // The distance added to records stays 0. 10.00 m in 2 s are 5 m/s; coasting does not lower cadence and power.
         expected.message(1, {50, 4000, 0, 80, 200, 7}).message(1, {52, 6000, 0, 0, 0, 8});
         expected.message(2, {50, 5000, 6000, 1000, 80, 80, 200, 200, 9});

@@ -193,7 +193,6 @@ TEST(Track, accelerations)
         {"smoothed", analysisSmoothing, {0, 1, 2, 3, 4}, {10, 11, 12, 13, 14}, {1, 1, 1, 1, 0}},
         {"too much, but at the first", analysisSmoothing, {0, 1, 2, 3, 4}, {10, 12, 14, 16, 18}, {2, 0, 0, 0, 0}},
         {"braking knows no limit", analysisSmoothing, {0, 1, 2, 3, 4}, {40, 35, 30, 25, 20}, {-5, -10, -10, -5, 0}},
-        {"one row", 0, {0}, {10}, {0}},
     };
     for (const auto& [name, flags, timestamps, speeds, accelerations] : cases) {
         GpsRecords records = rowsOf(&GpsRecord::speed, speeds, timestamps);
@@ -204,8 +203,7 @@ TEST(Track, accelerations)
 
 TEST(Track, limitOfAccelerationFollowsTheSlope)
 {
-    // inclination: %
-    // limit: m/s2: 1.5 less gravity's share, -6.934 at 100 %
+    // Inclination in %; limit in m/s2, 1.5 less gravity's share, -6.934 at 100 %
     constexpr std::pair<double, double> cases[] = {{0, 1.5}, {10, 0.524200}, {-100, 8.434349}};
     for (const auto& [inclination, limit] : cases) {
         for (double beyond : {-1e-4, 1e-4}) {

@@ -1,5 +1,4 @@
-// The ride reports line by line where a condition decides what is printed. The tables under them:
-// ride_tables_test.cpp.
+// The ride reports line by line where a condition decides what is printed, and the tables under them.
 #include "captured_screens.h"
 #include "core/parameter_block.h"
 #include "model/run_state.h"
@@ -7,9 +6,11 @@
 #include "report/ride_report.h"
 #include "ride/physiology.h"
 #include "ride/ride_run.h"
+#include "ride/sample_log.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 #include <tuple>
 #include <utility>
@@ -27,7 +28,6 @@ struct RideReport : testing::Test {
         physiology = {};
         modelState.cadencePoweredMax = 120.0;
         modelState.temperature = 20.0;
-        shown.lower = "before";
     }
 
     void choose(int mode, int target)
@@ -38,6 +38,7 @@ struct RideReport : testing::Test {
 
     std::string report(ResultStatus status = 0)
     {
+        shown.lower = "before";
         reportRide(status);
         return shown.lower;
     }
@@ -48,6 +49,13 @@ struct RideReport : testing::Test {
 bool contains(const std::string& text, const std::string& part)
 {
     return text.find(part) != std::string::npos;
+}
+
+std::string textOf(void (*append)(std::string&))
+{
+    std::string text;
+    append(text);
+    return text;
 }
 
 TEST_F(RideReport, referenceByTarget)
@@ -120,21 +128,18 @@ TEST_F(RideReport, kiloWattFrom10000AtTheRoad)
         {-9999.9994, "\tbraking thrust power\t:-5000.000 W  ,-9999.999 W  ,   -1.000 Nm ,   -2.000 kgf\n"},
         {-10000.0, "\tbraking thrust power\t:   -5.000 kW ,  -10.000 kW ,   -1.000 Nm ,   -2.000 kgf\n"},
     };
-    runState.meanStagePower[stageThrust] = -5000.0;
-    runState.meanStageTorque[stageThrust] = -1.0;
-    runState.meanStageForce[stageThrust] = -2.0;
+    RunState& run = runState;
+    std::tie(run.meanStagePower[stageThrust], run.meanStageTorque[stageThrust], run.meanStageForce[stageThrust]) =
+        std::tuple(-5000, -1, -2);
     for (auto [peak, row] : cases) {
         runState.peakPower[stageThrust] = peak;
-        std::string text;
-        appendBrakingRow(text);
-        EXPECT_EQ(text, std::string("\t\t\t\t\t      mean    ,  maximal    ,   torque    ,    force\n") + row);
+        EXPECT_EQ(textOf(appendBrakingRow),
+                  std::string("\t\t\t\t\t      mean    ,  maximal    ,   torque    ,    force\n") + row);
     }
     modelState.motorLocation = 1;
-    runState.assistMeanPower = 150.0;
-    runState.assistPeakPower = 250.0;
-    std::string text;
-    appendRunChain(text);
-    EXPECT_TRUE(contains(text, "\te-Assist\t\t\t:    0.150 kW ,    0.250 kW ,    0.000 Nm ,    0.000 kgf\n")) << text;
+    std::tie(runState.assistMeanPower, runState.assistPeakPower) = std::tuple(150, 250);
+    EXPECT_TRUE(
+        contains(textOf(appendRunChain), "\te-Assist\t\t\t:    0.150 kW ,    0.250 kW ,    0.000 Nm ,    0.000 kgf\n"));
 }
 
 TEST_F(RideReport, unitsOfHeatByTheFrontBrakeAndOfEnergiesByTheLargest)
@@ -158,8 +163,7 @@ TEST_F(RideReport, unitsOfHeatByTheFrontBrakeAndOfEnergiesByTheLargest)
     };
     for (const auto& [front, rear, energy, heats, energies] : cases) {
         std::tie(m.brakeHeat[0], m.brakeHeat[1], runState.endKineticEnergy) = std::tie(front, rear, energy);
-        std::string text;
-        appendBrakeHeat(text);
+        std::string text = textOf(appendBrakeHeat);
         EXPECT_TRUE(contains(text, std::string("residual\n") + heats +
                                        "\t-- outside air temperature is 20.0 C. "
                                        "radiate means both of convective and radiant\n"))
@@ -226,18 +230,93 @@ TEST_F(RideReport, physiologyByLevelAndMode)
     for (const auto& [level, mode, start] : cases) {
         physiology.level = level;
         choose(mode, 0);
-        std::string text;
-        appendPhysiology(text);
+        std::string text = textOf(appendPhysiology);
         EXPECT_EQ(text.substr(0, strlen(start)), start);
         EXPECT_TRUE(contains(text, "\ttraning stress score\t:   12.000\n"));
     }
     runState.useFtp = 0;
-    std::string text;
     choose(rideDeceleration, 0);
-    appendPhysiology(text);
-    EXPECT_EQ(text, "\n\tnormalized power\t\t:  200.000 W\n\tvariability index\t\t:    0.000\n"
-                    "\tenergy kilo joule\t\t:    0.000 kJ\n\tenergy kilo calorie\t:    0.000 kcal\n"
-                    "\trequired food calorie\t:    0.000 kcal except daily basal metabolism\n");
+    EXPECT_EQ(textOf(appendPhysiology), "\n\tnormalized power\t\t:  200.000 W\n\tvariability index\t\t:    0.000\n"
+                                        "\tenergy kilo joule\t\t:    0.000 kJ\n\tenergy kilo calorie\t:    0.000 kcal\n"
+                                        "\trequired food calorie\t:    0.000 kcal except daily basal metabolism\n");
+}
+
+// The process and sector tables
+
+SampleLog logOf(int rows)
+{
+    SampleLog log;
+    log.sampleCount = rows;
+    allocateSampleLog(log);
+    for (int i = 0; i < rows; ++i)
+        log.rows[static_cast<size_t>(i)] = {i * 0.5, 10.0, 123.4, 12.5, 7.0, -0.25, 1234.5678, 51, 9, 51.0 / 9.0, 90.0};
+    return log;
+}
+
+TEST_F(RideReport, headingsOfTables)
+{
+    constexpr std::tuple<int, int, int, const char*> cases[] = {
+        {rideAcceleration, 0, 0, "acceleration powered pedaling based"},
+        {rideDeceleration, 1, 1, "braking powered (wheel)thrust based"},
+        {ridePatternBraking, 1, 0, "braking powered (wheel)thrust based"},
+        {-1, 0, 1, "inclination and velocity powered zero"}, // kW left by a braking run; rolling is always in W
+    };
+    for (const auto& [mode, thrustMode, kiloWatt, subject] : cases) {
+        shown.lower.clear();
+        workingBlock.rideMode = mode;
+        runState.thrustMode = thrustMode;
+        runState.kiloWattLog = kiloWatt;
+        mode < 0 ? reportRollingHeading() : reportProcessHeading();
+        EXPECT_EQ(shown.lower,
+                  std::string("\n\n\tprocess of ") + subject + " as follows\n\n" +
+                      "    time,velocity,    power,  torque,   force,  accele,distance,  gear, ratio, cadence\n" +
+                      "     sec,     kph,       " + (mode >= 0 && kiloWatt ? "kW" : " W") +
+                      ",      Nm,     kgf,    mpss,       m,     t,      ,     rpm\n");
+    }
+}
+
+TEST_F(RideReport, rowBehindTheLastOnlyWhenWritten)
+{
+    const std::string row = ",  36.000,  123.400,  12.500,   7.000,  -0.250,1234.568, 51/ 9, 5.667,  90.000\n";
+    SampleLog log = logOf(1);
+    reportProcessRows(log);
+    EXPECT_EQ(shown.lower, "   0.000" + row);
+    log.rows[1] = log.rows[0];
+    log.rows[1].time = 0.5;
+    reportProcessRows(log);
+    EXPECT_EQ(shown.lower, "   0.000" + row + "   0.000" + row + "   0.500" + row);
+}
+
+TEST_F(RideReport, longTableComesInLargePiecesWithProgress)
+{
+    constexpr int rows = 20000;
+    constexpr size_t rowLength = 86;
+    SampleLog log = logOf(rows);
+    beginProgress();
+    reportProcessRows(log);
+    EXPECT_EQ(std::count(shown.lower.begin(), shown.lower.end(), '\n'), rows);
+    EXPECT_LE(shown.pieces.size(), shown.lower.size() / (64 * 1024) + 1);
+    EXPECT_LT(*std::max_element(shown.pieces.begin(), shown.pieces.end()), 64u * 1024 + 2 * rowLength);
+    EXPECT_TRUE(std::is_sorted(shown.progress.begin(), shown.progress.end()));
+    EXPECT_EQ(shown.progress.back(), 99);
+    EXPECT_LE(shown.progress.size(), 101u);
+    endProgress();
+}
+
+TEST_F(RideReport, tableOfSectors)
+{
+    reportSectorHeading();
+    SampleLog log;
+    log.sectors.push_back({25.06, 20.0, 271.25, {25.5, 22.25}, {3.5, 1.25}, {-0.5, -0.125}, {3.0, 1.125}});
+    log.sectors.push_back({27.0, 10.0, 300.0, {40.0, 30.0}, {8.0, 4.0}, {-0.75, -0.25}, {7.25, 3.75}});
+    reportSectorRows(log);
+    EXPECT_EQ(shown.lower,
+              "\n\n\tcumulative data of motion and front brake heat at the end of each sector\n"
+              "\t-- odd sector is acceleration powered zero, even sector is spot braking\n\n"
+              "   sector,     time, distance, velocity,  f.brake,  r.brake,   f.heat,f.radiate,f.residual\n"
+              "                sec,        m,      kph,      Cel,      Cel,       kJ.       kJ,       kJ\n"
+              "        1,     25.1,    271.2,   72.000,   25.500,   22.250,    3.500,   -0.500,    3.000\n"
+              "        2,     27.0,    300.0,   36.000,   40.000,   30.000,    8.000,   -0.750,    7.250\n");
 }
 
 } // namespace
