@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 namespace torvane {
 
@@ -72,6 +73,15 @@ struct OpenForm {
     {
         return isEnabled(state, at(id));
     }
+    // Which of the controls are enabled, as a row of digits.
+    std::string enabledOf(const std::vector<int>& ids)
+    {
+        std::string digits;
+        for (int id : ids)
+            digits += enabled(id) ? '1' : '0';
+        return digits;
+    }
+
     // Text of the first box; "" when the form was confirmed, "open" when it stays open without a word.
     std::string confirm()
     {

@@ -4,8 +4,6 @@
 #include "figures.h"
 #include "model/model_fixture.h"
 
-#include <cmath>
-
 namespace torvane {
 
 class AssistTest : public ModelTest {
@@ -19,15 +17,17 @@ protected:
     static void setMotor(int location, int first, int second, int third)
     {
         workingBlock.motorLocation = location;
-        workingBlock.assistRangeMode[0] = first;
-        workingBlock.assistRangeMode[1] = second;
-        workingBlock.assistRangeMode[2] = third;
+        int32_t* mode = workingBlock.assistRangeMode;
+        mode[0] = first, mode[1] = second, mode[2] = third;
         restart();
     }
 
-    static void withoutLosses()
+    static void setLossless(double location, double maxPower)
     {
+        modelState.motorLocation = static_cast<int32_t>(location);
+        modelState.maxEPower = maxPower;
         modelState.shellLossPercent = modelState.missionLossPercent = modelState.wheelLossPercent = 0.0;
+        clearAssist();
     }
 };
 
@@ -47,10 +47,7 @@ TEST_F(AssistTest, motorTakesItsShareAndIsLimited)
         {1, 250, 50, 100}, {2, 250, 50, 100}, {1, 80, 70, 80}, {2, 80, 70, 80}, {0, 250, 150, 0}};
     for (auto [location, maxPower, rider, motor] : cases) {
         SCOPED_TRACE(location);
-        modelState.motorLocation = static_cast<int32_t>(location);
-        modelState.maxEPower = maxPower;
-        withoutLosses();
-        clearAssist();
+        setLossless(location, maxPower);
         assistedDrivetrainFromThrust(kph(20), 150.0);
         double stageTorque = location == 2 ? runState.hubTorque : runState.crankTorque;
         expectFigures({runState.pedalingPower, runState.crankPower, runState.assistPower, runState.assistTorque,
@@ -77,19 +74,14 @@ TEST_F(AssistTest, forwardMotorAddsToItsStage)
 {
     StepState step;
     step.velocity = kph(20);
-    step.frontTooth = 50;
-    step.rearTooth = 25;
-    step.gearRatio = 2.0;
+    step.frontTooth = 50, step.rearTooth = 25, step.gearRatio = 2.0;
     step.cadence = 300.0 / pi; // 10 rad/s
     // Motor location and its maximum; power at crank, hub and of the motor.
     constexpr double cases[][5] = {
         {1, 250, 300, 300, 200}, {2, 250, 100, 300, 200}, {2, 50, 100, 150, 50}, {0, 250, 100, 100, 0}};
     for (auto [location, maxPower, crank, hub, motor] : cases) {
         SCOPED_TRACE(location);
-        modelState.motorLocation = static_cast<int32_t>(location);
-        modelState.maxEPower = maxPower;
-        withoutLosses();
-        clearAssist();
+        setLossless(location, maxPower);
         runState.pedalingPower = 100.0;
         driveFromPedaling(step);
         expectFigures(
@@ -109,10 +101,9 @@ TEST_F(AssistTest, powerInTheDeadZoneHasNoVelocity)
     double assisted = assistedPowerAtVelocity(stagePedaling, kph(25)).value;
     Solved found = assistedVelocityForPower(stagePedaling, (assisted + unassisted) / 2.0);
     EXPECT_EQ(found.status, statusNoAssistedVelocity);
-    EXPECT_DOUBLE_EQ(runState.assistSampleVelocity[0], 25.0);
-    EXPECT_DOUBLE_EQ(runState.assistSampleVelocity[1], 25.001);
-    EXPECT_NEAR(runState.assistSamplePower[0], assisted, 1e-9);
-    EXPECT_NEAR(runState.assistSamplePower[1], unassisted, 1e-9);
+    expectFigures({runState.assistSampleVelocity[0], runState.assistSampleVelocity[1], runState.assistSamplePower[0],
+                   runState.assistSamplePower[1]},
+                  {25.0, 25.001, assisted, unassisted}, 1e-9);
     EXPECT_GT(unassisted, 2.5 * assisted);
 }
 

@@ -10,6 +10,10 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
+#include <cmath>
+#include <random>
+
 namespace torvane {
 
 class ModelTest : public ::testing::Test {
@@ -42,6 +46,19 @@ protected:
 constexpr double kph(double value)
 {
     return value / 3.6;
+}
+
+using Random = std::mt19937_64;
+
+inline double uniform(Random& random, double low, double high)
+{
+    return low + (high - low) * static_cast<double>(random() >> 11) * 0x1p-53;
+}
+
+// The sign and payload of what is no number depend on the order of operands, which compilers choose.
+inline uint64_t bitsOf(double value)
+{
+    return std::isnan(value) ? ~uint64_t{0} : std::bit_cast<uint64_t>(value);
 }
 
 } // namespace torvane

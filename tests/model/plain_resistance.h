@@ -29,18 +29,8 @@ inline double loadWeight()
     return modelState.humanWeight + modelState.bikeWeight;
 }
 
-inline double wearFactor()
-{
-    constexpr double factors[] = {0.956, 1.0, 1.07, 1.2, 1.3};
-    return factors[modelState.wear];
-}
-
-// W at 50 kph against a normal helmet.
-inline double helmetResist()
-{
-    constexpr double resists[] = {3.0, 0.0, -4.12};
-    return resists[modelState.helmet];
-}
+constexpr double wearFactor[] = {0.956, 1.0, 1.07, 1.2, 1.3};
+constexpr double helmetResist[] = {3.0, 0.0, -4.12}; // W at 50 kph against a normal helmet
 
 inline double wheelDragOf(int wheel, double kph)
 {
@@ -63,9 +53,8 @@ inline void updateGrip(int32_t bpn, int32_t roadSurface)
     modelState.frontFrictionShare = front / (front + rear);
     modelState.rearFrictionShare = 1.0 - modelState.frontFrictionShare;
     modelState.effectiveFriction = (front + rear) * bpn / bpnOfCoefficients;
-    if (roadSurface != 0) {
+    if (roadSurface != 0)
         modelState.effectiveFriction *= 0.7;
-    }
 }
 
 inline void updateLoadAndGrip(double thrustForce)
@@ -74,11 +63,10 @@ inline void updateLoadAndGrip(double thrustForce)
     splitWeight(runState.inclination, thrustForce);
     m.effectiveRolling = (m.rollingCoefficient[0] * m.frontWeightRatio + m.rollingCoefficient[1] * m.rearWeightRatio) *
                          m.bpn / bpnOfCoefficients;
-    if (m.roadSurface == 1) {
+    if (m.roadSurface == 1)
         m.effectiveRolling *= 0.8;
-    } else if (m.roadSurface == 2) {
+    else if (m.roadSurface == 2)
         m.effectiveRolling *= 1.1;
-    }
     updateGrip(m.bpn, m.roadSurface);
 }
 
@@ -100,16 +88,14 @@ inline void setLoads()
 inline double pelotonRatioAt(double airVelocity)
 {
     int32_t riders = modelState.pelotonNumber;
-    if (riders < 2 || !(airVelocity > 0.0)) {
+    if (riders < 2 || !(airVelocity > 0.0))
         return 1.0;
-    }
     double length = riders < 15 ? riders : riders / 10.0 + 15.0; // a long train gains little more, with a step at 15
     double ratio =
         (1.0 / std::pow(length, 0.2)) * std::pow(modelState.pelotonVelocity, 0.2) / std::pow(airVelocity * 3.6, 0.2);
     ratio = ratio * std::pow(modelState.wheelDistance, 0.2) / std::pow(50.0, 0.2);
-    if (modelState.rotateTop == 1) {
+    if (modelState.rotateTop == 1)
         ratio = ((riders - 1) * ratio + 1.0) / riders; // a share of the time in front, in free air
-    }
     return ratio > 1.0 ? 1.0 : ratio;
 }
 
@@ -117,10 +103,9 @@ inline double postureFactor()
 {
     double torso = modelState.torsoAngle;
     double posture = std::sin(radians(torso)) / std::sin(radians(30.0)) * 0.8 + 0.2;
-    if (torso < 20.0) {
+    if (torso < 20.0)
         posture += std::sin(radians(20.0 - torso)); // very low gets worse again
-    }
-    return posture * wearFactor();
+    return posture * wearFactor[modelState.wear];
 }
 
 inline double wheelDragAt(double velocity, double wind)
@@ -142,7 +127,7 @@ inline void dragForces(double velocity, double wind)
     double body = all * 0.12 - shell + all * 0.88;
 
     runState.shellDrag = modelState.shellType != 0 ? shell * modelState.shellAeroRatio : shell;
-    runState.humanDrag = body * postureFactor() + squared * helmetResist() / wattsPerKgfAt50Kph;
+    runState.humanDrag = body * postureFactor() + squared * helmetResist[modelState.helmet] / wattsPerKgfAt50Kph;
     runState.wheelDrag = wheelDragAt(velocity, wind);
 }
 

@@ -1,69 +1,24 @@
-// Weight split, grip, and the resistances at one velocity. Figures to three decimals were computed independently.
+// The resistances at one velocity. Figures to three decimals were computed independently.
 #include "figures.h"
 #include "model/model_fixture.h"
 #include "model/resistance.h"
-
-#include <cmath>
-#include <tuple>
 
 namespace torvane {
 
 using ResistanceTest = ModelTest;
 
-TEST_F(ResistanceTest, weightSplit)
-{
-    // Inclination, thrust, share of the rear wheel; the mass behind the thrust term is 68.341 kg.
-    constexpr double cases[][3] = {{0, 0, 0.55},          {10, 0, 0.600249378}, {-7, 0, 0.515122350},
-                                   {0, -30, 0.330512430}, {300, 0, 1},          {-300, 0, 0}};
-    for (auto [inclination, thrust, rear] : cases) {
-        splitWeight(inclination, thrust);
-        EXPECT_NEAR(modelState.rearWeightRatio, rear, 1e-5) << inclination;
-        EXPECT_DOUBLE_EQ(modelState.frontWeightRatio + modelState.rearWeightRatio, 1.0) << inclination;
-    }
-}
-
-TEST_F(ResistanceTest, wetRoadsRollAndGripDifferently)
-{
-    // Dry at 75: 0.004 x 0.45 + 0.003 x 0.55, and 0.85 x 0.45 + 0.75 x 0.55.
-    constexpr std::tuple<const char*, int, int, double, double> cases[] = {
-        {"dry", 75, 0, 0.00345, 0.795},
-        {"rough", 100, 0, 0.0046, 1.06},
-        {"damp", 75, 1, 0.00276, 0.5565},
-        {"rain", 75, 2, 0.003795, 0.5565},
-    };
-    for (const auto& [name, bpn, surface, rolling, friction] : cases) {
-        modelState.bpn = bpn;
-        modelState.roadSurface = surface;
-        updateLoadAndGrip(0.0);
-        SCOPED_TRACE(name);
-        expectFigures({modelState.effectiveRolling, modelState.effectiveFriction, modelState.frontFrictionShare,
-                       modelState.rearFrictionShare},
-                      {rolling, friction, 0.3825 / 0.795, 0.4125 / 0.795}, 1e-12);
-    }
-}
-
-TEST_F(ResistanceTest, tyreLoadFactorPunishesNarrowTyresOnly)
-{
-    constexpr double cases[][3] = {{23, 75, 1}, {25, 75, 1}, {20, 75, 1.3225}, {23, 158, 2}};
-    modelState.bikeWeight = 8.0;
-    for (auto [width, rider, factor] : cases) {
-        modelState.tyreSize[0] = modelState.tyreSize[1] = width;
-        modelState.humanWeight = rider;
-        EXPECT_NEAR(tyreLoadFactor(), factor, 1e-12) << width << " mm, " << rider << " kg";
-    }
-}
-
 TEST_F(ResistanceTest, pelotonRatio)
 {
     // Riders, rotation, kph, ratio: a long train takes a step at fifteen; slow, still and following air stay at 1.
-    constexpr double cases[][4] = {{2, 1, 40, 0.893001543},
-                                   {14, 0, 40, 0.532604269},
-                                   {15, 0, 40, 0.515387002},
-                                   {15, 1, 40, 0.547694535},
-                                   {1, 1, 40, 1},
-                                   {10, 0, 2, 1},
-                                   {10, 1, 0, 1},
-                                   {10, 1, -3, 1}};
+    constexpr double cases[][4] = {
+        {2, 1, 40, 0.893001543},
+        {14, 0, 40, 0.532604269},
+        {15, 0, 40, 0.515387002},
+        {15, 1, 40, 0.547694535},
+        {1, 1, 40, 1},
+        {10, 0, 2, 1},
+        {10, 1, -3, 1},
+    };
     for (auto [riders, rotate, velocity, ratio] : cases) {
         modelState.pelotonNumber = static_cast<int32_t>(riders);
         modelState.rotateTop = static_cast<int32_t>(rotate);

@@ -30,10 +30,9 @@ TEST_F(TheoryTest, everyFigureOfTheParabolaIsFoundFromTheOthers)
         workingBlock.theoryMaxPower[0] = figures[3];
         ASSERT_EQ(calculate(0, target), 0u) << target;
         SCOPED_TRACE(target);
-        expectFigures({runState.cadence, runState.power, runState.cadenceMax, runState.maxPower},
-                      {90.0, 843.75, 120.0, 900.0}, 1e-9);
-        EXPECT_NEAR(runState.torque, 89.524655, 1e-6) << target; // 843.75 / (3 pi)
-        EXPECT_NEAR(runState.force, 52.921590, 1e-6) << target;
+        expectFigures(
+            {runState.cadence, runState.power, runState.cadenceMax, runState.maxPower, runState.torque, runState.force},
+            {90.0, 843.75, 120.0, 900.0, 89.524655, 52.921590}, 1e-6); // 843.75 / (3 pi)
     }
 }
 
@@ -53,51 +52,36 @@ TEST_F(TheoryTest, powerAboveItsMaximumIsRefusedAndChangesNothing)
 
 TEST_F(TheoryTest, pedalingDynamics)
 {
-    struct Case {
-        const char* name;
-        int target, torqueOrForce;
-        double cadence, power, torque, force, maxPower;
+    // Target, of torque or of force; cadence, power, torque, force, maximum. Defaults: 90 rpm, 400 W, 40 Nm, 25 kgf on
+    // a crank of 172.5 mm.
+    constexpr double cases[][7] = {
+        {0, 0, 95.493, 400.0, 40.0, 23.645593, 417.4},      {0, 1, 90.321, 400.0, 42.291178, 25.0, 426.065},
+        {1, 0, 90.0, 376.991118, 40.0, 23.645593, 402.124}, {1, 1, 90.0, 398.584961, 42.291178, 25.0, 425.157},
+        {2, 0, 90.0, 400.0, 42.441318, 25.088754, 426.667},
     };
-    // Defaults: 90 rpm, 400 W, 40 Nm, 25 kgf on a crank of 172.5 mm.
-    constexpr Case cases[] = {
-        {"cadence of torque", 0, 0, 95.492966, 400.0, 40.0, 23.645593, 417.4},
-        {"cadence of force", 0, 1, 90.321, 400.0, 42.291178, 25.0, 426.065},
-        {"power of torque", 1, 0, 90.0, 376.991118, 40.0, 23.645593, 402.124},
-        {"power of force", 1, 1, 90.0, 398.584961, 42.291178, 25.0, 425.157},
-        {"torque", 2, 0, 90.0, 400.0, 42.441318, 25.088754, 426.667},
-    };
-    for (const Case& c : cases) {
-        workingBlock.torqueOrForce = c.torqueOrForce;
-        ASSERT_EQ(calculate(1, c.target), 0u) << c.name;
-        EXPECT_NEAR(runState.cadence, c.cadence, 0.002) << c.name;
-        SCOPED_TRACE(c.name);
-        expectFigures({runState.power, runState.torque, runState.force}, {c.power, c.torque, c.force}, 1e-5);
-        EXPECT_NEAR(runState.maxPower, c.maxPower, 0.05) << c.name;
+    for (auto [target, byForce, cadence, power, torque, force, maxPower] : cases) {
+        SCOPED_TRACE(power);
+        workingBlock.torqueOrForce = static_cast<int32_t>(byForce);
+        ASSERT_EQ(calculate(1, static_cast<int>(target)), 0u);
+        EXPECT_NEAR(runState.cadence, cadence, 0.002);
+        expectFigures({runState.power, runState.torque, runState.force}, {power, torque, force}, 1e-5);
+        EXPECT_NEAR(runState.maxPower, maxPower, 0.05);
     }
 }
 
 TEST_F(TheoryTest, gearCombination)
 {
-    struct Case {
-        const char* name;
-        int target, ownGears;
-        double cadence, kph;
-        int front, rear;
-    };
-    constexpr Case cases[] = {
-        {"cadence", 0, 1, 85.527, 40.0, 52, 14},
-        {"velocity", 1, 1, 90.0, 42.092, 52, 14},
-        {"own teeth", 2, 1, 87.205, 40.0, 51, 14},
-        {"any teeth", 2, 0, 89.778, 40.0, 46, 13},
-    };
-    for (const Case& c : cases) {
-        workingBlock.useMissionProfile = c.ownGears;
-        ASSERT_EQ(calculate(2, c.target), 0u) << c.name;
-        EXPECT_NEAR(runState.cadence, c.cadence, 0.001) << c.name;
-        EXPECT_NEAR(runState.velocity * 3.6, c.kph, 0.001) << c.name;
-        EXPECT_EQ(runState.frontTooth, c.front) << c.name;
-        EXPECT_EQ(runState.rearTooth, c.rear) << c.name;
-        EXPECT_NEAR(runState.gearRatio, static_cast<double>(c.front) / c.rear, 1e-12) << c.name;
+    // Target, own gears or any; cadence, kph, teeth.
+    constexpr double cases[][6] = {{0, 1, 85.527, 40.0, 52, 14},
+                                   {1, 1, 90.0, 42.092, 52, 14},
+                                   {2, 1, 87.205, 40.0, 51, 14},
+                                   {2, 0, 89.778, 40.0, 46, 13}};
+    for (auto [target, ownGears, cadence, velocity, front, rear] : cases) {
+        SCOPED_TRACE(cadence);
+        workingBlock.useMissionProfile = static_cast<int32_t>(ownGears);
+        ASSERT_EQ(calculate(2, static_cast<int>(target)), 0u);
+        expectFigures({runState.cadence, runState.velocity * 3.6, runState.frontTooth, runState.rearTooth},
+                      {cadence, velocity, front, rear}, 0.001);
     }
     EXPECT_NEAR(runState.expectedRatio, 3.530, 0.0005);
 }
@@ -127,28 +111,21 @@ TEST_F(TheoryTest, zeroInputs)
 TEST_F(TheoryTest, realPerformance)
 {
     struct Case {
-        const char* name;
         int calculator, target;
-        double inclination, kph, cadence;
-        int front, rear;
-        double torque, maxPower;
+        double inclination, kph, cadence, front, rear, torque, maxPower;
     };
-    constexpr Case cases[] = {
-        {"cadence theory", 0, 0, 0.0, 58.6, 100.4, 51, 11, 80.8, 873.2},
-        {"pedaling dynamics", 1, 1, 0.0, 44.7, 90.5, 51, 13, 39.8, 401.2},
-        {"on a climb", 1, 0, 6.0, 26.2, 94.0, 42, 19, 40.6, 419.7},
-        {"gears", 2, 2, 0.0, 40.0, 87.2, 51, 14, 29.9, 295.2},
-    };
+    constexpr Case cases[] = {{0, 0, 0.0, 58.6, 100.4, 51, 11, 80.8, 873.2},
+                              {1, 1, 0.0, 44.7, 90.5, 51, 13, 39.8, 401.2},
+                              {1, 0, 6.0, 26.2, 94.0, 42, 19, 40.6, 419.7},
+                              {2, 2, 0.0, 40.0, 87.2, 51, 14, 29.9, 295.2}};
     for (const Case& c : cases) {
+        SCOPED_TRACE(c.kph);
         workingBlock.theoryInclination[c.calculator] = c.inclination;
-        ASSERT_EQ(calculate(c.calculator, c.target), 0u) << c.name;
-        EXPECT_EQ(theoryVerify(), 0u) << c.name;
-        EXPECT_NEAR(runState.velocity * 3.6, c.kph, 0.05) << c.name;
-        EXPECT_NEAR(runState.cadence, c.cadence, 0.05) << c.name;
-        EXPECT_EQ(runState.frontTooth, c.front) << c.name;
-        EXPECT_EQ(runState.rearTooth, c.rear) << c.name;
-        EXPECT_NEAR(runState.torque, c.torque, 0.05) << c.name;
-        EXPECT_NEAR(runState.maxPower, c.maxPower, 0.05) << c.name;
+        ASSERT_EQ(calculate(c.calculator, c.target), 0u);
+        EXPECT_EQ(theoryVerify(), 0u);
+        expectFigures({runState.velocity * 3.6, runState.cadence, runState.frontTooth, runState.rearTooth,
+                       runState.torque, runState.maxPower},
+                      {c.kph, c.cadence, c.front, c.rear, c.torque, c.maxPower}, 0.05);
     }
 }
 

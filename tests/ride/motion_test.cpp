@@ -1,7 +1,6 @@
 // The laws that all runs share: step lengths, start gears, standstill.
 #include "ride/motion.h"
 
-#include "figures.h"
 #include "ride/ride_fixture.h"
 
 #include <limits>
@@ -20,15 +19,6 @@ TEST(QuantizeInterval, takesTheNearestPartOfASecond)
 }
 
 using MotionTest = RideTest;
-
-TEST_F(MotionTest, standstillKnowsForcesAlone)
-{
-    modelState.totalWeight = 80.0;
-    modelState.inertialWeight = 82.0;
-    runState.inclination = -75.0; // 3-4-5: the sine is -0.6
-    EXPECT_NEAR(gravityAcceleration(0.0), 48.0 * 9.80665 / 82.0, 1e-12);
-    EXPECT_NEAR(gravityAcceleration(-48.0), 0.0, 1e-12);
-}
 
 TEST_F(MotionTest, aChosenStartGearStaysWithinTheTable)
 {

@@ -7,27 +7,11 @@
 #include "ride/ride_status.h"
 #include "ride/seek.h"
 
-#include <bit>
 #include <cmath>
-#include <random>
 
 namespace torvane {
 
 namespace {
-
-using Random = std::mt19937_64;
-
-double uniform(Random& random, double low, double high)
-{
-    return low + (high - low) * static_cast<double>(random() >> 11) * 0x1p-53;
-}
-
-double anyWind(Random& random)
-{
-    constexpr double strongest[] = {0.0, 3.0, 30.0};
-    const double most = strongest[random() % std::size(strongest)];
-    return uniform(random, -most, most);
-}
 
 // Rider, air and interval within the limits of their dialogs.
 void takeAnyConditions(Random& random)
@@ -37,7 +21,8 @@ void takeAnyConditions(Random& random)
     in.humanWeight = uniform(random, 30.0, 200.0);
     in.humanHeight = uniform(random, 100.0, 250.0);
     in.torsoAngle = uniform(random, 0.0, 90.0);
-    in.windSpeed = anyWind(random);
+    constexpr double strongestWind[] = {0.0, 3.0, 30.0};
+    in.windSpeed = uniform(random, -1.0, 1.0) * strongestWind[random() % 3];
     in.altitude = uniform(random, -100.0, 10000.0);
     in.pelotonMode = random() % 2 != 0;
     in.pelotonNumber = static_cast<int32_t>(2 + random() % 99);
@@ -48,9 +33,8 @@ void takeAnyConditions(Random& random)
 
 RollLimit anyLimit(Random& random)
 {
-    if (random() % 2 == 0) {
+    if (random() % 2 == 0)
         return {RollUntil::time, 0.0, uniform(random, 0.0, 150.0)};
-    }
     return {RollUntil::distance, uniform(random, 0.0, 3000.0), 0.0};
 }
 
@@ -62,9 +46,8 @@ Figures figuresOf(ResultStatus status, const SampleLog& log)
     const RunState& r = runState;
     Figures figures{status, static_cast<uint64_t>(log.sampleCount)};
     for (double value : {r.inclination, r.velocity, r.sectorTime, r.distance, r.accele, r.airDrag, r.airDragPower,
-                         r.totalLoad, r.rollingPower, r.slopePower}) {
-        figures.push_back(std::isnan(value) ? ~uint64_t{0} : std::bit_cast<uint64_t>(value));
-    }
+                         r.totalLoad, r.rollingPower, r.slopePower})
+        figures.push_back(bitsOf(value));
     return figures;
 }
 
@@ -128,7 +111,6 @@ TEST_F(RollTrialTest, whatIsGivenUpWouldHaveEndedSlower)
 TEST_F(RollTrialTest, aSeekAnswersAsIfEveryRunWentToItsEnd)
 {
     Random random(12);
-    int met = 0;
     for (int round = 0; round < 40; ++round) {
         takeAnyConditions(random);
         const RollLimit limit = anyLimit(random);
@@ -136,9 +118,7 @@ TEST_F(RollTrialTest, aSeekAnswersAsIfEveryRunWentToItsEnd)
         workingBlock.accelerationInterval = 0.1;
         const Figures plain = seekOnce(wanted, limit, plainSeek);
         EXPECT_EQ(seekOnce(wanted, limit, seekInclinationOver), plain) << round;
-        met += plain[0] == 0;
     }
-    EXPECT_GT(met, 10);
     // No slope is enough: what shows is the last run, whole.
     setDefaults(workingBlock);
     workingBlock.accelerationIntervalMode = 1;
