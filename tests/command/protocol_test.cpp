@@ -76,34 +76,31 @@ void fakeCommit(ParameterBlock&, ParameterBlock&)
     journal.push_back("commit");
 }
 
+constexpr Command ride(int id, GraphWhen graph)
+{
+    Command command{.id = id, .label = "ride", .entry = Entry::dialog, .work = Work::worker, .commit = fakeCommit};
+    command.operation = fakeOperation;
+    command.family = Family::ride;
+    command.graph = graph;
+    command.showsLower = true;
+    return command;
+}
+
+constexpr Command tool()
+{
+    Command command{.id = 905, .label = "tool", .entry = Entry::dialog, .work = Work::worker};
+    command.operation = fakeOperation;
+    command.menu = MenuAfter::toolRan;
+    return command;
+}
+
 constexpr Command fakeCommands[] = {
     {.id = 303, .label = "front end"},
     {.id = 325, .label = "settings", .entry = Entry::sheet, .work = Work::settings},
     {.id = 501, .label = "report", .work = Work::report, .operation = fakeReport},
-    {.id = 801,
-     .label = "ride",
-     .entry = Entry::dialog,
-     .work = Work::worker,
-     .commit = fakeCommit,
-     .operation = fakeOperation,
-     .family = Family::ride,
-     .graph = GraphWhen::bandPowerVelocity,
-     .showsLower = true},
-    {.id = 802,
-     .label = "run",
-     .entry = Entry::dialog,
-     .work = Work::worker,
-     .commit = fakeCommit,
-     .operation = fakeOperation,
-     .family = Family::ride,
-     .graph = GraphWhen::express,
-     .showsLower = true},
-    {.id = 905,
-     .label = "tool",
-     .entry = Entry::dialog,
-     .work = Work::worker,
-     .operation = fakeOperation,
-     .menu = MenuAfter::toolRan},
+    ride(801, GraphWhen::bandPowerVelocity),
+    ride(802, GraphWhen::express),
+    tool(),
 };
 
 constexpr FrontEnd fakeFrontEnd = {
@@ -114,8 +111,7 @@ constexpr FrontEnd fakeFrontEnd = {
         },
     .closeGraph = [] { journal.push_back("close graph"); },
     .openGraph = [] { journal.push_back("open graph"); },
-    .enableCommand = [](int id,
-                        bool enabled) { journal.push_back((enabled ? "enable " : "grey ") + std::to_string(id)); },
+    .enableCommand = [](int id, bool on) { journal.push_back((on ? "enable " : "grey ") + std::to_string(id)); },
     .focusPane = [](bool lower) { journal.push_back(lower ? "focus lower" : "focus upper"); },
     .sendCompletion = [](int id) { mail.send(id); },
     .runFrontEndCommand = [](const Command& command) { journal.push_back("front end " + std::to_string(command.id)); },
@@ -170,8 +166,9 @@ TEST_F(ProtocolTest, cancelStartsNothingButKeepsTheMode)
     workingBlock.rideMode = 0;
     workingBlock.rideTarget = 1;
     confirms = false;
+    handleCommand(12345);
     handleCommand(802);
-    EXPECT_EQ(journal, (Calls{"entry 802"}));
+    EXPECT_EQ(journal, (Calls{"entry 802"})); // the unknown id did nothing
     EXPECT_EQ(workerBlock.ActiveCommand, 0);
     EXPECT_EQ(workingBlock.rideMode, 1);
     EXPECT_EQ(workingBlock.rideTarget, 0);
@@ -222,7 +219,7 @@ TEST_F(ProtocolTest, thePressBehindAPressWaitsForTheWorker)
     EXPECT_EQ(operationRuns, 2) << "the end of the first run was not taken for its own";
 }
 
-TEST_F(ProtocolTest, shortCommandsDuringARun)
+TEST_F(ProtocolTest, shortCommandsDuringARunAreTakenButClosingIsRefused)
 {
     handleCommand(802);
     operationStarted.wait();
@@ -231,13 +228,6 @@ TEST_F(ProtocolTest, shortCommandsDuringARun)
     handleCommand(325);
     handleCommand(303);
     EXPECT_EQ(journal, (Calls{"report", "focus upper", "front end 303"})) << "settings wait for the worker's end";
-    EXPECT_EQ(workerBlock.ActiveCommand, 802);
-}
-
-TEST_F(ProtocolTest, closeIsRefusedDuringARun)
-{
-    handleCommand(802);
-    operationStarted.wait();
     EXPECT_FALSE(stopWorker());
     EXPECT_EQ(workerBlock.quit, 0);
     EXPECT_EQ(workerBlock.ActiveCommand, 802);
@@ -258,56 +248,51 @@ TEST_F(ProtocolTest, closeAfterAPressWaitsForTheWorker)
 
 TEST_F(ProtocolTest, graphFollowsPreferenceAndStatus)
 {
-    constexpr std::tuple<const char*, int, int, int, ResultStatus, bool> cases[] = {
-        {"express, clean", 802, 1, 0, 0, true},        {"express, warning", 802, 1, 0, 0x20000, true},
-        {"express, fatal", 802, 1, 0, 0x2, false},     {"express off", 802, 0, 1, 0, false},
-        {"band on, even fatal", 801, 0, 1, 0x2, true}, {"band off", 801, 1, 0, 0, false},
-        {"tool never", 905, 1, 1, 0, false},
+    // Command, both preferences, status; the express graph wants no fatal one, a tool has none.
+    constexpr std::tuple<int, int, int, ResultStatus, bool> cases[] = {
+        {802, 1, 0, 0, true},   {802, 1, 0, 0x20000, true}, {802, 1, 0, 0x2, false}, {802, 0, 1, 0, false},
+        {801, 0, 1, 0x2, true}, {801, 1, 0, 0, false},      {905, 1, 1, 0, false},
     };
     operationMayEnd.set();
-    for (const auto& [name, id, expressGraph, bandGraph, status, opens] : cases) {
+    for (const auto& [id, expressGraph, bandGraph, status, opens] : cases) {
         workingBlock.expressGraph = expressGraph;
         workingBlock.bandGraphPowerVelocity = bandGraph;
         operationResult = status;
         handleCommand(id);
         journal.clear();
-        ASSERT_TRUE(mail.serve(longEnough)) << name;
-        EXPECT_EQ(std::count(journal.begin(), journal.end(), "open graph"), opens ? 1 : 0) << name;
+        ASSERT_TRUE(mail.serve(longEnough));
+        EXPECT_EQ(std::count(journal.begin(), journal.end(), "open graph"), opens) << id << " " << status;
     }
-}
-
-TEST_F(ProtocolTest, unknownIdsDoNothing)
-{
-    handleCommand(0);
-    handleCommand(12345);
-    EXPECT_TRUE(journal.empty());
 }
 
 std::map<int, bool> menuState;
 
 TEST(MenuRulesTest, openAndGreyByStatusAndReadiness)
 {
-    // expected: entries touched
-    const std::tuple<const char*, MenuAfter, ResultStatus, int, std::map<int, bool>> cases[] = {
-        {"loaded, ready", MenuAfter::loaded, 0, 0, {{902, true}, {903, true}, {904, false}}},
-        {"loaded, nothing to predict", MenuAfter::loaded, 0, 2, {{902, true}, {903, false}, {904, false}}},
-        {"loaded, no analysis", MenuAfter::loaded, 0, 1, {{902, false}, {903, false}, {904, false}}},
-        {"load failed", MenuAfter::loaded, 4, 0, {{902, false}, {903, false}, {904, false}}},
-        {"expressed", MenuAfter::expressed, 0, 0, {}},
-        {"express failed", MenuAfter::expressed, 8, 0, {{902, false}, {903, false}, {904, false}}},
-        {"analysed", MenuAfter::analysed, 0, 0, {{904, true}}},
-        {"analysed, nothing to predict", MenuAfter::analysed, 0, 2, {{904, false}}},
-        {"analysis failed", MenuAfter::analysed, 1, 0, {{904, false}}},
-        {"created", MenuAfter::none, 0, 0, {}},
-        {"tool", MenuAfter::toolRan, 0, 0, {{902, false}, {903, false}, {904, false}}},
-        {"one stroke", MenuAfter::oneStroke, 0, 2, {{902, true}, {903, false}, {904, false}}},
-        {"one stroke failed", MenuAfter::oneStroke, 1, 0, {}},
+    // Rule, status, readiness; the entries touched.
+    const std::map<int, bool> untouched, greyed = {{902, false}, {903, false}, {904, false}};
+    const std::map<int, bool> ready = {{902, true}, {903, true}, {904, false}};
+    const std::map<int, bool> nothingToDo = {{902, true}, {903, false}, {904, false}};
+    const std::tuple<MenuAfter, ResultStatus, int, std::map<int, bool>> cases[] = {
+        {MenuAfter::loaded, 0, 0, ready},
+        {MenuAfter::loaded, 0, 2, nothingToDo},
+        {MenuAfter::loaded, 0, 1, greyed},
+        {MenuAfter::loaded, 4, 0, greyed},
+        {MenuAfter::expressed, 0, 0, untouched},
+        {MenuAfter::expressed, 8, 0, greyed},
+        {MenuAfter::analysed, 0, 0, {{904, true}}},
+        {MenuAfter::analysed, 0, 2, {{904, false}}},
+        {MenuAfter::analysed, 1, 0, {{904, false}}},
+        {MenuAfter::none, 0, 0, untouched},
+        {MenuAfter::toolRan, 0, 0, greyed},
+        {MenuAfter::oneStroke, 0, 2, nothingToDo},
+        {MenuAfter::oneStroke, 1, 0, untouched},
     };
-    for (const auto& [name, rule, status, readiness, expected] : cases) {
+    for (const auto& [rule, status, readiness, expected] : cases) {
         menuState.clear();
         analysisReadiness = static_cast<AnalysisReadiness>(readiness);
         adjustMenu(rule, status, [](int id, bool enabled) { menuState[id] = enabled; });
-        EXPECT_EQ(menuState, expected) << name;
+        EXPECT_EQ(menuState, expected) << static_cast<int>(rule) << " " << status << " " << readiness;
     }
 }
 
