@@ -17,14 +17,19 @@ FitImage imageOf(const FitBuilder& builder)
     return image;
 }
 
-// A file of records with these fields alone, loaded.
-StatusCode loadFields(const std::vector<int>& numbers)
+std::vector<FitBuilder::Field> fieldsOf(const std::vector<int>& numbers)
 {
     std::vector<FitBuilder::Field> fields;
     for (int number : numbers)
         fields.push_back({number, 4});
+    return fields;
+}
+
+// A file of records with these fields alone, loaded.
+StatusCode loadFields(const std::vector<int>& numbers)
+{
     FitBuilder builder;
-    builder.define(1, messageRecord, fields).message(1, std::vector<int64_t>(fields.size(), 0));
+    builder.define(1, messageRecord, fieldsOf(numbers)).message(1, std::vector<int64_t>(numbers.size(), 0));
     StatusCode code = gatherActivity(imageOf(builder));
     setFieldPresence();
     setReadiness();
@@ -35,9 +40,7 @@ StatusCode loadFields(const std::vector<int>& numbers)
 
 TEST(GpsLoad, coherence)
 {
-    // sessions: sports
-    // laps: sports
-    // definitions: field numbers
+    // Sports of the sessions, sports of the laps, field numbers of the record definitions.
     const std::tuple<const char*, std::vector<int>, std::vector<int>, std::vector<std::vector<int>>, StatusCode>
         cases[] = {
             {"one session, one lap", {2}, {1}, {{253}}, 0},
@@ -58,12 +61,8 @@ TEST(GpsLoad, coherence)
             builder.message(1, {sport});
         for (int sport : laps)
             builder.message(2, {sport});
-        for (const std::vector<int>& numbers : definitions) {
-            std::vector<FitBuilder::Field> fields;
-            for (int number : numbers)
-                fields.push_back({number, 1});
-            builder.define(3, messageRecord, fields);
-        }
+        for (const std::vector<int>& numbers : definitions)
+            builder.define(3, messageRecord, fieldsOf(numbers));
         EXPECT_EQ(gatherActivity(imageOf(builder)), code) << name;
     }
 }

@@ -179,10 +179,9 @@ TEST_F(FitReport, summaryOfAnAnalysedFile)
     // Braking is left out with power in the file, without its detection, and in the other modes.
     EXPECT_EQ(summaryText(reportExpressed).find("braking"), std::string::npos);
     expectLines("in the record and stats of fields data\n\n");
-    workingBlock.detectBraking = 0;
-    EXPECT_EQ(summaryText(reportAnalysed).find("braking"), std::string::npos);
-    workingBlock.detectBraking = 1;
     fieldPresence.powerFlags = 1;
+    EXPECT_EQ(summaryText(reportAnalysed).find("braking"), std::string::npos);
+    workingBlock.detectBraking = fieldPresence.powerFlags = 0;
     EXPECT_EQ(summaryText(reportAnalysed).find("braking"), std::string::npos);
     fieldPresence = {};
     summaryText(reportLoaded);
