@@ -60,30 +60,27 @@ TEST_F(ParameterFile, aShortOrLongFileIsReadAsFarAsItGoes)
 
 TEST_F(ParameterFile, unusableContentsAreToldAndKept)
 {
-    struct Case {
-        const char* name;
-        void (*spoil)(ParameterBlock&);
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    constexpr void (*spoilers[])(ParameterBlock&) = {
+        [](ParameterBlock& b) { b.sprocketCount = 16; },
+        [](ParameterBlock& b) { b.brakeMaterial[1][0] = -1; },
+        [](ParameterBlock& b) { b.rideMode = 3, b.rideTarget = 4; }, // a target of another mode
+        [](ParameterBlock& b) { b.rideMode = 6; },
+        [](ParameterBlock& b) { b.specificHeat[2] = std::nan(""); },
+        [](ParameterBlock& b) { b.rideForce[3] = infinity; },
+        [](ParameterBlock& b) { b.divideOutput.sportIndex = 9; },
+        [](ParameterBlock& b) { std::memset(b.profileFileName, 'x', 264); }, // without an end
     };
-    constexpr Case cases[] = {
-        {"count", [](ParameterBlock& b) { b.sprocketCount = 16; }},
-        {"negative index", [](ParameterBlock& b) { b.brakeMaterial[1][0] = -1; }},
-        {"target of another mode", [](ParameterBlock& b) { b.rideMode = 3, b.rideTarget = 4; }},
-        {"mode", [](ParameterBlock& b) { b.rideMode = 6; }},
-        {"no number", [](ParameterBlock& b) { b.specificHeat[2] = std::nan(""); }},
-        {"infinite", [](ParameterBlock& b) { b.rideForce[3] = std::numeric_limits<double>::infinity(); }},
-        {"sport", [](ParameterBlock& b) { b.divideOutput.sportIndex = 9; }},
-        {"name without an end", [](ParameterBlock& b) { std::memset(b.profileFileName, 'x', 264); }},
-    };
-    for (size_t i = 0; i < std::size(cases); ++i) {
+    for (size_t i = 0; i < std::size(spoilers); ++i) {
         ParameterBlock block;
         setDefaults(block);
         block.humanWeight = 77;
-        cases[i].spoil(block);
+        spoilers[i](block);
         writeBytes(settings, imageOf(block));
-        EXPECT_TRUE(loadParameters(settings)) << cases[i].name;
-        EXPECT_TRUE(alerted()) << cases[i].name;
-        EXPECT_EQ(savedBlock.humanWeight, 60) << cases[i].name;
-        EXPECT_EQ(bytesOf(settings + ".unusable" + std::to_string(i + 1)), imageOf(block)) << cases[i].name;
+        EXPECT_TRUE(loadParameters(settings)) << i;
+        EXPECT_TRUE(alerted()) << i;
+        EXPECT_EQ(savedBlock.humanWeight, 60) << i;
+        EXPECT_EQ(bytesOf(settings + ".unusable" + std::to_string(i + 1)), imageOf(block)) << i;
     }
 }
 

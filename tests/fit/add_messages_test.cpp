@@ -15,11 +15,11 @@ const Fields recordFields = {{253, 4, 0x86}, {0, 4, 0x85}, {1, 4, 0x85},  {2, 2,
 
 // Five records, the third one below the threshold of 10 kph or 2777 mm/s by one.
 const Values records[] = {
-    {1000, 100, 200, 2600, 120, 80, 1000, 5000, 200, -3, 3, 4, 1, 0},
-    {1002, 110, 210, 2590, 130, 0, 1900, 4000, 0, -5, 2, 6, 2, 0},
-    {1003, 999, 999, 9999, 200, 200, 9999, 2776, 999, 99, 99, 99, 999, 0},
-    {1003, 120, 190, 2611, 110, 91, 2500, 2777, 301, -9, 1, 2, 0, 0},
-    {1010, 130, -220, 2599, 100, 0, 4000, 6000, 0, -2, 0, 0, 5, 0},
+    {1000, 100, 200, 2600, 120, 80, 1000, 5000, 200, -3, 3, 4, 1, 0, 7},
+    {1002, 110, 210, 2590, 130, 0, 1900, 4000, 0, -5, 2, 6, 2, 0, 7},
+    {1003, 999, 999, 9999, 200, 200, 9999, 2776, 999, 99, 99, 99, 999, 0, 7},
+    {1003, 120, 190, 2611, 110, 91, 2500, 2777, 301, -9, 1, 2, 0, 0, 7},
+    {1010, 130, -220, 2599, 100, 0, 4000, 6000, 0, -2, 0, 0, 5, 0, 7},
 };
 
 // Steps of 2, 1 and 7 s: 2 and 1 were the smallest so far when they came, so the timer is 3 s. 30 m in 3 s.
@@ -38,16 +38,13 @@ const Fields sessionFields = {{253, 4, 0x86}, {2, 4, 0x86},  {7, 4, 0x86},  {8, 
                               {58, 1, 1},     {10, 4, 6},    {51, 1, 2},    {11, 2, 0x84}, {5, 1, 2}};
 const Values sessionValues = {1010, 1000, 10,    3000, 0,   0,   2600, 2590, 2611, 115, 100, 130, 85,
                               91,   3000, 10000, 6000, 250, 301, -4,   0,    6,    3,   8,   1};
-const Fields activityFields = {{253, 4, 0x86}, {0, 4, 0x86}, {5, 4, 0x86}, {1, 2, 4}};
 
 void addRide(FitBuilder& file, bool bigEndian)
 {
     file.define(3, 21, {{253, 4}}, bigEndian).message(3, {999});
     file.define(1, 20, recordFields, bigEndian, {{0, 1}});
-    for (Values record : records) {
-        record.push_back(7);
+    for (const Values& record : records)
         file.message(1, record);
-    }
 }
 
 class AddMessages : public BothByteOrders {
@@ -76,7 +73,8 @@ TEST_P(AddMessages, AllThreeBehindTheRecordsOfOneDefinition)
     addRide(expected, bigEndian);
     expected.define(2, 19, lapFields, bigEndian).message(2, lapValues);
     expected.define(4, 18, sessionFields, bigEndian).message(4, sessionValues);
-    expected.define(5, 34, activityFields, bigEndian).message(5, {1010, 3000, 1010, 1});
+    expected.define(5, 34, {{253, 4, 0x86}, {0, 4, 0x86}, {5, 4, 0x86}, {1, 2, 4}}, bigEndian);
+    expected.message(5, {1010, 3000, 1010, 1});
     EXPECT_EQ(bench.output(), expected.file());
 }
 

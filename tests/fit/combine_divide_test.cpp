@@ -9,14 +9,10 @@ class CombineDivide : public BothByteOrders {};
 
 INSTANTIATE_TEST_SUITE_P(BigEndian, CombineDivide, testing::Bool());
 
-void addRecords(FitBuilder& file, int local, int64_t start, bool bigEndian)
+void addRide(FitBuilder& file, int64_t start, int sport, bool bigEndian)
 {
-    file.define(local, 20, {{253, 4}, {4, 1}}, bigEndian, {{0, 2}});
-    file.message(local, {start, 90, 1}).compressed(local, 3, {start + 1, 91, 2});
-}
-
-void addSummaries(FitBuilder& file, int sport, bool bigEndian)
-{
+    file.define(1, 20, {{253, 4}, {4, 1}}, bigEndian, {{0, 2}});
+    file.message(1, {start, 90, 1}).compressed(1, 3, {start + 1, 91, 2});
     file.define(2, 19, {{25, 1}}, bigEndian).message(2, {sport}).message(2, {sport});
     file.define(3, 18, {{5, 2}}, bigEndian).message(3, {sport});
 }
@@ -25,8 +21,7 @@ TEST_P(CombineDivide, CombinesInTheOrderOfStarts)
 {
     auto ride = [&](int64_t start, int64_t timer, bool otherEnd) {
         FitBuilder file = fitFile(otherEnd);
-        addRecords(file, 1, start, otherEnd);
-        addSummaries(file, 2, otherEnd);
+        addRide(file, start, 2, otherEnd);
         int local = start == 3000 ? 2 : 7; // to tell whose activity it is
         return file.define(local, 34, {{0, 4}, {1, 3}}, otherEnd).message(local, {timer, 1}).file();
     };
@@ -35,10 +30,8 @@ TEST_P(CombineDivide, CombinesInTheOrderOfStarts)
     ASSERT_EQ(bench.run(checkCombine, runCombine), fitCombined);
     EXPECT_EQ(bench.outcome.path, bench.inputs.files[toolDestination].path);
     FitBuilder expected = fitFile(bigEndian, 4, marked);
-    for (int64_t start : {1000, 2000, 3000}) {
-        addRecords(expected, 1, start, start == 2000 ? !bigEndian : bigEndian);
-        addSummaries(expected, 254, start == 2000 ? !bigEndian : bigEndian);
-    }
+    for (int64_t start : {1000, 2000, 3000})
+        addRide(expected, start, 254, bigEndian != (start == 2000));
     expected.define(2, 34, {{0, 4}, {1, 3}}, bigEndian).message(2, {6540, 3});
     EXPECT_EQ(bench.output(), expected.file(12));
 }
@@ -46,11 +39,11 @@ TEST_P(CombineDivide, CombinesInTheOrderOfStarts)
 TEST_P(CombineDivide, EqualStartsKeepTheOrderOfThePaths)
 {
     FitBuilder expected = fitFile(bigEndian, 4, marked);
-    for (size_t source : {0, 2, 3}) {
+    for (int source : {0, 2, 3}) {
         FitBuilder file = fitFile(bigEndian);
         for (FitBuilder* both : {&file, &expected})
-            both->define(static_cast<int>(source), 20, {{253, 4}}, bigEndian).message(static_cast<int>(source), {1000});
-        bench.from(file.file(), source);
+            both->define(source, 20, {{253, 4}}, bigEndian).message(source, {1000});
+        bench.from(file.file(), static_cast<size_t>(source));
     }
     ASSERT_EQ(bench.run(checkCombine, runCombine), fitCombined);
     EXPECT_EQ(bench.output(), expected.file());
@@ -59,7 +52,7 @@ TEST_P(CombineDivide, EqualStartsKeepTheOrderOfThePaths)
 TEST_P(CombineDivide, NoSourceInTheFirstPlaceMeansNoOrder)
 {
     FitBuilder file = fitFile(bigEndian);
-    addRecords(file, 1, 1000, bigEndian);
+    addRide(file, 1000, 2, bigEndian);
     bench.from(file.file(), 1).from(file.file(), 2);
     EXPECT_EQ(bench.run(checkCombine, runCombine), fitCannotOpen);
     EXPECT_EQ(bench.outcome.path, bench.inputs.files[toolDestination].path);

@@ -85,27 +85,22 @@ TEST_P(RewriteTools, TimestampShiftItsComplementAndTruncation)
 
 TEST(RewriteToolFaults, ReportedForTheSourceAndLeaveTheDestinationAlone)
 {
-    struct Case {
-        Check check;
-        ToolRun run;
-        StatusCode code;
-    };
-    for (Case c : {Case{checkConvert, runConvert, fitConvertFailed},
-                   {checkTimestamp, runTimestamp, fitConvertFailed},
-                   {checkExclude, runExclude, fitAddFailed}}) {
+    const std::tuple<Check, ToolRun, StatusCode> cases[] = {{checkConvert, runConvert, fitConvertFailed},
+                                                            {checkTimestamp, runTimestamp, fitConvertFailed},
+                                                            {checkExclude, runExclude, fitAddFailed}};
+    for (const auto& [check, run, code] : cases) {
         ToolBench bench;
         Bytes source = fitFile().file();
         bench.from(source);
         std::filesystem::create_directory(bench.folder.path + "out.fit");
-        EXPECT_EQ(bench.run(c.check, c.run), c.code); // a folder stands in the way
+        EXPECT_EQ(bench.run(check, run), code); // a folder stands in the way
         EXPECT_EQ(bench.outcome.path, bench.inputs.files[0].path);
         bench.to("in0.fit"); // the source itself
-        EXPECT_LE(fitConverted, bench.run(c.check, c.run));
+        EXPECT_LE(fitConverted, bench.run(check, run));
         source.back() ^= 1;
-        Bytes kept = source;
         bench.from(source);
-        EXPECT_EQ(c.run(bench.inputs, bench.options).code, fitWrongCrc);
-        EXPECT_EQ(bench.output("in0.fit"), kept);
+        EXPECT_EQ(run(bench.inputs, bench.options).code, fitWrongCrc);
+        EXPECT_EQ(bench.output("in0.fit"), source);
     }
 }
 
