@@ -77,11 +77,6 @@ bool makeDiskReadOnly(const std::string& folder)
     return ::mount("tmpfs", folder.c_str(), "tmpfs", MS_REMOUNT | MS_RDONLY, nullptr) == 0;
 }
 
-Bytes filled(size_t size, uint8_t byte)
-{
-    return Bytes(size, byte);
-}
-
 TEST(WriteFaults, theOldFileStands)
 {
     // error: 0: the process ends there
@@ -94,18 +89,18 @@ TEST(WriteFaults, theOldFileStands)
     for (const auto& [name, call, error, expected] : cases) {
         TestFolder folder;
         std::string path = folder.path + "file";
-        writeBytes(path, filled(5000, 1));
+        writeBytes(path, Bytes(5000, 1));
         int result = inChild([&] {
-            return forbidCall(call, error) ? static_cast<int>(replaceFile(path, {filled(9000, 2)})) : childCannotTry;
+            return forbidCall(call, error) ? static_cast<int>(replaceFile(path, {Bytes(9000, 2)})) : childCannotTry;
         });
         if (result == childCannotTry)
             GTEST_SKIP() << "this system lets no process forbid itself a call";
         EXPECT_EQ(result, expected) << name;
-        EXPECT_EQ(bytesOf(path), filled(5000, 1)) << name;
+        EXPECT_EQ(bytesOf(path), Bytes(5000, 1)) << name;
         // A process that was ended cannot clear up; one that goes on does.
         EXPECT_EQ(folder.count(), error == 0 ? 2u : 1u) << name;
-        EXPECT_EQ(replaceFile(path, {filled(9000, 2)}), FileResult::ok) << "what was left behind is in nobody's way";
-        EXPECT_EQ(bytesOf(path), filled(9000, 2)) << name;
+        EXPECT_EQ(replaceFile(path, {Bytes(9000, 2)}), FileResult::ok) << "what was left behind is in nobody's way";
+        EXPECT_EQ(bytesOf(path), Bytes(9000, 2)) << name;
     }
 }
 
@@ -113,14 +108,14 @@ TEST(WriteFaults, aFileWhosePiecesEndEarlyIsNotReplaced)
 {
     TestFolder folder;
     std::string path = folder.path + "file";
-    writeBytes(path, filled(5000, 1));
+    writeBytes(path, Bytes(5000, 1));
     auto giveUp = [&](const WritePiece& write) {
-        EXPECT_TRUE(write(filled(9000, 2)));
-        EXPECT_EQ(bytesOf(path), filled(5000, 1)) << "while the pieces are made";
+        EXPECT_TRUE(write(Bytes(9000, 2)));
+        EXPECT_EQ(bytesOf(path), Bytes(5000, 1)) << "while the pieces are made";
         return false;
     };
     EXPECT_EQ(replaceFile(path, giveUp), FileResult::writeFailed);
-    EXPECT_EQ(bytesOf(path), filled(5000, 1));
+    EXPECT_EQ(bytesOf(path), Bytes(5000, 1));
     EXPECT_EQ(folder.count(), 1u);
 }
 
@@ -130,17 +125,17 @@ TEST(WriteFaults, aDiskWithoutRoomOrRight)
     TestFolder folder;
     const std::string path = folder.path + "file";
     auto stands = [&](FileResult result, FileResult expected) {
-        return result == expected && bytesOf(path) == filled(20'000, 1) && folder.count() == 1;
+        return result == expected && bytesOf(path) == Bytes(20'000, 1) && folder.count() == 1;
     };
     int result = inChild([&] {
         if (!mountSmallDisk(folder.path, "64k"))
             return childCannotTry;
-        writeBytes(path, filled(20'000, 1));
-        if (!stands(replaceFile(path, {filled(60'000, 2)}), FileResult::writeFailed))
+        writeBytes(path, Bytes(20'000, 1));
+        if (!stands(replaceFile(path, {Bytes(60'000, 2)}), FileResult::writeFailed))
             return 1;
         if (!makeDiskReadOnly(folder.path))
             return childCannotTry;
-        return stands(replaceFile(path, {filled(10, 2)}), FileResult::cannotOpen) ? 0 : 2;
+        return stands(replaceFile(path, {Bytes(10, 2)}), FileResult::cannotOpen) ? 0 : 2;
     });
     if (result == childCannotTry)
         GTEST_SKIP() << "mounting a small disk needs root";
@@ -152,19 +147,19 @@ TEST(WriteFaults, aProcessThatIsEndedAnywhereLeavesAWholeFile)
 {
     TestFolder folder;
     std::string path = folder.path + "file";
-    writeBytes(path, filled(100'000, 1));
+    writeBytes(path, Bytes(100'000, 1));
     for (int round = 0; round < 60; round++) {
         pid_t child = ::fork();
         ASSERT_GE(child, 0);
         if (child == 0)
             for (uint8_t byte = 1;; byte = byte % 7 + 1)
-                replaceFile(path, {filled(50'000, byte), filled(50'000, byte)});
+                replaceFile(path, {Bytes(50'000, byte), Bytes(50'000, byte)});
         ::usleep(static_cast<useconds_t>(500 + 137 * round));
         ::kill(child, SIGKILL);
         ::waitpid(child, nullptr, 0);
         Bytes now = bytesOf(path);
         ASSERT_EQ(now.size(), 100'000u) << round;
-        ASSERT_EQ(now, filled(100'000, now[0])) << round;
+        ASSERT_EQ(now, Bytes(100'000, now[0])) << round;
     }
     EXPECT_LE(folder.count(), 61u) << "at most one neighbour for each process that was ended";
 }
@@ -180,13 +175,13 @@ TEST(WriteFaults, twoInstancesOnOneParameterFile)
     for (double weight : {61.0, 83.0}) {
         writers.push_back(::fork());
         ASSERT_GE(writers.back(), 0);
-        if (writers.back() == 0) {
-            savedBlock.humanWeight = savedBlock.thresholdPower = weight;
-            bool saved = true;
-            for (int i = 0; i < 200; i++)
-                saved = saveParameters(path, savedBlock) && saved;
-            ::_exit(saved ? 0 : 1);
-        }
+        if (writers.back() != 0)
+            continue;
+        savedBlock.humanWeight = savedBlock.thresholdPower = weight;
+        bool saved = true;
+        for (int i = 0; i < 200; i++)
+            saved = saveParameters(path, savedBlock) && saved;
+        ::_exit(saved ? 0 : 1);
     }
     double defaultPower = savedBlock.thresholdPower;
     for (int i = 0; i < 500; i++) {

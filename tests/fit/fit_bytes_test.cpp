@@ -6,7 +6,6 @@
 
 #include <cmath>
 #include <limits>
-#include <tuple>
 #include <utility>
 
 namespace torvane {
@@ -23,21 +22,6 @@ TEST(FitCrc, anyLengthAndAnyCutAgreeWithTheBitwiseRule)
         EXPECT_EQ(extendFitCrc(front, std::span(bytes).subspan(cut)), bitwiseCrc(bytes)) << length;
         state = state * 1664525 + 1013904223;
         bytes.push_back(static_cast<uint8_t>(state >> 24));
-    }
-}
-
-TEST(FitBytes, reads)
-{
-    const Bytes bytes = {0x01, 0x82, 0x83, 0x84, 0x85};
-    constexpr std::tuple<size_t, bool, uint8_t, uint16_t, uint32_t> cases[] = {
-        {0, false, 0x01, 0x8201, 0x84838201}, {0, true, 0x01, 0x0182, 0x01828384},
-        {3, false, 0x84, 0x8584, 0x00008584}, // over the end from here on
-        {3, true, 0x84, 0x8485, 0x84850000},  {100000, false, 0, 0, 0},
-    };
-    for (const auto& [offset, bigEndian, byte, half, word] : cases) {
-        expectFigures(
-            {readUint8(bytes, offset), readUint16(bytes, offset, bigEndian), readUint32(bytes, offset, bigEndian)},
-            {byte, half, word});
     }
 }
 

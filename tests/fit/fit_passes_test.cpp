@@ -73,10 +73,7 @@ TEST(FitPasses, repeatedFields)
     builder.define(2, messageSession, {{5, 1}, {8, 4}, {5, 1}, {8, 4}}).message(2, {1, 10, 2, 20});
     builder.define(3, messageActivity, {{0, 4}, {0, 4}}).message(3, {70, 80});
     ASSERT_EQ(gather(builder).code, fitOk);
-    EXPECT_EQ(fitInventory.fileType, 4);
-    EXPECT_EQ(fitInventory.sessionSport, (std::vector<uint8_t>{2}));
-    EXPECT_EQ(fitSummary.totalTimer, 80u);
-
+    expectFigures({fitInventory.fileType, fitInventory.sessionSport.at(0), fitSummary.totalTimer}, {4, 2, 80});
     FitImage image;
     image.data = builder.data;
     SourceFileInfo info;
@@ -125,7 +122,7 @@ TEST(FitPasses, fieldsOfSessionsAndLaps)
         {&E::avgPower, 20, 19},   {&E::avgCadence, 18, 17},  {&E::gpsAccuracy, 51, 44},  {&E::maxTemperature, 58, 51},
         {&E::maxPower, 21, 20},   {&E::maxCadence, 19, 18},
     };
-    for (bool bigEndian : {false, true}) {
+    for (bool bigEndian : {false, true})
         for (bool lap : {false, true}) {
             std::vector<FitBuilder::Field> fields = {{200, 3}}; // unknown, in front
             std::vector<int64_t> values = {0};
@@ -152,7 +149,6 @@ TEST(FitPasses, fieldsOfSessionsAndLaps)
                     row.member);
             }
         }
-    }
 }
 
 TEST(FitPasses, lapCaloriesTakeThePlaceOfTheCycles)
@@ -161,11 +157,9 @@ TEST(FitPasses, lapCaloriesTakeThePlaceOfTheCycles)
         {{{10, 4}, {11, 4}}, {1000, 222}, 222}, {{{11, 4}, {10, 4}}, {222, 1000}, 1000}};
     for (const auto& [fields, values, cycles] : cases) {
         Gathered lap = gather(FitBuilder().define(0, messageLap, fields).message(0, values));
-        EXPECT_EQ(lap.laps[0].totalCycles, cycles);
-        EXPECT_EQ(lap.laps[0].totalCalories, 0);
-        Gathered session = gather(FitBuilder().define(0, messageSession, fields).message(0, values));
-        EXPECT_EQ(session.sessions[0].totalCycles, 1000u);
-        EXPECT_EQ(session.sessions[0].totalCalories, 222);
+        expectFigures({lap.laps[0].totalCycles, lap.laps[0].totalCalories}, {cycles, 0});
+        Gathered all = gather(FitBuilder().define(0, messageSession, fields).message(0, values));
+        expectFigures({all.sessions[0].totalCycles, all.sessions[0].totalCalories}, {1000, 222});
     }
 }
 
@@ -174,8 +168,7 @@ TEST(FitPasses, aFieldIsReadWithItsOwnWidth)
     // maxSpeed of one byte picks up its neighbour, and at the end of the payload a zero.
     Gathered all =
         gather(FitBuilder().define(0, messageSession, {{15, 1}, {16, 1}, {8, 2}}).message(0, {1, 2, 0x0403}));
-    EXPECT_EQ(all.sessions[0].maxSpeed, 0x0201);
-    EXPECT_EQ(all.sessions[0].totalTimer, 0x0403u);
+    expectFigures({all.sessions[0].maxSpeed, all.sessions[0].totalTimer}, {0x0201, 0x0403});
     all = gather(FitBuilder().define(0, messageSession, {{8, 2}}, true).message(0, {0x0102}));
     EXPECT_EQ(all.sessions[0].totalTimer, 0x01020000u);
     // Of a wider one the first bytes count.
