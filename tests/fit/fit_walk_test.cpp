@@ -81,18 +81,4 @@ TEST(FitWalk, undefinedTypesAreOneByteLong)
     EXPECT_EQ(count, 4);
 }
 
-TEST(FitWalk, aWalkIsTakenUpWithTheSlotsAsTheyStand)
-{
-    FitImage image = imageOf(mixedBlock().data);
-    FitWalk walk = startWalk(image);
-    FitMessage message;
-    for (int i = 0; i < 4; ++i)
-        ASSERT_EQ(nextMessage(walk, message), WalkStep::message);
-    FitWalk again = resumeWalk(image, walk.position);
-    ASSERT_EQ(nextMessage(again, message), WalkStep::message);
-    expectFigures({message.offset, message.bytes.size()}, {55, 10});
-    FitWalk beyond = resumeWalk(image, 77);
-    EXPECT_EQ(nextMessage(beyond, message), WalkStep::fault);
-}
-
 } // namespace torvane
