@@ -57,18 +57,6 @@ TEST_F(RideCommand, theTableFollowsTheReport)
     }
 }
 
-TEST_F(RideCommand, aFatalRunReportsWithoutTableAndCurves)
-{
-    workingBlock.expressGraph = 1;
-    EXPECT_EQ(dispatch(rideAcceleration, 0), 0u);
-    EXPECT_TRUE(commandGraph);
-    workingBlock.rideStartVelocity[1] = kph(50);
-    EXPECT_EQ(dispatch(rideAcceleration, 0), statusIllegalValue);
-    EXPECT_FALSE(commandGraph);
-    EXPECT_TRUE(lowerHas("illegal initial variate value"));
-    EXPECT_FALSE(lowerHas("process of"));
-}
-
 TEST_F(RideCommand, theBarIsShownForRunsOverTimeAlone)
 {
     dispatch(ridePowerAndVelocity, 0);

@@ -67,8 +67,7 @@ TEST(RideDialogs, ShowVelocitiesInKph)
 {
     OpenForm dialog(2021);
     EXPECT_EQ(dialog.text(5132), "   40.0");
-    dialog.type(5132, "36");
-    EXPECT_EQ(dialog.confirm(), "");
+    EXPECT_EQ(dialog.type(5132, "36").confirm(), "");
     EXPECT_EQ(dialog.working.rideVelocity[0], 10);
     OpenForm limit(2021, true);
     EXPECT_EQ(limit.type(5132, "200").confirm(), ""); // 200 / 3.6 x 3.6 is no matter
@@ -88,13 +87,10 @@ TEST(RideDialogs, IntensionIsByTimeOrDistance)
 TEST(AccelerationDialog, AnotherFactorReloadsItsOwnValue)
 {
     OpenForm dialog(2022);
-    EXPECT_EQ(dialog.text(5231) + dialog.text(5241), "W  800.0");
-    dialog.type(5241, "500").pick(5211, 5);
-    EXPECT_EQ(dialog.text(5231) + dialog.text(5241), "m  100.0");
+    EXPECT_EQ(dialog.type(5241, "500").pick(5211, 8).text(5241), "  800.0");
     dialog.pick(5211, 7);
     EXPECT_EQ(dialog.text(5231) + dialog.text(5241), "G  0.100");
-    EXPECT_EQ(dialog.pick(5211, 0).text(5241), "  800.0");
-    dialog.type(5241, "5000").pick(5211, 2); // the value field has no limits here
+    dialog.pick(5211, 0).type(5241, "5000").pick(5211, 2); // the value field has no limits here
     EXPECT_EQ(dialog.confirm(), "");
     expectFigures({dialog.working.ridePower[1], dialog.working.rideTarget}, {800, 2});
 }

@@ -45,17 +45,6 @@ TEST(FormList, StoresNothingThatWasNotTyped)
     }
 }
 
-// An edit box holds its text, and that is what is read back.
-TEST(FormList, ReadsTextsBackOnTheDesktop)
-{
-    OpenForm open;
-    open.working.humanWeight = 71.23456;
-    EXPECT_EQ(open.open(1001).confirm(), "");
-    EXPECT_EQ(open.working.humanWeight, 71.2);
-    EXPECT_TRUE(formMarks.profile);
-    EXPECT_FALSE(formMarks.condition);
-}
-
 TEST(FormList, PutsSaveAsDefaultIntoASlotOfItsOwn)
 {
     std::set<size_t> slots;

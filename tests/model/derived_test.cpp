@@ -29,14 +29,6 @@ TEST_F(DerivedTest, wheelWeightMovesTheWholeBikeOnlyWhenItIsEnteredWithoutWheels
     EXPECT_NEAR(modelState.bikeInertialWeight, before - 0.39 - 0.5, 1e-12);
 }
 
-TEST_F(DerivedTest, airPressure)
-{
-    // Temperature, altitude, pressure: sea level, a pass, above the air, no temperature left.
-    constexpr double cases[][3] = {{15, 0, 1013.25}, {10, 2000, 791.4715620}, {20, 60000, 0}, {-273.15, 100, 0}};
-    for (auto [temperature, altitude, hectoPascal] : cases)
-        EXPECT_NEAR(airPressureAt(temperature, altitude), hectoPascal, 1e-6) << altitude;
-}
-
 TEST(WheelResist, improvesWithDepthAndYearUpTo2017)
 {
     // Depth, spokes, year, resist.

@@ -26,18 +26,6 @@ TEST_F(ResistanceTest, pelotonRatio)
     }
 }
 
-TEST_F(ResistanceTest, posture)
-{
-    // Torso angle, wear, factor
-    constexpr double cases[][3] = {
-        {30, 1, 1}, {30, 0, 0.956}, {24, 1, 0.850778629}, {41, 4, 1.624602780}, {10, 1, 0.651485262}};
-    for (auto [torso, wear, factor] : cases) {
-        modelState.torsoAngle = torso;
-        modelState.wear = static_cast<int32_t>(wear);
-        EXPECT_NEAR(postureFactor(), factor, 1e-9) << torso;
-    }
-}
-
 TEST_F(ResistanceTest, dragForces)
 {
     dragForces(kph(40), 0.0);

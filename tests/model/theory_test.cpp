@@ -88,13 +88,11 @@ TEST_F(TheoryTest, gearCombination)
 
 TEST_F(TheoryTest, zeroInputs)
 {
+    workingBlock.theoryPower[0] = 0.0;
     for (int target : {0, 2, 3}) {
-        setDefaults(workingBlock);
-        workingBlock.theoryPower[0] = 0.0;
         EXPECT_EQ(calculate(0, target), statusZeroValue) << target;
         EXPECT_EQ(runState.cadence + runState.cadenceMax + runState.maxPower + runState.torque, 0.0) << target;
     }
-    setDefaults(workingBlock);
     workingBlock.theoryMaxPower[0] = 0.0;
     EXPECT_EQ(calculate(0, 1), statusZeroValue);
     workingBlock.theoryTorque[1] = 0.0; // looked at before a force is turned into torque

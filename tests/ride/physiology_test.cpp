@@ -38,8 +38,8 @@ TEST_F(PhysiologyTest, timeAndDistanceFollowEachOther)
     struct Case {
         int intensionCase; // 0: by time
         double velocity;
-        int first, second, otherFirst, otherSecond;
-        double duration;
+        int first, second;
+        double otherFirst, otherSecond, duration;
     };
     constexpr Case cases[] = {
         {0, 10.0, 60, 0, 36, 0, 3600.0}, {0, 10.5, 1, 30, 0, 945, 90.0}, {1, 10.0, 50, 0, 83, 20, 5000.0},

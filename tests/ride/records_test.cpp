@@ -35,19 +35,4 @@ TEST_F(RecordTest, aRecorderEndsTheRunWhenItsRowsAreUsedUp)
     EXPECT_EQ(graph.pointCount(), 4);
 }
 
-TEST_F(RecordTest, unusedRowsAreCutAndTheLastIsShownWhenTimeHasPassed)
-{
-    SampleLog log;
-    log.sampleCount = 10;
-    RunRecorder recorder = beginRecording(log, nullptr, GraphLayout::process);
-    StepState s;
-    recordStep(recorder, s);
-    s.time = 0.7;
-    finishRecording(recorder, s);
-    EXPECT_EQ(log.sampleCount, 1);
-    EXPECT_EQ(shownRows(log), 2);
-    log.rows[1].time = 0.0;
-    EXPECT_EQ(shownRows(log), 1);
-}
-
 } // namespace torvane

@@ -128,19 +128,6 @@ TEST_P(RunLaws, dryAndLoggedRunAgreeToTheLastBit)
     EXPECT_EQ(shownRows(log), counted + 1);
 }
 
-// Whatever ran before, a run is the same: here one on another slope and with another grip.
-TEST_P(RunLaws, aRunForgetsWhatRanBefore)
-{
-    prepareCase();
-    SampleLog log;
-    dryRun(GetParam(), log);
-    const Outcome first = outcome();
-    updateLoadAndGrip(-40.0);
-    runState.thrustForce = runState.rollingLoad = 77.0;
-    dryRun(GetParam(), log);
-    EXPECT_EQ(outcome(), first);
-}
-
 // Work at the road less resistances is the change of kinetic energy. A step of constant power adds m dv^2 / 2 of its
 // own; the resistances lag half a step, which over a run is half a step of their change.
 TEST_P(RunLaws, energyIsKept)
