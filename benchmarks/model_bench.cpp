@@ -2,8 +2,8 @@
 #include "made_files.h"
 
 #include "model/assist.h"
-#include "model/plain_resistance.h"
 #include "model/solver.h"
+#include "plain/resistance.h"
 
 #include <benchmark/benchmark.h>
 

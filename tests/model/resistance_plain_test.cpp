@@ -1,6 +1,6 @@
 // The resistances against their plain form, to the last bit, while their inputs change one at a time: whatever the
 // program keeps from one evaluation to the next must not outlive a change.
-#include "model/plain_resistance.h"
+#include "plain/resistance.h"
 
 #include "model/model_fixture.h"
 
