@@ -80,9 +80,37 @@ protected:
     }
 };
 
-TEST_F(RollTrialTest, aSeekAnswersAsIfEveryRunWentToItsEnd)
+TEST_F(RollTrialTest, whatIsGivenUpWouldHaveEndedSlower)
 {
     Random random(11);
+    int givenUp = 0;
+    for (int round = 0; round < 1000; ++round) {
+        takeAnyConditions(random);
+        const RollLimit limit = anyLimit(random);
+        prepare(rideInclinationAndVelocity, 1);
+        runState.inclination = -std::exp(uniform(random, -1.0, 5.0));
+        SampleLog log;
+        const ResultStatus whole = rollDryRun(limit, log);
+        const double reached = runState.velocity;
+        const Figures figures = figuresOf(whole, log);
+        // From just out of reach to far out of it; and what is reached, which must never be given up.
+        for (double above : {0.0, std::exp(uniform(random, -25.0, 0.0)), uniform(random, 0.0, 30.0)}) {
+            if (const std::optional<ResultStatus> tried = rollTrial(limit, reached + above, log)) {
+                EXPECT_EQ(figuresOf(*tried, log), figures) << round;
+            } else {
+                ++givenUp;
+                EXPECT_LT(reached, reached + above) << round;
+                EXPECT_LT(runState.velocity, reached + above) << round;
+            }
+        }
+    }
+    EXPECT_GT(givenUp, 500);
+}
+
+TEST_F(RollTrialTest, aSeekAnswersAsIfEveryRunWentToItsEnd)
+{
+    Random random(12);
+    int met = 0;
     for (int round = 0; round < 40; ++round) {
         takeAnyConditions(random);
         const RollLimit limit = anyLimit(random);
@@ -90,7 +118,9 @@ TEST_F(RollTrialTest, aSeekAnswersAsIfEveryRunWentToItsEnd)
         workingBlock.accelerationInterval = 0.1;
         const Figures plain = seekOnce(wanted, limit, plainSeek);
         EXPECT_EQ(seekOnce(wanted, limit, seekInclinationOver), plain) << round;
+        met += plain[0] == 0;
     }
+    EXPECT_GT(met, 10);
     // No slope is enough: what shows is the last run, whole.
     setDefaults(workingBlock);
     workingBlock.accelerationIntervalMode = 1;
