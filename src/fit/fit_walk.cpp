@@ -99,12 +99,7 @@ void clearLocalDefinitions()
 FitWalk startWalk(const FitImage& image)
 {
     clearLocalDefinitions();
-    return resumeWalk(image, 0);
-}
-
-FitWalk resumeWalk(const FitImage& image, size_t position)
-{
-    return {image.data, position, position};
+    return {image.data, 0, 0};
 }
 
 WalkStep nextMessage(FitWalk& walk, FitMessage& message)

@@ -118,8 +118,6 @@ struct FitWalk {
 
 // A walk from the first message on, with all slots cleared.
 FitWalk startWalk(const FitImage& image);
-// A walk from a position on, with the slots as they stand.
-FitWalk resumeWalk(const FitImage& image, size_t position);
 
 // Takes the next message and moves on behind it, the progress bar with it; a definition is put into its slot. On a
 // fault the position stays and the slots are unchanged.
