@@ -80,27 +80,6 @@ bool graphIsDue(GraphWhen when, ResultStatus status)
     return false;
 }
 
-// Behind a press during a run the worker goes on. What the window thread then wants to write, its run still reads.
-void awaitWorker()
-{
-    while (workerBlock.busy != 0)
-        front.serveWorker();
-}
-
-void firstEntry(const Command& command)
-{
-    awaitWorker();
-    chooseCalculator(command, workingBlock);
-    if (!front.runEntry(command))
-        return;
-    if (command.commit != nullptr)
-        command.commit(savedBlock, workingBlock);
-    front.closeGraph();
-    workerBlock.ActiveCommand = command.id;
-    threadEvent.set();
-    workerRunning = true;
-}
-
 // A graph, or a ride in place of the loaded one: not there before the run is over.
 bool needsResults(const Command& command)
 {
@@ -120,6 +99,28 @@ void endPressedRun()
 {
     if (const Command* command = std::exchange(pressedInRun, nullptr))
         takeResults(*command);
+}
+
+// Behind a press during a run the worker goes on. What the window thread then wants to write, its run still reads.
+void awaitWorker()
+{
+    while (workerBlock.busy != 0)
+        front.serveWorker();
+    endPressedRun(); // its completion may still be on its way
+}
+
+void firstEntry(const Command& command)
+{
+    awaitWorker();
+    chooseCalculator(command, workingBlock);
+    if (!front.runEntry(command))
+        return;
+    if (command.commit != nullptr)
+        command.commit(savedBlock, workingBlock);
+    front.closeGraph();
+    workerBlock.ActiveCommand = command.id;
+    threadEvent.set();
+    workerRunning = true;
 }
 
 void secondEntry(const Command& command)
