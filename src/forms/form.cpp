@@ -262,15 +262,6 @@ int chosenValue(const FormState& state, const Row& row)
     return toWhole(shownValue(state, row));
 }
 
-const Row* rowOfControl(const FormState& state, int id)
-{
-    const Row* found = nullptr;
-    for (const Row& row : state.form->rows)
-        if (row.id == id && id != 0 && (!found || isPresent(state, row)))
-            found = &row;
-    return found;
-}
-
 void typeText(FormState& state, const Row& row, std::string_view text)
 {
     stateOf(state, row).text = text;

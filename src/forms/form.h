@@ -166,8 +166,6 @@ std::string rowText(const FormState& state, const Row& row);
 // The value of an edit box in the unit shown; the index of a choice or radio; 0 or 1 of a check.
 double shownValue(const FormState& state, const Row& row);
 int chosenValue(const FormState& state, const Row& row);
-// The row that a control shows now; null for an id that the form does not know.
-const Row* rowOfControl(const FormState& state, int id);
 
 // The user typed into an edit box. Text that is no number reads as far as strtod or atoi reads it.
 void typeText(FormState& state, const Row& row, std::string_view text);

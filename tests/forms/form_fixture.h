@@ -40,11 +40,15 @@ struct OpenForm {
         return *this;
     }
     // A radio button's id is that of its first button.
+    // Of the rows that share a control, the one that it shows now.
     const Row& at(int id)
     {
-        const Row* row = rowOfControl(state, id);
-        EXPECT_NE(row, nullptr) << "control " << id;
-        return row ? *row : state.form->rows[0];
+        const Row* found = nullptr;
+        for (const Row& row : state.form->rows)
+            if (row.id == id && id != 0 && (!found || isPresent(state, row)))
+                found = &row;
+        EXPECT_NE(found, nullptr) << "control " << id;
+        return found ? *found : state.form->rows[0];
     }
     OpenForm& type(int id, const std::string& text)
     {
