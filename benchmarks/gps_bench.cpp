@@ -96,7 +96,7 @@ void fields(benchmark::State& state)
     Loaded ride(static_cast<int>(state.range(0)));
     predictAndFinish(ride.records, ride.flags);
     for (auto _ : state)
-        reportFields(ride.records, ride.flags, addedFieldsOf(ride.flags));
+        reportFields(theScreens, ride.records, ride.flags, addedFieldsOf(ride.flags));
     countRows(state, static_cast<int>(state.range(0)));
 }
 BENCHMARK(fields)->Name("gps/reportFields")->Arg(10000)->Arg(seasonRide)->Unit(benchmark::kMillisecond);

@@ -11,23 +11,23 @@
 namespace torvane {
 
 struct CapturedScreens {
-    CapturedScreens() : before(screens)
+    CapturedScreens() : before(theScreens)
     {
         current = this;
-        screens.setText = [](Pane pane, std::string_view text) { current->paneOf(pane) = text; };
-        screens.appendText = [](Pane pane, std::string_view text) {
+        theScreens.setText = [](Pane pane, std::string_view text) { current->paneOf(pane) = text; };
+        theScreens.appendText = [](Pane pane, std::string_view text) {
             current->paneOf(pane) += text;
             current->pieces.emplace_back(text.size());
         };
-        screens.setStatus = [](std::string_view text) { current->status = text; };
-        screens.setProgress = [](int percent) { current->progress.push_back(percent); };
-        screens.showMessage = [](std::string_view title, std::string_view text) {
+        theScreens.setStatus = [](std::string_view text) { current->status = text; };
+        theScreens.setProgress = [](int percent) { current->progress.push_back(percent); };
+        theScreens.showMessage = [](std::string_view title, std::string_view text) {
             current->messages.emplace_back(title, text);
         };
     }
     ~CapturedScreens()
     {
-        screens = before;
+        theScreens = before;
         current = nullptr;
     }
     CapturedScreens(const CapturedScreens&) = delete;

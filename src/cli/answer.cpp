@@ -71,16 +71,16 @@ std::string jsonGraph(const GraphSeries& graph)
 
 } // namespace
 
-ScreensInto::ScreensInto(Answer& answer, Streams& streams) : before(screens)
+ScreensInto::ScreensInto(Answer& answer, Streams& streams) : before(theScreens)
 {
     current = &answer;
     streamsOfCurrent = &streams;
-    screens.setText = [](Pane pane, std::string_view text) { paneOf(pane) = text; };
-    screens.appendText = [](Pane pane, std::string_view text) { paneOf(pane) += text; };
-    screens.setStatus = [](std::string_view text) { current->status = text; };
-    screens.showProgress = hidePercent;
-    screens.setProgress = showPercent;
-    screens.showMessage = [](std::string_view title, std::string_view text) {
+    theScreens.setText = [](Pane pane, std::string_view text) { paneOf(pane) = text; };
+    theScreens.appendText = [](Pane pane, std::string_view text) { paneOf(pane) += text; };
+    theScreens.setStatus = [](std::string_view text) { current->status = text; };
+    theScreens.showProgress = hidePercent;
+    theScreens.setProgress = showPercent;
+    theScreens.showMessage = [](std::string_view title, std::string_view text) {
         tellBoxes(*current, *streamsOfCurrent, {{std::string(title), std::string(text)}});
     };
 }
@@ -88,7 +88,7 @@ ScreensInto::ScreensInto(Answer& answer, Streams& streams) : before(screens)
 ScreensInto::~ScreensInto()
 {
     hidePercent(false);
-    screens = before;
+    theScreens = before;
     current = nullptr;
     streamsOfCurrent = nullptr;
 }

@@ -41,14 +41,14 @@ constexpr Command settingsCommand(int id, const char* label, char key, Entry ent
 template <uint32_t sections>
 ResultStatus profileReport()
 {
-    reportProfile(Pane::upper, workingBlock, sections);
+    reportProfile(theScreens, Pane::upper, workingBlock, sections);
     return 0;
 }
 
 template <uint32_t sections>
 ResultStatus conditionReport()
 {
-    reportCondition(Pane::upper, sections);
+    reportCondition(theScreens, Pane::upper, sections);
     return 0;
 }
 

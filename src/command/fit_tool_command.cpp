@@ -17,8 +17,8 @@ ResultStatus runTool(ToolRun run)
     ToolOutcome outcome = run(toolInputs, workingBlock);
     endProgress();
     for (const Box& box : outcome.boxes)
-        screens.showMessage(box.title, box.text);
-    return outcome.reported ? reportStatus(outcome.path, outcome.code) : outcome.code;
+        theScreens.showMessage(box.title, box.text);
+    return outcome.reported ? reportStatus(theScreens, outcome.path, outcome.code) : outcome.code;
 }
 
 } // namespace

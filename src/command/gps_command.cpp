@@ -29,7 +29,7 @@ struct Ride {
 StatusCode fail(const std::string& path, StatusCode code)
 {
     endProgress();
-    return reportStatus(path, code);
+    return reportStatus(theScreens, path, code);
 }
 
 StatusCode loadRide(Ride& ride, bool prepared)
@@ -42,8 +42,8 @@ StatusCode loadRide(Ride& ride, bool prepared)
 StatusCode readRide(Ride& ride, bool prepared = false)
 {
     if (StatusCode code = loadRide(ride, prepared))
-        return reportStatus(ride.path, code);
-    screens.setStatus("");
+        return reportStatus(theScreens, ride.path, code);
+    theScreens.setStatus("");
     beginProgress();
     return fitOk;
 }
@@ -68,13 +68,13 @@ StatusCode analyseRide(Ride& ride)
 
 void reportRideSummary(const Ride& ride, FitReportMode mode)
 {
-    reportSummary(analysedInventory, analysedSummary, ride.flags, ride.path, mode);
+    reportSummary(theScreens, analysedInventory, analysedSummary, ride.flags, ride.path, mode);
 }
 
 void reportRideFields(const Ride& ride)
 {
-    reportFields(ride.records, ride.flags, addedFieldsOf(ride.flags) & (predictedCadence | predictedPower));
-    reportStatus(ride.path, fitExpressed);
+    reportFields(theScreens, ride.records, ride.flags, addedFieldsOf(ride.flags) & (predictedCadence | predictedPower));
+    reportStatus(theScreens, ride.path, fitExpressed);
 }
 
 StatusCode rewriteRide(FitImage& destination, const Ride& ride)
@@ -97,7 +97,7 @@ StatusCode createFile(const Ride& ride, const std::string& path)
         return fail(ride.path, code);
     if (writeFitFile(destination, path) != 0)
         return fail(path, fitSaveFailed);
-    reportStatus(path, fitPredictionSaved);
+    reportStatus(theScreens, path, fitPredictionSaved);
     endProgress();
     return fitOk;
 }
@@ -143,7 +143,7 @@ StatusCode analyseAtOneStroke(Ride& ride, const std::string& destination)
         return code;
     reportRideSummary(ride, reportAnalysed);
     if (oneStrokePreparation.enabled)
-        reportPreparation(prepareFindings);
+        reportPreparation(theScreens, prepareFindings);
     if (workingBlock.expressFieldsData)
         reportRideFields(ride);
     if (StatusCode code = createFile(ride, destination))

@@ -11,17 +11,17 @@ StatusCode loadGpsFile()
     FitImage image;
     StatusCode code = loadFitImage(image, fitInputFileName);
     if (code != fitOk)
-        return reportStatus(fitInputFileName, code);
-    screens.setStatus("");
+        return reportStatus(theScreens, fitInputFileName, code);
+    theScreens.setStatus("");
     beginProgress();
     code = gatherActivity(image);
     endProgress();
     if (code != fitOk)
-        return reportStatus(fitInputFileName, code);
+        return reportStatus(theScreens, fitInputFileName, code);
     setFieldPresence();
     setReadiness();
-    reportSummary(fitInventory, fitSummary, 0, fitInputFileName, reportLoaded);
-    reportStatus(fitInputFileName, fitLoaded);
+    reportSummary(theScreens, fitInventory, fitSummary, 0, fitInputFileName, reportLoaded);
+    reportStatus(theScreens, fitInputFileName, fitLoaded);
     return fitOk;
 }
 

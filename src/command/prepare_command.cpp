@@ -16,10 +16,10 @@ ResultStatus prepareCommand()
     ToolOutcome outcome = runPrepare(toolInputs);
     endProgress();
     if (outcome.code == fitPrepared) {
-        screens.setText(Pane::lower, "");
-        reportPreparation(prepareFindings);
+        theScreens.setText(Pane::lower, "");
+        reportPreparation(theScreens, prepareFindings);
     }
-    return reportStatus(outcome.path, outcome.code);
+    return reportStatus(theScreens, outcome.path, outcome.code);
 }
 
 ResultStatus compareCommand()
@@ -30,10 +30,10 @@ ResultStatus compareCommand()
     ComparisonOutcome outcome = compareRides(paths[0], paths[1], comparison);
     endProgress();
     if (outcome.code != fitOk)
-        return reportStatus(paths[outcome.second], outcome.code);
-    screens.setText(Pane::lower, "");
-    reportComparison(comparison, paths[0], paths[1]);
-    return reportStatus(paths[0], fitOk);
+        return reportStatus(theScreens, paths[outcome.second], outcome.code);
+    theScreens.setText(Pane::lower, "");
+    reportComparison(theScreens, comparison, paths[0], paths[1]);
+    return reportStatus(theScreens, paths[0], fitOk);
 }
 
 } // namespace torvane

@@ -20,20 +20,20 @@ bool runsOverTime(int mode)
 
 void reportProcess(const SampleLog& log)
 {
-    reportProcessHeading();
-    reportProcessRows(log);
+    reportProcessHeading(theScreens);
+    reportProcessRows(theScreens, log);
 }
 
 void reportRolling(const SampleLog& log)
 {
-    reportRollingHeading();
-    reportProcessRows(log);
+    reportRollingHeading(theScreens);
+    reportProcessRows(theScreens, log);
 }
 
 void reportSectors(const SampleLog& log)
 {
-    reportSectorHeading();
-    reportSectorRows(log);
+    reportSectorHeading(theScreens);
+    reportSectorRows(theScreens, log);
 }
 
 // The table under the report, where the mode has one and the log came to be.
@@ -53,7 +53,7 @@ void reportTable(int mode, const SampleLog& log)
 void leaveGraph(std::optional<GraphSeries>& graph)
 {
     if (graph && checkGraphSeries(*graph) != 0) {
-        screens.showMessage("alert", "illegal initializing of graph structure");
+        theScreens.showMessage("alert", "illegal initializing of graph structure");
     }
     commandGraph = std::move(graph);
 }
@@ -74,7 +74,7 @@ ResultStatus dispatchRide()
     prepareRideRun();
     runRide(result);
     leaveGraph(result.graph);
-    reportRide(result.status);
+    reportRide(theScreens, result.status);
     if (!isFatal(result.status)) {
         reportTable(mode, result.log);
     }

@@ -28,7 +28,7 @@ void choose(int32_t& present, int32_t& target, int32_t number)
 void rebuildAndReportProfile()
 {
     rebuildModel();
-    reportProfile(Pane::upper, workingBlock, allProfileSections);
+    reportProfile(theScreens, Pane::upper, workingBlock, allProfileSections);
 }
 
 ResultStatus finishProfile()
@@ -46,7 +46,7 @@ ResultStatus finishCondition()
     applyCondition(workingBlock);
     if (std::exchange(formMarks.condition, false)) {
         rebuildModel();
-        reportCondition(Pane::upper, allConditionSections);
+        reportCondition(theScreens, Pane::upper, allConditionSections);
     }
     return 0;
 }

@@ -9,12 +9,12 @@ ResultStatus runTheory()
 {
     theorySetUp();
     const ResultStatus calculated = theoryCalculate();
-    reportTheoryResult(calculated);
+    reportTheoryResult(theScreens, calculated);
     if (calculated != 0) {
         return calculated;
     }
     const ResultStatus verified = theoryVerify();
-    reportTheoryReal(verified);
+    reportTheoryReal(theScreens, verified);
     return verified;
 }
 

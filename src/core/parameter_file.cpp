@@ -57,7 +57,7 @@ void tellUnusable(const std::string& path, const std::string& aside)
     std::string text = "found unusable contents in '" + std::string(fileName(path)) + "'.\nthe default values are used";
     if (!aside.empty())
         text += ", and the file is kept as '" + std::string(fileName(aside)) + "'";
-    screens.showMessage("alert", text);
+    theScreens.showMessage("alert", text);
 }
 
 // Writes the defaults where no usable file stands. One that could not be moved aside is not overwritten: it may be of
@@ -119,7 +119,7 @@ bool saveParameters(const std::string& path, const ParameterBlock& block)
 {
     if (replaceFile(path, {bytesOf(block)}) == FileResult::ok)
         return true;
-    screens.showMessage("alert", "failed to open .par file");
+    theScreens.showMessage("alert", "failed to open .par file");
     return false;
 }
 
@@ -128,18 +128,18 @@ int loadProfile(ParameterBlock& block, const std::string& path)
     std::vector<uint8_t> bytes;
     FileResult result = readFileStart(path, profileHeaderSize + sizeof(ModelState), bytes);
     if (result == FileResult::cannotOpen) {
-        screens.setStatus("status : failed to open an existing file");
+        theScreens.setStatus("status : failed to open an existing file");
         return 1;
     }
     std::string name(fileName(path));
     ModelState state = modelState;
     if (result != FileResult::ok || !readProfileBody(bytes, state)) {
-        screens.setStatus(formatText("status : failed to read a file '%s'", name.c_str()));
+        theScreens.setStatus(formatText("status : failed to read a file '%s'", name.c_str()));
         return 1;
     }
     modelState = state;
     setProfileFileName(block, path);
-    screens.setStatus(formatText("status : success to load current profile from '%s'", name.c_str()));
+    theScreens.setStatus(formatText("status : success to load current profile from '%s'", name.c_str()));
     return 0;
 }
 
@@ -148,11 +148,11 @@ int saveProfile(ParameterBlock& block, const std::string& path)
     std::array<uint8_t, profileHeaderSize> header = {};
     std::memcpy(header.data(), &profileFormat, sizeof profileFormat);
     if (replaceFile(path, {header, bytesOf(modelState)}) != FileResult::ok) {
-        screens.setStatus("status : failed to write current profile to a file");
+        theScreens.setStatus("status : failed to write current profile to a file");
         return 1;
     }
     setProfileFileName(block, path);
-    screens.setStatus(
+    theScreens.setStatus(
         formatText("status : success to save current profile to '%s'", std::string(fileName(path)).c_str()));
     return 0;
 }

@@ -4,14 +4,7 @@
 
 namespace torvane {
 
-Screens screens = {
-    .setText = [](Pane, std::string_view) {},
-    .appendText = [](Pane, std::string_view) {},
-    .setStatus = [](std::string_view) {},
-    .showProgress = [](bool) {},
-    .setProgress = [](int) {},
-    .showMessage = [](std::string_view, std::string_view) {},
-};
+Screens theScreens;
 
 namespace {
 std::atomic<int> shownPercent = -1;
@@ -20,19 +13,19 @@ std::atomic<int> shownPercent = -1;
 void reportProgress(int percent)
 {
     if (shownPercent.exchange(percent) != percent)
-        screens.setProgress(percent);
+        theScreens.setProgress(percent);
 }
 
 void beginProgress()
 {
     shownPercent = 0;
-    screens.showProgress(true);
-    screens.setProgress(0);
+    theScreens.showProgress(true);
+    theScreens.setProgress(0);
 }
 
 void endProgress()
 {
-    screens.showProgress(false);
+    theScreens.showProgress(false);
 }
 
 int progressPercent(double low, double high, double present)

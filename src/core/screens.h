@@ -3,26 +3,29 @@
 // Nothing below the front ends knows another way out.
 #pragma once
 
+#include <functional>
 #include <string_view>
 
 namespace torvane {
 
 enum class Pane { upper, lower };
 
+// Each call does nothing until the front end fills it in.
 struct Screens {
     // Replaces the text of a pane; an empty text clears it.
-    void (*setText)(Pane pane, std::string_view text);
+    std::function<void(Pane pane, std::string_view text)> setText = [](Pane, std::string_view) {};
     // Appends to a pane. A front end may gather the pieces; it hands over all of them before a command is seen to end
     // and before a setText to the same pane.
-    void (*appendText)(Pane pane, std::string_view text);
-    void (*setStatus)(std::string_view text);
-    void (*showProgress)(bool visible);
-    void (*setProgress)(int percent); // 0 to 100
-    void (*showMessage)(std::string_view title, std::string_view text);
+    std::function<void(Pane pane, std::string_view text)> appendText = [](Pane, std::string_view) {};
+    std::function<void(std::string_view text)> setStatus = [](std::string_view) {};
+    std::function<void(bool visible)> showProgress = [](bool) {};
+    std::function<void(int percent)> setProgress = [](int) {}; // 0 to 100
+    std::function<void(std::string_view title, std::string_view text)> showMessage = [](std::string_view,
+                                                                                        std::string_view) {};
 };
 
-// Does nothing until a front end fills it in; never holds a null pointer.
-extern Screens screens;
+// The one front end of the process.
+extern Screens theScreens;
 
 // Passes progress on to the screens when its whole percentage has changed since the last call.
 void reportProgress(int percent);

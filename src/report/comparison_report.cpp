@@ -50,7 +50,7 @@ void appendSector(std::string& text, size_t number, const PowerComparison& secto
                  correlationText(sector).c_str());
 }
 
-void appendSectors(std::string& text, const RideComparison& comparison)
+void appendSectors(Screens& screens, std::string& text, const RideComparison& comparison)
 {
     if (comparison.sectors.empty())
         return;
@@ -59,20 +59,21 @@ void appendSectors(std::string& text, const RideComparison& comparison)
     size_t number = 0;
     for (const PowerComparison& sector : comparison.sectors) {
         appendSector(text, ++number, sector);
-        handOverWhenLarge(Pane::lower, text);
+        handOverWhenLarge(screens, Pane::lower, text);
     }
 }
 
 } // namespace
 
-void reportComparison(const RideComparison& comparison, std::string_view first, std::string_view second)
+void reportComparison(Screens& screens, const RideComparison& comparison, std::string_view first,
+                      std::string_view second)
 {
     std::string text = "\n comparison of power\n\n";
     appendFormat(text, "\tfirst\t\t\t\t: %s\n", std::string(fileName(first)).c_str());
     appendFormat(text, "\tsecond\t\t\t\t: %s\n", std::string(fileName(second)).c_str());
     appendWhole(text, comparison);
-    appendSectors(text, comparison);
-    handOver(Pane::lower, text);
+    appendSectors(screens, text, comparison);
+    handOver(screens, Pane::lower, text);
 }
 
 } // namespace torvane

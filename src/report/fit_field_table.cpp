@@ -137,7 +137,7 @@ void appendRow(std::string& text, const Table& table, const GpsRecord& record)
 
 } // namespace
 
-void reportFields(const GpsRecords& records, uint32_t analysisFlags, uint32_t predicted)
+void reportFields(Screens& screens, const GpsRecords& records, uint32_t analysisFlags, uint32_t predicted)
 {
     constexpr uint32_t smoothed = 1;
     Table table = makeTable(predicted);
@@ -151,10 +151,10 @@ void reportFields(const GpsRecords& records, uint32_t analysisFlags, uint32_t pr
         if (records[i].sector == 0)
             continue;
         appendRow(text, table, records[i]);
-        handOverWhenLarge(Pane::lower, text);
+        handOverWhenLarge(screens, Pane::lower, text);
         reportProgress(static_cast<int>(100 * i / records.size()));
     }
-    handOver(Pane::lower, text);
+    handOver(screens, Pane::lower, text);
 }
 
 } // namespace torvane

@@ -2,6 +2,7 @@
 // All built from the blocks and rows; nothing is stored.
 #pragma once
 
+#include "core/screens.h"
 #include "gps/gps_record.h"
 
 #include <cstdint>
@@ -18,7 +19,7 @@ enum FitReportMode : int {
 
 // Words of a code into the lower pane and the status line, with the bare name of the path. A code without words
 // changes nothing. Returns the code.
-StatusCode reportStatus(std::string_view path, StatusCode statusCode);
+StatusCode reportStatus(Screens& screens, std::string_view path, StatusCode statusCode);
 
 // "07:05:09", UTC, of a FIT timestamp.
 std::string formatTimeOfDay(uint32_t timestamp);
@@ -36,10 +37,10 @@ CalendarDate julianToCalendar(int32_t julianDay);
 
 // The sport line of the summary, ended by a line feed.
 std::string sportsText(const FitInventory& inventory, const FitSummary& summary);
-void reportSports(const FitInventory& inventory, const FitSummary& summary);
+void reportSports(Screens& screens, const FitInventory& inventory, const FitSummary& summary);
 
 // Clears the lower pane and writes the summary. analysisFlags bit 0: outliers were rejected and the track smoothed.
-void reportSummary(const FitInventory& inventory, const FitSummary& summary, uint32_t analysisFlags,
+void reportSummary(Screens& screens, const FitInventory& inventory, const FitSummary& summary, uint32_t analysisFlags,
                    std::string_view path, int mode);
 
 // Bits of `predicted` below.
@@ -47,6 +48,6 @@ constexpr uint32_t predictedCadence = 0x10;
 constexpr uint32_t predictedPower = 0x20;
 
 // Appends the table of all rows in a sector.
-void reportFields(const GpsRecords& records, uint32_t analysisFlags, uint32_t predicted);
+void reportFields(Screens& screens, const GpsRecords& records, uint32_t analysisFlags, uint32_t predicted);
 
 } // namespace torvane

@@ -41,7 +41,7 @@ constexpr CodeText codeTexts[] = {
     {fitPrepared, false, "success to prepare a fit file as '%s'"},
 };
 
-void reportText(const CodeText& row, const std::string& name)
+void reportText(Screens& screens, const CodeText& row, const std::string& name)
 {
     std::string text = formatText(row.text, name.c_str());
     if (row.failure)
@@ -71,7 +71,7 @@ bool isIncoherence(StatusCode code)
     return std::find(std::begin(codes), std::end(codes), code) != std::end(codes);
 }
 
-void reportIncoherence(StatusCode code, const std::string& name)
+void reportIncoherence(Screens& screens, StatusCode code, const std::string& name)
 {
     screens.appendText(Pane::lower, incoherenceText(code, name) +
                                         "\tit's recommended to divide the fit file for analysis and prediction.\n");
@@ -80,17 +80,17 @@ void reportIncoherence(StatusCode code, const std::string& name)
 
 } // namespace
 
-StatusCode reportStatus(std::string_view path, StatusCode statusCode)
+StatusCode reportStatus(Screens& screens, std::string_view path, StatusCode statusCode)
 {
     // Divided files are reported as a list of whole paths.
     std::string name(statusCode == fitDivided ? path : reportedName(path));
     if (statusCode == fitOk)
         screens.setStatus("");
     if (isIncoherence(statusCode))
-        reportIncoherence(statusCode, name);
+        reportIncoherence(screens, statusCode, name);
     for (const CodeText& row : codeTexts) {
         if (row.code == statusCode)
-            reportText(row, name);
+            reportText(screens, row, name);
     }
     return statusCode;
 }

@@ -25,7 +25,7 @@ std::string sportsText(const FitInventory& inventory, const FitSummary& summary)
     return text;
 }
 
-void reportSports(const FitInventory& inventory, const FitSummary& summary)
+void reportSports(Screens& screens, const FitInventory& inventory, const FitSummary& summary)
 {
     screens.appendText(Pane::lower, sportsText(inventory, summary));
 }
@@ -358,7 +358,7 @@ void appendFields(std::string& text, const FitSummary& summary, int mode)
 
 } // namespace
 
-void reportSummary(const FitInventory& inventory, const FitSummary& summary, uint32_t analysisFlags,
+void reportSummary(Screens& screens, const FitInventory& inventory, const FitSummary& summary, uint32_t analysisFlags,
                    std::string_view path, int mode)
 {
     std::string text;

@@ -121,7 +121,7 @@ void appendSpeed(std::string& text, const PrepareFindings& findings)
 
 } // namespace
 
-void reportPreparation(const PrepareFindings& findings)
+void reportPreparation(Screens& screens, const PrepareFindings& findings)
 {
     std::string text = "\n findings of the preparation\n\n";
     appendFormat(text, "\trecords: %u read, %u written\n", findings.recordsRead, findings.recordsWritten);

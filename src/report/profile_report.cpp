@@ -208,7 +208,7 @@ constexpr Section conditionSections[] = {
     {sectionPeloton, "air drag ratio under peloton / train", appendPeloton},
 };
 
-void reportSections(Pane pane, std::string text, std::span<const Section> sections, uint32_t mask)
+void reportSections(Screens& screens, Pane pane, std::string text, std::span<const Section> sections, uint32_t mask)
 {
     for (const Section& section : sections) {
         if ((mask & section.bit) != 0) {
@@ -218,21 +218,21 @@ void reportSections(Pane pane, std::string text, std::span<const Section> sectio
     }
     text += "\n";
     screens.setText(pane, "");
-    handOver(pane, text);
+    handOver(screens, pane, text);
 }
 
 } // namespace
 
-void reportProfile(Pane pane, const ParameterBlock& block, uint32_t mask)
+void reportProfile(Screens& screens, Pane pane, const ParameterBlock& block, uint32_t mask)
 {
     constexpr int nameSize = sizeof block.profileFileName;
     std::string head = formatText("\n\t\tcurrent profile   : %.*s\n", nameSize, block.profileFileName);
-    reportSections(pane, std::move(head), profileSections, mask);
+    reportSections(screens, pane, std::move(head), profileSections, mask);
 }
 
-void reportCondition(Pane pane, uint32_t mask)
+void reportCondition(Screens& screens, Pane pane, uint32_t mask)
 {
-    reportSections(pane, "\n\t\tcurrent condition\n", conditionSections, mask);
+    reportSections(screens, pane, "\n\t\tcurrent condition\n", conditionSections, mask);
 }
 
 } // namespace torvane

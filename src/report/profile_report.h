@@ -27,7 +27,7 @@ constexpr uint32_t allConditionSections = 0x3;
 
 // Prints the sections whose bit is set in mask. The block supplies the name of the profile file alone; all figures come
 // from modelState.
-void reportProfile(Pane pane, const ParameterBlock& block, uint32_t mask);
-void reportCondition(Pane pane, uint32_t mask);
+void reportProfile(Screens& screens, Pane pane, const ParameterBlock& block, uint32_t mask);
+void reportCondition(Screens& screens, Pane pane, uint32_t mask);
 
 } // namespace torvane

@@ -2,7 +2,7 @@
 
 namespace torvane {
 
-void handOver(Pane pane, std::string& text)
+void handOver(Screens& screens, Pane pane, std::string& text)
 {
     if (!text.empty()) {
         screens.appendText(pane, text);
@@ -10,11 +10,11 @@ void handOver(Pane pane, std::string& text)
     }
 }
 
-void handOverWhenLarge(Pane pane, std::string& text)
+void handOverWhenLarge(Screens& screens, Pane pane, std::string& text)
 {
     constexpr size_t largePiece = 64 * 1024;
     if (text.size() >= largePiece) {
-        handOver(pane, text);
+        handOver(screens, pane, text);
     }
 }
 

@@ -10,10 +10,10 @@
 namespace torvane {
 
 // Appends the gathered text to the pane and empties it.
-void handOver(Pane pane, std::string& text);
+void handOver(Screens& screens, Pane pane, std::string& text);
 
 // The same, once the text has grown to a large piece (64 KB). For tables that can have 100,000 rows.
-void handOverWhenLarge(Pane pane, std::string& text);
+void handOverWhenLarge(Screens& screens, Pane pane, std::string& text);
 
 // The name of a choice; empty for an index outside the list.
 const char* nameAt(std::span<const char* const> names, int index);

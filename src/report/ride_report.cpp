@@ -260,7 +260,7 @@ std::string reportReference()
     return formatText(references[index].format, runState.*references[index].value);
 }
 
-void reportRide(ResultStatus status)
+void reportRide(Screens& screens, ResultStatus status)
 {
     int mode = workingBlock.rideMode;
     if (mode < 0 || mode >= rideModeCount) {
@@ -276,7 +276,7 @@ void reportRide(ResultStatus status)
         bodies[mode](text);
         text += "\n";
     }
-    handOver(Pane::lower, text);
+    handOver(screens, Pane::lower, text);
 }
 
 } // namespace torvane

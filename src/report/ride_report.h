@@ -3,6 +3,7 @@
 #pragma once
 
 #include "core/result_status.h"
+#include "core/screens.h"
 
 #include <string>
 
@@ -12,18 +13,18 @@ struct SampleLog;
 
 // Clears the lower pane, sets the status line and prints the report of workingBlock.rideMode. A fatal status ends the
 // report after its alert lines; any other report ends with an empty line.
-void reportRide(ResultStatus status);
+void reportRide(Screens& screens, ResultStatus status);
 
 // Heading of the process table for an acceleration, a deceleration or, with runState.thrustMode, a braking run.
-void reportProcessHeading();
+void reportProcessHeading(Screens& screens);
 // The same table for a run that rolls without power.
-void reportRollingHeading();
+void reportRollingHeading(Screens& screens);
 // One line for each row of the log; the progress bar follows the rows.
-void reportProcessRows(const SampleLog& log);
+void reportProcessRows(Screens& screens, const SampleLog& log);
 
 // Table of intermittent braking: one line for each sector.
-void reportSectorHeading();
-void reportSectorRows(const SampleLog& log);
+void reportSectorHeading(Screens& screens);
+void reportSectorRows(Screens& screens, const SampleLog& log);
 
 // The value of the reference factor of an acceleration or deceleration, with its unit, as the title quotes it. Empty
 // for an index that has none.

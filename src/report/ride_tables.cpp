@@ -11,14 +11,14 @@ namespace torvane {
 
 namespace {
 
-void reportHeading(const char* subject, bool kiloWatt)
+void reportHeading(Screens& screens, const char* subject, bool kiloWatt)
 {
     constexpr const char* format = "%8s,%8s,%9s,%8s,%8s,%8s,%8s,%6s,%6s,%8s\n";
     std::string text = formatText("\n\n\tprocess of %s as follows\n\n", subject);
     appendFormat(text, format, "time", "velocity", "power", "torque", "force", "accele", "distance", "gear", "ratio",
                  "cadence");
     appendFormat(text, format, "sec", "kph", kiloWatt ? "kW" : "W", "Nm", "kgf", "mpss", "m", "t", "", "rpm");
-    handOver(Pane::lower, text);
+    handOver(screens, Pane::lower, text);
 }
 
 void appendRow(std::string& text, const SampleRow& row)
@@ -36,34 +36,34 @@ void appendSector(std::string& text, int number, const SectorRow& row)
 
 } // namespace
 
-void reportProcessHeading()
+void reportProcessHeading(Screens& screens)
 {
     const char* subject = "braking powered (wheel)thrust based";
     if (runState.thrustMode == 0) {
         subject = workingBlock.rideMode == rideAcceleration ? "acceleration powered pedaling based"
                                                             : "deceleration powered pedaling based";
     }
-    reportHeading(subject, runState.kiloWattLog != 0);
+    reportHeading(screens, subject, runState.kiloWattLog != 0);
 }
 
-void reportRollingHeading()
+void reportRollingHeading(Screens& screens)
 {
-    reportHeading("inclination and velocity powered zero", false);
+    reportHeading(screens, "inclination and velocity powered zero", false);
 }
 
-void reportProcessRows(const SampleLog& log)
+void reportProcessRows(Screens& screens, const SampleLog& log)
 {
     std::string text;
     int rows = shownRows(log);
     for (int row = 0; row < rows; ++row) {
         appendRow(text, log.rows[static_cast<size_t>(row)]);
-        handOverWhenLarge(Pane::lower, text);
+        handOverWhenLarge(screens, Pane::lower, text);
         reportProgress(progressPercent(0.0, rows, row));
     }
-    handOver(Pane::lower, text);
+    handOver(screens, Pane::lower, text);
 }
 
-void reportSectorHeading()
+void reportSectorHeading(Screens& screens)
 {
     std::string text = "\n\n\tcumulative data of motion and front brake heat at the end of each sector\n"
                        "\t-- odd sector is acceleration powered zero, even sector is spot braking\n\n";
@@ -71,17 +71,17 @@ void reportSectorHeading()
                  "r.brake", "f.heat", "f.radiate", "f.residual");
     // The first comma is missing and one is a full stop: the layout has always been so.
     appendFormat(text, "%9s %9s,%9s,%9s,%9s,%9s,%9s.%9s,%9s\n", "", "sec", "m", "kph", "Cel", "Cel", "kJ", "kJ", "kJ");
-    handOver(Pane::lower, text);
+    handOver(screens, Pane::lower, text);
 }
 
-void reportSectorRows(const SampleLog& log)
+void reportSectorRows(Screens& screens, const SampleLog& log)
 {
     std::string text;
     for (size_t row = 0; row < log.sectors.size(); ++row) {
         appendSector(text, static_cast<int>(row) + 1, log.sectors[row]);
-        handOverWhenLarge(Pane::lower, text);
+        handOverWhenLarge(screens, Pane::lower, text);
     }
-    handOver(Pane::lower, text);
+    handOver(screens, Pane::lower, text);
 }
 
 } // namespace torvane

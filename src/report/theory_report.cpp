@@ -40,7 +40,7 @@ std::string theoryTitle()
                       nameAt(title.targets, workingBlock.theoryTarget));
 }
 
-void setTheoryStatus(ResultStatus status)
+void setTheoryStatus(Screens& screens, ResultStatus status)
 {
     screens.setStatus("status : " + theoryTitle() + statusTail(status));
 }
@@ -81,28 +81,28 @@ void appendGears(std::string& text)
 
 } // namespace
 
-void reportTheoryResult(ResultStatus status)
+void reportTheoryResult(Screens& screens, ResultStatus status)
 {
     if (!knownCalculator()) {
         return;
     }
     screens.setText(Pane::lower, "");
-    setTheoryStatus(status);
+    setTheoryStatus(screens, status);
     std::string text = "\n " + theoryTitle() + "\n" + theoryStatusLines(status);
     if (!isFatal(status)) {
         text += "\n";
         auto append = workingBlock.theoryCalculator == gearCombination ? appendGears : appendPedaling;
         append(text);
     }
-    handOver(Pane::lower, text);
+    handOver(screens, Pane::lower, text);
 }
 
-void reportTheoryReal(ResultStatus status)
+void reportTheoryReal(Screens& screens, ResultStatus status)
 {
     if (!knownCalculator()) {
         return;
     }
-    setTheoryStatus(status);
+    setTheoryStatus(screens, status);
     std::string text = formatText("\treal performance with inclination %5.3lf per and current profile as follows:\n",
                                   runState.inclination);
     text += theoryStatusLines(status);
@@ -117,7 +117,7 @@ void reportTheoryReal(ResultStatus status)
         appendTorqueAndForce(text);
         appendFormat(text, "\t-- required power\t\t:%7.1lf W\n", runState.maxPower);
     }
-    handOver(Pane::lower, text);
+    handOver(screens, Pane::lower, text);
 }
 
 } // namespace torvane

@@ -3,14 +3,15 @@
 #pragma once
 
 #include "core/result_status.h"
+#include "core/screens.h"
 
 namespace torvane {
 
 // Clears the lower pane, sets the status line and prints the answer of the calculation. A fatal status ends the report
 // after its alert lines.
-void reportTheoryResult(ResultStatus status);
+void reportTheoryResult(Screens& screens, ResultStatus status);
 
 // Appends what the answer means on the road, after reportTheoryResult and with the status of the verification.
-void reportTheoryReal(ResultStatus status);
+void reportTheoryReal(Screens& screens, ResultStatus status);
 
 } // namespace torvane

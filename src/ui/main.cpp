@@ -92,7 +92,9 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int)
     HANDLE mutex = takeInstanceMutex();
     if (mutex == nullptr)
         return 0;
-    screens.showMessage = [](std::string_view title, std::string_view text) { showMessageBox(nullptr, title, text); };
+    theScreens.showMessage = [](std::string_view title, std::string_view text) {
+        showMessageBox(nullptr, title, text);
+    };
     mainWindow.parameterPath = parameterFilePath();
     registerCommonControls();
     int result = loadParameters(mainWindow.parameterPath) ? runWindow() : 1;

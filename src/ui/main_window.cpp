@@ -36,7 +36,7 @@ HMODULE loadRichEdit()
 void reportAtStart()
 {
     startModel();
-    reportProfile(Pane::upper, workingBlock, allProfileSections);
+    reportProfile(theScreens, Pane::upper, workingBlock, allProfileSections);
     flushScreens();
     showTop(screenSet.upperScreen);
     greyActivityCommands(enableMenuCommand);

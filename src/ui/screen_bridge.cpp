@@ -177,7 +177,7 @@ constexpr MessageRow messages[] = {
 void installScreens(HWND window)
 {
     target = window;
-    screens = {
+    theScreens = {
         .setText = setPaneText,
         .appendText = appendPaneText,
         .setStatus = setStatusText,

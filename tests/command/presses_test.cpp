@@ -120,7 +120,7 @@ void handOver()
     mail.send([text = std::exchange(gathered, {})] { lowerText += text; });
 }
 
-constexpr Screens windowScreens = {
+const Screens windowScreens = {
     .setText =
         [](Pane pane, std::string_view text) {
             if (pane == Pane::upper || mail.isWindow())
@@ -260,7 +260,7 @@ protected:
         setDefaults(savedBlock);
         workingBlock = savedBlock;
         workingBlock.expressGraph = workingBlock.bandGraphPowerVelocity = workingBlock.bandGraphCornering = 1;
-        screens = windowScreens;
+        theScreens = windowScreens;
         mail.ownThreadServes();
         mail.pressesDuringRuns = 0;
         runMayGoOn.set();
@@ -272,7 +272,7 @@ protected:
     void TearDown() override
     {
         ASSERT_TRUE(stopWorker());
-        screens = before;
+        theScreens = before;
     }
     // What a command shows that nobody disturbs.
     static std::string run(int id)
@@ -288,7 +288,7 @@ protected:
 
 private:
     TestFolder ownFolder;
-    Screens before = screens;
+    Screens before = theScreens;
 };
 
 TEST_P(PressesTest, spoilNothing)

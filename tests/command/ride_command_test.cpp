@@ -14,7 +14,7 @@ class RideCommand : public RideTest {
 protected:
     RideCommand()
     {
-        screens.showProgress = [](bool visible) { shown.push_back(visible); };
+        theScreens.showProgress = [](bool visible) { shown.push_back(visible); };
         shown.clear();
         workingBlock.expressGraph = 0;
     }

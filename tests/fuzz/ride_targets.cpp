@@ -169,7 +169,7 @@ void runTool(const Tool& tool)
     FitImage source = {};
     loadFitImage(source, toolInputs.files[0].path); // which a check need not have read whole
     ToolOutcome outcome = tool.run(toolInputs, workingBlock);
-    reportStatus(outcome.path, outcome.code);
+    reportStatus(theScreens, outcome.path, outcome.code);
     if (outcome.code == tool.success)
         requireSoundOutput(source, tool);
     else

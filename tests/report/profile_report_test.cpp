@@ -23,13 +23,13 @@ struct ProfileReport : testing::Test {
     // A section without the head line and the title.
     std::string section(uint32_t bit)
     {
-        reportProfile(Pane::upper, workingBlock, bit);
+        reportProfile(theScreens, Pane::upper, workingBlock, bit);
         return behindTitle("\n\t\tcurrent profile   : default.pro\n\n ");
     }
 
     std::string condition(uint32_t bit)
     {
-        reportCondition(Pane::upper, bit);
+        reportCondition(theScreens, Pane::upper, bit);
         return behindTitle("\n\t\tcurrent condition\n\n ");
     }
 
@@ -45,7 +45,7 @@ struct ProfileReport : testing::Test {
 
 TEST_F(ProfileReport, sectionsInTheirOrderWhateverTheMask)
 {
-    reportProfile(Pane::upper, workingBlock, sectionAssist | sectionEquipment);
+    reportProfile(theScreens, Pane::upper, workingBlock, sectionAssist | sectionEquipment);
     EXPECT_EQ(shown.upper, "\n\t\tcurrent profile   : default.pro\n"
                            "\n principal equipment\n\n"
                            "\twear selected is\t\t:    'bike summer'\n"
