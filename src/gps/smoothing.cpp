@@ -185,8 +185,8 @@ void smoothDistance(std::span<GpsRecord> records, int window)
         steps[i] = records[i].distance - records[i - 1].distance;
     for (size_t i = 1; i < records.size(); i++) {
         Gathered gathered = gather(steps, reachOf(i, window, records.size()), stepStart);
-        if (gathered.meanKnown())
-            records[i].distance = gathered.trimmedMean() + records[i - 1].distance;
+        double step = gathered.meanKnown() ? gathered.trimmedMean() : steps[i];
+        records[i].distance = step + records[i - 1].distance;
     }
 }
 

@@ -39,7 +39,8 @@ void smoothPositions(std::span<GpsRecord> records, int window);
 // corner and stays.
 void smoothHeading(std::span<GpsRecord> records, int window);
 
-// Smooths the steps of distance and adds them up again from the first row on.
+// Smooths the steps of distance and adds them up again from the first row on. Where the window is too short it is the
+// step that stays, so that the last row keeps its place behind the one before it.
 void smoothDistance(std::span<GpsRecord> records, int window);
 
 // The passes over the other fields.
