@@ -4,10 +4,12 @@
 #pragma once
 
 #include <algorithm>
+#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <initializer_list>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -21,7 +23,18 @@ enum class FileResult {
     writeFailed, // disk full or the device failed; the old file stands
 };
 
-// Reads a file whole into bytes, whatever its size.
+// What a path leads to, over links.
+enum class FileType {
+    nothing, // or a link to nothing
+    file,
+    folder,
+    device,
+    pipe, // a FIFO or a socket
+};
+FileType fileType(const std::string& path);
+
+// Reads a file whole into bytes, whatever its size. Devices and pipes, which may never end or be read but once, cannot
+// be opened by this and the next two.
 FileResult readWholeFile(const std::string& path, std::vector<uint8_t>& bytes);
 
 // Reads at most limit bytes from the start of a file.
@@ -43,10 +56,29 @@ inline FileResult replaceFile(const std::string& path, std::initializer_list<std
     return replaceFile(path, [&](const WritePiece& write) { return std::ranges::all_of(pieces, write); });
 }
 
-bool fileExists(const std::string& path); // anything at this path, a folder as well
-bool folderExists(const std::string& path);
+// Anything at this path, a folder as well.
+inline bool fileExists(const std::string& path)
+{
+    return fileType(path) != FileType::nothing;
+}
+inline bool folderExists(const std::string& path)
+{
+    return fileType(path) == FileType::folder;
+}
+
+// What a file is to its system, whatever its names are: hard links share it.
+struct FileIdentity {
+    uint64_t volume = 0, number = 0;
+    auto operator<=>(const FileIdentity&) const = default;
+};
+std::optional<FileIdentity> fileIdentity(const std::string& path); // none: nothing is there
 // Whether two paths lead to one file that exists, however they are spelled.
-bool isSameFile(const std::string& a, const std::string& b);
+inline bool isSameFile(const std::string& a, const std::string& b)
+{
+    std::optional<FileIdentity> identity = fileIdentity(a);
+    return identity && identity == fileIdentity(b);
+}
+
 // Gives a file another name in its folder; false when that failed.
 bool renameFile(const std::string& from, const std::string& to);
 

@@ -47,20 +47,31 @@ bool writeAll(int descriptor, const MakePieces& make)
     return make([=](std::span<const uint8_t> piece) { return writePiece(descriptor, piece); });
 }
 
+FileType typeOf(mode_t mode)
+{
+    if (S_ISREG(mode))
+        return FileType::file;
+    if (S_ISDIR(mode))
+        return FileType::folder;
+    return S_ISFIFO(mode) || S_ISSOCK(mode) ? FileType::pipe : FileType::device;
+}
+
 // Reads on from start until limit bytes are there or the file ends; the size that the file claims is only a first
 // guess.
 FileResult readUpTo(const std::string& path, size_t start, size_t limit, std::vector<uint8_t>& bytes)
 {
     bytes.clear();
+    if (fileType(path) != FileType::file) // to open a pipe would wait for its writer
+        return FileResult::cannotOpen;
     OpenFile file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     struct stat status;
-    if (file.descriptor < 0 || ::fstat(file.descriptor, &status) != 0 || S_ISDIR(status.st_mode))
+    if (file.descriptor < 0 || ::fstat(file.descriptor, &status) != 0)
         return FileResult::cannotOpen;
     if (start != 0 && ::lseek(file.descriptor, static_cast<off_t>(start), SEEK_SET) < 0)
         return FileResult::readFailed;
     constexpr size_t piece = 1 << 16;
     size_t size = static_cast<size_t>(status.st_size);
-    size_t guess = S_ISREG(status.st_mode) ? size - std::min(size, start) + 1 : piece;
+    size_t guess = size - std::min(size, start) + 1;
     size_t used = 0;
     while (used < limit) {
         if (used == bytes.size())
@@ -154,23 +165,18 @@ FileResult replaceFile(const std::string& path, const MakePieces& make)
     return writeNeighbour(target, &status, make);
 }
 
-bool fileExists(const std::string& path)
+FileType fileType(const std::string& path)
 {
     struct stat status;
-    return ::stat(path.c_str(), &status) == 0;
+    return ::stat(path.c_str(), &status) == 0 ? typeOf(status.st_mode) : FileType::nothing;
 }
 
-bool folderExists(const std::string& path)
+std::optional<FileIdentity> fileIdentity(const std::string& path)
 {
     struct stat status;
-    return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
-}
-
-bool isSameFile(const std::string& a, const std::string& b)
-{
-    struct stat first, second;
-    return ::stat(a.c_str(), &first) == 0 && ::stat(b.c_str(), &second) == 0 && first.st_dev == second.st_dev &&
-           first.st_ino == second.st_ino;
+    if (::stat(path.c_str(), &status) != 0)
+        return {};
+    return FileIdentity{status.st_dev, status.st_ino};
 }
 
 bool renameFile(const std::string& from, const std::string& to)

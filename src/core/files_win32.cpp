@@ -71,6 +71,8 @@ bool writePiece(HANDLE file, std::span<const uint8_t> piece)
 FileResult readUpTo(const std::string& path, size_t start, size_t limit, std::vector<uint8_t>& bytes)
 {
     bytes.clear();
+    if (fileType(path) != FileType::file)
+        return FileResult::cannotOpen;
     OpenFile file(CreateFileW(longPath(path).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
                               FILE_ATTRIBUTE_NORMAL, nullptr));
     LARGE_INTEGER size;
@@ -115,11 +117,18 @@ DWORD attributesOf(const std::string& path)
     return GetFileAttributesW(longPath(path).c_str());
 }
 
-bool identityOf(const std::string& path, BY_HANDLE_FILE_INFORMATION& information)
+// To ask what a path leads to, without any right to read it.
+HANDLE openToAsk(const std::string& path)
 {
-    OpenFile file(CreateFileW(longPath(path).c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                              nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
-    return file.isOpen() && GetFileInformationByHandle(file.handle, &information);
+    return CreateFileW(longPath(path).c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                       OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+}
+
+FileType typeOf(DWORD attributes)
+{
+    if (attributes == INVALID_FILE_ATTRIBUTES)
+        return FileType::nothing;
+    return attributes & FILE_ATTRIBUTE_DIRECTORY ? FileType::folder : FileType::file;
 }
 
 } // namespace
@@ -160,22 +169,29 @@ FileResult replaceFile(const std::string& path, const std::function<bool(const W
     return FileResult::writeFailed;
 }
 
-bool fileExists(const std::string& path)
+FileType fileType(const std::string& path)
 {
-    return !path.empty() && attributesOf(path) != INVALID_FILE_ATTRIBUTES;
+    if (path.empty())
+        return FileType::nothing;
+    OpenFile file(openToAsk(path));
+    switch (file.isOpen() ? GetFileType(file.handle) : FILE_TYPE_DISK) {
+    case FILE_TYPE_CHAR:
+        return FileType::device;
+    case FILE_TYPE_PIPE:
+        return FileType::pipe;
+    default:
+        return typeOf(attributesOf(path));
+    }
 }
 
-bool folderExists(const std::string& path)
+std::optional<FileIdentity> fileIdentity(const std::string& path)
 {
-    DWORD attributes = path.empty() ? INVALID_FILE_ATTRIBUTES : attributesOf(path);
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
-}
-
-bool isSameFile(const std::string& a, const std::string& b)
-{
-    BY_HANDLE_FILE_INFORMATION first, second;
-    return identityOf(a, first) && identityOf(b, second) && first.dwVolumeSerialNumber == second.dwVolumeSerialNumber &&
-           first.nFileIndexHigh == second.nFileIndexHigh && first.nFileIndexLow == second.nFileIndexLow;
+    OpenFile file(openToAsk(path));
+    BY_HANDLE_FILE_INFORMATION known;
+    if (!file.isOpen() || !GetFileInformationByHandle(file.handle, &known))
+        return {};
+    return FileIdentity{known.dwVolumeSerialNumber,
+                        static_cast<uint64_t>(known.nFileIndexHigh) << 32 | known.nFileIndexLow};
 }
 
 bool renameFile(const std::string& from, const std::string& to)

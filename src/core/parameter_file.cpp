@@ -13,9 +13,6 @@ namespace torvane {
 
 namespace {
 
-constexpr size_t profileHeaderSize = 20;
-constexpr int32_t profileFormat = 2;
-
 template <typename Record>
 std::span<const uint8_t> bytesOf(const Record& record)
 {
@@ -126,7 +123,7 @@ bool saveParameters(const std::string& path, const ParameterBlock& block)
 int loadProfile(ParameterBlock& block, const std::string& path)
 {
     std::vector<uint8_t> bytes;
-    FileResult result = readFileStart(path, profileHeaderSize + sizeof(ModelState), bytes);
+    FileResult result = readFileStart(path, profileFileSize, bytes);
     if (result == FileResult::cannotOpen) {
         theScreens.setStatus("status : failed to open an existing file");
         return 1;

@@ -8,6 +8,11 @@
 
 namespace torvane {
 
+// Of a profile file: the format stands first in the header, the body is a ModelState.
+constexpr int32_t profileFormat = 2;
+constexpr size_t profileHeaderSize = 20;
+constexpr size_t profileFileSize = profileHeaderSize + sizeof(ModelState);
+
 // "Torvane.par" in the folder of the program.
 std::string parameterFilePath();
 

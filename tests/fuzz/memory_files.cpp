@@ -59,19 +59,19 @@ FileResult replaceFile(const std::string& path, const std::function<bool(const W
     return FileResult::ok;
 }
 
-bool folderExists(const std::string& path)
+FileType fileType(const std::string& path)
 {
-    return path == memoryFolder || path + "/" == memoryFolder || path == "/";
+    if (path == memoryFolder || path + "/" == memoryFolder || path == "/")
+        return FileType::folder;
+    return memoryFiles.contains(path) ? FileType::file : FileType::nothing;
 }
 
-bool fileExists(const std::string& path)
+std::optional<FileIdentity> fileIdentity(const std::string& path)
 {
-    return folderExists(path) || memoryFiles.contains(path);
-}
-
-bool isSameFile(const std::string& a, const std::string& b)
-{
-    return a == b && fileExists(a);
+    auto found = memoryFiles.find(path);
+    if (found == memoryFiles.end())
+        return {};
+    return FileIdentity{0, reinterpret_cast<uintptr_t>(&*found)};
 }
 
 bool renameFile(const std::string& from, const std::string& to)
