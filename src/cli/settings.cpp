@@ -47,19 +47,17 @@ bool fillPrediction(const std::vector<Assignment>& settings, Applying& applying)
     return confirm(child, applying);
 }
 
-// What is known of a wheel's build is stored even when nothing is predicted from it.
-bool storeBuilds(const std::vector<Assignment>& settings, Applying& applying)
+// What is known of a wheel's build, even when nothing is predicted from it. The page behind which it stands is accepted
+// with it.
+bool storeBuilds(const std::vector<Assignment>& builds, Applying& applying)
 {
-    std::vector<Assignment> own = entriesOf(*findForm(predictFormId), settings);
     int32_t before = workingBlock.predictWheel;
     bool stored = true;
-    for (int wheel = 0; stored && !own.empty() && wheel < 2; ++wheel) {
+    for (int wheel = 0; stored && wheel < 2; ++wheel) {
         workingBlock.predictWheel = wheel;
-        stored = fillPrediction(own, applying);
+        stored = fillPrediction(builds, applying);
     }
     workingBlock.predictWheel = before;
-    if (stored && !own.empty() && applying.save)
-        workingBlock.pageChanged[pageWheel] = 1;
     return stored;
 }
 
@@ -89,34 +87,34 @@ bool pressButtons(FormState& state, const std::vector<Assignment>& own, Applying
 // A page is accepted again as long as that brings entries into view that it hid when it opened.
 bool fillPage(const Form& page, std::vector<Assignment> pending, Applying& applying)
 {
-    while (!pending.empty()) {
+    for (;;) {
         FormState state;
         openForm(state, page, savedBlock, workingBlock, true);
         state.saveAsDefault = applying.save;
         std::vector<Assignment> hidden = setEntries(state, pending, applying.faults);
         if (!pressButtons(state, pending, applying) || !confirm(state, applying))
             return false;
-        if (hidden.size() == pending.size()) {
+        if (hidden.empty() || hidden.size() == pending.size()) {
             for (const Assignment& assignment : hidden)
                 applying.faults.notes.push_back(assignment.name + " has no effect with these choices");
             return true;
         }
         pending = hidden;
     }
-    return true;
 }
 
 bool fillSheet(int sheet, const std::vector<Assignment>& settings, Applying& applying)
 {
     bool touched = false;
     for (const Form* page : sheetPages(sheet)) {
-        std::vector<Assignment> own = entriesOf(*page, settings);
-        touched = touched || !own.empty();
-        if (page->id == wheelPageId) {
-            touched = touched || !entriesOf(*findForm(predictFormId), settings).empty();
-            if (!storeBuilds(settings, applying))
-                return false;
-        }
+        std::vector<Assignment> own = entriesOf(*page, settings), builds;
+        if (page->id == wheelPageId)
+            builds = entriesOf(*findForm(predictFormId), settings);
+        if (own.empty() && builds.empty())
+            continue;
+        touched = true;
+        if (!builds.empty() && !storeBuilds(builds, applying))
+            return false;
         if (!fillPage(*page, own, applying))
             return false;
     }

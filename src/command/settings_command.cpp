@@ -25,29 +25,29 @@ void choose(int32_t& present, int32_t& target, int32_t number)
     present = number;
 }
 
-void rebuildAndReportProfile()
-{
-    rebuildModel();
-    reportProfile(theScreens, Pane::upper, workingBlock, allProfileSections);
-}
-
+// Of both sheets: what was accepted comes into force. A sheet that was cancelled leaves the figures as they are, those
+// that a profile file has put into the model alone among them.
 ResultStatus finishProfile()
 {
     commitProfile(savedBlock, workingBlock);
-    applyProfile(workingBlock);
-    if (std::exchange(formMarks.profile, false))
-        rebuildAndReportProfile();
+    bool accepted = std::exchange(formMarks.profile, false);
+    if (accepted)
+        applyProfile(workingBlock);
+    rebuildModel();
+    if (accepted)
+        reportProfile(theScreens, Pane::upper, workingBlock, allProfileSections);
     return 0;
 }
 
 ResultStatus finishCondition()
 {
     commitCondition(savedBlock, workingBlock);
-    applyCondition(workingBlock);
-    if (std::exchange(formMarks.condition, false)) {
-        rebuildModel();
+    bool accepted = std::exchange(formMarks.condition, false);
+    if (accepted)
+        applyCondition(workingBlock);
+    rebuildModel();
+    if (accepted)
         reportCondition(theScreens, Pane::upper, allConditionSections);
-    }
     return 0;
 }
 
@@ -65,7 +65,8 @@ ResultStatus loadNamedProfile()
     memcpy(savedBlock.profileFileName, workingBlock.profileFileName, sizeof savedBlock.profileFileName);
     fetchProfile(workingBlock);
     fetchProfile(savedBlock);
-    rebuildAndReportProfile();
+    rebuildModel();
+    reportProfile(theScreens, Pane::upper, workingBlock, allProfileSections);
     formMarks.profile = false;
     return 0;
 }

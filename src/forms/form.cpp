@@ -359,8 +359,7 @@ Verdict confirmForm(FormState& state, ParameterBlock& working)
     const Form& form = *state.form;
     Verdict verdict = judge(state);
     if (!verdict.passed) {
-        if (form.failed)
-            form.failed(state, working);
+        cancelForm(state, working);
         return verdict;
     }
     storeRows(state, working);
@@ -370,6 +369,12 @@ Verdict confirmForm(FormState& state, ParameterBlock& working)
         storeField(working, form.saveFlag, static_cast<int32_t>(state.saveAsDefault));
     leaveMarks(form.marks);
     return verdict;
+}
+
+void cancelForm(const FormState& state, ParameterBlock& working)
+{
+    if (state.form->undone)
+        state.form->undone(state, working);
 }
 
 } // namespace torvane

@@ -114,7 +114,7 @@ struct Form {
     Verdict (*validate)(FormState&) = nullptr;                    // instead of the limits in row order
     Verdict (*check)(FormState&) = nullptr;                       // after the limits passed
     void (*store)(FormState&, ParameterBlock& working) = nullptr; // after the rows were stored
-    void (*failed)(const FormState&, ParameterBlock& working) = nullptr; // after validation or check refused
+    void (*undone)(const FormState&, ParameterBlock& working) = nullptr; // after it was refused or cancelled
     bool (*mayConfirm)(const FormState&) = nullptr;                      // enables the confirming button; null: always
     const char* confirmNeeds = "";                                       // what it waits for, in words for the console
 };
@@ -188,8 +188,10 @@ void buttonReturned(FormState& state, const Row& row, const ParameterBlock& work
 Verdict checkLimits(const FormState& state, size_t first, size_t end);
 
 // The confirming button: validates, checks, and on success stores into working with its "save as default" flag and
-// marks. Where it did not pass, working stays as it is (but for what `failed` puts back) and the form stays open; a
+// marks. Where it did not pass, working stays as it is (but for what `undone` puts back) and the form stays open; a
 // page of a sheet closes all the same.
 Verdict confirmForm(FormState& state, ParameterBlock& working);
+// The cancelling button: what forms behind its buttons have stored in working since it was last confirmed goes back.
+void cancelForm(const FormState& state, ParameterBlock& working);
 
 } // namespace torvane

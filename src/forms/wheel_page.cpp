@@ -82,18 +82,30 @@ constexpr Row wheelRows[10] = {
 static_assert(wheelRows[frontSizeRow].id == 1421 && wheelRows[frontResistRow].id == 1424 &&
               wheelRows[frontResistVelocityRow].id == 1425);
 
-// The predict dialog stored its figures at once; a page that is refused takes them back.
+void copyBuild(ParameterBlock& to, const ParameterBlock& from)
+{
+    to.predictWheel = from.predictWheel;
+    std::ranges::copy(from.rimDepth, to.rimDepth);
+    std::ranges::copy(from.spokeCount, to.spokeCount);
+    std::ranges::copy(from.modelYear, to.modelYear);
+}
+
+// The predict dialog stores its figures at once; they count when the page is accepted, and otherwise go back.
+void keepBuild(FormState& state, ParameterBlock& working)
+{
+    copyBuild(state.stored, working);
+}
+
 void restoreBuild(const FormState& state, ParameterBlock& working)
 {
-    std::ranges::copy(state.entry.rimDepth, working.rimDepth);
-    std::ranges::copy(state.entry.spokeCount, working.spokeCount);
-    std::ranges::copy(state.entry.modelYear, working.modelYear);
+    copyBuild(working, state.stored);
 }
 
 constexpr Form makeWheelPage()
 {
     Form form = pageForm(1004, "wheel", pageWheel, Marks::profile, wheelRows);
-    form.failed = restoreBuild;
+    form.store = keepBuild;
+    form.undone = restoreBuild;
     return form;
 }
 

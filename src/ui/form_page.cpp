@@ -75,6 +75,9 @@ INT_PTR onNotify(HWND page, LPARAM lParam)
     case static_cast<UINT>(PSN_APPLY):
         SetWindowLongPtrW(page, DWLP_MSGRESULT, onApply(form));
         return TRUE;
+    case static_cast<UINT>(PSN_RESET):
+        cancelForm(form.state, workingBlock);
+        return TRUE;
     default:
         return FALSE;
     }

@@ -2,6 +2,7 @@
 #include "console_fixture.h"
 
 #include "core/parameter_file.h"
+#include "core/text.h"
 #include "figures.h"
 #include "fit/fit_builder.h"
 #include "forms/form.h"
@@ -136,6 +137,24 @@ TEST(Console, KeepsWhatWasNotTypedToTheLastBit)
     EXPECT_EQ(bytesOf(par), before);
     for (const std::string& unusable : {folder.path + "none.par", folder.path})
         EXPECT_EQ(call({"--par", unusable, "801"}).code, 2);
+}
+
+TEST(Console, AnEntrySetToItsValueChangesNothing)
+{
+    Call plain = call({"801"});
+    const ParameterBlock defaults = savedBlock;
+    for (const Form* form : allForms()) {
+        FormState state;
+        openForm(state, *form, defaults, defaults, true);
+        for (size_t i = 0; form->opensWith == OpensWith::working && i < form->rows.size(); ++i) {
+            const Row& row = form->rows[i];
+            if (row.offset == noField || !isPresent(state, row))
+                continue;
+            std::string entry = row.name + formatText("=%.17g", shownValue(state, row));
+            EXPECT_EQ(call({"--set", entry, "801"}).out, plain.out) << entry;
+        }
+    }
+    EXPECT_TRUE(contains(call({"321", "spokeCount[1]=30"}).out, "-- rear spoke count\t:   30\n"));
 }
 
 TEST(Console, SavesWhatAToolTicked)

@@ -80,7 +80,13 @@ class SheetTest(DesktopTest):
         wait_for(lambda: text in self.desktop.pane(UPPER), f"'{text}' in the report")
 
     def test_cancel_leaves_everything(self):
+        answer = self.desktop.run("ctrl+v", "power and velocity")
         before = self.desktop.pane(UPPER)
+        for key, sheet in (("ctrl+r", "condition"), ("ctrl+k", "preference")):
+            self.desktop.press(key)
+            window = self.desktop.dialog(sheet)
+            self.desktop.press("Escape")
+            self.desktop.gone(window)
         window = self.open_profile(0, 1111)
         self.desktop.fill(window, 1111, "199")
         self.desktop.press("Escape")
@@ -90,6 +96,8 @@ class SheetTest(DesktopTest):
         self.assertNotIn("199", self.desktop.control(window, 1111)["text"])
         self.desktop.click_control(window, CANCEL)
         self.desktop.gone(window)
+        self.assertEqual(self.desktop.run("ctrl+v", "power and velocity"), answer)
+        self.assertEqual(self.desktop.pane(UPPER), before)
 
     def test_refused_page_keeps_its_values_and_the_others_apply(self):
         window = self.open_profile(0, 1111)
@@ -134,6 +142,14 @@ class SheetTest(DesktopTest):
         self.desktop.confirm(predict)
         self.desktop.gone(predict)
         wait_for(lambda: self.desktop.control(window, 1424)["text"] != before, "a predicted resist")
+        self.desktop.press("Escape")
+        self.desktop.gone(window)
+        window = self.open_profile(3, 1411)
+        self.desktop.click_control(window, 1411)
+        predict = self.desktop.dialog("predict wheel resist")
+        self.assertEqual(self.desktop.control(predict, 1451)["text"].strip(), "50", "cancelled with its page")
+        self.desktop.press("Escape")
+        self.desktop.gone(predict)
         self.desktop.press("Escape")
         self.desktop.gone(window)
 

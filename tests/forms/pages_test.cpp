@@ -70,7 +70,12 @@ TEST(WheelPage, PredictsOneWheelFromItsBuild)
     EXPECT_EQ(page.text(1427), "  4.8"); // 16.14 W x 0.6 x 14 / 28
     EXPECT_EQ(page.text(1424), " 20.0");
     EXPECT_EQ(page.confirm(), "found too small value of a case of wheel regist");
-    EXPECT_EQ(page.working.rimDepth[1], 50); // taken back with the page
+    expectFigures({page.working.rimDepth[1], page.working.predictWheel}, {50, 0}); // taken back with the page
+    page.working.rimDepth[1] = 80;
+    EXPECT_EQ(page.type(1427, "20").confirm(), "");
+    page.working.rimDepth[1] = 90;
+    cancelForm(page.state, page.working);
+    EXPECT_EQ(page.working.rimDepth[1], 80); // what was accepted before stays
 }
 
 TEST(BrakePage, ShowsTheEntriesOfTheSelectedType)
