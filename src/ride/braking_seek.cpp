@@ -21,14 +21,13 @@ bool isFalling()
 }
 
 // The step has the sign of the force: a step down is less braking, and is due where the run came out too hard.
-ResultStatus seekForce(double firstForce, double step, double wanted, const double& result, double tolerance,
-                       SampleLog& log)
+ResultStatus seekForce(double firstForce, double step, double wanted, double& result, double tolerance, SampleLog& log)
 {
     runState.force = firstForce;
     return seekTarget({&runState.force, &result, wanted, step, tolerance, HighSide::belowWanted}, log, brakeByForce);
 }
 
-ResultStatus seekForPower(const double& result, SampleLog& log)
+ResultStatus seekForPower(double& result, SampleLog& log)
 {
     if (!(runState.power < 0.0) || !isFalling()) {
         return statusIllegalValue;

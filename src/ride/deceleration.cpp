@@ -103,8 +103,9 @@ constexpr Factor sectorTimeFactor = {&RunState::sectorTime, 0.01, statusTooLongT
 constexpr Factor distanceFactor = {&RunState::distance, 0.1, statusTooLongDistance, seekBrakeForDistance};
 constexpr Factor acceleFactor = {&RunState::accele, 0.0015, statusTooHighAccele, seekBrakeForAccele};
 
-// First power of a seek, laid between coasting and the power for the ending velocity. Leaves the limits.
-double firstPower(const Factor& factor, double wanted, SampleLog& log)
+// First power of a seek, laid between coasting and the power for the ending velocity. Leaves the limits, and the status
+// of the run with that power, when there is one.
+double firstPower(const Factor& factor, double wanted, ResultStatus& status, SampleLog& log)
 {
     double& figure = runState.*factor.figure;
     const double coasting = figure;
@@ -112,7 +113,7 @@ double firstPower(const Factor& factor, double wanted, SampleLog& log)
     if (runState.endVelocity != 0.0) {
         const double holding = powerForEndingVelocity();
         runState.power = holding;
-        decelerateByParabola(log);
+        status = decelerateByParabola(log);
         power = holding * (figure - wanted) / (figure - coasting);
     }
     runState.seekLow = coasting;
@@ -125,14 +126,15 @@ ResultStatus seekFactor(const Factor& factor, SampleLog& log)
     double& figure = runState.*factor.figure;
     const double wanted = figure;
     runState.power = 0.0;
-    const ResultStatus coasting = decelerateByParabola(log);
-    if (isFatal(coasting)) {
-        return coasting;
+    ResultStatus status = decelerateByParabola(log);
+    if (isFatal(status)) {
+        figure = wanted;
+        return status;
     }
-    const double power = firstPower(factor, wanted, log);
+    const double power = firstPower(factor, wanted, status, log);
     if (!(wanted <= runState.seekHigh - factor.tolerance)) {
         figure = wanted;
-        return coasting | factor.beyond;
+        return status | factor.beyond;
     }
     if (runState.seekLow > wanted) {
         runState.thrustMode = 1;

@@ -7,6 +7,8 @@
 #include "ride/ride_status.h"
 #include "ride/seek.h"
 
+#include <cmath>
+
 namespace torvane {
 
 namespace {
@@ -83,12 +85,17 @@ ResultStatus runInclination(int target, SampleLog& log, GraphSeries* graph)
 ResultStatus seekInclinationForFinalVelocity()
 {
     Stepper inclination{firstInclination, -1.0, 0.3};
-    const Settled settled = settle(inclination, noThrust, [](double percent) {
+    double missing = 0.0; // W
+    const Settled settled = settle(inclination, noThrust, [&missing](double percent) {
         runState.inclination = percent;
         resetGrip();
-        return solvePowerAtVelocity(stageThrust, runState.velocity).value;
+        return missing = solvePowerAtVelocity(stageThrust, runState.velocity).value;
     });
-    return settled == Settled::met ? 0 : statusNotConverged;
+    if (settled != Settled::met) {
+        return statusNotConverged;
+    }
+    // Near standstill hardly any power is needed on any slope, and the first one would do.
+    return std::fabs(missing) > std::fabs(runState.slopePower) * 0.01 ? statusLooseTolerance : 0;
 }
 
 ResultStatus seekInclinationOver(const RollLimit& limit, SampleLog& log)

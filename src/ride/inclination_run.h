@@ -13,7 +13,8 @@ namespace torvane {
 // reached, or 0. With 0 log and, when not null, graph are filled.
 ResultStatus runInclination(int target, SampleLog& log, GraphSeries* graph);
 
-// For runState.velocity, poised. Status 0 or statusNotConverged.
+// For runState.velocity, poised. Status 0, statusNotConverged, or statusLooseTolerance where so little power is at
+// stake that the slope found is more than 1 percent off.
 ResultStatus seekInclinationForFinalVelocity();
 
 // For runState.velocity at the end of a roll to the limit. Status: statusNotConverged, the tolerance classes, or 0.

@@ -33,9 +33,13 @@ bool isHigh(const Seek& seek, ResultStatus status)
 // A step of 0 would never move.
 constexpr double leastStep = 10.0; // W
 
-} // namespace
+// Of an error that the tolerance took: after some hundred rounds that is wider than any wanted figure.
+ResultStatus missClass(double error, double wanted)
+{
+    return error > std::fabs(wanted) * 0.01 ? statusLooseTolerance : 0;
+}
 
-ResultStatus seekTarget(const Seek& seek, SampleLog& log, ResultStatus (*run)(SampleLog&))
+ResultStatus walk(const Seek& seek, SampleLog& log, ResultStatus (*run)(SampleLog&))
 {
     Stepper stepper{*seek.variable, seek.step == 0.0 ? leastStep : seek.step, 0.7};
     double tolerance = seek.tolerance;
@@ -57,13 +61,24 @@ ResultStatus seekTarget(const Seek& seek, SampleLog& log, ResultStatus (*run)(Sa
         firstError = round == 0 ? error : firstError;
         reportProgress(progressPercent(firstError, tolerance, error));
         if (error < tolerance && !isFatal(status)) {
-            return toleranceClass(runState.velocity, runState.endVelocity);
+            return toleranceClass(runState.velocity, runState.endVelocity) | missClass(error, seek.wanted);
         }
         isHigh(seek, status) ? stepper.lower() : stepper.raise();
         stepper.value = std::max(stepper.value, seek.least);
         tolerance = round % 50 == 0 ? tolerance * 1.4 : tolerance;
     }
     return statusNotConverged;
+}
+
+} // namespace
+
+ResultStatus seekTarget(const Seek& seek, SampleLog& log, ResultStatus (*run)(SampleLog&))
+{
+    const ResultStatus status = walk(seek, log, run);
+    if (isFatal(status)) {
+        *seek.result = seek.wanted;
+    }
+    return status;
 }
 
 } // namespace torvane

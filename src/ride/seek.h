@@ -74,8 +74,8 @@ struct SampleLog;
 enum class HighSide { aboveWanted, belowWanted };
 
 struct Seek {
-    double* variable;     // power or force of runState, at its first value
-    const double* result; // of runState, as the run leaves it
+    double* variable; // power or force of runState, at its first value
+    double* result;   // of runState, as the run leaves it
     double wanted;
     double step;
     double tolerance;
@@ -86,9 +86,10 @@ struct Seek {
 
 // Runs until the result is within the tolerance, which loosens with the rounds. Leaves the variable and all that its
 // last run left. A round whose run failed never counts as met; where it was refused, so that there is no result, its
-// status tells the side.
-// Status: statusNotConverged after 5,000 rounds, or when variable or result is no number; statusTooLargePower beyond
-// peakLimit; else the tolerance class of the velocity reached.
+// status tells the side. Where the seek fails, the result reads as wanted again: titles quote it, and the last try is
+// no answer. Status: statusNotConverged after 5,000 rounds, or when variable or result is no number;
+// statusTooLargePower beyond peakLimit; else the tolerance class of the velocity reached, and statusLooseTolerance
+// where the tolerance had grown so far that the result is more than 1 percent from wanted.
 ResultStatus seekTarget(const Seek& seek, SampleLog& log, ResultStatus (*run)(SampleLog&));
 
 } // namespace torvane

@@ -65,6 +65,9 @@ TEST_F(RollingTest, theSlopeFoundGivesTheVelocityBack)
         ASSERT_EQ(ride(rideInclinationAndVelocity, 0).status, 0u) << limit;
         EXPECT_NEAR(runState.velocity, kph(45), limit == 0 ? 0.0001 : 0.01) << limit;
     }
+    workingBlock.inclinationLimit = 0;
+    workingBlock.rideVelocity[4] = kph(0.0001); // at which no slope pushes with any power
+    EXPECT_EQ(ride(rideInclinationAndVelocity, 1).status, statusLooseTolerance);
 }
 
 } // namespace torvane

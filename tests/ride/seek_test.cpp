@@ -60,6 +60,16 @@ TEST_F(SeekTest, thePowerNeverGoesBelowZero)
     EXPECT_EQ(runs, 6); // from 100 W down to 0 in steps of 20; the rounds that stay there repeat the last
 }
 
+TEST_F(SeekTest, aToleranceGrownBeyondAPercentIsTold)
+{
+    auto neverBelow7 = [](SampleLog&) -> ResultStatus {
+        runState.sectorTime = 7.0;
+        return 0;
+    };
+    EXPECT_EQ(seekTarget(timeSeek(6.0, 100.0, 20.0), log, neverBelow7), statusLooseTolerance);
+    EXPECT_EQ(runState.sectorTime, 7.0); // the run is shown
+}
+
 TEST_F(SeekTest, aRefusedRoundIsNoResult)
 {
     auto refusedBelow150 = [](SampleLog& to) -> ResultStatus {
@@ -79,6 +89,7 @@ TEST_F(SeekTest, whatIsNoNumberEndsIt)
         return 0;
     };
     EXPECT_EQ(seekTarget(timeSeek(6.0, 100.0, 20.0), log, noTime), statusNotConverged);
+    EXPECT_EQ(runState.sectorTime, 6.0); // what was asked, for the title
     EXPECT_EQ(seekTarget(timeSeek(6.0, std::numeric_limits<double>::infinity(), 20.0), log, shorterByPower),
               statusNotConverged);
     EXPECT_EQ(runs, 2);
