@@ -39,7 +39,7 @@ void reportSectors(const SampleLog& log)
 // The table under the report, where the mode has one and the log came to be.
 void reportTable(int mode, const SampleLog& log)
 {
-    if (!log.sectors.empty()) {
+    if (log.bySectors) {
         reportSectors(log);
     } else if (log.rows.empty()) {
         return;

@@ -56,11 +56,11 @@ std::string titleOf(const ModeTitle& mode)
 }
 
 // Where the road pushes harder at the ending velocity than the drag holds, the pane quotes the force that is needed
-// instead of a power.
+// instead of a power. A run that came to the brakes by a power below 0 quotes that power.
 std::string paneTitle(const std::string& title)
 {
     int target = workingBlock.rideTarget;
-    bool brakes = workingBlock.rideMode == rideDeceleration && runState.thrustMode != 0;
+    bool brakes = workingBlock.rideMode == rideDeceleration && runState.thrustMode != 0 && !(runState.power < 0.0);
     if (brakes && target == decelerationPowerAtEnd) {
         return formatText("%s '%s' required %5.3lf kgf", modeTitles[rideDeceleration].words,
                           decelerationFactorNames[target], runState.thrustForce);

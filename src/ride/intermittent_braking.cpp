@@ -150,13 +150,14 @@ ResultStatus rideRemainder(double remainder, SampleLog& log, Ride& ride)
     return status;
 }
 
-// An interval without its heat; steps are what a log of it needs.
-ResultStatus rehearseInterval(SampleLog& log, int& steps)
+// An interval without its heat; steps are what a log of it needs. One that is longer than the whole way is not ridden:
+// a coast in it that takes longer than any run may is no failure then, and the brakes go on from where it is cut.
+ResultStatus rehearseInterval(bool ridden, SampleLog& log, int& steps)
 {
     int coastSteps = 0;
     runState.startVelocity = runState.endVelocity;
     const ResultStatus status = coast(coastDistance(), nullptr, coastSteps);
-    if (isFatal(status)) {
+    if (isFatal(status) && ridden) {
         return status;
     }
     runState.startVelocity = runState.velocity;
@@ -194,7 +195,7 @@ ResultStatus intermittentDryRun(SampleLog& log, int& intervalCount)
     int steps = 0;
     for (int round = 0; round < settlingRounds && !isFatal(status); ++round) {
         reportProgress(progressPercent(0.0, intervalCount + 6.0, round));
-        status = rehearseInterval(log, steps);
+        status = rehearseInterval(intervalCount > 0, log, steps);
     }
     log.sampleCount = static_cast<int>(std::min((intervalCount + 1.0) * steps, mostPoints));
     return status;
@@ -207,6 +208,7 @@ ResultStatus intermittentLoggedRun(int intervalCount, SampleLog& log, GraphSerie
     }
     Ride ride{.graph = graph};
     ResultStatus status = 0;
+    log.bySectors = true;
     for (int interval = 0; interval < intervalCount && !isFatal(status); ++interval) {
         status |= rideInterval(log, ride);
         reportProgress(progressPercent(0.0, intervalCount + 6.0, interval + 6.0));

@@ -36,6 +36,7 @@ struct SectorRow {
 struct SampleLog {
     int sampleCount = 0;            // steps that the dry run counted; after the logged run the rows used
     std::vector<SampleRow> rows;    // sampleCount + 1 at allocation, zeroed; a last row at time 0 was never written
+    bool bySectors = false;         // the table is of sectors, also where the way was too short for any
     std::vector<SectorRow> sectors; // one for each sector, as many as there were
 };
 

@@ -55,6 +55,9 @@ TEST_F(RideCommand, theTableFollowsTheReport)
         EXPECT_EQ(table, heading != nullptr) << mode << " " << target;
         EXPECT_TRUE(heading == nullptr || lowerHas(heading)) << heading;
     }
+    workingBlock.totalDistance = 0.0;
+    dispatch(ridePatternBraking, 3);
+    EXPECT_TRUE(lowerHas("cumulative data of motion")); // of no sector
 }
 
 TEST_F(RideCommand, theBarIsShownForRunsOverTimeAlone)

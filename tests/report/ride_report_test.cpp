@@ -100,6 +100,9 @@ TEST_F(RideReport, brakedDecelerationQuotesTheForceOnThePaneAlone)
     EXPECT_TRUE(contains(text, "\tair drag quantity\t\t:"));
     EXPECT_FALSE(contains(text, "required power"));
 
+    runState.power = -1.5; // pedals beyond their parabola: no road that pushes
+    EXPECT_TRUE(contains(report(), "'PEV as maxi' -1.500 W\n"));
+
     runState.thrustMode = 0; // pedaled: the mean alone decides on the second line
     EXPECT_FALSE(contains(report(), "required -2.500"));
     EXPECT_TRUE(contains(report(), "\nwith braking due to constant force\n"));

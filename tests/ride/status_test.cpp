@@ -52,11 +52,17 @@ constexpr StatusCase cases[] = {
     {"end beyond the gears", rideAcceleration, 2, [](Block b) { level(b, 1, 60, 75); }, statusEndNotReached},
     {"shifting eats gravity", rideAcceleration, 7, [](Block b) { b.rideGravity[1] = 1.2; }, statusNotConverged},
 
+    {"no such way downhill", rideAcceleration, 5,
+     [](Block b) { level(b, 1, 53.47, 54), b.rideInclination[1] = -9, b.rideDistance[1] = 1644; },
+     statusLooseTolerance},
+
     {"positive accele", rideDeceleration, 5, [](Block b) { b.rideAccele[2] = 0.1; }, statusIllegalValue},
     {"rolls on by itself", rideDeceleration, 0, rollDown, statusNoDeceleration},
     {"mean power above", rideDeceleration, 1, [](Block b) { b.ridePower[2] = 300; }, statusTooLargePower},
     {"more than the end", rideDeceleration, 0, [](Block b) { b.ridePower[2] = 300; }, statusDeclineMayStop},
     {"time too long", rideDeceleration, 3, [](Block b) { b.rideLegTime[2] = 1000; }, statusTooLongTime},
+    {"time too long for what holds", rideDeceleration, 3, [](Block b) { level(b, 2, 61.62, 56.88); },
+     statusTooLongTime | statusDeclineMayStop},
     {"distance too long", rideDeceleration, 4, [](Block b) { b.rideDistance[2] = 100000; }, statusTooLongDistance},
     {"accele too small", rideDeceleration, 5, [](Block b) { b.rideAccele[2] = 0; }, statusTooHighAccele},
 
@@ -72,7 +78,9 @@ constexpr StatusCase cases[] = {
     {"a way of years", ridePatternBraking, 2, [](Block b) { level(b, 3, 70, 0.001), b.totalDistance = 100000; },
      statusIllegalValue},
     {"intervals too short", ridePatternBraking, 3, [](Block b) { b.intervalDistance = 10; }, statusTooShortInterval},
-    {"an interval of hours", ridePatternBraking, 3, [](Block b) { b.intervalDistance = 100000; }, statusNotConverged},
+    {"an interval of hours", ridePatternBraking, 3, [](Block b) { b.intervalDistance = b.totalDistance = 100000; },
+     statusNotConverged},
+    {"one that is not ridden", ridePatternBraking, 3, [](Block b) { b.intervalDistance = 100000; }, 0},
 
     {"level", rideInclinationAndVelocity, 0, [](Block b) { b.rideInclination[4] = 0; }, statusTooSmallGradient},
     {"velocity 0", rideInclinationAndVelocity, 1, [](Block b) { b.rideVelocity[4] = 0; }, statusTooSmallVelocity},
