@@ -95,21 +95,23 @@ void fields(benchmark::State& state)
 {
     Loaded ride(static_cast<int>(state.range(0)));
     predictAndFinish(ride.records, ride.flags);
+    Screens screens;
     for (auto _ : state)
-        reportFields(theScreens, ride.records, ride.flags, addedFieldsOf(ride.flags));
+        reportFields(screens, ride.records, ride.flags, addedFieldsOf(ride.flags));
     countRows(state, static_cast<int>(state.range(0)));
 }
 BENCHMARK(fields)->Name("gps/reportFields")->Arg(10000)->Arg(seasonRide)->Unit(benchmark::kMillisecond);
 
 void oneStroke(benchmark::State& state)
 {
+    Session session;
     const bool withTable = state.range(1) != 0;
     Loaded ride(static_cast<int>(state.range(0)));
     workingBlock.expressFieldsData = withTable;
     toolInputs.files[0].path = madeRide(static_cast<int>(state.range(0)));
     toolInputs.files[toolDestination].path = benchmarkFolder() + "analysed.fit";
     for (auto _ : state) {
-        if (atOneStroke() != fitOk)
+        if (atOneStroke(session) != fitOk)
             state.SkipWithError("at one stroke failed");
     }
     countRows(state, static_cast<int>(state.range(0)));

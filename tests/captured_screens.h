@@ -13,22 +13,21 @@ namespace torvane {
 struct CapturedScreens {
     CapturedScreens() : before(theScreens)
     {
-        current = this;
-        theScreens.setText = [](Pane pane, std::string_view text) { current->paneOf(pane) = text; };
-        theScreens.appendText = [](Pane pane, std::string_view text) {
-            current->paneOf(pane) += text;
-            current->pieces.emplace_back(text.size());
+        screens.setText = [this](Pane pane, std::string_view text) { paneOf(pane) = text; };
+        screens.appendText = [this](Pane pane, std::string_view text) {
+            paneOf(pane) += text;
+            pieces.emplace_back(text.size());
         };
-        theScreens.setStatus = [](std::string_view text) { current->status = text; };
-        theScreens.setProgress = [](int percent) { current->progress.push_back(percent); };
-        theScreens.showMessage = [](std::string_view title, std::string_view text) {
-            current->messages.emplace_back(title, text);
+        screens.setStatus = [this](std::string_view text) { status = text; };
+        screens.setProgress = [this](int percent) { progress.push_back(percent); };
+        screens.showMessage = [this](std::string_view title, std::string_view text) {
+            messages.emplace_back(title, text);
         };
+        theScreens = screens;
     }
     ~CapturedScreens()
     {
         theScreens = before;
-        current = nullptr;
     }
     CapturedScreens(const CapturedScreens&) = delete;
     CapturedScreens& operator=(const CapturedScreens&) = delete;
@@ -38,6 +37,7 @@ struct CapturedScreens {
         return pane == Pane::upper ? upper : lower;
     }
 
+    Screens screens;
     std::string upper, lower, status;
     std::vector<size_t> pieces; // size of each append
     std::vector<int> progress;
@@ -45,7 +45,6 @@ struct CapturedScreens {
 
 private:
     Screens before;
-    static inline CapturedScreens* current = nullptr;
 };
 
 } // namespace torvane

@@ -3,35 +3,36 @@
 #include "cli/json.h"
 #include "core/text.h"
 
+#include <memory>
+#include <utility>
+
 namespace torvane {
 
 namespace {
 
-Answer* current = nullptr;
-Streams* streamsOfCurrent = nullptr;
-bool progressShown = false;
-
-std::string& paneOf(Pane pane)
+std::string& paneOf(Answer& answer, Pane pane)
 {
-    return pane == Pane::upper ? current->upper : current->lower;
+    return pane == Pane::upper ? answer.upper : answer.lower;
 }
 
 // The percentage stands on a line of its own, which is written over and blanked at the end.
-void showPercent(int percent)
-{
-    if (!streamsOfCurrent->terminal)
-        return;
-    progressShown = true;
-    streamsOfCurrent->err << formatText("\r%3d %%", percent) << std::flush;
-}
+struct PercentLine {
+    Streams& streams;
+    bool shown = false;
 
-void hidePercent(bool visible)
-{
-    if (visible || !progressShown)
-        return;
-    progressShown = false;
-    streamsOfCurrent->err << "\r     \r" << std::flush;
-}
+    void show(int percent)
+    {
+        if (!streams.terminal)
+            return;
+        shown = true;
+        streams.err << formatText("\r%3d %%", percent) << std::flush;
+    }
+    void hide()
+    {
+        if (std::exchange(shown, false))
+            streams.err << "\r     \r" << std::flush;
+    }
+};
 
 std::string jsonBoxes(const std::vector<Box>& boxes)
 {
@@ -71,26 +72,33 @@ std::string jsonGraph(const GraphSeries& graph)
 
 } // namespace
 
-ScreensInto::ScreensInto(Answer& answer, Streams& streams) : before(theScreens)
+ScreensInto::ScreensInto(Session& toSession, Answer& answer, Streams& streams)
+    : session(toSession), before(session.screens), processBefore(theScreens)
 {
-    current = &answer;
-    streamsOfCurrent = &streams;
-    theScreens.setText = [](Pane pane, std::string_view text) { paneOf(pane) = text; };
-    theScreens.appendText = [](Pane pane, std::string_view text) { paneOf(pane) += text; };
-    theScreens.setStatus = [](std::string_view text) { current->status = text; };
-    theScreens.showProgress = hidePercent;
-    theScreens.setProgress = showPercent;
-    theScreens.showMessage = [](std::string_view title, std::string_view text) {
-        tellBoxes(*current, *streamsOfCurrent, {{std::string(title), std::string(text)}});
+    auto line = std::make_shared<PercentLine>(streams);
+    session.screens = {
+        .setText = [&](Pane pane, std::string_view text) { paneOf(answer, pane) = text; },
+        .appendText = [&](Pane pane, std::string_view text) { paneOf(answer, pane) += text; },
+        .setStatus = [&](std::string_view text) { answer.status = text; },
+        .showProgress =
+            [line](bool visible) {
+                if (!visible)
+                    line->hide();
+            },
+        .setProgress = [line](int percent) { line->show(percent); },
+        .showMessage =
+            [&](std::string_view title, std::string_view text) {
+                tellBoxes(answer, streams, {{std::string(title), std::string(text)}});
+            },
     };
+    theScreens = session.screens;
 }
 
 ScreensInto::~ScreensInto()
 {
-    hidePercent(false);
-    theScreens = before;
-    current = nullptr;
-    streamsOfCurrent = nullptr;
+    session.screens.showProgress(false);
+    session.screens = before;
+    theScreens = processBefore;
 }
 
 void tellBoxes(Answer& answer, Streams& streams, const std::vector<Box>& boxes)

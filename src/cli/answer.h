@@ -1,6 +1,7 @@
 // What a command came to, as the panes, the status line and the message boxes of the console hold it.
 #pragma once
 
+#include "command/session.h"
 #include "core/result_status.h"
 #include "core/screens.h"
 #include "core/verdict.h"
@@ -29,16 +30,18 @@ struct Streams {
     bool terminal = false; // both are read by a person: progress may be shown
 };
 
-// While it lives, the screens write into `answer`; message boxes also go to standard error as they come.
+// While it lives, the screens of the session write into `answer`; message boxes also go to standard error as they come.
 class ScreensInto {
 public:
-    ScreensInto(Answer& answer, Streams& streams);
+    ScreensInto(Session& session, Answer& answer, Streams& streams);
     ~ScreensInto();
     ScreensInto(const ScreensInto&) = delete;
     ScreensInto& operator=(const ScreensInto&) = delete;
 
 private:
+    Session& session;
     Screens before;
+    Screens processBefore;
 };
 
 // "title: text" to standard error, and into the answer.

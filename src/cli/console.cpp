@@ -4,7 +4,6 @@
 #include "cli/nearest.h"
 #include "cli/run.h"
 #include "cli/settings.h"
-#include "command/command_graph.h"
 #include "command/settings_command.h"
 #include "core/files.h"
 #include "core/parameter_file.h"
@@ -33,9 +32,7 @@ void resetRecords()
     runState = {};
     physiology = {};
     formMarks = {};
-    session = {};
     std::ranges::fill(gearTable, GearEntry());
-    commandGraph.reset();
     clearToolInputs(toolInputs);
     prepareOptions = {};
     prepareFindings = {};
@@ -66,35 +63,35 @@ std::string checkParameterFile(const Request& request, const std::string& path)
     return request.save ? std::string() : "there is no file " + path;
 }
 
-bool loadProfileOf(const Request& request)
+bool loadProfileOf(Session& session, const Request& request)
 {
     if (request.profile.empty())
         return true;
     session.profilePath = absolutePath(request.profile);
-    return finishSettings(*findCommand("load-profile-data")) == 0;
+    return finishSettings(session, *findCommand("load-profile-data")) == 0;
 }
 
-bool applyOptions(const Request& request, Answer& answer, Streams& streams)
+bool applyOptions(Session& session, const Request& request, Answer& answer, Streams& streams)
 {
     EntryFaults faults;
     std::vector<Box> boxes;
-    bool applied = applySettings(request.settings, request.save, faults, boxes);
+    bool applied = applySettings(session, request.settings, request.save, faults, boxes);
     tellSettings(applied, faults, boxes, answer, streams);
     return applied;
 }
 
 // Parameter file, model, profile, settings: what holds before the command. The exit code when that fails.
-int prepare(const Request& request, const std::string& parPath, Answer& answer, Streams& streams)
+int prepare(Session& session, const Request& request, const std::string& parPath, Answer& answer, Streams& streams)
 {
-    ScreensInto into(answer, streams);
+    ScreensInto into(session, answer, streams);
     if (!parPath.empty() && !loadParameters(parPath))
         return exitFailed;
     startModel();
-    if (!loadProfileOf(request)) {
+    if (!loadProfileOf(session, request)) {
         streams.err << answer.status << '\n';
         return exitFailed;
     }
-    return applyOptions(request, answer, streams) ? exitDone : exitRefused;
+    return applyOptions(session, request, answer, streams) ? exitDone : exitRefused;
 }
 
 std::vector<std::string> commandNames()
@@ -126,8 +123,9 @@ int tellHelpOn(const std::string& topic, const Request& request, Streams& stream
     std::string fault = checkParameterFile(request, parPath);
     if (!fault.empty())
         return refuse(streams, fault);
+    Session session;
     Answer answer;
-    if (int code = prepare(request, parPath, answer, streams))
+    if (int code = prepare(session, request, parPath, answer, streams))
         return code;
     fieldPresence.altitudeFlags = 1; // as for a ride with altitude, whose course is not flat by itself
     std::string text = helpOn(topic);
@@ -156,14 +154,15 @@ int runRequest(const Request& request, Streams& streams)
     std::string fault = checkParameterFile(request, parPath);
     if (!fault.empty())
         return refuseCommand(*command, request, streams, fault);
+    Session session;
     Answer answer;
     answer.command = command->id;
-    if (int code = prepare(request, parPath, answer, streams)) {
+    if (int code = prepare(session, request, parPath, answer, streams)) {
         if (request.json)
             streams.out << jsonAnswer(answer) << '\n';
         return code;
     }
-    int code = runCommand(*command, request, streams);
+    int code = runCommand(session, *command, request, streams);
     if (request.save && code != exitRefused && !saveParameters(parPath, savedBlock))
         return exitFailed;
     return code;

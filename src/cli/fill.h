@@ -13,6 +13,7 @@ namespace torvane {
 
 // One run of a command.
 struct Run {
+    Session& session;
     const Command& command;
     const Request& request;
     Streams& streams;

@@ -4,7 +4,6 @@
 #include "cli/fill.h"
 #include "cli/json.h"
 #include "cli/settings.h"
-#include "command/command_graph.h"
 #include "command/settings_command.h"
 #include "core/files.h"
 #include "core/text.h"
@@ -57,7 +56,7 @@ const Box* greyed(const Command& command)
 int loadRide(Run& run)
 {
     fitInputFileName = run.files.sources[0];
-    ResultStatus result = findCommand(loadCommand)->operation();
+    ResultStatus result = findCommand(loadCommand)->operation(run.session);
     if (result != fitOk)
         return finish(run, result);
     run.answer.status.clear();
@@ -87,9 +86,9 @@ int operate(Run& run)
 {
     if (run.command.commit)
         run.command.commit(savedBlock, workingBlock);
-    commandGraph.reset();
-    int code = finish(run, run.command.operation());
-    run.answer.graph = commandGraph;
+    run.session.graph.reset();
+    int code = finish(run, run.command.operation(run.session));
+    run.answer.graph = run.session.graph;
     if (code == exitDone && run.command.id == divideCommandId)
         listParts(run);
     return code;
@@ -129,7 +128,7 @@ int runSheet(Run& run)
         return refuse(run.streams, "no entries given; see torvane-cli help " + consoleName(run.command));
     EntryFaults faults;
     std::vector<Box> boxes;
-    bool applied = applySettings(run.request.entries, run.request.save, faults, boxes);
+    bool applied = applySettings(run.session, run.request.entries, run.request.save, faults, boxes);
     tellSettings(applied, faults, boxes, run.answer, run.streams);
     return applied ? finish(run, 0) : exitRefused;
 }
@@ -137,10 +136,10 @@ int runSheet(Run& run)
 int runProfileFile(Run& run)
 {
     bool writes = run.command.entry == Entry::saveProfile;
-    session.profilePath = writes ? run.files.destination : run.files.sources[0];
-    int code = finish(run, finishSettings(run.command));
+    run.session.profilePath = writes ? run.files.destination : run.files.sources[0];
+    int code = finish(run, finishSettings(run.session, run.command));
     if (code == exitDone && writes)
-        run.answer.outputs = {session.profilePath};
+        run.answer.outputs = {run.session.profilePath};
     return code;
 }
 
@@ -178,7 +177,7 @@ int writeGraph(Run& run)
 // One run from filled-in dialog to written graph, into its answer.
 int runOnce(Run& run)
 {
-    ScreensInto into(run.answer, run.streams);
+    ScreensInto into(run.session, run.answer, run.streams);
     run.answer.command = run.command.id;
     int code = dispatch(run);
     if (run.answer.result && code != exitRefused)
@@ -195,14 +194,15 @@ Answer endedLine(Answer answer)
 }
 
 // Each ride of a batch starts from the same settings; one that fails is named, and the rest go on.
-int runBatch(const Command& command, const Request& request, const std::vector<RunFiles>& runs, Streams& streams)
+int runBatch(Session& session, const Command& command, const Request& request, const std::vector<RunFiles>& runs,
+             Streams& streams)
 {
     ParameterBlock settings = workingBlock;
     JsonList list('[');
     int code = exitDone;
     for (const RunFiles& files : runs) {
         workingBlock = settings;
-        Run run = {command, request, streams, files};
+        Run run = {session, command, request, streams, files};
         int own = runOnce(run);
         if (own != exitDone) {
             code = exitFailed;
@@ -222,9 +222,9 @@ int runBatch(const Command& command, const Request& request, const std::vector<R
     return code;
 }
 
-int runSingle(const Command& command, const Request& request, const RunFiles& files, Streams& streams)
+int runSingle(Session& session, const Command& command, const Request& request, const RunFiles& files, Streams& streams)
 {
-    Run run = {command, request, streams, files};
+    Run run = {session, command, request, streams, files};
     int code = runOnce(run);
     if (request.json)
         streams.out << jsonAnswer(run.answer) << '\n';
@@ -286,7 +286,7 @@ void tellSettings(bool applied, const EntryFaults& faults, const std::vector<Box
         note(streams, faults.notes[i]);
 }
 
-int runCommand(const Command& command, const Request& request, Streams& streams)
+int runCommand(Session& session, const Command& command, const Request& request, Streams& streams)
 {
     std::vector<RunFiles> runs;
     std::string fault = checkRequest(command, request);
@@ -295,8 +295,8 @@ int runCommand(const Command& command, const Request& request, Streams& streams)
     if (!fault.empty())
         return refuseCommand(command, request, streams, fault);
     wantGraph(request);
-    int code = request.into.empty() ? runSingle(command, request, runs[0], streams)
-                                    : runBatch(command, request, runs, streams);
+    int code = request.into.empty() ? runSingle(session, command, request, runs[0], streams)
+                                    : runBatch(session, command, request, runs, streams);
     // What a tool ticked waits for the next commit of the recorded rides, and there will be none.
     if (request.save && command.menu == MenuAfter::toolRan)
         commitGps(savedBlock, workingBlock);

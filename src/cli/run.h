@@ -15,7 +15,7 @@ enum ExitCode : int {
 };
 
 // The blocks and the model are as the request's options left them. Prints what the command came to.
-int runCommand(const Command& command, const Request& request, Streams& streams);
+int runCommand(Session& session, const Command& command, const Request& request, Streams& streams);
 
 // "torvane-cli: text" to standard error, and exitRefused.
 int refuse(Streams& streams, const std::string& text);

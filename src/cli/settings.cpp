@@ -15,6 +15,7 @@ constexpr int wheelPageId = 1004;
 constexpr int predictFormId = 1450;
 
 struct Applying {
+    Session& session;
     bool save;
     EntryFaults& faults;
     std::vector<Box>& boxes;
@@ -119,7 +120,7 @@ bool fillSheet(int sheet, const std::vector<Assignment>& settings, Applying& app
             return false;
     }
     if (touched)
-        finishSettings(*findCommand(sheet));
+        finishSettings(applying.session, *findCommand(sheet));
     return true;
 }
 
@@ -155,9 +156,10 @@ std::vector<std::string> settingNames()
     return names;
 }
 
-bool applySettings(const std::vector<Assignment>& settings, bool save, EntryFaults& faults, std::vector<Box>& boxes)
+bool applySettings(Session& session, const std::vector<Assignment>& settings, bool save, EntryFaults& faults,
+                   std::vector<Box>& boxes)
 {
-    Applying applying = {save, faults, boxes};
+    Applying applying = {session, save, faults, boxes};
     if (!namesAreKnown(settings, faults))
         return false;
     return std::ranges::all_of(settingsSheets, [&](int sheet) { return fillSheet(sheet, settings, applying); });

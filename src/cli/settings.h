@@ -3,6 +3,7 @@
 #pragma once
 
 #include "cli/entries.h"
+#include "command/session.h"
 
 #include <string>
 #include <vector>
@@ -15,7 +16,8 @@ constexpr int settingsSheets[] = {325, 321, 324};
 
 // Sets, checks and stores into workingBlock; the sheets touched are finished as by their commands. The first fault ends
 // it: its box or refusal is added, and false comes back. With save the pages touched become defaults.
-bool applySettings(const std::vector<Assignment>& settings, bool save, EntryFaults& faults, std::vector<Box>& boxes);
+bool applySettings(Session& session, const std::vector<Assignment>& settings, bool save, EntryFaults& faults,
+                   std::vector<Box>& boxes);
 
 // Names of all entries of all pages, the figures behind a wheel's prediction included.
 std::vector<std::string> settingNames();

@@ -29,7 +29,7 @@ constexpr Command windowCommand(int id, const char* label, char key = 0)
     return {.id = id, .label = label, .key = key, .shift = key != 0};
 }
 
-using Operation = ResultStatus (*)();
+using Operation = ResultStatus (*)(Session&);
 using Commit = void (*)(ParameterBlock&, ParameterBlock&);
 
 constexpr Command settingsCommand(int id, const char* label, char key, Entry entry, Commit commit, const char* aliases)
@@ -39,16 +39,16 @@ constexpr Command settingsCommand(int id, const char* label, char key, Entry ent
 }
 
 template <uint32_t sections>
-ResultStatus profileReport()
+ResultStatus profileReport(Session& session)
 {
-    reportProfile(theScreens, Pane::upper, workingBlock, sections);
+    reportProfile(session.screens, Pane::upper, workingBlock, sections);
     return 0;
 }
 
 template <uint32_t sections>
-ResultStatus conditionReport()
+ResultStatus conditionReport(Session& session)
 {
-    reportCondition(theScreens, Pane::upper, sections);
+    reportCondition(session.screens, Pane::upper, sections);
     return 0;
 }
 

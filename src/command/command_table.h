@@ -12,6 +12,8 @@
 
 namespace torvane {
 
+struct Session;
+
 // What a command's first entry asks the user.
 enum class Entry : uint8_t {
     immediate,   // nothing
@@ -54,7 +56,7 @@ struct Command {
     Work work = Work::frontEnd;
     void (*commit)(ParameterBlock& saved, ParameterBlock& working) = nullptr; // after the dialog or sheet, null none
     // Of a report or on the worker. Null: nothing to run, or, where `work` promises something, not built yet.
-    ResultStatus (*operation)() = nullptr;
+    ResultStatus (*operation)(Session& session) = nullptr;
     Family family = Family::none;
     GraphWhen graph = GraphWhen::never;
     MenuAfter menu = MenuAfter::none;

@@ -11,51 +11,51 @@ namespace {
 
 using ToolRun = ToolOutcome (*)(ToolInputs& inputs, ParameterBlock& options);
 
-ResultStatus runTool(ToolRun run)
+ResultStatus runTool(Session& session, ToolRun run)
 {
     beginProgress();
     ToolOutcome outcome = run(toolInputs, workingBlock);
     endProgress();
     for (const Box& box : outcome.boxes)
-        theScreens.showMessage(box.title, box.text);
-    return outcome.reported ? reportStatus(theScreens, outcome.path, outcome.code) : outcome.code;
+        session.screens.showMessage(box.title, box.text);
+    return outcome.reported ? reportStatus(session.screens, outcome.path, outcome.code) : outcome.code;
 }
 
 } // namespace
 
-ResultStatus combineCommand()
+ResultStatus combineCommand(Session& session)
 {
-    return runTool(runCombine);
+    return runTool(session, runCombine);
 }
 
-ResultStatus convertCommand()
+ResultStatus convertCommand(Session& session)
 {
-    return runTool(runConvert);
+    return runTool(session, runConvert);
 }
 
-ResultStatus addMessagesCommand()
+ResultStatus addMessagesCommand(Session& session)
 {
-    return runTool(runAddMessages);
+    return runTool(session, runAddMessages);
 }
 
-ResultStatus divideCommand()
+ResultStatus divideCommand(Session& session)
 {
-    return runTool(runDivide);
+    return runTool(session, runDivide);
 }
 
-ResultStatus excludeCommand()
+ResultStatus excludeCommand(Session& session)
 {
-    return runTool(runExclude);
+    return runTool(session, runExclude);
 }
 
-ResultStatus increaseTimestampCommand()
+ResultStatus increaseTimestampCommand(Session& session)
 {
-    return runTool(runTimestamp);
+    return runTool(session, runTimestamp);
 }
 
-ResultStatus fieldDumpCommand()
+ResultStatus fieldDumpCommand(Session& session)
 {
-    return runTool(runFieldDump);
+    return runTool(session, runFieldDump);
 }
 
 } // namespace torvane

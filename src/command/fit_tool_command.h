@@ -2,16 +2,17 @@
 // Reads toolInputs and workingBlock; reports the outcome. Knows nothing of dialogs.
 #pragma once
 
+#include "command/session.h"
 #include "core/result_status.h"
 
 namespace torvane {
 
-ResultStatus combineCommand();
-ResultStatus convertCommand();
-ResultStatus addMessagesCommand();
-ResultStatus divideCommand();
-ResultStatus excludeCommand();
-ResultStatus increaseTimestampCommand();
-ResultStatus fieldDumpCommand();
+ResultStatus combineCommand(Session& session);
+ResultStatus convertCommand(Session& session);
+ResultStatus addMessagesCommand(Session& session);
+ResultStatus divideCommand(Session& session);
+ResultStatus excludeCommand(Session& session);
+ResultStatus increaseTimestampCommand(Session& session);
+ResultStatus fieldDumpCommand(Session& session);
 
 } // namespace torvane

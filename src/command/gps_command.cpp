@@ -20,16 +20,17 @@ namespace {
 
 // One ride in hand. Goes with its command.
 struct Ride {
+    Session& session;
     const std::string& path;
     FitImage source = {};
     GpsRecords records = {};
     uint32_t flags = 0;
 };
 
-StatusCode fail(const std::string& path, StatusCode code)
+StatusCode fail(const Ride& ride, const std::string& path, StatusCode code)
 {
     endProgress();
-    return reportStatus(theScreens, path, code);
+    return reportStatus(ride.session.screens, path, code);
 }
 
 StatusCode loadRide(Ride& ride, bool prepared)
@@ -42,8 +43,8 @@ StatusCode loadRide(Ride& ride, bool prepared)
 StatusCode readRide(Ride& ride, bool prepared = false)
 {
     if (StatusCode code = loadRide(ride, prepared))
-        return reportStatus(theScreens, ride.path, code);
-    theScreens.setStatus("");
+        return reportStatus(ride.session.screens, ride.path, code);
+    ride.session.screens.setStatus("");
     beginProgress();
     return fitOk;
 }
@@ -53,7 +54,7 @@ StatusCode prepareRide(Ride& ride, uint32_t analysisFlags, TrackLimits limits)
     ride.flags = analysisFlags;
     ride.records.assign(fitInventory.recordCount, {});
     if (StatusCode code = prepareTrack(ride.source, ride.records, ride.flags, limits))
-        return fail(ride.path, code);
+        return fail(ride, ride.path, code);
     return fitOk;
 }
 
@@ -68,13 +69,14 @@ StatusCode analyseRide(Ride& ride)
 
 void reportRideSummary(const Ride& ride, FitReportMode mode)
 {
-    reportSummary(theScreens, analysedInventory, analysedSummary, ride.flags, ride.path, mode);
+    reportSummary(ride.session.screens, analysedInventory, analysedSummary, ride.flags, ride.path, mode);
 }
 
 void reportRideFields(const Ride& ride)
 {
-    reportFields(theScreens, ride.records, ride.flags, addedFieldsOf(ride.flags) & (predictedCadence | predictedPower));
-    reportStatus(theScreens, ride.path, fitExpressed);
+    reportFields(ride.session.screens, ride.records, ride.flags,
+                 addedFieldsOf(ride.flags) & (predictedCadence | predictedPower));
+    reportStatus(ride.session.screens, ride.path, fitExpressed);
 }
 
 StatusCode rewriteRide(FitImage& destination, const Ride& ride)
@@ -94,10 +96,10 @@ StatusCode createFile(const Ride& ride, const std::string& path)
 {
     FitImage destination = {};
     if (StatusCode code = rewriteRide(destination, ride))
-        return fail(ride.path, code);
+        return fail(ride, ride.path, code);
     if (writeFitFile(destination, path) != 0)
-        return fail(path, fitSaveFailed);
-    reportStatus(theScreens, path, fitPredictionSaved);
+        return fail(ride, path, fitSaveFailed);
+    reportStatus(ride.session.screens, path, fitPredictionSaved);
     endProgress();
     return fitOk;
 }
@@ -143,7 +145,7 @@ StatusCode analyseAtOneStroke(Ride& ride, const std::string& destination)
         return code;
     reportRideSummary(ride, reportAnalysed);
     if (oneStrokePreparation.enabled)
-        reportPreparation(theScreens, prepareFindings);
+        reportPreparation(ride.session.screens, prepareFindings);
     if (workingBlock.expressFieldsData)
         reportRideFields(ride);
     if (StatusCode code = createFile(ride, destination))
@@ -154,9 +156,9 @@ StatusCode analyseAtOneStroke(Ride& ride, const std::string& destination)
 
 } // namespace
 
-StatusCode expressSourceData()
+StatusCode expressSourceData(Session& session)
 {
-    Ride ride = {fitInputFileName};
+    Ride ride = {session, fitInputFileName};
     if (StatusCode code = readRide(ride))
         return code;
     if (StatusCode code = prepareRide(ride, expressAnalysisFlags(), TrackLimits::express))
@@ -168,9 +170,9 @@ StatusCode expressSourceData()
     return fitOk;
 }
 
-StatusCode analyseAndPredict()
+StatusCode analyseAndPredict(Session& session)
 {
-    Ride ride = {fitInputFileName};
+    Ride ride = {session, fitInputFileName};
     if (StatusCode code = readRide(ride))
         return code;
     if (StatusCode code = analyseRide(ride))
@@ -181,9 +183,9 @@ StatusCode analyseAndPredict()
     return fitOk;
 }
 
-StatusCode createAnalysedFile()
+StatusCode createAnalysedFile(Session& session)
 {
-    Ride ride = {fitInputFileName};
+    Ride ride = {session, fitInputFileName};
     if (StatusCode code = readRide(ride))
         return code;
     if (StatusCode code = analyseRide(ride))
@@ -191,13 +193,13 @@ StatusCode createAnalysedFile()
     return createFile(ride, fitOutputFileName);
 }
 
-StatusCode atOneStroke()
+StatusCode atOneStroke(Session& session)
 {
-    Ride ride = {toolInputs.files[0].path};
+    Ride ride = {session, toolInputs.files[0].path};
     if (StatusCode code = readRide(ride, oneStrokePreparation.enabled != 0))
         return code;
     if (StatusCode code = gatherActivity(ride.source))
-        return fail(ride.path, code);
+        return fail(ride, ride.path, code);
     setFieldPresence();
     setReadiness();
     return analyseAtOneStroke(ride, toolInputs.files[toolDestination].path);

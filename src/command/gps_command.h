@@ -3,21 +3,22 @@
 // Loading itself is a command of its own.
 #pragma once
 
+#include "command/session.h"
 #include "fit/fit_codes.h"
 
 namespace torvane {
 
 // The track of the loaded file as it is, without the records under the threshold speed: summary and table.
-StatusCode expressSourceData();
+StatusCode expressSourceData(Session& session);
 
 // The same with cadence, power and brake heat predicted.
-StatusCode analyseAndPredict();
+StatusCode analyseAndPredict(Session& session);
 
 // The analysis again, written to fitOutputFileName; no report but the status line.
-StatusCode createAnalysedFile();
+StatusCode createAnalysedFile(Session& session);
 
 // Loads toolInputs.files[0], analyses, reports and writes files[toolDestination]. A file loaded before keeps its path,
 // but its blocks are overwritten.
-StatusCode atOneStroke();
+StatusCode atOneStroke(Session& session);
 
 } // namespace torvane

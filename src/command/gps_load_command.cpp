@@ -6,22 +6,22 @@
 
 namespace torvane {
 
-StatusCode loadGpsFile()
+StatusCode loadGpsFile(Session& session)
 {
     FitImage image;
     StatusCode code = loadFitImage(image, fitInputFileName);
     if (code != fitOk)
-        return reportStatus(theScreens, fitInputFileName, code);
-    theScreens.setStatus("");
+        return reportStatus(session.screens, fitInputFileName, code);
+    session.screens.setStatus("");
     beginProgress();
     code = gatherActivity(image);
     endProgress();
     if (code != fitOk)
-        return reportStatus(theScreens, fitInputFileName, code);
+        return reportStatus(session.screens, fitInputFileName, code);
     setFieldPresence();
     setReadiness();
-    reportSummary(theScreens, fitInventory, fitSummary, 0, fitInputFileName, reportLoaded);
-    reportStatus(theScreens, fitInputFileName, fitLoaded);
+    reportSummary(session.screens, fitInventory, fitSummary, 0, fitInputFileName, reportLoaded);
+    reportStatus(session.screens, fitInputFileName, fitLoaded);
     return fitOk;
 }
 

@@ -1,12 +1,13 @@
 // "Load Activity FIT File": what the worker runs once the prompt has given a path.
 #pragma once
 
+#include "command/session.h"
 #include "fit/fit_codes.h"
 
 namespace torvane {
 
 // Loads the file at fitInputFileName into the blocks, flags and verdict that the other commands of recorded rides
 // depend on, and reports its summary or its fault. The track itself is not kept.
-StatusCode loadGpsFile();
+StatusCode loadGpsFile(Session& session);
 
 } // namespace torvane

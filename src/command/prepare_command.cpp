@@ -10,19 +10,19 @@
 
 namespace torvane {
 
-ResultStatus prepareCommand()
+ResultStatus prepareCommand(Session& session)
 {
     beginProgress();
     ToolOutcome outcome = runPrepare(toolInputs);
     endProgress();
     if (outcome.code == fitPrepared) {
-        theScreens.setText(Pane::lower, "");
-        reportPreparation(theScreens, prepareFindings);
+        session.screens.setText(Pane::lower, "");
+        reportPreparation(session.screens, prepareFindings);
     }
-    return reportStatus(theScreens, outcome.path, outcome.code);
+    return reportStatus(session.screens, outcome.path, outcome.code);
 }
 
-ResultStatus compareCommand()
+ResultStatus compareCommand(Session& session)
 {
     RideComparison comparison;
     const std::string paths[] = {toolInputs.files[0].path, toolInputs.files[1].path};
@@ -30,10 +30,10 @@ ResultStatus compareCommand()
     ComparisonOutcome outcome = compareRides(paths[0], paths[1], comparison);
     endProgress();
     if (outcome.code != fitOk)
-        return reportStatus(theScreens, paths[outcome.second], outcome.code);
-    theScreens.setText(Pane::lower, "");
-    reportComparison(theScreens, comparison, paths[0], paths[1]);
-    return reportStatus(theScreens, paths[0], fitOk);
+        return reportStatus(session.screens, paths[outcome.second], outcome.code);
+    session.screens.setText(Pane::lower, "");
+    reportComparison(session.screens, comparison, paths[0], paths[1]);
+    return reportStatus(session.screens, paths[0], fitOk);
 }
 
 } // namespace torvane

@@ -2,11 +2,12 @@
 // toolInputs.
 #pragma once
 
+#include "command/session.h"
 #include "core/result_status.h"
 
 namespace torvane {
 
-ResultStatus prepareCommand();
-ResultStatus compareCommand();
+ResultStatus prepareCommand(Session& session);
+ResultStatus compareCommand(Session& session);
 
 } // namespace torvane

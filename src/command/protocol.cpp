@@ -1,7 +1,6 @@
 // The protocol itself: entries on the front end's thread, the loop on the worker's.
 #include "command/protocol.h"
 
-#include "command/command_graph.h"
 #include "command/menu_rules.h"
 #include "command/settings_command.h"
 #include "forms/form.h"
@@ -12,7 +11,6 @@
 namespace torvane {
 
 WorkerBlock workerBlock;
-std::optional<GraphSeries> commandGraph;
 
 void ManualResetEvent::set()
 {
@@ -44,6 +42,7 @@ namespace {
 constexpr std::chrono::milliseconds pollInterval{100};
 
 FrontEnd front;
+Session* sessionOfWorker = nullptr;
 std::span<const Command> commandList;
 ManualResetEvent threadEvent; // set at every entry, never reset: after the first command the loop polls
 ManualResetEvent workerEnded;
@@ -146,7 +145,7 @@ void enterLong(const Command& command)
 
 void enterReport(const Command& command)
 {
-    command.operation();
+    command.operation(*sessionOfWorker);
     front.focusPane(false);
 }
 
@@ -158,7 +157,7 @@ void enterSettings(const Command& command)
     if (!front.runEntry(command))
         return;
     bool reports = formMarks.profile || formMarks.condition;
-    finishSettings(command);
+    finishSettings(*sessionOfWorker, command);
     if (reports)
         front.focusPane(false);
 }
@@ -168,7 +167,7 @@ void runActiveCommand()
     workerBlock.busy = 1; // before the look at what to run: a press in between is either seen or sees this
     const Command* command = findLong(workerBlock.ActiveCommand);
     if (command != nullptr)
-        workerBlock.resultStatus = command->operation();
+        workerBlock.resultStatus = command->operation(*sessionOfWorker);
     // Read again: after a press during the run it is 0, and the handler passes over it.
     int completed = workerBlock.ActiveCommand;
     workerBlock.busy = 0;
@@ -188,9 +187,10 @@ void workerLoop()
 
 } // namespace
 
-void startWorker(const FrontEnd& frontEnd, std::span<const Command> commands)
+void startWorker(const FrontEnd& frontEnd, Session& session, std::span<const Command> commands)
 {
     front = frontEnd;
+    sessionOfWorker = &session;
     commandList = commands;
     workerBlock.quit = 0;
     workerBlock.ActiveCommand = 0;

@@ -52,8 +52,8 @@ struct FrontEnd {
 
 extern WorkerBlock workerBlock;
 
-// Starts the worker on a list of commands (the program's own, unless a test brings others).
-void startWorker(const FrontEnd& frontEnd, std::span<const Command> commands = commandTable());
+// Starts the worker for a session on a list of commands (the program's own, unless a test brings others).
+void startWorker(const FrontEnd& frontEnd, Session& session, std::span<const Command> commands = commandTable());
 // The handler of all commands, on the front end's thread. An unknown id does nothing.
 // While a command runs, a press on any long command counts as its second entry and does not stop the worker, whose
 // completion is a 0 then; a graph follows that, once there is something to show. Commands that change profile,

@@ -1,6 +1,5 @@
 #include "command/ride_command.h"
 
-#include "command/command_graph.h"
 #include "core/parameter_block.h"
 #include "core/screens.h"
 #include "report/ride_report.h"
@@ -18,52 +17,52 @@ bool runsOverTime(int mode)
     return mode != ridePowerAndVelocity && mode != rideCriticalCornering;
 }
 
-void reportProcess(const SampleLog& log)
+void reportProcess(Screens& screens, const SampleLog& log)
 {
-    reportProcessHeading(theScreens);
-    reportProcessRows(theScreens, log);
+    reportProcessHeading(screens);
+    reportProcessRows(screens, log);
 }
 
-void reportRolling(const SampleLog& log)
+void reportRolling(Screens& screens, const SampleLog& log)
 {
-    reportRollingHeading(theScreens);
-    reportProcessRows(theScreens, log);
+    reportRollingHeading(screens);
+    reportProcessRows(screens, log);
 }
 
-void reportSectors(const SampleLog& log)
+void reportSectors(Screens& screens, const SampleLog& log)
 {
-    reportSectorHeading(theScreens);
-    reportSectorRows(theScreens, log);
+    reportSectorHeading(screens);
+    reportSectorRows(screens, log);
 }
 
 // The table under the report, where the mode has one and the log came to be.
-void reportTable(int mode, const SampleLog& log)
+void reportTable(Screens& screens, int mode, const SampleLog& log)
 {
     if (log.bySectors) {
-        reportSectors(log);
+        reportSectors(screens, log);
     } else if (log.rows.empty()) {
         return;
     } else if (mode == rideInclinationAndVelocity) {
-        reportRolling(log);
+        reportRolling(screens, log);
     } else {
-        reportProcess(log);
+        reportProcess(screens, log);
     }
 }
 
-void leaveGraph(std::optional<GraphSeries>& graph)
+void leaveGraph(Session& session, std::optional<GraphSeries>& graph)
 {
     if (graph && checkGraphSeries(*graph) != 0) {
-        theScreens.showMessage("alert", "illegal initializing of graph structure");
+        session.screens.showMessage("alert", "illegal initializing of graph structure");
     }
-    commandGraph = std::move(graph);
+    session.graph = std::move(graph);
 }
 
 } // namespace
 
-ResultStatus dispatchRide()
+ResultStatus dispatchRide(Session& session)
 {
     const int mode = workingBlock.rideMode;
-    commandGraph.reset();
+    session.graph.reset();
     if (mode < 0 || mode >= rideModeCount) {
         return 0;
     }
@@ -73,10 +72,10 @@ ResultStatus dispatchRide()
     RideResult result;
     prepareRideRun();
     runRide(result);
-    leaveGraph(result.graph);
-    reportRide(theScreens, result.status);
+    leaveGraph(session, result.graph);
+    reportRide(session.screens, result.status);
     if (!isFatal(result.status)) {
-        reportTable(mode, result.log);
+        reportTable(session.screens, mode, result.log);
     }
     if (runsOverTime(mode)) {
         endProgress();

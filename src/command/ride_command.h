@@ -1,12 +1,13 @@
 // The commands of the ride simulations: sets a run up, runs it, lets the reports write, and leaves the curves.
 #pragma once
 
+#include "command/session.h"
 #include "core/result_status.h"
 
 namespace torvane {
 
 // The ride that workingBlock.rideMode and rideTarget name; runs on the worker. A mode beyond the last does nothing.
 // Leaves its curves in commandGraph where the user wants any and the run has them. Returns the status of the run.
-ResultStatus dispatchRide();
+ResultStatus dispatchRide(Session& session);
 
 } // namespace torvane

@@ -1,6 +1,7 @@
 // From accepted pages and profile files to the live model and its report.
 #include "command/settings_command.h"
 
+#include "command/session.h"
 #include "core/parameter_file.h"
 #include "forms/form.h"
 #include "model/gear_table.h"
@@ -10,8 +11,6 @@
 #include <utility>
 
 namespace torvane {
-
-SessionState session;
 
 namespace {
 
@@ -27,7 +26,7 @@ void choose(int32_t& present, int32_t& target, int32_t number)
 
 // Of both sheets: what was accepted comes into force. A sheet that was cancelled leaves the figures as they are, those
 // that a profile file has put into the model alone among them.
-ResultStatus finishProfile()
+ResultStatus finishProfile(Session& session)
 {
     commitProfile(savedBlock, workingBlock);
     bool accepted = std::exchange(formMarks.profile, false);
@@ -35,11 +34,11 @@ ResultStatus finishProfile()
         applyProfile(workingBlock);
     rebuildModel();
     if (accepted)
-        reportProfile(theScreens, Pane::upper, workingBlock, allProfileSections);
+        reportProfile(session.screens, Pane::upper, workingBlock, allProfileSections);
     return 0;
 }
 
-ResultStatus finishCondition()
+ResultStatus finishCondition(Session& session)
 {
     commitCondition(savedBlock, workingBlock);
     bool accepted = std::exchange(formMarks.condition, false);
@@ -47,18 +46,18 @@ ResultStatus finishCondition()
         applyCondition(workingBlock);
     rebuildModel();
     if (accepted)
-        reportCondition(theScreens, Pane::upper, allConditionSections);
+        reportCondition(session.screens, Pane::upper, allConditionSections);
     return 0;
 }
 
-ResultStatus finishPreference()
+ResultStatus finishPreference(Session&)
 {
     commitPreference(savedBlock, workingBlock);
     return 0;
 }
 
 // The file's condition enters the model alone: the blocks keep theirs, and the next accepted condition puts them back.
-ResultStatus loadNamedProfile()
+ResultStatus loadNamedProfile(Session& session)
 {
     if (loadProfile(workingBlock, session.profilePath) != 0)
         return 1;
@@ -66,19 +65,19 @@ ResultStatus loadNamedProfile()
     fetchProfile(workingBlock);
     fetchProfile(savedBlock);
     rebuildModel();
-    reportProfile(theScreens, Pane::upper, workingBlock, allProfileSections);
+    reportProfile(session.screens, Pane::upper, workingBlock, allProfileSections);
     formMarks.profile = false;
     return 0;
 }
 
-ResultStatus saveNamedProfile()
+ResultStatus saveNamedProfile(Session& session)
 {
     return saveProfile(workingBlock, session.profilePath) == 0 ? 0 : 1;
 }
 
 struct Settings {
     int command;
-    ResultStatus (*finish)();
+    ResultStatus (*finish)(Session& session);
 };
 
 constexpr Settings settings[] = {
@@ -102,11 +101,11 @@ void chooseCalculator(const Command& command, ParameterBlock& working)
         choose(working.rideMode, working.rideTarget, command.id - firstRideCommand);
 }
 
-ResultStatus finishSettings(const Command& command)
+ResultStatus finishSettings(Session& session, const Command& command)
 {
     for (const Settings& row : settings)
         if (row.command == command.id)
-            return row.finish();
+            return row.finish(session);
     return 1;
 }
 

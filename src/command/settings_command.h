@@ -1,19 +1,11 @@
-// What the main thread keeps between commands, and the short commands on profile, condition and preference.
+// Start of the model, and the short commands on profile, condition and preference.
 // Shows reports through Screens; knows no window.
 #pragma once
 
 #include "command/command_table.h"
 #include "core/parameter_block.h"
 
-#include <string>
-
 namespace torvane {
-
-struct SessionState {
-    std::string profilePath; // answer of the profile file prompts; UTF-8
-};
-
-extern SessionState session;
 
 // Start of the program, after the blocks are filled: puts workingBlock into the model, with the brake entries of both
 // types, and rebuilds what derives from it.
@@ -26,6 +18,6 @@ void chooseCalculator(const Command& command, ParameterBlock& working);
 // What follows the entry of a Work::settings command: the sheet, whatever button ended it, or the file prompt whose
 // answer is session.profilePath. Commits, applies, rebuilds and reports to the upper pane. 0, or 1 where a profile file
 // could not be read or written; the status line tells.
-ResultStatus finishSettings(const Command& command);
+ResultStatus finishSettings(Session& session, const Command& command);
 
 } // namespace torvane

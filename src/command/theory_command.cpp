@@ -5,16 +5,16 @@
 
 namespace torvane {
 
-ResultStatus runTheory()
+ResultStatus runTheory(Session& session)
 {
     theorySetUp();
     const ResultStatus calculated = theoryCalculate();
-    reportTheoryResult(theScreens, calculated);
+    reportTheoryResult(session.screens, calculated);
     if (calculated != 0) {
         return calculated;
     }
     const ResultStatus verified = theoryVerify();
-    reportTheoryReal(theScreens, verified);
+    reportTheoryReal(session.screens, verified);
     return verified;
 }
 

@@ -40,9 +40,9 @@ bool runEntry(const Command& command)
     case Entry::sheet:
         return askSheet(command);
     case Entry::openProfile:
-        return promptOpenProfile(mainWindow.window, session.profilePath);
+        return promptOpenProfile(mainWindow.window, mainWindow.session.profilePath);
     case Entry::saveProfile:
-        return promptSaveProfile(mainWindow.window, session.profilePath);
+        return promptSaveProfile(mainWindow.window, mainWindow.session.profilePath);
     case Entry::openFit:
         return promptOpenFit(mainWindow.window, fitInputFileName);
     }

@@ -1,7 +1,6 @@
 // Messages of the graph window, and its painting by GDI.
 #include "ui/graph_window.h"
 
-#include "command/command_graph.h"
 #include "core/wide_text.h"
 #include "plot/draw_graph.h"
 #include "plot/graph.h"
@@ -209,10 +208,10 @@ int registerGraphClass()
 
 int openGraphWindow(HWND owner)
 {
-    if (!commandGraph)
+    if (!mainWindow.session.graph)
         return 0;
-    graphWindow.graph = storeGraph(std::move(*commandGraph));
-    commandGraph.reset();
+    graphWindow.graph = storeGraph(std::move(*mainWindow.session.graph));
+    mainWindow.session.graph.reset();
     int width = graphWindow.graph.series.width;
     int height = graphWindow.graph.series.height;
     graphWindow.window =

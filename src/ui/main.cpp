@@ -92,7 +92,7 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int)
     HANDLE mutex = takeInstanceMutex();
     if (mutex == nullptr)
         return 0;
-    theScreens.showMessage = [](std::string_view title, std::string_view text) {
+    mainWindow.session.screens.showMessage = [](std::string_view title, std::string_view text) {
         showMessageBox(nullptr, title, text);
     };
     mainWindow.parameterPath = parameterFilePath();

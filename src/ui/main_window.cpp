@@ -36,7 +36,7 @@ HMODULE loadRichEdit()
 void reportAtStart()
 {
     startModel();
-    reportProfile(theScreens, Pane::upper, workingBlock, allProfileSections);
+    reportProfile(mainWindow.session.screens, Pane::upper, workingBlock, allProfileSections);
     flushScreens();
     showTop(screenSet.upperScreen);
     greyActivityCommands(enableMenuCommand);
@@ -45,7 +45,7 @@ void reportAtStart()
 LRESULT onCreate(HWND window, WPARAM, LPARAM)
 {
     mainWindow.window = window;
-    startWorker(desktopFrontEnd());
+    startWorker(desktopFrontEnd(), mainWindow.session);
     SetWindowTextW(window, L"Torvane");
     mainWindow.richEdit = loadRichEdit();
     if (createScreens(window) != 0 || createProgressBar() != 0 || registerGraphClass() != 0) {

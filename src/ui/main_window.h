@@ -1,6 +1,7 @@
 // The one top-level window of the desktop program: its creation, its messages, its end.
 #pragma once
 
+#include "command/session.h"
 #include "ui/win32.h"
 
 #include <string>
@@ -8,6 +9,7 @@
 namespace torvane {
 
 struct MainWindow {
+    Session session;
     HINSTANCE instance;
     HWND window;
     HMENU menu;

@@ -4,6 +4,7 @@
 
 #include "core/text.h"
 #include "core/wide_text.h"
+#include "ui/main_window.h"
 #include "ui/message_box.h"
 #include "ui/screen_set.h"
 
@@ -177,7 +178,7 @@ constexpr MessageRow messages[] = {
 void installScreens(HWND window)
 {
     target = window;
-    theScreens = {
+    mainWindow.session.screens = {
         .setText = setPaneText,
         .appendText = appendPaneText,
         .setStatus = setStatusText,
@@ -185,6 +186,7 @@ void installScreens(HWND window)
         .setProgress = setProgressBar,
         .showMessage = showBox,
     };
+    theScreens = mainWindow.session.screens;
 }
 
 void flushScreens()

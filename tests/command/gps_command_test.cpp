@@ -21,6 +21,7 @@ class GpsCommandTest : public ModelTest {
 protected:
     TestFolder folder;
     CapturedScreens shown;
+    Session session = {shown.screens, {}, {}};
     std::string source = folder.path + "ride.fit";
     std::string destination = folder.path + "out.fit";
 
@@ -32,7 +33,7 @@ protected:
         toolInputs = {};
         toolInputs.files[0].path = source;
         toolInputs.files[toolDestination].path = destination;
-        return loadGpsFile();
+        return loadGpsFile(session);
     }
     StatusCode loadMade(const GpsRecords& records, const FileShape& shape = {})
     {
@@ -109,7 +110,7 @@ TEST_F(GpsCommandTest, shapesOfFilesAtOneStroke)
         GpsRecords made = shortRide();
         c.change(made);
         ASSERT_EQ(loadMade(made, c.shape), fitOk) << c.name;
-        EXPECT_EQ(atOneStroke(), fitOk) << c.name << shown.lower;
+        EXPECT_EQ(atOneStroke(session), fitOk) << c.name << shown.lower;
         EXPECT_EQ(shown.status, "status : saved a fit file with prediction data as 'out.fit'") << c.name;
         EXPECT_EQ(shown.lower.find("nan"), std::string::npos) << c.name;
 
@@ -134,7 +135,7 @@ TEST_F(GpsCommandTest, theWrittenFileHoldsWhatTheReportSaid)
 {
     workingBlock.expressFieldsData = 1;
     ASSERT_EQ(loadMade(shortRide()), fitOk);
-    ASSERT_EQ(atOneStroke(), fitOk);
+    ASSERT_EQ(atOneStroke(session), fitOk);
     FitSummary told = analysedSummary;
     EXPECT_NE(shown.lower.find("record data counted 320\n"), std::string::npos);
     EXPECT_NE(shown.lower.find(formatText("pedaling power\t\t: analysed, average %3d watts, maxi %3d watts\n",
@@ -180,8 +181,8 @@ TEST_F(GpsCommandTest, failuresAreTold)
         setDefaults(workingBlock);
         ASSERT_EQ(loadMade(shortRide()), fitOk);
         spoil();
-        for (StatusCode (*command)() : {createAnalysedFile, atOneStroke}) {
-            EXPECT_EQ(command(), code) << text;
+        for (StatusCode (*command)(Session&) : {createAnalysedFile, atOneStroke}) {
+            EXPECT_EQ(command(session), code) << text;
             EXPECT_EQ(shown.status, std::string("status : ") + text);
         }
     }
@@ -195,7 +196,7 @@ TEST_F(GpsCommandTest, aSourceKeepsWhatItHas)
     for (int i = 0; i < 20; i++)
         fit.message(0, {1000 + i, i * 800, 8000, 77});
     ASSERT_EQ(loadMade(fit.file()), fitOk);
-    ASSERT_EQ(atOneStroke(), fitOk);
+    ASSERT_EQ(atOneStroke(session), fitOk);
     for (const GpsRecord& record : reread(destination).records) {
         EXPECT_EQ(record.cadence, 77);
         EXPECT_GT(record.power, 60);

@@ -4,8 +4,8 @@
 // afterwards.
 #include "command/protocol.h"
 
-#include "command/command_graph.h"
 #include "command/gps_load_command.h"
+#include "command/session.h"
 #include "command/settings_command.h"
 #include "core/screens.h"
 #include "fit/fit_builder.h"
@@ -112,6 +112,7 @@ private:
 
 WindowMail mail;
 std::string folder;
+Session session;
 std::string lowerText, statusText; // of the window thread
 std::string gathered;              // of the worker, for the lower pane
 
@@ -176,7 +177,7 @@ void loadFor(int id)
     if (id < 902 || id > 904)
         return;
     fitInputFileName = folder + "half-1.fit";
-    loadGpsFile();
+    loadGpsFile(session);
 }
 
 bool runEntry(const Command& command)
@@ -206,7 +207,7 @@ bool runEntry(const Command& command)
 constexpr FrontEnd window = {
     .runEntry = runEntry,
     .closeGraph = [] {},
-    .openGraph = [] { commandGraph.reset(); },
+    .openGraph = [] { session.graph.reset(); },
     .enableCommand = [](int, bool) {},
     .focusPane = [](bool) {},
     .sendCompletion =
@@ -260,14 +261,14 @@ protected:
         setDefaults(savedBlock);
         workingBlock = savedBlock;
         workingBlock.expressGraph = workingBlock.bandGraphPowerVelocity = workingBlock.bandGraphCornering = 1;
-        theScreens = windowScreens;
+        theScreens = session.screens = windowScreens;
         mail.ownThreadServes();
         mail.pressesDuringRuns = 0;
         runMayGoOn.set();
         startModel();
         session.profilePath = folder + "rider.pro";
-        finishSettings(*findCommand("save-profile"));
-        startWorker(window);
+        finishSettings(session, *findCommand("save-profile"));
+        startWorker(window, session);
     }
     void TearDown() override
     {

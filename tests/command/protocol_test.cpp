@@ -3,6 +3,7 @@
 #include "command/protocol.h"
 
 #include "command/menu_rules.h"
+#include "command/session.h"
 #include "gps/gps_record.h"
 
 #include <gtest/gtest.h>
@@ -51,13 +52,14 @@ struct Mail {
 constexpr std::chrono::seconds longEnough{10};
 
 Mail mail;
+Session session;
 std::vector<std::string> journal; // calls on the window thread, in order
 bool confirms = true;
 ManualResetEvent operationMayEnd, operationStarted;
 ResultStatus operationResult = 0;
 std::atomic<int> operationRuns = 0;
 
-ResultStatus fakeOperation()
+ResultStatus fakeOperation(Session&)
 {
     ++operationRuns;
     operationStarted.set();
@@ -65,7 +67,7 @@ ResultStatus fakeOperation()
     return operationResult;
 }
 
-ResultStatus fakeReport()
+ResultStatus fakeReport(Session&)
 {
     journal.push_back("report");
     return 0;
@@ -132,7 +134,7 @@ protected:
         operationStarted.reset();
         operationResult = 0;
         operationRuns = 0;
-        startWorker(fakeFrontEnd, fakeCommands);
+        startWorker(fakeFrontEnd, session, fakeCommands);
     }
 
     void TearDown() override
@@ -243,7 +245,7 @@ TEST_F(ProtocolTest, closeAfterAPressWaitsForTheWorker)
     operationMayEnd.set();
     EXPECT_TRUE(stopWorker());
     EXPECT_EQ(workerBlock.busy, 0);
-    startWorker(fakeFrontEnd, fakeCommands);
+    startWorker(fakeFrontEnd, session, fakeCommands);
 }
 
 TEST_F(ProtocolTest, graphFollowsPreferenceAndStatus)

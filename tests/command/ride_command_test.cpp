@@ -2,7 +2,6 @@
 #include "command/ride_command.h"
 
 #include "captured_screens.h"
-#include "command/command_graph.h"
 #include "command/theory_command.h"
 #include "ride/ride_fixture.h"
 
@@ -14,7 +13,7 @@ class RideCommand : public RideTest {
 protected:
     RideCommand()
     {
-        theScreens.showProgress = [](bool visible) { shown.push_back(visible); };
+        theScreens.showProgress = session.screens.showProgress = [](bool visible) { shown.push_back(visible); };
         shown.clear();
         workingBlock.expressGraph = 0;
     }
@@ -24,7 +23,7 @@ protected:
         workingBlock.rideMode = mode;
         workingBlock.rideTarget = target;
         restart();
-        return dispatchRide();
+        return dispatchRide(session);
     }
 
     bool lowerHas(const char* text) const
@@ -33,6 +32,7 @@ protected:
     }
 
     CapturedScreens captured;
+    Session session = {captured.screens, {}, {}};
     static inline std::vector<bool> shown;
 };
 
@@ -75,10 +75,10 @@ TEST_F(RideCommand, theoryAnswersAndVerifies)
 {
     workingBlock.theoryCalculator = 0;
     workingBlock.theoryTarget = 0;
-    EXPECT_EQ(runTheory(), 0u);
+    EXPECT_EQ(runTheory(session), 0u);
     EXPECT_TRUE(lowerHas("real performance with inclination"));
     workingBlock.theoryPower[0] = workingBlock.theoryMaxPower[0] + 1.0;
-    EXPECT_EQ(runTheory(), statusIllegalValue);
+    EXPECT_EQ(runTheory(session), statusIllegalValue);
     EXPECT_FALSE(lowerHas("real performance"));
 }
 

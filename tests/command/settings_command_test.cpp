@@ -1,6 +1,8 @@
 // What stands between the sheets, the profile files and the model in force.
 #include "command/settings_command.h"
 
+#include "command/session.h"
+
 #include "captured_screens.h"
 #include "command/command_table.h"
 #include "fit/fit_builder.h"
@@ -23,6 +25,7 @@ protected:
     }
 
     CapturedScreens shown;
+    Session session = {shown.screens, {}, {}};
 };
 
 } // namespace
@@ -34,7 +37,7 @@ TEST_F(SettingsCommand, aCancelledSheetLeavesEveryFigure)
     const ModelState model = modelState;
     const ParameterBlock working = workingBlock;
     for (int sheet : {321, 324, 325}) {
-        EXPECT_EQ(finishSettings(*findCommand(sheet)), 0u);
+        EXPECT_EQ(finishSettings(session, *findCommand(sheet)), 0u);
         EXPECT_EQ(std::memcmp(&modelState, &model, sizeof model), 0) << sheet;
         EXPECT_EQ(std::memcmp(&workingBlock, &working, sizeof working), 0) << sheet;
     }

@@ -69,6 +69,8 @@ struct Start {
     }
 };
 
+Session session;
+
 void startModelOnce()
 {
     static const bool started = [] {
@@ -169,7 +171,7 @@ void runTool(const Tool& tool)
     FitImage source = {};
     loadFitImage(source, toolInputs.files[0].path); // which a check need not have read whole
     ToolOutcome outcome = tool.run(toolInputs, workingBlock);
-    reportStatus(theScreens, outcome.path, outcome.code);
+    reportStatus(session.screens, outcome.path, outcome.code);
     if (outcome.code == tool.success)
         requireSoundOutput(source, tool);
     else
@@ -278,11 +280,11 @@ void load(Input input)
 {
     takeAnalysis(open(input, false), workingBlock);
     fitInputFileName = toolInputs.files[0].path;
-    if (loadGpsFile() != fitOk)
+    if (loadGpsFile(session) != fitOk)
         return;
-    expressSourceData();
+    expressSourceData(session);
     if (analysisReadiness == readyForAnalysis)
-        analyseAndPredict();
+        analyseAndPredict(session);
 }
 
 void requireAnalysed(const std::string& path)
@@ -301,7 +303,7 @@ void writer(Input input)
         return;
     std::string destination = toolInputs.files[toolDestination].path;
     Bytes source = memoryFiles[toolInputs.files[0].path];
-    StatusCode code = atOneStroke();
+    StatusCode code = atOneStroke(session);
     if (code == fitOk)
         requireAnalysed(destination);
     else

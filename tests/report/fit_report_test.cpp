@@ -28,7 +28,7 @@ protected:
 
     std::string summaryText(int mode, uint32_t flags = 0)
     {
-        reportSummary(theScreens, inventory, summary, flags, "\\rides\\a.fit", mode);
+        reportSummary(shown.screens, inventory, summary, flags, "\\rides\\a.fit", mode);
         return shown.lower;
     }
 
@@ -60,13 +60,13 @@ TEST_F(FitReport, statusTexts)
     };
     for (const auto& [code, text, failure] : cases) {
         shown.lower = "before";
-        EXPECT_EQ(reportStatus(theScreens, "\\r\\a.fit", code), code);
+        EXPECT_EQ(reportStatus(shown.screens, "\\r\\a.fit", code), code);
         EXPECT_EQ(shown.lower, failure ? std::string("\n\t") + text : "before");
         EXPECT_EQ(shown.status, std::string("status : ") + text);
     }
     for (StatusCode silent : {3, 0x8007, 0x8000, 0}) {
         shown.status = "earlier";
-        EXPECT_EQ(reportStatus(theScreens, "a.fit", silent), silent);
+        EXPECT_EQ(reportStatus(shown.screens, "a.fit", silent), silent);
         EXPECT_EQ(shown.status, silent == 0 ? "" : "earlier");
     }
     constexpr std::pair<StatusCode, const char*> incoherences[] = {{32769, "sport types of multiple sessions"},
@@ -75,7 +75,7 @@ TEST_F(FitReport, statusTexts)
                                                                    {32774, "sport types and record fields"}};
     for (auto [code, what] : incoherences) {
         shown.lower = "before";
-        EXPECT_EQ(reportStatus(theScreens, "a.fit", code), code);
+        EXPECT_EQ(reportStatus(shown.screens, "a.fit", code), code);
         EXPECT_EQ(shown.lower,
                   std::string("before\n\tdetected lack coherence about ") + what +
                       " in '.fit'\n\tit's recommended to divide the fit file for analysis and prediction.\n");
@@ -112,7 +112,7 @@ TEST_F(FitReport, sports)
         summary.sessionTotal = static_cast<uint16_t>(sessions.size());
         summary.lapTotal = static_cast<uint16_t>(laps.size());
         shown.lower = "";
-        reportSports(theScreens, inventory, summary);
+        reportSports(shown.screens, inventory, summary);
         EXPECT_EQ(shown.lower, text);
     }
 }
@@ -242,7 +242,7 @@ TEST_F(FitReport, tableOfRecords)
     std::tie(row.frontBrakeTemperature, row.frontFriction, row.frontRadiate) = std::tuple(2.5, 3.5, 4.5);
     std::tie(row.rearBrakeTemperature, row.rearFriction, row.rearRadiate) = std::tuple(5.5, 6.5, 7.5);
     fieldPresence = {1, 1, 1, 1, 1, 0x11, 1, 0, 1, 0, 0};
-    reportFields(theScreens, rows, 1, 0);
+    reportFields(shown.screens, rows, 1, 0);
     EXPECT_EQ(shown.lower,
               "\n remarkable fields data due to outlier rejection and smoothing\n\n"
               "\tsector, timestamp,  heading, altitude, inclinat,    speed, distance, temperat,  cadence\n"
@@ -251,7 +251,7 @@ TEST_F(FitReport, tableOfRecords)
     shown.lower = "";
     fieldPresence = {1, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0};
     workingBlock.detectBraking = 1;
-    reportFields(theScreens, rows, 0, predictedCadence | predictedPower);
+    reportFields(shown.screens, rows, 0, predictedCadence | predictedPower);
     EXPECT_EQ(shown.lower,
               "\n remarkable fields data\n\n"
               "\tsector,  cadence,    power,    brake,  f.brake, -friction, -radiate,  r.brake, -friction, -radiate\n"
@@ -259,7 +259,7 @@ TEST_F(FitReport, tableOfRecords)
               "\t    12,     90.0,    250.5,    1.500,    2.500,    3.500,    4.500,    5.500,    6.500,    7.500\n");
     shown.lower = "";
     fieldPresence = {1, 1, 0, 0, 0, 0, 0, 0, 0, 1, 0}; // brakes are followed only with a predicted power
-    reportFields(theScreens, GpsRecords(1), 0, predictedCadence);
+    reportFields(shown.screens, GpsRecords(1), 0, predictedCadence);
     EXPECT_EQ(shown.lower, "\n remarkable fields data\n\n\tsector,  cadence,    power\n\t      ,      rpm,        W\n");
 }
 

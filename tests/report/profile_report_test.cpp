@@ -23,13 +23,13 @@ struct ProfileReport : testing::Test {
     // A section without the head line and the title.
     std::string section(uint32_t bit)
     {
-        reportProfile(theScreens, Pane::upper, workingBlock, bit);
+        reportProfile(shown.screens, Pane::upper, workingBlock, bit);
         return behindTitle("\n\t\tcurrent profile   : default.pro\n\n ");
     }
 
     std::string condition(uint32_t bit)
     {
-        reportCondition(theScreens, Pane::upper, bit);
+        reportCondition(shown.screens, Pane::upper, bit);
         return behindTitle("\n\t\tcurrent condition\n\n ");
     }
 
@@ -45,7 +45,7 @@ struct ProfileReport : testing::Test {
 
 TEST_F(ProfileReport, sectionsInTheirOrderWhateverTheMask)
 {
-    reportProfile(theScreens, Pane::upper, workingBlock, sectionAssist | sectionEquipment);
+    reportProfile(shown.screens, Pane::upper, workingBlock, sectionAssist | sectionEquipment);
     EXPECT_EQ(shown.upper, "\n\t\tcurrent profile   : default.pro\n"
                            "\n principal equipment\n\n"
                            "\twear selected is\t\t:    'bike summer'\n"

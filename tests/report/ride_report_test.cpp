@@ -39,7 +39,7 @@ struct RideReport : testing::Test {
     std::string report(ResultStatus status = 0)
     {
         shown.lower = "before";
-        reportRide(theScreens, status);
+        reportRide(shown.screens, status);
         return shown.lower;
     }
 
@@ -269,7 +269,7 @@ TEST_F(RideReport, headingsOfTables)
         workingBlock.rideMode = mode;
         runState.thrustMode = thrustMode;
         runState.kiloWattLog = kiloWatt;
-        mode < 0 ? reportRollingHeading(theScreens) : reportProcessHeading(theScreens);
+        mode < 0 ? reportRollingHeading(shown.screens) : reportProcessHeading(shown.screens);
         EXPECT_EQ(shown.lower,
                   std::string("\n\n\tprocess of ") + subject + " as follows\n\n" +
                       "    time,velocity,    power,  torque,   force,  accele,distance,  gear, ratio, cadence\n" +
@@ -282,11 +282,11 @@ TEST_F(RideReport, rowBehindTheLastOnlyWhenWritten)
 {
     const std::string row = ",  36.000,  123.400,  12.500,   7.000,  -0.250,1234.568, 51/ 9, 5.667,  90.000\n";
     SampleLog log = logOf(1);
-    reportProcessRows(theScreens, log);
+    reportProcessRows(shown.screens, log);
     EXPECT_EQ(shown.lower, "   0.000" + row);
     log.rows[1] = log.rows[0];
     log.rows[1].time = 0.5;
-    reportProcessRows(theScreens, log);
+    reportProcessRows(shown.screens, log);
     EXPECT_EQ(shown.lower, "   0.000" + row + "   0.000" + row + "   0.500" + row);
 }
 
@@ -296,7 +296,7 @@ TEST_F(RideReport, longTableComesInLargePiecesWithProgress)
     constexpr size_t rowLength = 86;
     SampleLog log = logOf(rows);
     beginProgress();
-    reportProcessRows(theScreens, log);
+    reportProcessRows(shown.screens, log);
     EXPECT_EQ(std::count(shown.lower.begin(), shown.lower.end(), '\n'), rows);
     EXPECT_LE(shown.pieces.size(), shown.lower.size() / (64 * 1024) + 1);
     EXPECT_LT(*std::max_element(shown.pieces.begin(), shown.pieces.end()), 64u * 1024 + 2 * rowLength);
@@ -308,11 +308,11 @@ TEST_F(RideReport, longTableComesInLargePiecesWithProgress)
 
 TEST_F(RideReport, tableOfSectors)
 {
-    reportSectorHeading(theScreens);
+    reportSectorHeading(shown.screens);
     SampleLog log;
     log.sectors.push_back({25.06, 20.0, 271.25, {25.5, 22.25}, {3.5, 1.25}, {-0.5, -0.125}, {3.0, 1.125}});
     log.sectors.push_back({27.0, 10.0, 300.0, {40.0, 30.0}, {8.0, 4.0}, {-0.75, -0.25}, {7.25, 3.75}});
-    reportSectorRows(theScreens, log);
+    reportSectorRows(shown.screens, log);
     EXPECT_EQ(shown.lower,
               "\n\n\tcumulative data of motion and front brake heat at the end of each sector\n"
               "\t-- odd sector is acceleration powered zero, even sector is spot braking\n\n"

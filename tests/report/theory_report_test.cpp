@@ -32,7 +32,7 @@ struct TheoryReport : testing::Test {
 TEST_F(TheoryReport, warningStandsBeforeTheEmptyLine)
 {
     choose(1, 2);
-    reportTheoryResult(theScreens, 0x40000);
+    reportTheoryResult(shown.screens, 0x40000);
     EXPECT_EQ(shown.lower, "\n pedaling dynamics which calculation target is 'torque, forca'\n"
                            "warning :\nnon-sence variate value\n\n"
                            "\tcadence\t\t\t:    0.0 rpm\n"
@@ -58,11 +58,11 @@ TEST_F(TheoryReport, gearTeethQuoteTheCadenceEntered)
                         "\trear cluster tooth\t:   16\n"
                         "\tgear ratio\t\t\t:    2.938\n"
                         "\texpected gear ratio\t:    2.881 case of 95.0 rpm\n";
-    reportTheoryResult(theScreens, 0);
+    reportTheoryResult(shown.screens, 0);
     EXPECT_EQ(shown.lower, lines + "\t-- case of unuse current mission profile,\n"
                                    "\t-- teeth coverage both of chainring and cluster are same as current profile\n");
     runState.useMissionProfile = 1;
-    reportTheoryResult(theScreens, 0);
+    reportTheoryResult(shown.screens, 0);
     EXPECT_EQ(shown.lower, lines);
 }
 
@@ -72,7 +72,7 @@ TEST_F(TheoryReport, roadIsAppendedWithItsOwnStatus)
     RunState& run = runState;
     std::tie(run.inclination, run.velocity, run.maxPower) = std::tuple(1.5, 20, 1000);
     std::tie(run.frontTooth, run.rearTooth, run.gearRatio) = std::tuple(51, 11, 51.0 / 11.0);
-    reportTheoryReal(theScreens, 0x100000);
+    reportTheoryReal(shown.screens, 0x100000);
     EXPECT_EQ(shown.lower, "before"
                            "\treal performance with inclination 1.500 per and current profile as follows:\n"
                            "warning :\nover maximal velocity under current profile\n"
