@@ -1,7 +1,9 @@
 #include "cli/json.h"
 
+#include "core/shown_text.h"
 #include "core/text.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace torvane {
@@ -10,45 +12,16 @@ namespace {
 
 constexpr std::string_view replacement = "\xEF\xBF\xBD";
 
-// Length of the UTF-8 sequence at the start of a text; 0 where there is none.
-size_t sequenceLength(std::string_view text)
+void appendEscaped(std::string& json, std::string_view bytes, char32_t point)
 {
-    auto byte = [&](size_t i) { return static_cast<unsigned char>(text[i]); };
-    unsigned char lead = byte(0);
-    size_t length = lead < 0x80 ? 1 : lead >= 0xC2 && lead < 0xE0 ? 2 : (lead & 0xF0) == 0xE0 ? 3 : 0;
-    if (lead >= 0xF0 && lead < 0xF5)
-        length = 4;
-    if (length == 0 || length > text.size())
-        return 0;
-    for (size_t i = 1; i < length; ++i)
-        if ((byte(i) & 0xC0) != 0x80)
-            return 0;
-    bool overlong = (lead == 0xE0 && byte(1) < 0xA0) || (lead == 0xF0 && byte(1) < 0x90);
-    bool beyond = (lead == 0xED && byte(1) >= 0xA0) || (lead == 0xF4 && byte(1) >= 0x90);
-    return overlong || beyond ? 0 : length;
-}
-
-void appendEscaped(std::string& json, char c)
-{
-    switch (c) {
-    case '"':
-        json += "\\\"";
-        break;
-    case '\\':
-        json += "\\\\";
-        break;
-    case '\n':
-        json += "\\n";
-        break;
-    case '\t':
-        json += "\\t";
-        break;
-    default:
-        if (static_cast<unsigned char>(c) < 0x20)
-            appendFormat(json, "\\u%04x", static_cast<unsigned>(static_cast<unsigned char>(c)));
-        else
-            json += c;
-    }
+    if (point == '"' || point == '\\')
+        (json += '\\') += bytes;
+    else if (point == '\n' || point == '\t')
+        json += point == '\n' ? "\\n" : "\\t";
+    else if (isSteering(point)) // the same text to a program, and nothing to a terminal
+        appendFormat(json, "\\u%04x", static_cast<unsigned>(point));
+    else
+        json += bytes;
 }
 
 } // namespace
@@ -57,12 +30,12 @@ std::string jsonString(std::string_view text)
 {
     std::string json = "\"";
     while (!text.empty()) {
-        size_t length = sequenceLength(text);
-        if (length == 1)
-            appendEscaped(json, text[0]);
+        Character first = firstCharacter(text);
+        if (first.length == 0)
+            json += replacement;
         else
-            json += length == 0 ? replacement : text.substr(0, length);
-        text.remove_prefix(length == 0 ? 1 : length);
+            appendEscaped(json, text.substr(0, first.length), first.point);
+        text.remove_prefix(std::max<size_t>(first.length, 1));
     }
     return json + "\"";
 }

@@ -1,6 +1,7 @@
 // The console program.
 #include "cli/console.h"
 #include "cli/platform.h"
+#include "core/shown_text.h"
 
 #include <exception>
 #include <iostream>
@@ -12,7 +13,7 @@ int main(int count, char** values)
     try {
         return torvane::runConsole(torvane::commandLine(count, values), std::cout, std::cerr, torvane::isInteractive());
     } catch (const std::exception& fault) {
-        std::cerr << "torvane-cli: " << fault.what() << '\n';
+        std::cerr << "torvane-cli: " << torvane::shownText(fault.what()) << '\n';
         return 1;
     }
 }

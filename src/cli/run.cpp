@@ -6,6 +6,7 @@
 #include "cli/settings.h"
 #include "command/settings_command.h"
 #include "core/files.h"
+#include "core/shown_text.h"
 #include "core/text.h"
 #include "fit/fit_codes.h"
 #include "fit/fit_tools.h"
@@ -167,7 +168,7 @@ int writeGraph(Run& run)
     std::string target = absolutePath(path);
     std::span<const uint8_t> bytes(reinterpret_cast<const uint8_t*>(svg.data()), svg.size());
     if (replaceFile(target, {bytes}) != FileResult::ok) {
-        tellBoxes(run.answer, run.streams, {{"error", "failed to write " + target}});
+        tellBoxes(run.answer, run.streams, {{"error", "failed to write " + shownText(target)}});
         return exitFailed;
     }
     run.answer.outputs.push_back(target);
@@ -206,7 +207,7 @@ int runBatch(Session& session, const Command& command, const Request& request, c
         int own = runOnce(run);
         if (own != exitDone) {
             code = exitFailed;
-            streams.err << "failed: " << files.sources[0] << '\n';
+            streams.err << "failed: " << shownText(files.sources[0]) << '\n';
         }
         if (request.json)
             list.element(jsonAnswer(run.answer));
@@ -258,7 +259,7 @@ void wantGraph(const Request& request)
 
 int refuse(Streams& streams, const std::string& text)
 {
-    streams.err << "torvane-cli: " << text << '\n';
+    streams.err << "torvane-cli: " << shownText(text) << '\n';
     return exitRefused;
 }
 
@@ -273,7 +274,7 @@ int refuseCommand(const Command& command, const Request& request, Streams& strea
 
 void note(Streams& streams, const std::string& text)
 {
-    streams.err << "note: " << text << '\n';
+    streams.err << "note: " << shownText(text) << '\n';
 }
 
 void tellSettings(bool applied, const EntryFaults& faults, const std::vector<Box>& boxes, Answer& answer,

@@ -51,9 +51,9 @@ std::string keepAside(const std::string& path)
 
 void tellUnusable(const std::string& path, const std::string& aside)
 {
-    std::string text = "found unusable contents in '" + std::string(fileName(path)) + "'.\nthe default values are used";
+    std::string text = "found unusable contents in '" + shownFileName(path) + "'.\nthe default values are used";
     if (!aside.empty())
-        text += ", and the file is kept as '" + std::string(fileName(aside)) + "'";
+        text += ", and the file is kept as '" + shownFileName(aside) + "'";
     theScreens.showMessage("alert", text);
 }
 
@@ -128,7 +128,7 @@ int loadProfile(ParameterBlock& block, const std::string& path)
         theScreens.setStatus("status : failed to open an existing file");
         return 1;
     }
-    std::string name(fileName(path));
+    std::string name = shownFileName(path);
     ModelState state = modelState;
     if (result != FileResult::ok || !readProfileBody(bytes, state)) {
         theScreens.setStatus(formatText("status : failed to read a file '%s'", name.c_str()));
@@ -149,8 +149,7 @@ int saveProfile(ParameterBlock& block, const std::string& path)
         return 1;
     }
     setProfileFileName(block, path);
-    theScreens.setStatus(
-        formatText("status : success to save current profile to '%s'", std::string(fileName(path)).c_str()));
+    theScreens.setStatus(formatText("status : success to save current profile to '%s'", shownFileName(path).c_str()));
     return 0;
 }
 

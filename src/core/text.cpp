@@ -1,5 +1,7 @@
 #include "core/text.h"
 
+#include "core/shown_text.h"
+
 #include <bit>
 #include <charconv>
 #include <cmath>
@@ -142,21 +144,26 @@ size_t lastSeparator(std::string_view path)
 #ifdef _WIN32
     return path.find_last_of('\\');
 #else
-    return path.find_last_of("\\/");
+    return path.find_last_of('/');
 #endif
 }
 
-std::string_view reportedName(std::string_view path)
+std::string reportedName(std::string_view path)
 {
     size_t separator = lastSeparator(path);
     size_t start = separator == std::string_view::npos ? 1 : separator + 1;
-    return start < path.size() ? path.substr(start) : std::string_view();
+    return start < path.size() ? shownText(path.substr(start)) : std::string();
 }
 
 std::string_view fileName(std::string_view path)
 {
     size_t separator = lastSeparator(path);
     return separator == std::string_view::npos ? path : path.substr(separator + 1);
+}
+
+std::string shownFileName(std::string_view path)
+{
+    return shownText(fileName(path));
 }
 
 size_t pieceLength(std::string_view text, size_t limit)

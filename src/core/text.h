@@ -27,15 +27,17 @@ void appendFixed(std::string& text, double value, int width, int decimals);
 constexpr int longestInt32 = 11;
 char* writeInt32(char* to, int32_t value);
 
-// Index of the last separator of a path, "\" and, outside Windows, "/" as well; npos where there is none.
+// Index of the last separator of a path, "\" on Windows and "/" elsewhere; npos where there is none.
 size_t lastSeparator(std::string_view path);
 
-// What stands behind the last separator. A path without one loses its first character: reports have always named
-// files by full paths, and the scan starts its result one behind the place where it stopped.
-std::string_view reportedName(std::string_view path);
+// What stands behind the last separator, fit to be shown. A path without one loses its first character: reports have
+// always named files by full paths, and the scan starts its result one behind the place where it stopped.
+std::string reportedName(std::string_view path);
 
 // What stands behind the last separator, or all of a path without one.
 std::string_view fileName(std::string_view path);
+// The same, fit to be shown.
+std::string shownFileName(std::string_view path);
 
 // Where to cut a long text for a receiver that takes at most limit bytes at a time: behind the last line end within the
 // limit, else between two characters of UTF-8. At least one byte of a text that is not empty.

@@ -26,7 +26,7 @@ int countInUse(ToolInputs& inputs)
         std::count_if(sources.begin(), sources.end(), [](const SourceFileInfo& info) { return info.inUse; }));
 }
 
-// A path that comes again later is blanked there, so that it counts once.
+// A file that comes again later, by whatever name, is blanked there, so that it counts once.
 bool takeSources(ToolInputs& inputs, Verdict& verdict)
 {
     std::span<SourceFileInfo> sources = sourcesOf(inputs);
@@ -34,11 +34,10 @@ bool takeSources(ToolInputs& inputs, Verdict& verdict)
         sources[i].inUse = !sources[i].path.empty();
         if (!sources[i].inUse)
             continue;
-        std::string given = sources[i].path;
-        if (!findSource(sources[i]))
+        if (!fileExists(sources[i].path))
             return refuse(verdict, "error", "found an invalid fullpath of a source file");
         for (SourceFileInfo& later : sources.subspan(i + 1))
-            if (later.path == given)
+            if (isSameFile(later.path, sources[i].path))
                 later.path.clear();
     }
     if (countInUse(inputs) < 2)

@@ -4,8 +4,6 @@
 #include "core/files.h"
 #include "fit/fit_types.h"
 
-#include <algorithm>
-
 namespace torvane {
 
 ToolInputs toolInputs;
@@ -38,23 +36,11 @@ bool refuse(Verdict& verdict, const char* title, const char* text)
     return false;
 }
 
-bool findSource(SourceFileInfo& info)
-{
-    if (fileExists(info.path))
-        return true;
-    std::string other = info.path;
-    std::replace(other.begin(), other.end(), '\\', '/');
-    if (!fileExists(other))
-        return false;
-    info.path = other;
-    return true;
-}
-
 bool checkSourceHeader(ToolInputs& inputs, FitImage& source, Verdict& verdict, const char* headerFault)
 {
     for (SourceFileInfo& info : inputs.files)
         clearSurvey(info);
-    if (!findSource(inputs.files[0]))
+    if (!fileExists(inputs.files[0].path))
         return refuse(verdict, "error", "not existing a source file");
     if (readFitHeader(source, inputs.files[0].path) != fitOk)
         return refuse(verdict, "error", headerFault);

@@ -12,8 +12,6 @@ constexpr size_t largestDataSize = std::numeric_limits<int32_t>::max(); // of a 
 
 // Checks. Each adds its box and returns false where the command must not run.
 bool refuse(Verdict& verdict, const char* title, const char* text);
-// Makes info.path the path of an existing file; on systems whose separator is "/" one written with "\" serves as well.
-bool findSource(SourceFileInfo& info);
 // The first three steps of every tool with one source: forget earlier surveys, find the source, read its header.
 bool checkSourceHeader(ToolInputs& inputs, FitImage& source, Verdict& verdict, const char* headerFault);
 // Surveys the source, and wants it to be an activity.

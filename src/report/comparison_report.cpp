@@ -69,8 +69,8 @@ void reportComparison(Screens& screens, const RideComparison& comparison, std::s
                       std::string_view second)
 {
     std::string text = "\n comparison of power\n\n";
-    appendFormat(text, "\tfirst\t\t\t\t: %s\n", std::string(fileName(first)).c_str());
-    appendFormat(text, "\tsecond\t\t\t\t: %s\n", std::string(fileName(second)).c_str());
+    appendFormat(text, "\tfirst\t\t\t\t: %s\n", shownFileName(first).c_str());
+    appendFormat(text, "\tsecond\t\t\t\t: %s\n", shownFileName(second).c_str());
     appendWhole(text, comparison);
     appendSectors(screens, text, comparison);
     handOver(screens, Pane::lower, text);

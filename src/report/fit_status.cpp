@@ -82,8 +82,8 @@ void reportIncoherence(Screens& screens, StatusCode code, const std::string& nam
 
 StatusCode reportStatus(Screens& screens, std::string_view path, StatusCode statusCode)
 {
-    // Divided files are reported as a list of whole paths.
-    std::string name(statusCode == fitDivided ? path : reportedName(path));
+    // Divided files are reported as a list of names.
+    std::string name = statusCode == fitDivided ? std::string(path) : reportedName(path);
     if (statusCode == fitOk)
         screens.setStatus("");
     if (isIncoherence(statusCode))

@@ -48,7 +48,7 @@ double kph(uint16_t speed)
 void appendHead(std::string& text, std::string_view path, int mode)
 {
     const char* verb = mode == reportAnalysed ? "analysed" : "loaded";
-    appendFormat(text, "\n\t\t%s the fit file named '%s'\n", verb, std::string(reportedName(path)).c_str());
+    appendFormat(text, "\n\t\t%s the fit file named '%s'\n", verb, reportedName(path).c_str());
     if (mode == reportLoaded)
         text += "\n summary of the fit file\n\n";
     else

@@ -3,10 +3,12 @@
 #include "report/profile_report.h"
 
 #include "core/names.h"
+#include "core/shown_text.h"
 #include "core/text.h"
 #include "report/report_text.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace torvane {
 
@@ -225,8 +227,8 @@ void reportSections(Screens& screens, Pane pane, std::string text, std::span<con
 
 void reportProfile(Screens& screens, Pane pane, const ParameterBlock& block, uint32_t mask)
 {
-    constexpr int nameSize = sizeof block.profileFileName;
-    std::string head = formatText("\n\t\tcurrent profile   : %.*s\n", nameSize, block.profileFileName);
+    std::string_view name(block.profileFileName, strnlen(block.profileFileName, sizeof block.profileFileName));
+    std::string head = "\n\t\tcurrent profile   : " + shownText(name) + "\n";
     reportSections(screens, pane, std::move(head), profileSections, mask);
 }
 

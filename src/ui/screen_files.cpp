@@ -3,6 +3,7 @@
 #include "ui/screen_files.h"
 
 #include "core/files.h"
+#include "core/shown_text.h"
 #include "core/wide_text.h"
 #include "ui/file_prompts.h"
 #include "ui/main_window.h"
@@ -137,7 +138,7 @@ int saveScreen(HWND pane)
         return saveScreenAs(pane);
     Bytes bytes = screenFile.format == richTextFormat ? streamOut(pane, SF_RTF) : plainBytes(pane);
     if (replaceFile(screenFile.name, {bytes}) != FileResult::ok) {
-        showMessageBox(mainWindow.window, "error", "failed to write a file '" + screenFile.name + "'");
+        showMessageBox(mainWindow.window, "error", "failed to write a file '" + shownText(screenFile.name) + "'");
         return 1;
     }
     markSaved(pane);

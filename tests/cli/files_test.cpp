@@ -43,6 +43,7 @@ TEST(ConsoleFiles, ConvertsToAnyName)
         "دراجة.fit",
         "🚲.fit",
         "a.b.c.fit",
+        "back\\slash.fit",
         std::string(251, 'n') + ".fit",
     };
     for (const std::string& place : {folder.path, deep})
@@ -65,6 +66,35 @@ TEST(ConsoleFiles, WritesOverTheSourceAsAWhole)
     EXPECT_TRUE(std::filesystem::is_symlink(folder.path + "link.fit"));
     EXPECT_EQ(call({"convert", path, path, "convertEnabled=1", "fitFormat=legacy"}).code, 0);
     EXPECT_TRUE(isSoundFile(path, 12));
+}
+
+// Whatever is printed of a name, by all that prints one.
+TEST(ConsoleFiles, ShowsNothingOfANameThatSteersATerminal)
+{
+    TestFolder folder;
+    const std::string name = folder.path + "\x1B[7m\n\xE2\x80\xAE", ride = name + ".fit", profile = name + ".pro";
+    writeBytes(ride, legacyRide());
+    const std::vector<std::string> calls[] = {
+        {"load", ride},
+        {"load", name},
+        {"compare", ride, ride},
+        {"save-profile", profile},
+        {"--profile", profile, "all-profile"},
+        {"--profile", ride, "human"},
+        {"--par", name, "human"},
+        {"--graph", name + "/none", "801"},
+        {"--into", name, "stroke", ride},
+        {"--into", folder.path, "stroke", ride},
+        {"convert", "fitFormat=modern", ride, name + "2"},
+        {name},
+    };
+    for (const std::vector<std::string>& arguments : calls) {
+        Call shown = call(arguments);
+        std::string text = shown.out + shown.err;
+        EXPECT_TRUE(contains(text, "?[7m??")) << arguments[0] << text;
+        EXPECT_FALSE(contains(text, "\x1B") || contains(text, "\xE2\x80\xAE")) << arguments[0];
+    }
+    EXPECT_TRUE(contains(call({"--json", "save-profile", profile}).out, "\\u001b[7m\\n\\u202e.pro"));
 }
 
 TEST(ConsoleFiles, TellsWhereItCannotWrite)

@@ -12,7 +12,7 @@ TEST(Json, EscapesTexts)
 {
     constexpr std::pair<const char*, const char*> cases[] = {
         {"a\tb\nc\"\\/", "\"a\\tb\\nc\\\"\\\\/\""},
-        {"\x01\x1F", "\"\\u0001\\u001f\""},
+        {"\x01\x1F\x7F\xE2\x80\xAE", "\"\\u0001\\u001f\\u007f\\u202e\""},
         {"\xC3\xBC \xE2\x82\xAC \xF0\x9F\x9A\xB4", "\"\xC3\xBC \xE2\x82\xAC \xF0\x9F\x9A\xB4\""},
         {"\xFF", "\"\xEF\xBF\xBD\""},
         {"\xC3", "\"\xEF\xBF\xBD\""},                                 // cut short

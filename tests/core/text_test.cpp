@@ -1,4 +1,5 @@
 // Names out of paths, and formatting.
+#include "core/shown_text.h"
 #include "core/text.h"
 
 #include <gtest/gtest.h>
@@ -14,20 +15,32 @@ namespace torvane {
 TEST(Text, namesOfPaths)
 {
     constexpr std::tuple<const char*, const char*, const char*> cases[] = {
-        {"C:\\rides\\one.fit", "one.fit", "one.fit"},
-        {"\\one.fit", "one.fit", "one.fit"},
-        {"one.fit", "one.fit", "ne.fit"},
-        {"folder\\", "", ""},
-        {"", "", ""},
-#ifndef _WIN32
         {"/home/a/one.fit", "one.fit", "one.fit"},
-        {"/home\\a/b\\one.fit", "one.fit", "one.fit"},
-#endif
+        {"/one.fit", "one.fit", "one.fit"},
+        {"one.fit", "one.fit", "ne.fit"},
+        {"folder/", "", ""},
+        {"", "", ""},
+        {"/home\\a/b\\one.fit", "b\\one.fit", "b\\one.fit"}, // a character like any other
     };
     for (const auto& [path, name, reported] : cases) {
         EXPECT_EQ(fileName(path), name) << path;
         EXPECT_EQ(reportedName(path), reported) << path;
     }
+}
+
+TEST(Text, showsNothingThatSteersATerminal)
+{
+    constexpr std::pair<const char*, const char*> cases[] = {
+        {"Übergröße 自転車 دراجة 🚲.fit", "Übergröße 自転車 دراجة 🚲.fit"},
+        {"\x1B[2J\x1B]0;title\x07", "?[2J?]0;title?"},
+        {"a\r\n\tb\x7F", "a???b?"},
+        {"\xC2\x9Bm", "?m"},                 // the start of an escape sequence in one character
+        {"\xE2\x80\xAEtif.exe", "?tif.exe"}, // written from right to left
+        {"\xE2\x81\xA6\xD8\x9C\xE2\x80\xA8", "???"},
+        {"\x9B\xE4\xC3", "???"}, // no UTF-8
+    };
+    for (auto [text, shown] : cases)
+        EXPECT_EQ(shownText(text), shown);
 }
 
 // Values of every kind: any bits, usual sizes, halves of the last decimal and their neighbours.
