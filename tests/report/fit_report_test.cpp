@@ -28,7 +28,7 @@ protected:
 
     std::string summaryText(int mode, uint32_t flags = 0)
     {
-        reportSummary(shown.screens, inventory, summary, flags, "\\rides\\a.fit", mode);
+        reportSummary(shown.screens, inventory, summary, flags, "/rides/a.fit", mode);
         return shown.lower;
     }
 
@@ -56,11 +56,11 @@ TEST_F(FitReport, statusTexts)
         {2048, "failed to divide a fit file 'a.fit'", true},
         {32753, "express remarkable fields data of 'a.fit'", false},
         {32756, "success to convert a fit file to 'a.fit'", false},
-        {32758, "success to divide a fit file to '\\r\\a.fit'", false},
+        {32758, "success to divide a fit file to '/r/a.fit'", false},
     };
     for (const auto& [code, text, failure] : cases) {
         shown.lower = "before";
-        EXPECT_EQ(reportStatus(shown.screens, "\\r\\a.fit", code), code);
+        EXPECT_EQ(reportStatus(shown.screens, "/r/a.fit", code), code);
         EXPECT_EQ(shown.lower, failure ? std::string("\n\t") + text : "before");
         EXPECT_EQ(shown.status, std::string("status : ") + text);
     }
