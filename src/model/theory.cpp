@@ -8,6 +8,7 @@
 #include "model/run_state.h"
 #include "model/solver.h"
 
+#include <algorithm>
 #include <cmath>
 #include <initializer_list>
 
@@ -32,6 +33,24 @@ ResultStatus zeroValue()
     return statusZeroValue;
 }
 
+bool areNumbers(std::initializer_list<double> values)
+{
+    return std::all_of(values.begin(), values.end(), [](double value) { return std::isfinite(value); });
+}
+
+// Figures next to 0 lead to others that are none; they are as good as 0.
+ResultStatus numbersOrZero(ResultStatus status)
+{
+    RunState& r = runState;
+    if (areNumbers({r.cadence, r.power, r.cadenceMax, r.maxPower, r.torque, r.force, r.gearRatio, r.expectedRatio}) &&
+        std::isfinite(r.velocity)) {
+        return status;
+    }
+    r.velocity = std::isfinite(r.velocity) ? r.velocity : 0.0;
+    r.expectedRatio = std::isfinite(r.expectedRatio) ? r.expectedRatio : 0.0;
+    return status | zeroValue();
+}
+
 double forceOfTorque(double torque)
 {
     return forceAtLever(torque, crankLever());
@@ -48,9 +67,12 @@ void torqueStep()
     runState.force = forceOfTorque(runState.torque);
 }
 
-void maxPowerStep()
+// No summit at all gives a power at twice its cadence, where every parabola is down to 0.
+ResultStatus maxPowerStep()
 {
-    runState.maxPower = requiredPower(runState.power, runState.cadence, runState.cadenceMax);
+    const double summit = requiredPower(runState.power, runState.cadence, runState.cadenceMax);
+    runState.maxPower = std::isfinite(summit) ? summit : 0.0;
+    return std::isfinite(summit) ? 0 : statusZeroValue;
 }
 
 // Cadence theory: one point of the parabola, solved for one of its four figures.
@@ -114,9 +136,8 @@ ResultStatus maxPowerOfCadence()
     if (anyZero({r.cadence, r.power, r.cadenceMax})) {
         return zeroValue();
     }
-    maxPowerStep();
     torqueStep();
-    return 0;
+    return maxPowerStep();
 }
 
 // Pedaling dynamics: power is torque by angular velocity.
@@ -133,8 +154,7 @@ ResultStatus cadenceOfTorque()
         r.force = forceOfTorque(r.torque);
     }
     r.cadence = r.power * 60.0 / (r.torque * 2.0 * pi);
-    maxPowerStep();
-    return 0;
+    return maxPowerStep();
 }
 
 ResultStatus powerOfTorque()
@@ -149,8 +169,7 @@ ResultStatus powerOfTorque()
         r.torque = torqueOfForce(r.force);
     }
     r.power = radiansPerSecond(r.cadence) * r.torque;
-    maxPowerStep();
-    return 0;
+    return maxPowerStep();
 }
 
 ResultStatus torqueOfPower()
@@ -160,8 +179,7 @@ ResultStatus torqueOfPower()
         return zeroValue();
     }
     torqueStep();
-    maxPowerStep();
-    return 0;
+    return maxPowerStep();
 }
 
 // Gear combination.
@@ -292,14 +310,14 @@ void theorySetUp()
 ResultStatus theoryCalculate()
 {
     Case solve = cases[workingBlock.theoryCalculator][workingBlock.theoryTarget];
-    return solve != nullptr ? solve() : 0;
+    return solve != nullptr ? numbersOrZero(solve()) : 0;
 }
 
 ResultStatus theoryVerify()
 {
     const int calculator = workingBlock.theoryCalculator;
     ResultStatus status = calculator == 2 ? powerFromVelocity() : verifyPower(calculator, workingBlock.theoryTarget);
-    return (status & 0x7FFF) != 0 ? status << 4 : status;
+    return (status & 0x7FFF) != 0 ? status << 4 : numbersOrZero(status);
 }
 
 } // namespace torvane

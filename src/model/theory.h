@@ -12,11 +12,12 @@ namespace torvane {
 void theorySetUp();
 
 // Solves theoryTarget. Status: statusIllegalValue for a power above maxPower (nothing changes), statusZeroValue where
-// an input that is divided by is 0 (results become 0), else 0.
+// an input that is divided by is 0 or so near to it that a result would be no number (results become 0), or where no
+// maximal power answers (it alone becomes 0), else 0.
 ResultStatus theoryCalculate();
 
 // Puts the result on the road; only after theoryCalculate returned 0. Status: bits of the solvers, all shifted left by
-// four when one of them is fatal.
+// four when one of them is fatal, or statusZeroValue as above.
 ResultStatus theoryVerify();
 
 } // namespace torvane

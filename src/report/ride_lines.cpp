@@ -157,7 +157,7 @@ void appendCadence(std::string& text)
 
 void appendRequiredPower(std::string& text, double power)
 {
-    appendFormat(text, "\trequired power\t\t:%9.3lf W case of %5.1lf rpm cadence\n", power < 0.0 ? 0.0 : power,
+    appendFormat(text, "\trequired power\t\t:%9.3lf W case of %5.1lf rpm cadence\n", power > 0.0 ? power : 0.0,
                  modelState.cadencePoweredMax);
 }
 

@@ -200,7 +200,9 @@ ResultStatus decelPowerForEndingVelocity(SampleLog& log)
     }
     const double ratio = usualRatio(runState.endVelocity);
     const double cadence = modelState.cadenceUsual * ratio / gearTable[nearestGear(ratio)].ratio;
-    runState.power = requiredPower(holding, cadence, modelState.cadencePoweredMax);
+    if (!takePower(requiredPower(holding, cadence, modelState.cadencePoweredMax))) {
+        return statusNotConverged;
+    }
     ResultStatus status = decelerateByParabola(log);
     if (runState.thrustMode != 0) { // pedals that would turn beyond the far end of the parabola ask for power below 0
         status = brakeDryRun(BrakeLaw::force, log);

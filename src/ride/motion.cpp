@@ -37,6 +37,12 @@ int startGear(int which, double velocity)
     return std::clamp(runState.startGearIndex[which], 0, std::max(0, modelState.gearCount - 1));
 }
 
+bool takePower(double power)
+{
+    runState.power = std::isfinite(power) ? power : 0.0;
+    return std::isfinite(power);
+}
+
 void resetGrip()
 {
     updateLoadAndGrip(0.0);

@@ -21,6 +21,9 @@ void engageGear(StepState& state);
 // which 0 accelerates, 1 decelerates.
 int startGear(int which, double velocity);
 
+// The power found for a reference; false where losses that reach the whole of it leave no number, and then it is 0.
+bool takePower(double power);
+
 // Weight split, rolling and grip without thrust at the present inclination. Every pass starts from there, so that two
 // passes are the same physics to the last bit, whatever ran before.
 void resetGrip();

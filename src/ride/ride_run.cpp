@@ -14,6 +14,7 @@
 #include "ride/inclination_run.h"
 #include "ride/intermittent_braking.h"
 #include "ride/motion.h"
+#include "ride/number_check.h"
 #include "ride/pattern_braking.h"
 #include "ride/physiology.h"
 #include "ride/power_and_velocity.h"
@@ -56,7 +57,9 @@ ResultStatus accelerateByEndingVelocity(bool asMean, SampleLog& log)
     if (!(runState.startVelocity < runState.endVelocity)) {
         return statusIllegalValue;
     }
-    runState.power = solvePowerAtVelocity(stagePedaling, runState.endVelocity).value;
+    if (!takePower(solvePowerAtVelocity(stagePedaling, runState.endVelocity).value)) {
+        return statusNotConverged;
+    }
     return (asMean ? seekMeanPower(log) : accelerateDryRun(PowerLaw::parabola, log)) & mask;
 }
 
@@ -227,9 +230,7 @@ void runPowerMode(int target, RideResult& result)
     physiologyOfSteadyRide();
 }
 
-} // namespace
-
-void runRide(RideResult& result)
+void runMode(RideResult& result)
 {
     const int target = workingBlock.rideTarget;
     switch (workingBlock.rideMode) {
@@ -248,6 +249,19 @@ void runRide(RideResult& result)
         return;
     default:
         return;
+    }
+}
+
+} // namespace
+
+void runRide(RideResult& result)
+{
+    physiology = {}; // of no run before
+    runMode(result);
+    if (!isFatal(result.status) && !endedInNumbers(result.log)) {
+        const ResultStatus status = result.status | statusNotConverged;
+        result = {};
+        result.status = status;
     }
 }
 

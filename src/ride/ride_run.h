@@ -32,7 +32,8 @@ struct RideResult {
 void prepareRideRun();
 
 // Runs the simulation that workingBlock.rideMode and rideTarget name, prepareRideRun having run. Leaves results in
-// runState and modelState, and the figures of the rider's body in `physiology` where the run has any.
+// runState and modelState, and the figures of the rider's body in `physiology` where the run has any. Where one of them
+// is no number, the status has statusNotConverged.
 void runRide(RideResult& result);
 
 } // namespace torvane

@@ -74,6 +74,7 @@ void clearResults()
     clearPeaks();
     storeMeans(StageTotals{}, 0.0);
     clearBrakeEnergy();
+    runState.meanPower = 0.0;
     runState.seekLow = runState.seekHigh = 0.0;
 }
 

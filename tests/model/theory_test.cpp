@@ -106,6 +106,20 @@ TEST_F(TheoryTest, zeroInputs)
     }
 }
 
+TEST_F(TheoryTest, whatWouldBeNoNumberIsZeroAndSaysSo)
+{
+    workingBlock.torqueOrForce = 1;
+    workingBlock.theoryForce[1] = 0.0; // no cadence makes 400 W of it
+    EXPECT_EQ(calculate(1, 0), statusZeroValue);
+    EXPECT_EQ(runState.cadence, 0.0);
+    workingBlock.theoryPower[0] = 1e-300; // at a cadence that rounds to 0
+    EXPECT_EQ(calculate(0, 0), statusZeroValue);
+    EXPECT_EQ(runState.torque, 0.0);
+    workingBlock.cadenceUsual = 240.0; // where the parabola of 120 rpm is down to 0
+    EXPECT_EQ(calculate(1, 2), statusZeroValue);
+    expectFigures({runState.power, runState.maxPower}, {400.0, 0.0});
+}
+
 TEST_F(TheoryTest, realPerformance)
 {
     struct Case {

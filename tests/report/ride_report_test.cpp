@@ -204,7 +204,7 @@ TEST_F(RideReport, corneringBeyondGrip)
 {
     choose(rideCriticalCornering, 2);
     std::tie(runState.safetyMargin, runState.cadence) = std::tuple(-9999.999, 90);
-    runState.peakPower[0] = -3.0; // never shown below 0
+    runState.peakPower[0] = -0.0; // never shown below 0
     std::tie(modelState.currentFrontTooth, modelState.currentRearTooth) = std::tuple(51, 9);
     std::string text = report();
     EXPECT_TRUE(contains(text, "\tfriction safty margin\t:-9999.999 (ratio)\n\tminor friction safty margin means over "

@@ -61,6 +61,20 @@ TEST_F(SteadyTest, downhillThrustAloneTurnsNegative)
     EXPECT_LT(result.graph->value(99, 7), 0.0);
 }
 
+TEST_F(SteadyTest, lossesThatReachTheWholePowerLeaveNoAnswer)
+{
+    for (int location : {0, 1, 2}) {
+        useMotor(location);
+        workingBlock.wheelLossPercent = 3.0;
+        ASSERT_EQ(ride(ridePowerAndVelocity, 0).status, 0u);
+        workingBlock.wheelLossPercent = 100.0;
+        workingBlock.wheelLossTorque = runState.thrustTorque;
+        const RideResult result = ride(ridePowerAndVelocity, 0);
+        EXPECT_EQ(result.status, statusNotConverged) << location;
+        EXPECT_FALSE(result.graph);
+    }
+}
+
 // mu 0.9, 15 m, margin 0.1: sqrt(0.9 x 0.9 x 9.80665 x 15) = 10.915622 m/s.
 TEST_F(SteadyTest, cornering)
 {
