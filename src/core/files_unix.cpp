@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <tuple>
 #include <unistd.h>
 
 namespace torvane {
@@ -89,7 +90,7 @@ FileResult readUpTo(const std::string& path, size_t start, size_t limit, std::ve
     return FileResult::ok;
 }
 
-// A device or a pipe has no old content to protect, and must not be renamed away.
+// A device has no old content to protect, and must not be renamed away.
 FileResult writeStraight(const std::string& path, const MakePieces& make)
 {
     OpenFile file(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
@@ -98,36 +99,85 @@ FileResult writeStraight(const std::string& path, const MakePieces& make)
     return writeAll(file.descriptor, make) ? FileResult::ok : FileResult::writeFailed;
 }
 
-// Makes a file beside the target under a name that nobody has; its descriptor, below 0 when that failed.
-int createNeighbour(const std::string& target, mode_t mode, std::string& neighbour)
+int createBeside(const std::string& target, mode_t mode, std::string& path)
 {
     static std::atomic<unsigned> serial = 0;
     std::string stem = target.substr(0, target.rfind('/') + 1) + ".torvane-" + std::to_string(::getpid()) + "-";
     int descriptor = -1;
     do {
-        neighbour = stem + std::to_string(++serial);
-        descriptor = ::open(neighbour.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+        path = stem + std::to_string(++serial);
+        descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
     } while (descriptor < 0 && (errno == EEXIST || errno == EINTR));
     return descriptor;
 }
 
-// Writes the neighbour and moves it over the target; the neighbour goes again when anything fails. `replaced` is the
-// state of the old file, null when there is none.
+// A file beside its target under a name that nobody has. It goes with its owner, whatever ends that one, unless it has
+// taken the target's place.
+class Neighbour {
+public:
+    Neighbour(const std::string& target, mode_t mode) : file(createBeside(target, mode, path)) {}
+    Neighbour(const Neighbour&) = delete;
+    Neighbour& operator=(const Neighbour&) = delete;
+    ~Neighbour()
+    {
+        if (stands)
+            ::unlink(path.c_str());
+    }
+    bool isOpen() const
+    {
+        return stands;
+    }
+    int descriptor() const
+    {
+        return file.descriptor;
+    }
+    bool takePlaceOf(const std::string& target)
+    {
+        stands = ::rename(path.c_str(), target.c_str()) != 0;
+        return !stands;
+    }
+
+private:
+    std::string path;
+    OpenFile file;
+    bool stands = file.descriptor >= 0;
+};
+
+// As far as the system lets them be kept. What runs with the rights of its owner must not come to run with another's.
+void keepOwnerAndMode(int descriptor, const struct stat& replaced)
+{
+    constexpr uid_t sameUser = static_cast<uid_t>(-1);
+    bool kept = ::fchown(descriptor, replaced.st_uid, replaced.st_gid) == 0;
+    if (!kept)
+        std::ignore = ::fchown(descriptor, sameUser, replaced.st_gid); // the group alone, or nothing
+    ::fchmod(descriptor, replaced.st_mode & (kept ? 07777 : 0777));
+}
+
+// Writes the neighbour and moves it over the target. `replaced` is the state of the old file, null when there is none.
 FileResult writeNeighbour(const std::string& target, const struct stat* replaced, const MakePieces& make)
 {
-    mode_t mode = replaced ? replaced->st_mode & 07777 : 0666;
-    std::string neighbour;
-    OpenFile file(createNeighbour(target, mode, neighbour));
-    if (file.descriptor < 0)
+    Neighbour neighbour(target, replaced ? 0600 : 0666);
+    if (!neighbour.isOpen())
         return FileResult::cannotOpen;
-    // What the process's mask took off a mode that was there before. A file system without modes may refuse.
     if (replaced)
-        ::fchmod(file.descriptor, mode);
-    if (writeAll(file.descriptor, make) && ::fsync(file.descriptor) == 0 &&
-        ::rename(neighbour.c_str(), target.c_str()) == 0)
-        return FileResult::ok;
-    ::unlink(neighbour.c_str());
-    return FileResult::writeFailed;
+        keepOwnerAndMode(neighbour.descriptor(), *replaced);
+    bool written = writeAll(neighbour.descriptor(), make) && ::fsync(neighbour.descriptor()) == 0;
+    return written && neighbour.takePlaceOf(target) ? FileResult::ok : FileResult::writeFailed;
+}
+
+// The path behind links, whether they lead to a file or to none yet; empty where they lead in a circle.
+std::string behindLinks(std::string path)
+{
+    constexpr int mostLinks = 40; // as the system follows
+    for (int link = 0; link < mostLinks; ++link) {
+        char target[PATH_MAX];
+        ssize_t length = ::readlink(path.c_str(), target, sizeof target);
+        if (length < 0)
+            return path;
+        std::string folder = target[0] == '/' ? std::string() : path.substr(0, path.rfind('/') + 1);
+        path = folder.append(target, static_cast<size_t>(length));
+    }
+    return {};
 }
 
 } // namespace
@@ -150,19 +200,14 @@ FileResult readFileFrom(const std::string& path, size_t start, std::vector<uint8
 FileResult replaceFile(const std::string& path, const MakePieces& make)
 {
     struct stat status;
-    if (::stat(path.c_str(), &status) != 0)
-        return path.empty() ? FileResult::cannotOpen : writeNeighbour(path, nullptr, make);
-    if (S_ISDIR(status.st_mode) || ::access(path.c_str(), W_OK) != 0)
+    bool found = ::stat(path.c_str(), &status) == 0;
+    FileType type = found ? typeOf(status.st_mode) : FileType::nothing;
+    if (type == FileType::folder || type == FileType::pipe || (found && ::access(path.c_str(), W_OK) != 0))
         return FileResult::cannotOpen;
-    if (!S_ISREG(status.st_mode))
+    if (type == FileType::device)
         return writeStraight(path, make);
-    // Through a link to the file that it names, which keeps the link.
-    char* resolved = ::realpath(path.c_str(), nullptr);
-    if (!resolved)
-        return FileResult::cannotOpen;
-    std::string target = resolved;
-    std::free(resolved);
-    return writeNeighbour(target, &status, make);
+    std::string target = behindLinks(path);
+    return target.empty() ? FileResult::cannotOpen : writeNeighbour(target, found ? &status : nullptr, make);
 }
 
 FileType fileType(const std::string& path)

@@ -98,20 +98,6 @@ FileResult readUpTo(const std::string& path, size_t start, size_t limit, std::ve
     return FileResult::ok;
 }
 
-// Makes a file beside the target under a name that nobody has.
-HANDLE createNeighbour(const std::wstring& target, std::wstring& neighbour)
-{
-    static std::atomic<unsigned> serial = 0;
-    std::wstring stem =
-        target.substr(0, target.find_last_of(L'\\') + 1) + L".torvane-" + std::to_wstring(GetCurrentProcessId()) + L"-";
-    HANDLE handle = INVALID_HANDLE_VALUE;
-    do {
-        neighbour = stem + std::to_wstring(++serial);
-        handle = CreateFileW(neighbour.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
-    } while (handle == INVALID_HANDLE_VALUE && GetLastError() == ERROR_FILE_EXISTS);
-    return handle;
-}
-
 DWORD attributesOf(const std::string& path)
 {
     return GetFileAttributesW(longPath(path).c_str());
@@ -130,6 +116,71 @@ FileType typeOf(DWORD attributes)
         return FileType::nothing;
     return attributes & FILE_ATTRIBUTE_DIRECTORY ? FileType::folder : FileType::file;
 }
+
+// The path behind links to a file that is there.
+std::wstring behindLinks(const std::string& path)
+{
+    OpenFile file(openToAsk(path));
+    DWORD length = file.isOpen() ? GetFinalPathNameByHandleW(file.handle, nullptr, 0, 0) : 0;
+    std::wstring target(length, L'\0');
+    target.resize(length ? GetFinalPathNameByHandleW(file.handle, target.data(), length, 0) : 0);
+    return target.empty() ? longPath(path) : target;
+}
+
+// What a new file takes over from the one that it replaces.
+DWORD keptAttributes(DWORD replaced)
+{
+    constexpr DWORD kept =
+        FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
+    return replaced == INVALID_FILE_ATTRIBUTES || !(replaced & kept) ? FILE_ATTRIBUTE_NORMAL : replaced & kept;
+}
+
+HANDLE createBeside(const std::wstring& target, DWORD attributes, std::wstring& path)
+{
+    static std::atomic<unsigned> serial = 0;
+    std::wstring stem =
+        target.substr(0, target.find_last_of(L'\\') + 1) + L".torvane-" + std::to_wstring(GetCurrentProcessId()) + L"-";
+    HANDLE handle = INVALID_HANDLE_VALUE;
+    do {
+        path = stem + std::to_wstring(++serial);
+        handle = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, attributes, nullptr);
+    } while (handle == INVALID_HANDLE_VALUE && GetLastError() == ERROR_FILE_EXISTS);
+    return handle;
+}
+
+// A file beside its target under a name that nobody has. It goes with its owner, whatever ends that one, unless it has
+// taken the target's place.
+class Neighbour {
+public:
+    Neighbour(const std::wstring& target, DWORD attributes) : file(createBeside(target, attributes, path)) {}
+    Neighbour(const Neighbour&) = delete;
+    Neighbour& operator=(const Neighbour&) = delete;
+    ~Neighbour()
+    {
+        file.close();
+        if (stands)
+            DeleteFileW(path.c_str());
+    }
+    bool isOpen() const
+    {
+        return stands;
+    }
+    HANDLE handle() const
+    {
+        return file.handle;
+    }
+    bool takePlaceOf(const std::wstring& target)
+    {
+        file.close();
+        stands = !MoveFileExW(path.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
+        return !stands;
+    }
+
+private:
+    std::wstring path;
+    OpenFile file;
+    bool stands = file.isOpen();
+};
 
 } // namespace
 
@@ -150,23 +201,18 @@ FileResult readFileFrom(const std::string& path, size_t start, std::vector<uint8
 
 FileResult replaceFile(const std::string& path, const std::function<bool(const WritePiece&)>& make)
 {
-    if (path.empty())
-        return FileResult::cannotOpen;
+    FileType type = fileType(path);
     DWORD attributes = attributesOf(path);
-    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY)))
+    bool locked = type == FileType::file && (attributes & FILE_ATTRIBUTE_READONLY);
+    if (path.empty() || locked || (type != FileType::file && type != FileType::nothing))
         return FileResult::cannotOpen;
-    std::wstring target = longPath(path);
-    std::wstring neighbour;
-    OpenFile file(createNeighbour(target, neighbour));
-    if (!file.isOpen())
+    std::wstring target = behindLinks(path);
+    Neighbour neighbour(target, keptAttributes(attributes));
+    if (!neighbour.isOpen())
         return FileResult::cannotOpen;
-    bool made = make([&](std::span<const uint8_t> piece) { return writePiece(file.handle, piece); });
-    bool written = made && FlushFileBuffers(file.handle);
-    file.close();
-    if (written && MoveFileExW(neighbour.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
-        return FileResult::ok;
-    DeleteFileW(neighbour.c_str());
-    return FileResult::writeFailed;
+    bool made = make([&](std::span<const uint8_t> piece) { return writePiece(neighbour.handle(), piece); });
+    bool written = made && FlushFileBuffers(neighbour.handle());
+    return written && neighbour.takePlaceOf(target) ? FileResult::ok : FileResult::writeFailed;
 }
 
 FileType fileType(const std::string& path)

@@ -9,6 +9,8 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <sys/stat.h>
+#include <unistd.h>
 #include <utility>
 
 namespace torvane {
@@ -147,7 +149,7 @@ TEST_F(ParameterFile, aProfileThatCannotBeUsedLeavesTheModel)
     EXPECT_EQ(shown.status, "status : failed to write current profile to a file");
 }
 
-TEST_F(ParameterFile, writesKeepLinksAndModesAndReportAFullDevice)
+TEST_F(ParameterFile, writesKeepLinksOwnersAndModesAndReportAFullDevice)
 {
     Bytes bytes = {1, 2, 3};
     writeBytes(folder + "real", {9});
@@ -157,14 +159,25 @@ TEST_F(ParameterFile, writesKeepLinksAndModesAndReportAFullDevice)
     EXPECT_EQ(bytesOf(folder + "real"), (Bytes{1, 2, 3, 1, 2, 3}));
     using std::filesystem::perms;
     std::filesystem::permissions(folder + "real", perms::owner_all | perms::group_write);
+    bool mayGive = ::chown((folder + "real").c_str(), 1234, 2345) == 0; // root alone
     EXPECT_EQ(replaceFile(folder + "real", {bytes, bytes}), FileResult::ok);
-    EXPECT_EQ(std::filesystem::status(folder + "real").permissions(), perms::owner_all | perms::group_write);
+    struct stat now = {};
+    EXPECT_EQ(::stat((folder + "real").c_str(), &now), 0);
+    EXPECT_EQ(now.st_mode & 07777, 0720u);
+    EXPECT_TRUE(!mayGive || (now.st_uid == 1234 && now.st_gid == 2345));
     EXPECT_EQ(own.count(), 2u) << "no neighbour is left behind";
     Bytes read;
     EXPECT_EQ(readFileStart(folder + "real", 4, read), FileResult::ok);
     EXPECT_EQ(read.size(), 4u);
     EXPECT_EQ(readWholeFile(folder, read), FileResult::cannotOpen);
     EXPECT_EQ(replaceFile(folder, {bytes}), FileResult::cannotOpen);
+    for (const char* link : {"loose", "circle"})
+        std::filesystem::create_symlink(link[0] == 'l' ? "new" : link, folder + link);
+    EXPECT_EQ(replaceFile(folder + "loose", {bytes}), FileResult::ok);
+    EXPECT_EQ(bytesOf(folder + "new"), bytes) << "where the link leads";
+    EXPECT_EQ(replaceFile(folder + "circle", {bytes}), FileResult::cannotOpen);
+    ASSERT_EQ(::mkfifo((folder + "pipe").c_str(), 0600), 0);
+    EXPECT_EQ(replaceFile(folder + "pipe", {bytes}), FileResult::cannotOpen) << "without a wait for its reader";
     if (fileExists("/dev/full")) {
         EXPECT_EQ(replaceFile("/dev/full", {bytes}), FileResult::writeFailed);
     }

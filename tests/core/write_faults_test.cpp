@@ -109,12 +109,13 @@ TEST(WriteFaults, aFileWhosePiecesEndEarlyIsNotReplaced)
     TestFolder folder;
     std::string path = folder.path + "file";
     writeBytes(path, Bytes(5000, 1));
-    auto giveUp = [&](const WritePiece& write) {
+    auto giveUp = [&](const WritePiece& write, bool outOfMemory) {
         EXPECT_TRUE(write(Bytes(9000, 2)));
         EXPECT_EQ(bytesOf(path), Bytes(5000, 1)) << "while the pieces are made";
-        return false;
+        return outOfMemory ? throw std::bad_alloc() : false;
     };
-    EXPECT_EQ(replaceFile(path, giveUp), FileResult::writeFailed);
+    EXPECT_EQ(replaceFile(path, [&](auto& write) { return giveUp(write, false); }), FileResult::writeFailed);
+    EXPECT_THROW(replaceFile(path, [&](auto& write) { return giveUp(write, true); }), std::bad_alloc);
     EXPECT_EQ(bytesOf(path), Bytes(5000, 1));
     EXPECT_EQ(folder.count(), 1u);
 }
