@@ -133,6 +133,12 @@ void place(FormState& state, const Row& row, const Assignment& assignment, Entry
         typeEntry(state, row, assignment, faults);
 }
 
+// What goes to the defaults takes effect there.
+bool isKept(const FormState& state, const Row& row)
+{
+    return state.saveAsDefault && state.form->saveFlag != noField && row.offset != noField;
+}
+
 // In the order of the rows, since a row can decide whether one below it is shown.
 void makeChoices(FormState& state, const std::vector<Assignment>& assignments, std::vector<bool>& placed,
                  EntryFaults& faults)
@@ -165,7 +171,7 @@ std::vector<Assignment> setEntries(FormState& state, const std::vector<Assignmen
     }
     for (const Assignment& assignment : assignments) {
         const Row* row = bestRow(state, assignment.name);
-        if (row && isPresent(state, *row) && !isEnabled(state, *row) && !row->countsDisabled)
+        if (row && isPresent(state, *row) && !takesEffect(state, *row) && !isKept(state, *row))
             faults.notes.push_back(assignment.name + " has no effect with these choices");
     }
     return hidden;

@@ -25,11 +25,12 @@ bool isActiveRange(const FormState& state, const Row& row)
     return state.values.assistRangeMode[row.index] != rangeNone;
 }
 
+// A motor looks at the ends of all ranges.
 constexpr Row speedRow(int index, Field field, const char* tooSmall, const char* tooLarge)
 {
     int id = 1832 + 2 * index;
     Row row = realRow(id, id + 10, field, {0, 100}, "%5.1lf", nullptr, "kph");
-    return enabledWhen(numbered(messages(row, tooSmall, tooLarge), index), isActiveRange);
+    return countsWhen(enabledWhen(numbered(messages(row, tooSmall, tooLarge), index), isActiveRange), hasMotor);
 }
 
 constexpr Row ratioRow(int index, Field field, const char* tooSmall, const char* tooLarge)

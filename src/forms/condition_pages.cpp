@@ -47,8 +47,9 @@ constexpr Row courseRows[] = {
     realRow(1921, 1931, TORVANE_FIELD(windSpeed), {-30, 30, 0.1}, "%5.1lf", "a wind speed", "m/s"),
     enabledWhen(realRow(1922, 1932, TORVANE_FIELD(altitude), {-100, 10000}, "%5.1lf", "altitude", "m"),
                 pressureIsComputed),
-    enabledWhen(realRow(1923, 1933, TORVANE_FIELD(temperature), {-50, 50}, "%5.1lf", "temperature", "Cel"),
-                pressureIsComputed),
+    countsWhen(enabledWhen(realRow(1923, 1933, TORVANE_FIELD(temperature), {-50, 50}, "%5.1lf", "temperature", "Cel"),
+                           pressureIsComputed),
+               always), // brakes cool down to it
     enteredPressureRow(),
     messages(wholeRow(1925, 1935, TORVANE_FIELD(bpn), {40, 100}, nullptr), "found too small value of the BPN",
              "found too large value of the BPN"),

@@ -226,6 +226,11 @@ bool isEnabled(const FormState& state, const Row& row)
     return isPresent(state, row) && (!row.enabled || row.enabled(state, row));
 }
 
+bool takesEffect(const FormState& state, const Row& row)
+{
+    return isEnabled(state, row) || (isPresent(state, row) && row.counts && row.counts(state, row));
+}
+
 bool mayConfirm(const FormState& state)
 {
     return !state.form->mayConfirm || state.form->mayConfirm(state);

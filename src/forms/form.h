@@ -62,13 +62,13 @@ struct Row {
     std::span<const int> radioIds = {}; // of radio buttons, in the order of their values
     int index = 0;                      // of a path; elsewhere which one of a family of rows this is
     Browse browse = Browse::none;
-    int child = 0;               // form that a button opens
-    bool ofWorking = false;      // loaded from the working copy even when the form opens with the defaults
-    bool countsDisabled = false; // what runs reads it even where the control is disabled
+    int child = 0;          // form that a button opens
+    bool ofWorking = false; // loaded from the working copy even when the form opens with the defaults
 
     RowTest present = nullptr; // null: always
     RowTest enabled = nullptr; // null: always
     RowTest checked = nullptr; // whether limits are tested; null: always while present
+    RowTest counts = nullptr;  // whether its value takes effect while it is disabled; null: never
     // Labels that depend on the profile, instead of `labels`.
     std::vector<std::string> (*labelsNow)(const FormState&) = nullptr;
     std::string (*text)(const FormState&, const Row&) = nullptr; // of a label
@@ -159,6 +159,8 @@ void openForm(FormState& state, const Form& form, const ParameterBlock& saved, c
 
 bool isPresent(const FormState& state, const Row& row);
 bool isEnabled(const FormState& state, const Row& row); // false where the row is not present
+// Whether its value changes an answer: where it is enabled, and where what runs reads it all the same.
+bool takesEffect(const FormState& state, const Row& row);
 bool mayConfirm(const FormState& state);
 std::vector<std::string> rowLabels(const FormState& state, const Row& row);
 // What an edit box, a path or a label shows now.

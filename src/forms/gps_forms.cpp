@@ -14,6 +14,7 @@ namespace {
 
 constexpr uint8_t definedBit = 0x01;
 constexpr uint8_t anyPosition = 0x11; // latitude or longitude
+constexpr uint8_t withAverage = 0b11; // temperatures in the records, and their average in the summary
 
 bool fileHasAltitude(const FormState&, const Row&)
 {
@@ -86,11 +87,36 @@ bool predictsPower(const FormState& state, const Row&)
     return state.values.predictPower != 0;
 }
 
+// A ride without positions heads north.
+bool hasWind(const FormState& state, const Row&)
+{
+    return state.values.analyseWindSpeed != 0;
+}
+
+constexpr Row windSpeedRow()
+{
+    return countsWhen(
+        limitRow(7133, TORVANE_FIELD(analyseWindSpeed), {0, 30, 0.1}, "wind speed", "m/s", fileHasPosition), always);
+}
+
 constexpr Row windDirectionRow()
 {
     Row row = wholeRow(7151, 7161, TORVANE_FIELD(analyseWindDirection), {0, 359}, "wind direction", "deg");
     row.format = "%4d";
-    return enabledWhen(row, hasWindDirection);
+    return countsWhen(enabledWhen(row, hasWindDirection), hasWind);
+}
+
+// Records with temperatures and a summary with their average: the entry has always stood for both.
+bool replacesTemperatures(const FormState&, const Row&)
+{
+    return fieldPresence.temperatureFlags == withAverage;
+}
+
+constexpr Row temperatureRow()
+{
+    return countsWhen(
+        limitRow(7134, TORVANE_FIELD(averageTemperature), {0, 50, 0.1}, "temperature", "Cel", fileLacksTemperature),
+        replacesTemperatures);
 }
 
 constexpr Row analyseRows[] = {
@@ -100,9 +126,9 @@ constexpr Row analyseRows[] = {
              smoothsInclination),
     limitRow(7132, TORVANE_FIELD(analyseUnrealAccele), unrealAcceles, "unreal acceleration", "mpss",
              smoothsAcceleration),
-    limitRow(7133, TORVANE_FIELD(analyseWindSpeed), {0, 30, 0.1}, "wind speed", "m/s", fileHasPosition),
+    windSpeedRow(),
     windDirectionRow(),
-    limitRow(7134, TORVANE_FIELD(averageTemperature), {0, 50, 0.1}, "temperature", "Cel", fileLacksTemperature),
+    temperatureRow(),
     enabledWhen(checkRow(7113, TORVANE_FIELD(predictCadence)), fileLacksCadence),
     enabledWhen(checkRow(7114, TORVANE_FIELD(predictPower)), fileLacksPower),
     enabledWhen(choiceRow(7121, TORVANE_FIELD(analysePowerBase), stageNames), predictsPower),

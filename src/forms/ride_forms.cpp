@@ -161,8 +161,7 @@ bool isLimit(const FormState& state, const Row& row)
 constexpr Row limitedStartRow()
 {
     Row row = velocityRow(5533, TORVANE_FIELD_AS("rideStartVelocity", rideStartVelocity[4]), "a velocity");
-    row.countsDisabled = true;
-    return enabledWhen(row, hasLimit);
+    return countsWhen(enabledWhen(row, hasLimit), always);
 }
 
 constexpr Row inclinationRows[] = {

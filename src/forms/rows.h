@@ -105,6 +105,17 @@ constexpr Row checkedWhen(Row row, RowTest test)
     return row;
 }
 
+constexpr Row countsWhen(Row row, RowTest test)
+{
+    row.counts = test;
+    return row;
+}
+
+inline bool always(const FormState&, const Row&)
+{
+    return true;
+}
+
 // Which one of a family this row is, for the tests that the family shares.
 constexpr Row numbered(Row row, int index)
 {

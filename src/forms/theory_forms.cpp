@@ -102,10 +102,16 @@ bool isChosenOfTorqueOrForce(const FormState& state, const Row& row)
     return state.values.theoryTarget != targetTorque && state.values.torqueOrForce == row.index;
 }
 
+// A torque of 0 is refused even beside a force.
+bool torqueIsLookedAt(const FormState& state, const Row& row)
+{
+    return row.index == 0 && state.values.theoryTarget != targetTorque;
+}
+
 constexpr Row torqueOrForceRow(int index, int id, Field field, const char* messageName, const char* unit)
 {
     Row row = realRow(id, id + 10, field, torques, "%7.1lf", messageName, unit);
-    return enabledWhen(numbered(row, index), isChosenOfTorqueOrForce);
+    return countsWhen(enabledWhen(numbered(row, index), isChosenOfTorqueOrForce), torqueIsLookedAt);
 }
 
 constexpr Row pedalingRows[] = {

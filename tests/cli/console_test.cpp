@@ -110,9 +110,23 @@ TEST(Console, ToldThatAnEntryHasNoEffect)
     EXPECT_EQ(call({"--set", "brakeType[0]=1", "--set", "brakeWeight[1][0]=90", "506"}).err, "");
     EXPECT_TRUE(contains(call({"--set", "torsoAngle=50", "501"}).out, "torso angle\t\t\t:   30.0 deg"));
     EXPECT_TRUE(contains(call({"--set", "torsoAngle=50", "--set", "position=0", "501"}).out, ":   50.0 deg"));
-    Call rolling = call({"805", "rideStartVelocity=20"});
-    EXPECT_EQ(rolling.err.find("note"), rolling.err.npos) << "the run starts from it even without a limit";
-    EXPECT_NE(rolling.out, call({"805"}).out);
+    // Disabled, and yet their last entry counts.
+    const std::vector<std::string> counting[] = {
+        {"805", "rideStartVelocity=20"},
+        {"501", "--set=ftp=300"},
+        {"702", "torqueOrForce=force", "theoryTorque=0"},
+        {"804", "--set=airPressureSource=1", "--set=temperature=-20"},
+        {"801", "rideTarget=velocity", "ridePower=3000", "--set=motorLocation=1", "--set=assistRangeSpeed[1]=90"},
+    };
+    for (std::vector<std::string> arguments : counting) {
+        Call counted = call(arguments);
+        EXPECT_EQ(counted.err.find("note"), counted.err.npos) << arguments.back();
+        arguments.pop_back();
+        EXPECT_NE(counted.out, call(arguments).out);
+    }
+    TestFolder folder;
+    answer = call({"--par", folder.path + "a.par", "--save", "801", "ridePower=250"});
+    EXPECT_EQ(answer.err.find("note"), answer.err.npos) << "it becomes the default";
 }
 
 TEST(Console, KeepsWhatWasNotTypedToTheLastBit)

@@ -31,7 +31,7 @@ TEST(Dialogs, TheTargetDisablesItsEntry)
     expectEnabled(2024, 5411, {5431, 5432, 5433, 5434, 5435, 5436},
                   {{0, "111001"}, {1, "011001"}, {2, "001011"}, {3, "101111"}});
     expectEnabled(2025, 5511, {5531, 5532}, {{0, "01"}, {1, "10"}});
-    expectEnabled(2025, 5521, {5533, 5534, 5535}, {{0, "000"}, {1, "110"}, {2, "101"}});
+    expectEnabled(2025, 5521, {5533, 5534, 5535}, {{0, "200"}, {1, "110"}, {2, "101"}});
     expectEnabled(2026, 5611, {5621, 5622, 5623}, {{0, "011"}, {1, "101"}, {2, "110"}});
 }
 
@@ -159,12 +159,13 @@ TEST(AnalyseDialog, FollowsWhatTheFileHolds)
     };
     const std::vector<int> ids = {7111, 7131, 7132, 7133, 7151, 7134, 7113, 7114, 7121};
     const Case cases[] = {
-        {&FieldPresence::isActivity, 1, "001001111", 1, 1, 1},
-        {&FieldPresence::altitudeFlags, 1, "111001111", 0, 1, 1},
+        {&FieldPresence::isActivity, 1, "001201111", 1, 1, 1},
+        {&FieldPresence::altitudeFlags, 1, "111201111", 0, 1, 1},
         {&FieldPresence::positionFlags, 0x10, "001111111", 1, 1, 1},
-        {&FieldPresence::temperatureFlags, 3, "001000111", 1, 1, 1},
-        {&FieldPresence::cadenceFlags, 1, "001001011", 1, 0, 1},
-        {&FieldPresence::powerFlags, 7, "001001100", 1, 1, 0},
+        {&FieldPresence::temperatureFlags, 1, "001200111", 1, 1, 1},
+        {&FieldPresence::temperatureFlags, 3, "001202111", 1, 1, 1},
+        {&FieldPresence::cadenceFlags, 1, "001201011", 1, 0, 1},
+        {&FieldPresence::powerFlags, 7, "001201100", 1, 1, 0},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.enabled);

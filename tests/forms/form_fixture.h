@@ -77,12 +77,12 @@ struct OpenForm {
     {
         return isEnabled(state, at(id));
     }
-    // Which of the controls are enabled, as a row of digits.
+    // Which of the controls are enabled, as a row of digits; 2: disabled, but its value takes effect.
     std::string enabledOf(const std::vector<int>& ids)
     {
         std::string digits;
         for (int id : ids)
-            digits += enabled(id) ? '1' : '0';
+            digits += enabled(id) ? '1' : takesEffect(state, at(id)) ? '2' : '0';
         return digits;
     }
 

@@ -143,7 +143,7 @@ TEST(CoursePage, ShowsTheComputedPressure)
     EXPECT_EQ(page.text(1924), "1007.4"); // 1013.25 x (1 - 50 x 0.0065 / 293.15)^5.2559
     EXPECT_EQ(page.enabledOf({1922, 1923, 1924}), "110");
     EXPECT_EQ(page.type(1922, "2000").text(1924), "1007.4"); // not while it is typed
-    EXPECT_EQ(page.pick(1911, 1).enabledOf({1922, 1923, 1924}), "001");
+    EXPECT_EQ(page.pick(1911, 1).enabledOf({1922, 1923, 1924}), "021");
     EXPECT_EQ(page.pick(1911, 0).text(1924), "798.3");
     OpenForm entered(1011, true);
     EXPECT_EQ(entered.pick(1911, 1).confirm(), "");
