@@ -77,6 +77,7 @@ bool readProfileBody(std::span<const uint8_t> bytes, ModelState& state)
     if (format != profileFormat)
         return false;
     layOver(state, bytes.subspan(profileHeaderSize));
+    settleLeftovers(state);
     return isSound(state);
 }
 
@@ -144,7 +145,9 @@ int saveProfile(ParameterBlock& block, const std::string& path)
 {
     std::array<uint8_t, profileHeaderSize> header = {};
     std::memcpy(header.data(), &profileFormat, sizeof profileFormat);
-    if (replaceFile(path, {header, bytesOf(modelState)}) != FileResult::ok) {
+    ModelState state = modelState;
+    settleLeftovers(state);
+    if (replaceFile(path, {header, bytesOf(state)}) != FileResult::ok) {
         theScreens.setStatus("status : failed to write current profile to a file");
         return 1;
     }

@@ -28,6 +28,24 @@ bool allFinite(const T&... values)
     return (finite(values) && ...);
 }
 
+void settleValue(double& value)
+{
+    if (!std::isfinite(value))
+        value = 0;
+}
+
+void settleValue(double (&pair)[2])
+{
+    settleValue(pair[0]);
+    settleValue(pair[1]);
+}
+
+template <typename... T>
+void settle(T&... values)
+{
+    (settleValue(values), ...);
+}
+
 template <typename T>
 bool within(const T& value, int least, int most)
 {
@@ -64,10 +82,10 @@ template <typename Record>
 bool soundFigures(const Record& r)
 {
     return allFinite(r.humanHeight, r.humanWeight, r.torsoAngle, r.cadenceUsual, r.cadencePoweredMax, r.cadenceShiftUp,
-                     r.cadenceShiftDown, r.ftp, r.bikeWeight, r.bikeWeightExceptWheels, r.bikeInertialWeight,
-                     r.totalWeight, r.inertialWeight, r.shellAeroRatio, r.shiftTimeLoss, r.crankLength) &&
-           allFinite(r.wheelWeight, r.wheelsWeight, r.rimDiameter, r.wheelResist, r.wheelResistVelocity, r.tyreSize,
-                     r.tyreWeight, r.rollingCoefficient, r.frictionCoefficient, r.brakeWeight, r.brakeSurfaceSize) &&
+                     r.cadenceShiftDown, r.ftp, r.bikeWeight, r.bikeWeightExceptWheels, r.shellAeroRatio,
+                     r.shiftTimeLoss, r.crankLength) &&
+           allFinite(r.wheelWeight, r.wheelResist, r.wheelResistVelocity, r.tyreSize, r.tyreWeight,
+                     r.rollingCoefficient, r.frictionCoefficient, r.brakeWeight, r.brakeSurfaceSize) &&
            allFinite(r.shellLossPercent, r.shellLossTorque, r.missionLossPercent, r.wheelLossPercent, r.wheelLossTorque,
                      r.maxEPower, r.assistRangeSpeed, r.assistRangeRatio) &&
            allFinite(r.windSpeed, r.altitude, r.temperature, r.hectoPascal, r.pelotonRatio, r.pelotonVelocity);
@@ -81,20 +99,23 @@ bool soundPreferences(const ParameterBlock& b)
                      b.thresholdSpeed, b.thresholdPower);
 }
 
+// A target is kept without the calculator or simulation that it belongs to: it is good up to the longest of their
+// lists, and a form takes one that its own list does not have as the first.
+constexpr int lastTheoryTarget = 3; // of the cadence theory
+constexpr int lastRideTarget = 8;   // of the acceleration
+
 bool soundTheory(const ParameterBlock& b)
 {
-    constexpr int lastTarget[theoryCount] = {3, 2, 2};
-    return within(b.theoryCalculator, 0, theoryCount - 1) &&
-           within(b.theoryTarget, 0, lastTarget[b.theoryCalculator]) && within(b.torqueOrForce, 0, 1) &&
+    return within(b.theoryCalculator, 0, theoryCount - 1) && within(b.theoryTarget, 0, lastTheoryTarget) &&
+           within(b.torqueOrForce, 0, 1) &&
            allFinite(b.theoryCadence, b.theoryPower, b.theoryTorque, b.theoryForce, b.theoryCadenceMax,
                      b.theoryMaxPower, b.theoryVelocity, b.theoryInclination);
 }
 
 bool soundRide(const ParameterBlock& b)
 {
-    constexpr int lastTarget[rideModeCount] = {1, 8, 7, 3, 1, 2};
     constexpr int lastGear = 44;
-    return within(b.rideMode, 0, rideModeCount - 1) && within(b.rideTarget, 0, lastTarget[b.rideMode]) &&
+    return within(b.rideMode, 0, rideModeCount - 1) && within(b.rideTarget, 0, lastRideTarget) &&
            within(b.ridePowerBase, 0, 3) && within(b.startGearMode, 0, 1) && within(b.startGearIndex, 0, lastGear) &&
            within(b.inclinationLimit, 0, 2) && within(b.intensionCase, 0, 1) &&
            allFinite(b.rideVelocity, b.ridePower, b.rideForce, b.rideStartVelocity, b.rideEndVelocity, b.rideLegTime,
@@ -128,12 +149,19 @@ bool isSound(const ParameterBlock& block)
 
 bool isSound(const ModelState& state)
 {
+    return soundChoices(state) && soundFigures(state);
+}
+
+void settleLeftovers(ModelState& state)
+{
     constexpr int mostGears = 45;
-    return soundChoices(state) && soundFigures(state) && within(state.gearCount, 0, mostGears) &&
-           allFinite(state.tyresWeight, state.frontWeightRatio, state.rearWeightRatio, state.effectiveRolling,
-                     state.effectiveFriction, state.frontFrictionShare, state.rearFrictionShare,
-                     state.frontCircumference, state.rearCircumference) &&
-           allFinite(state.brakeSurfaceArea, state.brakeHeat, state.brakeRadiated, state.brakeTemperature);
+    settle(state.bikeInertialWeight, state.totalWeight, state.inertialWeight, state.wheelsWeight, state.rimDiameter,
+           state.tyresWeight, state.frontWeightRatio, state.rearWeightRatio, state.effectiveRolling,
+           state.effectiveFriction, state.frontFrictionShare, state.rearFrictionShare, state.frontCircumference,
+           state.rearCircumference, state.brakeSurfaceArea, state.brakeHeat, state.brakeRadiated,
+           state.brakeTemperature);
+    if (!within(state.gearCount, 0, mostGears))
+        state.gearCount = 0;
 }
 
 } // namespace torvane

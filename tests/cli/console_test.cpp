@@ -1,6 +1,7 @@
 // The console as its user meets it: what it takes, what it refuses and in which words, exit codes, output.
 #include "console_fixture.h"
 
+#include "command/command_table.h"
 #include "core/parameter_file.h"
 #include "core/text.h"
 #include "figures.h"
@@ -169,6 +170,27 @@ TEST(Console, AnEntrySetToItsValueChangesNothing)
         }
     }
     EXPECT_TRUE(contains(call({"321", "spokeCount[1]=30"}).out, "-- rear spoke count\t:   30\n"));
+}
+
+// No file holds which simulation or calculator a target belongs to.
+TEST(Console, KeepsEveryTargetThatIsSaved)
+{
+    TestFolder folder;
+    ParameterBlock block;
+    for (const Command& command : commandTable()) {
+        if (command.family == Family::none)
+            continue;
+        const Row& target = findForm(command.form)->rows[0];
+        for (size_t i = 0; i < target.labels.size(); ++i) {
+            std::string entry = formatText("%s=%zu", target.name, i), par = folder.path + consoleName(command) + entry;
+            EXPECT_NE(call({"--par", par, "--save", "--set", "humanWeight=77", consoleName(command), entry}).code, 2);
+            Call again = call({"--par", par, "human"});
+            EXPECT_EQ(again.err, "") << entry;
+            EXPECT_TRUE(contains(again.out, "77.0 kg"));
+            ASSERT_TRUE(readParameters(par, block));
+            EXPECT_EQ(command.family == Family::ride ? block.rideTarget : block.theoryTarget, static_cast<int>(i));
+        }
+    }
 }
 
 TEST(Console, SavesWhatAToolTicked)

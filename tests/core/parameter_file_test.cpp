@@ -66,7 +66,8 @@ TEST_F(ParameterFile, unusableContentsAreToldAndKept)
     constexpr void (*spoilers[])(ParameterBlock&) = {
         [](ParameterBlock& b) { b.sprocketCount = 16; },
         [](ParameterBlock& b) { b.brakeMaterial[1][0] = -1; },
-        [](ParameterBlock& b) { b.rideMode = 3, b.rideTarget = 4; }, // a target of another mode
+        [](ParameterBlock& b) { b.rideTarget = 9; }, // no mode has so many
+        [](ParameterBlock& b) { b.theoryTarget = -1; },
         [](ParameterBlock& b) { b.rideMode = 6; },
         [](ParameterBlock& b) { b.specificHeat[2] = std::nan(""); },
         [](ParameterBlock& b) { b.rideForce[3] = infinity; },

@@ -1,4 +1,5 @@
 // What holds for every form: control ids, limits, defaults, the slot of its "save as default" box.
+#include "core/record_check.h"
 #include "figures.h"
 #include "form_fixture.h"
 
@@ -64,6 +65,23 @@ TEST(FormList, PutsSaveAsDefaultIntoASlotOfItsOwn)
         EXPECT_TRUE(open.open(form->id).state.saveAsDefault) << form->id;
     }
     EXPECT_EQ(slots.size(), 35u);
+}
+
+// Whatever a list offers may be saved, and a file that holds it is good.
+TEST(FormList, OffersNothingThatAFileMayNotHold)
+{
+    for (const Form* form : allForms()) {
+        OpenForm open(form->id);
+        for (const Row& row : form->rows) {
+            if (row.kind != RowKind::choice && row.kind != RowKind::radio)
+                continue;
+            for (size_t value = 0; row.offset != noField && value < rowLabels(open.state, row).size(); ++value) {
+                ParameterBlock block = open.saved;
+                reinterpret_cast<uint8_t*>(&block)[row.offset] = static_cast<uint8_t>(value);
+                EXPECT_TRUE(isSound(block)) << row.name << ' ' << value;
+            }
+        }
+    }
 }
 
 TEST(FormList, OpensWithDefaultsOrPreviousInput)
