@@ -63,12 +63,10 @@ std::string checkParameterFile(const Request& request, const std::string& path)
     return request.save ? std::string() : "there is no file " + path;
 }
 
-bool loadProfileOf(Session& session, const Request& request)
+bool loadProfileOf(Session& session, const Request& request, Streams& streams)
 {
-    if (request.profile.empty())
-        return true;
-    session.profilePath = absolutePath(request.profile);
-    return finishSettings(session, *findCommand("load-profile-data")) == 0;
+    const Command& load = *findCommand("load-profile-data");
+    return request.profile.empty() || finishProfileFile(session, load, absolutePath(request.profile), streams) == 0;
 }
 
 bool applyOptions(Session& session, const Request& request, Answer& answer, Streams& streams)
@@ -87,7 +85,7 @@ int prepare(Session& session, const Request& request, const std::string& parPath
     if (!parPath.empty() && !loadParameters(parPath))
         return exitFailed;
     startModel();
-    if (!loadProfileOf(session, request)) {
+    if (!loadProfileOf(session, request, streams)) {
         streams.err << answer.status << '\n';
         return exitFailed;
     }

@@ -137,10 +137,10 @@ int runSheet(Run& run)
 int runProfileFile(Run& run)
 {
     bool writes = run.command.entry == Entry::saveProfile;
-    run.session.profilePath = writes ? run.files.destination : run.files.sources[0];
-    int code = finish(run, finishSettings(run.session, run.command));
+    const std::string& path = writes ? run.files.destination : run.files.sources[0];
+    int code = finish(run, finishProfileFile(run.session, run.command, path, run.streams));
     if (code == exitDone && writes)
-        run.answer.outputs = {run.session.profilePath};
+        run.answer.outputs = {path};
     return code;
 }
 
@@ -285,6 +285,15 @@ void tellSettings(bool applied, const EntryFaults& faults, const std::vector<Box
     tellBoxes(answer, streams, boxes);
     for (size_t i = 0; applied && i < faults.notes.size(); ++i)
         note(streams, faults.notes[i]);
+}
+
+ResultStatus finishProfileFile(Session& session, const Command& command, const std::string& path, Streams& streams)
+{
+    session.profilePath = path;
+    ResultStatus result = finishSettings(session, command);
+    if (command.entry == Entry::openProfile && !session.profileFault.empty())
+        refuse(streams, path + ": " + session.profileFault);
+    return result;
 }
 
 int runCommand(Session& session, const Command& command, const Request& request, Streams& streams)

@@ -17,6 +17,9 @@ enum ExitCode : int {
 // The blocks and the model are as the request's options left them. Prints what the command came to.
 int runCommand(Session& session, const Command& command, const Request& request, Streams& streams);
 
+// Reads or writes a profile file by its command. What no page would take of one is told.
+ResultStatus finishProfileFile(Session& session, const Command& command, const std::string& path, Streams& streams);
+
 // "torvane-cli: text" to standard error, and exitRefused.
 int refuse(Streams& streams, const std::string& text);
 // The same for a request whose command is known: its answer as JSON, where that is wanted, holds nothing else.

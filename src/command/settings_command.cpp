@@ -4,6 +4,7 @@
 #include "command/session.h"
 #include "core/parameter_file.h"
 #include "forms/form.h"
+#include "forms/profile_limits.h"
 #include "model/gear_table.h"
 #include "report/profile_report.h"
 
@@ -59,7 +60,14 @@ ResultStatus finishPreference(Session&)
 // The file's condition enters the model alone: the blocks keep theirs, and the next accepted condition puts them back.
 ResultStatus loadNamedProfile(Session& session)
 {
-    if (loadProfile(workingBlock, session.profilePath) != 0)
+    session.profileFault.clear();
+    auto pagesTake = [&](const ModelState& state) {
+        ParameterBlock block = workingBlock;
+        fetchFigures(block, state);
+        session.profileFault = figureBeyondLimits(block);
+        return session.profileFault.empty();
+    };
+    if (loadProfile(workingBlock, session.profilePath, pagesTake) != 0)
         return 1;
     memcpy(savedBlock.profileFileName, workingBlock.profileFileName, sizeof savedBlock.profileFileName);
     fetchProfile(workingBlock);

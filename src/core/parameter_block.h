@@ -224,5 +224,7 @@ void applyCondition(const ParameterBlock& working);
 void startModel(ParameterBlock& working);
 // The mirror of applyProfile, after a profile file was read into modelState.
 void fetchProfile(ParameterBlock& block);
+// Profile and condition of a model into a block, as its pages would show them.
+void fetchFigures(ParameterBlock& block, const ModelState& state);
 
 } // namespace torvane

@@ -451,6 +451,13 @@ void fetchProfile(ParameterBlock& block)
     letTheoryFollowRider(block, modelState.cadenceUsual, modelState.cadencePoweredMax);
 }
 
+void fetchFigures(ParameterBlock& block, const ModelState& state)
+{
+    copyProfile(block, state);
+    copyCourse(block, state);
+    copyPeloton(block, state);
+}
+
 void applyCondition(const ParameterBlock& working)
 {
     copyCourse(modelState, working);

@@ -121,7 +121,7 @@ bool saveParameters(const std::string& path, const ParameterBlock& block)
     return false;
 }
 
-int loadProfile(ParameterBlock& block, const std::string& path)
+int loadProfile(ParameterBlock& block, const std::string& path, const ProfileCheck& check)
 {
     std::vector<uint8_t> bytes;
     FileResult result = readFileStart(path, profileFileSize, bytes);
@@ -131,7 +131,7 @@ int loadProfile(ParameterBlock& block, const std::string& path)
     }
     std::string name = shownFileName(path);
     ModelState state = modelState;
-    if (result != FileResult::ok || !readProfileBody(bytes, state)) {
+    if (result != FileResult::ok || !readProfileBody(bytes, state) || !check(state)) {
         theScreens.setStatus(formatText("status : failed to read a file '%s'", name.c_str()));
         return 1;
     }

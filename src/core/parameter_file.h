@@ -4,6 +4,7 @@
 
 #include "core/parameter_block.h"
 
+#include <functional>
 #include <string>
 
 namespace torvane {
@@ -29,9 +30,13 @@ bool readParameters(const std::string& path, ParameterBlock& block);
 // Writes the whole file anew. False when that failed; the old file stands, and the user was told in a message box.
 bool saveParameters(const std::string& path, const ParameterBlock& block);
 
+// Whether a model out of a file may come into force, whose numbers can all be computed with.
+using ProfileCheck = std::function<bool(const ModelState&)>;
+
 // Reads a profile file into modelState and its name into block. Returns 0, or 1 with modelState untouched; the status
 // line tells either. What must follow on success (fetchProfile, derived quantities, report) is the caller's.
-int loadProfile(ParameterBlock& block, const std::string& path);
+int loadProfile(
+    ParameterBlock& block, const std::string& path, const ProfileCheck& check = [](const ModelState&) { return true; });
 
 // Writes modelState as a profile file and its name into block. Returns 0, or 1; the status line tells either.
 int saveProfile(ParameterBlock& block, const std::string& path);

@@ -193,6 +193,26 @@ TEST(Console, KeepsEveryTargetThatIsSaved)
     }
 }
 
+TEST(Console, NamesWhatNoPageWouldTakeOfAProfile)
+{
+    TestFolder folder;
+    std::string rider = folder.path + "rider.pro";
+    EXPECT_EQ(call({"save-profile", rider}).code, 0);
+    Bytes bytes = bytesOf(rider);
+    std::fill_n(bytes.begin() + profileHeaderSize + offsetof(ModelState, crankLength), sizeof(double), uint8_t{0});
+    writeBytes(rider, bytes);
+    std::string told = "torvane-cli: " + rider +
+                       ": crankLength is 0, its limits are 100 to 200 mm\n"
+                       "status : failed to read a file 'rider.pro'\n";
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"--profile", rider, "801"}, std::vector<std::string>{"load-profile", rider}}) {
+        Call refused = call(arguments);
+        EXPECT_EQ(refused.code, 1);
+        EXPECT_EQ(refused.out, "");
+        EXPECT_EQ(refused.err, told);
+    }
+}
+
 TEST(Console, SavesWhatAToolTicked)
 {
     TestFolder folder;

@@ -59,9 +59,9 @@ TEST_F(SettingsCommand, aProfileSavedAfterARunWithoutAnAnswerLoads)
     workingBlock.rideMode = rideAcceleration;
     workingBlock.rideTarget = 4; // sector time
     workingBlock.rideEndVelocity[rideAcceleration] = 140 / 3.6;
-    findCommand(802)->operation();
+    findCommand(802)->operation(session);
     ASSERT_FALSE(std::isfinite(modelState.frontWeightRatio));
-    EXPECT_EQ(finishSettings(*findCommand(323)), 0u);
+    EXPECT_EQ(finishSettings(session, *findCommand(323)), 0u);
     auto put = [&](size_t offset) {
         Bytes bytes = bytesOf(session.profilePath);
         const double none = std::nan("");
@@ -69,14 +69,49 @@ TEST_F(SettingsCommand, aProfileSavedAfterARunWithoutAnAnswerLoads)
         writeBytes(session.profilePath, bytes);
     };
     for (size_t leftover : {offsetof(ModelState, totalWeight), offsetof(ModelState, brakeHeat)}) {
-        EXPECT_EQ(finishSettings(*findCommand(322)), 0u) << shown.status;
+        EXPECT_EQ(finishSettings(session, *findCommand(322)), 0u) << shown.status;
         EXPECT_EQ(modelState.totalWeight, 60 + 7.39);
         EXPECT_TRUE(std::isfinite(modelState.frontWeightRatio) && std::isfinite(modelState.brakeHeat[0]));
         put(leftover); // as older versions wrote them
     }
-    EXPECT_EQ(finishSettings(*findCommand(322)), 0u) << shown.status;
+    EXPECT_EQ(finishSettings(session, *findCommand(322)), 0u) << shown.status;
     put(offsetof(ModelState, crankLength));
-    EXPECT_EQ(finishSettings(*findCommand(322)), 1u);
+    EXPECT_EQ(finishSettings(session, *findCommand(322)), 1u);
+}
+
+TEST_F(SettingsCommand, aProfileHoldsWhatItsPagesTake)
+{
+    struct Case {
+        void (*change)(ModelState&);
+        const char* fault;
+    };
+    constexpr Case cases[] = {
+        {[](ModelState& m) { m.crankLength = 0; }, "crankLength is 0, its limits are 100 to 200 mm"},
+        {[](ModelState& m) { m.humanHeight = -178; }, "humanHeight is -178, its limits are 100 to 250 cm"},
+        {[](ModelState& m) { m.sprocket[10] = 41; }, "sprocket[10] is 41, its limits are 8 to 40"},
+        {[](ModelState& m) { m.altitude = 2e4; }, "altitude is 20000, its limits are -100 to 10000 m"},
+        {[](ModelState& m) { m.brakeType[0] = 1, m.brakeWeight[1][0] = 9; },
+         "brakeWeight[1][0] is 9, its limits are 50 to 700 g"},
+        // What its page would not open.
+        {[](ModelState& m) { m.sprocket[11] = 41, m.brakeWeight[1][0] = 9, m.ftp = 50, m.hectoPascal = 9e3; }, ""},
+        {[](ModelState& m) { m.bikeWeight = 40, m.maxEPower = -1, m.assistRangeRatio[0] = 11; }, ""},
+    };
+    TestFolder folder;
+    session.profilePath = folder.path + "a.pro";
+    for (const Case& c : cases) {
+        startModel();
+        const ModelState model = modelState;
+        c.change(modelState);
+        EXPECT_EQ(finishSettings(session, *findCommand(323)), 0u);
+        modelState = model;
+        EXPECT_EQ(finishSettings(session, *findCommand(322)), c.fault[0] ? 1u : 0u) << c.fault;
+        EXPECT_EQ(session.profileFault, c.fault);
+        if (c.fault[0] != 0) {
+            EXPECT_EQ(shown.status, "status : failed to read a file 'a.pro'");
+            EXPECT_EQ(std::memcmp(&modelState, &model, sizeof model), 0) << c.fault;
+        }
+        workingBlock = savedBlock;
+    }
 }
 
 } // namespace torvane
