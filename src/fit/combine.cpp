@@ -212,8 +212,7 @@ Verdict checkCombine(ToolInputs& inputs, ParameterBlock&)
     Verdict verdict;
     for (SourceFileInfo& info : inputs.files)
         clearSurvey(info);
-    if (takeSources(inputs, verdict) && checkDestinationPath(inputs.files[toolDestination].path, verdict) &&
-        surveySources(inputs, verdict))
+    if (takeSources(inputs, verdict) && checkDestination(inputs, verdict) && surveySources(inputs, verdict))
         checkPairs(inputs, verdict);
     return verdict;
 }

@@ -3,6 +3,8 @@
 #include "core/text.h"
 #include "fit/tool_support.h"
 
+#include <algorithm>
+#include <span>
 #include <string_view>
 
 namespace torvane {
@@ -36,16 +38,42 @@ bool checkPath(std::string& path, Verdict& verdict, const Extension& extension)
     return true;
 }
 
+bool checkNoSource(const ToolInputs& inputs, Verdict& verdict)
+{
+    const std::string& path = inputs.files[toolDestination].path;
+    return std::ranges::all_of(std::span(inputs.files).first(toolSourceCount),
+                               [&](const SourceFileInfo& info) { return checkNoSource(path, info.path, verdict); });
+}
+
 } // namespace
+
+bool checkNoSource(const std::string& path, const std::string& source, Verdict& verdict)
+{
+    return !isSameFile(path, source) || refuse(verdict, "error", "found a destination file which is a source file");
+}
 
 bool checkDestinationPath(std::string& path, Verdict& verdict)
 {
     return checkPath(path, verdict, fitExtension);
 }
 
-bool checkDumpDestination(std::string& path, Verdict& verdict)
+bool checkDestination(ToolInputs& inputs, Verdict& verdict)
 {
-    return checkPath(path, verdict, dumpExtension);
+    return checkDestinationPath(inputs.files[toolDestination].path, verdict) && checkNoSource(inputs, verdict);
+}
+
+bool checkPartDestinations(ToolInputs& inputs, Verdict& verdict)
+{
+    std::string& path = inputs.files[toolDestination].path;
+    bool passed = checkDestinationPath(path, verdict);
+    for (int32_t part = 0; passed && part < dividedPartCount(inputs.files[0]); ++part)
+        passed = checkNoSource(dividedFileName(path, part), inputs.files[0].path, verdict);
+    return passed;
+}
+
+bool checkDumpDestination(ToolInputs& inputs, Verdict& verdict)
+{
+    return checkPath(inputs.files[toolDestination].path, verdict, dumpExtension) && checkNoSource(inputs, verdict);
 }
 
 } // namespace torvane

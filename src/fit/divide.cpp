@@ -237,7 +237,7 @@ Verdict checkDivide(ToolInputs& inputs, ParameterBlock&)
     if (planDivision(inputs.files[0]).mode == DivideMode::none)
         refuse(verdict, "error", "found no condition for divide a source file");
     else
-        checkDestinationPath(inputs.files[toolDestination].path, verdict);
+        checkPartDestinations(inputs, verdict);
     return verdict;
 }
 

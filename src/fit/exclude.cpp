@@ -74,7 +74,7 @@ Verdict checkExclude(ToolInputs& inputs, ParameterBlock& options)
     if (checkSourceHeader(inputs, source, verdict, "detect an invalid source file structure") &&
         checkActivity(inputs, source, verdict, "failed to read a source file which might be an invalid structure") &&
         checkExclusions(options, verdict))
-        checkDestinationPath(inputs.files[toolDestination].path, verdict);
+        checkDestination(inputs, verdict);
     return verdict;
 }
 

@@ -322,7 +322,7 @@ Verdict checkFieldDump(ToolInputs& inputs, ParameterBlock&)
     if (source.headerBytes[0] != legacyHeaderSize && source.headerBytes[0] != modernHeaderSize)
         refuse(verdict, "error", fault);
     else
-        checkDumpDestination(inputs.files[toolDestination].path, verdict);
+        checkDumpDestination(inputs, verdict);
     return verdict;
 }
 

@@ -44,8 +44,7 @@ Verdict checkExclude(ToolInputs& inputs, ParameterBlock& options);
 Verdict checkTimestamp(ToolInputs& inputs, ParameterBlock& options);
 Verdict checkFieldDump(ToolInputs& inputs, ParameterBlock& options);
 
-// Runs read the inputs that a passed check left, and the stored options. A destination is replaced whole or not at
-// all, so a tool may write over its own source.
+// Runs read the inputs that a passed check left, and the stored options. A destination is replaced whole or not at all.
 ToolOutcome runCombine(ToolInputs& inputs, ParameterBlock& options);
 ToolOutcome runConvert(ToolInputs& inputs, ParameterBlock& options);
 ToolOutcome runAddMessages(ToolInputs& inputs, ParameterBlock& options);
@@ -58,7 +57,13 @@ ToolOutcome runFieldDump(ToolInputs& inputs, ParameterBlock& options);
 // A destination needs an existing folder and a name; a name that does not end in ".fit" or ".FIT" gets ".fit" appended
 // (".csv" for a dump). On a fault the box is added to verdict and false comes back.
 bool checkDestinationPath(std::string& path, Verdict& verdict);
-bool checkDumpDestination(std::string& path, Verdict& verdict);
+// The same for the destination of a tool, which is none of its sources either.
+bool checkDestination(ToolInputs& inputs, Verdict& verdict);
+bool checkDumpDestination(ToolInputs& inputs, Verdict& verdict);
+// For a division, by the survey that its check made: the path is only what the names of the parts are made of.
+bool checkPartDestinations(ToolInputs& inputs, Verdict& verdict);
+// That a file to be written is not the source, by whatever names, links and spellings the two go.
+bool checkNoSource(const std::string& path, const std::string& source, Verdict& verdict);
 
 // Path of a part of a division, counted from 0: "_" and the number with at least three digits, in front of the
 // extension of the base path.

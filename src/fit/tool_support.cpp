@@ -72,7 +72,7 @@ Verdict checkSameSizeTool(ToolInputs& inputs, const OutputChoice& output)
         return verdict;
     if (output.convertEnabled != 0 && !checkHeaderForm(source, output, verdict))
         return verdict;
-    checkDestinationPath(inputs.files[toolDestination].path, verdict);
+    checkDestination(inputs, verdict);
     return verdict;
 }
 

@@ -5,6 +5,7 @@
 #include "forms/output_rows.h"
 #include "forms/prepare_rows.h"
 #include "gps/analysis.h"
+#include "gps/gps_load.h"
 #include "gps/gps_record.h"
 #include "gps/one_stroke_check.h"
 
@@ -185,7 +186,7 @@ Verdict checkOutput(FormState& state)
 {
     Verdict verdict;
     std::string& path = state.paths[destinationPath];
-    verdict.passed = checkDestinationPath(path, verdict);
+    verdict.passed = checkDestinationPath(path, verdict) && checkNoSource(path, fitInputFileName, verdict);
     fitOutputFileName = path;
     return verdict;
 }

@@ -85,7 +85,7 @@ Verdict checkOneStrokeSource(ToolInputs& inputs, bool needDestination)
         return verdict;
     }
     if (needDestination)
-        verdict.passed = checkDestinationPath(inputs.files[toolDestination].path, verdict);
+        verdict.passed = checkDestination(inputs, verdict);
     return verdict;
 }
 

@@ -147,7 +147,7 @@ Verdict checkPrepare(ToolInputs& inputs, ParameterBlock&)
     if (readFitFile(source, inputs.files[0].path) != fitOk)
         refuse(verdict, "error", "failed to read a source file which might be an invalid structure");
     else if (checkActivityToPrepare(source, verdict))
-        checkDestinationPath(inputs.files[toolDestination].path, verdict);
+        checkDestination(inputs, verdict);
     return verdict;
 }
 

@@ -17,19 +17,6 @@ namespace torvane {
 
 namespace {
 
-// A ride of positions, altitude, distance and speed, without cadence and power.
-Bytes plainRide(int records = 60, int64_t start = 1'000'000'000)
-{
-    FitBuilder fit;
-    fit.define(0, 0, {{0, 1, 0}, {1, 2, 0x84}}).message(0, {4, 1});
-    fit.define(1, 20, {{253, 4, 0x86}, {0, 4, 0x85}, {1, 4, 0x85}, {2, 2, 0x84}, {5, 4, 0x86}, {6, 2, 0x84}});
-    for (int i = 0; i < records; ++i)
-        fit.message(1, {start + i, 500'000'000 + 900 * i, 100'000'000, 2'600, 800 * i, 8'000});
-    fit.define(2, 18, {{253, 4, 0x86}, {2, 4, 0x86}, {5, 1, 0}, {7, 4, 0x86}, {9, 4, 0x86}});
-    fit.message(2, {1'000'000'059, 1'000'000'000, 2, 59'000, 47'200});
-    return fit.file();
-}
-
 std::string written(const TestFolder& folder, const std::string& name, const Bytes& bytes)
 {
     writeBytes(folder.path + name, bytes);

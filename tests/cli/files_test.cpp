@@ -55,17 +55,44 @@ TEST(ConsoleFiles, ConvertsToAnyName)
         }
 }
 
-TEST(ConsoleFiles, WritesOverTheSourceAsAWhole)
+// By whatever name the source goes, in the words of the dialogs.
+TEST(ConsoleFiles, WritesOverNoSource)
 {
     TestFolder folder;
-    std::string path = folder.path + "ride.fit";
-    writeBytes(path, legacyRide());
-    std::filesystem::create_symlink("ride.fit", folder.path + "link.fit");
-    EXPECT_EQ(convert(path, folder.path + "link.fit"), 0);
-    EXPECT_TRUE(isSoundFile(path, 14));
-    EXPECT_TRUE(std::filesystem::is_symlink(folder.path + "link.fit"));
-    EXPECT_EQ(call({"convert", path, path, "convertEnabled=1", "fitFormat=legacy"}).code, 0);
-    EXPECT_TRUE(isSoundFile(path, 12));
+    const std::string& in = folder.path;
+    const std::string source = in + "ride.fit", two = in + "two.fit", both = in + "both_000.fit";
+    const Bytes ride = plainRide();
+    const std::string names[] = {source, in + "./ride.fit", in + "link.fit", in + "hard.fit"};
+    const std::vector<std::string> tools[] = {
+        {"convert", "fitFormat=legacy", source},
+        {"add", "addLap=1", source},
+        {"exclude", "excludeSession=1", source},
+        {"timestamp", "days=1", source},
+        {"prepare", source},
+        {"stroke", source},
+        {"create", source},
+        {"combine", two, source},
+    };
+    writeBytes(source, ride);
+    writeBytes(two, plainRide(60, 1'000'001'000));
+    std::filesystem::create_symlink("ride.fit", in + "link.fit");
+    std::filesystem::create_symlink("ride.fit", in + "link.csv");
+    std::filesystem::create_hard_link(source, in + "hard.fit");
+    auto refused = [&](std::vector<std::string> arguments, const std::string& destination) {
+        arguments.push_back(destination);
+        Call answer = call(arguments);
+        EXPECT_EQ(answer.err, "error: found a destination file which is a source file\n")
+            << arguments[0] << destination;
+        EXPECT_EQ(answer.code, 2);
+        EXPECT_EQ(bytesOf(source), ride) << arguments[0] << " to " << destination;
+    };
+    for (const std::vector<std::string>& tool : tools)
+        for (const std::string& name : names)
+            refused(tool, name);
+    refused({"dump", source}, in + "link.csv");
+    EXPECT_EQ(call({"combine", source, two, both}).code, 0);
+    refused({"divide", both}, in + "both.fit");
+    EXPECT_EQ(call({"divide", both, both}).code, 0) << "its parts have names of their own";
 }
 
 // Whatever is printed of a name, by all that prints one.

@@ -27,7 +27,7 @@ WRITTEN = (
     ("with  two blanks.fit", "a b.c d.fit", ["with  two blanks.fit", "a b.c d.fit"]),
 )
 
-# Spellings of one file: the tool writes over its own source.
+# Spellings of one file: the tool does not write over its own source.
 ITSELF = "a longer ride.fit"
 SAME_FILE = (ITSELF, ITSELF.upper(), "./" + ITSELF, ".\\A Longer ride.fit", "folder/../" + ITSELF, "{absolute}", "{short}")
 
@@ -96,18 +96,15 @@ class WriteFaultsTest(unittest.TestCase):
                 after[expected[-1]] = self.new
                 self.assertEqual(self.files(), after)
 
-    def test_over_its_own_source(self):
+    def test_never_over_its_own_source(self):
         (self.folder / "folder").mkdir()
         path = self.make(ITSELF, self.source)
         names = {"absolute": desktop.windows_path(path).upper(), "short": short_name(self.folder, ITSELF)}
         self.assertIn("~", names["short"])
         for spelling in SAME_FILE:
             with self.subTest(spelling):
-                self.assertEqual(self.run_tool(ITSELF, spelling.format(**names)), 0)
-                self.assertEqual(list(self.files().values()), [self.new])
-            for name in self.files():
-                (self.folder / name).unlink()
-            self.make(ITSELF, self.source)
+                self.assertEqual(self.run_tool(ITSELF, spelling.format(**names)), 2)
+                self.assertEqual(list(self.files().values()), [self.source])
 
     def test_refused_places(self):
         self.make("ride.fit", self.source)

@@ -46,9 +46,11 @@ TEST(ToolChecks, Destination)
         EXPECT_EQ(passed ? path : verdict.boxes[0].text, passed ? bench.folder.path + result : result) << name;
     }
     Verdict verdict;
-    std::string dump = bench.folder.path + "dump.fit", upper = bench.folder.path + "DUMP.CSV", bare = "ride.fit";
-    EXPECT_TRUE(checkDumpDestination(dump, verdict) && checkDumpDestination(upper, verdict));
-    EXPECT_TRUE(dump.ends_with("dump.fit.csv") && upper.ends_with("DUMP.CSV"));
+    std::string bare = "ride.fit";
+    for (auto [name, result] : {std::pair("dump.fit", "/dump.fit.csv"), std::pair("DUMP.CSV", "/DUMP.CSV")}) {
+        EXPECT_TRUE(checkDumpDestination(bench.to(name).inputs, verdict));
+        EXPECT_TRUE(bench.inputs.files[toolDestination].path.ends_with(result));
+    }
     EXPECT_FALSE(checkDestinationPath(bare, verdict));
 }
 
