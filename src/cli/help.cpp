@@ -116,6 +116,8 @@ std::vector<std::string> wordsOf(const FormState& state, const Row& row)
     default:
         addChoices(words, labels);
     }
+    if (row.when[0] != '\0')
+        words.push_back(std::string("- ") + row.when);
     return words;
 }
 

@@ -2,6 +2,7 @@
 // can be called, and tested, without a screen. Shows nothing itself.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -15,6 +16,7 @@ struct Box {
 struct Verdict {
     bool passed = true;
     std::vector<Box> boxes;
+    size_t file = 0; // of a check of files that did not pass: which one of them it refused
 };
 
 } // namespace torvane

@@ -26,6 +26,12 @@ int countInUse(ToolInputs& inputs)
         std::count_if(sources.begin(), sources.end(), [](const SourceFileInfo& info) { return info.inUse; }));
 }
 
+size_t firstFree(ToolInputs& inputs)
+{
+    std::span<SourceFileInfo> sources = sourcesOf(inputs);
+    return static_cast<size_t>(std::ranges::find(sources, false, &SourceFileInfo::inUse) - sources.begin());
+}
+
 // A file that comes again later, by whatever name, is blanked there, so that it counts once.
 bool takeSources(ToolInputs& inputs, Verdict& verdict)
 {
@@ -35,26 +41,27 @@ bool takeSources(ToolInputs& inputs, Verdict& verdict)
         if (!sources[i].inUse)
             continue;
         if (!fileExists(sources[i].path))
-            return refuse(verdict, "error", "found an invalid fullpath of a source file");
+            return refuse(verdict, "error", "found an invalid fullpath of a source file", i);
         for (SourceFileInfo& later : sources.subspan(i + 1))
             if (isSameFile(later.path, sources[i].path))
                 later.path.clear();
     }
     if (countInUse(inputs) < 2)
-        return refuse(verdict, "error", "too few source file for combine fit files");
+        return refuse(verdict, "error", "too few source file for combine fit files", firstFree(inputs));
     return true;
 }
 
 bool surveySources(ToolInputs& inputs, Verdict& verdict)
 {
-    for (SourceFileInfo& info : sourcesOf(inputs)) {
+    std::span<SourceFileInfo> sources = sourcesOf(inputs);
+    for (size_t i = 0; i < sources.size(); i++) {
         FitImage image = {};
-        if (info.inUse && surveyFitFile(image, info) != fitOk)
-            return refuse(verdict, "error", "failed to read a source file which might be invalid structure");
+        if (sources[i].inUse && surveyFitFile(image, sources[i]) != fitOk)
+            return refuse(verdict, "error", "failed to read a source file which might be invalid structure", i);
     }
-    for (const SourceFileInfo& info : sourcesOf(inputs))
-        if (info.inUse && info.fileType != fileTypeActivity)
-            return refuse(verdict, "error", "found an invalid file id type of a source file");
+    for (size_t i = 0; i < sources.size(); i++)
+        if (sources[i].inUse && sources[i].fileType != fileTypeActivity)
+            return refuse(verdict, "error", "found an invalid file id type of a source file", i);
     return true;
 }
 

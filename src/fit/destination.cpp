@@ -31,9 +31,9 @@ bool checkPath(std::string& path, Verdict& verdict, const Extension& extension)
 {
     size_t separator = lastSeparator(path);
     if (separator == std::string::npos || !folderExists(path.substr(0, separator + 1)))
-        return refuse(verdict, "error", "not existing directory for a destination file");
+        return refuse(verdict, "error", "not existing directory for a destination file", toolDestination);
     if (separator + 1 == path.size())
-        return refuse(verdict, "error", "not existing filename for a destination file");
+        return refuse(verdict, "error", "not existing filename for a destination file", toolDestination);
     completeExtension(path, extension);
     return true;
 }
@@ -49,7 +49,8 @@ bool checkNoSource(const ToolInputs& inputs, Verdict& verdict)
 
 bool checkNoSource(const std::string& path, const std::string& source, Verdict& verdict)
 {
-    return !isSameFile(path, source) || refuse(verdict, "error", "found a destination file which is a source file");
+    return !isSameFile(path, source) ||
+           refuse(verdict, "error", "found a destination file which is a source file", toolDestination);
 }
 
 bool checkDestinationPath(std::string& path, Verdict& verdict)

@@ -29,9 +29,10 @@ void clearToolInputs(ToolInputs& inputs)
     inputs = {};
 }
 
-bool refuse(Verdict& verdict, const char* title, const char* text)
+bool refuse(Verdict& verdict, const char* title, const char* text, size_t file)
 {
     verdict.passed = false;
+    verdict.file = file;
     verdict.boxes.push_back({title, text});
     return false;
 }

@@ -10,8 +10,8 @@ namespace torvane {
 
 constexpr size_t largestDataSize = std::numeric_limits<int32_t>::max(); // of a data block
 
-// Checks. Each adds its box and returns false where the command must not run.
-bool refuse(Verdict& verdict, const char* title, const char* text);
+// Checks. Each adds its box, with the file that it is about, and returns false where the command must not run.
+bool refuse(Verdict& verdict, const char* title, const char* text, size_t file = 0);
 // The first three steps of every tool with one source: forget earlier surveys, find the source, read its header.
 bool checkSourceHeader(ToolInputs& inputs, FitImage& source, Verdict& verdict, const char* headerFault);
 // Surveys the source, and wants it to be an activity.

@@ -57,7 +57,7 @@ std::string linearStart(const FormState& state, const Row& row)
     return linear ? formatText("at %5.1lf kph   ~ ", speedBefore(state, row)) : std::string();
 }
 
-constexpr size_t powerRow = 4;
+constexpr size_t locationRow = 0, firstModeRow = 1, powerRow = 4, firstSpeedRow = 5; // a ratio follows its speed
 
 constexpr Row assistRows[] = {
     radioRow(locationButtons, TORVANE_FIELD(motorLocation), locationLabels),
@@ -84,38 +84,39 @@ constexpr Row assistRows[] = {
     labelRow(1853, linearStart, 1),
     labelRow(1854, linearStart, 2),
 };
-static_assert(assistRows[powerRow].id == 1831);
+static_assert(assistRows[locationRow].id == 1811 && assistRows[firstModeRow].id == 1821 &&
+              assistRows[powerRow].id == 1831 && assistRows[firstSpeedRow].id == 1832);
 
-Verdict refuse(std::string text)
-{
-    return {false, {{"warning", std::move(text)}}};
-}
+// How a range does not fit the one before it, and the entry to blame.
+struct Misfit {
+    const char* text = nullptr; // null: it fits
+    size_t row = 0;
+};
 
-// How a range fits the one before it; null where it does.
-const char* misfit(const ParameterBlock& values, int n)
+Misfit misfit(const ParameterBlock& values, size_t n)
 {
     bool active = values.assistRangeMode[n] != rangeNone;
     if (active && values.assistRangeMode[n - 1] == rangeNone)
-        return "found illegal void range %d";
+        return {"found illegal void range %d", firstModeRow + n};
     if (active && values.assistRangeSpeed[n] < values.assistRangeSpeed[n - 1])
-        return "found illegal speed order of a range %d";
+        return {"found illegal speed order of a range %d", firstSpeedRow + 2 * n};
     if (values.assistRangeMode[n] == rangeConstant && values.assistRangeRatio[n] == 0)
-        return "found non-sense ratio for constant range %d";
-    return nullptr;
+        return {"found non-sense ratio for constant range %d", firstSpeedRow + 2 * n + 1};
+    return {};
 }
 
 Verdict validateAssist(FormState& state)
 {
     const ParameterBlock& values = state.values;
     if (values.motorLocation == 0 && values.assistRangeMode[0] != rangeNone)
-        return refuse("found illegal motor location");
+        return refuseRow(state, assistRows[locationRow], "found illegal motor location");
     Verdict power = checkLimits(state, powerRow, powerRow + 1);
     if (!power.passed)
         return power;
     // Without a motor the ranges are only kept for later.
-    for (int n = 1; n < 3 && values.motorLocation != 0; ++n)
-        if (const char* fault = misfit(values, n))
-            return refuse(formatText(fault, n));
+    for (size_t n = 1; n < 3 && values.motorLocation != 0; ++n)
+        if (Misfit fault = misfit(values, n); fault.text)
+            return refuseRow(state, assistRows[fault.row], formatText(fault.text, static_cast<int>(n)));
     return checkLimits(state, powerRow + 1, std::size(assistRows));
 }
 

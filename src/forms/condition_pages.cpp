@@ -58,11 +58,12 @@ constexpr Row courseRows[] = {
 };
 static_assert(courseRows[pressureRow].id == 1924);
 
-// The pressure follows altitude and temperature when they are chosen, not while they are typed.
+// The pressure follows altitude and temperature when they are chosen, not while they are typed. Where it is entered the
+// stored one is shown: the one that counts if it is not typed over.
 void pressureSourceChanged(FormState& state, const Row& row)
 {
-    if (row.id == pressureButtons[0] && state.values.airPressureSource == 0)
-        showValue(state, courseRows[pressureRow], pressureShown(state, courseRows[pressureRow]));
+    if (row.id == pressureButtons[0])
+        reloadRow(state, courseRows[pressureRow]);
 }
 
 constexpr Form makeCoursePage()

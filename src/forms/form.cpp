@@ -24,14 +24,19 @@ bool isChoice(const Row& row)
     return row.kind == RowKind::choice || row.kind == RowKind::radio || row.kind == RowKind::check;
 }
 
+size_t indexOf(const FormState& state, const Row& row)
+{
+    return static_cast<size_t>(&row - state.form->rows.data());
+}
+
 RowState& stateOf(FormState& state, const Row& row)
 {
-    return state.rows[static_cast<size_t>(&row - state.form->rows.data())];
+    return state.rows[indexOf(state, row)];
 }
 
 const RowState& stateOf(const FormState& state, const Row& row)
 {
-    return state.rows[static_cast<size_t>(&row - state.form->rows.data())];
+    return state.rows[indexOf(state, row)];
 }
 
 template <typename Value>
@@ -83,11 +88,25 @@ double readWhole(const std::string& text)
     return toWhole(static_cast<double>(std::strtoll(text.c_str(), nullptr, 10)));
 }
 
+std::string textOf(const Row& row, double shown)
+{
+    return row.kind == RowKind::real ? formatText(row.format, shown) : formatText(row.format, toWhole(shown));
+}
+
+double readValue(const Row& row, const std::string& text)
+{
+    return row.kind == RowKind::real ? readReal(text) : readWhole(text);
+}
+
 void printText(FormState& state, const Row& row)
 {
     RowState& own = stateOf(state, row);
-    double shown = own.typed ? own.shown : row.shows ? row.shows(state, row) : storedAsShown(state.values, row);
-    own.text = row.kind == RowKind::real ? formatText(row.format, shown) : formatText(row.format, toWhole(shown));
+    if (!own.typed)
+        own.shown = row.shows ? row.shows(state, row) : storedAsShown(state.values, row);
+    own.text = textOf(row, own.shown);
+    state.printed[indexOf(state, row)] = own;
+    if (row.offset != noField)
+        copyField(state.printedValues, state.values, row);
 }
 
 void takeShown(FormState& state, const Row& row, double shown)
@@ -101,22 +120,6 @@ void takeShown(FormState& state, const Row& row, double shown)
         storeField(state.values, row.offset, shown / row.shownPerStored);
     else
         storeField(state.values, row.offset, toWhole(shown));
-}
-
-void readText(FormState& state, const Row& row)
-{
-    const std::string& text = stateOf(state, row).text;
-    takeShown(state, row, row.kind == RowKind::real ? readReal(text) : readWhole(text));
-}
-
-// A notification of an edit box re-reads them all.
-void readAllTexts(FormState& state)
-{
-    if (state.keepsUntyped)
-        return;
-    for (const Row& row : state.form->rows)
-        if (isEdit(row) && isPresent(state, row))
-            readText(state, row);
 }
 
 void tellChanged(FormState& state, const Row& row)
@@ -141,23 +144,38 @@ void loadValues(FormState& state, const ParameterBlock& saved, const ParameterBl
     state.fromDefaults = form.opensWith == OpensWith::initialValueMode && working.initialValueMode == 0;
     state.values = state.fromDefaults ? saved : working;
     for (const Row& row : form.rows)
-        if (row.ofWorking)
-            copyField(state.values, working, row);
-    for (const Row& row : form.rows)
         if (isChoice(row) && row.offset != noField)
             holdChoice(state, row);
     state.entry = state.values;
     state.stored = state.values;
 }
 
+// A value without digits behind those shown stays so: steps do not gather dust of the arithmetic.
+double stepped(const Row& row, double value, double step)
+{
+    auto asPrinted = [&](double number) { return readValue(row, textOf(row, number)); };
+    constexpr double dust = 1e-9;
+    bool printedWhole = std::fabs(asPrinted(value) - value) <= dust * std::fmax(1, std::fabs(value));
+    return printedWhole ? asPrinted(value + step) : value + step;
+}
+
+bool maySpin(SpinRule rule, const Row& row, double value, double next)
+{
+    bool up = next > value;
+    switch (rule) {
+    case SpinRule::overshoots:
+        return up ? value < row.most : value > row.least;
+    case SpinRule::staysInside:
+        return next >= row.least && next <= row.most;
+    case SpinRule::stopsAtLimit:
+        return up ? next <= row.most : next >= row.least;
+    }
+    return false;
+}
+
 std::string limitMessage(const char* own, const char* frame, const char* name)
 {
     return own ? own : formatText(frame, name ? name : "");
-}
-
-Verdict warning(std::string text)
-{
-    return {false, {{"warning", std::move(text)}}};
 }
 
 void append(Verdict& verdict, Verdict more)
@@ -197,23 +215,20 @@ void leaveMarks(Marks marks)
 } // namespace
 
 void openForm(FormState& state, const Form& form, const ParameterBlock& saved, const ParameterBlock& working,
-              bool keepsUntyped)
+              bool withoutControls)
 {
     state = FormState();
     state.form = &form;
-    state.keepsUntyped = keepsUntyped;
+    state.withoutControls = withoutControls;
     state.rows.resize(form.rows.size());
+    state.printed.resize(form.rows.size());
     loadValues(state, saved, working);
     state.saveAsDefault = form.saveFlag != noField && loadField<int32_t>(working, form.saveFlag) != 0;
     if (form.opened)
         form.opened(state);
-    for (const Row& row : form.rows) {
-        if (!isEdit(row))
-            continue;
-        if (row.offset == noField && row.shows)
-            takeShown(state, row, row.shows(state, row));
-        printText(state, row);
-    }
+    for (const Row& row : form.rows)
+        if (isEdit(row))
+            printText(state, row);
 }
 
 bool isPresent(const FormState& state, const Row& row)
@@ -269,18 +284,29 @@ int chosenValue(const FormState& state, const Row& row)
 
 void typeText(FormState& state, const Row& row, std::string_view text)
 {
-    stateOf(state, row).text = text;
-    readText(state, row);
-    readAllTexts(state);
+    std::string& own = stateOf(state, row).text;
+    own = text;
+    takeShown(state, row, readValue(row, own));
+    tellChanged(state, row);
+}
+
+void editText(FormState& state, const Row& row, std::string_view text)
+{
+    const RowState& printed = state.printed[indexOf(state, row)];
+    if (text != printed.text)
+        return typeText(state, row, text);
+    stateOf(state, row) = printed;
+    if (row.offset != noField)
+        copyField(state.values, state.printedValues, row);
     tellChanged(state, row);
 }
 
 void choose(FormState& state, const Row& row, int value)
 {
     int count = row.kind == RowKind::check ? 2 : static_cast<int>(rowLabels(state, row).size());
-    if (value < 0 || value >= count)
+    bool chosenAlready = row.offset != noField && value == loadField<int32_t>(state.values, row.offset);
+    if (value < 0 || value >= count || chosenAlready)
         return;
-    readAllTexts(state);
     std::vector<bool> before;
     for (const Row& other : state.form->rows)
         before.push_back(isPresent(state, other));
@@ -299,8 +325,12 @@ void reloadRow(FormState& state, const Row& row)
     if (row.offset == noField)
         return;
     copyField(state.values, state.stored, row);
-    if (!isEdit(row))
-        return;
+    if (isEdit(row))
+        reprintRow(state, row);
+}
+
+void reprintRow(FormState& state, const Row& row)
+{
     stateOf(state, row).typed = false;
     printText(state, row);
 }
@@ -319,22 +349,16 @@ void showValue(FormState& state, const Row& row, double shown)
 
 void spin(FormState& state, const Row& row, bool up)
 {
-    readAllTexts(state);
     double value = shownValue(state, row);
-    double next = up ? value + row.step : value - row.step;
-    bool inside = up ? value < row.most : value > row.least;
-    if (state.form->spinRule == SpinRule::staysInside)
-        inside = next >= row.least && next <= row.most;
-    if (!inside)
+    double next = stepped(row, value, up ? row.step : -row.step);
+    if (!maySpin(state.form->spinRule, row, value, next))
         return;
     showValue(state, row, next);
-    readAllTexts(state);
     tellChanged(state, row);
 }
 
 Verdict pressButton(FormState& state, const Row& row, ParameterBlock& working)
 {
-    readAllTexts(state);
     return row.pressed ? row.pressed(state, row, working) : Verdict();
 }
 
@@ -344,24 +368,30 @@ void buttonReturned(FormState& state, const Row& row, const ParameterBlock& work
         row.returned(state, row, working);
 }
 
-Verdict checkLimits(const FormState& state, size_t first, size_t end)
+Verdict refuseRow(FormState& state, const Row& row, std::string text)
+{
+    state.refused = &row;
+    return {false, {{"warning", std::move(text)}}};
+}
+
+Verdict checkLimits(FormState& state, size_t first, size_t end)
 {
     for (const Row& row : state.form->rows.subspan(first, end - first)) {
         if (!isEdit(row) || !isPresent(state, row) || (row.checked && !row.checked(state, row)))
             continue;
         double value = shownValue(state, row);
         if (row.leastBinds && !(value >= row.least))
-            return warning(limitMessage(row.tooSmall, "found too small value of %s", row.messageName));
+            return refuseRow(state, row, limitMessage(row.tooSmall, "found too small value of %s", row.messageName));
         if (row.mostBinds && !(value <= row.most))
-            return warning(limitMessage(row.tooLarge, "found too large value of %s", row.messageName));
+            return refuseRow(state, row, limitMessage(row.tooLarge, "found too large value of %s", row.messageName));
     }
     return {};
 }
 
 Verdict confirmForm(FormState& state, ParameterBlock& working)
 {
-    readAllTexts(state);
     const Form& form = *state.form;
+    state.refused = nullptr;
     Verdict verdict = judge(state);
     if (!verdict.passed) {
         cancelForm(state, working);

@@ -62,8 +62,8 @@ struct Row {
     std::span<const int> radioIds = {}; // of radio buttons, in the order of their values
     int index = 0;                      // of a path; elsewhere which one of a family of rows this is
     Browse browse = Browse::none;
-    int child = 0;          // form that a button opens
-    bool ofWorking = false; // loaded from the working copy even when the form opens with the defaults
+    int child = 0;         // form that a button opens
+    const char* when = ""; // of rows that share their name: when this one is used, in words for the console
 
     RowTest present = nullptr; // null: always
     RowTest enabled = nullptr; // null: always
@@ -91,8 +91,9 @@ enum class OpensWith : uint8_t {
 
 // What an up-down control does at a limit.
 enum class SpinRule : uint8_t {
-    overshoots, // pages: steps while the value is inside the limit, and may pass it by less than a step
-    staysInside // dialogs: steps only to a value within the limits
+    overshoots,  // pages: steps while the value is inside the limit, and may pass it by less than a step
+    staysInside, // dialogs: steps only to a value within the limits
+    stopsAtLimit // where any value may be typed: steps up to the greatest, down to the least, wherever it starts
 };
 
 // What accepting the form marks as changed.
@@ -122,7 +123,7 @@ struct Form {
 // What an edit box holds.
 struct RowState {
     std::string text;
-    double shown = 0;   // the text as it reads, in the unit shown
+    double shown = 0;   // in the unit shown: the text as it reads, or what the program printed, to the last digit
     bool typed = false; // the shown value counts, not the field in `values`
 };
 
@@ -134,10 +135,13 @@ struct FormState {
     ParameterBlock stored = {}; // what a reloaded row goes back to: as at the opening, or as last confirmed
     bool fromDefaults = false;  // the private copy came from the saved block
     bool saveAsDefault = false;
-    // True: only texts that were typed count, all other fields keep their value to the last bit (console).
-    // False: every text is read back at each notification, as an edit box is (desktop).
-    bool keepsUntyped = false;
-    std::vector<RowState> rows; // parallel to the form's rows
+    bool withoutControls = false; // rows that have no control can be entered as well (console)
+    std::vector<RowState> rows;   // parallel to the form's rows
+    // As the program printed them last, with the fields of their values: a text that is none but the printed one stands
+    // for a value that can have more digits than are shown.
+    std::vector<RowState> printed;
+    ParameterBlock printedValues = {};
+    const Row* refused = nullptr; // what the last confirmation refused; null: nothing, or no one entry
     std::array<std::string, pathCount> paths;
 };
 
@@ -155,7 +159,7 @@ std::span<const Form* const> sheetPages(int command);
 
 // Loads the private copy by the form's rule and prints all texts.
 void openForm(FormState& state, const Form& form, const ParameterBlock& saved, const ParameterBlock& working,
-              bool keepsUntyped = false);
+              bool withoutControls = false);
 
 bool isPresent(const FormState& state, const Row& row);
 bool isEnabled(const FormState& state, const Row& row); // false where the row is not present
@@ -169,17 +173,21 @@ std::string rowText(const FormState& state, const Row& row);
 double shownValue(const FormState& state, const Row& row);
 int chosenValue(const FormState& state, const Row& row);
 
-// The user typed into an edit box. Text that is no number reads as far as strtod or atoi reads it.
+// The user typed into an edit box. Text that is no number reads as far as strtod or atoi reads it. Only what was typed
+// is read: all other boxes keep their value to the last digit, whatever their format shows of it.
 void typeText(FormState& state, const Row& row, std::string_view text);
+// The same of a box that the user changed in place: the text that the program printed there brings its value back.
+void editText(FormState& state, const Row& row, std::string_view text);
 // The user chose the value of a choice, radio or check row. An index outside its labels changes nothing.
 void choose(FormState& state, const Row& row, int value);
 void setPath(FormState& state, const Row& row, std::string_view path);
 // One press of the up-down control, up or down.
 void spin(FormState& state, const Row& row, bool up);
 // For the hooks of a form: shows a value in an edit box as if it had been typed to full precision; goes back to the
-// stored value.
+// stored value; prints anew what an edit box shows beside its field's own value.
 void showValue(FormState& state, const Row& row, double shown);
 void reloadRow(FormState& state, const Row& row);
+void reprintRow(FormState& state, const Row& row);
 
 // A button row was pressed: when the verdict passes, the front end opens the form `child`, and calls buttonReturned
 // when that was confirmed.
@@ -187,7 +195,9 @@ Verdict pressButton(FormState& state, const Row& row, ParameterBlock& working);
 void buttonReturned(FormState& state, const Row& row, const ParameterBlock& working);
 
 // The limits of the rows from first up to, not including, end in their order: the first fault as a "warning" box.
-Verdict checkLimits(const FormState& state, size_t first, size_t end);
+Verdict checkLimits(FormState& state, size_t first, size_t end);
+// The same for a rule of the form's own: a "warning" box about one entry.
+Verdict refuseRow(FormState& state, const Row& row, std::string text);
 
 // The confirming button: validates, checks, and on success stores into working with its "save as default" flag and
 // marks. Where it did not pass, working stays as it is (but for what `undone` puts back) and the form stays open; a

@@ -187,6 +187,8 @@ Verdict checkOutput(FormState& state)
     Verdict verdict;
     std::string& path = state.paths[destinationPath];
     verdict.passed = checkDestinationPath(path, verdict) && checkNoSource(path, fitInputFileName, verdict);
+    if (!verdict.passed)
+        state.refused = pathRow(state, destinationPath);
     fitOutputFileName = path;
     return verdict;
 }

@@ -21,6 +21,14 @@ bool sportIsEnabled(const FormState& state, const Row& row)
     return wordAt(state.values, sportEnabledOf(static_cast<size_t>(row.index))) != 0;
 }
 
+const Row* pathRow(const FormState& state, size_t file)
+{
+    for (const Row& row : state.form->rows)
+        if (row.kind == RowKind::path && static_cast<size_t>(row.index) == file)
+            return &row;
+    return nullptr;
+}
+
 void forgetPaths(FormState&)
 {
     clearToolInputs(toolInputs);
@@ -34,6 +42,8 @@ Verdict checkPaths(FormState& state, ToolCheck check)
     Verdict verdict = check(toolInputs, state.values);
     for (size_t i = 0; i < state.paths.size(); ++i)
         state.paths[i] = toolInputs.files[i].path;
+    if (!verdict.passed)
+        state.refused = pathRow(state, verdict.file);
     return verdict;
 }
 

@@ -86,6 +86,8 @@ constexpr Form gpsForm(int id, const char* title, const char* confirm, GpsDialog
             .rows = rows};
 }
 
+// The row of one path; null where the form has none.
+const Row* pathRow(const FormState& state, size_t file);
 // Paths are never remembered.
 void forgetPaths(FormState& state);
 // Lends the paths of the form to a tool's check and takes back what it made of them.

@@ -107,6 +107,8 @@ void proposeGear(FormState& state, int rideMode)
 
 // Acceleration
 
+constexpr double leastKickTime = 0.1; // s
+
 // A kick starts from standing.
 bool startsStanding(const FormState& state, const Row&)
 {
@@ -115,7 +117,7 @@ bool startsStanding(const FormState& state, const Row&)
 
 constexpr Row kickRow()
 {
-    Row row = rideRow(5244, TORVANE_FIELD(initialKickTime), {0.1, 1, 0.1}, "an initial kick time", "sec");
+    Row row = rideRow(5244, TORVANE_FIELD(initialKickTime), {leastKickTime, 1, 0.1}, "an initial kick time", "sec");
     return checkedWhen(enabledWhen(row, startsStanding), startsStanding);
 }
 
@@ -139,21 +141,24 @@ constexpr Row accelerationRows[] = {
     gearRow(5212, TORVANE_FIELD_AS("startGearIndex", startGearIndex[0]), selectsAccelerationGear),
 };
 
-void proposeAccelerationGear(FormState& state)
+// A start in motion was stored without a kick; the next one may stand.
+void openAcceleration(FormState& state)
 {
     proposeGear(state, 1);
+    if (state.values.initialKickTime == 0)
+        state.values.initialKickTime = leastKickTime;
 }
 
 void storeKickTime(FormState&, ParameterBlock& working)
 {
     bool standing = working.rideStartVelocity[1] == 0;
-    working.initialKickTime = standing ? std::max(working.initialKickTime, 0.1) : 0;
+    working.initialKickTime = standing ? std::max(working.initialKickTime, leastKickTime) : 0;
 }
 
 constexpr Form makeAccelerationForm()
 {
     Form form = rideForm(2022, "acceleration", 1, accelerationRows);
-    form.opened = proposeAccelerationGear;
+    form.opened = openAcceleration;
     form.changed = reloadValues;
     form.store = storeKickTime;
     return form;

@@ -8,12 +8,10 @@ namespace torvane {
 constexpr Range powers = {0, 3000}, velocities = {0, 200}, inclinations = {-100, 100, 0.1};
 constexpr Range distances = {0, 100000}, legTimes = {0, 1000, 0.1};
 
-// Calculation target or reference factor: of the session, not of the inputs.
+// Calculation target or reference factor.
 constexpr Row rideTargetRow(int id, std::span<const char* const> labels)
 {
-    Row row = choiceRow(id, TORVANE_FIELD(rideTarget), labels);
-    row.ofWorking = true;
-    return row;
+    return choiceRow(id, TORVANE_FIELD(rideTarget), labels);
 }
 
 constexpr Row rideRow(int id, Field field, Range range, const char* messageName, const char* unit)

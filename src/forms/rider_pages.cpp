@@ -35,9 +35,11 @@ constexpr Row humanRows[] = {
     realRow(1116, 1126, TORVANE_FIELD(cadenceShiftUp), cadences, "%5.1lf", "a shift-up cadence", "rpm"),
     realRow(1117, 1127, TORVANE_FIELD(cadenceShiftDown), cadences, "%5.1lf", "a shift-down cadence", "rpm"),
     // The name is that of an entry that once stood here.
-    countsWhen(
-        enabledWhen(realRow(1118, 1128, TORVANE_FIELD(ftp), {100, 700}, "%5.1lf", "an expected cadence", "W"), usesFtp),
-        always), // the profile tells it in any case
+    countsWhen(checkedWhen(enabledWhen(realRow(1118, 1128, TORVANE_FIELD(ftp), {100, 700}, "%5.1lf",
+                                               "an expected cadence", "W"),
+                                       usesFtp),
+                           usesFtp),
+               always), // the profile tells it in any case
     choiceRow(1131, TORVANE_FIELD(position), positionLabels),
 };
 static_assert(humanRows[torsoRow].id == 1113);

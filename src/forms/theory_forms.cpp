@@ -4,6 +4,8 @@
 #include "forms/rows.h"
 
 #include <algorithm>
+#include <cstdlib>
+#include <utility>
 
 namespace torvane {
 
@@ -18,9 +20,7 @@ bool isGiven(const FormState& state, const Row& row)
 
 constexpr Row targetRow(int id, std::span<const char* const> labels)
 {
-    Row row = choiceRow(id, TORVANE_FIELD(theoryTarget), labels);
-    row.ofWorking = true;
-    return row;
+    return choiceRow(id, TORVANE_FIELD(theoryTarget), labels);
 }
 
 constexpr Row givenRow(int target, int id, Field field, Range range, const char* messageName, const char* unit)
@@ -56,6 +56,8 @@ constexpr Form theoryForm(int id, const char* title, int calculator, std::span<c
 constexpr const char* cadenceTargets[] = {"cadence", "power", "cadence powered max", "maximum power"};
 enum CadenceTarget : int { targetCadence, targetPower, targetCadenceMax, targetMaxPower };
 
+constexpr size_t powerRow = 2;
+
 constexpr Row cadenceRows[] = {
     targetRow(4111, cadenceTargets),
     givenRow(targetCadence, 4121, TORVANE_FIELD_AS("theoryCadence", theoryCadence[0]), cadences, "a cadence", "rpm"),
@@ -68,13 +70,15 @@ constexpr Row cadenceRows[] = {
              "an inclination", "%"),
 };
 
+static_assert(cadenceRows[powerRow].id == 4122);
+
 // The parabola of power over cadence has no point above its summit.
 Verdict checkSummit(FormState& state)
 {
     const ParameterBlock& values = state.values;
     bool needsPoint = values.theoryTarget == targetCadence || values.theoryTarget == targetCadenceMax;
     if (needsPoint && values.theoryPower[0] > values.theoryMaxPower[0])
-        return {false, {{"warning", "found power tried to input over the maximal power"}}};
+        return refuseRow(state, cadenceRows[powerRow], "found power tried to input over the maximal power");
     return {};
 }
 
@@ -132,6 +136,11 @@ constexpr const char* gearTargets[] = {"cadence", "velocity", "gear tooth"};
 constexpr int targetGear = 2;
 constexpr size_t frontToothRow = 4, rearToothRow = 5;
 
+bool listsCount(const ParameterBlock& values)
+{
+    return values.theoryTarget != targetGear && values.useMissionProfile != 0;
+}
+
 bool teethAreFree(const FormState& state, const Row&)
 {
     return state.values.theoryTarget != targetGear && state.values.useMissionProfile == 0;
@@ -139,7 +148,12 @@ bool teethAreFree(const FormState& state, const Row&)
 
 bool teethAreOfProfile(const FormState& state, const Row&)
 {
-    return state.values.theoryTarget != targetGear && state.values.useMissionProfile != 0;
+    return listsCount(state.values);
+}
+
+bool teethAreNotOfProfile(const FormState& state, const Row&)
+{
+    return !listsCount(state.values);
 }
 
 std::span<const int32_t> chainrings()
@@ -160,11 +174,48 @@ std::vector<std::string> toothLabels(std::span<const int32_t> teeth)
     return labels;
 }
 
-// Nothing is selected where the profile has no such tooth.
-double positionOf(int32_t tooth, std::span<const int32_t> teeth)
+// Place of a tooth in a list: of the nearest one, and of the smaller one of two equally near.
+int placeOf(int32_t tooth, std::span<const int32_t> teeth)
 {
-    auto found = std::ranges::find(teeth, tooth);
-    return found == teeth.end() ? -1 : static_cast<double>(found - teeth.begin());
+    auto distance = [tooth](int32_t each) { return std::pair(std::abs(int64_t{each} - tooth), each); };
+    return static_cast<int>(std::ranges::min_element(teeth, {}, distance) - teeth.begin());
+}
+
+// The tooth that is calculated with.
+int32_t toothInForce(const FormState& state, int32_t stored, std::span<const int32_t> teeth)
+{
+    return listsCount(state.values) && !teeth.empty() ? teeth[static_cast<size_t>(placeOf(stored, teeth))] : stored;
+}
+
+int32_t frontToothInForce(const FormState& state)
+{
+    return toothInForce(state, state.values.frontTooth, chainrings());
+}
+
+int32_t rearToothInForce(const FormState& state)
+{
+    return toothInForce(state, state.values.rearTooth, sprockets());
+}
+
+double shownFrontTooth(const FormState& state, const Row&)
+{
+    return frontToothInForce(state);
+}
+
+double shownRearTooth(const FormState& state, const Row&)
+{
+    return rearToothInForce(state);
+}
+
+// An entry that a choice leaves aside is not held to its limits: the profile's teeth have their own.
+constexpr Row freeToothRow(int id, Field field, Range range, const char* messageName,
+                           double (*shows)(const FormState&, const Row&))
+{
+    Row row =
+        checkedWhen(enabledWhen(wholeRow(id, id + 10, field, range, messageName), teethAreFree), teethAreNotOfProfile);
+    row.shows = shows;
+    row.when = "with useMissionProfile off";
+    return row;
 }
 
 std::vector<std::string> chainringLabels(const FormState&)
@@ -179,22 +230,38 @@ std::vector<std::string> sprocketLabels(const FormState&)
 
 double shownChainring(const FormState& state, const Row&)
 {
-    return positionOf(state.values.frontTooth, chainrings());
+    return placeOf(state.values.frontTooth, chainrings());
 }
 
 double shownSprocket(const FormState& state, const Row&)
 {
-    return positionOf(state.values.rearTooth, sprockets());
+    return placeOf(state.values.rearTooth, sprockets());
 }
 
 void takeChainring(FormState& state, const Row&, int value)
 {
-    showValue(state, state.form->rows[frontToothRow], chainrings()[static_cast<size_t>(value)]);
+    state.values.frontTooth = chainrings()[static_cast<size_t>(value)];
 }
 
 void takeSprocket(FormState& state, const Row&, int value)
 {
-    showValue(state, state.form->rows[rearToothRow], sprockets()[static_cast<size_t>(value)]);
+    state.values.rearTooth = sprockets()[static_cast<size_t>(value)];
+}
+
+using Labels = std::vector<std::string> (*)(const FormState&);
+using Shows = double (*)(const FormState&, const Row&);
+using Takes = void (*)(FormState&, const Row&, int);
+
+constexpr Row listedToothRow(int id, const char* name, Labels labels, Shows shows, Takes takes)
+{
+    return {.kind = RowKind::choice,
+            .id = id,
+            .name = name,
+            .when = "with useMissionProfile on",
+            .enabled = teethAreOfProfile,
+            .labelsNow = labels,
+            .shows = shows,
+            .takes = takes};
 }
 
 constexpr Row gearRows[] = {
@@ -203,30 +270,41 @@ constexpr Row gearRows[] = {
     inKph(givenRow(1, 4322, TORVANE_FIELD_AS("theoryVelocity", theoryVelocity[2]), {0, 200}, "a velocity", "")),
     givenRow(noTarget, 4323, TORVANE_FIELD_AS("theoryInclination", theoryInclination[2]), inclinations,
              "an inclination", "%"),
-    enabledWhen(wholeRow(4324, 4334, TORVANE_FIELD(frontTooth), {28, 70}, "a front tooth"), teethAreFree),
-    enabledWhen(wholeRow(4325, 4335, TORVANE_FIELD(rearTooth), {8, 40}, "a rear tooth"), teethAreFree),
+    freeToothRow(4324, TORVANE_FIELD(frontTooth), {28, 70}, "a front tooth", shownFrontTooth),
+    freeToothRow(4325, TORVANE_FIELD(rearTooth), {8, 40}, "a rear tooth", shownRearTooth),
     checkRow(4341, TORVANE_FIELD(useMissionProfile)),
-    {.kind = RowKind::choice,
-     .id = 4351,
-     .name = "frontTooth",
-     .enabled = teethAreOfProfile,
-     .labelsNow = chainringLabels,
-     .shows = shownChainring,
-     .takes = takeChainring},
-    {.kind = RowKind::choice,
-     .id = 4352,
-     .name = "rearTooth",
-     .enabled = teethAreOfProfile,
-     .labelsNow = sprocketLabels,
-     .shows = shownSprocket,
-     .takes = takeSprocket},
+    listedToothRow(4351, "frontTooth", chainringLabels, shownChainring, takeChainring),
+    listedToothRow(4352, "rearTooth", sprocketLabels, shownSprocket, takeSprocket),
 };
 static_assert(gearRows[frontToothRow].id == 4324 && gearRows[rearToothRow].id == 4325);
+
+// The free fields follow the lists while those count; what was typed into them is theirs again afterwards.
+void teethChanged(FormState& state, const Row& row)
+{
+    if (row.id != 4324 && row.id != 4325)
+        for (size_t tooth : {frontToothRow, rearToothRow})
+            reprintRow(state, gearRows[tooth]);
+}
+
+// A tooth that the profile does not have is not calculated with: the list shows another one.
+void storeTeeth(FormState& state, ParameterBlock& working)
+{
+    working.frontTooth = frontToothInForce(state);
+    working.rearTooth = rearToothInForce(state);
+}
+
+constexpr Form makeGearForm()
+{
+    Form form = theoryForm(2013, "gear combination", 2, gearRows);
+    form.changed = teethChanged;
+    form.store = storeTeeth;
+    return form;
+}
 
 } // namespace
 
 constinit const Form cadenceTheoryForm = makeCadenceForm();
 constinit const Form pedalingDynamicsForm = theoryForm(2012, "pedaling dynamics", 1, pedalingRows);
-constinit const Form gearCombinationForm = theoryForm(2013, "gear combination", 2, gearRows);
+constinit const Form gearCombinationForm = makeGearForm();
 
 } // namespace torvane

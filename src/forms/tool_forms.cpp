@@ -286,12 +286,13 @@ void offsetChanged(FormState& state, const Row& row)
 bool movesTime(const FormState& state)
 {
     bool whole = part(state, partDays) != 0 || part(state, partHours) != 0 || part(state, partMinutes) != 0;
-    return whole || (state.keepsUntyped && state.values.timestampOffset != 0);
+    return whole || (state.withoutControls && state.values.timestampOffset != 0);
 }
 
+// With the seconds that the parts do not show, unless one of them was entered.
 void storeOffset(FormState& state, ParameterBlock& working)
 {
-    working.timestampOffset = state.keepsUntyped ? state.values.timestampOffset : enteredOffset(state);
+    working.timestampOffset = state.values.timestampOffset;
 }
 
 constexpr Form makeTimestampForm()
@@ -300,6 +301,7 @@ constexpr Form makeTimestampForm()
     // The box of the template is that of another dialog, so that its tick has never had an effect.
     form.saveBox = 3055;
     form.saveFlag = noField;
+    form.spinRule = SpinRule::stopsAtLimit;
     form.changed = offsetChanged;
     form.mayConfirm = movesTime;
     form.confirmNeeds = "days, hours, minutes or timestampOffset";

@@ -173,7 +173,7 @@ bool takeEdit(FormWindow& form, const Row& row, int code)
     if (row.kind == RowKind::path)
         setPath(form.state, row, typedText(form, row.id));
     else
-        typeText(form.state, row, typedText(form, row.id));
+        editText(form.state, row, typedText(form, row.id));
     refreshControls(form, row.id);
     return true;
 }
@@ -279,6 +279,18 @@ void refreshControls(FormWindow& form, int typedId)
     if (form.state.form->confirm != nullptr)
         enableControl(form, IDOK, mayConfirm(form.state));
     form.refreshing = false;
+}
+
+void focusRefused(const FormWindow& form)
+{
+    const Row* row = form.state.refused;
+    if (row == nullptr)
+        return;
+    bool radio = row->kind == RowKind::radio;
+    int id = radio ? row->radioIds[static_cast<size_t>(chosenValue(form.state, *row))] : row->id;
+    HWND window = control(form, id);
+    if (window != nullptr && IsWindowEnabled(window) != FALSE)
+        PostMessageW(form.window, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(window), TRUE);
 }
 
 bool handleControl(FormWindow& form, int id, int code)

@@ -19,6 +19,9 @@ void initializeControls(FormWindow& form);
 // Shows every row anew; the edit box that the user is typing in, if any, is left alone.
 void refreshControls(FormWindow& form, int typedId = 0);
 
+// Puts the keyboard into the entry that the last confirmation refused, its text selected.
+void focusRefused(const FormWindow& form);
+
 // A notification of a control, and a press of an up-down control. True when it changed the form's state.
 bool handleControl(FormWindow& form, int id, int code);
 bool handleSpin(FormWindow& form, const NMUPDOWN& press);

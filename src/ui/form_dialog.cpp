@@ -32,10 +32,12 @@ INT_PTR onConfirm(FormWindow& form)
 {
     Verdict verdict = confirmForm(form.state, workingBlock);
     showBoxes(form.window, verdict);
-    if (verdict.passed)
+    if (verdict.passed) {
         EndDialog(form.window, IDOK);
-    else
-        refreshControls(form);
+        return TRUE;
+    }
+    refreshControls(form);
+    focusRefused(form);
     return TRUE;
 }
 

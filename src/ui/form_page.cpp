@@ -51,13 +51,22 @@ void markUnmodified(const FormWindow& form)
         SendDlgItemMessageW(form.window, row.id, EM_SETMODIFY, FALSE, 0);
 }
 
-LRESULT onApply(FormWindow& form)
+// A sheet that stays open turns to the page.
+void showRefused(const FormWindow& form)
+{
+    PostMessageW(GetParent(form.window), PSM_SETCURSELID, 0, form.state.form->id);
+    focusRefused(form);
+}
+
+LRESULT onApply(FormWindow& form, bool closes)
 {
     Verdict verdict = confirmForm(form.state, workingBlock);
     showBoxes(form.window, verdict);
     if (verdict.passed) {
         markUnmodified(form);
         InvalidateRect(mainWindow.window, nullptr, TRUE);
+    } else if (!closes) {
+        showRefused(form);
     }
     return PSNRET_NOERROR;
 }
@@ -73,7 +82,7 @@ INT_PTR onNotify(HWND page, LPARAM lParam)
         SetWindowLongPtrW(page, DWLP_MSGRESULT, TRUE);
         return TRUE;
     case static_cast<UINT>(PSN_APPLY):
-        SetWindowLongPtrW(page, DWLP_MSGRESULT, onApply(form));
+        SetWindowLongPtrW(page, DWLP_MSGRESULT, onApply(form, reinterpret_cast<const PSHNOTIFY*>(lParam)->lParam != 0));
         return TRUE;
     case static_cast<UINT>(PSN_RESET):
         cancelForm(form.state, workingBlock);

@@ -30,6 +30,7 @@ TEST(Console, RefusesInOneLine)
     const std::pair<std::vector<std::string>, const char*> cases[] = {
         {{"801", "ridePower=3001"}, "warning: found too large value of a power\n"},
         {{"--set", "bpn=39", "801"}, "warning: found too small value of the BPN\n"},
+        {{"--set", "ftp=50", "--set", "useFtp=on", "501"}, "warning: found too small value of an expected cadence\n"},
         {{"701", "theoryTarget=cadence", "theoryPower=901"},
          "warning: found power tried to input over the maximal power\n"},
         {{"801", "ridePowr=3"}, "torvane-cli: power-and-velocity has no entry ridePowr; did you mean ridePower?\n"},
@@ -200,6 +201,32 @@ TEST(Console, NamesWhatNoPageWouldTakeOfAProfile)
     }
 }
 
+// A call after the other with one parameter file: what the first saves is what the next opens with.
+TEST(Console, OpensWithWhatWasSaved)
+{
+    struct Case {
+        std::vector<std::string> saved, next;
+        const char* answer;
+    };
+    const Case cases[] = {
+        {{"801", "rideTarget=velocity"}, {"801"}, "calculation target is 'velocity'"},
+        {{"702", "theoryTarget=power"}, {"702"}, "calculation target is 'power'"},
+        {{"802", "rideStartVelocity=36"}, {"802", "rideStartVelocity=0"}, "acceleration"}, // from a kick of 0
+        {{"--set", "ftp=50", "human"}, {"--set", "humanWeight=70", "human"}, "70.0 kg"},   // not in use
+        {{"703", "frontTooth=52", "useMissionProfile=off"}, {"703", "useMissionProfile=on"}, ":   51\n"},
+    };
+    for (const Case& c : cases) {
+        TestFolder folder;
+        std::vector<std::string> first = {"--par", folder.path + "my.par", "--save"}, second = {first[0], first[1]};
+        first.insert(first.end(), c.saved.begin(), c.saved.end());
+        second.insert(second.end(), c.next.begin(), c.next.end());
+        EXPECT_EQ(call(first).code, 0);
+        Call answer = call(second);
+        EXPECT_EQ(answer.code, 0) << answer.err;
+        EXPECT_TRUE(contains(answer.out, c.answer)) << answer.out;
+    }
+}
+
 TEST(Console, SavesWhatAToolTicked)
 {
     TestFolder folder;
@@ -339,6 +366,7 @@ TEST(Console, HelpCoversEveryEntry)
     for (const char* line : {"  humanWeight               30 to 200 kg (default 60)\n",
                              "  ridePowerBase             pedaling | crank | hub | thrust (default pedaling)\n",
                              "  flatCourse                off | on (default off)\n",
+                             "  frontTooth                28 to 70 (default 52) - with useMissionProfile off\n",
                              "  brakingInclination        -100 to 100 % (default 0 or -7)\n",
                              "also: analyse, predict\n", "torvane-cli field-dump IN.fit OUT.csv\n"})
         EXPECT_TRUE(contains(all, line)) << line;

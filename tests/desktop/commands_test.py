@@ -98,9 +98,12 @@ class DialogTest(DesktopTest):
         for text, message in (("200.1", "found too large value of a velocity"),
                               ("-1", "found too small value of a velocity")):
             self.desktop.fill(window, 5132, text)
-            self.desktop.press("Return")
+            self.desktop.confirm(window)
             self.assertEqual(self.desktop.box("warning"), message)
             self.assertEqual(self.desktop.control(window, 5132)["text"], text)
+            wait_for(lambda: self.desktop.ask("focus")["id"] == 5132, "the refused entry to have the keyboard")
+            self.desktop.write("7")
+            wait_for(lambda: self.desktop.control(window, 5132)["text"] == "7", "its text to be typed over")
 
     def test_target_disables_its_own_field(self):
         window = self.open("ctrl+v", "power and velocity")
@@ -125,6 +128,18 @@ class DialogTest(DesktopTest):
         self.assertEqual(self.desktop.control(window, 5245)["text"].strip(), "100")
         self.desktop.press("Down")
         wait_for(lambda: self.desktop.control(window, 5245)["text"].strip() == "99.9", "a step down by key")
+
+    def test_up_down_leads_back_from_beyond_a_limit(self):
+        window = self.open("ctrl+shift+i", "increase timestamp")
+        for number, text, key, stepped in ((9131, "400", "Down", "399"), (9132, "-5", "Up", "-4")):
+            self.desktop.fill(window, number, text)
+            self.desktop.press(key)
+            wait_for(lambda: self.desktop.control(window, number)["text"] == stepped, f"{stepped}")
+
+    def test_list_shows_the_tooth_that_is_calculated(self):
+        text = self.desktop.run("ctrl+shift+g", "gear combination")
+        self.assertEqual(text, desktop.console("gear-combination")["lower"])
+        self.assertRegex(text, r"front chainring tooth\s*:   51\n")
 
     def test_factor_brings_its_own_value(self):
         window = self.open("ctrl+a", "acceleration")

@@ -31,6 +31,9 @@ PAGES = (
     ("preference", 6, 2721, "7.5", 0x868, 7.5),
 )
 
+# What the same pages show with fewer digits, and nobody changed: still the defaults.
+UNTOUCHED = ((0x380, 0.004), (0x388, 0.003), (0x390, 0.85), (0x398, 0.75), (0x490, 1013.25))
+
 SAVE_BOXES = {"profile": [1001 + i for i in range(8)], "condition": [1011, 1012],
               "preference": [2001 + i for i in range(7)]}
 
@@ -57,8 +60,8 @@ class PagesTest(unittest.TestCase):
             self.assertIn("28.5", reported, "the condition's report follows its sheet")
             program.close()
             block = (program.folder / "Torvane.par").read_bytes()
-            for sheet, page, _, _, offset, value in PAGES:
-                with self.subTest(sheet=sheet, page=page):
+            for offset, value in [row[4:] for row in PAGES] + list(UNTOUCHED):
+                with self.subTest(offset=hex(offset)):
                     kind = "<d" if isinstance(value, float) else "<i"
                     self.assertEqual(struct.unpack_from(kind, block, offset)[0], value)
 
@@ -137,7 +140,8 @@ class SheetTest(DesktopTest):
         self.desktop.fill(predict, 1451, "9")
         self.desktop.confirm(predict)
         self.assertEqual(self.desktop.box("warning"), "found too small value of a rim depth")
-        self.desktop.fill(predict, 1451, "80")
+        wait_for(lambda: self.desktop.ask("focus")["id"] == 1451, "the refused entry to have the keyboard")
+        self.desktop.write("80")
         self.desktop.screenshot("predict wheel resist")
         self.desktop.confirm(predict)
         self.desktop.gone(predict)
@@ -181,6 +185,13 @@ class SheetTest(DesktopTest):
         self.desktop.fill(window, 1711, "4.5")
         apply = next(c for c in self.desktop.ask("children", window) if "pply" in c["text"])
         self.assertTrue(apply["enabled"])
+        self.desktop.fill(window, 1711, "15.1")
+        self.turn(window, 2, 1312)
+        self.desktop.ask("next", apply["handle"])
+        self.desktop.press("space")
+        self.assertEqual(self.desktop.box("warning"), "found too large value of loss of a shell")
+        wait_for(lambda: self.desktop.ask("focus")["id"] == 1711, "the page and entry that were refused")
+        self.desktop.write("4.5")
         self.desktop.click_control(window, OK)
         self.desktop.gone(window)
         self.reported("4.5")

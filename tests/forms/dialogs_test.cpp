@@ -52,7 +52,6 @@ TEST(TheoryDialogs, ShowTheCadencesOfTheProfileInForce)
 TEST(TheoryDialogs, TeethComeFromTheProfileOrFromFreeFields)
 {
     OpenForm dialog(2013);
-    EXPECT_EQ(dialog.chosen(4351), -1); // the profile has no ring of 52
     EXPECT_EQ(rowLabels(dialog.state, dialog.at(4351)), (std::vector<std::string>{"51", "42"}));
     EXPECT_EQ(rowLabels(dialog.state, dialog.at(4352)).size(), 11u);
     dialog.pick(4351, 1).pick(4352, 10);
@@ -61,6 +60,26 @@ TEST(TheoryDialogs, TeethComeFromTheProfileOrFromFreeFields)
     EXPECT_EQ(dialog.working.rearTooth, 27); // the eleventh sprocket
     dialog.open(2013).pick(4341, 0);
     EXPECT_EQ(dialog.enabledOf({4324, 4325, 4351, 4352}), "1100");
+    EXPECT_EQ(dialog.text(4324), "52");
+    EXPECT_EQ(dialog.type(4324, "47").pick(4341, 1).text(4324), "51");
+    EXPECT_EQ(dialog.pick(4341, 0).confirm(), "");
+    EXPECT_EQ(dialog.working.frontTooth, 47);
+}
+
+// Of 51 and 42, and 11 to 15, 17 to 27 in steps of 2.
+TEST(TheoryDialogs, AToothThatTheProfileLacksIsTheNearestOne)
+{
+    constexpr int32_t cases[][4] = {{52, 14, 51, 14}, {46, 16, 42, 15}, {28, 40, 42, 27}, {80, 1, 51, 11}};
+    for (auto [front, rear, nearFront, nearRear] : cases) {
+        OpenForm dialog;
+        dialog.saved.frontTooth = front;
+        dialog.saved.rearTooth = rear;
+        EXPECT_EQ(dialog.open(2013).text(4324), std::to_string(nearFront));
+        EXPECT_EQ(rowLabels(dialog.state, dialog.at(4352)).at(static_cast<size_t>(dialog.chosen(4352))),
+                  std::to_string(nearRear));
+        EXPECT_EQ(dialog.confirm(), "");
+        expectFigures({dialog.working.frontTooth, dialog.working.rearTooth}, {nearFront, nearRear});
+    }
 }
 
 TEST(RideDialogs, ShowVelocitiesInKph)
@@ -69,8 +88,7 @@ TEST(RideDialogs, ShowVelocitiesInKph)
     EXPECT_EQ(dialog.text(5132), "   40.0");
     EXPECT_EQ(dialog.type(5132, "36").confirm(), "");
     EXPECT_EQ(dialog.working.rideVelocity[0], 10);
-    OpenForm limit(2021, true);
-    EXPECT_EQ(limit.type(5132, "200").confirm(), ""); // 200 / 3.6 x 3.6 is no matter
+    EXPECT_EQ(dialog.open(2021).type(5132, "200").confirm(), ""); // 200 / 3.6 x 3.6 is no matter
 }
 
 TEST(RideDialogs, IntensionIsByTimeOrDistance)
@@ -105,7 +123,10 @@ TEST(AccelerationDialog, AKickNeedsAStartFromStanding)
     // Not exactly 0; no limit holds a disabled kick.
     constexpr Case cases[] = {{"0", "0.5", true, 0.5}, {"0.5", "0.5", true, 0}, {"1", "0", false, 0}};
     for (const Case& c : cases) {
-        OpenForm dialog(2022);
+        OpenForm dialog;
+        dialog.saved.initialKickTime = 0; // of a start in motion
+        EXPECT_EQ(dialog.open(2022).confirm(), "");
+        dialog.open(2022);
         dialog.type(5242, c.start).type(5244, c.kick);
         EXPECT_EQ(dialog.enabled(5244), c.enabled) << c.start;
         EXPECT_EQ(dialog.confirm(), "") << c.start;
@@ -259,6 +280,14 @@ TEST(ToolDialogs, TimestampIsEnteredInParts)
     EXPECT_EQ(dialog.state.values.timestampOffset, static_cast<int32_t>(0u - 86400u + 30 * 3600u));
     dialog.type(9131, "0").type(9132, "0");
     EXPECT_FALSE(mayConfirm(dialog.state));
+    EXPECT_EQ(dialog.type(9131, "400").press(9131, true).text(9131), "400");
+    EXPECT_EQ(dialog.press(9131, false).text(9131), "399");
+    EXPECT_EQ(dialog.type(9132, "-5").press(9132, false).text(9132), "-5");
+    EXPECT_EQ(dialog.press(9132, true).text(9132), "-4");
+    dialog.saved.timestampOffset = 86405;
+    dialog.open(2091);
+    dialog.state.form->store(dialog.state, dialog.working);
+    EXPECT_EQ(dialog.working.timestampOffset, 86405) << "seconds are not shown, but kept";
 }
 
 } // namespace torvane

@@ -29,14 +29,14 @@ struct OpenForm {
         fieldPresence = {};
         formMarks = {};
     }
-    explicit OpenForm(int form, bool keepsUntyped = false) : OpenForm()
+    explicit OpenForm(int form) : OpenForm()
     {
-        open(form, keepsUntyped);
+        open(form);
     }
 
-    OpenForm& open(int form, bool keepsUntyped = false)
+    OpenForm& open(int form)
     {
-        openForm(state, *findForm(form), saved, working, keepsUntyped);
+        openForm(state, *findForm(form), saved, working);
         return *this;
     }
     // A radio button's id is that of its first button.
@@ -52,7 +52,7 @@ struct OpenForm {
     }
     OpenForm& type(int id, const std::string& text)
     {
-        typeText(state, at(id), text);
+        editText(state, at(id), text);
         return *this;
     }
     OpenForm& pick(int id, int value)
@@ -86,6 +86,11 @@ struct OpenForm {
         return digits;
     }
 
+    // Control of the entry that was refused; 0: none.
+    int refused()
+    {
+        return state.refused ? state.refused->id : 0;
+    }
     // Text of the first box; "" when the form was confirmed, "open" when it stays open without a word.
     std::string confirm()
     {

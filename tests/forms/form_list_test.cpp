@@ -29,7 +29,7 @@ TEST(FormList, GivesEveryControlItsOwnId)
     EXPECT_EQ(findForm(9999), nullptr);
 }
 
-// Opened and confirmed by the console with nothing typed, a form leaves every value as it is, to the last bit.
+// Opened and confirmed with nothing typed, a form leaves every value as it is, to the last bit.
 TEST(FormList, StoresNothingThatWasNotTyped)
 {
     for (const Form* form : allForms()) {
@@ -38,10 +38,12 @@ TEST(FormList, StoresNothingThatWasNotTyped)
         OpenForm open;
         open.working.initialValueMode = 1;
         open.working.rideVelocity[0] = 40 / 3.6 + 1e-9;
+        open.working.rollingCoefficient[0] = 0.0035;
+        open.working.frontTooth = 51;
         open.working.torsoAngle = form->id == 1001 ? 30 : 31;
         fieldPresence.altitudeFlags = 7;
         ParameterBlock before = open.working;
-        EXPECT_EQ(open.open(form->id, true).confirm(), "") << form->id;
+        EXPECT_EQ(open.open(form->id).confirm(), "") << form->id;
         EXPECT_EQ(std::memcmp(&before, &open.working, sizeof before), 0) << form->id;
     }
 }
@@ -94,12 +96,16 @@ TEST(FormList, OpensWithDefaultsOrPreviousInput)
     EXPECT_EQ(open.open(2021).text(5131), "  222.0");
     open.working.initialValueMode = 0;
     EXPECT_EQ(open.open(1011).text(1925), "50"); // pages never open with the defaults
-    // The target is of the session; one that the list does not have counts as the first.
-    open.saved.rideTarget = 0;
-    open.working.rideTarget = 1;
-    EXPECT_EQ(open.open(2021).chosen(5111), 1);
-    open.working.rideTarget = 7;
-    EXPECT_EQ(open.open(2021).chosen(5111), 0);
+    // The target likewise; one that the list does not have counts as the first.
+    open.saved.rideTarget = open.saved.theoryTarget = 2;
+    open.working.rideTarget = open.working.theoryTarget = 1;
+    for (auto [mode, targets] : {std::pair(0, "022"), std::pair(1, "111")}) {
+        open.working.initialValueMode = mode;
+        std::string seen;
+        for (auto [form, list] : {std::pair(2021, 5111), std::pair(2022, 5211), std::pair(2012, 4211)})
+            seen += std::to_string(open.open(form).chosen(list));
+        EXPECT_EQ(seen, targets);
+    }
 }
 
 } // namespace torvane

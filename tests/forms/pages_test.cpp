@@ -12,8 +12,11 @@ TEST(HumanPage, FtpIsEnteredOnlyWhenUsed)
     EXPECT_TRUE(page.open(1001).enabled(1118));
     page.type(1112, "80");
     EXPECT_EQ(page.type(1118, "50").confirm(), "found too small value of an expected cadence");
+    EXPECT_EQ(page.refused(), 1118);
     EXPECT_EQ(page.working.humanWeight, 60); // a refused page stores nothing
     EXPECT_FALSE(formMarks.profile);
+    page.working.useFtp = 0;
+    EXPECT_EQ(page.open(1001).type(1118, "50").confirm(), "") << "no limit holds it while it is disabled";
 }
 
 TEST(EquipPage, WeightStaysWhatItWasWhenThePageOpened)
@@ -44,14 +47,31 @@ TEST(Spin, OfAPageMayPassALimitByLessThanAStepOfADialogNot)
     EXPECT_EQ(page.type(1311, "0.95").press(1311, true).text(1311), "1.050");
     EXPECT_EQ(page.press(1311, true).text(1311), "1.050");
     EXPECT_EQ(page.confirm(), "found too large value of a shifting time loss");
+    page.type(1311, "0.7");
+    for (int i = 0; i < 5; ++i)
+        page.press(1311, true);
+    EXPECT_EQ(page.text(1311), "1.000") << "0.7 + 0.1 + 0.1 + 0.1 is less, but nobody sees it";
     EXPECT_EQ(page.type(1322, "28").press(1322, false).text(1322), "28");
     EXPECT_EQ(page.press(1322, true).text(1322), "29");
     OpenForm dialog(2021);
-    dialog.working.rideTarget = 1;
-    dialog.open(2021);
+    dialog.pick(5111, 1);
     EXPECT_EQ(dialog.type(5131, "2999.5").press(5131, true).text(5131), "2999.5");
     EXPECT_EQ(dialog.type(5131, "2999").press(5131, true).text(5131), " 3000.0");
     EXPECT_EQ(dialog.type(5133, "-99.95").press(5133, false).text(5133), "-99.95");
+}
+
+// A box shows fewer digits than its value has. What the user does not change stays to the last one.
+TEST(TyrePage, KeepsTheDigitsThatItDoesNotShow)
+{
+    OpenForm page(1005);
+    EXPECT_EQ(page.text(1514) + page.text(1518), "  0.8  0.8");
+    page.type(1511, "25").type(1518, "0.9").type(1518, "  0.8"); // typed, and typed back
+    EXPECT_EQ(page.press(1514, true).text(1514), "  0.9");
+    EXPECT_EQ(page.confirm(), "");
+    expectFigures({page.working.tyreSize[0], page.working.frictionCoefficient[1]}, {25, 0.75});
+    EXPECT_DOUBLE_EQ(page.working.frictionCoefficient[0], 0.95);
+    EXPECT_EQ(page.type(1514, "0.8").confirm(), "");
+    EXPECT_EQ(page.working.frictionCoefficient[0], 0.8);
 }
 
 // 38.572590548 x exp(spokes x 0.008015186913 - depth x 0.00924480958 - 9 log10(11) x 0.034550905509)
@@ -100,19 +120,26 @@ TEST(AssistPage, ChecksInItsOwnOrder)
     struct Case {
         int motor, modes[3];
         const char *speeds[3], *ratios[3], *power, *message;
+        int refused = 0;
     };
     constexpr Case cases[] = {
         {1, {1, 1, 2}, {"25", "32", "45"}, {"2", "1.5", "1"}, "250", ""},
-        {0, {1, 0, 0}, {"25", "32", "45"}, {"2", "1.5", "1"}, "99999", "found illegal motor location"},
-        {1, {0, 1, 0}, {"25", "32", "45"}, {"2", "1.5", "1"}, "99999", "found illegal maximum e-Power value"},
-        {1, {0, 1, 0}, {"25", "32", "45"}, {"2", "1.5", "1"}, "250", "found illegal void range 1"},
-        {1, {1, 0, 2}, {"25", "32", "45"}, {"2", "1.5", "1"}, "250", "found illegal void range 2"},
-        {1, {1, 1, 0}, {"25", "24.9", "45"}, {"2", "1.5", "1"}, "250", "found illegal speed order of a range 1"},
+        {0, {1, 0, 0}, {"25", "32", "45"}, {"2", "1.5", "1"}, "99999", "found illegal motor location", 1811},
+        {1, {0, 1, 0}, {"25", "32", "45"}, {"2", "1.5", "1"}, "99999", "found illegal maximum e-Power value", 1831},
+        {1, {0, 1, 0}, {"25", "32", "45"}, {"2", "1.5", "1"}, "250", "found illegal void range 1", 1824},
+        {1, {1, 0, 2}, {"25", "32", "45"}, {"2", "1.5", "1"}, "250", "found illegal void range 2", 1827},
+        {1, {1, 1, 0}, {"25", "24.9", "45"}, {"2", "1.5", "1"}, "250", "found illegal speed order of a range 1", 1834},
         {1, {1, 1, 0}, {"25", "25", "45"}, {"2", "1.5", "1"}, "250", ""},
-        {1, {1, 1, 1}, {"25", "32", "45"}, {"2", "1.5", "0"}, "250", "found non-sense ratio for constant range 2"},
+        {1,
+         {1, 1, 1},
+         {"25", "32", "45"},
+         {"2", "1.5", "0"},
+         "250",
+         "found non-sense ratio for constant range 2",
+         1837},
         {1, {1, 1, 2}, {"25", "32", "45"}, {"2", "1.5", "0"}, "250", ""},
-        {1, {1, 1, 1}, {"-1", "32", "101"}, {"2", "11", "1"}, "250", "found too small speed of range 0"},
-        {1, {1, 1, 1}, {"5", "32", "101"}, {"2", "11", "1"}, "250", "found too large ratio of range 1"},
+        {1, {1, 1, 1}, {"-1", "32", "101"}, {"2", "11", "1"}, "250", "found too small speed of range 0", 1832},
+        {1, {1, 1, 1}, {"5", "32", "101"}, {"2", "11", "1"}, "250", "found too large ratio of range 1", 1835},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.message);
@@ -121,6 +148,7 @@ TEST(AssistPage, ChecksInItsOwnOrder)
         for (int n = 0; n < 3; ++n)
             page.type(1832 + 2 * n, c.speeds[n]).type(1833 + 2 * n, c.ratios[n]);
         EXPECT_EQ(page.type(1831, c.power).confirm(), c.message);
+        EXPECT_EQ(page.refused(), c.refused);
     }
     OpenForm others;
     others.working.assistRangeMode[1] = 2; // without a motor the other ranges may stay
@@ -144,10 +172,10 @@ TEST(CoursePage, ShowsTheComputedPressure)
     EXPECT_EQ(page.enabledOf({1922, 1923, 1924}), "110");
     EXPECT_EQ(page.type(1922, "2000").text(1924), "1007.4"); // not while it is typed
     EXPECT_EQ(page.pick(1911, 1).enabledOf({1922, 1923, 1924}), "021");
+    EXPECT_EQ(page.text(1924), "1013.2"); // the stored one, which counts now
     EXPECT_EQ(page.pick(1911, 0).text(1924), "798.3");
-    OpenForm entered(1011, true);
-    EXPECT_EQ(entered.pick(1911, 1).confirm(), "");
-    EXPECT_EQ(entered.working.hectoPascal, 1013.25);
+    EXPECT_EQ(page.pick(1911, 1).confirm(), "");
+    EXPECT_EQ(page.working.hectoPascal, 1013.25);
     EXPECT_TRUE(formMarks.condition);
 }
 
