@@ -5,6 +5,9 @@
 #include "command/settings_command.h"
 #include "forms/form.h"
 
+#include <algorithm>
+#include <deque>
+#include <string>
 #include <thread>
 #include <utility>
 
@@ -49,6 +52,9 @@ ManualResetEvent workerEnded;
 std::thread worker;
 bool workerRunning = false;            // from the first entry of a command to its second
 const Command* pressedInRun = nullptr; // the worker's run is not over, and it needs the results
+std::mutex takingUp;                   // either the worker takes a command up, or a press withdraws it before
+std::deque<const Command*> waiting;    // behind the present command, in the order of the presses
+int entered = 0;                       // entries that are not over: a dialog of theirs may be open
 
 const Command* findListed(int id)
 {
@@ -93,24 +99,33 @@ void takeResults(const Command& command)
     adjustMenu(command.menu, status, front.enableCommand);
 }
 
-// The completion of a run during which there was a press carries no command any more.
+// The end of a run during which there was a press.
 void endPressedRun()
 {
     if (const Command* command = std::exchange(pressedInRun, nullptr))
         takeResults(*command);
 }
 
-// Behind a press during a run the worker goes on. What the window thread then wants to write, its run still reads.
-void awaitWorker()
+void showWaiting()
 {
-    while (workerBlock.busy != 0)
-        front.serveWorker();
-    endPressedRun(); // its completion may still be on its way
+    std::string text;
+    for (const Command* command : waiting)
+        text += (text.empty() ? "status : waiting for the present command : " : ", ") + std::string(command->label);
+    front.showWaiting(text);
 }
 
+void letWait(const Command& command)
+{
+    if (std::ranges::find(waiting, &command) == waiting.end())
+        waiting.push_back(&command);
+    showWaiting();
+}
+
+// Behind a press during a run the worker goes on, and still reads what the entry would write.
 void firstEntry(const Command& command)
 {
-    awaitWorker();
+    if (workerBlock.busy != 0)
+        return letWait(command);
     chooseCalculator(command, workingBlock);
     if (!front.runEntry(command))
         return;
@@ -122,9 +137,15 @@ void firstEntry(const Command& command)
     workerRunning = true;
 }
 
+void leaveActiveCommand()
+{
+    std::lock_guard lock(takingUp);
+    workerBlock.ActiveCommand = 0;
+}
+
 void secondEntry(const Command& command)
 {
-    workerBlock.ActiveCommand = 0;
+    leaveActiveCommand();
     threadEvent.set();
     workerRunning = false;
     if (workerBlock.busy != 0 && needsResults(command))
@@ -151,9 +172,8 @@ void enterReport(const Command& command)
 
 void enterSettings(const Command& command)
 {
-    if (workerBlock.ActiveCommand != 0)
-        return;
-    awaitWorker();
+    if (workerBlock.ActiveCommand != 0 || workerBlock.busy != 0)
+        return letWait(command);
     if (!front.runEntry(command))
         return;
     bool reports = formMarks.profile || formMarks.condition;
@@ -162,17 +182,42 @@ void enterSettings(const Command& command)
         front.focusPane(false);
 }
 
+void dispatch(const Command& command)
+{
+    switch (command.work) {
+    case Work::frontEnd:
+        return front.runFrontEndCommand(command);
+    case Work::report:
+        return enterReport(command);
+    case Work::settings:
+        return enterSettings(command);
+    case Work::worker:
+        return enterLong(command);
+    }
+}
+
+void enter(const Command& command)
+{
+    ++entered;
+    dispatch(command);
+    --entered;
+}
+
+const Command* takeUpCommand()
+{
+    std::lock_guard lock(takingUp);
+    const Command* command = findLong(workerBlock.ActiveCommand);
+    workerBlock.busy = command != nullptr;
+    return command;
+}
+
 void runActiveCommand()
 {
-    workerBlock.busy = 1; // before the look at what to run: a press in between is either seen or sees this
-    const Command* command = findLong(workerBlock.ActiveCommand);
-    if (command != nullptr)
-        workerBlock.resultStatus = command->operation(*sessionOfWorker);
-    // Read again: after a press during the run it is 0, and the handler passes over it.
-    int completed = workerBlock.ActiveCommand;
-    workerBlock.busy = 0;
-    if (command != nullptr)
-        front.sendCompletion(completed);
+    const Command* command = takeUpCommand();
+    if (command == nullptr)
+        return;
+    workerBlock.resultStatus = command->operation(*sessionOfWorker);
+    front.sendCompletion();
 }
 
 void workerLoop()
@@ -196,6 +241,7 @@ void startWorker(const FrontEnd& frontEnd, Session& session, std::span<const Com
     workerBlock.ActiveCommand = 0;
     workerRunning = false;
     pressedInRun = nullptr;
+    waiting.clear();
     threadEvent.reset();
     workerEnded.reset();
     worker = std::thread(workerLoop);
@@ -203,30 +249,37 @@ void startWorker(const FrontEnd& frontEnd, Session& session, std::span<const Com
 
 void handleCommand(int id)
 {
-    if (id == 0)
-        return endPressedRun();
     const Command* command = findListed(id);
     if (command == nullptr)
         return;
-    switch (command->work) {
-    case Work::frontEnd:
-        front.runFrontEndCommand(*command);
-        break;
-    case Work::report:
-        enterReport(*command);
-        break;
-    case Work::settings:
-        enterSettings(*command);
-        break;
-    case Work::worker:
-        enterLong(*command);
-        break;
+    enter(*command);
+    openWaiting();
+}
+
+void endRun()
+{
+    workerBlock.busy = 0;
+    if (const Command* command = findLong(workerBlock.ActiveCommand))
+        secondEntry(*command);
+    else
+        endPressedRun();
+    if (!waiting.empty())
+        front.postOpenWaiting();
+}
+
+void openWaiting()
+{
+    while (entered == 0 && !waiting.empty() && workerBlock.ActiveCommand == 0 && workerBlock.busy == 0) {
+        const Command& command = *waiting.front();
+        waiting.pop_front();
+        showWaiting();
+        enter(command);
     }
 }
 
 bool stopWorker()
 {
-    if (workerBlock.ActiveCommand != 0)
+    if (workerBlock.ActiveCommand != 0 || !waiting.empty())
         return false;
     if (!workerRunning)
         threadEvent.set();

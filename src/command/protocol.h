@@ -1,5 +1,5 @@
 // The two-entry protocol between the front end's thread and the one worker thread, without any window.
-// A long command enters handleCommand twice under one id: from the user, and from the worker that has finished.
+// A long command enters twice: from the user by handleCommand, and from the worker that has finished by endRun.
 #pragma once
 
 #include "command/command_table.h"
@@ -10,6 +10,7 @@
 #include <condition_variable>
 #include <mutex>
 #include <span>
+#include <string_view>
 
 namespace torvane {
 
@@ -32,7 +33,7 @@ struct WorkerBlock {
     std::atomic<int> quit;
     std::atomic<int> ActiveCommand; // long command in progress, 0 when idle
     std::atomic<ResultStatus> resultStatus;
-    std::atomic<int> busy; // the worker is inside an operation or looks for one, whatever ActiveCommand says
+    std::atomic<int> busy; // from the worker's taking up of a command to the end of endRun, whatever ActiveCommand says
 };
 
 // What the protocol asks of a front end; all calls but sendCompletion come on the front end's thread.
@@ -42,11 +43,14 @@ struct FrontEnd {
     void (*openGraph)();
     void (*enableCommand)(int id, bool enabled); // menu entries
     void (*focusPane)(bool lower);               // takes the focus and scrolls to its top
-    // Worker thread: bring the id to the front end's thread, call handleCommand there, return when that has returned.
-    void (*sendCompletion)(int id);
+    void (*showWaiting)(std::string_view text);  // status line while commands wait; empty: none waits any more
+    // Worker thread: call endRun on the front end's thread, return when that has returned.
+    void (*sendCompletion)();
+    // Have openWaiting called once the front end's thread is back at its messages.
+    void (*postOpenWaiting)();
     void (*runFrontEndCommand)(const Command& command); // Work::frontEnd
-    // Called again and again while the front end's thread waits for the worker: let through what the worker still
-    // sends, or it would never end; wait a moment when there is nothing.
+    // Called again and again while the front end's thread closes and waits for the worker: let through what the worker
+    // still sends, or it would never end; wait a moment when there is nothing.
     void (*serveWorker)();
 };
 
@@ -55,12 +59,16 @@ extern WorkerBlock workerBlock;
 // Starts the worker for a session on a list of commands (the program's own, unless a test brings others).
 void startWorker(const FrontEnd& frontEnd, Session& session, std::span<const Command> commands = commandTable());
 // The handler of all commands, on the front end's thread. An unknown id does nothing.
-// While a command runs, a press on any long command counts as its second entry and does not stop the worker, whose
-// completion is a 0 then; a graph follows that, once there is something to show. Commands that change profile,
-// condition or preference are not taken meanwhile, since the worker reads what they would write. For the same reason
-// what is pressed next, behind such a second entry, opens once the worker's run is over.
+// While a command runs, a press on any long command counts as its second entry and does not stop the worker; a graph
+// follows the end of the run, once there is something to show. A command whose dialog, sheet or prompt would write what
+// the running one still reads waits, in the order of the presses: one that changes profile, condition or preference,
+// and any long command behind such a second entry. The front end's thread goes on meanwhile.
 void handleCommand(int id);
-// The close message: false while a command runs, and nothing happens; else the worker has ended.
+// The end of the worker's run, on the front end's thread: the second entry, where no press was that before.
+void endRun();
+// Opens the commands that wait, one after the other, unless the worker is busy or a dialog is open.
+void openWaiting();
+// The close message: false while a command runs or waits, and nothing happens; else the worker has ended.
 bool stopWorker();
 
 } // namespace torvane

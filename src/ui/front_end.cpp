@@ -12,6 +12,7 @@
 #include "ui/menu.h"
 #include "ui/screen_bridge.h"
 #include "ui/screen_set.h"
+#include "ui/status_line.h"
 #include "ui/window_commands.h"
 
 namespace torvane {
@@ -32,6 +33,8 @@ bool askSheet(const Command& command)
 
 bool runEntry(const Command& command)
 {
+    if (isGreyed(command.id)) // by the run that it waited for
+        return false;
     switch (command.entry) {
     case Entry::immediate:
         return true;
@@ -56,10 +59,21 @@ void focusPane(bool lower)
     raiseGraphWindow();
 }
 
-void sendCompletion(int id)
+enum : UINT {
+    messageEndRun = WM_APP + 32, // above those of the screens
+    messageOpenWaiting,
+};
+
+void sendCompletion()
 {
     flushScreens();
-    SendMessageW(mainWindow.window, WM_COMMAND, static_cast<WPARAM>(id), 0);
+    SendMessageW(mainWindow.window, messageEndRun, 0, 0);
+}
+
+// The run's end is a sent message, and inside one Windows forbids much of what a dialog needs.
+void postOpenWaiting()
+{
+    PostMessageW(mainWindow.window, messageOpenWaiting, 0, 0);
 }
 
 // Messages sent by the worker are delivered inside any call that looks for messages.
@@ -71,13 +85,29 @@ void serveWorker()
     PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
 }
 
+template <void (*act)()>
+LRESULT onMessage(HWND, WPARAM, LPARAM)
+{
+    flushScreens(); // what the worker has gathered, when this is the end of its run
+    act();
+    flushScreens();
+    return 0;
+}
+
+constexpr MessageRow messages[] = {
+    {messageEndRun, onMessage<endRun>},
+    {messageOpenWaiting, onMessage<openWaiting>},
+};
+
 constexpr FrontEnd frontEnd = {
     .runEntry = runEntry,
     .closeGraph = closeGraphWindow,
     .openGraph = [] { openGraphWindow(mainWindow.window); },
     .enableCommand = enableMenuCommand,
     .focusPane = focusPane,
+    .showWaiting = setWaitingLine,
     .sendCompletion = sendCompletion,
+    .postOpenWaiting = postOpenWaiting,
     .runFrontEndCommand = runWindowCommand,
     .serveWorker = serveWorker,
 };
@@ -87,6 +117,11 @@ constexpr FrontEnd frontEnd = {
 const FrontEnd& desktopFrontEnd()
 {
     return frontEnd;
+}
+
+std::span<const MessageRow> frontEndMessages()
+{
+    return messages;
 }
 
 } // namespace torvane

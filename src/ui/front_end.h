@@ -3,9 +3,15 @@
 #pragma once
 
 #include "command/protocol.h"
+#include "ui/win32.h"
+
+#include <span>
 
 namespace torvane {
 
 const FrontEnd& desktopFrontEnd();
+
+// The private messages that bring the protocol's calls to the window thread; rows of the main window's procedure.
+std::span<const MessageRow> frontEndMessages();
 
 } // namespace torvane

@@ -62,7 +62,6 @@ LRESULT onCommand(HWND window, WPARAM wParam, LPARAM lParam)
     // Notifications of the panes carry their ids in the same place, and their handle beside it.
     if (lParam != 0)
         return DefWindowProcW(window, WM_COMMAND, wParam, lParam);
-    flushScreens(); // what the worker has gathered, when this is its completion
     handleCommand(LOWORD(wParam));
     flushScreens();
     return 0;
@@ -139,19 +138,19 @@ constexpr MessageRow messages[] = {
     {WM_DESTROY, onDestroy}, {WM_SETFOCUS, onSetFocus}, {WM_ACTIVATE, onActivate},
 };
 
-const MessageRow* findRow(std::span<const MessageRow> rows, UINT message)
+const MessageRow* findRow(UINT message)
 {
-    for (const MessageRow& row : rows)
-        if (row.message == message)
-            return &row;
+    for (std::span<const MessageRow> rows :
+         {std::span<const MessageRow>(messages), screenMessages(), frontEndMessages()})
+        for (const MessageRow& row : rows)
+            if (row.message == message)
+                return &row;
     return nullptr;
 }
 
 LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    const MessageRow* row = findRow(messages, message);
-    if (row == nullptr)
-        row = findRow(screenMessages(), message);
+    const MessageRow* row = findRow(message);
     return row != nullptr ? row->handle(window, wParam, lParam) : DefWindowProcW(window, message, wParam, lParam);
 }
 

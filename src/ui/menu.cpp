@@ -79,4 +79,10 @@ void enableMenuCommand(int id, bool enabled)
     EnableMenuItem(mainWindow.menu, static_cast<UINT>(id), MF_BYCOMMAND | (open ? MF_ENABLED : MF_GRAYED));
 }
 
+bool isGreyed(int id)
+{
+    UINT state = GetMenuState(mainWindow.menu, static_cast<UINT>(id), MF_BYCOMMAND);
+    return state != static_cast<UINT>(-1) && (state & MF_GRAYED) != 0;
+}
+
 } // namespace torvane

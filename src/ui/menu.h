@@ -9,5 +9,6 @@ namespace torvane {
 HMENU buildMenu();
 HACCEL buildAccelerators();
 void enableMenuCommand(int id, bool enabled);
+bool isGreyed(int id); // false for a command without an entry
 
 } // namespace torvane

@@ -7,6 +7,7 @@
 #include "ui/main_window.h"
 #include "ui/message_box.h"
 #include "ui/screen_set.h"
+#include "ui/status_line.h"
 
 #include <limits>
 #include <mutex>
@@ -144,20 +145,19 @@ LRESULT onAppendText(HWND, WPARAM wParam, LPARAM lParam)
 
 LRESULT onSetStatus(HWND, WPARAM, LPARAM lParam)
 {
-    SetWindowTextW(screenSet.statusBar, widen(textOf(lParam)).c_str());
+    setStatusLine(textOf(lParam));
     return 0;
 }
 
 LRESULT onShowProgress(HWND, WPARAM wParam, LPARAM)
 {
-    ShowWindow(screenSet.progressBar, wParam != 0 ? SW_SHOW : SW_HIDE);
-    UpdateWindow(screenSet.progressBar);
+    showStatusProgress(wParam != 0);
     return 0;
 }
 
 LRESULT onSetProgress(HWND, WPARAM wParam, LPARAM)
 {
-    SendMessageW(screenSet.progressBar, PBM_SETPOS, wParam, 0);
+    setStatusProgress(static_cast<int>(wParam));
     return 0;
 }
 

@@ -4,6 +4,7 @@
 #include "ui/main_window.h"
 #include "ui/message_box.h"
 #include "ui/print_pane.h"
+#include "ui/status_line.h"
 
 #include <cwchar>
 
@@ -55,7 +56,6 @@ HWND createStatusBar(HWND window)
     if (bar == nullptr)
         return nullptr;
     SendMessageW(bar, SB_SIMPLE, FALSE, 0);
-    SendMessageW(bar, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(L" status :"));
     return bar;
 }
 
@@ -140,10 +140,12 @@ int createScreens(HWND window)
     screenSet.upperScreen = createShownPane(window, upperScreenId, upperPlace(client));
     screenSet.lowerScreen = createShownPane(window, lowerScreenId, lowerPlace(client));
     screenSet.statusBar = createStatusBar(window);
-    if (screenSet.upperScreen && screenSet.lowerScreen && screenSet.statusBar)
-        return 0;
-    showMessageBox(window, "alert", "failed to create child windows");
-    return -1;
+    if (!screenSet.upperScreen || !screenSet.lowerScreen || !screenSet.statusBar) {
+        showMessageBox(window, "alert", "failed to create child windows");
+        return -1;
+    }
+    setStatusLine(" status :");
+    return 0;
 }
 
 int createProgressBar()

@@ -35,8 +35,8 @@ constexpr auto longEnough = 10s;
 
 ManualResetEvent runBegan, runMayGoOn; // the worker wants to show something; the user has pressed
 
-// What waits for the window thread: what the worker sends, which is held until it was served, and what the user has
-// pressed. As a window does, it serves the first before the second.
+// What waits for the window thread: what the worker sends, which is held until it was served, and what was posted, such
+// as presses. As a window does, it serves the first before the second.
 class WindowMail {
 public:
     void ownThreadServes()
@@ -58,11 +58,18 @@ public:
         changed.notify_all();
         changed.wait(lock, [this] { return !sent; });
     }
-    void press(int id)
+    void post(const std::function<void()>& work)
     {
         std::lock_guard lock(guard);
-        pressed.push_back(id);
+        posted.push_back(work);
         changed.notify_all();
+    }
+    void press(int id)
+    {
+        post([this, id] {
+            pressesDuringRuns += workerBlock.busy;
+            handleCommand(id);
+        });
     }
     void serveSent()
     {
@@ -73,20 +80,19 @@ public:
     void serve()
     {
         std::unique_lock lock(guard);
-        changed.wait_for(lock, 1ms, [this] { return sent || !pressed.empty(); });
-        if (serveSent(lock) || pressed.empty())
+        changed.wait_for(lock, 1ms, [this] { return sent || !posted.empty(); });
+        if (serveSent(lock) || posted.empty())
             return;
-        int id = pressed.front();
+        std::function<void()> work = posted.front();
         lock.unlock();
-        pressesDuringRuns += workerBlock.busy;
-        handleCommand(id);
+        work();
         lock.lock();
-        pressed.pop_front();
+        posted.pop_front();
     }
     bool isEmpty()
     {
         std::lock_guard lock(guard);
-        return !sent && pressed.empty();
+        return !sent && posted.empty();
     }
     std::atomic<int> pressesDuringRuns = 0;
 
@@ -106,11 +112,12 @@ private:
     std::mutex guard;
     std::condition_variable changed;
     std::function<void()> sent;
-    std::deque<int> pressed;
+    std::deque<std::function<void()>> posted;
     std::thread::id window;
 };
 
 WindowMail mail;
+std::atomic<bool> somethingWaits = false;
 std::string folder;
 Session session;
 std::string lowerText, statusText; // of the window thread
@@ -210,18 +217,20 @@ constexpr FrontEnd window = {
     .openGraph = [] { session.graph.reset(); },
     .enableCommand = [](int, bool) {},
     .focusPane = [](bool) {},
+    .showWaiting = [](std::string_view text) { somethingWaits = !text.empty(); },
     .sendCompletion =
-        [](int id) {
+        [] {
             handOver();
-            mail.send([id] { handleCommand(id); });
+            mail.send(endRun);
         },
+    .postOpenWaiting = [] { mail.post(openWaiting); },
     .runFrontEndCommand = [](const Command&) {},
     .serveWorker = [] { mail.serveSent(); },
 };
 
 bool isIdle()
 {
-    return mail.isEmpty() && workerBlock.ActiveCommand == 0 && workerBlock.busy == 0;
+    return mail.isEmpty() && workerBlock.ActiveCommand == 0 && workerBlock.busy == 0 && !somethingWaits;
 }
 
 int anyCommand(std::mt19937& random)

@@ -17,17 +17,17 @@
 namespace torvane {
 namespace {
 
+bool opensWaiting = false; // posted
+
 // What the worker sends to the window thread, one at a time; the worker is held until it was served.
 struct Mail {
     std::mutex guard;
     std::condition_variable changed;
     bool waiting = false;
-    int id = 0;
 
-    void send(int sentId)
+    void send()
     {
         std::unique_lock lock(guard);
-        id = sentId;
         waiting = true;
         changed.notify_all();
         changed.wait(lock, [this] { return !waiting; });
@@ -39,9 +39,10 @@ struct Mail {
         std::unique_lock lock(guard);
         if (!changed.wait_for(lock, limit, [this] { return waiting; }))
             return false;
-        int servedId = id;
         lock.unlock();
-        handleCommand(servedId);
+        endRun();
+        if (std::exchange(opensWaiting, false))
+            openWaiting();
         lock.lock();
         waiting = false;
         changed.notify_all();
@@ -53,8 +54,10 @@ constexpr std::chrono::seconds longEnough{10};
 
 Mail mail;
 Session session;
+std::string waitingLine;
 std::vector<std::string> journal; // calls on the window thread, in order
 bool confirms = true;
+bool boxOutlastsRun = false;
 ManualResetEvent operationMayEnd, operationStarted;
 ResultStatus operationResult = 0;
 std::atomic<int> operationRuns = 0;
@@ -96,6 +99,17 @@ constexpr Command tool()
     return command;
 }
 
+// A box that is open while the worker's run ends.
+void runFrontEnd(const Command& command)
+{
+    journal.push_back("front end " + std::to_string(command.id));
+    if (!boxOutlastsRun)
+        return;
+    operationMayEnd.set();
+    mail.serve(longEnough);
+    journal.push_back("box closed");
+}
+
 constexpr Command fakeCommands[] = {
     {.id = 303, .label = "front end"},
     {.id = 325, .label = "settings", .entry = Entry::sheet, .work = Work::settings},
@@ -115,8 +129,10 @@ constexpr FrontEnd fakeFrontEnd = {
     .openGraph = [] { journal.push_back("open graph"); },
     .enableCommand = [](int id, bool on) { journal.push_back((on ? "enable " : "grey ") + std::to_string(id)); },
     .focusPane = [](bool lower) { journal.push_back(lower ? "focus lower" : "focus upper"); },
-    .sendCompletion = [](int id) { mail.send(id); },
-    .runFrontEndCommand = [](const Command& command) { journal.push_back("front end " + std::to_string(command.id)); },
+    .showWaiting = [](std::string_view text) { waitingLine = text; },
+    .sendCompletion = [] { mail.send(); },
+    .postOpenWaiting = [] { opensWaiting = true; },
+    .runFrontEndCommand = runFrontEnd,
     .serveWorker = [] { mail.serve(std::chrono::milliseconds(1)); },
 };
 
@@ -130,6 +146,7 @@ protected:
         setDefaults(workingBlock);
         journal.clear();
         confirms = true;
+        boxOutlastsRun = false;
         operationMayEnd.reset();
         operationStarted.reset();
         operationResult = 0;
@@ -192,33 +209,57 @@ TEST_F(ProtocolTest, pressDuringARunIsASecondEntryAndStopsNothing)
     journal.clear();
     operationMayEnd.set();
     ASSERT_TRUE(mail.serve(longEnough));
-    EXPECT_TRUE(journal.empty()) << "the completion carries 0 and is passed over";
+    EXPECT_TRUE(journal.empty()) << "the run was left by the press";
     EXPECT_EQ(operationRuns, 1);
 }
 
-// A second press behind it opens its dialog, but not before the worker has read what that dialog writes.
+// What would write what the worker still reads waits, once each and in order; nobody waits for it.
 TEST_F(ProtocolTest, thePressBehindAPressWaitsForTheWorker)
 {
     workingBlock.expressGraph = 1;
     handleCommand(802);
     operationStarted.wait();
+    handleCommand(325);
+    EXPECT_EQ(waitingLine, "status : waiting for the present command : settings");
     journal.clear();
     handleCommand(802);
     EXPECT_EQ(journal, Calls{"focus lower"}) << "there is no graph yet";
+    for (int pressed : {905, 325, 905, 303})
+        handleCommand(pressed);
+    EXPECT_EQ(waitingLine, "status : waiting for the present command : settings, tool");
+    EXPECT_FALSE(stopWorker());
+    EXPECT_EQ(journal, (Calls{"focus lower", "front end 303"}));
 
-    Calls duringTheRun;
-    std::thread release([&] {
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
-        duringTheRun = journal;
-        operationMayEnd.set();
-    });
-    handleCommand(905);
-    release.join();
-    EXPECT_EQ(duringTheRun, Calls{"focus lower"});
-    EXPECT_EQ(journal, (Calls{"focus lower", "open graph", "entry 905", "close graph"}));
+    journal.clear();
+    operationMayEnd.set();
+    ASSERT_TRUE(mail.serve(longEnough));
+    EXPECT_EQ(journal, (Calls{"open graph", "entry 325", "entry 905", "close graph"}));
+    EXPECT_EQ(waitingLine, "");
     while (workerBlock.ActiveCommand != 0)
         mail.serve(longEnough);
     EXPECT_EQ(operationRuns, 2) << "the end of the first run was not taken for its own";
+}
+
+TEST_F(ProtocolTest, whatWaitsOpensBehindABoxAndNotOverIt)
+{
+    handleCommand(905);
+    operationStarted.wait();
+    handleCommand(325);
+    journal.clear();
+    boxOutlastsRun = true;
+    handleCommand(303);
+    EXPECT_EQ(journal, (Calls{"front end 303", "grey 902", "grey 903", "grey 904", "box closed", "entry 325"}));
+}
+
+// Withdrawn before the worker has seen it, a command ends at once, and no end of a run will open what waits.
+TEST_F(ProtocolTest, aCommandThatNeverRanHoldsNothingUp)
+{
+    handleCommand(802);
+    handleCommand(325);
+    journal.clear();
+    handleCommand(905);
+    EXPECT_EQ(journal.back(), "entry 325");
+    EXPECT_EQ(operationRuns, 0);
 }
 
 TEST_F(ProtocolTest, shortCommandsDuringARunAreTakenButClosingIsRefused)
@@ -227,9 +268,8 @@ TEST_F(ProtocolTest, shortCommandsDuringARunAreTakenButClosingIsRefused)
     operationStarted.wait();
     journal.clear();
     handleCommand(501);
-    handleCommand(325);
     handleCommand(303);
-    EXPECT_EQ(journal, (Calls{"report", "focus upper", "front end 303"})) << "settings wait for the worker's end";
+    EXPECT_EQ(journal, (Calls{"report", "focus upper", "front end 303"}));
     EXPECT_FALSE(stopWorker());
     EXPECT_EQ(workerBlock.quit, 0);
     EXPECT_EQ(workerBlock.ActiveCommand, 802);

@@ -51,9 +51,9 @@ def windows_path(path):
 
 def make_prefix():
     """A fresh Wine prefix whose programs live on one virtual desktop, so that Wine itself manages their windows."""
+    subprocess.run([SOURCE / "tools" / "wine-fonts", PREFIX], check=True)
     if (PREFIX / "system.reg").exists():
         return
-    PREFIX.parent.mkdir(parents=True, exist_ok=True)
     with Display() as display:
         env = environment(display.name)
         subprocess.run(["wineboot", "-i"], env=env, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=True)

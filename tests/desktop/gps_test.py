@@ -104,17 +104,46 @@ class RideTest(DesktopTest):
 
 
 class LongRunTest(unittest.TestCase):
+    def start_table(self, program, seconds):
+        """Loads a ride and starts its table; returns the ride."""
+        ride = write_ride(program, "long.fit", seconds)
+        program.press("ctrl+l")
+        program.choose_file("open file selected", ride)
+        wait_for(lambda: "long.fit" in program.status(), "the load")
+        program.command(309)
+        program.press("ctrl+e")
+        window = program.dialog("express source data")
+        program.confirm(window)
+        program.gone(window)
+        return ride
+
+    def test_window_lives_while_commands_wait(self):
+        with Desktop(desktop.BUILD / "desktop-tests" / "WaitingTest") as program:
+            self.start_table(program, 40000)
+            program.press("ctrl+v", "ctrl+b", "ctrl+k")
+            waits = "status : waiting for the present command : Pattern Braking, Preference"
+            wait_for(lambda: program.status().startswith(waits), "the words of the status line")
+            place = program.find("Torvane", "Torvane")["rect"]
+            program.xdotool("mousemove", place[0] + 300, place[1] + 12, "mousedown", 1)
+            program.xdotool("mousemove", place[0] + 340, place[1] + 52, "mouseup", 1)
+            wait_for(lambda: program.find("Torvane", "Torvane")["rect"] != place, "the window to move")
+            program.screenshot("commands wait")
+            program.ask("close", program.main)
+            program.press("ctrl+x")
+            question = program.dialog("confirmation")
+            program.press("Return")
+            program.gone(question)
+            self.assertTrue(program.status().startswith(waits), "neither was taken, and the run is not over")
+            for title in ("pattern braking", "preference"):
+                window = program.dialog(title)
+                program.press("Escape")
+                program.gone(window)
+            self.assertNotIn("waiting", program.status())
+            program.close()
+
     def test_long_table_fills_and_a_close_during_the_run_is_ignored(self):
         with Desktop(desktop.BUILD / "desktop-tests" / "LongRunTest") as program:
-            ride = write_ride(program, "long.fit", 15000)
-            program.press("ctrl+l")
-            program.choose_file("open file selected", ride)
-            wait_for(lambda: "long.fit" in program.status(), "the load")
-            program.command(309)
-            program.press("ctrl+e")
-            window = program.dialog("express source data")
-            program.confirm(window)
-            program.gone(window)
+            ride = self.start_table(program, 15000)
             started, computed = time.monotonic(), program.processor_time()
             program.ask("close", program.main)
             slowest = 0.0

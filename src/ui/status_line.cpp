@@ -1,0 +1,63 @@
+#include "ui/status_line.h"
+
+#include "core/text.h"
+#include "core/wide_text.h"
+#include "ui/screen_set.h"
+
+#include <string>
+
+namespace torvane {
+
+namespace {
+
+struct StatusLine {
+    std::string status, waiting;
+    bool inProgress;
+    int percent;
+};
+
+StatusLine line;
+
+std::string shownText()
+{
+    if (line.waiting.empty())
+        return line.status;
+    return line.inProgress ? line.waiting + formatText(" (%d %%)", line.percent) : line.waiting;
+}
+
+void refresh()
+{
+    SetWindowTextW(screenSet.statusBar, widen(shownText()).c_str());
+    ShowWindow(screenSet.progressBar, line.inProgress && line.waiting.empty() ? SW_SHOW : SW_HIDE);
+    UpdateWindow(screenSet.progressBar);
+}
+
+} // namespace
+
+void setStatusLine(std::string_view status)
+{
+    line.status = status;
+    refresh();
+}
+
+void showStatusProgress(bool visible)
+{
+    line.inProgress = visible;
+    refresh();
+}
+
+void setStatusProgress(int percent)
+{
+    line.percent = percent;
+    SendMessageW(screenSet.progressBar, PBM_SETPOS, static_cast<WPARAM>(percent), 0);
+    if (!line.waiting.empty())
+        refresh();
+}
+
+void setWaitingLine(std::string_view waiting)
+{
+    line.waiting = waiting;
+    refresh();
+}
+
+} // namespace torvane
