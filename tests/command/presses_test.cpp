@@ -278,6 +278,8 @@ protected:
         session.profilePath = folder + "rider.pro";
         finishSettings(session, *findCommand("save-profile"));
         startWorker(window, session);
+        for (int sheet : {321, 324, 325}) // a look at the pages rounds what they show
+            handleCommand(sheet);
     }
     void TearDown() override
     {
