@@ -1,7 +1,11 @@
 // The dialogs of the FIT tools. Their confirming button runs the tool's check, which judges files and paths.
+#include "core/text.h"
+#include "fit/fit_bytes.h"
 #include "forms/dialogs.h"
 #include "forms/output_rows.h"
 #include "forms/prepare_rows.h"
+
+#include <cstdlib>
 
 namespace torvane {
 
@@ -257,17 +261,33 @@ constexpr Row timestampRows[] = {
 };
 static_assert(timestampRows[firstPartRow].index == partDays);
 
-uint32_t part(const FormState& state, TimePart which)
+int64_t part(const FormState& state, TimePart which)
 {
-    double shown = shownValue(state, timestampRows[firstPartRow + which]);
-    return static_cast<uint32_t>(static_cast<int64_t>(shown));
+    return truncateToInteger(shownValue(state, timestampRows[firstPartRow + which]));
+}
+
+// Sum of days, hours and minutes. Each is a whole number of 32 bits.
+int64_t enteredSeconds(const FormState& state)
+{
+    return ((part(state, partDays) * 24 + part(state, partHours)) * 60 + part(state, partMinutes)) * 60;
 }
 
 // In 32 bits, as timestamps are.
 int32_t enteredOffset(const FormState& state)
 {
-    return static_cast<int32_t>(
-        ((part(state, partDays) * 24 + part(state, partHours)) * 60 + part(state, partMinutes)) * 60);
+    return static_cast<int32_t>(enteredSeconds(state));
+}
+
+// A sum beyond 32 bits would come to another shift; one below 0 leads back by its complement.
+Verdict checkOffset(FormState& state)
+{
+    constexpr int64_t most = UINT32_MAX;
+    Verdict verdict = checkLimits(state, 0, state.form->rows.size());
+    int64_t entered = enteredSeconds(state);
+    if (!verdict.passed || std::abs(entered) <= most)
+        return verdict;
+    const char* frame = entered > 0 ? "found too large value of %s" : "found too small value of %s";
+    return {false, {{"warning", formatText(frame, timestampRows[firstPartRow + partSeconds].messageName)}}};
 }
 
 // The two ways to enter the offset follow each other.
@@ -303,6 +323,7 @@ constexpr Form makeTimestampForm()
     form.saveFlag = noField;
     form.spinRule = SpinRule::stopsAtLimit;
     form.changed = offsetChanged;
+    form.validate = checkOffset;
     form.mayConfirm = movesTime;
     form.confirmNeeds = "days, hours, minutes or timestampOffset";
     form.store = storeOffset;

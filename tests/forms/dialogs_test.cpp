@@ -278,6 +278,12 @@ TEST(ToolDialogs, TimestampIsEnteredInParts)
     EXPECT_EQ(dialog.state.values.timestampOffset, 30 * 3600);
     dialog.type(9131, "2147483647");
     EXPECT_EQ(dialog.state.values.timestampOffset, static_cast<int32_t>(0u - 86400u + 30 * 3600u));
+    const std::pair<const char*, const char*> sums[] = {{"49710", "not existing a source file"}, // 28 min below 2^32 s
+                                                        {"49711", "found too large value of a timestamp offset"},
+                                                        {"-49710", "not existing a source file"},
+                                                        {"-49711", "found too small value of a timestamp offset"}};
+    for (const auto& [days, box] : sums)
+        EXPECT_EQ(confirmForm(dialog.type(9132, "6").type(9131, days).state, dialog.working).boxes.at(0).text, box);
     dialog.type(9131, "0").type(9132, "0");
     EXPECT_FALSE(mayConfirm(dialog.state));
     EXPECT_EQ(dialog.type(9131, "400").press(9131, true).text(9131), "400");
