@@ -4,6 +4,7 @@
 #include "core/screens.h"
 #include "fit/fit_crc.h"
 #include "fit/fit_image.h"
+#include "fit/fit_output.h"
 #include "fit/fit_tools.h"
 #include "gps/analysed_writer.h"
 #include "gps/analysis.h"
@@ -97,7 +98,7 @@ StatusCode createFile(const Ride& ride, const std::string& path)
     FitImage destination = {};
     if (StatusCode code = rewriteRide(destination, ride))
         return fail(ride, ride.path, code);
-    if (writeFitFile(destination, path) != 0)
+    if (!saveFitFile(destination, path))
         return fail(ride, path, fitSaveFailed);
     reportStatus(ride.session.screens, path, fitPredictionSaved);
     endProgress();

@@ -16,15 +16,14 @@ namespace {
 
 // What a walk ahead has found, and what follows from it.
 struct AddPlan {
-    uint32_t localUsed = 0;                         // bit n: local type n is defined somewhere
+    uint32_t localUsed = 0;                         // bit n: local type n is defined somewhere, or has data
     std::array<bool, addedKindCount> inSource = {}; // the source defines this kind of message
     uint16_t recordDefinitionTotal = 0;
     uint16_t sessionTotal = 0; // session data messages
     bool recordsHaveTime = false;
     size_t plannedSize = 0;
-    std::array<std::span<const uint8_t>, localTypeCount> definedBy = {};  // definition message in force
-    std::array<std::span<const uint8_t>, localTypeCount> activities = {}; // that of activity data met so far
-    bool activitiesCanMove = true;                      // to the end of the file, where their definitions still hold
+    DefinitionsInForce activities = {};                 // that of activity data met so far, by local type
+    bool activityDefinedAnew = false;                   // one of these local types is, behind the data
     std::array<uint8_t, addedKindCount> localType = {}; // of the messages that are added
 };
 
@@ -50,22 +49,19 @@ void planRecordDefinition(AddPlan& plan, const LocalDefinition& record, const Pa
 void followActivities(AddPlan& plan, const FitMessage& message)
 {
     std::span<const uint8_t>& activity = plan.activities[message.localType];
-    if (message.isDefinition)
-        plan.definedBy[message.localType] = message.bytes;
-    else if (message.globalMessage() == messageActivity)
-        activity = plan.definedBy[message.localType];
-    if (!activity.empty() && !std::ranges::equal(activity, plan.definedBy[message.localType]))
-        plan.activitiesCanMove = false;
+    if (message.isData(messageActivity))
+        activity = message.definition->message;
+    plan.activityDefinedAnew |= !activity.empty() && !sameDefinition(activity, message.definition->message);
 }
 
 void planMessage(AddPlan& plan, const FitMessage& message, const ParameterBlock& options)
 {
     followActivities(plan, message);
+    plan.localUsed |= 1u << message.localType;
     if (!message.isDefinition) {
         plan.sessionTotal += message.globalMessage() == messageSession;
         return;
     }
-    plan.localUsed |= 1u << message.localType;
     for (size_t kind = 0; kind < addedKindCount; kind++)
         plan.inSource[kind] |= message.globalMessage() == addedMessages[kind].message;
     if (message.globalMessage() == messageRecord)
@@ -106,7 +102,24 @@ struct AddRun {
     FitWalk walk = {};           // over the segments
     LocalDefinition record = {}; // latest definition of records
     Segment segment = {};
+    DefinitionsInForce inForce = {};            // in the output
+    size_t repeatedBytes = 0;                   // of definitions that were written again
+    size_t activitiesFrom = source.data.size(); // offset; those behind it were copied
 };
+
+// A message that comes to stand elsewhere can find its local type defined otherwise there: its own definition is then
+// written again in front of it.
+std::span<uint8_t> copyDefined(AddRun& run, const FitMessage& message)
+{
+    std::span<const uint8_t>& inForce = run.inForce[message.localType];
+    std::span<const uint8_t> wanted = message.definition->message;
+    if (!message.isDefinition && !sameDefinition(wanted, inForce)) {
+        copyBytes(run.out, wanted);
+        run.repeatedBytes += wanted.size();
+    }
+    inForce = wanted;
+    return copyMessage(run.out, message);
+}
 
 uint16_t sessionNumber(const AddRun& run)
 {
@@ -119,7 +132,7 @@ StatusCode copyFileId(AddRun& run)
 {
     return walkMessages(run.source, [&](const FitMessage& message) {
         if (message.globalMessage() == messageFileId)
-            markManufacturer(message, copyMessage(run.out, message));
+            markManufacturer(message, copyDefined(run, message));
     });
 }
 
@@ -137,7 +150,7 @@ void copySegmentMessage(AddRun& run, const FitMessage& message)
     bool skipped = message.globalMessage() == messageFileId || message.isData(messageActivity);
     if (skipped)
         return;
-    applySport(message, copyMessage(run.out, message), run.options.addOutput);
+    applySport(message, copyDefined(run, message), run.options.addOutput);
     if (message.defines(messageRecord))
         run.record = *message.definition;
     takeSummaryTimer(run, message);
@@ -208,20 +221,21 @@ StatusCode writeAdded(AddRun& run, size_t kind)
 
 void copyActivity(AddRun& run, const FitMessage& message)
 {
-    std::span<uint8_t> copy = copyMessage(run.out, message);
+    std::span<uint8_t> copy = copyDefined(run, message);
     forEachCopiedField(message, copy, [&](const FieldDefinition& field, size_t, std::span<uint8_t> bytes) {
         if (field.number == activitySessionCount)
             writeUint16Field(bytes, sessionNumber(run), message.definition->bigEndian());
     });
 }
 
-// All activity data from here to the end of the source.
+// All activity data from here to the end of the source. Where their local type is defined anew each is copied once.
 StatusCode copyActivities(AddRun& run, FitWalk ahead)
 {
+    size_t before = run.plan.activityDefinedAnew ? run.activitiesFrom : run.source.data.size();
     FitMessage message;
     WalkStep step;
     while ((step = nextMessage(ahead, message)) == WalkStep::message)
-        if (message.isData(messageActivity))
+        if (message.isData(messageActivity) && message.offset < before)
             copyActivity(run, message);
     return step == WalkStep::end ? fitOk : fitInvalid;
 }
@@ -231,12 +245,13 @@ StatusCode copyActivitiesBehind(AddRun& run)
 {
     auto slots = localDefinitions;
     StatusCode code = copyActivities(run, run.walk);
+    run.activitiesFrom = std::min(run.activitiesFrom, run.walk.position);
     localDefinitions = slots;
     return code;
 }
 
 // Behind each segment. A kind that is not asked for but stands in the source brings the activities behind the segment
-// along instead; the plan has no room for these, so where there are any the run ends with a fault.
+// along instead; the plan has room for each of them once, so where they come more often the run ends with a fault.
 StatusCode writeSegmentMessages(AddRun& run)
 {
     for (size_t kind : {addedLap, addedSession}) {
@@ -251,12 +266,12 @@ StatusCode writeSegmentMessages(AddRun& run)
     return fitOk;
 }
 
-// At the end of the file: the added activity, or the source's own.
+// At the end of the file: the source's own activities, and behind them the added one. There can be both, since the
+// check does not see an activity whose local type means something else in the end.
 StatusCode writeActivity(AddRun& run)
 {
-    if (isAdded(run.options, addedActivity))
-        return writeAdded(run, addedActivity);
-    return run.plan.inSource[addedActivity] ? copyActivities(run, startWalk(run.source)) : fitOk;
+    StatusCode code = run.plan.inSource[addedActivity] ? copyActivities(run, startWalk(run.source)) : fitOk;
+    return code == fitOk && isAdded(run.options, addedActivity) ? writeAdded(run, addedActivity) : code;
 }
 
 // Low 16 bits, as all speeds of records.
@@ -282,27 +297,37 @@ StatusCode writeSegments(AddRun& run)
     return fitOk;
 }
 
-// Fills destination.data.
-StatusCode addMessages(FitImage& destination, const FitImage& source, const ParameterBlock& options)
+// Writes the whole data block, as far as it has room. 0, or fitInvalid.
+StatusCode writeBlock(AddRun& run)
 {
-    AddPlan plan;
-    if (StatusCode code = planAddedSize(plan, source, options); code != fitOk)
-        return code;
-    if (plan.plannedSize > largestDataSize)
-        return fitInvalid;
-    bool activitiesMove = !isAdded(options, addedActivity);
-    if (!assignLocalTypes(plan, options) || (activitiesMove && !plan.activitiesCanMove))
-        return fitAddFailed;
-    destination.data.resize(plan.plannedSize);
-    AddRun run = {source, options, plan, {destination.data}};
     StatusCode code = copyFileId(run);
     if (code == fitOk)
         code = writeSegments(run);
     if (code == fitOk)
         code = writeActivity(run);
-    if (code == fitOk && run.out.position != plan.plannedSize)
-        code = fitInvalid;
-    return code;
+    bool asPlanned = run.out.position == run.plan.plannedSize + run.repeatedBytes;
+    return code == fitOk && !asPlanned ? fitInvalid : code;
+}
+
+// Fills destination.data. How much room repeated definitions take is known once the block has been written without it.
+StatusCode addMessages(FitImage& destination, const FitImage& source, const ParameterBlock& options)
+{
+    AddPlan plan;
+    if (StatusCode code = planAddedSize(plan, source, options); code != fitOk)
+        return code;
+    if (!assignLocalTypes(plan, options))
+        return fitAddFailed;
+    size_t size = plan.plannedSize;
+    do {
+        if (size > mostMade(source.data.size()))
+            return fitTooLarge;
+        destination.data.assign(size, 0);
+        AddRun run = {source, options, plan, {destination.data}};
+        if (StatusCode code = writeBlock(run); code != fitOk)
+            return code;
+        size = run.out.position;
+    } while (size != destination.data.size());
+    return fitOk;
 }
 
 void warnAndClear(ParameterBlock& options, size_t kind, const char* text, Verdict& verdict)

@@ -33,13 +33,18 @@ DividePlan planDivision(const SourceFileInfo& info)
 // What one part has got so far.
 struct Part {
     std::vector<uint8_t> block;
+    DefinitionsInForce inForce = {}; // as the part itself has them
+    size_t start = 0;                // of the part's own stretch, in its block
+    DefinitionsInForce atStart = {}; // in force there in the source
+    bool lacksDefinition = false;    // some message of it finds another definition than in the source, or none
     uint32_t keptRecords = 0;
     uint32_t firstDistance = 0; // of the part's first record
     uint32_t firstCycles = 0;
     uint32_t firstTimestamp = 0;
     uint32_t partTimer = 0; // ms from a kept session or lap, s from records: the last one goes to the activity
     uint32_t partTime = 0;  // FIT seconds
-    bool tooLarge = false;  // for a FIT file
+    size_t mostBytes = largestDataSize;
+    bool tooLarge = false;
 };
 
 // One walk of the source fills as many parts as this: an ordinary file is divided in one walk, and a strange one with a
@@ -54,7 +59,7 @@ struct PartsWalk {
     int32_t sessionsSeen = 0;
     int32_t lapsSeen = 0;
     int32_t recordDefinitionsSeen = -1;
-    std::array<std::span<const uint8_t>, localTypeCount> pendingDefinition = {}; // whole messages within the source
+    DefinitionsInForce definitions = {}; // in force in the source
 };
 
 // The part whose stretch of the file the walk is in; outside all of them there are no parts.
@@ -78,31 +83,50 @@ std::span<Part> keepers(PartsWalk& walk, uint16_t message)
     return byAll ? std::span(walk.parts) : presentPart(walk);
 }
 
-// Returns the copy, empty where no FIT file can hold it any more.
+// Returns the copy, empty where the part is too large to take it.
 std::span<uint8_t> append(Part& part, std::span<const uint8_t> bytes)
 {
     size_t start = part.block.size();
-    part.tooLarge = part.tooLarge || bytes.size() > largestDataSize - start;
+    part.tooLarge = part.tooLarge || bytes.size() > part.mostBytes - start;
     if (part.tooLarge)
         return {};
     part.block.insert(part.block.end(), bytes.begin(), bytes.end());
     return std::span(part.block).subspan(start);
 }
 
+void appendDefinition(Part& part, const FitMessage& message)
+{
+    part.inForce[message.localType] = message.definition->message;
+    append(part, message.definition->message);
+}
+
+// Opens the part of this definition of records, where there is one.
+std::span<Part> openPart(PartsWalk& walk)
+{
+    std::span<Part> own = presentPart(walk);
+    for (Part& part : own) {
+        part.start = part.block.size();
+        part.atStart = walk.definitions;
+    }
+    return own;
+}
+
+// The parts that take a definition where it stands; others write theirs in front of the messages that need it.
+std::span<Part> takersOf(PartsWalk& walk, uint16_t message)
+{
+    if (message == messageFileId || message == messageActivity)
+        return walk.parts;
+    if (message != messageRecord)
+        return {};
+    walk.recordDefinitionsSeen++;
+    return walk.mode == DivideMode::byRecordDefinition ? openPart(walk) : walk.parts;
+}
+
 void takeDefinition(PartsWalk& walk, const FitMessage& message)
 {
-    if (message.globalMessage() == messageFileId || message.globalMessage() == messageActivity) {
-        for (Part& part : walk.parts)
-            append(part, message.bytes);
-        return;
-    }
-    walk.pendingDefinition[message.localType] = message.bytes;
-    if (message.globalMessage() != messageRecord)
-        return;
-    walk.recordDefinitionsSeen++;
-    bool byAll = walk.mode != DivideMode::byRecordDefinition;
-    for (Part& part : byAll ? std::span(walk.parts) : presentPart(walk))
-        append(part, message.bytes);
+    for (Part& part : takersOf(walk, message.globalMessage()))
+        appendDefinition(part, message);
+    walk.definitions[message.localType] = message.bytes;
 }
 
 // Writes a value less the one that the part's first record has.
@@ -175,13 +199,25 @@ bool wantsOwnDefinition(uint16_t message)
 void copyKept(const PartsWalk& walk, Part& part, const FitMessage& message)
 {
     if (wantsOwnDefinition(message.globalMessage()))
-        append(part, walk.pendingDefinition[message.localType]);
+        appendDefinition(part, message);
+    part.lacksDefinition |= !sameDefinition(part.inForce[message.localType], message.definition->message);
     std::span<uint8_t> copy = append(part, message.bytes);
     markManufacturer(message, copy);
     applySport(message, copy, walk.output);
     forEachCopiedField(message, copy, [&](const FieldDefinition& field, size_t offset, std::span<uint8_t> bytes) {
         patchField(part, message, field, offset, bytes);
     });
+}
+
+// The part's own stretch of the source is read with definitions that stand in front of it.
+void restoreDefinitions(Part& part)
+{
+    if (!part.lacksDefinition || part.tooLarge)
+        return;
+    std::vector<uint8_t> front;
+    for (std::span<const uint8_t> definition : part.atStart)
+        front.insert(front.end(), definition.begin(), definition.end());
+    part.block.insert(part.block.begin() + static_cast<std::ptrdiff_t>(part.start), front.begin(), front.end());
 }
 
 // A session or lap closes its part, so it is counted behind itself.
@@ -207,11 +243,64 @@ void takeMessage(PartsWalk& walk, const FitMessage& message)
 StatusCode fillParts(std::vector<Part>& parts, const FitImage& source, const OutputChoice& output,
                      const DividePlan& plan, int32_t first)
 {
-    PartsWalk walk = {output, plan.mode, first,
-                      std::vector<Part>(static_cast<size_t>(std::min(partsPerWalk, plan.parts - first)))};
+    size_t count = static_cast<size_t>(std::min(partsPerWalk, plan.parts - first));
+    Part empty;
+    empty.mostBytes = mostMade(source.data.size());
+    PartsWalk walk = {output, plan.mode, first, std::vector<Part>(count, empty)};
     StatusCode code = walkMessages(source, [&](const FitMessage& message) { takeMessage(walk, message); });
+    std::ranges::for_each(walk.parts, restoreDefinitions);
     parts = std::move(walk.parts);
     return code;
+}
+
+StatusCode savePart(Part& part, const FitImage& source, const OutputChoice& form, const std::string& path)
+{
+    if (part.tooLarge)
+        return fitTooLarge;
+    FitImage destination = {};
+    destination.data = std::exchange(part.block, {});
+    return saveDestination(destination, source, form, path) ? fitOk : fitDivideFailed;
+}
+
+// What is told of the parts that were written.
+struct Division {
+    std::string names;
+    std::vector<int32_t> withoutRecord; // numbers of parts
+};
+
+void note(Division& division, const Part& part, int32_t number, const std::string& path)
+{
+    division.names += (number == 0 ? "" : ", ");
+    division.names += reportedName(path);
+    if (part.keptRecords == 0)
+        division.withoutRecord.push_back(number);
+}
+
+// "001, 003 to 007"
+std::string partNumbers(std::span<const int32_t> numbers)
+{
+    std::string text;
+    constexpr size_t longest = 200; // characters that a box may well show
+    for (size_t i = 0, end = 0; i < numbers.size(); i = end) {
+        if (text.size() > longest)
+            return text + ", ...";
+        for (end = i + 1; end < numbers.size() && numbers[end] == numbers[end - 1] + 1;)
+            end++;
+        text += formatText(i == 0 ? "%03d" : ", %03d", static_cast<int>(numbers[i]));
+        if (end - i > 1)
+            text += formatText(" to %03d", static_cast<int>(numbers[end - 1]));
+    }
+    return text;
+}
+
+std::vector<Box> boxesOf(const Division& division, int32_t parts)
+{
+    if (division.withoutRecord.empty())
+        return {};
+    std::string text =
+        formatText("%d of %d divided files have no record message: ", static_cast<int>(division.withoutRecord.size()),
+                   static_cast<int>(parts));
+    return {{"warning", text + partNumbers(division.withoutRecord)}};
 }
 
 } // namespace
@@ -227,6 +316,17 @@ int32_t dividedPartCount(const SourceFileInfo& source)
     return planDivision(source).parts;
 }
 
+namespace {
+
+bool checkParts(const DividePlan& plan, Verdict& verdict)
+{
+    if (plan.mode == DivideMode::none)
+        return refuse(verdict, "error", "found no condition for divide a source file");
+    return plan.parts <= mostParts || refuse(verdict, "error", "found too many parts for divide a source file");
+}
+
+} // namespace
+
 Verdict checkDivide(ToolInputs& inputs, ParameterBlock&)
 {
     Verdict verdict;
@@ -234,9 +334,7 @@ Verdict checkDivide(ToolInputs& inputs, ParameterBlock&)
     if (!checkSourceHeader(inputs, source, verdict, "detect an invalid source file structure") ||
         !checkActivity(inputs, source, verdict, "failed to read a source file which might be invalid structure"))
         return verdict;
-    if (planDivision(inputs.files[0]).mode == DivideMode::none)
-        refuse(verdict, "error", "found no condition for divide a source file");
-    else
+    if (checkParts(planDivision(inputs.files[0]), verdict))
         checkPartDestinations(inputs, verdict);
     return verdict;
 }
@@ -249,24 +347,21 @@ ToolOutcome runDivide(ToolInputs& inputs, ParameterBlock& options)
     if (StatusCode code = openSource(source, info); code != fitOk)
         return {code, info.path};
     DividePlan plan = planDivision(info);
-    FitImage destination = {};
+    if (plan.parts > mostParts)
+        return {fitTooLarge, info.path};
     std::vector<Part> parts;
-    std::string names;
+    Division division;
     for (int32_t k = 0; k < plan.parts; k++) {
         if (k % partsPerWalk == 0)
             if (StatusCode code = fillParts(parts, source, options.divideOutput, plan, k); code != fitOk)
                 return {code, info.path};
-        Part& part = parts[static_cast<size_t>(k % partsPerWalk)];
-        if (part.tooLarge)
-            return {fitSizeMismatch, info.path};
-        destination.data = std::exchange(part.block, {});
         std::string path = dividedFileName(inputs.files[toolDestination].path, k);
-        if (!saveDestination(destination, source, options.addOutput, path))
-            return {fitDivideFailed, info.path};
-        names += (k == 0 ? "" : ", ");
-        names += reportedName(path);
+        Part& part = parts[static_cast<size_t>(k % partsPerWalk)];
+        if (StatusCode code = savePart(part, source, options.addOutput, path); code != fitOk)
+            return {code, info.path};
+        note(division, part, k, path);
     }
-    return {fitDivided, names};
+    return {fitDivided, division.names, true, boxesOf(division, plan.parts)};
 }
 
 } // namespace torvane

@@ -22,6 +22,7 @@ constexpr StatusCode fitAddFailed = 0x400;
 constexpr StatusCode fitDivideFailed = 0x800;
 constexpr StatusCode fitPrepareFailed = 0x1000;
 constexpr StatusCode fitNotComparable = 0x2000; // two rides without a common second of power
+constexpr StatusCode fitTooLarge = 0x4000;      // what would be made of a file is beyond size_limits.h
 
 constexpr StatusCode fitLoaded = 0x7FF0;
 constexpr StatusCode fitExpressed = 0x7FF1;

@@ -38,6 +38,11 @@ void markManufacturer(const FitMessage& message, std::span<uint8_t> copy)
     });
 }
 
+bool saveFitFile(const FitImage& image, const std::string& path)
+{
+    return walksToItsEnd(image.data) && writeFitFile(image, path) == 0;
+}
+
 void setSport(const FitMessage& message, std::span<uint8_t> copy, uint8_t sport)
 {
     if (!message.isData(messageSession) && !message.isData(messageLap))

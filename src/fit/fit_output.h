@@ -4,6 +4,8 @@
 
 #include "fit/fit_walk.h"
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -17,6 +19,15 @@ struct FitOutput {
     std::vector<uint8_t>& block;
     size_t position = 0;
 };
+
+// The definition message that each local type has at some place of a file; a view, empty where there is none.
+using DefinitionsInForce = std::array<std::span<const uint8_t>, localTypeCount>;
+
+// Whether two definition messages are the same, or tell the same.
+inline bool sameDefinition(std::span<const uint8_t> a, std::span<const uint8_t> b)
+{
+    return (a.data() == b.data() && a.size() == b.size()) || std::ranges::equal(a, b);
+}
 
 // Takes the next bytes of the output; empty when the block ends before them.
 std::span<uint8_t> reserveBytes(FitOutput& output, size_t count);
@@ -34,6 +45,10 @@ std::span<uint8_t> fieldOf(std::span<uint8_t> copy, size_t offset, size_t size);
 // The mark that a file was rewritten: manufacturer, field 1 of file_id, becomes 255, the published value for
 // development. Only its first byte is set, the others become 0. Other messages are left alone.
 void markManufacturer(const FitMessage& message, std::span<uint8_t> copy);
+
+// Writes a file that was made here. One whose messages do not end where its data block ends could never be read, and is
+// not written. False when that is so, or when writing failed.
+bool saveFitFile(const FitImage& image, const std::string& path);
 
 // Puts a FIT sport into field 5 of a session or field 25 of a lap. Other messages are left alone.
 void setSport(const FitMessage& message, std::span<uint8_t> copy, uint8_t sport);

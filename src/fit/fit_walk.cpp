@@ -37,6 +37,27 @@ size_t definitionLength(std::span<const uint8_t> bytes)
     return length <= bytes.size() ? length : 0;
 }
 
+uint32_t sumOfSizes(std::span<const uint8_t> triples)
+{
+    uint32_t total = 0;
+    for (size_t i = 1; i < triples.size(); i += tripleSize)
+        total += triples[i];
+    return total;
+}
+
+// Length of the data messages of a definition message.
+size_t dataLength(std::span<const uint8_t> definition)
+{
+    size_t fieldEnd = definitionHead + tripleSize * definition[5];
+    size_t length = 1 + sumOfSizes(definition.subspan(definitionHead, fieldEnd - definitionHead));
+    return fieldEnd < definition.size() ? length + sumOfSizes(definition.subspan(fieldEnd + 1)) : length;
+}
+
+uint8_t dataLocalType(uint8_t header)
+{
+    return (header & headerCompressed) != 0 ? header >> 5 & 3 : header & headerLocalType;
+}
+
 bool takeDefinition(std::span<const uint8_t> rest, FitMessage& message)
 {
     size_t length = definitionLength(rest);
@@ -48,6 +69,7 @@ bool takeDefinition(std::span<const uint8_t> rest, FitMessage& message)
     message.compressed = false;
 
     LocalDefinition& slot = localDefinitions[message.localType];
+    slot.message = message.bytes;
     slot.header = message.header;
     slot.localType = message.localType;
     slot.architecture = rest[2];
@@ -65,7 +87,7 @@ bool takeDefinition(std::span<const uint8_t> rest, FitMessage& message)
 bool takeData(std::span<const uint8_t> rest, FitMessage& message)
 {
     message.compressed = (message.header & headerCompressed) != 0;
-    message.localType = message.compressed ? message.header >> 5 & 3 : message.header & headerLocalType;
+    message.localType = dataLocalType(message.header);
     const LocalDefinition& slot = localDefinitions[message.localType];
     size_t length = 1 + size_t{slot.fieldBytes} + slot.developerBytes;
     if (length > rest.size())
@@ -116,6 +138,28 @@ WalkStep nextMessage(FitWalk& walk, FitMessage& message)
     if (walk.position >= walk.progressAt)
         showProgress(walk);
     return WalkStep::message;
+}
+
+// Lengths alone tell where messages end.
+bool walksToItsEnd(std::span<const uint8_t> block)
+{
+    std::array<size_t, localTypeCount> lengths;
+    lengths.fill(1);
+    size_t position = 0;
+    while (position < block.size()) {
+        uint8_t header = block[position];
+        if ((header & headerDefinition) == 0) {
+            position += lengths[dataLocalType(header)];
+            continue;
+        }
+        std::span<const uint8_t> rest = block.subspan(position);
+        size_t length = definitionLength(rest);
+        if (length == 0)
+            return false;
+        lengths[header & headerLocalType] = dataLength(rest.first(length));
+        position += length;
+    }
+    return position == block.size();
 }
 
 } // namespace torvane

@@ -54,8 +54,9 @@ struct LocalDefinition {
     uint8_t developerFieldCount; // 0 without headerDeveloperPart
     std::array<FieldDefinition, maxFieldCount> fields;
     std::array<FieldDefinition, maxFieldCount> developerFields;
-    uint32_t fieldBytes;     // sum of the sizes of fields
-    uint32_t developerBytes; // sum of the sizes of developerFields
+    uint32_t fieldBytes;              // sum of the sizes of fields
+    uint32_t developerBytes;          // sum of the sizes of developerFields
+    std::span<const uint8_t> message; // the definition message itself, a view into the block; empty where undefined
 
     bool bigEndian() const
     {
@@ -122,6 +123,9 @@ FitWalk startWalk(const FitImage& image);
 // Takes the next message and moves on behind it, the progress bar with it; a definition is put into its slot. On a
 // fault the position stays and the slots are unchanged.
 WalkStep nextMessage(FitWalk& walk, FitMessage& message);
+
+// Whether a walk over this block ends on its end; faster than to take the messages.
+bool walksToItsEnd(std::span<const uint8_t> block);
 
 // Visits all messages of an image from the first on. 0, or fitInvalid when the walk does not end on the end of the
 // block.

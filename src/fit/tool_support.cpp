@@ -89,7 +89,7 @@ bool saveDestination(FitImage& destination, const FitImage& source, const Output
     destination.dataSize = static_cast<int32_t>(destination.data.size());
     buildFitHeader(destination, source, headerForm(output.convertEnabled, output.fitFormat));
     destination.fileCrc = fitCrc(destination);
-    return writeFitFile(destination, path) == 0;
+    return saveFitFile(destination, path);
 }
 
 void applySport(const FitMessage& message, std::span<uint8_t> copy, const OutputChoice& output)

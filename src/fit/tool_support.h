@@ -3,12 +3,9 @@
 
 #include "fit/fit_output.h"
 #include "fit/fit_tools.h"
-
-#include <limits>
+#include "fit/size_limits.h"
 
 namespace torvane {
-
-constexpr size_t largestDataSize = std::numeric_limits<int32_t>::max(); // of a data block
 
 // Checks. Each adds its box, with the file that it is about, and returns false where the command must not run.
 bool refuse(Verdict& verdict, const char* title, const char* text, size_t file = 0);

@@ -2,6 +2,7 @@
 
 #include "fit/base_type.h"
 #include "fit/fit_walk.h"
+#include "fit/size_limits.h"
 
 #include <algorithm>
 
@@ -261,6 +262,12 @@ bool differ(const std::vector<uint8_t>& sports)
     return std::ranges::any_of(sports, [&](uint8_t sport) { return sport != sports[0]; });
 }
 
+// A table that grows row by row has room for as many again.
+size_t tableBytes(const Activity& activity)
+{
+    return 2 * (activity.samples.size() * sizeof(RideSample) + activity.others.size() * sizeof(OtherMessage));
+}
+
 } // namespace
 
 StatusCode readActivity(const FitImage& image, uint32_t gapLimit, Activity& activity, PrepareFindings& findings)
@@ -270,8 +277,11 @@ StatusCode readActivity(const FitImage& image, uint32_t gapLimit, Activity& acti
     walk.compressedFirst = true;
     FitMessage message;
     WalkStep step;
-    while ((step = nextMessage(walk, message)) == WalkStep::message)
+    while ((step = nextMessage(walk, message)) == WalkStep::message) {
         readMessage(reading, message);
+        if (tableBytes(activity) > mostTable(image.data.size()))
+            return fitTooLarge;
+    }
     orderPauses(activity.pauses);
     if (reading.timer > 0)
         findings.deviceSpeed = reading.speedTime / reading.timer;

@@ -63,7 +63,7 @@ struct Activity {
 
 // Of equal or backward timestamps the first sample stands; one that leaps ahead by more than gapLimit seconds, and is
 // alone in that, goes. Compressed timestamps count from the last full one of any message. The image has to outlive the
-// activity. 0 or fitInvalid.
+// activity. 0, fitInvalid, or fitTooLarge.
 StatusCode readActivity(const FitImage& image, uint32_t gapLimit, Activity& activity, PrepareFindings& findings);
 
 // fitSessionSportsDiffer, without sessions fitLapSportsDiffer, when there are several sports, else 0.

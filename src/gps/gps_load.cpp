@@ -2,6 +2,7 @@
 
 #include "fit/fit_types.h"
 #include "fit/message_fields.h"
+#include "fit/size_limits.h"
 
 #include <algorithm>
 
@@ -183,6 +184,13 @@ void fillRecord(const FitMessage& message, uint32_t& lastFull, GpsRecord& record
     });
 }
 
+// Of the records, sessions and laps that the first pass has counted.
+size_t tableBytes()
+{
+    size_t summaries = size_t{fitInventory.sessionCount} + fitInventory.lapCount;
+    return fitInventory.recordCount * sizeof(GpsRecord) + summaries * sizeof(SessionLapEntry);
+}
+
 } // namespace
 
 StatusCode gatherActivity(const FitImage& image)
@@ -192,6 +200,8 @@ StatusCode gatherActivity(const FitImage& image)
     StatusCode code = scanFitMessages(image, recordDefinitions);
     if (code == fitOk)
         code = checkCoherence(recordDefinitions);
+    if (code == fitOk && tableBytes() > mostTable(image.data.size()))
+        code = fitTooLarge;
     if (code != fitOk)
         return code;
     std::vector<SessionLapEntry> sessions(fitInventory.sessionCount + 1);

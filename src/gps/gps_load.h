@@ -12,7 +12,7 @@ namespace torvane {
 extern std::string fitInputFileName;
 
 // Fills fitInventory and fitSummary from an image by the three passes, with the coherence check behind the first.
-// 0, fitInvalid or a coherence code.
+// 0, fitInvalid, fitTooLarge or a coherence code.
 StatusCode gatherActivity(const FitImage& image);
 
 // Whether a file can be treated as one ride: its sessions (without any, its laps) are of one sport, and its record

@@ -5,6 +5,7 @@
 #include "fit/fit_tools.h"
 #include "fit/fit_types.h"
 #include "fit/fit_walk.h"
+#include "fit/size_limits.h"
 #include "gps/gps_load.h"
 #include "gps/prepare.h"
 
@@ -65,6 +66,8 @@ Fault checkSource(SourceFileInfo& source)
     StatusCode code = surveySource(image, source);
     if (severalSports(code))
         return error("found several sports in a source file. please divide it first");
+    if (code == fitTooLarge)
+        return error(tooLargeFault);
     if (code != fitOk)
         return error("failed to read a source file which might be an invalid structure");
     if (source.fileType != fileTypeActivity)

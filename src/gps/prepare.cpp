@@ -65,6 +65,8 @@ const char* faultText(StatusCode code)
         return "found several sports in a source file. please divide it first";
     case fitPrepareFailed:
         return "not existing record message";
+    case fitTooLarge:
+        return tooLargeFault;
     default:
         return "failed to read a source file which might be an invalid structure";
     }
@@ -100,8 +102,8 @@ StatusCode prepareOnce(const FitImage& source, const PrepareOptions& options, Fi
     dropMeasured(activity, options, findings);
     cleanRide(activity, {gapLimit, options.jumpSpeed}, findings);
     prepared = {};
-    if (!writePrepared(activity, rulesFor(activity, options), prepared.data, findings))
-        return fitPrepareFailed;
+    if (!writePrepared(activity, rulesFor(activity, options), mostMade(source.data.size()), prepared.data, findings))
+        return fitTooLarge;
     finishFile(prepared, source);
     return fitOk;
 }
@@ -158,7 +160,7 @@ ToolOutcome runPrepare(ToolInputs& inputs)
     const std::string& destination = inputs.files[toolDestination].path;
     if (StatusCode code = loadPrepared(prepared, source, prepareOptions, prepareFindings))
         return {code, source};
-    if (writeFitFile(prepared, destination) != 0)
+    if (!saveFitFile(prepared, destination))
         return {fitPrepareFailed, source};
     return {fitPrepared, destination};
 }

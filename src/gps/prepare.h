@@ -36,7 +36,7 @@ extern OneStrokePreparation oneStrokePreparation;
 
 // Makes the prepared file out of a loaded one, header and CRC included. Preparing a prepared file gives it back to the
 // byte. fitOk; fitInvalid; fitSessionSportsDiffer or fitLapSportsDiffer, to be divided first; fitPrepareFailed without
-// a record that has its time, or where the result would be larger than a FIT file can be.
+// a record that has its time; fitTooLarge where the result or its tables would be.
 StatusCode prepareActivity(const FitImage& source, const PrepareOptions& options, FitImage& prepared,
                            PrepareFindings& findings);
 

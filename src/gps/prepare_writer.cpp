@@ -23,6 +23,7 @@ struct Slot {
 struct Writing {
     const Activity& activity;
     const SummaryRules& rules;
+    size_t mostBytes;
     std::vector<uint8_t>& block;
     PrepareFindings& findings;
     std::vector<uint8_t> fields = {}; // RideField of each field of a record
@@ -162,6 +163,8 @@ void markFileId(std::span<const uint8_t> definition, std::span<uint8_t> payload)
 
 void writeOther(Writing& writing, const OtherMessage& message)
 {
+    if (writing.block.size() > writing.mostBytes)
+        return; // nothing of it will be written
     std::span<const uint8_t> definition = message.definition, payload = message.payload;
     if (needsRewriting(message)) {
         rewriteMessage(message, writing.rules, writing.rewritten, writing.findings);
@@ -197,33 +200,37 @@ void writeStep(Writing& writing, size_t step, size_t& other)
         fillUpTo(writing, step, time, UINT32_MAX);
 }
 
-void countStep(const RideSample& from, const RideSample& to, PrepareFindings& findings)
+// Returns the number of new records within the step.
+size_t countStep(const RideSample& from, const RideSample& to, PrepareFindings& findings)
 {
     if (from.open)
-        return;
+        return 0;
     uint32_t seconds = to.timestamp - from.timestamp;
     findings.seconds += seconds;
     findings.stepsFilled += seconds > 1;
     int64_t way = int64_t{to.values[rideDistance]} - from.values[rideDistance];
     findings.centimetres += way > 0 ? static_cast<uint64_t>(way) : 0;
+    return seconds - 1;
 }
 
-void countSteps(const Activity& activity, PrepareFindings& findings)
+// Returns the number of records that will stand in the file.
+size_t countSteps(const Activity& activity, PrepareFindings& findings)
 {
+    size_t records = activity.samples.size();
     for (size_t i = 0; i + 1 < activity.samples.size(); ++i)
-        countStep(activity.samples[i], activity.samples[i + 1], findings);
+        records += countStep(activity.samples[i], activity.samples[i + 1], findings);
+    return records;
 }
 
 } // namespace
 
-bool writePrepared(const Activity& activity, const SummaryRules& rules, std::vector<uint8_t>& block,
+bool writePrepared(const Activity& activity, const SummaryRules& rules, size_t mostBytes, std::vector<uint8_t>& block,
                    PrepareFindings& findings)
 {
-    Writing writing = {activity, rules, block, findings};
+    Writing writing = {activity, rules, mostBytes, block, findings};
     planRecords(writing);
-    countSteps(activity, findings);
-    size_t records = activity.samples.size() + findings.seconds; // at most
-    if (records > largestDataSize / writing.recordSize)
+    size_t records = countSteps(activity, findings);
+    if (records > mostBytes / writing.recordSize)
         return false;
     block.reserve(records * writing.recordSize);
     size_t other = 0;
@@ -233,7 +240,7 @@ bool writePrepared(const Activity& activity, const SummaryRules& rules, std::vec
         writeSample(writing, activity.samples[i]);
         writeStep(writing, i, other);
     }
-    return block.size() <= largestDataSize;
+    return block.size() <= mostBytes;
 }
 
 } // namespace torvane

@@ -9,8 +9,8 @@
 
 namespace torvane {
 
-// False where the block would be larger than a FIT file can be.
-bool writePrepared(const Activity& activity, const SummaryRules& rules, std::vector<uint8_t>& block,
+// False where the block would be larger than `mostBytes`.
+bool writePrepared(const Activity& activity, const SummaryRules& rules, size_t mostBytes, std::vector<uint8_t>& block,
                    PrepareFindings& findings);
 
 } // namespace torvane

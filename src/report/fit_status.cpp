@@ -31,6 +31,7 @@ constexpr CodeText codeTexts[] = {
     {fitDivideFailed, true, "failed to divide a fit file '%s'"},
     {fitPrepareFailed, true, "failed to prepare a fit file '%s'"},
     {fitNotComparable, true, "found no common second of power to compare with '%s'"},
+    {fitTooLarge, true, "what would be made of '%s' is far too large for its size"},
     {fitLoaded, false, "success to load GPS data from '%s'"},
     {fitExpressed, false, "express remarkable fields data of '%s'"},
     {fitPredictionSaved, false, "saved a fit file with prediction data as '%s'"},

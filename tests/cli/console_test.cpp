@@ -34,6 +34,7 @@ TEST(Console, RefusesInOneLine)
         {{"701", "theoryTarget=cadence", "theoryPower=901"},
          "warning: found power tried to input over the maximal power\n"},
         {{"801", "ridePowr=3"}, "torvane-cli: power-and-velocity has no entry ridePowr; did you mean ridePower?\n"},
+        {{"timestamp", "days=50000", "a.fit", "b.fit"}, "warning: found too large value of a timestamp offset\n"},
         {{"801", "humanWeight=70"},
          "torvane-cli: humanWeight is an entry of a page: give it as --set humanWeight=...\n"},
         {{"--set", "ridePower=3", "801"},
@@ -335,6 +336,15 @@ TEST(Console, RunsTheToolsAndTellsWhatTheyDid)
     Call refused = call({"--json", "convert", "fitFormat=modern", a, in + "b.fit"});
     EXPECT_EQ(refused.code, 2);
     EXPECT_EQ(refused.err, "warning: no need to convert cause the source file is formated as modern format\n");
+    FitBuilder halves;
+    halves.define(0, 0, {{0, 1, 0}})
+        .message(0, {4})
+        .define(1, 20, {{253, 4}})
+        .message(1, {9})
+        .define(1, 20, {{253, 4}});
+    EXPECT_EQ(call({"divide", written(folder, "halves.fit", halves.file()), in + "half.fit"}).err,
+              "warning: 1 of 2 divided files have no record message: 001\n"
+              "status : success to divide a fit file to 'half_000.fit, half_001.fit'\n");
     // A time may be told in parts; the complement leads back.
     call({"timestamp", "days=1", "minutes=1", a, in + "c.fit"});
     call({"timestamp", "timestampOffset=86460", a, in + "d.fit"});

@@ -103,9 +103,9 @@ protected:
     {
         ASSERT_EQ(bench.from(source.file()).to("part.fit").run(checkDivide, runDivide), fitDivided);
     }
-    void expectParts(int headerSize)
+    void expectParts(int headerSize, const std::string& more = "")
     {
-        EXPECT_EQ(bench.outcome.path, "part_000.fit, part_001.fit");
+        EXPECT_EQ(bench.outcome.path, "part_000.fit, part_001.fit" + more);
         EXPECT_EQ(bench.output("part_000.fit"), first.file(headerSize));
         EXPECT_EQ(bench.output("part_001.fit"), second.file(headerSize));
     }
@@ -155,6 +155,23 @@ TEST_P(Division, ByRecordDefinition)
         part->activity(25, 1025);
     }
     expectParts(14);
+}
+
+// Records of the second part whose definition stands in the first one: all that is in force goes in front of the part's
+// own stretch. The third part has no record.
+TEST_P(Division, ByRecordDefinitionWithRecordsOfAnEarlierOne)
+{
+    source.event(999, 3).records(2).data(2, {1000, 500, 40, 9}).lap(2, 9'000, 1000);
+    source.records(6).data(6, {1010, 600, 50, 9}).data(2, {1011, 700, 60, 9}).records(6).activity(1, 2);
+    divide();
+    first.records(2).data(2, {1000, 0, 0, 9}).lap(2, 9'000, 1000).activity(9'000, 1000);
+    second.lap(2, 9'000, 1000).define(0, 0, {{0, 1, 0}, {1, 2, 0x84}, {4, 4, 0x86}}, bigEndian);
+    second.define(1, 21, {{253, 4}, {1, 1}}, bigEndian);
+    second.records(2).define(3, 19, {{25, 1}, {8, 4}, {253, 4}}, bigEndian);
+    second.records(6).data(6, {1010, 0, 0, 9}).data(2, {1011, 100, 10, 9}).activity(1, 1011);
+    expectParts(14, ", part_002.fit");
+    ASSERT_EQ(bench.outcome.boxes.size(), 1u);
+    EXPECT_EQ(bench.outcome.boxes[0].text, "1 of 3 divided files have no record message: 002");
 }
 
 // More parts than one walk of the source fills: each holds its own record alone.

@@ -60,6 +60,7 @@ TEST(FitWalk, cutAnywhereButBetweenMessagesItIsAFault)
         FitImage image = imageOf(Bytes(data.begin(), data.begin() + static_cast<int>(length)));
         image.data.shrink_to_fit();
         EXPECT_EQ(walkMessages(image, [](const FitMessage&) {}), between ? fitOk : fitInvalid) << length;
+        EXPECT_EQ(walksToItsEnd(image.data), between) << length;
     }
 }
 

@@ -1,4 +1,5 @@
 // Convert, increase timestamp: whole outputs against files built by hand, in both architectures.
+#include "fit/fit_output.h"
 #include "tool_fixture.h"
 
 #include <tuple>
@@ -81,6 +82,32 @@ TEST_P(RewriteTools, TimestampShiftItsComplementAndTruncation)
         EXPECT_EQ(source, times(bigEndian, marked, shift).file());
     }
     EXPECT_EQ(bench.options.timestampOffset, 3584);
+}
+
+// A part repeats a definition of 250 fields in front of each byte; a lap has four fields of 255 bytes for one triple.
+TEST(RewriteToolFaults, WhatWouldGrowFarBeyondItsSourceIsNotWritten)
+{
+    FitBuilder parts = fitFile(), wide = fitFile();
+    parts.define(1, 19, {}).message(1, {}).message(1, {}).define(2, 200, std::vector<FitBuilder::Field>(250));
+    for (int i = 0; i < 1000; i++) {
+        parts.message(2, std::vector<int64_t>(250));
+        wide.define(2, 20, {{253, 255}});
+    }
+    ToolBench bench;
+    bench.options.addLap = 1;
+    EXPECT_EQ(bench.from(wide.file()).run(checkAddMessages, runAddMessages), fitTooLarge);
+    EXPECT_EQ(bench.from(parts.message(1, {}).file()).run(checkDivide, runDivide), fitTooLarge);
+    EXPECT_EQ(bench.folder.count(), 3u); // the source, and two parts in front of the large one
+}
+
+TEST(RewriteToolFaults, WhatDoesNotWalkIsNotWritten)
+{
+    TestFolder folder;
+    FitImage image;
+    image.data = fitFile().data;
+    image.data.pop_back();
+    EXPECT_FALSE(saveFitFile(image, folder.path + "a.fit"));
+    EXPECT_EQ(folder.count(), 0u);
 }
 
 TEST(RewriteToolFaults, ReportedForTheSourceAndLeaveTheDestinationAlone)

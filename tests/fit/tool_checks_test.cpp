@@ -164,6 +164,10 @@ TEST(ToolChecks, Divide)
     single.message(3, {});
     EXPECT_EQ(bench.from(single.file()).boxes(checkDivide), "error: not existing directory for a destination file");
     EXPECT_EQ(bench.to("out.fit").boxes(checkDivide), "");
+    for (int lap = 2; lap <= 10'000; lap++) {
+        single.message(3, {});
+    }
+    EXPECT_EQ(bench.from(single.file()).boxes(checkDivide), "error: found too many parts for divide a source file");
 }
 
 TEST(ToolChecks, Exclude)

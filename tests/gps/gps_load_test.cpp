@@ -38,6 +38,18 @@ StatusCode loadFields(const std::vector<int>& numbers)
 
 } // namespace
 
+TEST(GpsLoad, tablesFarBeyondTheFileAreRefused)
+{
+    for (int message : {messageRecord, messageSession, messageLap})
+        for (int size : {0, 2}) {
+            FitBuilder builder;
+            builder.define(1, message, {{6, size}});
+            for (int i = 0; i < 100; ++i)
+                builder.message(1, {1});
+            EXPECT_EQ(gatherActivity(imageOf(builder)), size == 0 ? fitTooLarge : fitOk) << message;
+        }
+}
+
 TEST(GpsLoad, coherence)
 {
     // Sports of the sessions, sports of the laps, field numbers of the record definitions.

@@ -34,6 +34,19 @@ TEST(Prepare, FillsStepsButNeitherPausesNorLongOnes)
                   {3, 1, 1, 5, 1100, 38});
 }
 
+TEST(Prepare, RefusesWhatWouldGrowFarBeyondItsSource)
+{
+    Recording sparse({timeField}), dense({timeField});
+    dense.record({1}).define(localSession, 20, {});
+    for (int i = 0; i < 100; ++i) {
+        sparse.record({300 * i + 1}); // 300 prepared records for one
+        dense.compressed(localSession, i % 32, {});
+    }
+    EXPECT_EQ(Prepared(sparse.data, {.gapLimit = 300}).code, fitTooLarge);
+    EXPECT_EQ(Prepared(sparse.data).code, fitOk);
+    EXPECT_EQ(Prepared(dense.data).code, fitTooLarge);
+}
+
 TEST(Prepare, KeepsTheFirstOfEqualAndBackwardTimes)
 {
     Recording ride({timeField, heartRateField});
