@@ -134,6 +134,8 @@ std::string jsonAnswer(const Answer& answer)
         object.member("graph", jsonGraph(*answer.graph));
     if (!answer.outputs.empty())
         object.member("outputs", jsonTexts(answer.outputs));
+    if (!answer.runs.empty())
+        object.member("runs", answer.runs);
     return object.close();
 }
 

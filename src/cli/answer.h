@@ -21,6 +21,7 @@ struct Answer {
     std::vector<Box> boxes;
     std::optional<GraphSeries> graph;
     std::vector<std::string> outputs; // absolute paths of the files written
+    std::string runs;                 // of a batch: the answers to its rides, as a JSON list
 };
 
 // Where the streams of one call of the console lead.

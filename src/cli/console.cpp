@@ -7,6 +7,7 @@
 #include "command/settings_command.h"
 #include "core/files.h"
 #include "core/parameter_file.h"
+#include "core/text.h"
 #include "fit/fit_passes.h"
 #include "fit/fit_tools.h"
 #include "gps/analysis.h"
@@ -78,11 +79,43 @@ bool applyOptions(Session& session, const Request& request, Answer& answer, Stre
     return applied;
 }
 
+// Into savedBlock and workingBlock; a file that is of no use is told, and stays as it is. False where nothing may run.
+bool readDefaults(const std::string& path, Answer& answer, Streams& streams)
+{
+    ParametersRead read = readParameters(path, savedBlock);
+    workingBlock = savedBlock;
+    if (read == ParametersRead::refused)
+        tellBoxes(answer, streams, {{"alert", parametersFault(path, read)}});
+    if (read == ParametersRead::unusable)
+        tellBoxes(answer, streams, {{"alert", parametersFault(path, read) + ".\nthe default values are used"}});
+    return read != ParametersRead::refused;
+}
+
+// An unusable file is kept beside the new one; what the command itself has written there stays.
+bool makeWay(const std::string& path, Answer& answer, Streams& streams)
+{
+    ParameterBlock block;
+    ParametersRead read = readParameters(path, block);
+    if (read == ParametersRead::ok || read == ParametersRead::missing)
+        return true;
+    std::string aside = read == ParametersRead::unusable ? keepParametersAside(path) : std::string();
+    std::string told = aside.empty() ? parametersFault(path, read) + ".\nno default is saved"
+                                     : "the unusable file is kept as '" + shownFileName(aside) + "'";
+    tellBoxes(answer, streams, {{"alert", told}});
+    return !aside.empty();
+}
+
+int saveDefaults(Session& session, const std::string& path, Answer& answer, Streams& streams)
+{
+    ScreensInto into(session, answer, streams);
+    return makeWay(path, answer, streams) && saveParameters(path, savedBlock) ? exitDone : exitFailed;
+}
+
 // Parameter file, model, profile, settings: what holds before the command. The exit code when that fails.
 int prepare(Session& session, const Request& request, const std::string& parPath, Answer& answer, Streams& streams)
 {
     ScreensInto into(session, answer, streams);
-    if (!parPath.empty() && !loadParameters(parPath))
+    if (!parPath.empty() && !readDefaults(parPath, answer, streams))
         return exitFailed;
     startModel();
     if (!loadProfileOf(session, request, streams)) {
@@ -143,26 +176,33 @@ int tellHelp(const Request& request, Streams& streams)
     return exitDone;
 }
 
+int runWithDefaults(const Command& command, const Request& request, Answer& answer, Streams& streams)
+{
+    std::string parPath = parPathOf(request);
+    std::string fault = checkParameterFile(request, parPath);
+    if (!fault.empty())
+        return refuse(streams, fault);
+    Session session;
+    if (int code = prepare(session, request, parPath, answer, streams))
+        return code;
+    answer.status.clear();
+    answer.upper.clear();
+    int code = runCommand(session, command, request, answer, streams);
+    if (request.save && code != exitRefused)
+        code = std::max(code, saveDefaults(session, parPath, answer, streams));
+    return code;
+}
+
 int runRequest(const Request& request, Streams& streams)
 {
     const Command* command = findCommand(request.command);
     if (!command)
         return refuse(streams, unknownCommand(request.command));
-    std::string parPath = parPathOf(request);
-    std::string fault = checkParameterFile(request, parPath);
-    if (!fault.empty())
-        return refuseCommand(*command, request, streams, fault);
-    Session session;
     Answer answer;
     answer.command = command->id;
-    if (int code = prepare(session, request, parPath, answer, streams)) {
-        if (request.json)
-            streams.out << jsonAnswer(answer) << '\n';
-        return code;
-    }
-    int code = runCommand(session, *command, request, streams);
-    if (request.save && code != exitRefused && !saveParameters(parPath, savedBlock))
-        return exitFailed;
+    int code = runWithDefaults(*command, request, answer, streams);
+    if (request.json)
+        streams.out << jsonAnswer(answer) << '\n';
     return code;
 }
 

@@ -196,7 +196,7 @@ Answer endedLine(Answer answer)
 
 // Each ride of a batch starts from the same settings; one that fails is named, and the rest go on.
 int runBatch(Session& session, const Command& command, const Request& request, const std::vector<RunFiles>& runs,
-             Streams& streams)
+             Answer& answer, Streams& streams)
 {
     ParameterBlock settings = workingBlock;
     JsonList list('[');
@@ -214,23 +214,19 @@ int runBatch(Session& session, const Command& command, const Request& request, c
         else
             printAnswer(endedLine(run.answer), streams);
     }
-    if (request.json) {
-        JsonList object('{');
-        object.member("command", std::to_string(command.id));
-        object.member("runs", list.close());
-        streams.out << object.close() << '\n';
-    }
+    if (request.json)
+        answer.runs = list.close();
     return code;
 }
 
-int runSingle(Session& session, const Command& command, const Request& request, const RunFiles& files, Streams& streams)
+int runSingle(Session& session, const Command& command, const Request& request, const RunFiles& files, Answer& answer,
+              Streams& streams)
 {
-    Run run = {session, command, request, streams, files};
+    Run run = {session, command, request, streams, files, std::move(answer)};
     int code = runOnce(run);
-    if (request.json)
-        streams.out << jsonAnswer(run.answer) << '\n';
-    else
-        printAnswer(run.answer, streams);
+    answer = std::move(run.answer);
+    if (!request.json)
+        printAnswer(answer, streams);
     return code;
 }
 
@@ -263,15 +259,6 @@ int refuse(Streams& streams, const std::string& text)
     return exitRefused;
 }
 
-int refuseCommand(const Command& command, const Request& request, Streams& streams, const std::string& text)
-{
-    Answer answer;
-    answer.command = command.id;
-    if (request.json)
-        streams.out << jsonAnswer(answer) << '\n';
-    return refuse(streams, text);
-}
-
 void note(Streams& streams, const std::string& text)
 {
     streams.err << "note: " << shownText(text) << '\n';
@@ -296,17 +283,17 @@ ResultStatus finishProfileFile(Session& session, const Command& command, const s
     return result;
 }
 
-int runCommand(Session& session, const Command& command, const Request& request, Streams& streams)
+int runCommand(Session& session, const Command& command, const Request& request, Answer& answer, Streams& streams)
 {
     std::vector<RunFiles> runs;
     std::string fault = checkRequest(command, request);
     if (fault.empty())
         fault = planRuns(command, request, runs);
     if (!fault.empty())
-        return refuseCommand(command, request, streams, fault);
+        return refuse(streams, fault);
     wantGraph(request);
-    int code = request.into.empty() ? runSingle(session, command, request, runs[0], streams)
-                                    : runBatch(session, command, request, runs, streams);
+    int code = request.into.empty() ? runSingle(session, command, request, runs[0], answer, streams)
+                                    : runBatch(session, command, request, runs, answer, streams);
     // What a tool ticked waits for the next commit of the recorded rides, and there will be none.
     if (request.save && command.menu == MenuAfter::toolRan)
         commitGps(savedBlock, workingBlock);

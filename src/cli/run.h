@@ -14,16 +14,15 @@ enum ExitCode : int {
     exitRefused = 2, // refused input or wrong usage
 };
 
-// The blocks and the model are as the request's options left them. Prints what the command came to.
-int runCommand(Session& session, const Command& command, const Request& request, Streams& streams);
+// The blocks and the model are as the request's options left them. Prints what the command came to, but for JSON, which
+// the caller makes of the answer; what that already holds stays in it.
+int runCommand(Session& session, const Command& command, const Request& request, Answer& answer, Streams& streams);
 
 // Reads or writes a profile file by its command. What no page would take of one is told.
 ResultStatus finishProfileFile(Session& session, const Command& command, const std::string& path, Streams& streams);
 
 // "torvane-cli: text" to standard error, and exitRefused.
 int refuse(Streams& streams, const std::string& text);
-// The same for a request whose command is known: its answer as JSON, where that is wanted, holds nothing else.
-int refuseCommand(const Command& command, const Request& request, Streams& streams, const std::string& text);
 void note(Streams& streams, const std::string& text);
 // What applySettings had to say; notes only where it was accepted.
 void tellSettings(bool applied, const EntryFaults& faults, const std::vector<Box>& boxes, Answer& answer,

@@ -1,5 +1,6 @@
 #include "core/parameter_file.h"
 
+#include "core/file_kind.h"
 #include "core/files.h"
 #include "core/record_check.h"
 #include "core/screens.h"
@@ -37,34 +38,27 @@ void setProfileFileName(ParameterBlock& block, const std::string& path)
     std::memcpy(block.profileFileName, name.data(), length);
 }
 
-// Moves a parameter file that cannot be used out of the way; the name it has now, empty when it could not be moved.
-std::string keepAside(const std::string& path)
+// A parameter file has words that are 0, and a text has no such byte. A longer one than this version's there has never
+// been.
+bool mayBeParameters(std::span<const uint8_t> bytes, const std::string& path)
 {
-    constexpr int mostKept = 1000;
-    for (int number = 1; number < mostKept; ++number) {
-        std::string aside = formatText("%s.unusable%d", path.c_str(), number);
-        if (!fileExists(aside))
-            return renameFile(path, aside) ? aside : std::string();
-    }
-    return {};
+    if (bytes.empty())
+        return true;
+    FileKind kind = kindOfContent(bytes, path);
+    return (kind == FileKind::parameters || kind == FileKind::unknown) && bytes.size() <= sizeof(ParameterBlock) &&
+           std::ranges::find(bytes, 0) != bytes.end();
 }
 
-void tellUnusable(const std::string& path, const std::string& aside)
+// The defaults hold, since the file is of no use.
+ParametersLoaded startWithout(const std::string& path, ParametersRead read)
 {
-    std::string text = "found unusable contents in '" + shownFileName(path) + "'.\nthe default values are used";
-    if (!aside.empty())
-        text += ", and the file is kept as '" + shownFileName(aside) + "'";
-    theScreens.showMessage("alert", text);
-}
-
-// Writes the defaults where no usable file stands. One that could not be moved aside is not overwritten: it may be of
-// use to somebody.
-bool writeFirstParameters(const std::string& path, bool found)
-{
-    std::string aside = found ? keepAside(path) : std::string();
-    if (found)
-        tellUnusable(path, aside);
-    return (found && aside.empty()) || saveParameters(path, savedBlock);
+    std::string aside = read == ParametersRead::unusable ? keepParametersAside(path) : std::string();
+    std::string kept =
+        aside.empty() ? "nothing is written to it" : "the file is kept as '" + shownFileName(aside) + "'";
+    theScreens.showMessage("alert", parametersFault(path, read) + ".\nthe default values are used, and " + kept);
+    if (aside.empty())
+        return ParametersLoaded::readOnly;
+    return saveParameters(path, savedBlock) ? ParametersLoaded::ready : ParametersLoaded::failed;
 }
 
 // The body of a profile file over what modelState holds; false when the file has another format.
@@ -88,29 +82,51 @@ std::string parameterFilePath()
     return programFolder() + "Torvane.par";
 }
 
-bool readParameters(const std::string& path, ParameterBlock& block)
+ParametersRead readParameters(const std::string& path, ParameterBlock& block)
 {
     std::vector<uint8_t> bytes;
     setDefaults(block);
-    if (readFileStart(path, sizeof block, bytes) != FileResult::ok)
-        return false;
+    if (!fileExists(path))
+        return ParametersRead::missing;
+    if (readFileStart(path, kindBytes, bytes) != FileResult::ok || !mayBeParameters(bytes, path))
+        return ParametersRead::refused;
     layOver(block, bytes);
     if (isSound(block))
-        return true;
+        return ParametersRead::ok;
     setDefaults(block);
-    return false;
+    return ParametersRead::unusable;
 }
 
-bool loadParameters(const std::string& path)
+std::string parametersFault(const std::string& path, ParametersRead read)
 {
-    bool found = fileExists(path);
-    bool written = true;
-    if (!found || !readParameters(path, savedBlock)) {
-        setDefaults(savedBlock);
-        written = writeFirstParameters(path, found);
+    FileKind kind = fileKind(path);
+    if (read == ParametersRead::unusable)
+        return "found unusable contents in '" + shownFileName(path) + "'";
+    if (kind == FileKind::unreadable)
+        return "failed to read '" + shownFileName(path) + "'";
+    return "found " + std::string(kindName(kind)) + " in place of parameters as '" + shownFileName(path) + "'";
+}
+
+std::string keepParametersAside(const std::string& path)
+{
+    constexpr int mostKept = 1000;
+    for (int number = 1; number < mostKept; ++number) {
+        std::string aside = formatText("%s.unusable%d", path.c_str(), number);
+        if (!fileExists(aside))
+            return renameFile(path, aside) ? aside : std::string();
     }
+    return {};
+}
+
+ParametersLoaded loadParameters(const std::string& path)
+{
+    ParametersRead read = readParameters(path, savedBlock);
     workingBlock = savedBlock;
-    return written;
+    if (read == ParametersRead::ok)
+        return ParametersLoaded::ready;
+    if (read != ParametersRead::missing)
+        return startWithout(path, read);
+    return saveParameters(path, savedBlock) ? ParametersLoaded::ready : ParametersLoaded::failed;
 }
 
 bool saveParameters(const std::string& path, const ParameterBlock& block)

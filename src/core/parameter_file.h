@@ -17,15 +17,33 @@ constexpr size_t profileFileSize = profileHeaderSize + sizeof(ModelState);
 // "Torvane.par" in the folder of the program.
 std::string parameterFilePath();
 
-// Fills savedBlock at the start of the program, and workingBlock as its copy. No file: the defaults, which are written
-// at once. A short file is read as far as it goes over the defaults. A file that cannot be read or used is told in a
-// message box, kept beside under another name, and the defaults hold. False when the defaults could not be written:
-// the user was told, and the program should end.
-bool loadParameters(const std::string& path);
+// What reading a parameter file came to.
+enum class ParametersRead {
+    ok,       // a short file as far as it goes, over the defaults
+    missing,  // there is none yet
+    unusable, // it holds figures that cannot be computed with
+    refused,  // it cannot be read, or it is something else: nobody may write over it or move it
+};
 
-// Reads a parameter file into a block, over the defaults. False when it cannot be read or used; the block then holds
-// the defaults.
-bool readParameters(const std::string& path, ParameterBlock& block);
+// Reads a parameter file into a block, which holds the defaults where that was not ok. Tells nobody.
+ParametersRead readParameters(const std::string& path, ParameterBlock& block);
+
+// What is wrong with an unusable or refused file, in words.
+std::string parametersFault(const std::string& path, ParametersRead read);
+
+// Gives an unusable file another name beside its own, which comes back; empty when that failed.
+std::string keepParametersAside(const std::string& path);
+
+enum class ParametersLoaded {
+    ready,
+    readOnly, // the defaults hold, and the file is not to be written
+    failed,   // the defaults could not be written: the program should end
+};
+
+// Fills savedBlock at the start of the desktop program, and workingBlock as its copy. No file: the defaults, which are
+// written at once. An unusable file is kept beside under another name, and the defaults are written; one that was
+// refused, or cannot be moved, stays as it is. Whatever is not ready is told in a message box.
+ParametersLoaded loadParameters(const std::string& path);
 
 // Writes the whole file anew. False when that failed; the old file stands, and the user was told in a message box.
 bool saveParameters(const std::string& path, const ParameterBlock& block);

@@ -98,7 +98,9 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int)
     theScreens = mainWindow.session.screens;
     mainWindow.parameterPath = parameterFilePath();
     registerCommonControls();
-    int result = loadParameters(mainWindow.parameterPath) ? runWindow() : 1;
+    ParametersLoaded loaded = loadParameters(mainWindow.parameterPath);
+    mainWindow.writesParameters = loaded == ParametersLoaded::ready;
+    int result = loaded != ParametersLoaded::failed ? runWindow() : 1;
     ReleaseMutex(mutex);
     CloseHandle(mutex);
     return result;

@@ -99,7 +99,8 @@ LRESULT onClose(HWND window, WPARAM, LPARAM)
     if (!IsWindowEnabled(window) || !stopWorker())
         return 0;
     keepWindowMetrics(window);
-    saveParameters(mainWindow.parameterPath, savedBlock);
+    if (mainWindow.writesParameters)
+        saveParameters(mainWindow.parameterPath, savedBlock);
     closeGraphWindow();
     for (HWND child : {screenSet.upperScreen, screenSet.lowerScreen, screenSet.statusBar})
         DestroyWindow(child);

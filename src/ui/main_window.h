@@ -16,6 +16,7 @@ struct MainWindow {
     HWND lastFocus;            // pane that had the focus when the window was left
     HMODULE richEdit;          // library of the panes, freed at the window's end
     std::string parameterPath; // UTF-8, settled at start
+    bool writesParameters;     // at the end, where the start could read them
 };
 
 extern MainWindow mainWindow;

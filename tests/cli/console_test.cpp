@@ -1,9 +1,7 @@
 // The console as its user meets it: what it takes, what it refuses and in which words, exit codes, output.
 #include "console_fixture.h"
 
-#include "command/command_table.h"
 #include "core/parameter_file.h"
-#include "core/text.h"
 #include "figures.h"
 #include "fit/fit_builder.h"
 #include "forms/form.h"
@@ -130,7 +128,7 @@ TEST(Console, KeepsWhatWasNotTypedToTheLastBit)
     block.initialValueMode = 1;
     ASSERT_TRUE(saveParameters(par, block));
     EXPECT_EQ(call({"--par", par, "--save", "--set", "humanWeight=72", "801", "rideVelocity=30"}).code, 0);
-    ASSERT_TRUE(readParameters(par, after));
+    ASSERT_EQ(readParameters(par, after), ParametersRead::ok);
     expectFigures({after.humanHeight, after.humanWeight, after.rideInclination[0], after.rideVelocity[0]},
                   {171.23456789, 72, 1.0 / 3, 30 / 3.6});
     // Neither a call without --save nor a refusal changes the file.
@@ -141,65 +139,6 @@ TEST(Console, KeepsWhatWasNotTypedToTheLastBit)
     EXPECT_EQ(bytesOf(par), before);
     for (const std::string& unusable : {folder.path + "none.par", folder.path})
         EXPECT_EQ(call({"--par", unusable, "801"}).code, 2);
-}
-
-TEST(Console, AnEntrySetToItsValueChangesNothing)
-{
-    Call plain = call({"801"});
-    const ParameterBlock defaults = savedBlock;
-    for (const Form* form : allForms()) {
-        FormState state;
-        openForm(state, *form, defaults, defaults, true);
-        for (size_t i = 0; form->opensWith == OpensWith::working && i < form->rows.size(); ++i) {
-            const Row& row = form->rows[i];
-            if (row.offset == noField || !isPresent(state, row))
-                continue;
-            std::string entry = row.name + formatText("=%.17g", shownValue(state, row));
-            EXPECT_EQ(call({"--set", entry, "801"}).out, plain.out) << entry;
-        }
-    }
-    EXPECT_TRUE(contains(call({"321", "spokeCount[1]=30"}).out, "-- rear spoke count\t:   30\n"));
-}
-
-// No file holds which simulation or calculator a target belongs to.
-TEST(Console, KeepsEveryTargetThatIsSaved)
-{
-    TestFolder folder;
-    ParameterBlock block;
-    for (const Command& command : commandTable()) {
-        if (command.family == Family::none)
-            continue;
-        const Row& target = findForm(command.form)->rows[0];
-        for (size_t i = 0; i < target.labels.size(); ++i) {
-            std::string entry = formatText("%s=%zu", target.name, i), par = folder.path + consoleName(command) + entry;
-            EXPECT_NE(call({"--par", par, "--save", "--set", "humanWeight=77", consoleName(command), entry}).code, 2);
-            Call again = call({"--par", par, "human"});
-            EXPECT_EQ(again.err, "") << entry;
-            EXPECT_TRUE(contains(again.out, "77.0 kg"));
-            ASSERT_TRUE(readParameters(par, block));
-            EXPECT_EQ(command.family == Family::ride ? block.rideTarget : block.theoryTarget, static_cast<int>(i));
-        }
-    }
-}
-
-TEST(Console, NamesWhatNoPageWouldTakeOfAProfile)
-{
-    TestFolder folder;
-    std::string rider = folder.path + "rider.pro";
-    EXPECT_EQ(call({"save-profile", rider}).code, 0);
-    Bytes bytes = bytesOf(rider);
-    std::fill_n(bytes.begin() + profileHeaderSize + offsetof(ModelState, crankLength), sizeof(double), uint8_t{0});
-    writeBytes(rider, bytes);
-    std::string told = "torvane-cli: " + rider +
-                       ": crankLength is 0, its limits are 100 to 200 mm\n"
-                       "status : failed to read a file 'rider.pro'\n";
-    for (const std::vector<std::string>& arguments :
-         {std::vector<std::string>{"--profile", rider, "801"}, std::vector<std::string>{"load-profile", rider}}) {
-        Call refused = call(arguments);
-        EXPECT_EQ(refused.code, 1);
-        EXPECT_EQ(refused.out, "");
-        EXPECT_EQ(refused.err, told);
-    }
 }
 
 // A call after the other with one parameter file: what the first saves is what the next opens with.
@@ -234,7 +173,7 @@ TEST(Console, SavesWhatAToolTicked)
     std::string par = folder.path + "new.par", ride = written(folder, "a.fit", plainRide());
     call({"--par", par, "--save", "906", "convertEnabled=off", "convertSpeedUnit=on", ride, folder.path + "b.fit"});
     ParameterBlock block;
-    ASSERT_TRUE(readParameters(par, block));
+    ASSERT_EQ(readParameters(par, block), ParametersRead::ok);
     EXPECT_EQ(block.convertOutput.convertEnabled, 0);
     EXPECT_EQ(block.convertSpeedUnit, 1);
     EXPECT_TRUE(contains(call({"--par", par, "help", "906"}).out, "convertSpeedUnit          off | on (default on)\n"));

@@ -30,6 +30,7 @@ protected:
         return !shown.messages.empty() && std::exchange(shown.messages, {}).back().first == "alert";
     }
 
+    static constexpr ParametersLoaded ready = ParametersLoaded::ready;
     CapturedScreens shown;
     TestFolder own;
     const std::string& folder = own.path;
@@ -38,9 +39,9 @@ protected:
 
 } // namespace
 
-TEST_F(ParameterFile, aShortOrLongFileIsReadAsFarAsItGoes)
+TEST_F(ParameterFile, aShortFileIsReadAsFarAsItGoes)
 {
-    EXPECT_TRUE(loadParameters(settings)); // none yet
+    EXPECT_EQ(loadParameters(settings), ready); // none yet
     EXPECT_TRUE(shown.messages.empty());
     ParameterBlock block;
     setDefaults(block);
@@ -49,14 +50,11 @@ TEST_F(ParameterFile, aShortOrLongFileIsReadAsFarAsItGoes)
     Bytes bytes = imageOf(block);
     bytes.resize(offsetof(ParameterBlock, thresholdSpeed) + 3);
     writeBytes(settings, bytes);
-    EXPECT_TRUE(loadParameters(settings));
+    EXPECT_EQ(loadParameters(settings), ready);
     EXPECT_EQ(savedBlock.humanHeight, 190);
     EXPECT_NEAR(savedBlock.thresholdSpeed, 5, 1e-12) << "the bytes that are missing are the default's";
-    bytes = imageOf(block);
-    bytes.insert(bytes.end(), 700, 0xEE); // of a later version: read as far as this one knows
-    writeBytes(settings, bytes);
-    EXPECT_TRUE(loadParameters(settings));
-    EXPECT_EQ(savedBlock.thresholdSpeed, 9);
+    writeBytes(settings, {});
+    EXPECT_EQ(loadParameters(settings), ready);
     EXPECT_EQ(own.count(), 1u) << "nothing was set aside";
 }
 
@@ -80,23 +78,43 @@ TEST_F(ParameterFile, unusableContentsAreToldAndKept)
         block.humanWeight = 77;
         spoilers[i](block);
         writeBytes(settings, imageOf(block));
-        EXPECT_TRUE(loadParameters(settings)) << i;
+        EXPECT_EQ(loadParameters(settings), ready) << i;
         EXPECT_TRUE(alerted()) << i;
         EXPECT_EQ(savedBlock.humanWeight, 60) << i;
         EXPECT_EQ(bytesOf(settings + ".unusable" + std::to_string(i + 1)), imageOf(block)) << i;
     }
 }
 
-TEST_F(ParameterFile, aFolderInItsPlaceIsKeptAsideAndNoFolderIsTold)
+TEST_F(ParameterFile, whatIsNoParameterFileStaysAsItIs)
 {
+    ParameterBlock block;
+    setDefaults(block);
+    Bytes longer = imageOf(block), profile(profileFileSize);
+    longer.push_back(0);
+    profile[0] = 2;
+    const std::pair<const char*, Bytes> cases[] = {
+        {"found a FIT file in place of parameters as 'Torvane.par'", FitBuilder().file()},
+        {"found a profile file in place of parameters as 'Torvane.par'", profile},
+        {"found a file of another kind in place of parameters as 'Torvane.par'", longer},
+        {"found a file of another kind in place of parameters as 'Torvane.par'", {'n', 'o', 't', 'e', 's'}},
+    };
+    for (const auto& [text, bytes] : cases) {
+        writeBytes(settings, bytes);
+        EXPECT_EQ(loadParameters(settings), ParametersLoaded::readOnly);
+        EXPECT_EQ(shown.messages.back().second,
+                  std::string(text) + ".\nthe default values are used, and nothing is written to it");
+        EXPECT_EQ(bytesOf(settings), bytes);
+        EXPECT_EQ(savedBlock.humanWeight, 60);
+    }
+    std::filesystem::remove(settings);
     std::filesystem::create_directories(settings);
-    EXPECT_TRUE(loadParameters(settings));
-    EXPECT_TRUE(alerted());
-    EXPECT_TRUE(std::filesystem::is_directory(settings + ".unusable1"));
-    EXPECT_EQ(std::filesystem::file_size(settings), 2416u) << "the defaults, as at a first start";
-    EXPECT_EQ(savedBlock.humanWeight, 60);
-    EXPECT_EQ(workingBlock.sprocket[14], 35);
-    EXPECT_FALSE(loadParameters(folder + "none/Torvane.par"));
+    EXPECT_EQ(loadParameters(settings), ParametersLoaded::readOnly);
+    EXPECT_TRUE(std::filesystem::is_directory(settings));
+    EXPECT_EQ(own.count(), 1u);
+    // A file whose bytes the system does not give.
+    EXPECT_EQ(loadParameters("/proc/self/mem"), ParametersLoaded::readOnly);
+    EXPECT_TRUE(shown.messages.back().second.starts_with("failed to read 'mem'.\n"));
+    EXPECT_EQ(loadParameters(folder + "none/Torvane.par"), ParametersLoaded::failed);
     EXPECT_EQ(shown.messages.back().second, "failed to open .par file");
 }
 

@@ -187,7 +187,7 @@ TEST(WriteFaults, twoInstancesOnOneParameterFile)
     double defaultPower = savedBlock.thresholdPower;
     for (int i = 0; i < 500; i++) {
         ParameterBlock block;
-        ASSERT_TRUE(readParameters(path, block));
+        ASSERT_EQ(readParameters(path, block), ParametersRead::ok);
         ASSERT_EQ(block.thresholdPower, block.humanWeight == 60 ? defaultPower : block.humanWeight);
     }
     for (pid_t writer : writers) {

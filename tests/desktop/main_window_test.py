@@ -5,11 +5,15 @@ import subprocess
 import unittest
 
 import desktop
+import fit_file
 from desktop import CANCEL, LIMIT, LOWER, OK, STATUS, UPPER, Desktop, DesktopTest, wait_for
 
 ABOUT_TEXT = 111
 WINDOW_RECT = 0x24  # in the parameter file: left, top, right, bottom
 WINDOW_SIZE = 0x44
+RIDE_TARGET = 0xF4
+PROFILE_HEADER = 20
+CRANK_LENGTH = 0x98  # in the body of a profile
 
 
 class StartTest(DesktopTest):
@@ -129,6 +133,43 @@ class EndTest(unittest.TestCase):
             self.assertEqual(program.pane(UPPER), desktop.console("all-profile")["upper"])
             kept = [p for p in folder.iterdir() if p.name.startswith("Torvane.par") and p.read_bytes() == bytes(block)]
             self.assertEqual(len(kept), 1)
+
+    def test_what_is_no_parameter_file_is_told_and_stays(self):
+        folder = desktop.BUILD / "desktop-tests" / "ForeignTest"
+        ride = fit_file.ride(60)
+        with Desktop(folder, ride, awaits_start=False) as program:
+            self.assertIn("a FIT file in place of parameters", program.box("alert"))
+            program.await_start()
+            self.assertEqual(program.pane(UPPER), desktop.console("all-profile")["upper"])
+            program.run("ctrl+v", "power and velocity", [(3031, True)])
+            program.close()
+            self.assertEqual({p.name: p.read_bytes() for p in folder.glob("*.par*")}, {"Torvane.par": ride})
+
+    def test_a_kept_target_and_a_kept_profile_come_back(self):
+        folder = desktop.BUILD / "desktop-tests" / "KeptTest"
+        with Desktop(folder) as program:
+            # A run without an answer, which leaves figures that are no numbers.
+            program.run("ctrl+a", "acceleration", [(5211, "sector time"), (5243, "140"), (3032, True)])
+            for key, title, told in (("ctrl+s", "Save As", "success to save"), ("ctrl+o", "Open", "success to load")):
+                program.press(key)
+                program.choose_file(title, folder / "rider.pro")
+                wait_for(lambda: told in program.status(), told)
+            profile = bytearray((folder / "rider.pro").read_bytes())
+            struct.pack_into("<d", profile, PROFILE_HEADER + CRANK_LENGTH, 0.0)
+            (folder / "crankless.pro").write_bytes(profile)
+            program.press("ctrl+o")
+            program.choose_file("Open", folder / "crankless.pro")
+            wait_for(lambda: program.status() == "status : failed to read a file 'crankless.pro'", "a refusal")
+            program.close()
+            self.assertEqual(struct.unpack_from("<i", (folder / "Torvane.par").read_bytes(), RIDE_TARGET)[0], 4)
+            program.launch()
+            program.await_start()
+            program.press("ctrl+v")
+            window = program.dialog("power and velocity")
+            self.assertEqual(program.control(window, 5111)["selected"], 0, "a list of two takes the fifth as the first")
+            program.press("Escape")
+            program.gone(window)
+            self.assertEqual([p.name for p in folder.glob("*.par*")], ["Torvane.par"])
 
 
 if __name__ == "__main__":
