@@ -2,13 +2,10 @@
 // been; they stay so.
 #pragma once
 
+#include "core/choices.h"
+
 namespace torvane {
 
-inline constexpr const char* wearNames[] = {"skin suit", "bike summer", "bike winter", "casual summer",
-                                            "casual winter"};
-inline constexpr const char* helmetNames[] = {"none", "normal", "aero"};
-inline constexpr const char* brakeMaterialNames[] = {"carbon", "aluminum", "stainless"};
-inline constexpr const char* roadSurfaceNames[] = {"dry", "damp", "rain"};
 inline constexpr const char* stageNames[] = {"pedaling", "crank", "hub", "thrust"};
 
 inline constexpr const char* accelerationFactorNames[] = {"maxi power",  "mean power",  "PEV as maxi",

@@ -3,7 +3,9 @@
 //
 // A section is a list of members, written once and copied from any record that has them to any other: a block to a
 // block, a block to modelState and back.
+#include "core/choices.h"
 #include "core/parameter_block.h"
+#include "core/ride_choices.h"
 
 #include <algorithm>
 #include <cstring>
@@ -92,7 +94,7 @@ void copyBrake(Target& target, const Source& source)
 {
     COPY(brakeType);
     for (int wheel = 0; wheel < 2; ++wheel) {
-        int type = source.brakeType[wheel] == 1 ? 1 : 0;
+        int type = source.brakeType[wheel] == brakeDisc ? brakeDisc : brakeRim;
         COPY(brakeMaterial[type][wheel]);
         COPY(brakeWeight[type][wheel]);
         COPY(brakeSurfaceSize[type][wheel]);
@@ -235,7 +237,7 @@ void copyRideExtras(ParameterBlock& target, const ParameterBlock& source, int mo
     case 3:
         COPY(intervalDistance);
         COPY(totalDistance);
-        if (source.rideTarget >= 0 && source.rideTarget < 4)
+        if (source.rideTarget >= 0 && source.rideTarget < brakingPatternCount)
             COPY(brakingInclination[source.rideTarget]);
         break;
     case 4:
@@ -258,9 +260,9 @@ void copyTheory(ParameterBlock& target, const ParameterBlock& source, int calcul
     COPY(theoryMaxPower[calculator]);
     COPY(theoryVelocity[calculator]);
     COPY(theoryInclination[calculator]);
-    if (calculator == 1)
+    if (calculator == calculatorPedaling)
         COPY(torqueOrForce);
-    if (calculator == 2) {
+    if (calculator == calculatorGears) {
         COPY(useMissionProfile);
         COPY(frontTooth);
         COPY(rearTooth);

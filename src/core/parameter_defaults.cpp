@@ -1,4 +1,6 @@
 // The values that a first start, or a parameter file that cannot be used, gives.
+#include "core/choices.h"
+#include "core/fit_choices.h"
 #include "core/parameter_block.h"
 
 #include <algorithm>
@@ -25,15 +27,15 @@ void setRiderDefaults(ParameterBlock& block)
 {
     block.humanHeight = 178;
     block.humanWeight = 60;
-    block.position = 2;
+    block.position = positionDrop;
     block.torsoAngle = 30;
     block.cadenceUsual = 90;
     block.cadencePoweredMax = 120;
     block.cadenceShiftUp = 110;
     block.cadenceShiftDown = 85;
     block.ftp = 270;
-    block.wear = 1;
-    block.helmet = 1;
+    block.wear = wearBikeSummer;
+    block.helmet = helmetNormal;
 }
 
 void setMachineDefaults(ParameterBlock& block)
@@ -59,11 +61,11 @@ void setMachineDefaults(ParameterBlock& block)
     fill(block.tyreWeight, {180.0, 210.0});
     fill(block.rollingCoefficient, {0.004, 0.003});
     fill(block.frictionCoefficient, {0.85, 0.75});
-    fill(block.brakeMaterial[1], {2, 2});
-    fill(block.brakeWeight[0], {350.0, 350.0});
-    fill(block.brakeWeight[1], {100.0, 100.0});
-    fill(block.brakeSurfaceSize[0], {50.0, 50.0});
-    fill(block.brakeSurfaceSize[1], {160.0, 160.0});
+    std::ranges::fill(block.brakeMaterial[brakeDisc], materialStainless);
+    fill(block.brakeWeight[brakeRim], {350.0, 350.0});
+    fill(block.brakeWeight[brakeDisc], {100.0, 100.0});
+    fill(block.brakeSurfaceSize[brakeRim], {50.0, 50.0});
+    fill(block.brakeSurfaceSize[brakeDisc], {160.0, 160.0});
     block.shellLossPercent = 3;
     block.shellLossTorque = 50;
     block.missionLossPercent = 3;
@@ -84,7 +86,7 @@ void setConditionDefaults(ParameterBlock& block)
     block.pelotonVelocity = 40;
     block.pelotonNumber = 10;
     block.wheelDistance = 30;
-    block.rotateTop = 1;
+    block.rotateTop = topRotates;
 }
 
 void setPreferenceDefaults(ParameterBlock& block)
@@ -137,7 +139,8 @@ void setRideDefaults(ParameterBlock& block)
 
 void setGpsDefaults(ParameterBlock& block)
 {
-    constexpr OutputChoice asSource = {.convertEnabled = 0, .fitFormat = 1, .sportEnabled = 0, .sportIndex = 2};
+    constexpr OutputChoice asSource = {
+        .convertEnabled = 0, .fitFormat = formModern, .sportEnabled = 0, .sportIndex = sportCycling};
     block.expressSmoothing = 1;
     block.expressUnrealInclination = 25;
     block.expressUnrealAccele = 1.5;
@@ -151,7 +154,7 @@ void setGpsDefaults(ParameterBlock& block)
     block.reserved8D0 = 1;
     block.createOutput = asSource;
     block.combineOutput = asSource;
-    block.convertOutput = {.convertEnabled = 1, .fitFormat = 0, .sportEnabled = 0, .sportIndex = 2};
+    block.convertOutput = {.convertEnabled = 1, .fitFormat = formLegacy, .sportEnabled = 0, .sportIndex = sportCycling};
     block.addOutput = asSource;
     block.divideOutput = asSource;
     block.excludeOutput = asSource;

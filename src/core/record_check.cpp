@@ -1,5 +1,9 @@
 #include "core/record_check.h"
 
+#include "core/choices.h"
+#include "core/fit_choices.h"
+#include "core/ride_choices.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstring>
@@ -8,6 +12,11 @@
 namespace torvane {
 
 namespace {
+
+static_assert(theoryCount == calculatorCount);
+static_assert(std::extent_v<decltype(ParameterBlock::brakingInclination)> == brakingPatternCount);
+constexpr int mostGears =
+    std::extent_v<decltype(ParameterBlock::chainring)> * std::extent_v<decltype(ParameterBlock::sprocket)>;
 
 template <typename T>
 bool finite(const T& value)
@@ -68,14 +77,23 @@ bool soundTeeth(const int32_t (&teeth)[places], int32_t count)
            std::all_of(teeth, teeth + count, [](int32_t each) { return within(each, 1, mostTeeth); });
 }
 
+// An index into a list of so many entries.
+template <typename T>
+bool isChoice(const T& value, int count)
+{
+    return within(value, 0, count - 1);
+}
+
 template <typename Record>
 bool soundChoices(const Record& r)
 {
-    return within(r.position, 0, 5) && within(r.wear, 0, 4) && within(r.helmet, 0, 2) && within(r.shellType, 0, 1) &&
-           soundTeeth(r.chainring, r.chainringCount) && soundTeeth(r.sprocket, r.sprocketCount) &&
-           within(r.predictWheel, 0, 1) && within(r.brakeType, 0, 1) && within(r.brakeMaterial, 0, 2) &&
-           within(r.motorLocation, 0, 2) && within(r.assistRangeMode, 0, 2) && within(r.airPressureSource, 0, 1) &&
-           within(r.roadSurface, 0, 2) && within(r.pelotonMode, 0, 1) && within(r.rotateTop, 0, 1);
+    return isChoice(r.position, positionCount) && isChoice(r.wear, wearCount) && isChoice(r.helmet, helmetCount) &&
+           isChoice(r.shellType, shellTypeCount) && soundTeeth(r.chainring, r.chainringCount) &&
+           soundTeeth(r.sprocket, r.sprocketCount) && isChoice(r.predictWheel, wheelCount) &&
+           isChoice(r.brakeType, brakeTypeCount) && isChoice(r.brakeMaterial, brakeMaterialCount) &&
+           isChoice(r.motorLocation, motorLocationCount) && isChoice(r.assistRangeMode, rangeModeCount) &&
+           isChoice(r.airPressureSource, pressureSourceCount) && isChoice(r.roadSurface, roadSurfaceCount) &&
+           isChoice(r.pelotonMode, pelotonModeCount) && isChoice(r.rotateTop, topOfTrainCount);
 }
 
 template <typename Record>
@@ -93,31 +111,29 @@ bool soundFigures(const Record& r)
 
 bool soundPreferences(const ParameterBlock& b)
 {
-    return within(b.accelerationIntervalMode, 0, 1) && within(b.decelerationIntervalMode, 0, 1) &&
-           within(b.initialValueMode, 0, 1) &&
+    return isChoice(b.accelerationIntervalMode, intervalModeCount) &&
+           isChoice(b.decelerationIntervalMode, intervalModeCount) &&
+           isChoice(b.initialValueMode, initialValueModeCount) &&
            allFinite(b.energyEfficiency, b.accelerationInterval, b.decelerationInterval, b.specificHeat, b.emittance,
                      b.thresholdSpeed, b.thresholdPower);
 }
 
 // A target is kept without the calculator or simulation that it belongs to: it is good up to the longest of their
 // lists, and a form takes one that its own list does not have as the first.
-constexpr int lastTheoryTarget = 3; // of the cadence theory
-constexpr int lastRideTarget = 8;   // of the acceleration
-
 bool soundTheory(const ParameterBlock& b)
 {
-    return within(b.theoryCalculator, 0, theoryCount - 1) && within(b.theoryTarget, 0, lastTheoryTarget) &&
-           within(b.torqueOrForce, 0, 1) &&
+    return isChoice(b.theoryCalculator, theoryCount) && isChoice(b.theoryTarget, theoryTargetCount) &&
+           isChoice(b.torqueOrForce, torqueOrForceCount) &&
            allFinite(b.theoryCadence, b.theoryPower, b.theoryTorque, b.theoryForce, b.theoryCadenceMax,
                      b.theoryMaxPower, b.theoryVelocity, b.theoryInclination);
 }
 
 bool soundRide(const ParameterBlock& b)
 {
-    constexpr int lastGear = 44;
-    return within(b.rideMode, 0, rideModeCount - 1) && within(b.rideTarget, 0, lastRideTarget) &&
-           within(b.ridePowerBase, 0, 3) && within(b.startGearMode, 0, 1) && within(b.startGearIndex, 0, lastGear) &&
-           within(b.inclinationLimit, 0, 2) && within(b.intensionCase, 0, 1) &&
+    return isChoice(b.rideMode, rideModeCount) && isChoice(b.rideTarget, rideTargetCount) &&
+           isChoice(b.ridePowerBase, stageNameCount) && isChoice(b.startGearMode, startGearModeCount) &&
+           isChoice(b.startGearIndex, mostGears) && isChoice(b.inclinationLimit, inclinationLimitCount) &&
+           isChoice(b.intensionCase, intensionCaseCount) &&
            allFinite(b.rideVelocity, b.ridePower, b.rideForce, b.rideStartVelocity, b.rideEndVelocity, b.rideLegTime,
                      b.rideAccele, b.rideGravity, b.rideDistance, b.rideInclination, b.brakingInclination) &&
            allFinite(b.intervalDistance, b.totalDistance, b.initialKickTime, b.corneringRadius, b.safetyMargin);
@@ -125,15 +141,14 @@ bool soundRide(const ParameterBlock& b)
 
 bool soundOutput(const OutputChoice& output)
 {
-    constexpr int lastSport = 8;
-    return within(output.fitFormat, 0, 1) && within(output.sportIndex, 0, lastSport);
+    return isChoice(output.fitFormat, headerFormCount) && isChoice(output.sportIndex, sportCount);
 }
 
 bool soundGps(const ParameterBlock& b)
 {
-    return within(b.analysePowerBase, 0, 3) && soundOutput(b.createOutput) && soundOutput(b.combineOutput) &&
-           soundOutput(b.convertOutput) && soundOutput(b.addOutput) && soundOutput(b.divideOutput) &&
-           soundOutput(b.excludeOutput) && soundOutput(b.timestampOutput) &&
+    return isChoice(b.analysePowerBase, stageNameCount) && soundOutput(b.createOutput) &&
+           soundOutput(b.combineOutput) && soundOutput(b.convertOutput) && soundOutput(b.addOutput) &&
+           soundOutput(b.divideOutput) && soundOutput(b.excludeOutput) && soundOutput(b.timestampOutput) &&
            allFinite(b.expressUnrealInclination, b.expressUnrealAccele, b.analyseUnrealInclination,
                      b.analyseUnrealAccele, b.analyseWindSpeed, b.averageTemperature);
 }
@@ -154,7 +169,6 @@ bool isSound(const ModelState& state)
 
 void settleLeftovers(ModelState& state)
 {
-    constexpr int mostGears = 45;
     settle(state.bikeInertialWeight, state.totalWeight, state.inertialWeight, state.wheelsWeight, state.rimDiameter,
            state.tyresWeight, state.frontWeightRatio, state.rearWeightRatio, state.effectiveRolling,
            state.effectiveFriction, state.frontFrictionShare, state.rearFrictionShare, state.frontCircumference,

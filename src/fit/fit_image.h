@@ -2,6 +2,7 @@
 // Knows nothing of messages (fit_walk.h).
 #pragma once
 
+#include "core/fit_choices.h"
 #include "fit/fit_codes.h"
 
 #include <array>
@@ -25,9 +26,6 @@ struct FitImage {
     uint8_t protocolVersion = 0;
     uint16_t profileVersion = 0;
 };
-
-// Values as in OutputChoice::fitFormat, and one for the source's own form.
-enum HeaderForm : int32_t { formLegacy = 0, formModern = 1, formOfSource = 2 };
 
 // What stands behind the last "." of a path, in exact case: 1 "fit", 2 "tcx", 3 "gpx", 4 "kml", 0 anything else.
 int checkFileExtension(std::string_view path);
@@ -55,7 +53,7 @@ constexpr int32_t headerForm(int32_t convertEnabled, int32_t fitFormat)
 {
     if (convertEnabled == 0)
         return formOfSource;
-    return fitFormat != 0 ? formModern : formLegacy;
+    return fitFormat != formLegacy ? formModern : formLegacy;
 }
 
 // CRC of header and data, as fileCrc is to hold it.

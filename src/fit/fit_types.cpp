@@ -1,5 +1,7 @@
 #include "fit/fit_types.h"
 
+#include <algorithm>
+
 namespace torvane {
 
 const char* fileTypeName(uint8_t fileType)
@@ -37,11 +39,8 @@ const char* fileTypeName(uint8_t fileType)
 
 const char* sportName(uint8_t sport)
 {
-    for (const SportCode& known : sportCodes) {
-        if (known.value == sport)
-            return known.label;
-    }
-    return "";
+    const auto* known = std::ranges::find(sportValues, sport);
+    return known == std::end(sportValues) ? "" : sportNames[known - sportValues];
 }
 
 } // namespace torvane

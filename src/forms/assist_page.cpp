@@ -1,4 +1,5 @@
 // Profile page "e-Assist": the motor and up to three speed ranges, each beginning where the one before ends.
+#include "core/choices.h"
 #include "core/text.h"
 #include "forms/pages.h"
 #include "forms/rows.h"
@@ -7,17 +8,14 @@ namespace torvane {
 
 namespace {
 
-constexpr const char* locationLabels[] = {"none", "crank", "hub"};
-constexpr const char* rangeLabels[] = {"none", "constant", "linear"};
 constexpr int locationButtons[] = {1811, 1812, 1813};
 constexpr int firstRangeButtons[] = {1821, 1822};
 constexpr int secondRangeButtons[] = {1824, 1825, 1826};
 constexpr int thirdRangeButtons[] = {1827, 1828, 1829};
-enum RangeMode : int { rangeNone, rangeConstant, rangeLinear };
 
 bool hasMotor(const FormState& state, const Row&)
 {
-    return state.values.motorLocation != 0;
+    return state.values.motorLocation != motorNone;
 }
 
 bool isActiveRange(const FormState& state, const Row& row)
@@ -60,10 +58,10 @@ std::string linearStart(const FormState& state, const Row& row)
 constexpr size_t locationRow = 0, firstModeRow = 1, powerRow = 4, firstSpeedRow = 5; // a ratio follows its speed
 
 constexpr Row assistRows[] = {
-    radioRow(locationButtons, TORVANE_FIELD(motorLocation), locationLabels),
-    radioRow(firstRangeButtons, TORVANE_FIELD(assistRangeMode[0]), std::span(rangeLabels).first(2)),
-    radioRow(secondRangeButtons, TORVANE_FIELD(assistRangeMode[1]), rangeLabels),
-    radioRow(thirdRangeButtons, TORVANE_FIELD(assistRangeMode[2]), rangeLabels),
+    radioRow(locationButtons, TORVANE_FIELD(motorLocation), motorLocationNames),
+    radioRow(firstRangeButtons, TORVANE_FIELD(assistRangeMode[0]), std::span(rangeModeNames).first(rangeLinear)),
+    radioRow(secondRangeButtons, TORVANE_FIELD(assistRangeMode[1]), rangeModeNames),
+    radioRow(thirdRangeButtons, TORVANE_FIELD(assistRangeMode[2]), rangeModeNames),
     enabledWhen(messages(realRow(1831, 1841, TORVANE_FIELD(maxEPower), {0, 9999}, "%5.1lf", nullptr, "W"),
                          "found illegal maximum e-Power value", "found illegal maximum e-Power value"),
                 hasMotor),
@@ -108,13 +106,13 @@ Misfit misfit(const ParameterBlock& values, size_t n)
 Verdict validateAssist(FormState& state)
 {
     const ParameterBlock& values = state.values;
-    if (values.motorLocation == 0 && values.assistRangeMode[0] != rangeNone)
+    if (values.motorLocation == motorNone && values.assistRangeMode[0] != rangeNone)
         return refuseRow(state, assistRows[locationRow], "found illegal motor location");
     Verdict power = checkLimits(state, powerRow, powerRow + 1);
     if (!power.passed)
         return power;
     // Without a motor the ranges are only kept for later.
-    for (size_t n = 1; n < 3 && values.motorLocation != 0; ++n)
+    for (size_t n = 1; n < 3 && values.motorLocation != motorNone; ++n)
         if (Misfit fault = misfit(values, n); fault.text)
             return refuseRow(state, assistRows[fault.row], formatText(fault.text, static_cast<int>(n)));
     return checkLimits(state, powerRow + 1, std::size(assistRows));

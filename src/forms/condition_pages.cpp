@@ -1,5 +1,5 @@
 // Condition pages "course" and "peloton".
-#include "core/names.h"
+#include "core/choices.h"
 #include "core/text.h"
 #include "forms/pages.h"
 #include "forms/rows.h"
@@ -13,25 +13,24 @@ namespace {
 
 // Course
 
-constexpr const char* pressureLabels[] = {"altitude + temp", "hecto pascal"};
 constexpr int pressureButtons[] = {1911, 1912};
 constexpr int surfaceButtons[] = {1913, 1914, 1915};
 constexpr size_t pressureRow = 3;
 
 bool pressureIsComputed(const FormState& state, const Row&)
 {
-    return state.values.airPressureSource == 0;
+    return state.values.airPressureSource == pressureComputed;
 }
 
 bool pressureIsEntered(const FormState& state, const Row&)
 {
-    return state.values.airPressureSource == 1;
+    return state.values.airPressureSource == pressureEntered;
 }
 
 double pressureShown(const FormState& state, const Row&)
 {
     const ParameterBlock& values = state.values;
-    if (values.airPressureSource == 0)
+    if (values.airPressureSource == pressureComputed)
         return airPressureAt(values.temperature, values.altitude);
     return values.hectoPascal;
 }
@@ -53,7 +52,7 @@ constexpr Row courseRows[] = {
     enteredPressureRow(),
     messages(wholeRow(1925, 1935, TORVANE_FIELD(bpn), {40, 100}, nullptr), "found too small value of the BPN",
              "found too large value of the BPN"),
-    radioRow(pressureButtons, TORVANE_FIELD(airPressureSource), pressureLabels),
+    radioRow(pressureButtons, TORVANE_FIELD(airPressureSource), pressureSourceNames),
     radioRow(surfaceButtons, TORVANE_FIELD(roadSurface), roadSurfaceNames),
 };
 static_assert(courseRows[pressureRow].id == 1924);
@@ -75,25 +74,23 @@ constexpr Form makeCoursePage()
 
 // Peloton
 
-constexpr const char* pelotonLabels[] = {"input ratio", "calculate"};
-constexpr const char* rotateLabels[] = {"not", "rotate"};
 constexpr int pelotonButtons[] = {11941, 11942};
 constexpr int rotateButtons[] = {11943, 11944};
 
 bool ratioIsEntered(const FormState& state, const Row&)
 {
-    return state.values.pelotonMode == 0;
+    return state.values.pelotonMode == pelotonEntered;
 }
 
 bool ratioIsCalculated(const FormState& state, const Row&)
 {
-    return state.values.pelotonMode == 1;
+    return state.values.pelotonMode == pelotonCalculated;
 }
 
 // Alone there is no velocity that the ratio would hold for.
 bool velocityMatters(const FormState& state, const Row&)
 {
-    return state.values.pelotonMode == 1 || state.values.pelotonRatio < 1;
+    return state.values.pelotonMode == pelotonCalculated || state.values.pelotonRatio < 1;
 }
 
 // The entered velocity against 40 kph: for display alone, the model has its own formula.
@@ -105,13 +102,13 @@ double calculatedRatio(const ParameterBlock& values)
     double length = riders < 15 ? riders : riders / 10.0 + 15;
     double ratio = (1 / std::pow(length, 0.2)) * std::pow(40, 0.2) / std::pow(values.pelotonVelocity, 0.2) *
                    std::pow(values.wheelDistance, 0.2) / std::pow(50, 0.2);
-    return values.rotateTop == 1 ? ((riders - 1) * ratio + 1) / riders : ratio;
+    return values.rotateTop == topRotates ? ((riders - 1) * ratio + 1) / riders : ratio;
 }
 
 std::string ratioText(const FormState& state, const Row&)
 {
     const ParameterBlock& values = state.values;
-    double ratio = values.pelotonMode == 0 ? values.pelotonRatio : calculatedRatio(values);
+    double ratio = values.pelotonMode == pelotonEntered ? values.pelotonRatio : calculatedRatio(values);
     return formatText("%5.3lf", ratio > 1 ? 1 : ratio);
 }
 
@@ -125,8 +122,8 @@ constexpr Row pelotonRows[] = {
                 ratioIsCalculated),
     enabledWhen(wholeRow(11954, 11964, TORVANE_FIELD(wheelDistance), {5, 300}, "a distance of wheels", "cm"),
                 ratioIsCalculated),
-    radioRow(pelotonButtons, TORVANE_FIELD(pelotonMode), pelotonLabels),
-    enabledWhen(radioRow(rotateButtons, TORVANE_FIELD(rotateTop), rotateLabels), ratioIsCalculated),
+    radioRow(pelotonButtons, TORVANE_FIELD(pelotonMode), pelotonModeNames),
+    enabledWhen(radioRow(rotateButtons, TORVANE_FIELD(rotateTop), topOfTrainNames), ratioIsCalculated),
     labelRow(11955, ratioText),
 };
 

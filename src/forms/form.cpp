@@ -1,6 +1,7 @@
 // The engine: what every page and dialog does, whatever its rows.
 #include "forms/form.h"
 
+#include "core/choices.h"
 #include "core/text.h"
 
 #include <cmath>
@@ -141,7 +142,7 @@ void holdChoice(FormState& state, const Row& row)
 void loadValues(FormState& state, const ParameterBlock& saved, const ParameterBlock& working)
 {
     const Form& form = *state.form;
-    state.fromDefaults = form.opensWith == OpensWith::initialValueMode && working.initialValueMode == 0;
+    state.fromDefaults = form.opensWith == OpensWith::initialValueMode && working.initialValueMode == initialDefaults;
     state.values = state.fromDefaults ? saved : working;
     for (const Row& row : form.rows)
         if (isChoice(row) && row.offset != noField)

@@ -1,5 +1,5 @@
 // Profile pages "shift", "tyre", "brake" and "loss".
-#include "core/names.h"
+#include "core/choices.h"
 #include "core/text.h"
 #include "forms/pages.h"
 #include "forms/rows.h"
@@ -96,18 +96,17 @@ constexpr Row tyreRows[] = {
 
 // Brake. A wheel shows the entries of its selected type; the others stay as they are in the block.
 
-constexpr const char* brakeTypeLabels[] = {"rim brake", "disc brake"};
 constexpr int frontBrakeButtons[] = {1611, 1612};
 constexpr int rearBrakeButtons[] = {1613, 1614};
 
 constexpr int brakeEntry(int type, int wheel)
 {
-    return type * 2 + wheel;
+    return type * wheelCount + wheel;
 }
 
 bool isSelectedBrake(const FormState& state, const Row& row)
 {
-    return state.values.brakeType[row.index % 2] == row.index / 2;
+    return state.values.brakeType[row.index % wheelCount] == row.index / wheelCount;
 }
 
 constexpr Row brakeWeightRow(int type, int wheel, Field field)
@@ -132,33 +131,33 @@ constexpr Row brakeMaterialRow(int type, int wheel, Field field)
 
 std::string brakeWeightLabel(const FormState& state, const Row& row)
 {
-    return state.values.brakeType[row.index] == 0 ? "rim weight" : "rotor weight";
+    return state.values.brakeType[row.index] == brakeRim ? "rim weight" : "rotor weight";
 }
 
 std::string brakeSizeLabel(const FormState& state, const Row& row)
 {
-    return state.values.brakeType[row.index] == 0 ? "rim depth" : "rotor diameter";
+    return state.values.brakeType[row.index] == brakeRim ? "rim depth" : "rotor diameter";
 }
 
 constexpr Row brakeRows[] = {
-    radioRow(frontBrakeButtons, TORVANE_FIELD(brakeType[0]), brakeTypeLabels),
-    radioRow(rearBrakeButtons, TORVANE_FIELD(brakeType[1]), brakeTypeLabels),
-    brakeMaterialRow(0, 0, TORVANE_FIELD(brakeMaterial[0][0])),
-    brakeMaterialRow(1, 0, TORVANE_FIELD(brakeMaterial[1][0])),
-    brakeMaterialRow(0, 1, TORVANE_FIELD(brakeMaterial[0][1])),
-    brakeMaterialRow(1, 1, TORVANE_FIELD(brakeMaterial[1][1])),
-    labelRow(1631, brakeWeightLabel, 0),
-    labelRow(1632, brakeWeightLabel, 1),
-    labelRow(1633, brakeSizeLabel, 0),
-    labelRow(1634, brakeSizeLabel, 1),
-    brakeWeightRow(0, 0, TORVANE_FIELD(brakeWeight[0][0])),
-    brakeWeightRow(1, 0, TORVANE_FIELD(brakeWeight[1][0])),
-    brakeWeightRow(0, 1, TORVANE_FIELD(brakeWeight[0][1])),
-    brakeWeightRow(1, 1, TORVANE_FIELD(brakeWeight[1][1])),
-    brakeSizeRow(0, 0, TORVANE_FIELD(brakeSurfaceSize[0][0])),
-    brakeSizeRow(1, 0, TORVANE_FIELD(brakeSurfaceSize[1][0])),
-    brakeSizeRow(0, 1, TORVANE_FIELD(brakeSurfaceSize[0][1])),
-    brakeSizeRow(1, 1, TORVANE_FIELD(brakeSurfaceSize[1][1])),
+    radioRow(frontBrakeButtons, TORVANE_FIELD(brakeType[0]), brakeTypeNames),
+    radioRow(rearBrakeButtons, TORVANE_FIELD(brakeType[1]), brakeTypeNames),
+    brakeMaterialRow(brakeRim, wheelFront, TORVANE_FIELD(brakeMaterial[0][0])),
+    brakeMaterialRow(brakeDisc, wheelFront, TORVANE_FIELD(brakeMaterial[1][0])),
+    brakeMaterialRow(brakeRim, wheelRear, TORVANE_FIELD(brakeMaterial[0][1])),
+    brakeMaterialRow(brakeDisc, wheelRear, TORVANE_FIELD(brakeMaterial[1][1])),
+    labelRow(1631, brakeWeightLabel, wheelFront),
+    labelRow(1632, brakeWeightLabel, wheelRear),
+    labelRow(1633, brakeSizeLabel, wheelFront),
+    labelRow(1634, brakeSizeLabel, wheelRear),
+    brakeWeightRow(brakeRim, wheelFront, TORVANE_FIELD(brakeWeight[0][0])),
+    brakeWeightRow(brakeDisc, wheelFront, TORVANE_FIELD(brakeWeight[1][0])),
+    brakeWeightRow(brakeRim, wheelRear, TORVANE_FIELD(brakeWeight[0][1])),
+    brakeWeightRow(brakeDisc, wheelRear, TORVANE_FIELD(brakeWeight[1][1])),
+    brakeSizeRow(brakeRim, wheelFront, TORVANE_FIELD(brakeSurfaceSize[0][0])),
+    brakeSizeRow(brakeDisc, wheelFront, TORVANE_FIELD(brakeSurfaceSize[1][0])),
+    brakeSizeRow(brakeRim, wheelRear, TORVANE_FIELD(brakeSurfaceSize[0][1])),
+    brakeSizeRow(brakeDisc, wheelRear, TORVANE_FIELD(brakeSurfaceSize[1][1])),
 };
 
 // Loss

@@ -1,25 +1,11 @@
 // Rows that every dialog of a FIT tool has: paths, and what the written file is to be. For their tables alone.
 #pragma once
 
+#include "core/fit_choices.h"
 #include "fit/fit_tools.h"
-#include "fit/fit_types.h"
 #include "forms/rows.h"
 
-#include <array>
-
 namespace torvane {
-
-inline constexpr const char* headerFormNames[] = {"legacy", "modern"};
-
-constexpr auto listSportLabels()
-{
-    std::array<const char*, sportCodes.size()> labels = {};
-    for (size_t i = 0; i < labels.size(); ++i)
-        labels[i] = sportCodes[i].label;
-    return labels;
-}
-
-constexpr auto sportLabels = listSportLabels();
 
 constexpr Row sourceRow(int id, int browse, const char* name = "source", int index = 0)
 {
@@ -72,7 +58,7 @@ constexpr Row sportBoxRow(int id, size_t choice)
 
 constexpr Row sportRow(int id, size_t choice)
 {
-    Row row = choiceRow(id, {"sportIndex", choice + offsetof(OutputChoice, sportIndex)}, sportLabels);
+    Row row = choiceRow(id, {"sportIndex", choice + offsetof(OutputChoice, sportIndex)}, sportNames);
     return enabledWhen(numbered(row, static_cast<int>(choice)), sportIsEnabled);
 }
 

@@ -1,4 +1,5 @@
 // The preference pages. Their messages are whole texts, and accepting one marks nothing as changed.
+#include "core/choices.h"
 #include "forms/pages.h"
 #include "forms/rows.h"
 
@@ -12,18 +13,17 @@ constexpr Row physiologyRows[] = {
              "found too small value of an energy efficiency", "found too large value of an energy efficiency"),
 };
 
-constexpr const char* intervalLabels[] = {"auto", "input"};
 constexpr int accelerationButtons[] = {2211, 2212};
 constexpr int decelerationButtons[] = {2213, 2214};
 
 bool entersAccelerationInterval(const FormState& state, const Row&)
 {
-    return state.values.accelerationIntervalMode == 1;
+    return state.values.accelerationIntervalMode == intervalInput;
 }
 
 bool entersDecelerationInterval(const FormState& state, const Row&)
 {
-    return state.values.decelerationIntervalMode == 1;
+    return state.values.decelerationIntervalMode == intervalInput;
 }
 
 constexpr Row intervalRow(int id, Field field, RowTest test)
@@ -35,9 +35,9 @@ constexpr Row intervalRow(int id, Field field, RowTest test)
 }
 
 constexpr Row processIntervalRows[] = {
-    radioRow(accelerationButtons, TORVANE_FIELD(accelerationIntervalMode), intervalLabels),
+    radioRow(accelerationButtons, TORVANE_FIELD(accelerationIntervalMode), intervalModeNames),
     intervalRow(2221, TORVANE_FIELD(accelerationInterval), entersAccelerationInterval),
-    radioRow(decelerationButtons, TORVANE_FIELD(decelerationIntervalMode), intervalLabels),
+    radioRow(decelerationButtons, TORVANE_FIELD(decelerationIntervalMode), intervalModeNames),
     intervalRow(2222, TORVANE_FIELD(decelerationInterval), entersDecelerationInterval),
 };
 
@@ -71,11 +71,10 @@ constexpr Row graphRows[] = {
     checkRow(3013, TORVANE_FIELD(bandGraphCornering)),
 };
 
-constexpr const char* initialValueLabels[] = {"always default values", "reflect previous input"};
 constexpr int initialValueButtons[] = {2611, 2612};
 
 constexpr Row initialValueRows[] = {
-    radioRow(initialValueButtons, TORVANE_FIELD(initialValueMode), initialValueLabels),
+    radioRow(initialValueButtons, TORVANE_FIELD(initialValueMode), initialValueModeNames),
 };
 
 bool limitsPrediction(const FormState& state, const Row&)

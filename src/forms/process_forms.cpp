@@ -1,6 +1,6 @@
 // The dialogs of acceleration and deceleration: one value field that serves every reference factor, and a starting
 // gear.
-#include "core/names.h"
+#include "core/ride_choices.h"
 #include "core/text.h"
 #include "forms/dialogs.h"
 #include "forms/ride_rows.h"
@@ -20,8 +20,8 @@ constexpr Factor accelerationFactors[] = {factorPower,    factorPower,  factorNo
                                           factorDistance, factorAccele, factorGravity, factorPower};
 constexpr Factor decelerationFactors[] = {factorPower,    factorPower,  factorNothing, factorTime,
                                           factorDistance, factorAccele, factorGravity, factorPower};
-static_assert(std::size(accelerationFactors) == std::size(accelerationFactorNames));
-static_assert(std::size(decelerationFactors) == std::size(decelerationFactorNames));
+static_assert(std::size(accelerationFactors) == accelerationFactorCount);
+static_assert(std::size(decelerationFactors) == decelerationFactorCount);
 
 constexpr const char* factorUnits[] = {"W", "W", "sec", "m", "mpss", "G"};
 
@@ -65,18 +65,17 @@ void reloadValues(FormState& state, const Row& target)
 
 // Starting gear
 
-constexpr const char* gearModeLabels[] = {"automatic", "select"};
 constexpr int accelerationGearButtons[] = {5221, 5222};
 constexpr int decelerationGearButtons[] = {5321, 5322};
 
 bool selectsAccelerationGear(const FormState& state, const Row&)
 {
-    return state.values.startGearMode[0] == 1;
+    return state.values.startGearMode[0] == gearSelected;
 }
 
 bool selectsDecelerationGear(const FormState& state, const Row&)
 {
-    return state.values.startGearMode[1] == 1;
+    return state.values.startGearMode[1] == gearSelected;
 }
 
 std::vector<std::string> gearLabels(const FormState&)
@@ -137,7 +136,7 @@ constexpr Row accelerationRows[] = {
     velocityRow(5243, TORVANE_FIELD_AS("rideEndVelocity", rideEndVelocity[1]), "a ending velocity"),
     kickRow(),
     inclinationRow(5245, TORVANE_FIELD_AS("rideInclination", rideInclination[1])),
-    radioRow(accelerationGearButtons, TORVANE_FIELD_AS("startGearMode", startGearMode[0]), gearModeLabels),
+    radioRow(accelerationGearButtons, TORVANE_FIELD_AS("startGearMode", startGearMode[0]), startGearModeNames),
     gearRow(5212, TORVANE_FIELD_AS("startGearIndex", startGearIndex[0]), selectsAccelerationGear),
 };
 
@@ -182,7 +181,7 @@ constexpr Row decelerationRows[] = {
     velocityRow(5342, TORVANE_FIELD_AS("rideStartVelocity", rideStartVelocity[2]), "a starting velocity"),
     velocityRow(5343, TORVANE_FIELD_AS("rideEndVelocity", rideEndVelocity[2]), "a ending velocity"),
     inclinationRow(5344, TORVANE_FIELD_AS("rideInclination", rideInclination[2])),
-    radioRow(decelerationGearButtons, TORVANE_FIELD_AS("startGearMode", startGearMode[1]), gearModeLabels),
+    radioRow(decelerationGearButtons, TORVANE_FIELD_AS("startGearMode", startGearMode[1]), startGearModeNames),
     gearRow(5312, TORVANE_FIELD_AS("startGearIndex", startGearIndex[1]), selectsDecelerationGear),
 };
 

@@ -1,5 +1,5 @@
 // The dialogs of the ride simulations that answer for one velocity, one slope, one bend, and of pattern braking.
-#include "core/names.h"
+#include "core/ride_choices.h"
 #include "forms/dialogs.h"
 #include "forms/ride_rows.h"
 
@@ -22,13 +22,11 @@ constexpr Row givenWhenNotTarget(Row row, int target)
 
 // Power and velocity
 
-constexpr const char* powerVelocityTargets[] = {"power", "velocity"};
-constexpr const char* intensionLabels[] = {"time", "distance"};
 constexpr int intensionButtons[] = {5121, 5122};
 
 bool asksVelocity(const FormState& state, const Row&)
 {
-    return state.values.rideTarget == 1;
+    return state.values.rideTarget == steadyTargetVelocity;
 }
 
 bool isIntensionCase(const FormState& state, const Row& row)
@@ -38,17 +36,17 @@ bool isIntensionCase(const FormState& state, const Row& row)
 
 std::string intensionBase(const FormState& state, const Row&)
 {
-    return state.values.intensionCase == 0 ? "time based" : "distance based";
+    return state.values.intensionCase == intensionByTime ? "time based" : "distance based";
 }
 
 std::string firstIntensionUnit(const FormState& state, const Row&)
 {
-    return state.values.intensionCase == 0 ? "min" : "km";
+    return state.values.intensionCase == intensionByTime ? "min" : "km";
 }
 
 std::string secondIntensionUnit(const FormState& state, const Row&)
 {
-    return state.values.intensionCase == 0 ? "sec" : "m";
+    return state.values.intensionCase == intensionByTime ? "sec" : "m";
 }
 
 constexpr Row intensionRow(int id, int intensionCase, Field field, const char* messageName, const char* unit)
@@ -58,43 +56,43 @@ constexpr Row intensionRow(int id, int intensionCase, Field field, const char* m
 }
 
 constexpr Row powerVelocityRows[] = {
-    rideTargetRow(5111, powerVelocityTargets),
+    rideTargetRow(5111, steadyTargetNames),
     enabledWhen(choiceRow(5112, TORVANE_FIELD_AS("ridePowerBase", ridePowerBase[0]), stageNames), asksVelocity),
-    givenWhenNotTarget(rideRow(5131, TORVANE_FIELD_AS("ridePower", ridePower[0]), powers, "a power", "W"), 0),
-    givenWhenNotTarget(velocityRow(5132, TORVANE_FIELD_AS("rideVelocity", rideVelocity[0]), "a velocity"), 1),
+    givenWhenNotTarget(rideRow(5131, TORVANE_FIELD_AS("ridePower", ridePower[0]), powers, "a power", "W"),
+                       steadyTargetPower),
+    givenWhenNotTarget(velocityRow(5132, TORVANE_FIELD_AS("rideVelocity", rideVelocity[0]), "a velocity"),
+                       steadyTargetVelocity),
     inclinationRow(5133, TORVANE_FIELD_AS("rideInclination", rideInclination[0])),
-    radioRow(intensionButtons, TORVANE_FIELD(intensionCase), intensionLabels),
+    radioRow(intensionButtons, TORVANE_FIELD(intensionCase), intensionCaseNames),
     labelRow(5151, intensionBase),
     labelRow(5153, firstIntensionUnit),
     labelRow(5154, secondIntensionUnit),
-    intensionRow(5134, 0, TORVANE_FIELD(intensionFirst[0]), "a time", "min"),
-    intensionRow(5134, 1, TORVANE_FIELD(intensionFirst[1]), "a distance", "km"),
-    intensionRow(5135, 0, TORVANE_FIELD(intensionSecond[0]), "a time", "sec"),
-    intensionRow(5135, 1, TORVANE_FIELD(intensionSecond[1]), "a distance", "m"),
+    intensionRow(5134, intensionByTime, TORVANE_FIELD(intensionFirst[0]), "a time", "min"),
+    intensionRow(5134, intensionByDistance, TORVANE_FIELD(intensionFirst[1]), "a distance", "km"),
+    intensionRow(5135, intensionByTime, TORVANE_FIELD(intensionSecond[0]), "a time", "sec"),
+    intensionRow(5135, intensionByDistance, TORVANE_FIELD(intensionSecond[1]), "a distance", "m"),
 };
 
 // Pattern braking
 
-enum BrakingPattern : int { constantForce, criticalFull, constantVelocity, intermittent };
-
 bool brakesByForce(const FormState& state, const Row&)
 {
-    return state.values.rideTarget == constantForce || state.values.rideTarget == intermittent;
+    return state.values.rideTarget == patternConstantForce || state.values.rideTarget == patternIntermittent;
 }
 
 bool brakesFromVelocity(const FormState& state, const Row&)
 {
-    return state.values.rideTarget == constantForce || state.values.rideTarget == criticalFull;
+    return state.values.rideTarget == patternConstantForce || state.values.rideTarget == patternCriticalFull;
 }
 
 bool brakesAtIntervals(const FormState& state, const Row&)
 {
-    return state.values.rideTarget == intermittent;
+    return state.values.rideTarget == patternIntermittent;
 }
 
 bool brakesOverDistance(const FormState& state, const Row&)
 {
-    return state.values.rideTarget == constantVelocity || state.values.rideTarget == intermittent;
+    return state.values.rideTarget == patternConstantVelocity || state.values.rideTarget == patternIntermittent;
 }
 
 bool isBrakingPattern(const FormState& state, const Row& row)
@@ -134,18 +132,15 @@ constexpr Row patternBrakingRows[] = {
     shortFormat(velocityRow(5433, TORVANE_FIELD_AS("rideEndVelocity", rideEndVelocity[3]), "a ending velocity")),
     brakingRow(5434, TORVANE_FIELD(intervalDistance), distances, "an interval distance", "m", brakesAtIntervals),
     brakingRow(5435, TORVANE_FIELD(totalDistance), distances, "a total distance", "m", brakesOverDistance),
-    patternInclinationRow(0, TORVANE_FIELD_AS("brakingInclination", brakingInclination[0])),
-    patternInclinationRow(1, TORVANE_FIELD_AS("brakingInclination", brakingInclination[1])),
-    patternInclinationRow(2, TORVANE_FIELD_AS("brakingInclination", brakingInclination[2])),
-    patternInclinationRow(3, TORVANE_FIELD_AS("brakingInclination", brakingInclination[3])),
+    patternInclinationRow(patternConstantForce, TORVANE_FIELD_AS("brakingInclination", brakingInclination[0])),
+    patternInclinationRow(patternCriticalFull, TORVANE_FIELD_AS("brakingInclination", brakingInclination[1])),
+    patternInclinationRow(patternConstantVelocity, TORVANE_FIELD_AS("brakingInclination", brakingInclination[2])),
+    patternInclinationRow(patternIntermittent, TORVANE_FIELD_AS("brakingInclination", brakingInclination[3])),
 };
 
 // Inclination and velocity
 
-constexpr const char* inclinationTargets[] = {"final velocity", "inclination"};
-constexpr const char* limitLabels[] = {"none", "distance", "time"};
 constexpr int limitButtons[] = {5521, 5522, 5523};
-enum InclinationLimit : int { limitNone, limitDistance, limitTime };
 
 bool hasLimit(const FormState& state, const Row&)
 {
@@ -165,10 +160,12 @@ constexpr Row limitedStartRow()
 }
 
 constexpr Row inclinationRows[] = {
-    rideTargetRow(5511, inclinationTargets),
-    givenWhenNotTarget(velocityRow(5531, TORVANE_FIELD_AS("rideVelocity", rideVelocity[4]), "a velocity"), 0),
-    givenWhenNotTarget(inclinationRow(5532, TORVANE_FIELD_AS("rideInclination", rideInclination[4])), 1),
-    radioRow(limitButtons, TORVANE_FIELD(inclinationLimit), limitLabels),
+    rideTargetRow(5511, inclinationTargetNames),
+    givenWhenNotTarget(velocityRow(5531, TORVANE_FIELD_AS("rideVelocity", rideVelocity[4]), "a velocity"),
+                       inclinationTargetVelocity),
+    givenWhenNotTarget(inclinationRow(5532, TORVANE_FIELD_AS("rideInclination", rideInclination[4])),
+                       inclinationTargetSlope),
+    radioRow(limitButtons, TORVANE_FIELD(inclinationLimit), inclinationLimitNames),
     limitedStartRow(),
     enabledWhen(numbered(rideRow(5534, TORVANE_FIELD_AS("rideDistance", rideDistance[4]), distances, "a distance", "m"),
                          limitDistance),
@@ -180,13 +177,14 @@ constexpr Row inclinationRows[] = {
 
 // Critical cornering
 
-constexpr const char* corneringTargets[] = {"velocity", "line radius", "safty margin"};
-
 constexpr Row corneringRows[] = {
-    rideTargetRow(5611, corneringTargets),
-    givenWhenNotTarget(velocityRow(5621, TORVANE_FIELD_AS("rideVelocity", rideVelocity[5]), "a velocity"), 0),
-    givenWhenNotTarget(rideRow(5622, TORVANE_FIELD(corneringRadius), {0, 1000}, "a corner radius", "m"), 1),
-    givenWhenNotTarget(rideRow(5623, TORVANE_FIELD(safetyMargin), {0, 0.5, 0.1}, "a friction safty margin", ""), 2),
+    rideTargetRow(5611, corneringTargetNames),
+    givenWhenNotTarget(velocityRow(5621, TORVANE_FIELD_AS("rideVelocity", rideVelocity[5]), "a velocity"),
+                       corneringTargetVelocity),
+    givenWhenNotTarget(rideRow(5622, TORVANE_FIELD(corneringRadius), {0, 1000}, "a corner radius", "m"),
+                       corneringTargetRadius),
+    givenWhenNotTarget(rideRow(5623, TORVANE_FIELD(safetyMargin), {0, 0.5, 0.1}, "a friction safty margin", ""),
+                       corneringTargetMargin),
 };
 
 } // namespace

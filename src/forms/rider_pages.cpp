@@ -1,5 +1,5 @@
 // Profile pages "human" and "equip".
-#include "core/names.h"
+#include "core/choices.h"
 #include "forms/pages.h"
 #include "forms/rows.h"
 #include "model/derived.h"
@@ -8,16 +8,13 @@ namespace torvane {
 
 namespace {
 
-constexpr const char* positionLabels[] = {"-- torso angle --", "aerobar",      "drop position",
-                                          "bracket",           "top position", "dancing"};
-constexpr const char* shellLabels[] = {"normal", "aero"};
 constexpr int shellButtons[] = {1231, 1232};
 constexpr size_t torsoRow = 2;
 constexpr Range cadences = {30, 300};
 
 bool entersTorsoAngle(const FormState& state, const Row&)
 {
-    return state.values.position == 0;
+    return state.values.position == positionTorsoAngle;
 }
 
 bool usesFtp(const FormState& state, const Row&)
@@ -40,14 +37,14 @@ constexpr Row humanRows[] = {
                                        usesFtp),
                            usesFtp),
                always), // the profile tells it in any case
-    choiceRow(1131, TORVANE_FIELD(position), positionLabels),
+    choiceRow(1131, TORVANE_FIELD(position), positionNames),
 };
 static_assert(humanRows[torsoRow].id == 1113);
 
 // A position brings its own angle.
 void showTorsoAngle(FormState& state)
 {
-    if (state.values.position != 0)
+    if (state.values.position != positionTorsoAngle)
         showValue(state, humanRows[torsoRow], torsoAngleForPosition(state.values.position));
 }
 
@@ -60,7 +57,7 @@ void positionChanged(FormState& state, const Row& row)
 // Whatever was entered for the disabled angle.
 void storeTorsoAngle(FormState& state, ParameterBlock& working)
 {
-    if (state.values.position != 0)
+    if (state.values.position != positionTorsoAngle)
         working.torsoAngle = torsoAngleForPosition(state.values.position);
 }
 
@@ -86,7 +83,7 @@ bool openedExceptWheels(const FormState& state, const Row&)
 
 bool hasAeroShell(const FormState& state, const Row&)
 {
-    return state.values.shellType == 1;
+    return state.values.shellType == shellAero;
 }
 
 constexpr Range bikeWeights = {5, 30, 0.1};
@@ -102,7 +99,7 @@ constexpr Row equipRows[] = {
     choiceRow(1211, TORVANE_FIELD(wear), wearNames),
     choiceRow(1212, TORVANE_FIELD(helmet), helmetNames),
     checkRow(1221, TORVANE_FIELD(exceptWheels)),
-    radioRow(shellButtons, TORVANE_FIELD(shellType), shellLabels),
+    radioRow(shellButtons, TORVANE_FIELD(shellType), shellTypeNames),
 };
 
 } // namespace

@@ -1,4 +1,5 @@
 // The dialogs of the three theory calculators. The entry that is asked for cannot be typed.
+#include "core/ride_choices.h"
 #include "core/text.h"
 #include "forms/dialogs.h"
 #include "forms/rows.h"
@@ -53,19 +54,17 @@ constexpr Form theoryForm(int id, const char* title, int calculator, std::span<c
 
 // Cadence theory
 
-constexpr const char* cadenceTargets[] = {"cadence", "power", "cadence powered max", "maximum power"};
-enum CadenceTarget : int { targetCadence, targetPower, targetCadenceMax, targetMaxPower };
-
 constexpr size_t powerRow = 2;
 
 constexpr Row cadenceRows[] = {
-    targetRow(4111, cadenceTargets),
-    givenRow(targetCadence, 4121, TORVANE_FIELD_AS("theoryCadence", theoryCadence[0]), cadences, "a cadence", "rpm"),
-    givenRow(targetPower, 4122, TORVANE_FIELD_AS("theoryPower", theoryPower[0]), powers, "a power", "W"),
-    givenRow(targetCadenceMax, 4123, TORVANE_FIELD_AS("theoryCadenceMax", theoryCadenceMax[0]), cadences,
+    targetRow(4111, cadenceTargetNames),
+    givenRow(cadenceTargetCadence, 4121, TORVANE_FIELD_AS("theoryCadence", theoryCadence[0]), cadences, "a cadence",
+             "rpm"),
+    givenRow(cadenceTargetPower, 4122, TORVANE_FIELD_AS("theoryPower", theoryPower[0]), powers, "a power", "W"),
+    givenRow(cadenceTargetSummit, 4123, TORVANE_FIELD_AS("theoryCadenceMax", theoryCadenceMax[0]), cadences,
              "a cadence powered maximum", "rpm"),
-    givenRow(targetMaxPower, 4124, TORVANE_FIELD_AS("theoryMaxPower", theoryMaxPower[0]), powers, "a maximum power",
-             "W"),
+    givenRow(cadenceTargetMaxPower, 4124, TORVANE_FIELD_AS("theoryMaxPower", theoryMaxPower[0]), powers,
+             "a maximum power", "W"),
     givenRow(noTarget, 4125, TORVANE_FIELD_AS("theoryInclination", theoryInclination[0]), inclinations,
              "an inclination", "%"),
 };
@@ -76,7 +75,7 @@ static_assert(cadenceRows[powerRow].id == 4122);
 Verdict checkSummit(FormState& state)
 {
     const ParameterBlock& values = state.values;
-    bool needsPoint = values.theoryTarget == targetCadence || values.theoryTarget == targetCadenceMax;
+    bool needsPoint = values.theoryTarget == cadenceTargetCadence || values.theoryTarget == cadenceTargetSummit;
     if (needsPoint && values.theoryPower[0] > values.theoryMaxPower[0])
         return refuseRow(state, cadenceRows[powerRow], "found power tried to input over the maximal power");
     return {};
@@ -84,32 +83,29 @@ Verdict checkSummit(FormState& state)
 
 constexpr Form makeCadenceForm()
 {
-    Form form = theoryForm(2011, "cadence theory", 0, cadenceRows);
+    Form form = theoryForm(2011, "cadence theory", calculatorCadence, cadenceRows);
     form.check = checkSummit;
     return form;
 }
 
 // Pedaling dynamics
 
-constexpr const char* pedalingTargets[] = {"cadence", "power", "torque, force"};
-constexpr const char* torqueOrForceLabels[] = {"torque", "force"};
 constexpr int torqueOrForceButtons[] = {4212, 4213};
-constexpr int targetTorque = 2;
 
 bool torqueOrForceIsGiven(const FormState& state, const Row&)
 {
-    return state.values.theoryTarget != targetTorque;
+    return state.values.theoryTarget != pedalingTargetTorque;
 }
 
 bool isChosenOfTorqueOrForce(const FormState& state, const Row& row)
 {
-    return state.values.theoryTarget != targetTorque && state.values.torqueOrForce == row.index;
+    return state.values.theoryTarget != pedalingTargetTorque && state.values.torqueOrForce == row.index;
 }
 
 // A torque of 0 is refused even beside a force.
 bool torqueIsLookedAt(const FormState& state, const Row& row)
 {
-    return row.index == 0 && state.values.theoryTarget != targetTorque;
+    return row.index == givenTorque && state.values.theoryTarget != pedalingTargetTorque;
 }
 
 constexpr Row torqueOrForceRow(int index, int id, Field field, const char* messageName, const char* unit)
@@ -119,31 +115,29 @@ constexpr Row torqueOrForceRow(int index, int id, Field field, const char* messa
 }
 
 constexpr Row pedalingRows[] = {
-    targetRow(4211, pedalingTargets),
-    enabledWhen(radioRow(torqueOrForceButtons, TORVANE_FIELD(torqueOrForce), torqueOrForceLabels),
-                torqueOrForceIsGiven),
-    givenRow(0, 4221, TORVANE_FIELD_AS("theoryCadence", theoryCadence[1]), cadences, "a cadence", "rpm"),
-    givenRow(1, 4222, TORVANE_FIELD_AS("theoryPower", theoryPower[1]), powers, "a power", "W"),
-    torqueOrForceRow(0, 4223, TORVANE_FIELD_AS("theoryTorque", theoryTorque[1]), "a torque", "Nm"),
-    torqueOrForceRow(1, 4224, TORVANE_FIELD_AS("theoryForce", theoryForce[1]), "a force", "kgf"),
+    targetRow(4211, pedalingTargetNames),
+    enabledWhen(radioRow(torqueOrForceButtons, TORVANE_FIELD(torqueOrForce), torqueOrForceNames), torqueOrForceIsGiven),
+    givenRow(pedalingTargetCadence, 4221, TORVANE_FIELD_AS("theoryCadence", theoryCadence[1]), cadences, "a cadence",
+             "rpm"),
+    givenRow(pedalingTargetPower, 4222, TORVANE_FIELD_AS("theoryPower", theoryPower[1]), powers, "a power", "W"),
+    torqueOrForceRow(givenTorque, 4223, TORVANE_FIELD_AS("theoryTorque", theoryTorque[1]), "a torque", "Nm"),
+    torqueOrForceRow(givenForce, 4224, TORVANE_FIELD_AS("theoryForce", theoryForce[1]), "a force", "kgf"),
     givenRow(noTarget, 4225, TORVANE_FIELD_AS("theoryInclination", theoryInclination[1]), inclinations,
              "an inclination", "%"),
 };
 
 // Gear combination. The teeth come from the lists of the profile or are free; both write the same two fields.
 
-constexpr const char* gearTargets[] = {"cadence", "velocity", "gear tooth"};
-constexpr int targetGear = 2;
 constexpr size_t frontToothRow = 4, rearToothRow = 5;
 
 bool listsCount(const ParameterBlock& values)
 {
-    return values.theoryTarget != targetGear && values.useMissionProfile != 0;
+    return values.theoryTarget != gearTargetTeeth && values.useMissionProfile != 0;
 }
 
 bool teethAreFree(const FormState& state, const Row&)
 {
-    return state.values.theoryTarget != targetGear && state.values.useMissionProfile == 0;
+    return state.values.theoryTarget != gearTargetTeeth && state.values.useMissionProfile == 0;
 }
 
 bool teethAreOfProfile(const FormState& state, const Row&)
@@ -265,9 +259,11 @@ constexpr Row listedToothRow(int id, const char* name, Labels labels, Shows show
 }
 
 constexpr Row gearRows[] = {
-    targetRow(4311, gearTargets),
-    givenRow(0, 4321, TORVANE_FIELD_AS("theoryCadence", theoryCadence[2]), cadences, "a cadence", "rpm"),
-    inKph(givenRow(1, 4322, TORVANE_FIELD_AS("theoryVelocity", theoryVelocity[2]), {0, 200}, "a velocity", "")),
+    targetRow(4311, gearTargetNames),
+    givenRow(gearTargetCadence, 4321, TORVANE_FIELD_AS("theoryCadence", theoryCadence[2]), cadences, "a cadence",
+             "rpm"),
+    inKph(givenRow(gearTargetVelocity, 4322, TORVANE_FIELD_AS("theoryVelocity", theoryVelocity[2]), {0, 200},
+                   "a velocity", "")),
     givenRow(noTarget, 4323, TORVANE_FIELD_AS("theoryInclination", theoryInclination[2]), inclinations,
              "an inclination", "%"),
     freeToothRow(4324, TORVANE_FIELD(frontTooth), {28, 70}, "a front tooth", shownFrontTooth),
@@ -295,7 +291,7 @@ void storeTeeth(FormState& state, ParameterBlock& working)
 
 constexpr Form makeGearForm()
 {
-    Form form = theoryForm(2013, "gear combination", 2, gearRows);
+    Form form = theoryForm(2013, "gear combination", calculatorGears, gearRows);
     form.changed = teethChanged;
     form.store = storeTeeth;
     return form;
@@ -304,7 +300,7 @@ constexpr Form makeGearForm()
 } // namespace
 
 constinit const Form cadenceTheoryForm = makeCadenceForm();
-constinit const Form pedalingDynamicsForm = theoryForm(2012, "pedaling dynamics", 1, pedalingRows);
+constinit const Form pedalingDynamicsForm = theoryForm(2012, "pedaling dynamics", calculatorPedaling, pedalingRows);
 constinit const Form gearCombinationForm = makeGearForm();
 
 } // namespace torvane

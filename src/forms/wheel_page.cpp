@@ -1,4 +1,5 @@
 // Profile page "wheel", and the dialog that predicts the resist of one wheel from its build.
+#include "core/choices.h"
 #include "forms/pages.h"
 #include "forms/rows.h"
 #include "model/derived.h"
@@ -47,20 +48,18 @@ void showPrediction(FormState& state, const Row& button, const ParameterBlock& w
     size_t wheel = static_cast<size_t>(button.index);
     WheelResist predicted =
         predictWheelResist(working.rimDepth[wheel], working.spokeCount[wheel], working.modelYear[wheel]);
-    double resist = wheel == 1 ? predicted.resist * 0.6 : predicted.resist;
+    double resist = wheel == wheelRear ? predicted.resist * 0.6 : predicted.resist;
     resist *= shownValue(state, wheelRows[frontSizeRow + wheel]) / 28.0;
     showValue(state, wheelRows[frontResistRow + wheel], resist);
     showValue(state, wheelRows[frontResistVelocityRow + wheel], predicted.velocity);
 }
-
-constexpr const char* wheelLabels[] = {"front", "rear"};
 
 constexpr Row predictButton(int index)
 {
     return {.kind = RowKind::button,
             .id = 1411 + index,
             .name = "predictWheel",
-            .labels = wheelLabels,
+            .labels = wheelNames,
             .index = index,
             .child = predictDialog,
             .pressed = choosePredictedWheel,
@@ -111,7 +110,7 @@ constexpr Form makeWheelPage()
 
 bool isPredictedWheel(const FormState& state, const Row& row)
 {
-    return (state.values.predictWheel == 1) == (row.index == 1);
+    return state.values.predictWheel == row.index;
 }
 
 constexpr Row buildRow(int id, int wheel, Field field, Range range, const char* messageName, const char* unit = "")
