@@ -50,7 +50,7 @@ _torvane_cli()
     help) _torvane_cli_words "$(_torvane_cli_commands) profile condition preference" "$word" ;;
     *)
         if [[ $word == -* ]]; then
-            _torvane_cli_words "--par --profile --set --save --graph --json --into --help --version" "$word"
+            _torvane_cli_words "--par --profile --set --save --graph --json --into --force --prepare --help --version" "$word"
         elif [[ -z $command ]]; then
             _torvane_cli_words "$(_torvane_cli_commands) help" "$word"
         else

@@ -12,28 +12,28 @@ namespace {
 struct FileRule {
     int command;
     size_t least, most;
-    bool writes;           // the last one is the destination
-    const char* extension; // of a destination in a folder
+    FileKind writes; // of the last one, the destination; nothing: there is none
     const char* pattern;
+    bool onlyNew = false;
 };
 
 constexpr FileRule rules[] = {
-    {322, 1, 1, false, "", "FILE.pro"},
-    {323, 1, 1, true, ".pro", "FILE.pro"},
-    {901, 1, 1, false, "", "RIDE.fit"},
-    {902, 1, 1, false, "", "RIDE.fit"},
-    {903, 1, 1, false, "", "RIDE.fit"},
-    {904, 2, 2, true, ".fit", "RIDE.fit OUT.fit"},
-    {905, 2, 6, true, "", "A.fit B.fit [C.fit [D.fit [E.fit]]] OUT.fit"},
-    {906, 2, 2, true, ".fit", "IN.fit OUT.fit"},
-    {907, 2, 2, true, ".fit", "IN.fit OUT.fit"},
-    {908, 2, 2, true, ".fit", "IN.fit BASE.fit"},
-    {909, 2, 2, true, ".fit", "IN.fit OUT.fit"},
-    {910, 2, 2, true, ".fit", "RIDE.fit OUT.fit"},
-    {991, 2, 2, true, ".fit", "IN.fit OUT.fit"},
-    {992, 2, 2, true, ".csv", "IN.fit OUT.csv"},
-    {993, 2, 2, true, ".fit", "IN.fit OUT.fit"},
-    {994, 2, 2, false, "", "A.fit B.fit"},
+    {322, 1, 1, FileKind::nothing, "FILE.pro"},
+    {323, 1, 1, FileKind::profile, "FILE.pro"},
+    {901, 1, 1, FileKind::nothing, "RIDE.fit"},
+    {902, 1, 1, FileKind::nothing, "RIDE.fit"},
+    {903, 1, 1, FileKind::nothing, "RIDE.fit"},
+    {904, 2, 2, FileKind::fit, "RIDE.fit OUT.fit"},
+    {905, 2, 6, FileKind::fit, "A.fit B.fit [C.fit [D.fit [E.fit]]] OUT.fit", true},
+    {906, 2, 2, FileKind::fit, "IN.fit OUT.fit"},
+    {907, 2, 2, FileKind::fit, "IN.fit OUT.fit"},
+    {908, 2, 2, FileKind::fit, "IN.fit BASE.fit"},
+    {909, 2, 2, FileKind::fit, "IN.fit OUT.fit"},
+    {910, 2, 2, FileKind::fit, "RIDE.fit OUT.fit"},
+    {991, 2, 2, FileKind::fit, "IN.fit OUT.fit"},
+    {992, 2, 2, FileKind::csv, "IN.fit OUT.csv"},
+    {993, 2, 2, FileKind::fit, "IN.fit OUT.fit"},
+    {994, 2, 2, FileKind::nothing, "A.fit B.fit"},
 };
 
 const FileRule* ruleOf(int command)
@@ -55,7 +55,7 @@ RunFiles plainRun(const FileRule& rule, const std::vector<std::string>& files)
         run.sources.push_back(absolutePath(file));
     if (rule.command == 322 || rule.command == 323)
         run.sources.back() = profilePath(run.sources.back());
-    if (rule.writes) {
+    if (rule.writes != FileKind::nothing) {
         run.destination = run.sources.back();
         run.sources.pop_back();
     }
@@ -63,23 +63,23 @@ RunFiles plainRun(const FileRule& rule, const std::vector<std::string>& files)
 }
 
 // The same name in another folder, with the extension of what is written there.
-std::string nameInFolder(const std::string& folder, const std::string& source, std::string_view extension)
+std::string nameInFolder(const std::string& folder, const std::string& source, FileKind kind)
 {
     std::string_view name = fileName(source);
-    bool replaced = extension != ".fit";
-    std::string stem(replaced ? name.substr(0, name.rfind('.')) : name);
+    bool table = kind == FileKind::csv;
+    std::string stem(table ? name.substr(0, name.rfind('.')) : name);
 #ifdef _WIN32
     constexpr char separator = '\\';
 #else
     constexpr char separator = '/';
 #endif
     bool ends = lastSeparator(folder) + 1 == folder.size();
-    return folder + (ends ? "" : std::string(1, separator)) + stem + (replaced ? std::string(extension) : "");
+    return folder + (ends ? "" : std::string(1, separator)) + stem + (table ? ".csv" : "");
 }
 
 bool takesFolder(const FileRule& rule)
 {
-    return rule.most == 2 && rule.writes;
+    return rule.most == 2 && rule.writes != FileKind::nothing;
 }
 
 std::string planFolder(const FileRule& rule, const Request& request, std::vector<RunFiles>& runs)
@@ -93,9 +93,7 @@ std::string planFolder(const FileRule& rule, const Request& request, std::vector
         return "no files given";
     for (const std::string& file : request.files) {
         std::string source = absolutePath(file);
-        std::string destination = nameInFolder(folder, source, rule.extension);
-        if (isSameFile(destination, source))
-            return destination + " would overwrite its own source";
+        std::string destination = nameInFolder(folder, source, rule.writes);
         if (std::ranges::find(runs, destination, &RunFiles::destination) != runs.end())
             return "two files would be written to " + destination;
         runs.push_back({{source}, destination});
@@ -109,6 +107,12 @@ const char* filePattern(int command)
 {
     const FileRule* rule = ruleOf(command);
     return rule ? rule->pattern : "";
+}
+
+Output outputOf(int command, const std::string& path)
+{
+    const FileRule* rule = ruleOf(command);
+    return {path, rule ? rule->writes : FileKind::nothing, rule && rule->onlyNew};
 }
 
 std::string planRuns(const Command& command, const Request& request, std::vector<RunFiles>& runs)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cli/request.h"
+#include "cli/write_rules.h"
 #include "command/command_table.h"
 
 #include <string>
@@ -17,6 +18,9 @@ struct RunFiles {
 
 // "RIDE.fit OUT.fit", as the help shows it; empty for a command without files.
 const char* filePattern(int command);
+
+// A file that a command writes, as the rules of writing see it.
+Output outputOf(int command, const std::string& path);
 
 // Deals the files of a request out to runs: one, or with --into one for each file. An empty text on success.
 std::string planRuns(const Command& command, const Request& request, std::vector<RunFiles>& runs);

@@ -1,5 +1,6 @@
 #include "cli/console.h"
 
+#include "cli/ending_signals.h"
 #include "cli/help.h"
 #include "cli/nearest.h"
 #include "cli/run.h"
@@ -188,9 +189,9 @@ int runWithDefaults(const Command& command, const Request& request, Answer& answ
     answer.status.clear();
     answer.upper.clear();
     int code = runCommand(session, command, request, answer, streams);
-    if (request.save && code != exitRefused)
-        code = std::max(code, saveDefaults(session, parPath, answer, streams));
-    return code;
+    if (!request.save || code == exitRefused || code > signalExit)
+        return code;
+    return runHeld([&] { return std::max(code, saveDefaults(session, parPath, answer, streams)); });
 }
 
 int runRequest(const Request& request, Streams& streams)
@@ -233,7 +234,10 @@ int runConsole(const std::vector<std::string>& arguments, std::ostream& out, std
     resetRecords();
     int code = answerRequest(request, streams);
     out.flush();
-    return out ? code : std::max<int>(code, exitFailed);
+    if (out)
+        return code;
+    err << "torvane-cli: standard output cannot be written\n";
+    return std::max<int>(code, exitFailed);
 }
 
 } // namespace torvane

@@ -17,7 +17,8 @@ struct Run {
     const Command& command;
     const Request& request;
     Streams& streams;
-    const RunFiles& files;
+    WriteRules& rules;
+    RunFiles files;
     Answer answer = {};
     std::vector<std::string> notes = {}; // entries without effect
 };

@@ -206,27 +206,30 @@ bool isOfConsole(const Command& command)
 std::string usageText()
 {
     return "usage: torvane-cli [--par FILE] [--profile FILE.pro] [--save] [--set NAME=VALUE]... [--graph FILE.svg]\n"
-           "                   [--json] [--into FOLDER] [--prepare] COMMAND [NAME=VALUE]... [FILE]...\n"
+           "                   [--json] [--into FOLDER] [--force] [--prepare] COMMAND [NAME=VALUE]... [FILE]...\n"
            "       torvane-cli --help | --version | help COMMAND | help profile | condition | preference\n";
 }
 
 std::string generalHelp()
 {
     std::string text = usageText();
-    text += "\n"
-            "  --par FILE          start from the defaults in this parameter file\n"
-            "  --profile FILE.pro  then load this profile\n"
-            "  --set NAME=VALUE    set an entry of the profile, condition or preference pages\n"
-            "  --save              make what was entered the new defaults of the --par file\n"
-            "  --graph FILE.svg    draw the graph of the command into a file\n"
-            "  --json              print the answer as one JSON object\n"
-            "  --into FOLDER       for several files: write one file for each into a folder\n"
-            "  --prepare           at-one-stroke: first put the ride as its device wrote it in order\n"
-            "\n"
-            "Reports go to standard output, the status line and messages to standard error.\n"
-            "Exit codes: 0 done, warnings included; 1 fatal status or failed operation; 2 refused input.\n"
-            "\n"
-            "Commands, by number or name:\n";
+    text +=
+        "\n"
+        "  --par FILE          start from the defaults in this parameter file\n"
+        "  --profile FILE.pro  then load this profile\n"
+        "  --set NAME=VALUE    set an entry of the profile, condition or preference pages\n"
+        "  --save              make what was entered the new defaults of the --par file\n"
+        "  --graph FILE.svg    draw the graph of the command into a file\n"
+        "  --json              print the answer as one JSON object\n"
+        "  --into FOLDER       for several files: write one file for each into a folder\n"
+        "  --force             write over a file of another kind, or one that is there already; never over a source\n"
+        "  --prepare           at-one-stroke: first put the ride as its device wrote it in order\n"
+        "\n"
+        "Reports go to standard output, the status line and messages to standard error.\n"
+        "Exit codes: 0 done, warnings included; 1 fatal status or failed operation; 2 refused input; 128 and the\n"
+        "number of the signal that ended it.\n"
+        "\n"
+        "Commands, by number or name:\n";
     for (const Command& command : commandTable())
         if (isOfConsole(command))
             text += formatText("  %d  %s%s\n", command.id, padded(consoleName(command), nameWidth + 2).c_str(),

@@ -1,5 +1,6 @@
 // The console program.
 #include "cli/console.h"
+#include "cli/ending_signals.h"
 #include "cli/platform.h"
 #include "core/shown_text.h"
 
@@ -9,6 +10,7 @@
 int main(int count, char** values)
 {
     torvane::prepareStreams();
+    torvane::catchEndingSignals();
     std::ios::sync_with_stdio(false);
     try {
         return torvane::runConsole(torvane::commandLine(count, values), std::cout, std::cerr, torvane::isInteractive());

@@ -21,7 +21,7 @@ constexpr Option options[] = {
     {"--json", &Request::json, nullptr},       {"--par", nullptr, &Request::par},
     {"--profile", nullptr, &Request::profile}, {"--graph", nullptr, &Request::graph},
     {"--into", nullptr, &Request::into},       {"--set", nullptr, nullptr},
-    {"--prepare", &Request::prepare, nullptr},
+    {"--prepare", &Request::prepare, nullptr}, {"--force", &Request::force, nullptr},
 };
 
 const Option* findOption(std::string_view name)

@@ -15,6 +15,7 @@ struct Request {
     bool version = false;             // --version
     bool save = false;                // --save
     bool json = false;                // --json
+    bool force = false;               // --force
     bool prepare = false;             // --prepare, the same as the entry prepare=on
     std::string par;                  // --par FILE
     std::string profile;              // --profile FILE

@@ -1,8 +1,10 @@
 #include "cli/run.h"
 
 #include "cli/command_files.h"
+#include "cli/ending_signals.h"
 #include "cli/fill.h"
 #include "cli/json.h"
+#include "cli/piped_sources.h"
 #include "cli/settings.h"
 #include "command/settings_command.h"
 #include "core/files.h"
@@ -16,6 +18,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 
 namespace torvane {
 
@@ -74,7 +77,7 @@ bool worksOnLoadedRide(const Command& command)
     return command.id >= expressCommand && command.id <= createCommand;
 }
 
-// Names of the parts that a division has written.
+// Names of the parts that a division writes.
 void listParts(Run& run)
 {
     std::string base = run.answer.outputs[0];
@@ -90,9 +93,26 @@ int operate(Run& run)
     run.session.graph.reset();
     int code = finish(run, run.command.operation(run.session));
     run.answer.graph = run.session.graph;
-    if (code == exitDone && run.command.id == divideCommandId)
-        listParts(run);
     return code;
+}
+
+bool mayWrite(Run& run, const Output& output)
+{
+    std::string fault = run.rules.fault(output);
+    if (!fault.empty())
+        refuse(run.streams, fault);
+    return fault.empty();
+}
+
+bool mayWriteDestination(Run& run)
+{
+    if (!run.answer.outputs.empty() && run.command.id == divideCommandId)
+        listParts(run);
+    bool may = std::ranges::all_of(
+        run.answer.outputs, [&](const std::string& path) { return mayWrite(run, outputOf(run.command.id, path)); });
+    if (!may)
+        run.answer.outputs.clear();
+    return may;
 }
 
 // For a command without a dialog.
@@ -116,7 +136,7 @@ int runLong(Run& run)
         if (const Form* form = settingsForm(run.command); form && !fillForm(*form, run))
             return exitRefused;
     }
-    if (!fillDialog(run))
+    if (!fillDialog(run) || !mayWriteDestination(run))
         return exitRefused;
     for (const std::string& text : run.notes)
         note(run.streams, text);
@@ -138,6 +158,8 @@ int runProfileFile(Run& run)
 {
     bool writes = run.command.entry == Entry::saveProfile;
     const std::string& path = writes ? run.files.destination : run.files.sources[0];
+    if (writes && !mayWrite(run, outputOf(run.command.id, path)))
+        return exitRefused;
     int code = finish(run, finishProfileFile(run.session, run.command, path, run.streams));
     if (code == exitDone && writes)
         run.answer.outputs = {path};
@@ -159,8 +181,9 @@ int writeGraph(Run& run)
     if (path.empty())
         return exitDone;
     if (!run.answer.graph) {
-        note(run.streams, "no graph: there is nothing to plot");
-        return exitDone;
+        tellBoxes(run.answer, run.streams,
+                  {{"no graph", formatText("'%s' is not of this run", shownText(path).c_str())}});
+        return exitFailed;
     }
     GraphSeries series = *run.answer.graph;
     int width = series.width, height = series.height;
@@ -176,13 +199,38 @@ int writeGraph(Run& run)
 }
 
 // One run from filled-in dialog to written graph, into its answer.
+int runThrough(Run& run)
+{
+    PipedSources piped;
+    std::string graph = run.request.graph.empty() ? std::string() : absolutePath(run.request.graph);
+    if (!graph.empty() && !mayWrite(run, {graph, FileKind::svg}))
+        return exitRefused;
+    if (std::string fault = piped.take(run.files); !fault.empty()) {
+        tellBoxes(run.answer, run.streams, {{"error", shownText(fault)}});
+        return exitFailed;
+    }
+    int code = dispatch(run);
+    if (run.answer.result && code != exitRefused)
+        code = std::max(code, writeGraph(run));
+    return code;
+}
+
+// Memory that does not suffice is a failure of this run: there may be more of it for the next.
 int runOnce(Run& run)
 {
     ScreensInto into(run.session, run.answer, run.streams);
     run.answer.command = run.command.id;
-    int code = dispatch(run);
-    if (run.answer.result && code != exitRefused)
-        code = std::max(code, writeGraph(run));
+    int code = exitFailed;
+    try {
+        code = runThrough(run);
+    } catch (const std::bad_alloc&) {
+        Answer failed;
+        failed.command = run.command.id;
+        failed.boxes = std::move(run.answer.boxes);
+        run.answer = std::move(failed);
+        tellBoxes(run.answer, run.streams, {{"error", "not enough memory"}});
+    }
+    std::ranges::for_each(run.answer.outputs, [&](const std::string& path) { run.rules.wrote(path); });
     return code;
 }
 
@@ -196,17 +244,19 @@ Answer endedLine(Answer answer)
 
 // Each ride of a batch starts from the same settings; one that fails is named, and the rest go on.
 int runBatch(Session& session, const Command& command, const Request& request, const std::vector<RunFiles>& runs,
-             Answer& answer, Streams& streams)
+             WriteRules& rules, Answer& answer, Streams& streams)
 {
     ParameterBlock settings = workingBlock;
     JsonList list('[');
     int code = exitDone;
     for (const RunFiles& files : runs) {
+        if (code > signalExit)
+            break;
         workingBlock = settings;
-        Run run = {session, command, request, streams, files};
-        int own = runOnce(run);
+        Run run = {session, command, request, streams, rules, files};
+        int own = runHeld([&] { return runOnce(run); });
         if (own != exitDone) {
-            code = exitFailed;
+            code = std::max<int>(own > signalExit ? own : exitFailed, code);
             streams.err << "failed: " << shownText(files.sources[0]) << '\n';
         }
         if (request.json)
@@ -219,11 +269,11 @@ int runBatch(Session& session, const Command& command, const Request& request, c
     return code;
 }
 
-int runSingle(Session& session, const Command& command, const Request& request, const RunFiles& files, Answer& answer,
-              Streams& streams)
+int runSingle(Session& session, const Command& command, const Request& request, const RunFiles& files,
+              WriteRules& rules, Answer& answer, Streams& streams)
 {
-    Run run = {session, command, request, streams, files, std::move(answer)};
-    int code = runOnce(run);
+    Run run = {session, command, request, streams, rules, files, std::move(answer)};
+    int code = runHeld([&] { return runOnce(run); });
     answer = std::move(run.answer);
     if (!request.json)
         printAnswer(answer, streams);
@@ -239,6 +289,27 @@ std::string checkRequest(const Command& command, const Request& request)
     if (!request.graph.empty() && command.graph == GraphWhen::never)
         return consoleName(command) + " has no graph";
     return command.entry == Entry::sheet ? std::string() : checkNames(command, request);
+}
+
+// What the call reads. A profile that it starts from may be kept under its own name.
+std::vector<std::string> sourcesOf(const Command& command, const Request& request, const std::vector<RunFiles>& runs)
+{
+    std::vector<std::string> sources;
+    for (const RunFiles& files : runs)
+        sources.insert(sources.end(), files.sources.begin(), files.sources.end());
+    if (command.entry != Entry::saveProfile)
+        sources.push_back(request.profile);
+    sources.push_back(request.par);
+    return sources;
+}
+
+// Before the first ride of a batch is touched: none may be written over before its turn.
+std::string checkDestinations(const WriteRules& rules, const Command& command, const std::vector<RunFiles>& runs)
+{
+    std::string fault;
+    for (size_t i = 0; fault.empty() && i < runs.size() && command.id != divideCommandId; ++i)
+        fault = rules.sourceFault(runs[i].destination);
+    return fault;
 }
 
 // A graph that is asked for is drawn, whatever the preference says.
@@ -289,11 +360,14 @@ int runCommand(Session& session, const Command& command, const Request& request,
     std::string fault = checkRequest(command, request);
     if (fault.empty())
         fault = planRuns(command, request, runs);
+    WriteRules rules(request.force, sourcesOf(command, request, runs));
+    if (fault.empty() && !request.into.empty())
+        fault = checkDestinations(rules, command, runs);
     if (!fault.empty())
         return refuse(streams, fault);
     wantGraph(request);
-    int code = request.into.empty() ? runSingle(session, command, request, runs[0], answer, streams)
-                                    : runBatch(session, command, request, runs, answer, streams);
+    int code = request.into.empty() ? runSingle(session, command, request, runs[0], rules, answer, streams)
+                                    : runBatch(session, command, request, runs, rules, answer, streams);
     // What a tool ticked waits for the next commit of the recorded rides, and there will be none.
     if (request.save && command.menu == MenuAfter::toolRan)
         commitGps(savedBlock, workingBlock);

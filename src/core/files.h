@@ -43,6 +43,11 @@ FileResult readFileStart(const std::string& path, size_t limit, std::vector<uint
 // What stands behind the first `start` bytes; nothing where there are no more.
 FileResult readFileFrom(const std::string& path, size_t start, std::vector<uint8_t>& bytes);
 
+// Reads a pipe to its end, at most limit bytes. Its writer may never come: `stops` is asked now and then whether to
+// give up, which is a readFailed. On Windows, where no pipe has a place among the files, none can be opened.
+FileResult readPipe(const std::string& path, size_t limit, const std::function<bool()>& stops,
+                    std::vector<uint8_t>& bytes);
+
 // Takes the next piece of a file; false when it could not be written.
 using WritePiece = std::function<bool(std::span<const uint8_t>)>;
 

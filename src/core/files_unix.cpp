@@ -7,6 +7,7 @@
 #include <climits>
 #include <cstdlib>
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/stat.h>
 #include <tuple>
 #include <unistd.h>
@@ -57,6 +58,15 @@ FileType typeOf(mode_t mode)
     return S_ISFIFO(mode) || S_ISSOCK(mode) ? FileType::pipe : FileType::device;
 }
 
+// Makes room behind what is used for the next piece, and more of it the more there is. False at the limit.
+bool makeRoom(std::vector<uint8_t>& bytes, size_t used, size_t limit, size_t guess)
+{
+    constexpr size_t piece = 1 << 16;
+    if (used == bytes.size() && used < limit)
+        bytes.resize(std::min(limit, used == 0 ? guess : used + std::max(used, piece)));
+    return used < limit;
+}
+
 // Reads on from start until limit bytes are there or the file ends; the size that the file claims is only a first
 // guess.
 FileResult readUpTo(const std::string& path, size_t start, size_t limit, std::vector<uint8_t>& bytes)
@@ -70,13 +80,10 @@ FileResult readUpTo(const std::string& path, size_t start, size_t limit, std::ve
         return FileResult::cannotOpen;
     if (start != 0 && ::lseek(file.descriptor, static_cast<off_t>(start), SEEK_SET) < 0)
         return FileResult::readFailed;
-    constexpr size_t piece = 1 << 16;
     size_t size = static_cast<size_t>(status.st_size);
     size_t guess = size - std::min(size, start) + 1;
     size_t used = 0;
-    while (used < limit) {
-        if (used == bytes.size())
-            bytes.resize(std::min(limit, used == 0 ? guess : used + std::max(used, piece)));
+    while (makeRoom(bytes, used, limit, guess)) {
         ssize_t count = ::read(file.descriptor, bytes.data() + used, bytes.size() - used);
         if (count < 0 && errno == EINTR)
             continue;
@@ -88,6 +95,19 @@ FileResult readUpTo(const std::string& path, size_t start, size_t limit, std::ve
     }
     bytes.resize(used);
     return FileResult::ok;
+}
+
+// Waits until a pipe has bytes, or a writer that was there has gone. False where that is given up.
+bool waitForBytes(int descriptor, const std::function<bool()>& stops)
+{
+    constexpr int interval = 50; // ms between two looks
+    pollfd waited = {descriptor, POLLIN, 0};
+    while (!stops()) {
+        int ready = ::poll(&waited, 1, interval);
+        if (ready > 0 || (ready < 0 && errno != EINTR))
+            return ready > 0;
+    }
+    return false;
 }
 
 // A device has no old content to protect, and must not be renamed away.
@@ -195,6 +215,29 @@ FileResult readFileStart(const std::string& path, size_t limit, std::vector<uint
 FileResult readFileFrom(const std::string& path, size_t start, std::vector<uint8_t>& bytes)
 {
     return readUpTo(path, start, SSIZE_MAX, bytes);
+}
+
+FileResult readPipe(const std::string& path, size_t limit, const std::function<bool()>& stops,
+                    std::vector<uint8_t>& bytes)
+{
+    constexpr size_t guess = 1 << 16;
+    bytes.clear();
+    OpenFile pipe(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)); // not to wait for the writer here
+    if (pipe.descriptor < 0)
+        return FileResult::cannotOpen;
+    size_t used = 0;
+    while (makeRoom(bytes, used, limit, guess)) {
+        if (!waitForBytes(pipe.descriptor, stops))
+            return FileResult::readFailed;
+        ssize_t count = ::read(pipe.descriptor, bytes.data() + used, bytes.size() - used);
+        if (count < 0 && errno != EINTR && errno != EAGAIN)
+            return FileResult::readFailed;
+        if (count == 0)
+            break;
+        used += static_cast<size_t>(std::max<ssize_t>(count, 0));
+    }
+    bytes.resize(used);
+    return FileResult::ok;
 }
 
 FileResult replaceFile(const std::string& path, const MakePieces& make)

@@ -199,6 +199,11 @@ FileResult readFileFrom(const std::string& path, size_t start, std::vector<uint8
     return readUpTo(path, start, SIZE_MAX, bytes);
 }
 
+FileResult readPipe(const std::string&, size_t, const std::function<bool()>&, std::vector<uint8_t>&)
+{
+    return FileResult::cannotOpen;
+}
+
 FileResult replaceFile(const std::string& path, const std::function<bool(const WritePiece&)>& make)
 {
     FileType type = fileType(path);

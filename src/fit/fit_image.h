@@ -18,6 +18,9 @@ namespace torvane {
 constexpr int legacyHeaderSize = 12; // without the header CRC
 constexpr int modernHeaderSize = 14;
 
+// In bytes: no header can claim more.
+constexpr size_t largestFitFile = modernHeaderSize + size_t{0x7FFFFFFF} + 2;
+
 struct FitImage {
     int32_t dataSize = 0; // of the data block; of a destination: as planned
     std::array<uint8_t, modernHeaderSize> headerBytes = {};

@@ -203,6 +203,12 @@ TEST(Console, DrawsTheGraphThatIsAskedFor)
     Bytes bytes = bytesOf(folder.path + "g.svg");
     EXPECT_TRUE(contains({bytes.begin(), bytes.end()}, "<svg"));
     EXPECT_EQ(call({"--graph", folder.path + "no/such/g.svg", "801"}).code, 1);
+    Call without =
+        call({"--json", "--graph", folder.path + "g.svg", "803", "rideStartVelocity=10", "rideEndVelocity=10"});
+    EXPECT_EQ(without.code, 1);
+    EXPECT_TRUE(contains(without.err, "no graph: '" + folder.path + "g.svg' is not of this run\n"));
+    EXPECT_TRUE(contains(without.out, "g.svg' is not of this run\"}"));
+    EXPECT_EQ(bytesOf(folder.path + "g.svg"), bytes);
 }
 
 TEST(Console, WorksOnRides)
@@ -245,7 +251,16 @@ TEST(Console, WorksThroughManyRides)
     EXPECT_EQ(json.out.substr(0, 51), "{\"command\": 910, \"runs\": [{\"command\": 910, \"result\"");
     for (std::string itself : {folder.path, out + "/../"})
         EXPECT_EQ(call({"--into", itself, "at-one-stroke", a}).err,
-                  "torvane-cli: " + itself + "a.fit would overwrite its own source\n");
+                  "torvane-cli: " + itself + "a.fit is read by this call, and not written over\n");
+    std::filesystem::create_symlink(c, out + "/d.fit"); // a ride whose turn has not come
+    Call over = call({"--force", "--into", out, "timestamp", "days=1", written(folder, "d.fit", plainRide()), c});
+    EXPECT_EQ(over.err, "torvane-cli: " + out + "/d.fit is read by this call, and not written over\n");
+    EXPECT_EQ(over.code, 2);
+    std::filesystem::remove(out + "/d.fit");
+    std::filesystem::create_symlink("a.fit", out + "/d.fit"); // two names of one file
+    Call twice = call({"--force", "--into", out, "timestamp", "days=1", a, folder.path + "d.fit"});
+    EXPECT_TRUE(contains(twice.err, "two files would be written to " + out + "/d.fit"));
+    EXPECT_EQ(twice.code, 1);
     EXPECT_EQ(call({"--into", out, "at-one-stroke", a, a}).code, 2);
     EXPECT_EQ(call({"--into", out, "combine", a, c}).code, 2);
 }

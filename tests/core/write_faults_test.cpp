@@ -4,6 +4,7 @@
 #include "core/parameter_file.h"
 #include "core/record_check.h"
 #include "fit/fit_builder.h"
+#include "in_child.h"
 
 #include <gtest/gtest.h>
 
@@ -17,29 +18,10 @@
 #include <sys/mount.h>
 #include <sys/prctl.h>
 #include <sys/syscall.h>
-#include <sys/wait.h>
 #include <tuple>
 
 namespace torvane {
 namespace {
-
-// A process of its own in which the system refuses something: a call that fails with an error of choice, a call that
-// ends the process, a disk without room. What the process leaves behind is looked at from outside.
-
-constexpr int childCannotTry = 77; // exit code: the system does not let us make the fault
-
-// Runs a function in a process of its own. Its result, which becomes the exit code, or minus the signal that ended it.
-template <class Work>
-int inChild(Work&& work)
-{
-    pid_t child = ::fork();
-    if (child == 0)
-        ::_exit(work());
-    int status = 0;
-    if (child < 0 || ::waitpid(child, &status, 0) != child)
-        return childCannotTry;
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
-}
 
 enum SystemCall : int {
     callWrite = SYS_write,

@@ -1,0 +1,144 @@
+// How a call of the console ends that does not come to its own end: by a signal, without memory or room. What was
+// written stands whole, and nothing half made is left behind.
+#include "console_fixture.h"
+
+#include "cli/ending_signals.h"
+#include "core/files.h"
+#include "in_child.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+namespace torvane {
+namespace {
+
+// What the console prints and answers in a child goes into a file.
+int callInChild(const std::vector<std::string>& arguments, const std::string& printed)
+{
+    catchEndingSignals();
+    Call answer = call(arguments);
+    std::string text = answer.out + answer.err;
+    writeBytes(printed, {text.begin(), text.end()});
+    return answer.code;
+}
+
+std::string textOf(const std::string& path)
+{
+    Bytes bytes = bytesOf(path);
+    return {bytes.begin(), bytes.end()};
+}
+
+struct ConsoleEnds : testing::Test {
+    ConsoleEnds()
+    {
+        for (const char* name : {"out", "temporary"})
+            std::filesystem::create_directory(in + name);
+        writeBytes(a, plainRide());
+        writeBytes(c, plainRide());
+        ::setenv("TMPDIR", (in + "temporary").c_str(), 1);
+    }
+    ~ConsoleEnds() override
+    {
+        ::unsetenv("TMPDIR");
+    }
+    size_t countIn(const char* name) const
+    {
+        return static_cast<size_t>(std::distance(std::filesystem::directory_iterator(in + name), {}));
+    }
+
+    TestFolder folder;
+    const std::string& in = folder.path;
+    const std::string a = in + "a.fit", b = in + "b.fit", c = in + "c.fit", printed = in + "printed";
+};
+
+// The second ride of a batch waits for the writer of its pipe when the signal comes.
+TEST_F(ConsoleEnds, aSignalEndsABatchInOrder)
+{
+    ASSERT_EQ(::mkfifo(b.c_str(), 0600), 0);
+    for (int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        pid_t child = startChild([&] {
+            return callInChild({"--json", "--into", in + "out", "convert", "fitFormat=legacy", a, b, c}, printed);
+        });
+        int pipe = ::open(b.c_str(), O_WRONLY); // waits for its reader
+        ::kill(child, signal);
+        EXPECT_EQ(endOf(child), 128 + signal);
+        ::close(pipe);
+        EXPECT_EQ(countIn("out"), 1u) << "the first ride";
+        EXPECT_EQ(countIn("temporary"), 0u);
+        EXPECT_TRUE(contains(textOf(printed), "out/a.fit\"]}, {") && contains(textOf(printed), "}]}\n"));
+        std::filesystem::remove(in + "out/a.fit");
+    }
+}
+
+TEST_F(ConsoleEnds, aSignalAtAnyMomentLeavesNothingHalfMade)
+{
+    const Bytes ride = plainRide(5000);
+    writeBytes(a, ride);
+    for (int round = 0; round < 20; ++round) {
+        pid_t child = startChild([&] {
+            catchEndingSignals();
+            int code = 0;
+            while (code <= signalExit)
+                code = runHeld([&] { return static_cast<int>(replaceFile(in + "out/a.fit", {ride, ride})); });
+            return code;
+        });
+        ::usleep(static_cast<useconds_t>(2000 + 137 * round));
+        ::kill(child, SIGTERM);
+        int end = endOf(child);
+        EXPECT_TRUE(end == 128 + SIGTERM || end == -SIGTERM) << end; // the latter before it was caught
+        EXPECT_LE(countIn("out"), 1u);
+    }
+}
+
+TEST_F(ConsoleEnds, aSignalThatWasIgnoredStaysIgnored)
+{
+    EXPECT_EQ(inChild([] {
+                  std::signal(SIGHUP, SIG_IGN); // as nohup does
+                  catchEndingSignals();
+                  return std::raise(SIGHUP);
+              }),
+              0);
+}
+
+TEST_F(ConsoleEnds, aFileBeyondTheLimitOfTheProcessIsAWriteThatFails)
+{
+    writeBytes(in + "out/a.fit", {});
+    int code = inChild([&] {
+        catchEndingSignals();
+        rlimit limit = {500, 500};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+        return call({"convert", "fitFormat=legacy", a, in + "out/a.fit"}).code;
+    });
+    EXPECT_EQ(code, 1);
+    EXPECT_EQ(countIn("out"), 1u);
+    EXPECT_EQ(bytesOf(in + "out/a.fit"), Bytes());
+}
+
+// A ride whose header claims, and whose file has, more than there is memory for.
+TEST_F(ConsoleEnds, aRideWithoutMemoryIsOneThatFails)
+{
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "the sanitizer ends a process without memory";
+#endif
+    writeBytes(b, {14, 0x10, 0, 0, 0, 0, 0, 0x40, '.', 'F', 'I', 'T', 0, 0});
+    std::filesystem::resize_file(b, 0x4000'0010);
+    int code = inChild([&] {
+        rlimit limit = {0x2000'0000, 0x2000'0000};
+        ::setrlimit(RLIMIT_AS, &limit);
+        return callInChild({"--json", "--into", in + "out", "convert", "fitFormat=legacy", a, b, c}, printed);
+    });
+    EXPECT_EQ(code, 1);
+    EXPECT_EQ(countIn("out"), 2u);
+    EXPECT_TRUE(contains(textOf(printed),
+                         "{\"command\": 906, \"boxes\": [{\"title\": \"error\", \"text\": \"not enough "
+                         "memory\"}]}, {\"command\": 906, \"result\""));
+    EXPECT_TRUE(contains(textOf(printed), "failed: " + b + "\n"));
+}
+
+} // namespace
+} // namespace torvane
