@@ -18,6 +18,7 @@ BUILD = pathlib.Path(os.environ.get("TORVANE_BUILD", SOURCE / "build" / "windows
 NATIVE_CLI = pathlib.Path(os.environ.get("TORVANE_NATIVE_CLI", SOURCE / "build" / "native" / "torvane-cli"))
 SCREENSHOTS = SOURCE / "build" / "screenshots"
 PREFIX = BUILD / "wine-prefix"
+HOME = BUILD / "home"  # what Wine, printing and the rest keep in a home folder
 LIMIT = 60.0  # s; far beyond what a quiet machine needs
 
 UPPER, LOWER, STATUS = 202, 201, 203
@@ -25,8 +26,10 @@ OK, CANCEL = 1, 2
 
 
 def environment(display=None):
-    env = dict(os.environ)
-    env.update(WINEPREFIX=str(PREFIX), WINEDEBUG="-all", WINEDLLOVERRIDES="mscoree,mshtml=", LC_ALL="C.UTF-8")
+    HOME.mkdir(parents=True, exist_ok=True)
+    env = {name: value for name, value in os.environ.items() if not name.startswith("XDG_")}
+    env.update(HOME=str(HOME), WINEPREFIX=str(PREFIX), WINEDEBUG="-all", WINEDLLOVERRIDES="mscoree,mshtml=",
+               LC_ALL="C.UTF-8")
     if display:
         env["DISPLAY"] = display
     return env

@@ -159,7 +159,7 @@ class PrintTest(unittest.TestCase):
         window = program.dialog("Print")
         program.press("Escape")
         program.gone(window)
-        self.assertEqual(paper.files() - paper.before, set())
+        self.assertFalse(paper.is_used())
 
     def check_pages(self, document, text):
         done = subprocess.run(["pdftotext", "-raw", document, "-"], capture_output=True, check=True, text=True)

@@ -1,15 +1,13 @@
-"""A CUPS server of the tests' own, with a printer that writes PDF files."""
+"""A CUPS server of the tests' own, with a printer that writes into a file of its folder."""
 
 import os
 import pathlib
-import pwd
 import shutil
 import subprocess
 
 import desktop
 
 PPD = pathlib.Path("/usr/share/ppd/cups-pdf/CUPS-PDF_opt.ppd")
-BACKEND = pathlib.Path("/usr/lib/cups/backend/cups-pdf")
 
 SERVER = """\
 Listen {folder}/cups.sock
@@ -43,15 +41,16 @@ AccessLog {folder}/access_log
 ErrorLog {folder}/error_log
 PageLog {folder}/page_log
 SystemGroup root
+FileDevice Yes
 """
 
 
 def why_not():
     """The reason why no printer can be had here; empty when one can."""
     if os.geteuid() != 0:
-        return "the PDF printer's backend runs for root alone"
-    missing = [name for name in ("cupsd", "lpadmin", "pdftotext", "pdftoppm") if shutil.which(name) is None]
-    missing += [str(path) for path in (PPD, BACKEND) if not path.exists()]
+        return "the print server runs for root alone"
+    missing = [name for name in ("cupsd", "lpadmin", "gs", "pdftotext", "pdftoppm") if shutil.which(name) is None]
+    missing += [] if PPD.exists() else [str(PPD)]
     return "not found: " + ", ".join(missing) if missing else ""
 
 
@@ -73,11 +72,10 @@ class Printer:
         )
         os.environ["CUPS_SERVER"] = str(self.folder / "cups.sock")
         desktop.wait_for((self.folder / "cups.sock").exists, "the print server")
-        subprocess.run(["lpadmin", "-p", "Torvane", "-v", "cups-pdf:/", "-P", PPD, "-E"], check=True,
-                       stderr=subprocess.DEVNULL)
-        subprocess.run(["lpadmin", "-d", "Torvane"], check=True)
-        self.output = pathlib.Path(pwd.getpwuid(os.geteuid()).pw_dir) / "PDF"
-        self.before = self.files()
+        # One file, written anew by each job: no other's documents are looked at, and none are left to others.
+        self.paper = self.folder / "printed.ps"
+        self.run("lpadmin", "-p", "Torvane", "-v", f"file://{self.paper}", "-P", PPD, "-E")
+        self.run("lpadmin", "-d", "Torvane")
         return self
 
     def __exit__(self, *_):
@@ -85,15 +83,18 @@ class Printer:
         self.process.wait()
         os.environ.pop("CUPS_SERVER")
 
-    def files(self):
-        return set(self.output.glob("*.pdf")) if self.output.exists() else set()
+    def run(self, *words):
+        return subprocess.run(words, env=desktop.environment(), check=True, capture_output=True).stdout
+
+    def is_used(self):
+        return self.paper.exists() and self.paper.stat().st_size > 0
 
     def printed(self, name):
         """Takes the document that comes out of the printer to the screenshots."""
-        paper = desktop.wait_for(lambda: next(iter(self.files() - self.before), None), "a printed document")
-        jobs = ["lpstat", "-W", "not-completed"]
-        desktop.wait_for(lambda: not subprocess.run(jobs, capture_output=True).stdout, "the print job")
+        desktop.wait_for(self.is_used, "a printed document")
+        desktop.wait_for(lambda: not self.run("lpstat", "-W", "not-completed"), "the print job")
         target = desktop.SCREENSHOTS / f"{name}.pdf"
-        shutil.move(paper, target)
-        subprocess.run(["pdftoppm", "-r", "60", "-png", target, target.with_suffix("")], check=True)
+        self.run("gs", "-q", "-dNOPAUSE", "-dBATCH", "-dSAFER", "-sDEVICE=pdfwrite", f"-sOutputFile={target}", self.paper)
+        self.paper.unlink()
+        self.run("pdftoppm", "-r", "60", "-png", target, target.with_suffix(""))
         return target

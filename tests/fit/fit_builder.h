@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -31,8 +32,9 @@ struct TestFolder {
     TestFolder()
     {
         const testing::TestInfo* test = testing::UnitTest::GetInstance()->current_test_info();
-        path = testing::TempDir() + "torvane-" + std::to_string(getpid()) + "-" + test->test_suite_name() + "-" +
-               test->name() + "/";
+        std::string name = std::string(test->test_suite_name()) + "-" + test->name();
+        std::ranges::replace(name, '/', '-'); // of a test with parameters: the folders above it would stay
+        path = testing::TempDir() + "torvane-" + std::to_string(getpid()) + "-" + name + "/";
         std::filesystem::remove_all(path);
         std::filesystem::create_directories(path);
     }
