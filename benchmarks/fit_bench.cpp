@@ -40,13 +40,13 @@ BENCHMARK(crc)->Name("fit/fitCrc");
 // As the load of an activity works once the bytes are there.
 void passes(benchmark::State& state)
 {
-    FitImage image = imageOf(static_cast<int>(state.range(0)));
+    LoadedRide ride = {imageOf(static_cast<int>(state.range(0)))};
     for (auto _ : state) {
-        benchmark::DoNotOptimize(fitCrc(image));
-        if (gatherActivity(image) != fitOk)
+        benchmark::DoNotOptimize(fitCrc(ride.image));
+        if (gatherActivity(ride) != fitOk)
             state.SkipWithError("the passes failed");
     }
-    countBytes(state, image.data.size());
+    countBytes(state, ride.image.data.size());
 }
 BENCHMARK(passes)->Name("fit/passes and CRC")->Arg(10000)->Arg(seasonRide)->Unit(benchmark::kMillisecond);
 
@@ -54,8 +54,8 @@ void load(benchmark::State& state)
 {
     const std::string& path = madeRide(static_cast<int>(state.range(0)));
     for (auto _ : state) {
-        FitImage image;
-        if (loadFitImage(image, path) != fitOk || gatherActivity(image) != fitOk)
+        LoadedRide ride;
+        if (loadFitImage(ride.image, path) != fitOk || gatherActivity(ride) != fitOk)
             state.SkipWithError("the load failed");
     }
     countBytes(state, std::filesystem::file_size(path));

@@ -18,25 +18,29 @@ namespace {
 
 // A ride loaded and ready for its analysis.
 struct Loaded {
-    FitImage image;
+    LoadedRide ride;
+    ParameterBlock settings;
     uint32_t flags;
     GpsRecords records;
 
     explicit Loaded(int count)
     {
         startPlainModel();
-        loadFitImage(image, madeRide(count));
-        gatherActivity(image);
-        setFieldPresence();
-        setReadiness();
-        applyAnalysisRules(workingBlock);
-        flags = buildAnalysisFlags();
+        loadFitImage(ride.image, madeRide(count));
+        gatherActivity(ride);
+        settings = workingBlock;
+        applyAnalysisRules(settings, ride);
+        flags = buildAnalysisFlags(settings, ride.presence);
         takeTrack();
     }
     void takeTrack()
     {
-        records.assign(fitInventory.recordCount, {});
-        prepareTrack(image, records, flags, TrackLimits::analyse);
+        records.assign(ride.inventory.recordCount, {});
+        prepareTrack(ride.image, records, settings, flags, TrackLimits::analyse);
+    }
+    void predict()
+    {
+        predictAndFinish(records, settings, ride.summary, flags);
     }
 };
 
@@ -49,7 +53,7 @@ void fill(benchmark::State& state)
 {
     Loaded ride(seasonRide);
     for (auto _ : state)
-        benchmark::DoNotOptimize(fillRecords(ride.image, ride.records));
+        benchmark::DoNotOptimize(fillRecords(ride.ride.image, ride.records));
     countRows(state, seasonRide);
 }
 BENCHMARK(fill)->Name("gps/fillRecords")->Unit(benchmark::kMillisecond);
@@ -69,7 +73,7 @@ void predict(benchmark::State& state)
     const GpsRecords track = ride.records;
     for (auto _ : state) {
         ride.records = track;
-        predictAndFinish(ride.records, ride.flags);
+        ride.predict();
     }
     countRows(state, seasonRide);
 }
@@ -78,13 +82,14 @@ BENCHMARK(predict)->Name("gps/predictAndFinish")->Unit(benchmark::kMillisecond);
 void rewrite(benchmark::State& state)
 {
     Loaded ride(seasonRide);
-    predictAndFinish(ride.records, ride.flags);
-    analysedStats(ride.records);
+    ride.predict();
+    const uint32_t timer = analysedStats(ride.records, ride.ride).summary.totalTimer;
     const uint32_t added = addedFieldsOf(ride.flags);
     for (auto _ : state) {
         FitImage destination = {};
-        planRewrittenSize(destination, ride.image, ride.records, added);
-        if (writeAnalysedFit(destination, ride.image, ride.records, added, workingBlock.createOutput) != fitOk)
+        planRewrittenSize(destination, ride.ride.image, ride.records, added);
+        if (writeAnalysedFit(destination, ride.ride.image, ride.records, added, ride.settings.createOutput, timer) !=
+            fitOk)
             state.SkipWithError("the file was not written");
     }
     countRows(state, seasonRide);
@@ -94,10 +99,13 @@ BENCHMARK(rewrite)->Name("gps/writeAnalysedFit")->Unit(benchmark::kMillisecond);
 void fields(benchmark::State& state)
 {
     Loaded ride(static_cast<int>(state.range(0)));
-    predictAndFinish(ride.records, ride.flags);
+    ride.predict();
+    const LoadedRide& loaded = ride.ride;
+    const ReportedRide reported = {
+        "", reportAnalysed, loaded.inventory, loaded.summary, loaded.presence, ride.settings, ride.flags};
     Screens screens;
     for (auto _ : state)
-        reportFields(screens, ride.records, ride.flags, addedFieldsOf(ride.flags));
+        reportFields(screens, reported, ride.records, addedFieldsOf(ride.flags));
     countRows(state, static_cast<int>(state.range(0)));
 }
 BENCHMARK(fields)->Name("gps/reportFields")->Arg(10000)->Arg(seasonRide)->Unit(benchmark::kMillisecond);

@@ -1,6 +1,7 @@
 #include "made_files.h"
 
 #include "core/text.h"
+#include "fit/fit_walk.h"
 
 #include <unistd.h>
 

@@ -11,8 +11,6 @@
 #include "core/text.h"
 #include "fit/fit_passes.h"
 #include "fit/fit_tools.h"
-#include "gps/analysis.h"
-#include "gps/gps_load.h"
 #include "gps/prepare.h"
 #include "model/gear_table.h"
 #include "model/run_state.h"
@@ -40,12 +38,6 @@ void resetRecords()
     prepareFindings = {};
     oneStrokePreparation = {};
     clearFitBlocks();
-    fitInputFileName.clear();
-    fitOutputFileName.clear();
-    fieldPresence = {};
-    analysisReadiness = readyForAnalysis;
-    analysedInventory = {};
-    analysedSummary = {};
 }
 
 std::string parPathOf(const Request& request)
@@ -159,7 +151,6 @@ int tellHelpOn(const std::string& topic, const Request& request, Streams& stream
     Answer answer;
     if (int code = prepare(session, request, parPath, answer, streams))
         return code;
-    fieldPresence.altitudeFlags = 1; // as for a ride with altitude, whose course is not flat by itself
     std::string text = helpOn(topic);
     if (text.empty())
         return refuse(streams, unknownCommand(topic));

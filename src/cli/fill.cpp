@@ -76,9 +76,9 @@ bool confirm(FormState& state, Run& run)
     return verdict.passed;
 }
 
-void open(FormState& state, const Form& form, const Run& run)
+void open(FormState& state, const Form& form, const LoadedRide& ride, const Run& run)
 {
-    openForm(state, form, savedBlock, workingBlock, true);
+    openForm(state, form, savedBlock, workingBlock, true, ride);
     state.saveAsDefault = run.request.save;
     takePaths(state, run.files);
 }
@@ -92,7 +92,7 @@ bool fillChild(FormState& state, Run& run)
             continue;
         Verdict verdict = pressButton(state, row, workingBlock);
         tellBoxes(run.answer, run.streams, verdict.boxes);
-        if (!verdict.passed || !fillForm(*child, run))
+        if (!verdict.passed || !fillForm(*child, state.ride, run))
             return false;
         buttonReturned(state, row, workingBlock);
     }
@@ -115,10 +115,10 @@ std::string checkNames(const Command& command, const Request& request)
     return {};
 }
 
-bool fillForm(const Form& form, Run& run)
+bool fillForm(const Form& form, const LoadedRide& ride, Run& run)
 {
     FormState state;
-    open(state, form, run);
+    open(state, form, ride, run);
     return enter(state, run) && confirm(state, run);
 }
 
@@ -128,7 +128,7 @@ bool fillDialog(Run& run)
     if (!form)
         return true;
     FormState state;
-    open(state, *form, run);
+    open(state, *form, run.session.ride, run);
     if (!enter(state, run) || !fillChild(state, run) || !confirm(state, run))
         return false;
     if (!run.files.destination.empty())

@@ -29,9 +29,9 @@ const Form* settingsForm(const Command& command);
 // What is wrong with the names of a request's entries; empty when the dialogs of the command have them all.
 std::string checkNames(const Command& command, const Request& request);
 
-// Opens a form, sets its entries and paths, and confirms it into workingBlock. False when something was refused;
-// the user was told.
-bool fillForm(const Form& form, Run& run);
+// Opens a form on the settings of a ride, sets its entries and paths, and confirms it into workingBlock. False when
+// something was refused; the user was told.
+bool fillForm(const Form& form, const LoadedRide& ride, Run& run);
 // The same for the command's own dialog with what its buttons open. Leaves the checked destination in the answer.
 bool fillDialog(Run& run);
 

@@ -121,11 +121,14 @@ std::vector<std::string> wordsOf(const FormState& state, const Row& row)
     return words;
 }
 
-// A control that serves one entry under several choices tells it once.
+// A control that serves one entry under several choices tells it once. The course of a ride without altitude would be
+// flat by itself.
 std::string formEntries(const Form& form, bool working)
 {
+    LoadedRide ride;
+    ride.presence.altitudeFlags = 1;
     FormState state;
-    openForm(state, form, working ? workingBlock : savedBlock, workingBlock, true);
+    openForm(state, form, working ? workingBlock : savedBlock, workingBlock, true, ride);
     std::string text;
     std::vector<std::string> told;
     for (const Row& row : form.rows) {

@@ -12,7 +12,6 @@
 #include "core/text.h"
 #include "fit/fit_codes.h"
 #include "fit/fit_tools.h"
-#include "gps/gps_load.h"
 #include "plot/draw_graph.h"
 #include "plot/svg.h"
 
@@ -44,14 +43,14 @@ int finish(Run& run, ResultStatus result)
 }
 
 // What the menu greys after a load: told in the words of the check that asks the same.
-const Box* greyed(const Command& command)
+const Box* greyed(const Command& command, AnalysisReadiness readiness)
 {
     static const Box impossible = {"error", "can not analyse and predict due to a source file"};
     static const Box needless = {"warning",
                                  "no need to analyse and predict cause power and cadence are already existing"};
-    if (analysisReadiness & analysisImpossible)
+    if (readiness & analysisImpossible)
         return &impossible;
-    if (command.id != expressCommand && analysisReadiness != readyForAnalysis)
+    if (command.id != expressCommand && readiness != readyForAnalysis)
         return &needless;
     return nullptr;
 }
@@ -59,13 +58,13 @@ const Box* greyed(const Command& command)
 // The commands of a loaded ride load it first and then show their own text alone.
 int loadRide(Run& run)
 {
-    fitInputFileName = run.files.sources[0];
+    run.session.chosenRide = run.files.sources[0];
     ResultStatus result = findCommand(loadCommand)->operation(run.session);
     if (result != fitOk)
         return finish(run, result);
     run.answer.status.clear();
     run.answer.lower.clear();
-    const Box* box = greyed(run.command);
+    const Box* box = greyed(run.command, run.session.readiness);
     if (!box)
         return exitDone;
     tellBoxes(run.answer, run.streams, {*box});
@@ -127,13 +126,13 @@ int runLong(Run& run)
 {
     chooseCalculator(run.command, workingBlock);
     if (run.command.id == loadCommand)
-        fitInputFileName = run.files.sources[0];
+        run.session.chosenRide = run.files.sources[0];
     if (run.command.id == compareCommandId)
         takeSources(run);
     if (worksOnLoadedRide(run.command)) {
         if (int code = loadRide(run))
             return code;
-        if (const Form* form = settingsForm(run.command); form && !fillForm(*form, run))
+        if (const Form* form = settingsForm(run.command); form && !fillForm(*form, run.session.ride, run))
             return exitRefused;
     }
     if (!fillDialog(run) || !mayWriteDestination(run))

@@ -14,6 +14,7 @@
 #include "report/prepare_report.h"
 
 #include <string>
+#include <utility>
 
 namespace torvane {
 
@@ -22,11 +23,15 @@ namespace {
 // One ride in hand. Goes with its command.
 struct Ride {
     Session& session;
-    const std::string& path;
-    FitImage source = {};
-    GpsRecords records = {};
-    uint32_t flags = 0;
+    LoadedRide loaded;
+    Analysis analysis = {};
 };
+
+// What the last load found, and the file as it is now.
+Ride rideOf(Session& session)
+{
+    return {session, session.ride};
+}
 
 StatusCode fail(const Ride& ride, const std::string& path, StatusCode code)
 {
@@ -34,61 +39,59 @@ StatusCode fail(const Ride& ride, const std::string& path, StatusCode code)
     return reportStatus(ride.session.screens, path, code);
 }
 
-StatusCode loadRide(Ride& ride, bool prepared)
+StatusCode loadImage(Ride& ride, bool prepared)
 {
     if (prepared)
-        return loadPrepared(ride.source, ride.path, oneStrokePreparation.options, prepareFindings);
-    return loadFitImage(ride.source, ride.path);
+        return loadPrepared(ride.loaded.image, ride.loaded.path, oneStrokePreparation.options, prepareFindings);
+    return loadFitImage(ride.loaded.image, ride.loaded.path);
 }
 
 StatusCode readRide(Ride& ride, bool prepared = false)
 {
-    if (StatusCode code = loadRide(ride, prepared))
-        return reportStatus(ride.session.screens, ride.path, code);
+    if (StatusCode code = loadImage(ride, prepared))
+        return reportStatus(ride.session.screens, ride.loaded.path, code);
     ride.session.screens.setStatus("");
     beginProgress();
     return fitOk;
 }
 
-StatusCode prepareRide(Ride& ride, uint32_t analysisFlags, TrackLimits limits)
+using Analyse = StatusCode (*)(const ParameterBlock&, const LoadedRide&, Analysis&);
+
+StatusCode analyse(Ride& ride, Analyse analyseBy)
 {
-    ride.flags = analysisFlags;
-    ride.records.assign(fitInventory.recordCount, {});
-    if (StatusCode code = prepareTrack(ride.source, ride.records, ride.flags, limits))
-        return fail(ride, ride.path, code);
-    return fitOk;
+    StatusCode code = analyseBy(workingBlock, ride.loaded, ride.analysis);
+    return code != fitOk ? fail(ride, ride.loaded.path, code) : code;
 }
 
-StatusCode analyseRide(Ride& ride)
+ReportedRide reported(const Ride& ride, FitReportMode mode)
 {
-    if (StatusCode code = prepareRide(ride, buildAnalysisFlags(), TrackLimits::analyse))
-        return code;
-    predictAndFinish(ride.records, ride.flags);
-    analysedStats(ride.records);
-    return fitOk;
+    const Analysis& a = ride.analysis;
+    return {ride.loaded.path, mode, a.stats.inventory, a.stats.summary, ride.loaded.presence, a.settings, a.flags};
 }
 
 void reportRideSummary(const Ride& ride, FitReportMode mode)
 {
-    reportSummary(ride.session.screens, analysedInventory, analysedSummary, ride.flags, ride.path, mode);
+    reportSummary(ride.session.screens, reported(ride, mode));
 }
 
-void reportRideFields(const Ride& ride)
+void reportRideFields(const Ride& ride, FitReportMode mode)
 {
-    reportFields(ride.session.screens, ride.records, ride.flags,
-                 addedFieldsOf(ride.flags) & (predictedCadence | predictedPower));
-    reportStatus(ride.session.screens, ride.path, fitExpressed);
+    reportFields(ride.session.screens, reported(ride, mode), ride.analysis.records,
+                 addedFieldsOf(ride.analysis.flags) & (predictedCadence | predictedPower));
+    reportStatus(ride.session.screens, ride.loaded.path, fitExpressed);
 }
 
 StatusCode rewriteRide(FitImage& destination, const Ride& ride)
 {
     const OutputChoice& options = workingBlock.createOutput;
-    uint32_t added = addedFieldsOf(ride.flags);
-    if (StatusCode code = planRewrittenSize(destination, ride.source, ride.records, added))
+    const FitImage& source = ride.loaded.image;
+    const Analysis& a = ride.analysis;
+    uint32_t added = addedFieldsOf(a.flags);
+    if (StatusCode code = planRewrittenSize(destination, source, a.records, added))
         return code;
-    if (StatusCode code = writeAnalysedFit(destination, ride.source, ride.records, added, options))
+    if (StatusCode code = writeAnalysedFit(destination, source, a.records, added, options, a.stats.summary.totalTimer))
         return code;
-    buildFitHeader(destination, ride.source, headerForm(options.convertEnabled, options.fitFormat));
+    buildFitHeader(destination, source, headerForm(options.convertEnabled, options.fitFormat));
     destination.fileCrc = fitCrc(destination);
     return fitOk;
 }
@@ -97,7 +100,7 @@ StatusCode createFile(const Ride& ride, const std::string& path)
 {
     FitImage destination = {};
     if (StatusCode code = rewriteRide(destination, ride))
-        return fail(ride, ride.path, code);
+        return fail(ride, ride.loaded.path, code);
     if (!saveFitFile(destination, path))
         return fail(ride, path, fitSaveFailed);
     reportStatus(ride.session.screens, path, fitPredictionSaved);
@@ -105,53 +108,32 @@ StatusCode createFile(const Ride& ride, const std::string& path)
     return fitOk;
 }
 
-// Settings that a file decides hold for this file alone: the next ride of a batch starts from the user's again.
-struct RulesOfFile {
-    int32_t flatCourse = workingBlock.flatCourse;
-    double analyseUnrealAccele = workingBlock.analyseUnrealAccele;
-    int32_t predictCadence = workingBlock.predictCadence;
-    int32_t predictPower = workingBlock.predictPower;
-
-    RulesOfFile()
-    {
-        applyAnalysisRules(workingBlock);
-    }
-    ~RulesOfFile()
-    {
-        workingBlock.flatCourse = flatCourse;
-        workingBlock.analyseUnrealAccele = analyseUnrealAccele;
-        workingBlock.predictCadence = predictCadence;
-        workingBlock.predictPower = predictPower;
-    }
-    RulesOfFile(const RulesOfFile&) = delete;
-    RulesOfFile& operator=(const RulesOfFile&) = delete;
-};
-
 // The written file holds what was predicted: the flags now speak of it.
-void adoptPredictions(uint32_t analysisFlags)
+void adoptPredictions(LoadedRide& ride, uint32_t analysisFlags)
 {
     constexpr uint8_t definedAndFilled = 0b111;
     if (analysisFlags & analysisPredictCadence)
-        fieldPresence.cadenceFlags |= definedAndFilled;
+        ride.presence.cadenceFlags |= definedAndFilled;
     if (analysisFlags & analysisPredictPower)
-        fieldPresence.powerFlags |= definedAndFilled;
-    if (fieldPresence.cadenceFlags != 0 && fieldPresence.powerFlags != 0)
-        analysisReadiness = nothingToPredict;
+        ride.presence.powerFlags |= definedAndFilled;
+    if (ride.presence.cadenceFlags != 0 && ride.presence.powerFlags != 0)
+        ride.readiness = nothingToPredict;
 }
 
 StatusCode analyseAtOneStroke(Ride& ride, const std::string& destination)
 {
-    RulesOfFile rules;
-    if (StatusCode code = analyseRide(ride))
+    if (StatusCode code = analyse(ride, analyseRide))
         return code;
     reportRideSummary(ride, reportAnalysed);
     if (oneStrokePreparation.enabled)
         reportPreparation(ride.session.screens, prepareFindings);
     if (workingBlock.expressFieldsData)
-        reportRideFields(ride);
+        reportRideFields(ride, reportAnalysed);
     if (StatusCode code = createFile(ride, destination))
         return code;
-    adoptPredictions(ride.flags);
+    adoptPredictions(ride.loaded, ride.analysis.flags);
+    ride.loaded.path = destination;
+    ride.session.take(std::move(ride.loaded));
     return fitOk;
 }
 
@@ -159,50 +141,47 @@ StatusCode analyseAtOneStroke(Ride& ride, const std::string& destination)
 
 StatusCode expressSourceData(Session& session)
 {
-    Ride ride = {session, fitInputFileName};
+    Ride ride = rideOf(session);
     if (StatusCode code = readRide(ride))
         return code;
-    if (StatusCode code = prepareRide(ride, expressAnalysisFlags(), TrackLimits::express))
+    if (StatusCode code = analyse(ride, expressRide))
         return code;
-    analysedStats(ride.records);
     reportRideSummary(ride, reportExpressed);
-    reportRideFields(ride);
+    reportRideFields(ride, reportExpressed);
     endProgress();
     return fitOk;
 }
 
 StatusCode analyseAndPredict(Session& session)
 {
-    Ride ride = {session, fitInputFileName};
+    Ride ride = rideOf(session);
     if (StatusCode code = readRide(ride))
         return code;
-    if (StatusCode code = analyseRide(ride))
+    if (StatusCode code = analyse(ride, analyseRide))
         return code;
     reportRideSummary(ride, reportAnalysed);
-    reportRideFields(ride);
+    reportRideFields(ride, reportAnalysed);
     endProgress();
     return fitOk;
 }
 
 StatusCode createAnalysedFile(Session& session)
 {
-    Ride ride = {session, fitInputFileName};
+    Ride ride = rideOf(session);
     if (StatusCode code = readRide(ride))
         return code;
-    if (StatusCode code = analyseRide(ride))
+    if (StatusCode code = analyse(ride, analyseRide))
         return code;
-    return createFile(ride, fitOutputFileName);
+    return createFile(ride, toolInputs.files[toolDestination].path);
 }
 
 StatusCode atOneStroke(Session& session)
 {
-    Ride ride = {session, toolInputs.files[0].path};
+    Ride ride = {session, {{}, toolInputs.files[0].path}};
     if (StatusCode code = readRide(ride, oneStrokePreparation.enabled != 0))
         return code;
-    if (StatusCode code = gatherActivity(ride.source))
-        return fail(ride, ride.path, code);
-    setFieldPresence();
-    setReadiness();
+    if (StatusCode code = gatherActivity(ride.loaded))
+        return fail(ride, ride.loaded.path, code);
     return analyseAtOneStroke(ride, toolInputs.files[toolDestination].path);
 }
 

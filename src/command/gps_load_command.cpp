@@ -8,20 +8,22 @@ namespace torvane {
 
 StatusCode loadGpsFile(Session& session)
 {
-    FitImage image;
-    StatusCode code = loadFitImage(image, fitInputFileName);
+    const std::string& path = session.chosenRide;
+    LoadedRide ride = {{}, path};
+    StatusCode code = loadFitImage(ride.image, path);
     if (code != fitOk)
-        return reportStatus(session.screens, fitInputFileName, code);
+        return reportStatus(session.screens, path, code);
     session.screens.setStatus("");
     beginProgress();
-    code = gatherActivity(image);
+    code = gatherActivity(ride);
     endProgress();
     if (code != fitOk)
-        return reportStatus(session.screens, fitInputFileName, code);
-    setFieldPresence();
-    setReadiness();
-    reportSummary(session.screens, fitInventory, fitSummary, 0, fitInputFileName, reportLoaded);
-    reportStatus(session.screens, fitInputFileName, fitLoaded);
+        return reportStatus(session.screens, path, code);
+    session.take(std::move(ride));
+    const LoadedRide& loaded = session.ride;
+    reportSummary(session.screens,
+                  {path, reportLoaded, loaded.inventory, loaded.summary, loaded.presence, workingBlock});
+    reportStatus(session.screens, path, fitLoaded);
     return fitOk;
 }
 

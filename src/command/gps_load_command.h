@@ -6,8 +6,8 @@
 
 namespace torvane {
 
-// Loads the file at fitInputFileName into the blocks, flags and verdict that the other commands of recorded rides
-// depend on, and reports its summary or its fault. The track itself is not kept.
+// Loads the session's chosen file, which becomes its ride where that succeeds, and reports its summary or its fault.
+// The track itself is not kept.
 StatusCode loadGpsFile(Session& session);
 
 } // namespace torvane

@@ -2,6 +2,7 @@
 #include "command/protocol.h"
 
 #include "command/menu_rules.h"
+#include "command/session.h"
 #include "command/settings_command.h"
 #include "forms/form.h"
 
@@ -96,7 +97,7 @@ void takeResults(const Command& command)
     ResultStatus status = workerBlock.resultStatus;
     if (graphIsDue(command.graph, status))
         front.openGraph();
-    adjustMenu(command.menu, status, front.enableCommand);
+    adjustMenu(command.menu, status, sessionOfWorker->readiness, front.enableCommand);
 }
 
 // The end of a run during which there was a press.

@@ -2,10 +2,13 @@
 #pragma once
 
 #include "core/screens.h"
+#include "gps/loaded_ride.h"
 #include "ride/graph_series.h"
 
+#include <atomic>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace torvane {
 
@@ -14,6 +17,18 @@ struct Session {
     std::optional<GraphSeries> graph; // curves that the last command left; empty where it has nothing to plot
     std::string profilePath;          // answer of the profile file prompts; UTF-8
     std::string profileFault = {};    // the figure of the last profile file that its page would not take; empty: none
+    std::string chosenRide = {};      // answer of the prompt of the load; UTF-8
+    // The ride that 902 to 904 work on. Each reads its file anew. A load that fails, and a stroke that does, leave it
+    // as it was.
+    LoadedRide ride = {};
+    std::atomic<AnalysisReadiness> readiness = readyForAnalysis; // of the ride: the menu asks while a load may run
+
+    void take(LoadedRide&& loaded)
+    {
+        loaded.image.data = {};
+        ride = std::move(loaded);
+        readiness = ride.readiness;
+    }
 };
 
 } // namespace torvane

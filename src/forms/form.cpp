@@ -216,9 +216,10 @@ void leaveMarks(Marks marks)
 } // namespace
 
 void openForm(FormState& state, const Form& form, const ParameterBlock& saved, const ParameterBlock& working,
-              bool withoutControls)
+              bool withoutControls, const LoadedRide& ride)
 {
     state = FormState();
+    state.ride = ride;
     state.form = &form;
     state.withoutControls = withoutControls;
     state.rows.resize(form.rows.size());

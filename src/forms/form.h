@@ -5,6 +5,7 @@
 
 #include "core/parameter_block.h"
 #include "core/verdict.h"
+#include "gps/loaded_ride.h"
 
 #include <array>
 #include <cstddef>
@@ -143,6 +144,7 @@ struct FormState {
     ParameterBlock printedValues = {};
     const Row* refused = nullptr; // what the last confirmation refused; null: nothing, or no one entry
     std::array<std::string, pathCount> paths;
+    LoadedRide ride; // whose settings are asked for: the loaded one, or the source once its button has looked at it
 };
 
 // Marks set by accepted forms; whoever runs the sheet clears them.
@@ -159,7 +161,7 @@ std::span<const Form* const> sheetPages(int command);
 
 // Loads the private copy by the form's rule and prints all texts.
 void openForm(FormState& state, const Form& form, const ParameterBlock& saved, const ParameterBlock& working,
-              bool withoutControls = false);
+              bool withoutControls = false, const LoadedRide& ride = {});
 
 bool isPresent(const FormState& state, const Row& row);
 bool isEnabled(const FormState& state, const Row& row); // false where the row is not present

@@ -5,8 +5,6 @@
 #include "forms/output_rows.h"
 #include "forms/prepare_rows.h"
 #include "gps/analysis.h"
-#include "gps/gps_load.h"
-#include "gps/gps_record.h"
 #include "gps/one_stroke_check.h"
 
 namespace torvane {
@@ -17,29 +15,29 @@ constexpr uint8_t definedBit = 0x01;
 constexpr uint8_t anyPosition = 0x11; // latitude or longitude
 constexpr uint8_t withAverage = 0b11; // temperatures in the records, and their average in the summary
 
-bool fileHasAltitude(const FormState&, const Row&)
+bool fileHasAltitude(const FormState& state, const Row&)
 {
-    return (fieldPresence.altitudeFlags & definedBit) != 0;
+    return (state.ride.presence.altitudeFlags & definedBit) != 0;
 }
 
-bool fileHasPosition(const FormState&, const Row&)
+bool fileHasPosition(const FormState& state, const Row&)
 {
-    return (fieldPresence.positionFlags & anyPosition) != 0;
+    return (state.ride.presence.positionFlags & anyPosition) != 0;
 }
 
-bool fileLacksTemperature(const FormState&, const Row&)
+bool fileLacksTemperature(const FormState& state, const Row&)
 {
-    return fieldPresence.temperatureFlags == 0;
+    return state.ride.presence.temperatureFlags == 0;
 }
 
-bool fileLacksCadence(const FormState&, const Row&)
+bool fileLacksCadence(const FormState& state, const Row&)
 {
-    return (fieldPresence.cadenceFlags & definedBit) == 0;
+    return (state.ride.presence.cadenceFlags & definedBit) == 0;
 }
 
-bool fileLacksPower(const FormState&, const Row&)
+bool fileLacksPower(const FormState& state, const Row&)
 {
-    return (fieldPresence.powerFlags & definedBit) == 0;
+    return (state.ride.presence.powerFlags & definedBit) == 0;
 }
 
 constexpr Range unrealInclinations = {1, 100, 0.1}, unrealAcceles = {0.5, 5, 0.1};
@@ -108,9 +106,9 @@ constexpr Row windDirectionRow()
 }
 
 // Records with temperatures and a summary with their average: the entry has always stood for both.
-bool replacesTemperatures(const FormState&, const Row&)
+bool replacesTemperatures(const FormState& state, const Row&)
 {
-    return fieldPresence.temperatureFlags == withAverage;
+    return state.ride.presence.temperatureFlags == withAverage;
 }
 
 constexpr Row temperatureRow()
@@ -138,7 +136,7 @@ static_assert(analyseRows[unrealAcceleRow].id == 7132);
 
 void applyRulesOfFile(FormState& state)
 {
-    applyAnalysisRules(state.values);
+    applyAnalysisRules(state.values, state.ride);
 }
 
 // What the file decides cannot be chosen otherwise.
@@ -147,7 +145,7 @@ void holdRulesOfFile(FormState& state, const Row& row)
     if (row.kind != RowKind::check)
         return;
     double entered = state.values.analyseUnrealAccele;
-    applyAnalysisRules(state.values);
+    applyAnalysisRules(state.values, state.ride);
     state.values.analyseUnrealAccele = entered;
 }
 
@@ -177,51 +175,42 @@ constexpr Row createRows[] = {
     sportBoxRow(7232, createOutput), sportRow(7251, createOutput),
 };
 
-void forgetOutput(FormState&)
-{
-    fitOutputFileName.clear();
-}
-
 Verdict checkOutput(FormState& state)
 {
-    Verdict verdict;
-    std::string& path = state.paths[destinationPath];
-    verdict.passed = checkDestinationPath(path, verdict) && checkNoSource(path, fitInputFileName, verdict);
-    if (!verdict.passed)
-        state.refused = pathRow(state, destinationPath);
-    fitOutputFileName = path;
-    return verdict;
+    return checkPaths(state, [&](ToolInputs& inputs, ParameterBlock&) {
+        Verdict verdict;
+        std::string& path = inputs.files[toolDestination].path;
+        verdict.passed = checkDestinationPath(path, verdict) && checkNoSource(path, state.ride.path, verdict);
+        return verdict;
+    });
 }
 
 constexpr Form makeCreateForm()
 {
     Form form = gpsForm(2054, "create a FIT file analysed", "Create", gpsCreate, createRows);
-    form.opened = forgetOutput;
+    form.opened = forgetPaths;
     form.check = checkOutput;
     return form;
 }
 
 // At one stroke
 
-Verdict checkSourceAlone(ToolInputs& inputs, ParameterBlock&)
+Verdict checkSource(FormState& state, bool needDestination)
 {
-    return checkOneStrokeSource(inputs, false);
-}
-
-Verdict checkSourceAndDestination(ToolInputs& inputs, ParameterBlock&)
-{
-    return checkOneStrokeSource(inputs, true);
+    return checkPaths(state, [&](ToolInputs& inputs, ParameterBlock&) {
+        return checkOneStrokeSource(inputs, needDestination, state.ride);
+    });
 }
 
 // The settings show the options of the source, so it has to be there first.
 Verdict askForSettings(FormState& state, const Row&, ParameterBlock&)
 {
-    return checkPaths(state, checkSourceAlone);
+    return checkSource(state, false);
 }
 
 Verdict checkOneStroke(FormState& state)
 {
-    return checkPaths(state, checkSourceAndDestination);
+    return checkSource(state, true);
 }
 
 // The stroke can put the file in order first. The console alone asks for it.

@@ -34,17 +34,19 @@ void forgetPaths(FormState&)
     clearToolInputs(toolInputs);
 }
 
-Verdict checkPaths(FormState& state, ToolCheck check)
+void takePaths(const FormState& state)
 {
     static_assert(pathCount == toolSourceCount + 1 && destinationPath == toolDestination);
     for (size_t i = 0; i < state.paths.size(); ++i)
         toolInputs.files[i].path = state.paths[i];
-    Verdict verdict = check(toolInputs, state.values);
+}
+
+void showPaths(FormState& state, const Verdict& verdict)
+{
     for (size_t i = 0; i < state.paths.size(); ++i)
         state.paths[i] = toolInputs.files[i].path;
     if (!verdict.passed)
         state.refused = pathRow(state, verdict.file);
-    return verdict;
 }
 
 } // namespace torvane

@@ -76,8 +76,19 @@ constexpr Form gpsForm(int id, const char* title, const char* confirm, GpsDialog
 const Row* pathRow(const FormState& state, size_t file);
 // Paths are never remembered.
 void forgetPaths(FormState& state);
-// Lends the paths of the form to a tool's check and takes back what it made of them.
+// Hands the paths of the form to the inputs of its tool; takes back what a check made of them, with the one it refused.
+void takePaths(const FormState& state);
+void showPaths(FormState& state, const Verdict& verdict);
+
+// Both, around a check of the inputs and of the form's own values.
+template <class Check>
+Verdict checkPaths(FormState& state, Check&& check)
+{
+    takePaths(state);
+    Verdict verdict = check(toolInputs, state.values);
+    showPaths(state, verdict);
+    return verdict;
+}
 using ToolCheck = Verdict (*)(ToolInputs& inputs, ParameterBlock& options);
-Verdict checkPaths(FormState& state, ToolCheck check);
 
 } // namespace torvane

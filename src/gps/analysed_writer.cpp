@@ -25,7 +25,8 @@ struct Rewrite {
     Growths growths;
     FitOutput out;
     AnalysedSums sums;
-    size_t index; // row of the next record message
+    uint32_t totalTimer; // ms
+    size_t index = 0;    // row of the next record message
 };
 
 // A row that is missing drops its record.
@@ -164,20 +165,6 @@ void writeRecord(Rewrite& rewrite, const FitMessage& message)
     countRecord(rewrite.sums, rewrite.records[rewrite.index]);
 }
 
-// The sport of a session, chosen or the source's own, goes to the list of the analysed ride.
-void writeSessionSport(const Rewrite& rewrite, const FitMessage& message, std::span<uint8_t> whole)
-{
-    if (rewrite.options.sportEnabled)
-        setSport(message, whole, sportValue(rewrite.options.sportIndex));
-    forEachField(message, [&](const FieldDefinition& field, size_t offset) {
-        if (field.number != sessionSport)
-            return;
-        uint8_t sport =
-            rewrite.options.sportEnabled ? sportValue(rewrite.options.sportIndex) : readUint8(message.payload, offset);
-        analysedInventory.sessionSport.push_back(sport);
-    });
-}
-
 void writeSummaryMessage(Rewrite& rewrite, const FitMessage& message, RunningSet& set, const EntryFieldIndex& fields)
 {
     finaliseSessionLap(set);
@@ -193,8 +180,8 @@ void writeSummaryMessage(Rewrite& rewrite, const FitMessage& message, RunningSet
     forEachField(message, [&](const FieldDefinition& field, size_t offset) {
         writeMember(field.number, fieldOf(whole, offset, field.size));
     });
-    if (message.globalMessage() == messageSession)
-        writeSessionSport(rewrite, message, whole);
+    if (message.globalMessage() == messageSession && rewrite.options.sportEnabled)
+        setSport(message, whole, sportValue(rewrite.options.sportIndex));
     std::span<uint8_t> rest = whole.subspan(1 + message.definition->fieldBytes);
     for (const FieldDefinition& added : rewrite.growths.of(message.globalMessage()).fields)
         writeMember(added.number, takeFront(rest, added.size));
@@ -207,8 +194,7 @@ void writeActivity(Rewrite& rewrite, const FitMessage& message)
     std::span<uint8_t> copy = copyMessage(rewrite.out, message);
     forEachField(message, [&](const FieldDefinition& field, size_t offset) {
         if (field.number == activityTotalTimer)
-            writeUint32Field(fieldOf(copy, offset, field.size), analysedSummary.totalTimer,
-                             message.definition->bigEndian());
+            writeUint32Field(fieldOf(copy, offset, field.size), rewrite.totalTimer, message.definition->bigEndian());
     });
 }
 
@@ -283,11 +269,10 @@ StatusCode planRewrittenSize(FitImage& destination, const FitImage& source, cons
 }
 
 StatusCode writeAnalysedFit(FitImage& destination, const FitImage& source, const GpsRecords& records,
-                            uint32_t addedFields, const OutputChoice& options)
+                            uint32_t addedFields, const OutputChoice& options, uint32_t totalTimer)
 {
     destination.data.assign(static_cast<size_t>(destination.dataSize), 0);
-    analysedInventory.sessionSport.clear();
-    Rewrite rewrite = {records, options, growthsOf(addedFields), {destination.data}, {}, 0};
+    Rewrite rewrite = {records, options, growthsOf(addedFields), {destination.data}, {}, totalTimer};
     StatusCode code = walkMessages(source, [&](const FitMessage& message) { writeMessage(rewrite, message); });
     if (code != fitOk)
         return code;

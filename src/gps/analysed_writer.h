@@ -16,10 +16,9 @@ namespace torvane {
 StatusCode planRewrittenSize(FitImage& destination, const FitImage& source, const GpsRecords& records,
                              uint32_t addedFields);
 
-// Allocates and writes destination.data by the planned size. Takes the timer of analysedSummary for the activity
-// message and replaces the session sports of analysedInventory by those written.
+// Allocates and writes destination.data by the planned size. totalTimer in ms, for the activity message.
 // 0, fitInvalid, or fitSizeMismatch when the block does not end on the planned size.
 StatusCode writeAnalysedFit(FitImage& destination, const FitImage& source, const GpsRecords& records,
-                            uint32_t addedFields, const OutputChoice& options);
+                            uint32_t addedFields, const OutputChoice& options, uint32_t totalTimer);
 
 } // namespace torvane

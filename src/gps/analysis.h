@@ -1,19 +1,15 @@
 // The analysis of a recorded ride, as its commands see it: what is to be done (flags), the track made clean, the model
-// run along it, the statistics rebuilt. Each step works on the rows of one command and reads workingBlock, modelState,
-// fieldPresence and the blocks of the load. Writes no text and no file.
+// run along it, the statistics rebuilt. Made from settings and a loaded ride; writes to neither, no text and no file.
 #pragma once
 
 #include "core/parameter_block.h"
 #include "fit/fit_image.h"
 #include "gps/gps_record.h"
+#include "gps/loaded_ride.h"
 
 #include <cstdint>
-#include <string>
 
 namespace torvane {
-
-// Path that an analysed file is created under; UTF-8. That of its source is fitInputFileName.
-extern std::string fitOutputFileName;
 
 // analysisFlags: what a command is to do, given what the file holds.
 constexpr uint32_t analysisSmoothing = 1u << 0;
@@ -27,31 +23,49 @@ constexpr uint32_t analysisAverageTemperature = 1u << 10; // the summary alone h
 constexpr uint32_t analysisPowerBaseShift = 12;           // two bits: power stage of the prediction
 constexpr uint32_t analysisPredictCadence = 1u << 16;
 constexpr uint32_t analysisPredictPower = 1u << 17;
+constexpr uint32_t analysisSteady = 1u << 18; // no acceleration can be known
 
 // Flags of the commands that predict, and of the one that only expresses the source data.
-uint32_t buildAnalysisFlags();
-uint32_t expressAnalysisFlags();
+uint32_t buildAnalysisFlags(const ParameterBlock& settings, const FieldPresence& presence);
+uint32_t expressAnalysisFlags(const ParameterBlock& settings, const FieldPresence& presence);
 
 // AddedFields (analysed_writer.h) of an analysis; its bits are those that reportFields calls predicted, too.
 uint32_t addedFieldsOf(uint32_t analysisFlags);
 
-// What a file decides for the settings of an analysis when its dialog opens: no altitude makes the course flat, a
+// What a file decides for the settings of an analysis: no altitude makes the course flat, a
 // cadence or power that the file has is not predicted.
-void applyAnalysisRules(ParameterBlock& block);
+void applyAnalysisRules(ParameterBlock& block, const LoadedRide& ride);
 
 // Which of the user's two pairs of limits holds: unreal inclination and unreal acceleration.
 enum class TrackLimits { express, analyse };
 
 // Fills the rows from the image, excludes what is slower than the threshold speed and refines the track.
 // 0, fitInvalid, or fitNoSector when no row is left.
-StatusCode prepareTrack(const FitImage& image, GpsRecords& records, uint32_t analysisFlags, TrackLimits limits);
+StatusCode prepareTrack(const FitImage& image, GpsRecords& records, const ParameterBlock& settings,
+                        uint32_t analysisFlags, TrackLimits limits);
 
 // Predicts cadence and power of every row, smooths both, and follows the heat of the brakes where that is wanted.
 // Overwrites runState and the weight split of modelState. Does not fail.
-void predictAndFinish(GpsRecords& records, uint32_t analysisFlags);
+void predictAndFinish(GpsRecords& records, const ParameterBlock& settings, const FitSummary& summary,
+                      uint32_t analysisFlags);
 
-// Copies the load's inventory and summary to analysedInventory and analysedSummary and replaces there what the kept
-// rows tell otherwise. A mean over nothing is 0.
-void analysedStats(const GpsRecords& records);
+// A ride's inventory and summary, told anew from the kept rows. A mean over nothing is 0.
+struct AnalysedStats {
+    FitInventory inventory;
+    FitSummary summary;
+};
+AnalysedStats analysedStats(const GpsRecords& records, const LoadedRide& ride);
+
+struct Analysis {
+    ParameterBlock settings = {}; // with what the file decides
+    uint32_t flags = 0;
+    GpsRecords records = {};
+    AnalysedStats stats = {};
+};
+
+// All steps of an analysis, with and without prediction. Read the ride's image; a file that has changed since its load
+// is taken as it is. 0, fitInvalid, or fitNoSector when no row is left.
+StatusCode analyseRide(const ParameterBlock& settings, const LoadedRide& ride, Analysis& analysis);
+StatusCode expressRide(const ParameterBlock& settings, const LoadedRide& ride, Analysis& analysis);
 
 } // namespace torvane

@@ -5,8 +5,6 @@
 
 namespace torvane {
 
-std::string fitOutputFileName;
-
 namespace {
 
 constexpr uint8_t definedBit = 0x01;      // the field, or the first of the two that share a flag set
@@ -14,62 +12,68 @@ constexpr uint8_t bothDefined = 0x11;     // latitude and longitude, or distance
 constexpr uint8_t temperatureRecords = 1; // values of temperatureFlags
 constexpr uint8_t temperatureAverage = 2;
 
-uint32_t positionFlag()
+uint32_t positionFlag(const FieldPresence& presence)
 {
-    return (fieldPresence.positionFlags & bothDefined) == bothDefined ? analysisPosition : 0;
+    return (presence.positionFlags & bothDefined) == bothDefined ? analysisPosition : 0;
 }
 
-uint32_t motionFlag()
+uint32_t motionFlag(const FieldPresence& presence)
 {
-    switch (fieldPresence.motionFlags & bothDefined) {
+    switch (presence.motionFlags & bothDefined) {
     case 0:
         return analysisMotionFromPosition;
     case definedBit:
         return analysisSpeedFromDistance;
     case bothDefined:
-        return fieldPresence.timestampFlags == 0 ? analysisNoTimestamps : 0;
+        return presence.timestampFlags == 0 ? analysisNoTimestamps : 0;
     default:
         return 0;
     }
 }
 
-bool hasAltitude()
+bool hasAltitude(const FieldPresence& presence)
 {
-    return (fieldPresence.altitudeFlags & definedBit) != 0;
+    return (presence.altitudeFlags & definedBit) != 0;
 }
 
-uint32_t temperatureFlag()
+uint32_t temperatureFlag(const FieldPresence& presence)
 {
-    if (fieldPresence.temperatureFlags == temperatureRecords)
+    if (presence.temperatureFlags == temperatureRecords)
         return analysisRecordTemperature;
-    return fieldPresence.temperatureFlags == temperatureAverage ? analysisAverageTemperature : 0;
+    return presence.temperatureFlags == temperatureAverage ? analysisAverageTemperature : 0;
 }
 
-uint32_t predictionFlags()
+// No acceleration without timestamps and distances.
+uint32_t steadyFlag(const FieldPresence& presence)
 {
-    const ParameterBlock& block = workingBlock;
+    return ((presence.timestampFlags | presence.motionFlags) & definedBit) == 0 ? analysisSteady : 0;
+}
+
+uint32_t predictionFlags(const ParameterBlock& block, const FieldPresence& presence)
+{
     uint32_t flags = 0;
-    if ((fieldPresence.cadenceFlags & definedBit) == 0 && block.predictCadence)
+    if ((presence.cadenceFlags & definedBit) == 0 && block.predictCadence)
         flags |= analysisPredictCadence;
-    if ((fieldPresence.powerFlags & definedBit) == 0 && block.predictPower)
+    if ((presence.powerFlags & definedBit) == 0 && block.predictPower)
         flags |= analysisPredictPower | static_cast<uint32_t>(block.analysePowerBase) << analysisPowerBaseShift;
     return flags;
 }
 
 } // namespace
 
-uint32_t buildAnalysisFlags()
+uint32_t buildAnalysisFlags(const ParameterBlock& settings, const FieldPresence& presence)
 {
-    uint32_t flags = workingBlock.analyseSmoothing ? analysisSmoothing : 0;
-    flags |= positionFlag() | motionFlag() | temperatureFlag() | predictionFlags();
-    if (!hasAltitude() || workingBlock.flatCourse)
+    uint32_t flags = settings.analyseSmoothing ? analysisSmoothing : 0;
+    flags |= positionFlag(presence) | motionFlag(presence) | temperatureFlag(presence) | steadyFlag(presence);
+    flags |= predictionFlags(settings, presence);
+    if (!hasAltitude(presence) || settings.flatCourse)
         flags |= analysisFlat;
     return flags;
 }
 
-uint32_t expressAnalysisFlags()
+uint32_t expressAnalysisFlags(const ParameterBlock& settings, const FieldPresence& presence)
 {
-    return (workingBlock.expressSmoothing ? analysisSmoothing : 0) | positionFlag();
+    return (settings.expressSmoothing ? analysisSmoothing : 0) | positionFlag(presence);
 }
 
 uint32_t addedFieldsOf(uint32_t analysisFlags)
@@ -86,16 +90,16 @@ uint32_t addedFieldsOf(uint32_t analysisFlags)
     return added;
 }
 
-void applyAnalysisRules(ParameterBlock& block)
+void applyAnalysisRules(ParameterBlock& block, const LoadedRide& ride)
 {
-    if (!hasAltitude())
+    if (!hasAltitude(ride.presence))
         block.flatCourse = 1;
-    if (fieldPresence.temperatureFlags == temperatureAverage)
+    if (ride.presence.temperatureFlags == temperatureAverage)
         block.analyseUnrealAccele =
-            fitSummary.avgTemperature; // this slot, not averageTemperature: it has always been so
-    if (fieldPresence.cadenceFlags & definedBit)
+            ride.summary.avgTemperature; // this slot, not averageTemperature: it has always been so
+    if (ride.presence.cadenceFlags & definedBit)
         block.predictCadence = 0;
-    if (fieldPresence.powerFlags & definedBit)
+    if (ride.presence.powerFlags & definedBit)
         block.predictPower = 0;
 }
 

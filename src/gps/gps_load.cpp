@@ -8,12 +8,6 @@
 
 namespace torvane {
 
-std::string fitInputFileName;
-FieldPresence fieldPresence;
-std::atomic<AnalysisReadiness> analysisReadiness;
-FitInventory analysedInventory;
-FitSummary analysedSummary;
-
 namespace {
 
 bool sportsDiffer(const std::vector<uint8_t>& sports)
@@ -112,15 +106,15 @@ constexpr PresenceRow presenceRows[] = {
      {{0x02, [](const FitSummary& s) { return s.gpsAccuracy != 0; }}}},
 };
 
-void setPresenceOf(uint8_t fieldNumber)
+void setPresenceOf(LoadedRide& ride, uint8_t fieldNumber)
 {
     for (const PresenceRow& row : presenceRows) {
         if (row.field != fieldNumber)
             continue;
-        uint8_t& flags = fieldPresence.*row.flags;
+        uint8_t& flags = ride.presence.*row.flags;
         flags |= row.defined;
         for (const PresentValue& value : row.values) {
-            if (value.present && value.present(fitSummary))
+            if (value.present && value.present(ride.summary))
                 flags |= value.flag;
         }
     }
@@ -191,9 +185,7 @@ size_t tableBytes()
     return fitInventory.recordCount * sizeof(GpsRecord) + summaries * sizeof(SessionLapEntry);
 }
 
-} // namespace
-
-StatusCode gatherActivity(const FitImage& image)
+StatusCode runPasses(const FitImage& image)
 {
     clearFitBlocks();
     RecordDefinitions recordDefinitions;
@@ -210,6 +202,19 @@ StatusCode gatherActivity(const FitImage& image)
     return code != fitOk ? code : summariseFitMessages(sessions, laps);
 }
 
+} // namespace
+
+StatusCode gatherActivity(LoadedRide& ride)
+{
+    if (StatusCode code = runPasses(ride.image))
+        return code;
+    ride.inventory = fitInventory;
+    ride.summary = fitSummary;
+    setFieldPresence(ride);
+    setReadiness(ride);
+    return fitOk;
+}
+
 StatusCode checkCoherence(const RecordDefinitions& recordDefinitions)
 {
     StatusCode code = sportsCode();
@@ -220,36 +225,36 @@ StatusCode checkCoherence(const RecordDefinitions& recordDefinitions)
     return code;
 }
 
-void setFieldPresence()
+void setFieldPresence(LoadedRide& ride)
 {
-    fieldPresence = {};
-    fieldPresence.isActivity = fitInventory.fileType == fileTypeActivity;
-    if (fitInventory.recordDefinitionCount == 0)
+    ride.presence = {};
+    ride.presence.isActivity = ride.inventory.fileType == fileTypeActivity;
+    if (ride.inventory.recordDefinitionCount == 0)
         return;
-    fieldPresence.hasRecords = 1;
+    ride.presence.hasRecords = 1;
     for (const LocalDefinition& slot : localDefinitions) {
         if (slot.globalMessage != messageRecord)
             continue;
         for (const FieldDefinition& field : slot.fieldList())
-            setPresenceOf(field.number);
+            setPresenceOf(ride, field.number);
         return;
     }
 }
 
-void setReadiness()
+void setReadiness(LoadedRide& ride)
 {
-    const FieldPresence& p = fieldPresence;
+    const FieldPresence& p = ride.presence;
     bool hasDistance = (p.motionFlags & lowHalf) != 0;
     bool hasSpeed = (p.motionFlags & highHalf) != 0;
     bool hasFix =
         (p.timestampFlags & lowHalf) != 0 && (p.positionFlags & lowHalf) != 0 && (p.positionFlags & highHalf) != 0;
-    analysisReadiness = p.hasRecords ? readyForAnalysis : analysisImpossible;
+    ride.readiness = p.hasRecords ? readyForAnalysis : analysisImpossible;
     if ((p.cadenceFlags & lowHalf) != 0 && (p.powerFlags & lowHalf) != 0)
-        analysisReadiness = nothingToPredict;
+        ride.readiness = nothingToPredict;
     if (!hasSpeed && !hasDistance)
-        analysisReadiness = analysisImpossible;
+        ride.readiness = analysisImpossible;
     if (hasDistance && !hasSpeed && !hasFix)
-        analysisReadiness = analysisImpossible;
+        ride.readiness = analysisImpossible;
 }
 
 StatusCode fillRecords(const FitImage& image, GpsRecords& records)

@@ -1,9 +1,6 @@
-// The track: one row per record message, and what a loaded ride allows to be done with it.
+// The track: one row per record message.
 #pragma once
 
-#include "fit/fit_passes.h"
-
-#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -49,34 +46,5 @@ constexpr double metresOf(uint16_t altitude)
 {
     return altitude / 5.0 - 500.0;
 }
-
-// Which fields the record messages define, and which of their summary values are there. A byte stays 0 when the field
-// is not defined.
-struct FieldPresence {
-    uint8_t isActivity;       // 1: file type 4
-    uint8_t hasRecords;       // 1: a record definition; without one all that follows is 0
-    uint8_t timestampFlags;   // bit 0 defined, bit 4 total elapsed time
-    uint8_t positionFlags;    // bits 0 to 2 latitude defined, first, last; bits 4 to 6 longitude alike
-    uint8_t altitudeFlags;    // bit 0 defined, 1 average, 2 maximum
-    uint8_t motionFlags;      // bits 0, 1 distance defined, total; bits 4 to 6 speed defined, average, maximum
-    uint8_t temperatureFlags; // bit 0 defined, 1 average
-    uint8_t heartRateFlags;   // bit 0 defined, 1 average, 2 maximum
-    uint8_t cadenceFlags;     // bit 0 defined, 1 average, 2 maximum, 4 fractional cadence defined
-    uint8_t powerFlags;       // bit 0 defined, 1 average, 2 maximum, 3 normalized
-    uint8_t accuracyFlags;    // bit 0 defined, 1 average
-};
-
-enum AnalysisReadiness : uint32_t {
-    readyForAnalysis = 0,
-    analysisImpossible = 1,
-    nothingToPredict = 2, // cadence and power are already in the file
-};
-
-extern FieldPresence fieldPresence;
-extern std::atomic<AnalysisReadiness> analysisReadiness; // the menu reads it while a load may run
-
-// The analysed copies of the blocks: made after a prediction, with the statistics rebuilt from the kept records.
-extern FitInventory analysedInventory;
-extern FitSummary analysedSummary;
 
 } // namespace torvane

@@ -23,9 +23,9 @@ constexpr Fault error(const char* text)
     return {"error", text};
 }
 
-Fault checkReadiness()
+Fault checkReadiness(AnalysisReadiness readiness)
 {
-    switch (analysisReadiness) {
+    switch (readiness) {
     case readyForAnalysis:
         return {};
     case analysisImpossible:
@@ -56,7 +56,7 @@ bool severalSports(StatusCode code)
     return code == fitSessionSportsDiffer || code == fitLapSportsDiffer;
 }
 
-Fault checkSource(SourceFileInfo& source)
+Fault checkSource(SourceFileInfo& source, LoadedRide& scanned)
 {
     FitImage image = {};
     if (!fileExists(source.path))
@@ -72,17 +72,17 @@ Fault checkSource(SourceFileInfo& source)
         return error("failed to read a source file which might be an invalid structure");
     if (source.fileType != fileTypeActivity)
         return error("found an invalid file id type of a source file");
-    presetPresenceFromScan(source);
-    return checkReadiness();
+    presetPresenceFromScan(scanned, source);
+    return checkReadiness(scanned.readiness);
 }
 
 } // namespace
 
-Verdict checkOneStrokeSource(ToolInputs& inputs, bool needDestination)
+Verdict checkOneStrokeSource(ToolInputs& inputs, bool needDestination, LoadedRide& scanned)
 {
     Verdict verdict;
     clearSurvey(inputs.files[0]);
-    if (Fault fault = checkSource(inputs.files[0]); fault.title) {
+    if (Fault fault = checkSource(inputs.files[0], scanned); fault.title) {
         verdict.passed = false;
         verdict.boxes.push_back({fault.title, fault.text});
         return verdict;
@@ -92,12 +92,12 @@ Verdict checkOneStrokeSource(ToolInputs& inputs, bool needDestination)
     return verdict;
 }
 
-void presetPresenceFromScan(const SourceFileInfo& info)
+void presetPresenceFromScan(LoadedRide& ride, const SourceFileInfo& info)
 {
     auto present = [&](FieldBit field, int flags) { return (info.fieldsPresent & field) != 0 ? flags : 0; };
     auto set = [](uint8_t& flags, int value) { flags = static_cast<uint8_t>(value); };
-    FieldPresence& presence = fieldPresence;
-    presence = {};
+    ride = {};
+    FieldPresence& presence = ride.presence;
     presence.isActivity = info.fileType == fileTypeActivity;
     presence.hasRecords = info.recordDefinitionCount != 0;
     set(presence.timestampFlags, present(fieldTimestamp, 0x11));
@@ -107,7 +107,7 @@ void presetPresenceFromScan(const SourceFileInfo& info)
     set(presence.temperatureFlags, present(fieldTemperature, 0x03));
     set(presence.cadenceFlags, present(fieldCadence, 0x07));
     set(presence.powerFlags, present(fieldPower, 0x07));
-    setReadiness();
+    setReadiness(ride);
 }
 
 } // namespace torvane

@@ -1,19 +1,20 @@
-// Whether a ride can be loaded, analysed and written at one stroke: what the dialog asks before it closes. Reads the
-// source and leaves its field presence and readiness behind, so that the settings of the analysis show its options.
+// Whether a ride can be loaded, analysed and written at one stroke: what the dialog asks before it closes.
 #pragma once
 
 #include "core/verdict.h"
 #include "fit/fit_survey.h"
+#include "gps/loaded_ride.h"
 
 namespace torvane {
 
 struct ToolInputs;
 
 // Source in files[0], destination in files[toolDestination]; the destination is looked at, and completed with its
-// extension, only when asked for. Stops at the first fault, with its box.
-Verdict checkOneStrokeSource(ToolInputs& inputs, bool needDestination);
+// extension, only when asked for. Stops at the first fault, with its box. Presence and readiness of the source go to
+// `scanned`, so that the settings of the analysis show its options.
+Verdict checkOneStrokeSource(ToolInputs& inputs, bool needDestination, LoadedRide& scanned);
 
-// Sets fieldPresence and analysisReadiness from a survey: a field that is defined counts as filled.
-void presetPresenceFromScan(const SourceFileInfo& info);
+// Sets presence and readiness from a survey: a field that is defined counts as filled.
+void presetPresenceFromScan(LoadedRide& ride, const SourceFileInfo& info);
 
 } // namespace torvane

@@ -32,14 +32,14 @@ void setAir(double temperature, double altitude)
     runState.airPressureRatio = airPressureAt(temperature, altitude) / seaLevelPressure;
 }
 
-void chooseTemperature(uint32_t analysisFlags)
+void chooseTemperature(const ParameterBlock& settings, const FitSummary& summary, uint32_t analysisFlags)
 {
     bool ofRecords = (analysisFlags & analysisRecordTemperature) != 0;
     bool ofSummary = (analysisFlags & analysisAverageTemperature) != 0;
     if (!ofRecords && !ofSummary)
-        runState.airTemperature = workingBlock.averageTemperature;
+        runState.airTemperature = settings.averageTemperature;
     else if (!ofRecords)
-        runState.airTemperature = fitSummary.avgTemperature;
+        runState.airTemperature = summary.avgTemperature;
 }
 
 // The cadence in the gear that comes nearest to the usual one at a speed; no limit holds it.
@@ -60,50 +60,43 @@ void convertToPowerBase(GpsRecord& record)
     record.power = std::isfinite(power) ? power : 0;
 }
 
-void predictPowerOf(GpsRecord& record)
+void predictPowerOf(GpsRecord& record, const ParameterBlock& settings, uint32_t analysisFlags)
 {
-    record.power = knowsAcceleration() ? netPowerOf(record) : steadyPowerOf(record);
+    record.power = powerAskedBy(record, analysisFlags);
     if (record.power <= 0) {
         record.power = 0;
         record.cadence = 0; // who coasts does not pedal
         return;
     }
     convertToPowerBase(record);
-    if (workingBlock.limitPowerPrediction && record.power > workingBlock.thresholdPower)
-        record.power = workingBlock.thresholdPower;
+    if (settings.limitPowerPrediction && record.power > settings.thresholdPower)
+        record.power = settings.thresholdPower;
 }
 
-void smoothPredictions(std::span<GpsRecord> records)
+void smoothPredictions(std::span<GpsRecord> records, const ParameterBlock& settings)
 {
     int window = chooseWindow(records);
-    if (workingBlock.predictCadence)
+    if (settings.predictCadence)
         smoothCadence(records, window);
-    if (workingBlock.predictPower)
+    if (settings.predictPower)
         smoothPower(records, window);
 }
 
 } // namespace
 
-bool knowsAcceleration()
+double powerAskedBy(const GpsRecord& record, uint32_t analysisFlags)
 {
-    return ((fieldPresence.timestampFlags | fieldPresence.motionFlags) & 1) != 0;
+    double steady = resistanceAtVelocity(record.speed).value;
+    if (analysisFlags & analysisSteady)
+        return steady;
+    return steady + record.acceleration * record.speed * modelState.inertialWeight;
 }
 
-double steadyPowerOf(const GpsRecord& record)
-{
-    return resistanceAtVelocity(record.speed).value;
-}
-
-double netPowerOf(const GpsRecord& record)
-{
-    return steadyPowerOf(record) + record.acceleration * record.speed * modelState.inertialWeight;
-}
-
-void prepareModelForTrack(uint32_t analysisFlags)
+void prepareModelForTrack(const ParameterBlock& settings, uint32_t analysisFlags)
 {
     runState.headWind = 0;
     runState.airPressureRatio = modelState.hectoPascal / seaLevelPressure; // until a row knows better
-    runState.powerBaseIndex = workingBlock.analysePowerBase;
+    runState.powerBaseIndex = settings.analysePowerBase;
     if ((analysisFlags & analysisFlat) == 0)
         return;
     setSlope(0);
@@ -111,12 +104,13 @@ void prepareModelForTrack(uint32_t analysisFlags)
         setAir(runState.airTemperature, flatCourseAltitude);
 }
 
-void prepareModelForRecord(std::span<GpsRecord> records, uint32_t analysisFlags, size_t index)
+void prepareModelForRecord(std::span<GpsRecord> records, const ParameterBlock& settings, uint32_t analysisFlags,
+                           size_t index)
 {
     GpsRecord& record = records[index];
-    const ParameterBlock& block = workingBlock;
-    if (block.analyseWindSpeed != 0)
-        runState.headWind = std::cos((record.heading - block.analyseWindDirection) * pi / 180) * block.analyseWindSpeed;
+    if (settings.analyseWindSpeed != 0)
+        runState.headWind =
+            std::cos((record.heading - settings.analyseWindDirection) * pi / 180) * settings.analyseWindSpeed;
     if ((analysisFlags & analysisFlat) == 0)
         setSlope(record.inclination);
     if ((analysisFlags & analysisRecordTemperature) == 0) {
@@ -127,27 +121,28 @@ void prepareModelForRecord(std::span<GpsRecord> records, uint32_t analysisFlags,
     setAir(record.temperature, record.altitude);
 }
 
-void predictTrack(std::span<GpsRecord> records, uint32_t analysisFlags)
+void predictTrack(std::span<GpsRecord> records, const ParameterBlock& settings, uint32_t analysisFlags)
 {
-    prepareModelForTrack(analysisFlags);
+    prepareModelForTrack(settings, analysisFlags);
     for (size_t i = 0; i < records.size(); i++) {
-        prepareModelForRecord(records, analysisFlags, i);
-        if (workingBlock.predictCadence)
+        prepareModelForRecord(records, settings, analysisFlags, i);
+        if (settings.predictCadence)
             records[i].cadence = cadenceAt(records[i].speed);
-        if (workingBlock.predictPower)
-            predictPowerOf(records[i]);
+        if (settings.predictPower)
+            predictPowerOf(records[i], settings, analysisFlags);
         reportProgress(static_cast<int>(100 * i / records.size()));
     }
 }
 
-void predictAndFinish(GpsRecords& records, uint32_t analysisFlags)
+void predictAndFinish(GpsRecords& records, const ParameterBlock& settings, const FitSummary& summary,
+                      uint32_t analysisFlags)
 {
-    chooseTemperature(analysisFlags);
-    predictTrack(records, analysisFlags);
+    chooseTemperature(settings, summary, analysisFlags);
+    predictTrack(records, settings, analysisFlags);
     if (analysisFlags & analysisSmoothing)
-        smoothPredictions(records);
-    if (workingBlock.detectBraking)
-        trackBrakeHeat(records);
+        smoothPredictions(records, settings);
+    if (settings.detectBraking)
+        trackBrakeHeat(records, settings, analysisFlags);
 }
 
 } // namespace torvane

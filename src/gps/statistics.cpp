@@ -143,19 +143,19 @@ void storeFields(FitSummary& summary, const TrackTally& tally)
 
 } // namespace
 
-void analysedStats(const GpsRecords& records)
+AnalysedStats analysedStats(const GpsRecords& records, const LoadedRide& ride)
 {
-    analysedInventory = fitInventory;
-    analysedSummary = fitSummary;
-    TrackTally tally = tallyTrack(records, analysedSummary.recordInterval);
-    storeEnds(analysedSummary, records);
-    storeMotion(analysedSummary, tally, records);
-    storeFields(analysedSummary, tally);
-    if (analysedInventory.compressedTimestampCount == 0) {
+    AnalysedStats stats = {ride.inventory, ride.summary};
+    TrackTally tally = tallyTrack(records, stats.summary.recordInterval);
+    storeEnds(stats.summary, records);
+    storeMotion(stats.summary, tally, records);
+    storeFields(stats.summary, tally);
+    if (stats.inventory.compressedTimestampCount == 0) {
         uint32_t kept = tally.speed.count;
-        analysedInventory.normalDataCount -= analysedInventory.recordCount - kept;
-        analysedInventory.recordCount = kept;
+        stats.inventory.normalDataCount -= stats.inventory.recordCount - kept;
+        stats.inventory.recordCount = kept;
     }
+    return stats;
 }
 
 } // namespace torvane

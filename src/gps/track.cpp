@@ -150,17 +150,17 @@ void refineTrack(std::span<GpsRecord> records, double unrealInclination, double 
         rejectAcceleration(records, window, unrealAccele);
 }
 
-StatusCode prepareTrack(const FitImage& image, GpsRecords& records, uint32_t analysisFlags, TrackLimits limits)
+StatusCode prepareTrack(const FitImage& image, GpsRecords& records, const ParameterBlock& settings,
+                        uint32_t analysisFlags, TrackLimits limits)
 {
     if (StatusCode code = fillRecords(image, records))
         return code;
-    const ParameterBlock& block = workingBlock;
-    if (!formSectors(records, block.thresholdSpeed / 3.6, analysisFlags))
+    if (!formSectors(records, settings.thresholdSpeed / 3.6, analysisFlags))
         return fitNoSector;
     if (limits == TrackLimits::analyse)
-        refineTrack(records, block.analyseUnrealInclination, block.analyseUnrealAccele, analysisFlags);
+        refineTrack(records, settings.analyseUnrealInclination, settings.analyseUnrealAccele, analysisFlags);
     else
-        refineTrack(records, block.expressUnrealInclination, block.expressUnrealAccele, analysisFlags);
+        refineTrack(records, settings.expressUnrealInclination, settings.expressUnrealAccele, analysisFlags);
     return fitOk;
 }
 

@@ -1,6 +1,5 @@
 #include "gps/track_brake_heat.h"
 
-#include "core/parameter_block.h"
 #include "gps/prediction.h"
 #include "gps/smoothing.h"
 #include "model/brake_heat.h"
@@ -125,16 +124,15 @@ void brakeHeatStep(std::span<GpsRecord> records, double netPower, size_t index)
     }
 }
 
-void trackBrakeHeat(std::span<GpsRecord> records)
+void trackBrakeHeat(std::span<GpsRecord> records, const ParameterBlock& settings, uint32_t analysisFlags)
 {
-    std::copy_n(workingBlock.specificHeat, 3, runState.specificHeat);
-    std::copy_n(workingBlock.emittance, 3, runState.emittance);
-    if (!workingBlock.predictPower || records.empty())
+    std::copy_n(settings.specificHeat, 3, runState.specificHeat);
+    std::copy_n(settings.emittance, 3, runState.emittance);
+    if (!settings.predictPower || records.empty())
         return;
     startCold(records[0]);
-    bool accelerates = knowsAcceleration();
     for (size_t i = 1; i < records.size(); i++)
-        brakeHeatStep(records, accelerates ? netPowerOf(records[i]) : steadyPowerOf(records[i]), i);
+        brakeHeatStep(records, powerAskedBy(records[i], analysisFlags), i);
 }
 
 } // namespace torvane

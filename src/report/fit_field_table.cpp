@@ -20,15 +20,15 @@ struct ColumnChoice {
     bool braking; // besides power
 };
 
-ColumnChoice chooseColumns(uint32_t predicted)
+ColumnChoice chooseColumns(const ReportedRide& ride, uint32_t predicted)
 {
     constexpr uint8_t defined = 1;
-    const FieldPresence& p = fieldPresence;
+    const FieldPresence& p = ride.presence;
     ColumnChoice choice = {};
     choice.presence = p;
     choice.cadence = (p.cadenceFlags & defined) != 0 || (predicted & predictedCadence) != 0;
     choice.power = (p.powerFlags & defined) != 0 || (predicted & predictedPower) != 0;
-    choice.braking = choice.power && (p.powerFlags & defined) == 0 && workingBlock.detectBraking;
+    choice.braking = choice.power && (p.powerFlags & defined) == 0 && ride.settings.detectBraking;
     return choice;
 }
 
@@ -97,9 +97,9 @@ struct Table {
     std::vector<Column> columns;
 };
 
-Table makeTable(uint32_t predicted)
+Table makeTable(const ReportedRide& ride, uint32_t predicted)
 {
-    ColumnChoice choice = chooseColumns(predicted);
+    ColumnChoice choice = chooseColumns(ride, predicted);
     Table table = {(choice.presence.timestampFlags & 0x01) != 0, {}};
     for (const Column& column : columns) {
         if (column.present(choice))
@@ -137,11 +137,11 @@ void appendRow(std::string& text, const Table& table, const GpsRecord& record)
 
 } // namespace
 
-void reportFields(Screens& screens, const GpsRecords& records, uint32_t analysisFlags, uint32_t predicted)
+void reportFields(Screens& screens, const ReportedRide& ride, const GpsRecords& records, uint32_t predicted)
 {
     constexpr uint32_t smoothed = 1;
-    Table table = makeTable(predicted);
-    std::string text = (analysisFlags & smoothed) != 0
+    Table table = makeTable(ride, predicted);
+    std::string text = (ride.analysisFlags & smoothed) != 0
                            ? "\n remarkable fields data due to outlier rejection and smoothing\n"
                            : "\n remarkable fields data\n";
     text += '\n';

@@ -2,8 +2,10 @@
 // All built from the blocks and rows; nothing is stored.
 #pragma once
 
+#include "core/parameter_block.h"
 #include "core/screens.h"
 #include "gps/gps_record.h"
+#include "gps/loaded_ride.h"
 
 #include <cstdint>
 #include <string>
@@ -39,15 +41,25 @@ CalendarDate julianToCalendar(int32_t julianDay);
 std::string sportsText(const FitInventory& inventory, const FitSummary& summary);
 void reportSports(Screens& screens, const FitInventory& inventory, const FitSummary& summary);
 
-// Clears the lower pane and writes the summary. analysisFlags bit 0: outliers were rejected and the track smoothed.
-void reportSummary(Screens& screens, const FitInventory& inventory, const FitSummary& summary, uint32_t analysisFlags,
-                   std::string_view path, int mode);
+// What the reports of a ride tell of.
+struct ReportedRide {
+    std::string_view path;
+    FitReportMode mode;
+    const FitInventory& inventory; // of the load, or of the analysis
+    const FitSummary& summary;
+    const FieldPresence& presence;
+    const ParameterBlock& settings;
+    uint32_t analysisFlags = 0; // bit 0: outliers were rejected and the track smoothed
+};
+
+// Clears the lower pane and writes the summary.
+void reportSummary(Screens& screens, const ReportedRide& ride);
 
 // Bits of `predicted` below.
 constexpr uint32_t predictedCadence = 0x10;
 constexpr uint32_t predictedPower = 0x20;
 
 // Appends the table of all rows in a sector.
-void reportFields(Screens& screens, const GpsRecords& records, uint32_t analysisFlags, uint32_t predicted);
+void reportFields(Screens& screens, const ReportedRide& ride, const GpsRecords& records, uint32_t predicted);
 
 } // namespace torvane

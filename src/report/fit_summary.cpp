@@ -35,9 +35,9 @@ namespace {
 constexpr uint8_t lowDefined = 0x01;
 constexpr uint8_t highDefined = 0x10;
 
-bool positionComplete()
+bool positionComplete(const FieldPresence& presence)
 {
-    return (fieldPresence.positionFlags & lowDefined) != 0 && (fieldPresence.positionFlags & highDefined) != 0;
+    return (presence.positionFlags & lowDefined) != 0 && (presence.positionFlags & highDefined) != 0;
 }
 
 double kph(uint16_t speed)
@@ -45,22 +45,23 @@ double kph(uint16_t speed)
     return speed * 3.6 / 1000.0;
 }
 
-void appendHead(std::string& text, std::string_view path, int mode)
+void appendHead(std::string& text, const ReportedRide& ride)
 {
-    const char* verb = mode == reportAnalysed ? "analysed" : "loaded";
-    appendFormat(text, "\n\t\t%s the fit file named '%s'\n", verb, reportedName(path).c_str());
-    if (mode == reportLoaded)
+    const char* verb = ride.mode == reportAnalysed ? "analysed" : "loaded";
+    appendFormat(text, "\n\t\t%s the fit file named '%s'\n", verb, reportedName(ride.path).c_str());
+    if (ride.mode == reportLoaded)
         text += "\n summary of the fit file\n\n";
     else
         appendFormat(text, "\n summary of the fit file after excluding records under threshold speed %3.1lf kph\n\n",
-                     workingBlock.thresholdSpeed);
+                     ride.settings.thresholdSpeed);
 }
 
-void appendInventory(std::string& text, const FitInventory& inventory, const FitSummary& summary)
+void appendInventory(std::string& text, const ReportedRide& ride)
 {
+    const FitInventory& inventory = ride.inventory;
     appendFormat(text, "\tfile id type\t\t: #%d, %s\n", inventory.fileType, fileTypeName(inventory.fileType));
-    text += sportsText(inventory, summary);
-    if (fieldPresence.hasRecords)
+    text += sportsText(inventory, ride.summary);
+    if (ride.presence.hasRecords)
         appendFormat(text, "\trecord messages\t\t: existing, record data counted %d\n",
                      static_cast<int>(inventory.recordCount));
     else
@@ -71,21 +72,22 @@ void appendInventory(std::string& text, const FitInventory& inventory, const Fit
                  static_cast<int>(inventory.compressedTimestampCount));
 }
 
-void appendTableHeading(std::string& text, uint32_t analysisFlags, int mode)
+void appendTableHeading(std::string& text, const ReportedRide& ride)
 {
     constexpr uint32_t smoothed = 1;
     text += "\n remarkable fields in the record";
-    if (mode == reportLoaded)
+    if (ride.mode == reportLoaded)
         text += ", stats in the session or lap data messages\n\n";
-    else if ((analysisFlags & smoothed) != 0)
+    else if ((ride.analysisFlags & smoothed) != 0)
         text += ", stats due to outlier rejection and smoothing\n\n";
     else
         text += " and stats of fields data\n\n";
 }
 
-void appendTimestamp(std::string& text, const FitSummary& summary)
+void appendTimestamp(std::string& text, const ReportedRide& ride)
 {
-    uint8_t flags = fieldPresence.timestampFlags;
+    const FitSummary& summary = ride.summary;
+    uint8_t flags = ride.presence.timestampFlags;
     if (flags != 0x01 && flags != 0x11) {
         text += "\ttimestamp\t\t\t: none\n";
         return;
@@ -121,9 +123,10 @@ void appendCoordinate(std::string& text, const char* name, int flags, int32_t fi
     }
 }
 
-void appendPosition(std::string& text, const FitSummary& summary)
+void appendPosition(std::string& text, const ReportedRide& ride)
 {
-    uint8_t flags = fieldPresence.positionFlags;
+    const FitSummary& summary = ride.summary;
+    uint8_t flags = ride.presence.positionFlags;
     if ((flags & (lowDefined | highDefined)) == 0) {
         text += "\tlatitude and longitude\t: none, prediction is impossible except flat calm\n";
         return;
@@ -132,11 +135,12 @@ void appendPosition(std::string& text, const FitSummary& summary)
     appendCoordinate(text, "longitude\t\t\t", flags >> 4, summary.firstLongitude, summary.lastLongitude);
 }
 
-void appendAltitude(std::string& text, const FitSummary& summary)
+void appendAltitude(std::string& text, const ReportedRide& ride)
 {
+    const FitSummary& summary = ride.summary;
     double average = metresOf(summary.avgAltitude);
     double highest = metresOf(summary.maxAltitude);
-    switch (fieldPresence.altitudeFlags) {
+    switch (ride.presence.altitudeFlags) {
     case 1:
         text += "\taltitude\t\t\t: existing\n";
         break;
@@ -154,21 +158,23 @@ void appendAltitude(std::string& text, const FitSummary& summary)
     }
 }
 
-void appendAccuracy(std::string& text, const FitSummary& summary)
+void appendAccuracy(std::string& text, const ReportedRide& ride)
 {
-    if (fieldPresence.accuracyFlags == 1)
+    const FitSummary& summary = ride.summary;
+    if (ride.presence.accuracyFlags == 1)
         text += "\tGPS accuracy\t\t: existing\n";
-    else if (fieldPresence.accuracyFlags == 3)
+    else if (ride.presence.accuracyFlags == 3)
         appendFormat(text, "\tGPS accuracy\t\t: existing, average %2d m\n", summary.gpsAccuracy);
     else
         text += "\tGPS accuracy\t\t: none\n";
 }
 
-void appendDistance(std::string& text, const FitSummary& summary, int mode)
+void appendDistance(std::string& text, const ReportedRide& ride)
 {
+    const FitSummary& summary = ride.summary;
     double kilometres = summary.totalDistance * 0.001 / 100;
-    int flags = fieldPresence.motionFlags & 0x0F;
-    if (mode == reportAnalysed)
+    int flags = ride.presence.motionFlags & 0x0F;
+    if (ride.mode == reportAnalysed)
         appendFormat(text, "\tdistance\t\t\t: analysed, total %8.3lf km\n", kilometres);
     else if (flags == 1)
         text += "\tdistance\t\t\t: existing\n";
@@ -179,22 +185,23 @@ void appendDistance(std::string& text, const FitSummary& summary, int mode)
 }
 
 // Without speeds in the records they can be had from timestamps and positions alone.
-const char* noSpeedText()
+const char* noSpeedText(const FieldPresence& presence)
 {
-    bool fromPosition = (fieldPresence.timestampFlags & lowDefined) != 0 && positionComplete();
+    bool fromPosition = (presence.timestampFlags & lowDefined) != 0 && positionComplete(presence);
     return fromPosition ? "\tspeed\t\t\t\t: none\n"
                         : "\t-- besides no timestamp, latitude nor longitude that makes prediction to be impossible\n";
 }
 
-void appendSpeed(std::string& text, const FitSummary& summary, int mode)
+void appendSpeed(std::string& text, const ReportedRide& ride)
 {
+    const FitSummary& summary = ride.summary;
     double average = kph(summary.avgSpeed);
     double highest = kph(summary.maxSpeed);
-    if (mode == reportAnalysed) {
+    if (ride.mode == reportAnalysed) {
         appendFormat(text, "\tspeed\t\t\t\t: analysed, average %5.2lf kph, maxi %6.2lf kph\n", average, highest);
         return;
     }
-    switch (fieldPresence.motionFlags >> 4) {
+    switch (ride.presence.motionFlags >> 4) {
     case 1:
         text += "\tspeed\t\t\t\t: existing\n";
         break;
@@ -208,23 +215,24 @@ void appendSpeed(std::string& text, const FitSummary& summary, int mode)
         appendFormat(text, "\tspeed\t\t\t\t: existing, average %5.2lf kph, maxi %6.2lf kph\n", average, highest);
         break;
     default:
-        text += noSpeedText();
+        text += noSpeedText(ride.presence);
     }
 }
 
-void appendMotion(std::string& text, const FitSummary& summary, int mode)
+void appendMotion(std::string& text, const ReportedRide& ride)
 {
-    if ((fieldPresence.motionFlags & (lowDefined | highDefined)) == 0) {
+    if ((ride.presence.motionFlags & (lowDefined | highDefined)) == 0) {
         text += "\tspeed and distance\t: none, prediction is impossible\n";
         return;
     }
-    appendDistance(text, summary, mode);
-    appendSpeed(text, summary, mode);
+    appendDistance(text, ride);
+    appendSpeed(text, ride);
 }
 
-void appendTemperature(std::string& text, const FitSummary& summary, int mode)
+void appendTemperature(std::string& text, const ReportedRide& ride)
 {
-    switch (fieldPresence.temperatureFlags) {
+    const FitSummary& summary = ride.summary;
+    switch (ride.presence.temperatureFlags) {
     case 1:
         text += "\ttemperature\t\t\t: existing\n";
         break;
@@ -235,15 +243,16 @@ void appendTemperature(std::string& text, const FitSummary& summary, int mode)
         appendFormat(text, "\ttemperature\t\t\t: existing, average %2d Cel\n", summary.avgTemperature);
         break;
     default:
-        text += mode == reportAnalysed
+        text += ride.mode == reportAnalysed
                     ? "\ttemperature\t\t\t: none\n"
                     : "\ttemperature\t\t\t: none, need to input average temperature for prediction\n";
     }
 }
 
-void appendHeartRate(std::string& text, const FitSummary& summary)
+void appendHeartRate(std::string& text, const ReportedRide& ride)
 {
-    switch (fieldPresence.heartRateFlags) {
+    const FitSummary& summary = ride.summary;
+    switch (ride.presence.heartRateFlags) {
     case 1:
         text += "\theart rate\t\t\t: existing\n";
         break;
@@ -262,14 +271,15 @@ void appendHeartRate(std::string& text, const FitSummary& summary)
     }
 }
 
-void appendCadence(std::string& text, const FitSummary& summary, int mode)
+void appendCadence(std::string& text, const ReportedRide& ride)
 {
-    if (mode == reportAnalysed && workingBlock.predictCadence) {
+    const FitSummary& summary = ride.summary;
+    if (ride.mode == reportAnalysed && ride.settings.predictCadence) {
         appendFormat(text, "\tcadence\t\t\t: analysed, average %3d rpm,   maxi %3d rpm\n", summary.avgCadence,
                      summary.maxCadence);
         return;
     }
-    switch (fieldPresence.cadenceFlags) {
+    switch (ride.presence.cadenceFlags) {
     case 1:
     case 16:
     case 17:
@@ -294,20 +304,21 @@ void appendCadence(std::string& text, const FitSummary& summary, int mode)
 }
 
 // With the tabs that line the columns up.
-const char* powerBaseLabel()
+const char* powerBaseLabel(const ParameterBlock& settings)
 {
     constexpr const char* labels[] = {"pedaling power", "crank power\t", "hub power\t", "thrust power"};
-    return nameAt(labels, workingBlock.analysePowerBase);
+    return nameAt(labels, settings.analysePowerBase);
 }
 
-void appendPower(std::string& text, const FitSummary& summary, int mode)
+void appendPower(std::string& text, const ReportedRide& ride)
 {
-    if (mode == reportAnalysed && workingBlock.predictPower) {
-        appendFormat(text, "\t%s\t\t: analysed, average %3d watts, maxi %3d watts\n", powerBaseLabel(),
+    const FitSummary& summary = ride.summary;
+    if (ride.mode == reportAnalysed && ride.settings.predictPower) {
+        appendFormat(text, "\t%s\t\t: analysed, average %3d watts, maxi %3d watts\n", powerBaseLabel(ride.settings),
                      summary.avgPower, summary.maxPower);
         return;
     }
-    switch (fieldPresence.powerFlags) {
+    switch (ride.presence.powerFlags) {
     case 1:
         text += "\tpower\t\t\t\t: existing\n";
         break;
@@ -330,10 +341,11 @@ void appendPower(std::string& text, const FitSummary& summary, int mode)
     }
 }
 
-void appendBraking(std::string& text, const FitSummary& summary, int mode)
+void appendBraking(std::string& text, const ReportedRide& ride)
 {
-    bool powerPredicted = (fieldPresence.powerFlags & lowDefined) == 0 && workingBlock.predictPower;
-    if (mode != reportAnalysed || !powerPredicted || !workingBlock.detectBraking)
+    const FitSummary& summary = ride.summary;
+    bool powerPredicted = (ride.presence.powerFlags & lowDefined) == 0 && ride.settings.predictPower;
+    if (ride.mode != reportAnalysed || !powerPredicted || !ride.settings.detectBraking)
         return;
     appendFormat(text, "\tbraking force\t\t: analysed, average %5.1lf kgf, maxi %5.1lf kgf\n", summary.avgBrakeForce,
                  summary.maxBrakeForce);
@@ -343,32 +355,32 @@ void appendBraking(std::string& text, const FitSummary& summary, int mode)
                  summary.avgRearBrake, summary.maxRearBrake);
 }
 
-void appendFields(std::string& text, const FitSummary& summary, int mode)
+void appendFields(std::string& text, const ReportedRide& ride)
 {
-    appendTimestamp(text, summary);
-    appendPosition(text, summary);
-    appendAltitude(text, summary);
-    appendAccuracy(text, summary);
-    appendMotion(text, summary, mode);
-    appendTemperature(text, summary, mode);
-    appendHeartRate(text, summary);
-    appendCadence(text, summary, mode);
-    appendPower(text, summary, mode);
+    appendTimestamp(text, ride);
+    appendPosition(text, ride);
+    appendAltitude(text, ride);
+    appendAccuracy(text, ride);
+    appendMotion(text, ride);
+    appendTemperature(text, ride);
+    appendHeartRate(text, ride);
+    appendCadence(text, ride);
+    appendPower(text, ride);
 }
 
 } // namespace
 
-void reportSummary(Screens& screens, const FitInventory& inventory, const FitSummary& summary, uint32_t analysisFlags,
-                   std::string_view path, int mode)
+void reportSummary(Screens& screens, const ReportedRide& ride)
 {
+    const FieldPresence& presence = ride.presence;
     std::string text;
-    appendHead(text, path, mode);
-    appendInventory(text, inventory, summary);
-    if (fieldPresence.hasRecords) {
-        appendTableHeading(text, analysisFlags, mode);
-        appendFields(text, summary, mode);
-        appendBraking(text, summary, mode);
-        if ((fieldPresence.cadenceFlags & lowDefined) != 0 && (fieldPresence.powerFlags & lowDefined) != 0)
+    appendHead(text, ride);
+    appendInventory(text, ride);
+    if (presence.hasRecords) {
+        appendTableHeading(text, ride);
+        appendFields(text, ride);
+        appendBraking(text, ride);
+        if ((presence.cadenceFlags & lowDefined) != 0 && (presence.powerFlags & lowDefined) != 0)
             text += "\t-- cadence and power are existing and no need to predict\n";
     } else {
         text += "\n\t\timpossible to analyse and predict cause no record data message\n";

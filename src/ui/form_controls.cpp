@@ -217,7 +217,7 @@ bool takeButton(FormWindow& form, const Row& row)
     Verdict verdict = pressButton(form.state, row, workingBlock);
     showBoxes(form.window, verdict);
     const Form* child = findForm(row.child);
-    if (!verdict.passed || child == nullptr || !runFormDialog(form.window, *child))
+    if (!verdict.passed || child == nullptr || !runFormDialog(form.window, *child, form.state.ride))
         return false;
     buttonReturned(form.state, row, workingBlock);
     refreshControls(form);

@@ -84,10 +84,10 @@ INT_PTR CALLBACK dialogProcedure(HWND dialog, UINT message, WPARAM wParam, LPARA
 
 } // namespace
 
-bool runFormDialog(HWND owner, const Form& form)
+bool runFormDialog(HWND owner, const Form& form, const LoadedRide& ride)
 {
     FormWindow window;
-    openForm(window.state, form, savedBlock, workingBlock);
+    openForm(window.state, form, savedBlock, workingBlock, false, ride);
     INT_PTR result = DialogBoxParamW(mainWindow.instance, MAKEINTRESOURCEW(form.id), owner, dialogProcedure,
                                      reinterpret_cast<LPARAM>(&window));
     return result == IDOK;

@@ -3,7 +3,6 @@
 
 #include "command/settings_command.h"
 #include "forms/form.h"
-#include "gps/gps_load.h"
 #include "ui/file_prompts.h"
 #include "ui/form_dialog.h"
 #include "ui/form_page.h"
@@ -22,7 +21,7 @@ namespace {
 bool askDialog(const Command& command)
 {
     const Form* form = findForm(command.form);
-    return form != nullptr && runFormDialog(mainWindow.window, *form);
+    return form != nullptr && runFormDialog(mainWindow.window, *form, mainWindow.session.ride);
 }
 
 bool askSheet(const Command& command)
@@ -47,7 +46,7 @@ bool runEntry(const Command& command)
     case Entry::saveProfile:
         return promptSaveProfile(mainWindow.window, mainWindow.session.profilePath);
     case Entry::openFit:
-        return promptOpenFit(mainWindow.window, fitInputFileName);
+        return promptOpenFit(mainWindow.window, mainWindow.session.chosenRide);
     }
     return false;
 }

@@ -7,6 +7,7 @@
 #include "core/text.h"
 #include "figures.h"
 #include "fit/fit_tools.h"
+#include "forms/form.h"
 #include "gps/analysis.h"
 #include "gps/gps_load.h"
 #include "gps/one_stroke_check.h"
@@ -28,12 +29,20 @@ protected:
     StatusCode loadMade(const Bytes& file)
     {
         writeBytes(source, file);
-        fitInputFileName = source;
-        fitOutputFileName = destination;
+        session.chosenRide = source;
         toolInputs = {};
         toolInputs.files[0].path = source;
         toolInputs.files[toolDestination].path = destination;
         return loadGpsFile(session);
+    }
+    // What the reports of the loaded ride tell.
+    FitSummary toldOf(const std::string& path)
+    {
+        LoadedRide ride = session.ride;
+        Analysis analysis;
+        loadFitImage(ride.image, path);
+        EXPECT_EQ(analyseRide(workingBlock, ride, analysis), fitOk);
+        return analysis.stats.summary;
     }
     StatusCode loadMade(const GpsRecords& records, const FileShape& shape = {})
     {
@@ -110,11 +119,11 @@ TEST_F(GpsCommandTest, shapesOfFilesAtOneStroke)
         GpsRecords made = shortRide();
         c.change(made);
         ASSERT_EQ(loadMade(made, c.shape), fitOk) << c.name;
+        FitSummary told = toldOf(source);
         EXPECT_EQ(atOneStroke(session), fitOk) << c.name << shown.lower;
         EXPECT_EQ(shown.status, "status : saved a fit file with prediction data as 'out.fit'") << c.name;
         EXPECT_EQ(shown.lower.find("nan"), std::string::npos) << c.name;
 
-        FitSummary told = analysedSummary;
         Reread file = reread(destination);
         ASSERT_EQ(file.code, fitOk) << c.name;
         ASSERT_EQ(file.records.size(), c.kept) << c.name;
@@ -135,8 +144,8 @@ TEST_F(GpsCommandTest, theWrittenFileHoldsWhatTheReportSaid)
 {
     workingBlock.expressFieldsData = 1;
     ASSERT_EQ(loadMade(shortRide()), fitOk);
+    FitSummary told = toldOf(source);
     ASSERT_EQ(atOneStroke(session), fitOk);
-    FitSummary told = analysedSummary;
     EXPECT_NE(shown.lower.find("record data counted 320\n"), std::string::npos);
     EXPECT_NE(shown.lower.find(formatText("pedaling power\t\t: analysed, average %3d watts, maxi %3d watts\n",
                                           told.avgPower, told.maxPower)),
@@ -174,8 +183,9 @@ TEST_F(GpsCommandTest, failuresAreTold)
         {fitNoSector, "no effective sector. please try to set the threshold speed to be more shorter",
          [] { workingBlock.thresholdSpeed = 200; }},
         {fitSaveFailed, "failed to save the data to a fit file 'x.fit'",
-         [] { fitOutputFileName = toolInputs.files[toolDestination].path = "/no/such/folder/x.fit"; }},
-        {fitCannotOpen, "failed to open the file 'ride.fit'", [] { std::filesystem::remove(fitInputFileName); }},
+         [] { toolInputs.files[toolDestination].path = "/no/such/folder/x.fit"; }},
+        {fitCannotOpen, "failed to open the file 'ride.fit'",
+         [] { std::filesystem::remove(toolInputs.files[0].path); }},
     };
     for (const auto& [code, text, spoil] : cases) {
         setDefaults(workingBlock);
@@ -205,13 +215,52 @@ TEST_F(GpsCommandTest, aSourceKeepsWhatItHas)
     EXPECT_EQ(workingBlock.flatCourse, 0);
 }
 
+TEST_F(GpsCommandTest, aStrokeLeavesTheLoadedRideUntilItSucceeds)
+{
+    // The loaded ride has an altitude, the stroke's source a cadence.
+    ASSERT_EQ(loadMade(shortRide()), fitOk);
+    std::string other = folder.path + "other.fit";
+    FitBuilder fit;
+    fit.define(2, 0, {{0, 1}}).message(2, {4}).define(0, 20, {{253, 4}, {5, 4}, {6, 2}, {4, 1}});
+    for (int i = 0; i < 20; i++)
+        fit.message(0, {1000 + i, i * 800, 8000, 77});
+    writeBytes(other, fit.file());
+    const auto settingsOf = [](const LoadedRide& ride) { // flat course, predicted cadence
+        FormState state;
+        openForm(state, *findForm(2053), savedBlock, workingBlock, false, ride);
+        return std::pair(state.values.flatCourse, state.values.predictCadence);
+    };
+    const std::pair own(0, 1), ofOther(1, 0);
+    FormState stroke;
+    openForm(stroke, *findForm(2060), savedBlock, workingBlock, false, session.ride);
+    for (const Row& row : stroke.form->rows) {
+        if (row.id == 8611)
+            setPath(stroke, row, other);
+        if (row.kind == RowKind::button) {
+            EXPECT_TRUE(pressButton(stroke, row, workingBlock).passed);
+        }
+    }
+    EXPECT_EQ(settingsOf(stroke.ride), ofOther);
+    EXPECT_EQ(settingsOf(session.ride), own) << "the dialog was cancelled";
+    toolInputs.files[toolDestination].path = "/no/such/folder/x.fit";
+    EXPECT_EQ(atOneStroke(session), fitSaveFailed);
+    EXPECT_EQ(settingsOf(session.ride), own) << "the stroke failed";
+    EXPECT_EQ(expressSourceData(session), fitOk);
+    EXPECT_NE(shown.lower.find("record data counted 320\n"), std::string::npos);
+    toolInputs.files[toolDestination].path = destination;
+    EXPECT_EQ(atOneStroke(session), fitOk);
+    EXPECT_EQ(session.ride.path, destination);
+    EXPECT_EQ(session.readiness, nothingToPredict);
+}
+
 TEST_F(GpsCommandTest, checkOfTheSource)
 {
     toolInputs = {};
     toolInputs.files[0].path = source;
-    const auto boxOf = [this](const Bytes& file, bool both) {
+    LoadedRide scanned;
+    const auto boxOf = [&](const Bytes& file, bool both) {
         writeBytes(source, file);
-        const Verdict verdict = checkOneStrokeSource(toolInputs, both);
+        const Verdict verdict = checkOneStrokeSource(toolInputs, both, scanned);
         return verdict.boxes.empty() ? "" : verdict.boxes[0].text;
     };
     const std::tuple<int, std::vector<FitBuilder::Field>, const char*> cases[] = {
@@ -237,10 +286,10 @@ TEST_F(GpsCommandTest, checkOfTheSource)
     EXPECT_EQ(boxOf(whole, true), "not existing a source file");
     toolInputs.files[0].path = source;
     toolInputs.files[toolDestination].path = folder.path + "out.txt";
-    EXPECT_TRUE(checkOneStrokeSource(toolInputs, true).passed);
+    EXPECT_TRUE(checkOneStrokeSource(toolInputs, true, scanned).passed);
     EXPECT_EQ(toolInputs.files[toolDestination].path, folder.path + "out.txt.fit");
-    EXPECT_EQ(fieldPresence.positionFlags, 0x77);
-    EXPECT_EQ(fieldPresence.temperatureFlags, 0);
+    EXPECT_EQ(scanned.presence.positionFlags, 0x77);
+    EXPECT_EQ(scanned.presence.temperatureFlags, 0);
 }
 
 } // namespace torvane

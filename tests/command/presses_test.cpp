@@ -172,7 +172,7 @@ void fillIn(FormState& state, const Row& row)
 bool confirm(const Form& form)
 {
     FormState state;
-    openForm(state, form, savedBlock, workingBlock);
+    openForm(state, form, savedBlock, workingBlock, false, session.ride);
     for (const Row& row : form.rows)
         fillIn(state, row);
     return confirmForm(state, workingBlock).passed;
@@ -183,7 +183,7 @@ void loadFor(int id)
 {
     if (id < 902 || id > 904)
         return;
-    fitInputFileName = folder + "half-1.fit";
+    session.chosenRide = folder + "half-1.fit";
     loadGpsFile(session);
 }
 
@@ -205,7 +205,7 @@ bool runEntry(const Command& command)
         session.profilePath = folder + "rider.pro";
         return true;
     case Entry::openFit:
-        fitInputFileName = folder + "half-1.fit";
+        session.chosenRide = folder + "half-1.fit";
         return true;
     }
     return false;

@@ -332,8 +332,8 @@ TEST(MenuRulesTest, openAndGreyByStatusAndReadiness)
     };
     for (const auto& [rule, status, readiness, expected] : cases) {
         menuState.clear();
-        analysisReadiness = static_cast<AnalysisReadiness>(readiness);
-        adjustMenu(rule, status, [](int id, bool enabled) { menuState[id] = enabled; });
+        adjustMenu(rule, status, static_cast<AnalysisReadiness>(readiness),
+                   [](int id, bool enabled) { menuState[id] = enabled; });
         EXPECT_EQ(menuState, expected) << static_cast<int>(rule) << " " << status << " " << readiness;
     }
 }

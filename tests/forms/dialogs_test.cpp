@@ -165,7 +165,7 @@ TEST(ExpressDialog, LimitsNeedSmoothingAndAltitude)
 {
     OpenForm dialog(2052);
     EXPECT_EQ(dialog.enabledOf({6131, 6132}), "00");
-    fieldPresence.altitudeFlags = 1;
+    dialog.state.ride.presence.altitudeFlags = 1;
     EXPECT_EQ(dialog.enabledOf({6131, 6132}), "11");
     EXPECT_EQ(dialog.pick(6111, 0).enabledOf({6131, 6132}), "00");
 }
@@ -191,7 +191,7 @@ TEST(AnalyseDialog, FollowsWhatTheFileHolds)
     for (const Case& c : cases) {
         SCOPED_TRACE(c.enabled);
         OpenForm dialog;
-        fieldPresence.*c.field = c.flags;
+        dialog.ride.presence.*c.field = c.flags;
         dialog.open(2053);
         EXPECT_EQ(dialog.enabledOf(ids), c.enabled);
         dialog.pick(7111, 0); // the file decides
@@ -213,9 +213,9 @@ TEST(AnalyseDialog, NeedsSomethingToPredict)
 TEST(AnalyseDialog, AnAverageTemperatureLandsInTheAcceleration)
 {
     OpenForm dialog;
-    fieldPresence.temperatureFlags = 2;
-    fieldPresence.positionFlags = 0x01;
-    fitSummary.avgTemperature = 18;
+    dialog.ride.presence.temperatureFlags = 2;
+    dialog.ride.presence.positionFlags = 0x01;
+    dialog.ride.summary.avgTemperature = 18;
     dialog.open(2053);
     EXPECT_EQ(dialog.text(7132) + dialog.text(7134) + dialog.text(7151), " 18.0 20.0 270");
     EXPECT_TRUE(dialog.enabled(7151));

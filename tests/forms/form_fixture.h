@@ -1,9 +1,7 @@
 // A form opened over fresh defaults, driven by control ids as a user would.
 #pragma once
 
-#include "fit/fit_passes.h"
 #include "forms/form.h"
-#include "gps/gps_record.h"
 #include "model/gear_table.h"
 
 #include <gtest/gtest.h>
@@ -15,6 +13,7 @@ namespace torvane {
 
 struct OpenForm {
     ParameterBlock saved = {}, working = {};
+    LoadedRide ride = {};
     FormState state;
 
     // Defaults everywhere; the model holds them too, so that gear lists have rows.
@@ -26,7 +25,6 @@ struct OpenForm {
         applyProfile(working);
         applyCondition(working);
         rebuildModel();
-        fieldPresence = {};
         formMarks = {};
     }
     explicit OpenForm(int form) : OpenForm()
@@ -36,7 +34,7 @@ struct OpenForm {
 
     OpenForm& open(int form)
     {
-        openForm(state, *findForm(form), saved, working);
+        openForm(state, *findForm(form), saved, working, false, ride);
         return *this;
     }
     // A radio button's id is that of its first button.

@@ -41,7 +41,7 @@ TEST(FormList, StoresNothingThatWasNotTyped)
         open.working.rollingCoefficient[0] = 0.0035;
         open.working.frontTooth = 51;
         open.working.torsoAngle = form->id == 1001 ? 30 : 31;
-        fieldPresence.altitudeFlags = 7;
+        open.ride.presence.altitudeFlags = 7;
         ParameterBlock before = open.working;
         EXPECT_EQ(open.open(form->id).confirm(), "") << form->id;
         EXPECT_EQ(std::memcmp(&before, &open.working, sizeof before), 0) << form->id;

@@ -90,8 +90,6 @@ Start open(Input input, bool several)
     memoryFiles.clear();
     clearToolInputs(toolInputs);
     clearFitBlocks();
-    analysisReadiness = readyForAnalysis;
-    fieldPresence = {};
     Reader reader = {input};
     Start start = {reader.byte()};
     for (uint8_t& option : start.options)
@@ -279,27 +277,28 @@ void takeAnalysis(const Start& start, ParameterBlock& block)
 void load(Input input)
 {
     takeAnalysis(open(input, false), workingBlock);
-    fitInputFileName = toolInputs.files[0].path;
+    session.chosenRide = toolInputs.files[0].path;
     if (loadGpsFile(session) != fitOk)
         return;
     expressSourceData(session);
-    if (analysisReadiness == readyForAnalysis)
+    if (session.readiness == readyForAnalysis)
         analyseAndPredict(session);
 }
 
 void requireAnalysed(const std::string& path)
 {
     requireSoundFile(path);
-    FitImage image = loaded(path);
-    require(gatherActivity(image) != fitInvalid, "an analysed file can be read as a ride");
-    GpsRecords records(fitInventory.recordCount);
-    require(fillRecords(image, records) == fitOk, "the rows of an analysed file can be read");
+    LoadedRide ride = {loaded(path)};
+    require(gatherActivity(ride) != fitInvalid, "an analysed file can be read as a ride");
+    GpsRecords records(ride.inventory.recordCount);
+    require(fillRecords(ride.image, records) == fitOk, "the rows of an analysed file can be read");
 }
 
 void writer(Input input)
 {
     takeAnalysis(open(input, false), workingBlock);
-    if (!checkOneStrokeSource(toolInputs, true).passed)
+    LoadedRide scanned;
+    if (!checkOneStrokeSource(toolInputs, true, scanned).passed)
         return;
     std::string destination = toolInputs.files[toolDestination].path;
     Bytes source = memoryFiles[toolInputs.files[0].path];

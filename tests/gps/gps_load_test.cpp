@@ -17,6 +17,13 @@ FitImage imageOf(const FitBuilder& builder)
     return image;
 }
 
+struct Load {
+    LoadedRide ride;
+    StatusCode code;
+
+    explicit Load(const FitBuilder& builder) : ride{imageOf(builder)}, code(gatherActivity(ride)) {}
+};
+
 std::vector<FitBuilder::Field> fieldsOf(const std::vector<int>& numbers)
 {
     std::vector<FitBuilder::Field> fields;
@@ -26,14 +33,11 @@ std::vector<FitBuilder::Field> fieldsOf(const std::vector<int>& numbers)
 }
 
 // A file of records with these fields alone, loaded.
-StatusCode loadFields(const std::vector<int>& numbers)
+Load loadFields(const std::vector<int>& numbers)
 {
     FitBuilder builder;
     builder.define(1, messageRecord, fieldsOf(numbers)).message(1, std::vector<int64_t>(numbers.size(), 0));
-    StatusCode code = gatherActivity(imageOf(builder));
-    setFieldPresence();
-    setReadiness();
-    return code;
+    return Load(builder);
 }
 
 } // namespace
@@ -46,7 +50,7 @@ TEST(GpsLoad, tablesFarBeyondTheFileAreRefused)
             builder.define(1, message, {{6, size}});
             for (int i = 0; i < 100; ++i)
                 builder.message(1, {1});
-            EXPECT_EQ(gatherActivity(imageOf(builder)), size == 0 ? fitTooLarge : fitOk) << message;
+            EXPECT_EQ(Load(builder).code, size == 0 ? fitTooLarge : fitOk) << message;
         }
 }
 
@@ -75,7 +79,7 @@ TEST(GpsLoad, coherence)
             builder.message(2, {sport});
         for (const std::vector<int>& numbers : definitions)
             builder.define(3, messageRecord, fieldsOf(numbers));
-        EXPECT_EQ(gatherActivity(imageOf(builder)), code) << name;
+        EXPECT_EQ(Load(builder).code, code) << name;
     }
 }
 
@@ -85,27 +89,28 @@ TEST(GpsLoad, readiness)
         {{6}, 0},         {{5, 253, 0, 1}, 0}, {{5, 253}, 1}, {{5, 0, 1}, 1}, {{5, 253, 1}, 1},
         {{253, 0, 1}, 1}, {{6, 4, 7}, 2},      {{6, 4}, 0},   {{4, 7}, 1},    {{5, 4, 7}, 1}};
     for (const auto& [fields, readiness] : cases) {
-        ASSERT_EQ(loadFields(fields), fitOk);
-        EXPECT_EQ(static_cast<uint32_t>(analysisReadiness), readiness) << testing::PrintToString(fields);
+        Load load = loadFields(fields);
+        ASSERT_EQ(load.code, fitOk);
+        EXPECT_EQ(static_cast<uint32_t>(load.ride.readiness), readiness) << testing::PrintToString(fields);
     }
 }
 
 TEST(GpsLoad, presenceOfDefinedFields)
 {
-    loadFields({253, 0, 1, 2, 5, 6, 13, 3, 4, 52, 7, 31});
-    auto presence = [] {
-        const FieldPresence& p = fieldPresence;
+    LoadedRide ride = loadFields({253, 0, 1, 2, 5, 6, 13, 3, 4, 52, 7, 31}).ride;
+    auto presence = [&] {
+        const FieldPresence& p = ride.presence;
         return std::vector<int>{p.isActivity,    p.hasRecords,  p.timestampFlags,   p.positionFlags,
                                 p.altitudeFlags, p.motionFlags, p.temperatureFlags, p.heartRateFlags,
                                 p.cadenceFlags,  p.powerFlags,  p.accuracyFlags};
     };
     EXPECT_EQ(presence(), (std::vector{0, 1, 0x01, 0x11, 0x01, 0x11, 0x01, 0x01, 0x11, 0x01, 0x01}));
-    FitSummary& s = fitSummary;
+    FitSummary& s = ride.summary;
     s.totalElapsed = s.totalDistance = 1;
     s.firstLatitude = s.lastLongitude = s.avgTemperature = -1;
     s.maxAltitude = s.avgSpeed = s.maxSpeed = s.normalizedPower = s.avgHeartRate = s.maxCadence = s.gpsAccuracy = 1;
-    fitInventory.fileType = 4;
-    setFieldPresence();
+    ride.inventory.fileType = 4;
+    setFieldPresence(ride);
     EXPECT_EQ(presence(), (std::vector{1, 1, 0x11, 0x53, 0x05, 0x73, 0x03, 0x03, 0x15, 0x09, 0x03}));
 }
 
@@ -116,9 +121,9 @@ TEST(GpsLoad, presenceIsThatOfTheLowestSlotLeftAtTheEnd)
     constexpr int redefined[] = {4, 9, 9};
     constexpr int flags[][3] = {{0, 0x10, 1}, {1, 0x10, 1}, {0, 0, 1}}; // accuracy, motion, records
     for (int step = 0; step < 3; ++step) {
-        ASSERT_EQ(gatherActivity(imageOf(builder)), fitOk);
-        setFieldPresence();
-        const FieldPresence& p = fieldPresence;
+        Load load(builder);
+        ASSERT_EQ(load.code, fitOk);
+        const FieldPresence& p = load.ride.presence;
         expectFigures({p.accuracyFlags, p.motionFlags, p.hasRecords}, {flags[step][0], flags[step][1], flags[step][2]});
         builder.define(redefined[step], messageLap, {{25, 1}});
     }

@@ -17,23 +17,22 @@
 namespace torvane {
 
 struct PredictionTest : ModelTest {
-    PredictionTest()
+    LoadedRide ride = {.presence = {0, 0, 0x11, 0x77, 7, 0x73, 0, 0, 0, 0, 0}};
+
+    void predict(GpsRecords& records, uint32_t flags)
     {
-        fieldPresence = {0, 0, 0x11, 0x77, 7, 0x73, 0, 0, 0, 0, 0};
-        fitSummary = {};
-        fitInventory = {};
+        predictAndFinish(records, workingBlock, ride.summary, flags);
+    }
+    void analyse(GpsRecords& records)
+    {
+        uint32_t flags = buildAnalysisFlags(workingBlock, ride.presence);
+        ASSERT_TRUE(formSectors(records, workingBlock.thresholdSpeed / 3.6, flags));
+        refineTrack(records, workingBlock.analyseUnrealInclination, workingBlock.analyseUnrealAccele, flags);
+        predict(records, flags);
     }
 };
 
 namespace {
-
-void analyse(GpsRecords& records)
-{
-    uint32_t flags = buildAnalysisFlags();
-    ASSERT_TRUE(formSectors(records, workingBlock.thresholdSpeed / 3.6, flags));
-    refineTrack(records, workingBlock.analyseUnrealInclination, workingBlock.analyseUnrealAccele, flags);
-    predictAndFinish(records, flags);
-}
 
 // One row on a slope, and the one before it a second earlier.
 GpsRecords pairOfRows(double speed, double inclination)
@@ -62,19 +61,19 @@ TEST_F(PredictionTest, aRideOfTheModelComesBackWithItsPower)
         {"hills, smoothed", {}, true, 0.04, 0.2},
         {"noise", {.speedNoise = 0.1, .altitudeNoise = 0.3, .positionNoise = 3}, true, 0.04, 1},
     };
-    for (const auto& [name, ride, smoothing, meanBound, rowBound] : cases) {
+    for (const auto& [name, made, smoothing, meanBound, rowBound] : cases) {
         workingBlock.analyseSmoothing = smoothing;
-        workingBlock.analyseWindSpeed = ride.windSpeed;
-        workingBlock.analyseWindDirection = static_cast<int32_t>(ride.windDirection);
-        workingBlock.averageTemperature = ride.temperature;
-        GpsRecords records = makeRide(ride);
+        workingBlock.analyseWindSpeed = made.windSpeed;
+        workingBlock.analyseWindDirection = static_cast<int32_t>(made.windDirection);
+        workingBlock.averageTemperature = made.temperature;
+        GpsRecords records = makeRide(made);
         analyse(records);
         double sum = 0;
         for (const GpsRecord& record : records)
             sum += record.power;
-        EXPECT_NEAR(sum / ride.power / ride.seconds, 1, meanBound) << name;
+        EXPECT_NEAR(sum / made.power / made.seconds, 1, meanBound) << name;
         for (size_t i = 20; i + 20 < records.size(); i++)
-            EXPECT_NEAR(records[i].power / ride.power, 1, rowBound) << name << ", row " << i;
+            EXPECT_NEAR(records[i].power / made.power, 1, rowBound) << name << ", row " << i;
     }
 }
 
@@ -92,14 +91,14 @@ TEST_F(PredictionTest, airAndTemperatureOfARow)
         {analysisNoTimestamps | analysisFlat, 15, 0.9941},
     };
     workingBlock.averageTemperature = 15;
-    fitSummary.avgTemperature = 10;
+    ride.summary.avgTemperature = 10;
     for (auto [flags, temperature, pressureRatio] : cases) {
         GpsRecords records = pairOfRows(8, 0);
         for (GpsRecord& record : records) {
             record.altitude = 1000;
             record.temperature = 30;
         }
-        predictAndFinish(records, flags);
+        predict(records, flags);
         EXPECT_EQ(records[1].temperature, temperature) << flags;
         EXPECT_NEAR(runState.airPressureRatio, pressureRatio, 0.0001) << flags;
     }
@@ -115,7 +114,7 @@ TEST_F(PredictionTest, windIsTakenAlongTheHeadingAndTheLimitHolds)
     for (auto [heading, headWind] : cases) {
         GpsRecords records = pairOfRows(12, 0);
         records[1].heading = heading;
-        predictAndFinish(records, 0);
+        predict(records, 0);
         EXPECT_NEAR(runState.headWind, headWind, 1e-12) << heading;
         EXPECT_EQ(records[1].power, 100);
     }
@@ -127,11 +126,11 @@ TEST_F(PredictionTest, accelerationCountsOnlyWhereItIsKnown)
         {0x11, 0x11, true}, {0, 0x11, true}, {1, 0x10, true}, {0, 0x70, false}};
     workingBlock.analysePowerBase = stageThrust;
     for (const auto& [timestampFlags, motionFlags, known] : cases) {
-        fieldPresence.timestampFlags = timestampFlags;
-        fieldPresence.motionFlags = motionFlags;
+        ride.presence.timestampFlags = timestampFlags;
+        ride.presence.motionFlags = motionFlags;
         GpsRecords records = pairOfRows(8, 0);
         records[1].acceleration = 0.5;
-        predictAndFinish(records, 0);
+        predict(records, buildAnalysisFlags(workingBlock, ride.presence) & analysisSteady);
         double inertia = 0.5 * 8 * modelState.inertialWeight;
         EXPECT_NEAR(records[1].power - records[0].power, known ? inertia : 0, 1e-9);
     }
@@ -150,7 +149,7 @@ TEST_F(TrackBrakeHeatTest, heatIsNeitherLostNorMade)
         if (i >= 30)
             records[i].acceleration = 1.5; // on the brakes for half a minute, then they are let go
     }
-    predictAndFinish(records, 0);
+    predict(records, 0);
     double friction = 0, radiated = 0;
     for (size_t i = 0; i < records.size(); i++) {
         friction += records[i].frontFriction + records[i].rearFriction;
@@ -167,7 +166,7 @@ TEST_F(TrackBrakeHeatTest, heatIsNeitherLostNorMade)
     EXPECT_GT(braking.rearStored, records[59].rearStored);
 
     records.back().inclination = 5; // the slope of the last row holds for all
-    predictAndFinish(records, 0);
+    predict(records, 0);
     for (const GpsRecord& record : records)
         EXPECT_EQ(record.brakeForce, 0);
 }
@@ -217,10 +216,10 @@ TEST_F(PredictionTest, statisticsByHand)
         record.longitude = i == 4 ? -45 : 45;
         record.temperature = -3;
     }
-    std::tie(fitSummary.recordInterval, fitSummary.totalElapsed, fitSummary.minAltitude) = std::tuple(1, 77, 88);
-    std::tie(fitInventory.normalDataCount, fitInventory.recordCount) = std::tuple(10, 5);
-    analysedStats(records);
-    const FitSummary& s = analysedSummary;
+    std::tie(ride.summary.recordInterval, ride.summary.totalElapsed, ride.summary.minAltitude) = std::tuple(1, 77, 88);
+    std::tie(ride.inventory.normalDataCount, ride.inventory.recordCount) = std::tuple(10, 5);
+    AnalysedStats stats = analysedStats(records, ride);
+    const FitSummary& s = stats.summary;
     // The timer is of the steps that end at 101 and 103.
     expectFigures({s.startTimestamp, s.endTimestamp, s.firstLatitude, s.firstLongitude, s.lastLongitude, s.totalTimer,
                    s.totalDistance},
@@ -230,16 +229,16 @@ TEST_F(PredictionTest, statisticsByHand)
                   {6500, 10000, 2625, 2700, -3, 130, 160, 85, 90, 250, 300});
     expectFigures({s.avgBrakeForce, s.maxBrakeForce, s.avgFrontBrake, s.maxFrontBrake, s.avgRearBrake, s.maxRearBrake},
                   {3, 4, 60, 70, 50, 60});
-    const FitInventory& counts = analysedInventory;
+    const FitInventory& counts = stats.inventory;
     expectFigures({s.totalElapsed, s.minAltitude, counts.normalDataCount, counts.recordCount}, {77, 88, 9, 4});
-    fitSummary.recordInterval = 3600; // no step of that length: no timer
-    fitInventory.compressedTimestampCount = 1;
-    analysedStats(records);
+    ride.summary.recordInterval = 3600; // no step of that length: no timer
+    ride.inventory.compressedTimestampCount = 1;
+    stats = analysedStats(records, ride);
     expectFigures({s.totalTimer, s.avgSpeed, s.totalDistance, counts.normalDataCount, counts.recordCount},
                   {0, 7000, 4000, 10, 5});
-    fitSummary.endTimestamp = 55;
+    ride.summary.endTimestamp = 55;
     records.resize(1);
-    analysedStats(records);
+    stats = analysedStats(records, ride);
     // A single row is no end, and means over nothing are 0.
     expectFigures({s.startTimestamp, s.endTimestamp, s.avgPower, s.avgCadence, s.avgBrakeForce}, {100, 55, 0, 0, 0});
 }

@@ -238,8 +238,9 @@ TEST_F(PreparedRide, IsTheRideAgainThatWasSampledNowAndThen)
         sampled.push_back(ride[i]);
     Prepared done(fitOf(sampled).data);
     ASSERT_EQ(done.code, fitOk);
-    EXPECT_EQ(gatherActivity(done.image), fitOk);
-    GpsRecords read(fitInventory.recordCount);
+    LoadedRide loaded = {done.image};
+    EXPECT_EQ(gatherActivity(loaded), fitOk);
+    GpsRecords read(loaded.inventory.recordCount);
     ASSERT_EQ(fillRecords(done.image, read), fitOk);
     ASSERT_EQ(read.size(), sampled.back().timestamp - sampled.front().timestamp + 1);
     for (size_t i = 0; i < read.size(); ++i) {

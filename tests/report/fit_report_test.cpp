@@ -18,17 +18,22 @@ protected:
     FitReport()
     {
         setDefaults(workingBlock);
-        fieldPresence = {};
-        fieldPresence.hasRecords = 1;
-    }
-    ~FitReport() override
-    {
-        fieldPresence = {};
+        presence.hasRecords = 1;
     }
 
-    std::string summaryText(int mode, uint32_t flags = 0)
+    ReportedRide reported(FitReportMode mode, uint32_t flags) const
     {
-        reportSummary(shown.screens, inventory, summary, flags, "/rides/a.fit", mode);
+        return {"/rides/a.fit", mode, inventory, summary, presence, workingBlock, flags};
+    }
+    std::string summaryText(FitReportMode mode, uint32_t flags = 0)
+    {
+        reportSummary(shown.screens, reported(mode, flags));
+        return shown.lower;
+    }
+    std::string fieldsText(const GpsRecords& rows, uint32_t flags, uint32_t predicted)
+    {
+        shown.lower = "";
+        reportFields(shown.screens, reported(reportAnalysed, flags), rows, predicted);
         return shown.lower;
     }
 
@@ -39,6 +44,7 @@ protected:
     CapturedScreens shown;
     FitInventory inventory = {};
     FitSummary summary = {};
+    FieldPresence presence = {};
 };
 
 } // namespace
@@ -122,7 +128,7 @@ TEST_F(FitReport, summaryOfALoadedFile)
     FitInventory& i = inventory;
     std::tie(i.fileType, i.recordCount, i.definitionCount) = std::tuple(4, 221, 9);
     std::tie(i.normalDataCount, i.compressedTimestampCount) = std::tuple(230, 1);
-    fieldPresence = {1, 1, 0x11, 0x77, 7, 0x73, 3, 7, 0x17, 15, 3};
+    presence = {1, 1, 0x11, 0x77, 7, 0x73, 3, 7, 0x17, 15, 3};
     FitSummary& s = summary;
     std::tie(s.startTimestamp, s.endTimestamp, s.recordInterval) = std::tuple(789203109, 789206770, 1);
     std::tie(s.firstLatitude, s.lastLatitude, s.firstLongitude) = std::tuple(1 << 29, -(1 << 30), 1);
@@ -159,7 +165,7 @@ TEST_F(FitReport, summaryOfALoadedFile)
 
 TEST_F(FitReport, summaryOfAnAnalysedFile)
 {
-    fieldPresence = {1, 1, 1, 0x11, 0, 0x01, 0, 0, 0, 0, 0};
+    presence = {1, 1, 1, 0x11, 0, 0x01, 0, 0, 0, 0, 0};
     workingBlock.thresholdSpeed = 7.25;
     workingBlock.predictCadence = workingBlock.predictPower = workingBlock.detectBraking = 1;
     workingBlock.analysePowerBase = 1;
@@ -179,11 +185,11 @@ TEST_F(FitReport, summaryOfAnAnalysedFile)
     // Braking is left out with power in the file, without its detection, and in the other modes.
     EXPECT_EQ(summaryText(reportExpressed).find("braking"), std::string::npos);
     expectLines("in the record and stats of fields data\n\n");
-    fieldPresence.powerFlags = 1;
+    presence.powerFlags = 1;
     EXPECT_EQ(summaryText(reportAnalysed).find("braking"), std::string::npos);
-    workingBlock.detectBraking = fieldPresence.powerFlags = 0;
+    workingBlock.detectBraking = presence.powerFlags = 0;
     EXPECT_EQ(summaryText(reportAnalysed).find("braking"), std::string::npos);
-    fieldPresence = {};
+    presence = {};
     summaryText(reportLoaded);
     expectLines("\trecord message\t\t: none\n\tdefinition messages\t: counted   0\n\tnormal data messages\t: "
                 "counted   0\n\tcompressed timestamp\t: counted   0\n"
@@ -218,14 +224,14 @@ TEST_F(FitReport, fieldLinesByFlags)
     };
     summary.recordInterval = 12;
     for (const auto& [flags, value, line] : cases) {
-        fieldPresence = {};
-        fieldPresence.hasRecords = 1;
-        fieldPresence.*flags = value;
+        presence = {};
+        presence.hasRecords = 1;
+        presence.*flags = value;
         summaryText(reportLoaded);
         expectLines(line);
     }
-    fieldPresence.motionFlags = fieldPresence.timestampFlags = 1;
-    fieldPresence.positionFlags = 0x11;
+    presence.motionFlags = presence.timestampFlags = 1;
+    presence.positionFlags = 0x11;
     summaryText(reportLoaded);
     expectLines("\tspeed\t\t\t\t: none\n");
 }
@@ -241,26 +247,22 @@ TEST_F(FitReport, tableOfRecords)
     std::tie(row.cadence, row.power, row.brakeForce) = std::tuple(90, 250.5, 1.5);
     std::tie(row.frontBrakeTemperature, row.frontFriction, row.frontRadiate) = std::tuple(2.5, 3.5, 4.5);
     std::tie(row.rearBrakeTemperature, row.rearFriction, row.rearRadiate) = std::tuple(5.5, 6.5, 7.5);
-    fieldPresence = {1, 1, 1, 1, 1, 0x11, 1, 0, 1, 0, 0};
-    reportFields(shown.screens, rows, 1, 0);
-    EXPECT_EQ(shown.lower,
+    presence = {1, 1, 1, 1, 1, 0x11, 1, 0, 1, 0, 0};
+    EXPECT_EQ(fieldsText(rows, 1, 0),
               "\n remarkable fields data due to outlier rejection and smoothing\n\n"
               "\tsector, timestamp,  heading, altitude, inclinat,    speed, distance, temperat,  cadence\n"
               "\t      ,       UTC,   degree,        m,        %,      kph,       km,      Cel,      rpm\n"
               "\t    12,  07:05:09,    271.2,     35.8,     -3.2,     36.0,    1.234,     21.0,     90.0\n");
-    shown.lower = "";
-    fieldPresence = {1, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0};
+    presence = {1, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0};
     workingBlock.detectBraking = 1;
-    reportFields(shown.screens, rows, 0, predictedCadence | predictedPower);
-    EXPECT_EQ(shown.lower,
+    EXPECT_EQ(fieldsText(rows, 0, predictedCadence | predictedPower),
               "\n remarkable fields data\n\n"
               "\tsector,  cadence,    power,    brake,  f.brake, -friction, -radiate,  r.brake, -friction, -radiate\n"
               "\t      ,      rpm,        W,      kgf,  celsius,     Jule,     Jule,  celsius,     Jule,     Jule\n"
               "\t    12,     90.0,    250.5,    1.500,    2.500,    3.500,    4.500,    5.500,    6.500,    7.500\n");
-    shown.lower = "";
-    fieldPresence = {1, 1, 0, 0, 0, 0, 0, 0, 0, 1, 0}; // brakes are followed only with a predicted power
-    reportFields(shown.screens, GpsRecords(1), 0, predictedCadence);
-    EXPECT_EQ(shown.lower, "\n remarkable fields data\n\n\tsector,  cadence,    power\n\t      ,      rpm,        W\n");
+    presence = {1, 1, 0, 0, 0, 0, 0, 0, 0, 1, 0}; // brakes are followed only with a predicted power
+    EXPECT_EQ(fieldsText(GpsRecords(1), 0, predictedCadence),
+              "\n remarkable fields data\n\n\tsector,  cadence,    power\n\t      ,      rpm,        W\n");
 }
 
 } // namespace torvane
