@@ -240,13 +240,11 @@ StatusCode copyActivities(AddRun& run, FitWalk ahead)
     return step == WalkStep::end ? fitOk : fitInvalid;
 }
 
-// Looks ahead from the segment and leaves the slots as they were.
+// Looks ahead from the segment.
 StatusCode copyActivitiesBehind(AddRun& run)
 {
-    auto slots = localDefinitions;
     StatusCode code = copyActivities(run, run.walk);
     run.activitiesFrom = std::min(run.activitiesFrom, run.walk.position);
-    localDefinitions = slots;
     return code;
 }
 
@@ -337,34 +335,33 @@ void warnAndClear(ParameterBlock& options, size_t kind, const char* text, Verdic
 }
 
 // In the order of the local types, as they stand defined at the end of the source.
-void checkExisting(ParameterBlock& options, Verdict& verdict)
+void checkExisting(const SourceFileInfo& info, ParameterBlock& options, Verdict& verdict)
 {
-    for (const LocalDefinition& slot : localDefinitions)
+    for (uint16_t message : info.messagesAtEnd)
         for (size_t kind = 0; kind < addedKindCount; kind++)
-            if (slot.globalMessage == addedMessages[kind].message && isAdded(options, kind))
+            if (message == addedMessages[kind].message && isAdded(options, kind))
                 warnAndClear(options, kind, addedMessages[kind].alreadyThere, verdict);
 }
 
 // A local type once defined stays so to the end of the file.
-bool enoughLocalTypes(const ParameterBlock& options)
+bool enoughLocalTypes(const SourceFileInfo& info, const ParameterBlock& options)
 {
     AddPlan plan;
-    for (size_t i = 0; i < localDefinitions.size(); i++)
-        plan.localUsed |= localDefinitions[i].defined() ? 1u << i : 0;
+    plan.localUsed = info.localTypesDefined;
     return assignLocalTypes(plan, options);
 }
 
 bool checkAddable(const SourceFileInfo& info, ParameterBlock& options, Verdict& verdict)
 {
-    checkExisting(options, verdict);
-    if (!endsWithDefinitionOf(messageRecord))
+    checkExisting(info, options, verdict);
+    if (!endsWithDefinitionOf(info, messageRecord))
         return refuse(verdict, "error", "not existing record message");
     if (info.recordDefinitionCount < info.sessionCount && options.addLap != 0)
         warnAndClear(options, addedLap,
                      "lap message could not be added to a fit file with much session messages than record "
                      "definitions.\nthat might be a rare case strange architecture in guessing.",
                      verdict);
-    if (!enoughLocalTypes(options))
+    if (!enoughLocalTypes(info, options))
         return refuse(verdict, "error", "no free local message type in a source file");
     return true;
 }

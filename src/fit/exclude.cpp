@@ -27,10 +27,10 @@ bool isExcluded(const ParameterBlock& options, uint16_t message)
     return false;
 }
 
-bool checkExclusions(ParameterBlock& options, Verdict& verdict)
+bool checkExclusions(const SourceFileInfo& info, ParameterBlock& options, Verdict& verdict)
 {
     for (const Exclusion& row : exclusions) {
-        if (options.*row.option == 0 || endsWithDefinitionOf(row.message))
+        if (options.*row.option == 0 || endsWithDefinitionOf(info, row.message))
             continue;
         options.*row.option = 0;
         return refuse(verdict, "warning", row.missing);
@@ -73,7 +73,7 @@ Verdict checkExclude(ToolInputs& inputs, ParameterBlock& options)
     FitImage source = {};
     if (checkSourceHeader(inputs, source, verdict, "detect an invalid source file structure") &&
         checkActivity(inputs, source, verdict, "failed to read a source file which might be an invalid structure") &&
-        checkExclusions(options, verdict))
+        checkExclusions(inputs.files[0], options, verdict))
         checkDestination(inputs, verdict);
     return verdict;
 }

@@ -3,6 +3,8 @@
 #include "fit/message_fields.h"
 #include "fit/session_lap_fields.h"
 
+#include <algorithm>
+
 namespace torvane {
 
 FitInventory fitInventory;
@@ -89,6 +91,16 @@ void scanData(const FitMessage& message, IntervalSearch& interval)
         ++fitInventory.activityCount;
         break;
     }
+}
+
+void scanEnd(const LocalDefinitions& definitions)
+{
+    auto isRecord = [](const LocalDefinition& slot) { return slot.globalMessage == messageRecord; };
+    auto record = std::ranges::find_if(definitions, isRecord);
+    if (record == definitions.end())
+        return;
+    for (const FieldDefinition& field : record->fieldList())
+        fitInventory.recordFields.push_back(field.number);
 }
 
 constexpr EntryField sessionFieldRows[] = {
@@ -249,12 +261,15 @@ StatusCode scanFitMessages(const FitImage& image, RecordDefinitions& recordDefin
 {
     fitSummary.recordInterval = 3600;
     IntervalSearch interval = {};
-    return walkMessages(image, [&](const FitMessage& message) {
+    FitWalk walk = startWalk(image);
+    StatusCode code = walkMessages(walk, [&](const FitMessage& message) {
         if (message.isDefinition)
             scanDefinition(message, recordDefinitions);
         else
             scanData(message, interval);
     });
+    scanEnd(walk.definitions);
+    return code;
 }
 
 StatusCode extractFitMessages(const FitImage& image, std::vector<SessionLapEntry>& sessions,

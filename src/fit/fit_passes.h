@@ -23,6 +23,8 @@ struct FitInventory {
     uint32_t activityCount;
     std::vector<uint8_t> sessionSport; // of each session, in file order
     std::vector<uint8_t> lapSport;
+    // Field numbers of the record definition that the lowest local type with one has as the file ends.
+    std::vector<uint8_t> recordFields;
 };
 
 // One decoded session or lap, values as stored in the file.

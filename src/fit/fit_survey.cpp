@@ -93,6 +93,14 @@ void surveyMessage(const FitMessage& message, Survey& survey)
     }
 }
 
+void surveyEnd(const LocalDefinitions& definitions, SourceFileInfo& info)
+{
+    for (size_t i = 0; i < definitions.size(); i++) {
+        info.messagesAtEnd[i] = definitions[i].globalMessage;
+        info.localTypesDefined |= definitions[i].defined() ? 1u << i : 0;
+    }
+}
+
 } // namespace
 
 void clearSurvey(SourceFileInfo& info)
@@ -108,7 +116,10 @@ StatusCode surveyFitMessages(const FitImage& image, SourceFileInfo& info)
     clearSurvey(info);
     info.inUse = inUse;
     Survey survey = {info};
-    return walkMessages(image, [&](const FitMessage& message) { surveyMessage(message, survey); });
+    FitWalk walk = startWalk(image);
+    StatusCode code = walkMessages(walk, [&](const FitMessage& message) { surveyMessage(message, survey); });
+    surveyEnd(walk.definitions, info);
+    return code;
 }
 
 StatusCode surveyFitFile(FitImage& image, SourceFileInfo& info)

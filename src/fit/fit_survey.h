@@ -2,8 +2,9 @@
 // which record fields. One walk over the messages; keeps no message.
 #pragma once
 
-#include "fit/fit_image.h"
+#include "fit/fit_walk.h"
 
+#include <array>
 #include <cstdint>
 #include <string>
 
@@ -22,7 +23,10 @@ struct SourceFileInfo {
     int32_t recordDefinitionCount = 0;
     int32_t activityCount = 0;
     uint32_t fieldsPresent = 0; // union of FieldBit over all record definitions
-    bool inUse = false;         // takes part in a combination
+    // As the file ends: the message of each local type, file_id of an undefined one, and a bit for each defined one.
+    std::array<uint16_t, localTypeCount> messagesAtEnd = {};
+    uint32_t localTypesDefined = 0;
+    bool inUse = false; // takes part in a combination
 };
 
 // Record fields whose presence two files must share to be combined.
@@ -42,7 +46,7 @@ enum FieldBit : uint32_t {
 void clearSurvey(SourceFileInfo& info);
 
 // Fills info from a loaded image; starts from nothing at each call. A file with one record ends when it starts.
-// Leaves the last definition of each local type in localDefinitions. 0, or fitInvalid when the walk does not end on
+// 0, or fitInvalid when the walk does not end on
 // the data size.
 StatusCode surveyFitMessages(const FitImage& image, SourceFileInfo& info);
 

@@ -4,8 +4,6 @@
 
 namespace torvane {
 
-std::array<LocalDefinition, localTypeCount> localDefinitions;
-
 namespace {
 
 constexpr size_t definitionHead = 6; // header, reserved, architecture, message number, field count
@@ -58,7 +56,7 @@ uint8_t dataLocalType(uint8_t header)
     return (header & headerCompressed) != 0 ? header >> 5 & 3 : header & headerLocalType;
 }
 
-bool takeDefinition(std::span<const uint8_t> rest, FitMessage& message)
+bool takeDefinition(std::span<const uint8_t> rest, LocalDefinitions& definitions, FitMessage& message)
 {
     size_t length = definitionLength(rest);
     if (length == 0)
@@ -68,7 +66,7 @@ bool takeDefinition(std::span<const uint8_t> rest, FitMessage& message)
     message.localType = message.header & headerLocalType;
     message.compressed = false;
 
-    LocalDefinition& slot = localDefinitions[message.localType];
+    LocalDefinition& slot = definitions[message.localType];
     slot.message = message.bytes;
     slot.header = message.header;
     slot.localType = message.localType;
@@ -84,11 +82,11 @@ bool takeDefinition(std::span<const uint8_t> rest, FitMessage& message)
     return true;
 }
 
-bool takeData(std::span<const uint8_t> rest, FitMessage& message)
+bool takeData(std::span<const uint8_t> rest, const LocalDefinitions& definitions, FitMessage& message)
 {
     message.compressed = (message.header & headerCompressed) != 0;
     message.localType = dataLocalType(message.header);
-    const LocalDefinition& slot = localDefinitions[message.localType];
+    const LocalDefinition& slot = definitions[message.localType];
     size_t length = 1 + size_t{slot.fieldBytes} + slot.developerBytes;
     if (length > rest.size())
         return false;
@@ -113,15 +111,11 @@ void showProgress(FitWalk& walk)
 
 } // namespace
 
-void clearLocalDefinitions()
-{
-    localDefinitions = {};
-}
-
 FitWalk startWalk(const FitImage& image)
 {
-    clearLocalDefinitions();
-    return {image.data, 0, 0};
+    FitWalk walk;
+    walk.block = image.data;
+    return walk;
 }
 
 WalkStep nextMessage(FitWalk& walk, FitMessage& message)
@@ -132,7 +126,9 @@ WalkStep nextMessage(FitWalk& walk, FitMessage& message)
     message.header = rest[0];
     message.offset = walk.position;
     message.isDefinition = isDefinition(walk, message.header);
-    if (!(message.isDefinition ? takeDefinition(rest, message) : takeData(rest, message)))
+    bool taken = message.isDefinition ? takeDefinition(rest, walk.definitions, message)
+                                      : takeData(rest, walk.definitions, message);
+    if (!taken)
         return WalkStep::fault;
     walk.position += message.bytes.size();
     if (walk.position >= walk.progressAt)

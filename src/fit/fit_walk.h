@@ -76,13 +76,10 @@ struct LocalDefinition {
     }
 };
 
-// Shared by all walks; after a walk it holds the last definition of each local type.
-extern std::array<LocalDefinition, localTypeCount> localDefinitions;
+using LocalDefinitions = std::array<LocalDefinition, localTypeCount>;
 
-// Zeroes all slots: definitions of an earlier file must not leak into a walk.
-void clearLocalDefinitions();
-
-// One message, as a view into the block. Valid as long as the block; `definition` until the slot is overwritten.
+// One message, as a view into the block. Valid as long as the block; `definition` as long as the walk, until its slot
+// is overwritten.
 struct FitMessage {
     bool isDefinition;
     bool compressed; // a data message with a compressed timestamp header
@@ -109,15 +106,17 @@ struct FitMessage {
 
 enum class WalkStep { message, end, fault };
 
+// Knows what each local type means at its place. A copy goes on by itself.
 struct FitWalk {
     std::span<const uint8_t> block;
-    size_t position;   // of the next message
-    size_t progressAt; // position at which the progress bar moves on by a whole percent
+    size_t position = 0;   // of the next message
+    size_t progressAt = 0; // position at which the progress bar moves on by a whole percent
     // Bit 7 of a header byte is looked at first: compressed timestamps of local types 2 and 3 are what they are.
     bool compressedFirst = false;
+    LocalDefinitions definitions = {}; // of each local type the last one; undefined at the start
 };
 
-// A walk from the first message on, with all slots cleared.
+// A walk from the first message on.
 FitWalk startWalk(const FitImage& image);
 
 // Takes the next message and moves on behind it, the progress bar with it; a definition is put into its slot. On a
@@ -127,17 +126,23 @@ WalkStep nextMessage(FitWalk& walk, FitMessage& message);
 // Whether a walk over this block ends on its end; faster than to take the messages.
 bool walksToItsEnd(std::span<const uint8_t> block);
 
-// Visits all messages of an image from the first on. 0, or fitInvalid when the walk does not end on the end of the
-// block.
+// Visits the messages of a walk from its place on. 0, or fitInvalid when it does not end on the end of the block.
 template <class Visit>
-StatusCode walkMessages(const FitImage& image, Visit&& visit)
+StatusCode walkMessages(FitWalk& walk, Visit&& visit)
 {
-    FitWalk walk = startWalk(image);
     FitMessage message;
     WalkStep step;
     while ((step = nextMessage(walk, message)) == WalkStep::message)
         visit(static_cast<const FitMessage&>(message));
     return step == WalkStep::end ? fitOk : fitInvalid;
+}
+
+// Visits all messages of an image.
+template <class Visit>
+StatusCode walkMessages(const FitImage& image, Visit&& visit)
+{
+    FitWalk walk = startWalk(image);
+    return walkMessages(walk, visit);
 }
 
 // Visits the fields of a data message in the order of its definition: visit(field definition, offset in the payload).

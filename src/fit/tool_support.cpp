@@ -57,12 +57,9 @@ bool checkActivity(ToolInputs& inputs, FitImage& source, Verdict& verdict, const
     return true;
 }
 
-bool endsWithDefinitionOf(uint16_t message)
+bool endsWithDefinitionOf(const SourceFileInfo& info, uint16_t message)
 {
-    for (const LocalDefinition& slot : localDefinitions)
-        if (slot.globalMessage == message)
-            return true;
-    return false;
+    return std::ranges::find(info.messagesAtEnd, message) != info.messagesAtEnd.end();
 }
 
 Verdict checkSameSizeTool(ToolInputs& inputs, const OutputChoice& output)

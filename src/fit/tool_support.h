@@ -13,8 +13,8 @@ bool refuse(Verdict& verdict, const char* title, const char* text, size_t file =
 bool checkSourceHeader(ToolInputs& inputs, FitImage& source, Verdict& verdict, const char* headerFault);
 // Surveys the source, and wants it to be an activity.
 bool checkActivity(ToolInputs& inputs, FitImage& source, Verdict& verdict, const char* surveyFault);
-// Whether some local type stood defined for this message, not file_id, at the end of the file surveyed last.
-bool endsWithDefinitionOf(uint16_t message);
+// Whether some local type stands defined for this message, not file_id, at the end of a surveyed file.
+bool endsWithDefinitionOf(const SourceFileInfo& info, uint16_t message);
 // The check of all tools that keep the size of the data block, by their own format choice.
 Verdict checkSameSizeTool(ToolInputs& inputs, const OutputChoice& output);
 

@@ -232,13 +232,8 @@ void setFieldPresence(LoadedRide& ride)
     if (ride.inventory.recordDefinitionCount == 0)
         return;
     ride.presence.hasRecords = 1;
-    for (const LocalDefinition& slot : localDefinitions) {
-        if (slot.globalMessage != messageRecord)
-            continue;
-        for (const FieldDefinition& field : slot.fieldList())
-            setPresenceOf(ride, field.number);
-        return;
-    }
+    for (uint8_t field : ride.inventory.recordFields)
+        setPresenceOf(ride, field);
 }
 
 void setReadiness(LoadedRide& ride)

@@ -16,7 +16,7 @@ StatusCode gatherActivity(LoadedRide& ride);
 // different sets with the same OR pass.
 StatusCode checkCoherence(const RecordDefinitions& recordDefinitions);
 
-// Sets the presence from inventory, summary and the lowest slot that holds a definition of records after the walks.
+// Sets the presence from inventory and summary.
 void setFieldPresence(LoadedRide& ride);
 
 // Sets the readiness from the presence.

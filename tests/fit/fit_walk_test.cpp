@@ -44,11 +44,13 @@ TEST(FitWalk, visitsEachMessageWithItsDefinition)
                        m.payload.size()},
                       expected[count++]);
     };
-    EXPECT_EQ(walkMessages(imageOf(mixedBlock().data), visit), fitOk);
+    FitImage image = imageOf(mixedBlock().data);
+    FitWalk walk = startWalk(image);
+    EXPECT_EQ(walkMessages(walk, visit), fitOk);
     EXPECT_EQ(count, std::size(expected));
     // A shorter definition leaves the triples behind its own as they were.
-    EXPECT_EQ(localDefinitions[0].fields[1].number, 3);
-    EXPECT_EQ(localDefinitions[0].fieldBytes, 1u);
+    EXPECT_EQ(walk.definitions[0].fields[1].number, 3);
+    EXPECT_EQ(walk.definitions[0].fieldBytes, 1u);
 }
 
 TEST(FitWalk, cutAnywhereButBetweenMessagesItIsAFault)
@@ -64,6 +66,21 @@ TEST(FitWalk, cutAnywhereButBetweenMessagesItIsAFault)
     }
 }
 
+// A walk that goes on ahead to other definitions leaves the one that it was copied from at its place.
+TEST(FitWalk, aCopyGoesOnByItself)
+{
+    FitImage image = imageOf(mixedBlock().data);
+    FitWalk walk = startWalk(image);
+    FitMessage message;
+    while (walk.position < 55)
+        nextMessage(walk, message);
+    FitWalk ahead = walk;
+    EXPECT_EQ(walkMessages(ahead, [](const FitMessage&) {}), fitOk);
+    EXPECT_EQ(nextMessage(walk, message), WalkStep::message);
+    EXPECT_EQ(message.bytes.size(), 10u);
+    EXPECT_EQ(message.globalMessage(), messageRecord);
+}
+
 TEST(FitWalk, bit6AloneMakesADefinition)
 {
     // A compressed header of local type 2 by the published layout.
@@ -76,7 +93,6 @@ TEST(FitWalk, bit6AloneMakesADefinition)
 TEST(FitWalk, undefinedTypesAreOneByteLong)
 {
     int count = 0;
-    walkMessages(imageOf(mixedBlock().data), [](const FitMessage&) {}); // whose definitions end with it
     auto visit = [&](const FitMessage& m) { count += m.bytes.size() == 1 && !m.definition->defined(); };
     EXPECT_EQ(walkMessages(imageOf({0x01, 0x02, 0x8F, 0x3F}), visit), fitOk);
     EXPECT_EQ(count, 4);
