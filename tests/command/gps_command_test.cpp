@@ -218,6 +218,7 @@ TEST_F(GpsCommandTest, aSourceKeepsWhatItHas)
 TEST_F(GpsCommandTest, aStrokeLeavesTheLoadedRideUntilItSucceeds)
 {
     // The loaded ride has an altitude, the stroke's source a cadence.
+    setDefaults(savedBlock);
     ASSERT_EQ(loadMade(shortRide()), fitOk);
     std::string other = folder.path + "other.fit";
     FitBuilder fit;
