@@ -4,7 +4,6 @@
 #pragma once
 
 #include <algorithm>
-#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -12,6 +11,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace torvane {
@@ -72,10 +72,7 @@ inline bool folderExists(const std::string& path)
 }
 
 // What a file is to its system, whatever its names are: hard links share it.
-struct FileIdentity {
-    uint64_t volume = 0, number = 0;
-    auto operator<=>(const FileIdentity&) const = default;
-};
+using FileIdentity = std::pair<uint64_t, uint64_t>;                // the volume, and the number on it
 std::optional<FileIdentity> fileIdentity(const std::string& path); // none: nothing is there
 // Whether two paths lead to one file that exists, however they are spelled.
 inline bool isSameFile(const std::string& a, const std::string& b)
