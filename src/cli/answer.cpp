@@ -75,7 +75,7 @@ std::string jsonGraph(const GraphSeries& graph)
 ScreensInto::ScreensInto(Session& toSession, Answer& answer, Streams& streams)
     : session(toSession), before(session.screens), processBefore(theScreens)
 {
-    auto line = std::make_shared<PercentLine>(streams);
+    auto line = std::make_shared<PercentLine>(PercentLine{streams});
     session.screens = {
         .setText = [&](Pane pane, std::string_view text) { paneOf(answer, pane) = text; },
         .appendText = [&](Pane pane, std::string_view text) { paneOf(answer, pane) += text; },
