@@ -85,7 +85,7 @@ struct Tool {
 // The run alone: read, work, write.
 void runTool(benchmark::State& state, Tool tool)
 {
-    startPlainModel();
+    setDefaults(workingBlock);
     ToolInputs inputs;
     ParameterBlock options = workingBlock;
     options.addLap = options.addSession = options.addActivity = 1;
@@ -124,7 +124,7 @@ TORVANE_TOOL(dump, whole, checkFieldDump, runFieldDump);
 // memory, less on a disk, and none for a device that takes everything.
 void dumpTo(benchmark::State& state, const std::filesystem::path& destination)
 {
-    startPlainModel();
+    setDefaults(workingBlock);
     ToolInputs inputs;
     inputs.files[0].path = madeRide(seasonRide);
     inputs.files[toolDestination].path = destination.string();

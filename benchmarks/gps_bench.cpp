@@ -18,6 +18,7 @@ namespace {
 
 // A ride loaded and ready for its analysis.
 struct Loaded {
+    const Model model = plainModel();
     LoadedRide ride;
     ParameterBlock settings;
     uint32_t flags;
@@ -25,7 +26,7 @@ struct Loaded {
 
     explicit Loaded(int count)
     {
-        startPlainModel();
+        setDefaults(workingBlock);
         loadFitImage(ride.image, madeRide(count));
         gatherActivity(ride);
         settings = workingBlock;
@@ -40,7 +41,7 @@ struct Loaded {
     }
     void predict()
     {
-        predictAndFinish(records, settings, ride.summary, flags);
+        predictAndFinish(model, records, settings, ride.summary, flags);
     }
 };
 
@@ -115,6 +116,7 @@ void oneStroke(benchmark::State& state)
     Session session;
     const bool withTable = state.range(1) != 0;
     Loaded ride(static_cast<int>(state.range(0)));
+    session.model = ride.model;
     workingBlock.expressFieldsData = withTable;
     toolInputs.files[0].path = madeRide(static_cast<int>(state.range(0)));
     toolInputs.files[toolDestination].path = benchmarkFolder() + "analysed.fit";

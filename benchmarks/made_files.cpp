@@ -13,10 +13,6 @@ namespace {
 
 constexpr int madeSeconds = 5000; // of riding by the model; longer rides repeat them
 
-struct Model : ModelTest {
-    using ModelTest::restart;
-};
-
 // Some of the ride's seconds again, further on in time and along the road.
 GpsRecord recordAt(const GpsRecords& made, int index)
 {
@@ -54,8 +50,8 @@ void addSummaries(FitBuilder& fit, uint32_t start, uint32_t end)
 
 Bytes makeFile(int count, MadeFile kind)
 {
-    startPlainModel();
-    static const GpsRecords made = makeRide({.seconds = madeSeconds, .speedNoise = 0.02, .altitudeNoise = 0.1});
+    static const GpsRecords made =
+        makeRide(plainModel(), {.seconds = madeSeconds, .speedNoise = 0.02, .altitudeNoise = 0.1});
     FitBuilder fit;
     fit.define(1, messageFileId, {{0, 1, 0}, {1, 2, 0x84}}).message(1, {4, 1});
     defineRecords(fit);
@@ -90,10 +86,14 @@ struct Folder {
 
 } // namespace
 
-void startPlainModel()
+Model plainModel()
 {
-    setDefaults(workingBlock);
-    Model::restart();
+    ParameterBlock block;
+    Model model;
+    setDefaults(block);
+    startModel(model.state, block);
+    rebuildModel(model);
+    return model;
 }
 
 const std::string& madeRide(int records, MadeFile kind)

@@ -9,8 +9,8 @@ namespace torvane {
 
 constexpr int seasonRide = 100000; // records of the ride that most figures are for
 
-// The model of a fresh process, on a level road in still air.
-void startPlainModel();
+// The model of a fresh process.
+Model plainModel();
 
 // A file with a ride of so many records: time, position, altitude, distance, speed, heart rate and temperature, 23
 // bytes each; file_id, one lap, one session, one activity. In two parts: the records are defined again half way, and

@@ -13,17 +13,27 @@ namespace torvane {
 
 namespace {
 
+Evaluation levelRoad(const Model& model)
+{
+    Evaluation now = {};
+    now.airPressureRatio = model.state.hectoPascal / seaLevelPressure;
+    updateLoadAndGrip(model, now, 0.0);
+    setLoads(model, now);
+    return now;
+}
+
 // Velocities as a run meets them, never the same twice in a row; made before, so that no evaluation waits for the last.
 template <class Evaluate>
 void overVelocities(benchmark::State& state, Evaluate evaluate)
 {
-    startPlainModel();
+    const Model model = plainModel();
+    Evaluation now = levelRoad(model);
     std::array<double, 2000> velocities;
     for (size_t i = 0; i < velocities.size(); ++i)
         velocities[i] = 1.0 + 0.01 * static_cast<double>(i);
     size_t next = 0;
     for (auto _ : state) {
-        evaluate(velocities[next]);
+        evaluate(model, now, velocities[next]);
         benchmark::ClobberMemory();
         next = next + 1 < velocities.size() ? next + 1 : 0;
     }
@@ -31,47 +41,52 @@ void overVelocities(benchmark::State& state, Evaluate evaluate)
 
 void resistancePlain(benchmark::State& state)
 {
-    overVelocities(state, [](double v) { benchmark::DoNotOptimize(plain::resistanceAtVelocity(v).value); });
+    overVelocities(state, [](const Model& m, Evaluation& e, double v) {
+        benchmark::DoNotOptimize(plain::resistanceAtVelocity(m, e, v).value);
+    });
 }
 BENCHMARK(resistancePlain)->Name("model/resistanceAtVelocity/plain");
 
 void resistance(benchmark::State& state)
 {
-    overVelocities(state, [](double v) { benchmark::DoNotOptimize(resistanceAtVelocity(v).value); });
+    overVelocities(state, [](const Model& m, Evaluation& e, double v) {
+        benchmark::DoNotOptimize(resistanceAtVelocity(m, e, v).value);
+    });
 }
 BENCHMARK(resistance)->Name("model/resistanceAtVelocity");
 
 void loadAndGripPlain(benchmark::State& state)
 {
-    overVelocities(state, [](double v) { plain::updateLoadAndGrip(v); });
+    overVelocities(state, plain::updateLoadAndGrip);
 }
 BENCHMARK(loadAndGripPlain)->Name("model/updateLoadAndGrip/plain");
 
 void loadAndGrip(benchmark::State& state)
 {
-    overVelocities(state, [](double v) { updateLoadAndGrip(v); });
+    overVelocities(state, updateLoadAndGrip);
 }
 BENCHMARK(loadAndGrip)->Name("model/updateLoadAndGrip");
 
 void loadAndGripAlike(benchmark::State& state)
 {
-    overVelocities(state, [](double) { updateLoadAndGrip(0.0); });
+    overVelocities(state, [](const Model& m, Evaluation& e, double) { updateLoadAndGrip(m, e, 0.0); });
 }
 BENCHMARK(loadAndGripAlike)->Name("model/updateLoadAndGrip/same force");
 
 void loads(benchmark::State& state)
 {
-    overVelocities(state, [](double) { setLoads(); });
+    overVelocities(state, [](const Model& m, Evaluation& e, double) { setLoads(m, e); });
 }
 BENCHMARK(loads)->Name("model/setLoads");
 
-void solve(benchmark::State& state, int motor, Solved (*velocityFor)(int, double))
+void solve(benchmark::State& state, int motor, Solved (*velocityFor)(const Model&, Evaluation&, int, double))
 {
-    startPlainModel();
-    modelState.motorLocation = motor;
+    Model model = plainModel();
+    model.state.motorLocation = motor;
+    Evaluation now = levelRoad(model);
     double power = 100.0;
     for (auto _ : state) {
-        benchmark::DoNotOptimize(velocityFor(stagePedaling, power).value);
+        benchmark::DoNotOptimize(velocityFor(model, now, stagePedaling, power).value);
         power = power < 400.0 ? power + 1.0 : 100.0;
     }
 }

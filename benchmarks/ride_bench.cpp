@@ -18,9 +18,8 @@ struct RideCase {
     int limit = 0; // of a roll: 1 distance, 2 time; the ending velocity is the one wanted
 };
 
-void setAsked(int mode, double asked)
+void setAsked(ParameterBlock& in, int mode, double asked)
 {
-    ParameterBlock& in = workingBlock;
     in.ridePower[mode] = in.rideLegTime[mode] = in.rideDistance[mode] = in.rideAccele[mode] = in.rideForce[mode] =
         asked;
 }
@@ -28,8 +27,9 @@ void setAsked(int mode, double asked)
 // One command's whole computation, its logged run included.
 void simulate(benchmark::State& state, const RideCase& ride)
 {
-    startPlainModel();
-    ParameterBlock& in = workingBlock;
+    const Model model = plainModel();
+    ParameterBlock in;
+    setDefaults(in);
     in.rideMode = ride.mode;
     in.rideTarget = ride.target;
     in.accelerationIntervalMode = in.decelerationIntervalMode = 1;
@@ -39,12 +39,9 @@ void simulate(benchmark::State& state, const RideCase& ride)
     in.rideVelocity[ride.mode] = ride.endKph / 3.6;
     in.rideInclination[ride.mode] = ride.inclination;
     in.inclinationLimit = ride.limit;
-    setAsked(ride.mode, ride.asked);
+    setAsked(in, ride.mode, ride.asked);
     for (auto _ : state) {
-        prepareRideRun();
-        RideResult result;
-        runRide(result);
-        benchmark::DoNotOptimize(result.status);
+        benchmark::DoNotOptimize(runRide(model, takeRideInputs(in, {})).status);
     }
 }
 

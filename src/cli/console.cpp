@@ -12,9 +12,6 @@
 #include "fit/fit_passes.h"
 #include "fit/fit_tools.h"
 #include "gps/prepare.h"
-#include "model/gear_table.h"
-#include "model/run_state.h"
-#include "ride/physiology.h"
 #include "version.h"
 
 #include <algorithm>
@@ -28,11 +25,7 @@ void resetRecords()
 {
     setDefaults(savedBlock);
     workingBlock = savedBlock;
-    modelState = {};
-    runState = {};
-    physiology = {};
     formMarks = {};
-    std::ranges::fill(gearTable, GearEntry());
     clearToolInputs(toolInputs);
     prepareOptions = {};
     prepareFindings = {};
@@ -110,7 +103,7 @@ int prepare(Session& session, const Request& request, const std::string& parPath
     ScreensInto into(session, answer, streams);
     if (!parPath.empty() && !readDefaults(parPath, answer, streams))
         return exitFailed;
-    startModel();
+    startModel(session);
     if (!loadProfileOf(session, request, streams)) {
         streams.err << answer.status << '\n';
         return exitFailed;
@@ -151,7 +144,7 @@ int tellHelpOn(const std::string& topic, const Request& request, Streams& stream
     Answer answer;
     if (int code = prepare(session, request, parPath, answer, streams))
         return code;
-    std::string text = helpOn(topic);
+    std::string text = helpOn(session.model, topic);
     if (text.empty())
         return refuse(streams, unknownCommand(topic));
     streams.out << text;

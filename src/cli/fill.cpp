@@ -78,7 +78,7 @@ bool confirm(FormState& state, Run& run)
 
 void open(FormState& state, const Form& form, const LoadedRide& ride, const Run& run)
 {
-    openForm(state, form, savedBlock, workingBlock, true, ride);
+    openForm(state, form, savedBlock, workingBlock, run.session.model, true, ride);
     state.saveAsDefault = run.request.save;
     takePaths(state, run.files);
 }

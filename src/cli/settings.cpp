@@ -43,7 +43,7 @@ bool confirm(FormState& state, Applying& applying)
 bool fillPrediction(const std::vector<Assignment>& settings, Applying& applying)
 {
     FormState child;
-    openForm(child, *findForm(predictFormId), savedBlock, workingBlock, true);
+    openForm(child, *findForm(predictFormId), savedBlock, workingBlock, applying.session.model, true);
     setEntries(child, settings, applying.faults);
     return confirm(child, applying);
 }
@@ -90,7 +90,7 @@ bool fillPage(const Form& page, std::vector<Assignment> pending, Applying& apply
 {
     for (;;) {
         FormState state;
-        openForm(state, page, savedBlock, workingBlock, true);
+        openForm(state, page, savedBlock, workingBlock, applying.session.model, true);
         state.saveAsDefault = applying.save;
         std::vector<Assignment> hidden = setEntries(state, pending, applying.faults);
         if (!pressButtons(state, pending, applying) || !confirm(state, applying))

@@ -41,14 +41,14 @@ constexpr Command settingsCommand(int id, const char* label, char key, Entry ent
 template <uint32_t sections>
 ResultStatus profileReport(Session& session)
 {
-    reportProfile(session.screens, Pane::upper, workingBlock, sections);
+    reportProfile(session.screens, Pane::upper, session.model.state, workingBlock, sections);
     return 0;
 }
 
 template <uint32_t sections>
 ResultStatus conditionReport(Session& session)
 {
-    reportCondition(session.screens, Pane::upper, sections);
+    reportCondition(session.screens, Pane::upper, session.model.state, sections);
     return 0;
 }
 

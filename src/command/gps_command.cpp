@@ -55,11 +55,9 @@ StatusCode readRide(Ride& ride, bool prepared = false)
     return fitOk;
 }
 
-using Analyse = StatusCode (*)(const ParameterBlock&, const LoadedRide&, Analysis&);
-
-StatusCode analyse(Ride& ride, Analyse analyseBy)
+StatusCode analyse(Ride& ride)
 {
-    StatusCode code = analyseBy(workingBlock, ride.loaded, ride.analysis);
+    StatusCode code = analyseRide(ride.session.model, workingBlock, ride.loaded, ride.analysis);
     return code != fitOk ? fail(ride, ride.loaded.path, code) : code;
 }
 
@@ -122,7 +120,7 @@ void adoptPredictions(LoadedRide& ride, uint32_t analysisFlags)
 
 StatusCode analyseAtOneStroke(Ride& ride, const std::string& destination)
 {
-    if (StatusCode code = analyse(ride, analyseRide))
+    if (StatusCode code = analyse(ride))
         return code;
     reportRideSummary(ride, reportAnalysed);
     if (oneStrokePreparation.enabled)
@@ -144,8 +142,8 @@ StatusCode expressSourceData(Session& session)
     Ride ride = rideOf(session);
     if (StatusCode code = readRide(ride))
         return code;
-    if (StatusCode code = analyse(ride, expressRide))
-        return code;
+    if (StatusCode code = expressRide(workingBlock, ride.loaded, ride.analysis))
+        return fail(ride, ride.loaded.path, code);
     reportRideSummary(ride, reportExpressed);
     reportRideFields(ride, reportExpressed);
     endProgress();
@@ -157,7 +155,7 @@ StatusCode analyseAndPredict(Session& session)
     Ride ride = rideOf(session);
     if (StatusCode code = readRide(ride))
         return code;
-    if (StatusCode code = analyse(ride, analyseRide))
+    if (StatusCode code = analyse(ride))
         return code;
     reportRideSummary(ride, reportAnalysed);
     reportRideFields(ride, reportAnalysed);
@@ -170,7 +168,7 @@ StatusCode createAnalysedFile(Session& session)
     Ride ride = rideOf(session);
     if (StatusCode code = readRide(ride))
         return code;
-    if (StatusCode code = analyse(ride, analyseRide))
+    if (StatusCode code = analyse(ride))
         return code;
     return createFile(ride, toolInputs.files[toolDestination].path);
 }

@@ -17,44 +17,35 @@ bool runsOverTime(int mode)
     return mode != ridePowerAndVelocity && mode != rideCriticalCornering;
 }
 
-void reportProcess(Screens& screens, const SampleLog& log)
-{
-    reportProcessHeading(screens);
-    reportProcessRows(screens, log);
-}
-
-void reportRolling(Screens& screens, const SampleLog& log)
-{
-    reportRollingHeading(screens);
-    reportProcessRows(screens, log);
-}
-
-void reportSectors(Screens& screens, const SampleLog& log)
-{
-    reportSectorHeading(screens);
-    reportSectorRows(screens, log);
-}
-
 // The table under the report, where the mode has one and the log came to be.
-void reportTable(Screens& screens, int mode, const SampleLog& log)
+void reportTable(Screens& screens, const RideRun& ride)
 {
-    if (log.bySectors) {
-        reportSectors(screens, log);
-    } else if (log.rows.empty()) {
+    if (ride.log.bySectors) {
+        reportSectorHeading(screens);
+        reportSectorRows(screens, ride.log);
         return;
-    } else if (mode == rideInclinationAndVelocity) {
-        reportRolling(screens, log);
-    } else {
-        reportProcess(screens, log);
     }
+    if (ride.log.rows.empty()) {
+        return;
+    }
+    if (ride.in.rideMode == rideInclinationAndVelocity) {
+        reportRollingHeading(screens);
+    } else {
+        reportProcessHeading(screens, ride);
+    }
+    reportProcessRows(screens, ride.log);
 }
 
-void leaveGraph(Session& session, std::optional<GraphSeries>& graph)
+// What the run leaves to the commands after it.
+void leave(Session& session, RideRun& ride)
 {
-    if (graph && checkGraphSeries(*graph) != 0) {
+    session.lastDrive = ride.found.drive;
+    keepEvaluation(session.model.state, ride.now);
+    keepBrakeHeat(session.model.state, ride.heat);
+    if (ride.graph && checkGraphSeries(*ride.graph) != 0) {
         session.screens.showMessage("alert", "illegal initializing of graph structure");
     }
-    session.graph = std::move(graph);
+    session.graph = std::move(ride.graph);
 }
 
 } // namespace
@@ -69,18 +60,16 @@ ResultStatus dispatchRide(Session& session)
     if (runsOverTime(mode)) {
         beginProgress();
     }
-    RideResult result;
-    prepareRideRun();
-    runRide(result);
-    leaveGraph(session, result.graph);
-    reportRide(session.screens, result.status);
-    if (!isFatal(result.status)) {
-        reportTable(session.screens, mode, result.log);
+    RideRun ride = runRide(session.model, takeRideInputs(workingBlock, session.lastDrive));
+    leave(session, ride);
+    reportRide(session.screens, ride);
+    if (!isFatal(ride.status)) {
+        reportTable(session.screens, ride);
     }
     if (runsOverTime(mode)) {
         endProgress();
     }
-    return result.status;
+    return ride.status;
 }
 
 } // namespace torvane

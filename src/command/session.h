@@ -3,7 +3,8 @@
 
 #include "core/screens.h"
 #include "gps/loaded_ride.h"
-#include "ride/graph_series.h"
+#include "model/model.h"
+#include "ride/ride_records.h"
 
 #include <atomic>
 #include <optional>
@@ -18,6 +19,8 @@ struct Session {
     std::string profilePath;          // answer of the profile file prompts; UTF-8
     std::string profileFault = {};    // the figure of the last profile file that its page would not take; empty: none
     std::string chosenRide = {};      // answer of the prompt of the load; UTF-8
+    Model model = {};
+    Drive lastDrive = {}; // of the last ride simulation
     // The ride that 902 to 904 work on. Each reads its file anew. A load that fails, and a stroke that does, leave it
     // as it was.
     LoadedRide ride = {};

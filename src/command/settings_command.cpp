@@ -5,7 +5,6 @@
 #include "core/parameter_file.h"
 #include "forms/form.h"
 #include "forms/profile_limits.h"
-#include "model/gear_table.h"
 #include "report/profile_report.h"
 
 #include <cstring>
@@ -32,10 +31,10 @@ ResultStatus finishProfile(Session& session)
     commitProfile(savedBlock, workingBlock);
     bool accepted = std::exchange(formMarks.profile, false);
     if (accepted)
-        applyProfile(workingBlock);
-    rebuildModel();
+        applyProfile(session.model.state, workingBlock);
+    rebuildModel(session.model);
     if (accepted)
-        reportProfile(session.screens, Pane::upper, workingBlock, allProfileSections);
+        reportProfile(session.screens, Pane::upper, session.model.state, workingBlock, allProfileSections);
     return 0;
 }
 
@@ -44,10 +43,10 @@ ResultStatus finishCondition(Session& session)
     commitCondition(savedBlock, workingBlock);
     bool accepted = std::exchange(formMarks.condition, false);
     if (accepted)
-        applyCondition(workingBlock);
-    rebuildModel();
+        applyCondition(session.model.state, workingBlock);
+    rebuildModel(session.model);
     if (accepted)
-        reportCondition(session.screens, Pane::upper, allConditionSections);
+        reportCondition(session.screens, Pane::upper, session.model.state, allConditionSections);
     return 0;
 }
 
@@ -64,23 +63,23 @@ ResultStatus loadNamedProfile(Session& session)
     auto pagesTake = [&](const ModelState& state) {
         ParameterBlock block = workingBlock;
         fetchFigures(block, state);
-        session.profileFault = figureBeyondLimits(block);
+        session.profileFault = figureBeyondLimits(session.model, block);
         return session.profileFault.empty();
     };
-    if (loadProfile(workingBlock, session.profilePath, pagesTake) != 0)
+    if (loadProfile(session.model.state, workingBlock, session.profilePath, pagesTake) != 0)
         return 1;
     memcpy(savedBlock.profileFileName, workingBlock.profileFileName, sizeof savedBlock.profileFileName);
-    fetchProfile(workingBlock);
-    fetchProfile(savedBlock);
-    rebuildModel();
-    reportProfile(session.screens, Pane::upper, workingBlock, allProfileSections);
+    fetchProfile(workingBlock, session.model.state);
+    fetchProfile(savedBlock, session.model.state);
+    rebuildModel(session.model);
+    reportProfile(session.screens, Pane::upper, session.model.state, workingBlock, allProfileSections);
     formMarks.profile = false;
     return 0;
 }
 
 ResultStatus saveNamedProfile(Session& session)
 {
-    return saveProfile(workingBlock, session.profilePath) == 0 ? 0 : 1;
+    return saveProfile(session.model.state, workingBlock, session.profilePath) == 0 ? 0 : 1;
 }
 
 struct Settings {
@@ -95,10 +94,10 @@ constexpr Settings settings[] = {
 
 } // namespace
 
-void startModel()
+void startModel(Session& session)
 {
-    startModel(workingBlock);
-    rebuildModel();
+    startModel(session.model.state, workingBlock);
+    rebuildModel(session.model);
 }
 
 void chooseCalculator(const Command& command, ParameterBlock& working)

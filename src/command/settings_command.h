@@ -9,7 +9,7 @@ namespace torvane {
 
 // Start of the program, after the blocks are filled: puts workingBlock into the model, with the brake entries of both
 // types, and rebuilds what derives from it.
-void startModel();
+void startModel(Session& session);
 
 // Before the entry of a command of a family: its calculator (mode) becomes the present one; another one than before
 // starts from its first target.

@@ -5,17 +5,28 @@
 
 namespace torvane {
 
-ResultStatus runTheory(Session& session)
+namespace {
+
+ResultStatus answer(Session& session, Theory& theory)
 {
-    theorySetUp();
-    const ResultStatus calculated = theoryCalculate();
-    reportTheoryResult(session.screens, calculated);
+    const ResultStatus calculated = theoryCalculate(session.model, theory);
+    reportTheoryResult(session.screens, theory, calculated);
     if (calculated != 0) {
         return calculated;
     }
-    const ResultStatus verified = theoryVerify();
-    reportTheoryReal(session.screens, verified);
+    const ResultStatus verified = theoryVerify(session.model, theory);
+    reportTheoryReal(session.screens, theory, verified);
     return verified;
+}
+
+} // namespace
+
+ResultStatus runTheory(Session& session)
+{
+    Theory theory = theorySetUp(session.model, workingBlock);
+    const ResultStatus status = answer(session, theory);
+    keepEvaluation(session.model.state, theory.road);
+    return status;
 }
 
 } // namespace torvane

@@ -182,7 +182,7 @@ struct ParameterBlock {
 struct ModelState {
 #include "core/profile_and_condition_fields.inc"
 
-    int32_t currentFrontTooth; // gear of the last drivetrain evaluation
+    int32_t currentFrontTooth; // of the last run, as the weight, grip and heat below; no operation reads them
     int32_t currentRearTooth;
     int32_t gearCount;       // rows in the gear table
     double tyresWeight;      // g
@@ -202,7 +202,6 @@ struct ModelState {
 
 extern ParameterBlock savedBlock;   // the defaults: what the parameter file holds
 extern ParameterBlock workingBlock; // what dialogs edit and commands run from
-extern ModelState modelState;       // what the physics reads
 
 // Writes every default into a block and clears all else, its flags included.
 void setDefaults(ParameterBlock& block);
@@ -216,14 +215,14 @@ void commitRide(ParameterBlock& saved, ParameterBlock& working);
 void commitGps(ParameterBlock& saved, ParameterBlock& working);
 void commitPreference(ParameterBlock& saved, ParameterBlock& working);
 
-// Puts the profile (condition) of a block into modelState. applyProfile and fetchProfile also let the theory cadences
-// of the block follow the rider's.
-void applyProfile(ParameterBlock& working);
-void applyCondition(const ParameterBlock& working);
-// The whole block into modelState, the brake entries of both types included: at the start of the program.
-void startModel(ParameterBlock& working);
-// The mirror of applyProfile, after a profile file was read into modelState.
-void fetchProfile(ParameterBlock& block);
+// Puts the profile (condition) of a block into the state of a model. applyProfile and fetchProfile also let the theory
+// cadences of the block follow the rider's.
+void applyProfile(ModelState& state, ParameterBlock& working);
+void applyCondition(ModelState& state, const ParameterBlock& working);
+// The whole block into the state, the brake entries of both types included: at the start of the program.
+void startModel(ModelState& state, ParameterBlock& working);
+// The mirror of applyProfile, after a profile file was read into the state.
+void fetchProfile(ParameterBlock& block, const ModelState& state);
 // Profile and condition of a model into a block, as its pages would show them.
 void fetchFigures(ParameterBlock& block, const ModelState& state);
 

@@ -2,7 +2,7 @@
 // condition between a block and the model in force.
 //
 // A section is a list of members, written once and copied from any record that has them to any other: a block to a
-// block, a block to modelState and back.
+// block, a block to a model's state and back.
 #include "core/choices.h"
 #include "core/parameter_block.h"
 #include "core/ride_choices.h"
@@ -432,25 +432,25 @@ void commitGps(ParameterBlock& saved, ParameterBlock& working)
     flags[gpsOneStroke] = 0;
 }
 
-void applyProfile(ParameterBlock& working)
+void applyProfile(ModelState& state, ParameterBlock& working)
 {
-    copyProfile(modelState, working);
+    copyProfile(state, working);
     letTheoryFollowRider(working, working.cadenceUsual, working.cadencePoweredMax);
 }
 
-void startModel(ParameterBlock& working)
+void startModel(ModelState& state, ParameterBlock& working)
 {
-    copyMember(modelState.brakeMaterial, working.brakeMaterial);
-    copyMember(modelState.brakeWeight, working.brakeWeight);
-    copyMember(modelState.brakeSurfaceSize, working.brakeSurfaceSize);
-    applyProfile(working);
-    applyCondition(working);
+    copyMember(state.brakeMaterial, working.brakeMaterial);
+    copyMember(state.brakeWeight, working.brakeWeight);
+    copyMember(state.brakeSurfaceSize, working.brakeSurfaceSize);
+    applyProfile(state, working);
+    applyCondition(state, working);
 }
 
-void fetchProfile(ParameterBlock& block)
+void fetchProfile(ParameterBlock& block, const ModelState& state)
 {
-    copyProfile(block, modelState);
-    letTheoryFollowRider(block, modelState.cadenceUsual, modelState.cadencePoweredMax);
+    copyProfile(block, state);
+    letTheoryFollowRider(block, state.cadenceUsual, state.cadencePoweredMax);
 }
 
 void fetchFigures(ParameterBlock& block, const ModelState& state)
@@ -460,10 +460,10 @@ void fetchFigures(ParameterBlock& block, const ModelState& state)
     copyPeloton(block, state);
 }
 
-void applyCondition(const ParameterBlock& working)
+void applyCondition(ModelState& state, const ParameterBlock& working)
 {
-    copyCourse(modelState, working);
-    copyPeloton(modelState, working);
+    copyCourse(state, working);
+    copyPeloton(state, working);
 }
 
 } // namespace torvane

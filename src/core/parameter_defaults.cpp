@@ -11,7 +11,6 @@ namespace torvane {
 
 ParameterBlock savedBlock;
 ParameterBlock workingBlock;
-ModelState modelState;
 
 namespace {
 

@@ -61,7 +61,7 @@ ParametersLoaded startWithout(const std::string& path, ParametersRead read)
     return saveParameters(path, savedBlock) ? ParametersLoaded::ready : ParametersLoaded::failed;
 }
 
-// The body of a profile file over what modelState holds; false when the file has another format.
+// The body of a profile file over what the state holds; false when the file has another format.
 bool readProfileBody(std::span<const uint8_t> bytes, ModelState& state)
 {
     int32_t format = 0;
@@ -137,7 +137,7 @@ bool saveParameters(const std::string& path, const ParameterBlock& block)
     return false;
 }
 
-int loadProfile(ParameterBlock& block, const std::string& path, const ProfileCheck& check)
+int loadProfile(ModelState& state, ParameterBlock& block, const std::string& path, const ProfileCheck& check)
 {
     std::vector<uint8_t> bytes;
     FileResult result = readFileStart(path, profileFileSize, bytes);
@@ -146,24 +146,24 @@ int loadProfile(ParameterBlock& block, const std::string& path, const ProfileChe
         return 1;
     }
     std::string name = shownFileName(path);
-    ModelState state = modelState;
-    if (result != FileResult::ok || !readProfileBody(bytes, state) || !check(state)) {
+    ModelState read = state;
+    if (result != FileResult::ok || !readProfileBody(bytes, read) || !check(read)) {
         theScreens.setStatus(formatText("status : failed to read a file '%s'", name.c_str()));
         return 1;
     }
-    modelState = state;
+    state = read;
     setProfileFileName(block, path);
     theScreens.setStatus(formatText("status : success to load current profile from '%s'", name.c_str()));
     return 0;
 }
 
-int saveProfile(ParameterBlock& block, const std::string& path)
+int saveProfile(const ModelState& state, ParameterBlock& block, const std::string& path)
 {
     std::array<uint8_t, profileHeaderSize> header = {};
     std::memcpy(header.data(), &profileFormat, sizeof profileFormat);
-    ModelState state = modelState;
-    settleLeftovers(state);
-    if (replaceFile(path, {header, bytesOf(state)}) != FileResult::ok) {
+    ModelState written = state;
+    settleLeftovers(written);
+    if (replaceFile(path, {header, bytesOf(written)}) != FileResult::ok) {
         theScreens.setStatus("status : failed to write current profile to a file");
         return 1;
     }

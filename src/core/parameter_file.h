@@ -1,5 +1,5 @@
 // The two files that keep the user's work: the parameter file, the image of savedBlock beside the program, and profile
-// files, a header and the image of modelState. Raw little-endian records.
+// files, a header and the image of a model's state. Raw little-endian records.
 #pragma once
 
 #include "core/parameter_block.h"
@@ -51,12 +51,13 @@ bool saveParameters(const std::string& path, const ParameterBlock& block);
 // Whether a model out of a file may come into force, whose numbers can all be computed with.
 using ProfileCheck = std::function<bool(const ModelState&)>;
 
-// Reads a profile file into modelState and its name into block. Returns 0, or 1 with modelState untouched; the status
+// Reads a profile file into the state and its name into block. Returns 0, or 1 with the state untouched; the status
 // line tells either. What must follow on success (fetchProfile, derived quantities, report) is the caller's.
 int loadProfile(
-    ParameterBlock& block, const std::string& path, const ProfileCheck& check = [](const ModelState&) { return true; });
+    ModelState& state, ParameterBlock& block, const std::string& path,
+    const ProfileCheck& check = [](const ModelState&) { return true; });
 
-// Writes modelState as a profile file and its name into block. Returns 0, or 1; the status line tells either.
-int saveProfile(ParameterBlock& block, const std::string& path);
+// Writes the state as a profile file and its name into block. Returns 0, or 1; the status line tells either.
+int saveProfile(const ModelState& state, ParameterBlock& block, const std::string& path);
 
 } // namespace torvane

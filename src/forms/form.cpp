@@ -216,11 +216,12 @@ void leaveMarks(Marks marks)
 } // namespace
 
 void openForm(FormState& state, const Form& form, const ParameterBlock& saved, const ParameterBlock& working,
-              bool withoutControls, const LoadedRide& ride)
+              const Model& model, bool withoutControls, const LoadedRide& ride)
 {
     state = FormState();
     state.ride = ride;
     state.form = &form;
+    state.model = &model;
     state.withoutControls = withoutControls;
     state.rows.resize(form.rows.size());
     state.printed.resize(form.rows.size());

@@ -6,6 +6,7 @@
 #include "core/parameter_block.h"
 #include "core/verdict.h"
 #include "gps/loaded_ride.h"
+#include "model/model.h"
 
 #include <array>
 #include <cstddef>
@@ -131,10 +132,11 @@ struct RowState {
 // One open form.
 struct FormState {
     const Form* form = nullptr;
-    ParameterBlock values = {}; // the private copy, in stored units
-    ParameterBlock entry = {};  // as it was when the form opened
-    ParameterBlock stored = {}; // what a reloaded row goes back to: as at the opening, or as last confirmed
-    bool fromDefaults = false;  // the private copy came from the saved block
+    const Model* model = nullptr; // in force: lists of gears and teeth
+    ParameterBlock values = {};   // the private copy, in stored units
+    ParameterBlock entry = {};    // as it was when the form opened
+    ParameterBlock stored = {};   // what a reloaded row goes back to: as at the opening, or as last confirmed
+    bool fromDefaults = false;    // the private copy came from the saved block
     bool saveAsDefault = false;
     bool withoutControls = false; // rows that have no control can be entered as well (console)
     std::vector<RowState> rows;   // parallel to the form's rows
@@ -159,9 +161,9 @@ std::span<const Form* const> allForms();
 // Pages of the property sheet of a command (321, 324, 325), in the order of their tabs; empty for any other.
 std::span<const Form* const> sheetPages(int command);
 
-// Loads the private copy by the form's rule and prints all texts.
+// Loads the private copy by the form's rule and prints all texts. The model outlives the open form.
 void openForm(FormState& state, const Form& form, const ParameterBlock& saved, const ParameterBlock& working,
-              bool withoutControls = false, const LoadedRide& ride = {});
+              const Model& model, bool withoutControls = false, const LoadedRide& ride = {});
 
 bool isPresent(const FormState& state, const Row& row);
 bool isEnabled(const FormState& state, const Row& row); // false where the row is not present

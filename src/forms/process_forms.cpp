@@ -78,12 +78,13 @@ bool selectsDecelerationGear(const FormState& state, const Row&)
     return state.values.startGearMode[1] == gearSelected;
 }
 
-std::vector<std::string> gearLabels(const FormState&)
+std::vector<std::string> gearLabels(const FormState& state)
 {
+    const Model& model = *state.model;
     std::vector<std::string> labels;
-    labels.reserve(static_cast<size_t>(modelState.gearCount));
-    for (int row = 0; row < modelState.gearCount; ++row)
-        labels.push_back(formatText("%d x %d", frontToothOf(row), rearToothOf(row)));
+    labels.reserve(static_cast<size_t>(model.state.gearCount));
+    for (int row = 0; row < model.state.gearCount; ++row)
+        labels.push_back(formatText("%d x %d", frontToothOf(model, row), rearToothOf(model, row)));
     return labels;
 }
 
@@ -100,7 +101,8 @@ void proposeGear(FormState& state, int rideMode)
     if (!state.fromDefaults)
         return;
     double velocity = state.values.rideStartVelocity[rideMode];
-    int row = nearestGear(velocity * 60000 / (modelState.rearCircumference * modelState.cadenceUsual));
+    const ModelState& m = state.model->state;
+    int row = nearestGear(*state.model, velocity * 60000 / (m.rearCircumference * m.cadenceUsual));
     state.values.startGearIndex[rideMode - 1] = row;
 }
 

@@ -14,10 +14,10 @@ std::string beyondLimits(const FormState& state, const Row& row)
     return row.unit[0] == '\0' ? text : text + ' ' + row.unit;
 }
 
-std::string figureBeyondLimits(const Form& page, const ParameterBlock& block)
+std::string figureBeyondLimits(const Form& page, const Model& model, const ParameterBlock& block)
 {
     FormState state;
-    openForm(state, page, block, block, true);
+    openForm(state, page, block, block, model, true);
     for (size_t i = 0; i < page.rows.size(); ++i)
         if (isEnabled(state, page.rows[i]) && !checkLimits(state, i, i + 1).passed)
             return beyondLimits(state, page.rows[i]);
@@ -26,12 +26,12 @@ std::string figureBeyondLimits(const Form& page, const ParameterBlock& block)
 
 } // namespace
 
-std::string figureBeyondLimits(const ParameterBlock& block)
+std::string figureBeyondLimits(const Model& model, const ParameterBlock& block)
 {
     constexpr int sheets[] = {321, 324};
     for (int sheet : sheets)
         for (const Form* page : sheetPages(sheet))
-            if (std::string text = figureBeyondLimits(*page, block); !text.empty())
+            if (std::string text = figureBeyondLimits(*page, model, block); !text.empty())
                 return text;
     return {};
 }

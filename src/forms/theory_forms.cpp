@@ -37,8 +37,8 @@ void takeCadences(FormState& state)
 {
     if (!state.fromDefaults)
         return;
-    std::ranges::fill(state.values.theoryCadence, modelState.cadenceUsual);
-    std::ranges::fill(state.values.theoryCadenceMax, modelState.cadencePoweredMax);
+    std::ranges::fill(state.values.theoryCadence, state.model->state.cadenceUsual);
+    std::ranges::fill(state.values.theoryCadenceMax, state.model->state.cadencePoweredMax);
 }
 
 constexpr Form theoryForm(int id, const char* title, int calculator, std::span<const Row> rows)
@@ -150,14 +150,16 @@ bool teethAreNotOfProfile(const FormState& state, const Row&)
     return !listsCount(state.values);
 }
 
-std::span<const int32_t> chainrings()
+std::span<const int32_t> chainrings(const FormState& state)
 {
-    return std::span(modelState.chainring).first(static_cast<size_t>(std::clamp(modelState.chainringCount, 0, 3)));
+    const ModelState& m = state.model->state;
+    return std::span(m.chainring).first(static_cast<size_t>(std::clamp(m.chainringCount, 0, 3)));
 }
 
-std::span<const int32_t> sprockets()
+std::span<const int32_t> sprockets(const FormState& state)
 {
-    return std::span(modelState.sprocket).first(static_cast<size_t>(std::clamp(modelState.sprocketCount, 0, 15)));
+    const ModelState& m = state.model->state;
+    return std::span(m.sprocket).first(static_cast<size_t>(std::clamp(m.sprocketCount, 0, 15)));
 }
 
 std::vector<std::string> toothLabels(std::span<const int32_t> teeth)
@@ -183,12 +185,12 @@ int32_t toothInForce(const FormState& state, int32_t stored, std::span<const int
 
 int32_t frontToothInForce(const FormState& state)
 {
-    return toothInForce(state, state.values.frontTooth, chainrings());
+    return toothInForce(state, state.values.frontTooth, chainrings(state));
 }
 
 int32_t rearToothInForce(const FormState& state)
 {
-    return toothInForce(state, state.values.rearTooth, sprockets());
+    return toothInForce(state, state.values.rearTooth, sprockets(state));
 }
 
 double shownFrontTooth(const FormState& state, const Row&)
@@ -212,34 +214,34 @@ constexpr Row freeToothRow(int id, Field field, Range range, const char* message
     return row;
 }
 
-std::vector<std::string> chainringLabels(const FormState&)
+std::vector<std::string> chainringLabels(const FormState& state)
 {
-    return toothLabels(chainrings());
+    return toothLabels(chainrings(state));
 }
 
-std::vector<std::string> sprocketLabels(const FormState&)
+std::vector<std::string> sprocketLabels(const FormState& state)
 {
-    return toothLabels(sprockets());
+    return toothLabels(sprockets(state));
 }
 
 double shownChainring(const FormState& state, const Row&)
 {
-    return placeOf(state.values.frontTooth, chainrings());
+    return placeOf(state.values.frontTooth, chainrings(state));
 }
 
 double shownSprocket(const FormState& state, const Row&)
 {
-    return placeOf(state.values.rearTooth, sprockets());
+    return placeOf(state.values.rearTooth, sprockets(state));
 }
 
 void takeChainring(FormState& state, const Row&, int value)
 {
-    state.values.frontTooth = chainrings()[static_cast<size_t>(value)];
+    state.values.frontTooth = chainrings(state)[static_cast<size_t>(value)];
 }
 
 void takeSprocket(FormState& state, const Row&, int value)
 {
-    state.values.rearTooth = sprockets()[static_cast<size_t>(value)];
+    state.values.rearTooth = sprockets(state)[static_cast<size_t>(value)];
 }
 
 using Labels = std::vector<std::string> (*)(const FormState&);

@@ -12,14 +12,14 @@ StatusCode takeTrack(const LoadedRide& ride, Analysis& analysis, TrackLimits lim
 
 } // namespace
 
-StatusCode analyseRide(const ParameterBlock& settings, const LoadedRide& ride, Analysis& analysis)
+StatusCode analyseRide(const Model& model, const ParameterBlock& settings, const LoadedRide& ride, Analysis& analysis)
 {
     analysis.settings = settings;
     applyAnalysisRules(analysis.settings, ride);
     analysis.flags = buildAnalysisFlags(analysis.settings, ride.presence);
     if (StatusCode code = takeTrack(ride, analysis, TrackLimits::analyse))
         return code;
-    predictAndFinish(analysis.records, analysis.settings, ride.summary, analysis.flags);
+    predictAndFinish(model, analysis.records, analysis.settings, ride.summary, analysis.flags);
     analysis.stats = analysedStats(analysis.records, ride);
     return fitOk;
 }

@@ -6,6 +6,7 @@
 #include "fit/fit_image.h"
 #include "gps/gps_record.h"
 #include "gps/loaded_ride.h"
+#include "model/model.h"
 
 #include <cstdint>
 
@@ -45,9 +46,9 @@ StatusCode prepareTrack(const FitImage& image, GpsRecords& records, const Parame
                         uint32_t analysisFlags, TrackLimits limits);
 
 // Predicts cadence and power of every row, smooths both, and follows the heat of the brakes where that is wanted.
-// Overwrites runState and the weight split of modelState. Does not fail.
-void predictAndFinish(GpsRecords& records, const ParameterBlock& settings, const FitSummary& summary,
-                      uint32_t analysisFlags);
+// Does not fail.
+void predictAndFinish(const Model& model, GpsRecords& records, const ParameterBlock& settings,
+                      const FitSummary& summary, uint32_t analysisFlags);
 
 // A ride's inventory and summary, told anew from the kept rows. A mean over nothing is 0.
 struct AnalysedStats {
@@ -65,7 +66,7 @@ struct Analysis {
 
 // All steps of an analysis, with and without prediction. Read the ride's image; a file that has changed since its load
 // is taken as it is. 0, fitInvalid, or fitNoSector when no row is left.
-StatusCode analyseRide(const ParameterBlock& settings, const LoadedRide& ride, Analysis& analysis);
+StatusCode analyseRide(const Model& model, const ParameterBlock& settings, const LoadedRide& ride, Analysis& analysis);
 StatusCode expressRide(const ParameterBlock& settings, const LoadedRide& ride, Analysis& analysis);
 
 } // namespace torvane

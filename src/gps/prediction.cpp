@@ -10,7 +10,6 @@
 #include "model/derived.h"
 #include "model/gear_table.h"
 #include "model/resistance.h"
-#include "model/run_state.h"
 
 #include <cmath>
 
@@ -20,57 +19,53 @@ namespace {
 
 constexpr double flatCourseAltitude = 50.0; // m, of all flat courses without temperatures
 
-void setSlope(double inclination)
+void setSlope(TrackModel& track, double inclination)
 {
-    runState.inclination = inclination;
-    updateLoadAndGrip(0);
-    setLoads();
+    track.now.inclination = inclination;
+    updateLoadAndGrip(track.model, track.now, 0);
+    setLoads(track.model, track.now);
 }
 
-void setAir(double temperature, double altitude)
+void setAir(TrackModel& track, double temperature, double altitude)
 {
-    runState.airPressureRatio = airPressureAt(temperature, altitude) / seaLevelPressure;
+    track.now.airPressureRatio = airPressureAt(temperature, altitude) / seaLevelPressure;
 }
 
-void chooseTemperature(const ParameterBlock& settings, const FitSummary& summary, uint32_t analysisFlags)
+double airTemperatureOf(const ParameterBlock& settings, const FitSummary& summary, uint32_t analysisFlags)
 {
-    bool ofRecords = (analysisFlags & analysisRecordTemperature) != 0;
     bool ofSummary = (analysisFlags & analysisAverageTemperature) != 0;
-    if (!ofRecords && !ofSummary)
-        runState.airTemperature = settings.averageTemperature;
-    else if (!ofRecords)
-        runState.airTemperature = summary.avgTemperature;
+    return ofSummary ? summary.avgTemperature : settings.averageTemperature;
 }
 
 // The cadence in the gear that comes nearest to the usual one at a speed; no limit holds it.
-double cadenceAt(double speed)
+double cadenceAt(const Model& model, double speed)
 {
-    const ModelState& m = modelState;
+    const ModelState& m = model.state;
     double wanted = (speed * 60000.0) / (m.cadenceUsual * m.rearCircumference);
-    return (speed * 60000.0) / (gearTable[nearestGear(wanted)].ratio * m.rearCircumference);
+    return (speed * 60000.0) / (model.gearTable[nearestGear(model, wanted)].ratio * m.rearCircumference);
 }
 
 // Turns the power at the tyre contact, as the row holds it, into that of the stage asked for.
-void convertToPowerBase(GpsRecord& record)
+void convertToPowerBase(TrackModel& track, GpsRecord& record)
 {
-    double wheelSpeed = radiansPerSecond(wheelRpmAt(record.speed));
+    double wheelSpeed = radiansPerSecond(wheelRpmAt(track.model, record.speed));
     double crankSpeed = radiansPerSecond(record.cadence);
-    driveStagesFromThrust(record.speed, record.power, wheelSpeed, crankSpeed);
-    double power = stagePower(runState.powerBaseIndex);
+    driveStagesFromThrust(track.model, track.now, record.speed, record.power, wheelSpeed, crankSpeed);
+    double power = stagePower(track.now, track.settings.analysePowerBase);
     record.power = std::isfinite(power) ? power : 0;
 }
 
-void predictPowerOf(GpsRecord& record, const ParameterBlock& settings, uint32_t analysisFlags)
+void predictPowerOf(TrackModel& track, GpsRecord& record)
 {
-    record.power = powerAskedBy(record, analysisFlags);
+    record.power = powerAskedBy(track, record);
     if (record.power <= 0) {
         record.power = 0;
         record.cadence = 0; // who coasts does not pedal
         return;
     }
-    convertToPowerBase(record);
-    if (settings.limitPowerPrediction && record.power > settings.thresholdPower)
-        record.power = settings.thresholdPower;
+    convertToPowerBase(track, record);
+    if (track.settings.limitPowerPrediction && record.power > track.settings.thresholdPower)
+        record.power = track.settings.thresholdPower;
 }
 
 void smoothPredictions(std::span<GpsRecord> records, const ParameterBlock& settings)
@@ -84,65 +79,65 @@ void smoothPredictions(std::span<GpsRecord> records, const ParameterBlock& setti
 
 } // namespace
 
-double powerAskedBy(const GpsRecord& record, uint32_t analysisFlags)
+double powerAskedBy(TrackModel& track, const GpsRecord& record)
 {
-    double steady = resistanceAtVelocity(record.speed).value;
-    if (analysisFlags & analysisSteady)
+    double steady = resistanceAtVelocity(track.model, track.now, record.speed).value;
+    if (track.analysisFlags & analysisSteady)
         return steady;
-    return steady + record.acceleration * record.speed * modelState.inertialWeight;
+    return steady + record.acceleration * record.speed * track.model.state.inertialWeight;
 }
 
-void prepareModelForTrack(const ParameterBlock& settings, uint32_t analysisFlags)
+TrackModel startTrackModel(const Model& model, const ParameterBlock& settings, const FitSummary& summary,
+                           uint32_t analysisFlags)
 {
-    runState.headWind = 0;
-    runState.airPressureRatio = modelState.hectoPascal / seaLevelPressure; // until a row knows better
-    runState.powerBaseIndex = settings.analysePowerBase;
+    TrackModel track = {model, settings, analysisFlags, brakeMaterialsOf(settings),
+                        airTemperatureOf(settings, summary, analysisFlags)};
+    track.now.airPressureRatio = model.state.hectoPascal / seaLevelPressure; // until a row knows better
     if ((analysisFlags & analysisFlat) == 0)
-        return;
-    setSlope(0);
+        return track;
+    setSlope(track, 0);
     if ((analysisFlags & analysisRecordTemperature) == 0)
-        setAir(runState.airTemperature, flatCourseAltitude);
+        setAir(track, track.airTemperature, flatCourseAltitude);
+    return track;
 }
 
-void prepareModelForRecord(std::span<GpsRecord> records, const ParameterBlock& settings, uint32_t analysisFlags,
-                           size_t index)
+void prepareModelForRecord(TrackModel& track, GpsRecord& record)
 {
-    GpsRecord& record = records[index];
+    const ParameterBlock& settings = track.settings;
     if (settings.analyseWindSpeed != 0)
-        runState.headWind =
+        track.now.headWind =
             std::cos((record.heading - settings.analyseWindDirection) * pi / 180) * settings.analyseWindSpeed;
-    if ((analysisFlags & analysisFlat) == 0)
-        setSlope(record.inclination);
-    if ((analysisFlags & analysisRecordTemperature) == 0) {
-        record.temperature = runState.airTemperature;
-        if (analysisFlags & (analysisNoTimestamps | analysisFlat))
+    if ((track.analysisFlags & analysisFlat) == 0)
+        setSlope(track, record.inclination);
+    if ((track.analysisFlags & analysisRecordTemperature) == 0) {
+        record.temperature = track.airTemperature;
+        if (track.analysisFlags & (analysisNoTimestamps | analysisFlat))
             return; // the air stays
     }
-    setAir(record.temperature, record.altitude);
+    setAir(track, record.temperature, record.altitude);
 }
 
-void predictTrack(std::span<GpsRecord> records, const ParameterBlock& settings, uint32_t analysisFlags)
+void predictTrack(TrackModel& track, std::span<GpsRecord> records)
 {
-    prepareModelForTrack(settings, analysisFlags);
     for (size_t i = 0; i < records.size(); i++) {
-        prepareModelForRecord(records, settings, analysisFlags, i);
-        if (settings.predictCadence)
-            records[i].cadence = cadenceAt(records[i].speed);
-        if (settings.predictPower)
-            predictPowerOf(records[i], settings, analysisFlags);
+        prepareModelForRecord(track, records[i]);
+        if (track.settings.predictCadence)
+            records[i].cadence = cadenceAt(track.model, records[i].speed);
+        if (track.settings.predictPower)
+            predictPowerOf(track, records[i]);
         reportProgress(static_cast<int>(100 * i / records.size()));
     }
 }
 
-void predictAndFinish(GpsRecords& records, const ParameterBlock& settings, const FitSummary& summary,
-                      uint32_t analysisFlags)
+void predictAndFinish(const Model& model, GpsRecords& records, const ParameterBlock& settings,
+                      const FitSummary& summary, uint32_t analysisFlags)
 {
-    chooseTemperature(settings, summary, analysisFlags);
-    predictTrack(records, settings, analysisFlags);
+    TrackModel track = startTrackModel(model, settings, summary, analysisFlags);
+    predictTrack(track, records);
     if (analysisFlags & analysisSmoothing)
         smoothPredictions(records, settings);
     if (settings.detectBraking)
-        trackBrakeHeat(records, settings, analysisFlags);
+        trackBrakeHeat(track, records);
 }
 
 } // namespace torvane

@@ -3,7 +3,10 @@
 #pragma once
 
 #include "core/parameter_block.h"
+#include "fit/fit_passes.h"
 #include "gps/gps_record.h"
+#include "model/brake_heat.h"
+#include "model/evaluation.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -11,19 +14,30 @@
 
 namespace torvane {
 
-// Thrust power in W that a row asks for, negative where the road gives more than it takes; without its acceleration
-// where that cannot be known. Reads loads, wind and air in runState as they stand.
-double powerAskedBy(const GpsRecord& record, uint32_t analysisFlags);
+// The model on its way along a track.
+struct TrackModel {
+    const Model& model; // outlives the track
+    const ParameterBlock& settings;
+    uint32_t analysisFlags;
+    BrakeMaterials materials;
+    double airTemperature; // Cel, where the rows have none of their own
+    Evaluation now = {};   // of the last row, with its slope, wind and air
+};
 
-// Conditions in runState that hold for all rows, then those of one row; sets the row's temperature unless it has its
-// own. A file with neither timestamps nor temperatures, and a flat course without, keep the air as it stands.
-void prepareModelForTrack(const ParameterBlock& settings, uint32_t analysisFlags);
-void prepareModelForRecord(std::span<GpsRecord> records, const ParameterBlock& settings, uint32_t analysisFlags,
-                           size_t index);
+// Thrust power in W that a row asks for, negative where the road gives more than it takes; without its acceleration
+// where that cannot be known. Reads loads, wind and air as they stand.
+double powerAskedBy(TrackModel& track, const GpsRecord& record);
+
+// With the conditions that hold for all rows.
+TrackModel startTrackModel(const Model& model, const ParameterBlock& settings, const FitSummary& summary,
+                           uint32_t analysisFlags);
+// Those of one row; sets its temperature unless it has its own. A file with neither timestamps nor temperatures, and a
+// flat course without, keep the air as it stands.
+void prepareModelForRecord(TrackModel& track, GpsRecord& record);
 
 // Rewrites cadence and power of every row, of excluded ones as well, as far as the settings ask for it. A row that asks
 // for no power has no cadence either. No row gets a power that is infinite or no number: a bicycle that stands still
 // against a head wind counts as 0 W.
-void predictTrack(std::span<GpsRecord> records, const ParameterBlock& settings, uint32_t analysisFlags);
+void predictTrack(TrackModel& track, std::span<GpsRecord> records);
 
 } // namespace torvane

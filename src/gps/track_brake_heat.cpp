@@ -1,10 +1,7 @@
 #include "gps/track_brake_heat.h"
 
-#include "gps/prediction.h"
 #include "gps/smoothing.h"
-#include "model/brake_heat.h"
 #include "model/constants.h"
-#include "model/run_state.h"
 
 #include <algorithm>
 #include <cmath>
@@ -31,6 +28,7 @@ uint32_t secondsSince(const GpsRecord& last, const GpsRecord& record)
 }
 
 struct Brake {
+    const TrackModel& track;
     int wheel;
     double ambient;     // Cel
     double convection;  // W/m2K
@@ -52,7 +50,8 @@ double brakeSecond(Brake& brake, double frictionRate)
     brake.temperature = temperatureOf(brake);
     if (!(brake.temperature > brake.ambient))
         return 0;
-    double loss = brakeLossRate(brake.wheel, brake.temperature, brake.ambient, brake.convection);
+    double loss = brakeLossRate(brake.track.model, brake.track.materials, brake.wheel, brake.temperature, brake.ambient,
+                                brake.convection);
     double lost = brake.stored > loss ? loss : brake.stored;
     brake.stored = brake.stored > loss ? brake.stored - loss : 0;
     brake.radiated += lost;
@@ -81,14 +80,16 @@ double applyBrake(GpsRecord& record, bool braking, double netPower, double share
     return std::fabs(netPower * share);
 }
 
-void brakeHeatStepOf(int wheel, const GpsRecord& last, GpsRecord& record, double frictionRate, bool braking)
+void brakeHeatStepOf(const TrackModel& track, int wheel, const GpsRecord& last, GpsRecord& record, double frictionRate,
+                     bool braking)
 {
     const WheelFields& fields = wheelFields[wheel];
     uint32_t seconds = secondsSince(last, record);
-    Brake brake = {.wheel = wheel,
+    Brake brake = {.track = track,
+                   .wheel = wheel,
                    .ambient = record.temperature,
                    .convection = record.speed * 0.5 + 7.0,
-                   .capacity = brakeHeatCapacity(wheel),
+                   .capacity = brakeHeatCapacity(track.model, track.materials, wheel),
                    .stored = last.*fields.stored,
                    .radiated = 0,
                    .temperature = record.*fields.temperature};
@@ -112,27 +113,25 @@ void startCold(GpsRecord& record)
 
 } // namespace
 
-void brakeHeatStep(std::span<GpsRecord> records, double netPower, size_t index)
+void brakeHeatStep(const TrackModel& track, std::span<GpsRecord> records, double netPower, size_t index)
 {
     const GpsRecord& last = records[index - 1];
     GpsRecord& record = records[index];
     bool braking = record.power == 0 && netPower < 0;
     for (int wheel = 0; wheel < 2; wheel++) {
-        double share = wheel == 0 ? modelState.frontFrictionShare : modelState.rearFrictionShare;
+        double share = wheel == 0 ? track.now.frontFrictionShare : track.now.rearFrictionShare;
         double frictionRate = applyBrake(record, braking, netPower, share);
-        brakeHeatStepOf(wheel, last, record, frictionRate, braking);
+        brakeHeatStepOf(track, wheel, last, record, frictionRate, braking);
     }
 }
 
-void trackBrakeHeat(std::span<GpsRecord> records, const ParameterBlock& settings, uint32_t analysisFlags)
+void trackBrakeHeat(TrackModel& track, std::span<GpsRecord> records)
 {
-    std::copy_n(settings.specificHeat, 3, runState.specificHeat);
-    std::copy_n(settings.emittance, 3, runState.emittance);
-    if (!settings.predictPower || records.empty())
+    if (!track.settings.predictPower || records.empty())
         return;
     startCold(records[0]);
     for (size_t i = 1; i < records.size(); i++)
-        brakeHeatStep(records, powerAskedBy(records[i], analysisFlags), i);
+        brakeHeatStep(track, records, powerAskedBy(track, records[i]), i);
 }
 
 } // namespace torvane

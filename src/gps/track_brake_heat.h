@@ -2,8 +2,7 @@
 // difference went into the brakes. Fills the brake fields of the rows.
 #pragma once
 
-#include "core/parameter_block.h"
-#include "gps/gps_record.h"
+#include "gps/prediction.h"
 
 #include <cstddef>
 #include <span>
@@ -11,10 +10,10 @@
 namespace torvane {
 
 // Does nothing unless power was predicted. Slope, wind and air are those of the last row throughout.
-void trackBrakeHeat(std::span<GpsRecord> records, const ParameterBlock& settings, uint32_t analysisFlags);
+void trackBrakeHeat(TrackModel& track, std::span<GpsRecord> records);
 
 // One row: netPower in W is what the track asks of the rider, negative where it gives. Heats and cools both brakes for
 // the whole seconds since the row before; none when time stood still or ran backwards.
-void brakeHeatStep(std::span<GpsRecord> records, double netPower, size_t index);
+void brakeHeatStep(const TrackModel& track, std::span<GpsRecord> records, double netPower, size_t index);
 
 } // namespace torvane

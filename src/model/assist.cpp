@@ -15,25 +15,43 @@ enum RangeMode : int { rangeNone, rangeConstant, rangeLinear };
 enum MotorLocation : int { motorNone, motorCrank, motorHub };
 
 // Range that a speed in kph lies in, its upper end included; rangeCount above all.
-int rangeAt(double kph)
+int rangeAt(const ModelState& m, double kph)
 {
     int range = 0;
-    while (range < rangeCount && modelState.assistRangeSpeed[range] < kph) {
+    while (range < rangeCount && m.assistRangeSpeed[range] < kph) {
         ++range;
     }
     return range;
 }
 
-double linearRatio(int range, double kph)
+double linearRatio(const ModelState& m, int range, double kph)
 {
-    const double* speed = modelState.assistRangeSpeed;
-    const double* ratio = modelState.assistRangeRatio;
+    const double* speed = m.assistRangeSpeed;
+    const double* ratio = m.assistRangeRatio;
     double along = (kph - speed[range - 1]) / (speed[range] - speed[range - 1]);
     return along * (ratio[range] - ratio[range - 1]) + ratio[range - 1];
 }
 
+// What the motor takes of a stage: `share` of its power, at most maxEPower. Its force is the share of the stage's force
+// as the evaluation before left it. Returns what is left for the rider before the loss in percent towards the pedals.
+double riderPower(const ModelState& m, Evaluation& e, double share, double loss, int stage)
+{
+    bool crank = stage == stageCrank;
+    double power = crank ? e.crankPower : e.hubPower;
+    e.assistPower = power * share;
+    if (!(m.maxEPower > e.assistPower)) {
+        e.assistPower = m.maxEPower;
+        share = m.maxEPower / power;
+    }
+    e.assistTorque = share * (crank ? e.crankTorque : e.hubTorque);
+    e.assistForce = share * (crank ? e.crankForce : e.hubForce);
+    return (1.0 - share) * power * 100.0 / (100.0 - loss);
+}
+
 // A motor in the chain, with its ratio at the present velocity.
 struct Motor {
+    const ModelState& m;
+    Evaluation& e;
     double ratio;
 
     double share() const
@@ -42,172 +60,160 @@ struct Motor {
     }
     void rest() const
     {
-        clearAssist();
+        clearAssist(e);
     }
     void shareAtHub() const
     {
-        if (modelState.motorLocation == motorHub) {
-            applyAssistShare(share(), modelState.missionLossPercent, stageHub);
+        if (m.motorLocation == motorHub) {
+            e.crankPower = riderPower(m, e, share(), m.missionLossPercent, stageHub);
         }
     }
     void shareAtCrank(double shellLoss) const
     {
-        if (modelState.motorLocation == motorCrank) {
-            applyAssistShare(share(), shellLoss, stageCrank);
+        if (m.motorLocation == motorCrank) {
+            e.pedalingPower = riderPower(m, e, share(), shellLoss, stageCrank);
         }
     }
     void addAtCrank() const
     {
-        if (modelState.motorLocation == motorCrank) {
-            addTo(runState.crankPower);
+        if (m.motorLocation == motorCrank) {
+            addTo(e.crankPower);
         }
     }
     void addAtHub() const
     {
-        if (modelState.motorLocation == motorHub) {
-            addTo(runState.hubPower);
+        if (m.motorLocation == motorHub) {
+            addTo(e.hubPower);
         }
     }
     void finish() const
     {
-        const RunState& r = runState;
-        if (modelState.motorLocation == motorCrank) {
-            shareOf(r.crankPower, r.crankTorque, r.crankForce);
-        } else if (modelState.motorLocation == motorHub) {
-            shareOf(r.hubPower, r.hubTorque, r.hubForce);
+        if (m.motorLocation == motorCrank) {
+            shareOf(e.crankPower, e.crankTorque, e.crankForce);
+        } else if (m.motorLocation == motorHub) {
+            shareOf(e.hubPower, e.hubTorque, e.hubForce);
         }
     }
 
 private:
     void addTo(double& power) const
     {
-        runState.assistPower = std::min(power * ratio, modelState.maxEPower);
-        power += runState.assistPower;
+        e.assistPower = std::min(power * ratio, m.maxEPower);
+        power += e.assistPower;
     }
-    static void shareOf(double power, double torque, double force)
+    void shareOf(double power, double torque, double force) const
     {
-        double part = power == 0.0 ? 0.0 : runState.assistPower / power;
-        runState.assistTorque = part * torque;
-        runState.assistForce = part * force;
+        double part = power == 0.0 ? 0.0 : e.assistPower / power;
+        e.assistTorque = part * torque;
+        e.assistForce = part * force;
     }
 };
 
-Motor motorAt(double velocity)
+Motor motorAt(const Model& model, Evaluation& e, double velocity)
 {
-    return {modelState.motorLocation > motorNone ? assistRatioAt(velocity) : 0.0};
+    return {model.state, e, model.state.motorLocation > motorNone ? assistRatioAt(model, velocity) : 0.0};
 }
 
 // As assistedPowerAtVelocity, with the loads set already.
-Solved assistedStagePowerAt(int stage, double velocity)
+Solved assistedStagePowerAt(const Model& model, Evaluation& e, int stage, double velocity)
 {
-    Solved required = resistanceAtVelocity(velocity);
-    clearAssist();
-    assistedDrivetrainFromThrust(velocity, required.value);
-    return {stage == stageThrust ? required.value : stagePower(stage), required.status};
+    Solved required = resistanceAtVelocity(model, e, velocity);
+    clearAssist(e);
+    assistedDrivetrainFromThrust(model, e, velocity, required.value);
+    return {stage == stageThrust ? required.value : stagePower(e, stage), required.status};
 }
 
 // First range at whose end an unassisted rider has the power; rangeCount when it is met above all ranges only.
-int rangeOfPower(int stage, double wanted)
+int rangeOfPower(const Model& model, Evaluation& e, int stage, double wanted)
 {
+    const double* speed = model.state.assistRangeSpeed; // kph
     int range = 0;
-    while (range < rangeCount && powerAtVelocity(stage, modelState.assistRangeSpeed[range] / 3.6).value < wanted) {
+    while (range < rangeCount && powerAtVelocity(model, e, stage, speed[range] / 3.6).value < wanted) {
         ++range;
     }
     return range;
 }
 
-int lastAssistedRange()
+int lastAssistedRange(const ModelState& m)
 {
     int range = rangeCount - 1;
-    while (range > 0 && modelState.assistRangeMode[range] <= rangeNone) {
+    while (range > 0 && m.assistRangeMode[range] <= rangeNone) {
         --range;
     }
     return range;
 }
 
 // The two sides of the edge where the assist ends, for the report.
-void sampleAssistEdge()
+void sampleAssistEdge(const Model& model, Evaluation& e)
 {
-    runState.assistSampleVelocity[0] = modelState.assistRangeSpeed[lastAssistedRange()];
-    runState.assistSampleVelocity[1] = runState.assistSampleVelocity[0] + 0.001;
+    e.assistSampleVelocity[0] = model.state.assistRangeSpeed[lastAssistedRange(model.state)];
+    e.assistSampleVelocity[1] = e.assistSampleVelocity[0] + 0.001;
     for (int n = 0; n < 2; ++n) {
-        double velocity = runState.assistSampleVelocity[n] / 3.6;
-        runState.assistSamplePower[n] = assistedPowerAtVelocity(stagePedaling, velocity).value;
+        double velocity = e.assistSampleVelocity[n] / 3.6;
+        e.assistSamplePower[n] = assistedPowerAtVelocity(model, e, stagePedaling, velocity).value;
     }
 }
 
 } // namespace
 
-double assistRatioAt(double velocity)
+double assistRatioAt(const Model& model, double velocity)
 {
+    const ModelState& m = model.state;
     double kph = velocity * 3.6;
-    int range = rangeAt(kph);
+    int range = rangeAt(m, kph);
     if (range == rangeCount) {
         return 0.0;
     }
-    switch (modelState.assistRangeMode[range]) {
+    switch (m.assistRangeMode[range]) {
     case rangeConstant:
-        return modelState.assistRangeRatio[range];
+        return m.assistRangeRatio[range];
     case rangeLinear:
-        return range == 0 ? 0.0 : linearRatio(range, kph); // there is no range to start from before the first
+        return range == 0 ? 0.0 : linearRatio(m, range, kph); // there is no range to start from before the first
     default:
         return 0.0;
     }
 }
 
-void clearAssist()
+void clearAssist(Evaluation& e)
 {
-    runState.assistPower = runState.assistTorque = runState.assistForce = 0.0;
+    e.assistPower = e.assistTorque = e.assistForce = 0.0;
 }
 
-void applyAssistShare(double share, double loss, int stage)
+void assistedDrivetrainFromThrust(const Model& model, Evaluation& e, double velocity, double thrustPower)
 {
-    RunState& r = runState;
-    bool crank = stage == stageCrank;
-    double power = crank ? r.crankPower : r.hubPower;
-    r.assistPower = power * share;
-    if (!(modelState.maxEPower > r.assistPower)) {
-        r.assistPower = modelState.maxEPower;
-        share = modelState.maxEPower / power;
-    }
-    r.assistTorque = share * (crank ? r.crankTorque : r.hubTorque);
-    r.assistForce = share * (crank ? r.crankForce : r.hubForce);
-    (crank ? r.pedalingPower : r.crankPower) = (1.0 - share) * power * 100.0 / (100.0 - loss);
+    chainBack(model, e, velocity, thrustPower, motorAt(model, e, velocity));
 }
 
-void assistedDrivetrainFromThrust(double velocity, double thrustPower)
+void assistedStagesFromThrust(const Model& model, Evaluation& e, double velocity, double thrustPower, double wheelSpeed,
+                              double crankSpeed)
 {
-    chainBack(velocity, thrustPower, motorAt(velocity));
+    stagesBack(model.state, e, thrustPower, wheelSpeed, crankSpeed, motorAt(model, e, velocity));
 }
 
-void assistedStagesFromThrust(double velocity, double thrustPower, double wheelSpeed, double crankSpeed)
+void assistedDrivetrainFromPedaling(const Model& model, Evaluation& e, const StepState& step, double pedalingPower)
 {
-    stagesBack(thrustPower, wheelSpeed, crankSpeed, motorAt(velocity));
+    chainForward(model, e, step, pedalingPower, motorAt(model, e, step.velocity));
 }
 
-void assistedDrivetrainFromPedaling(const StepState& step)
+Solved assistedPowerAtVelocity(const Model& model, Evaluation& e, int stage, double velocity)
 {
-    chainForward(step, motorAt(step.velocity));
+    setLoads(model, e);
+    return assistedStagePowerAt(model, e, stage, velocity);
 }
 
-Solved assistedPowerAtVelocity(int stage, double velocity)
+Solved assistedVelocityForPower(const Model& model, Evaluation& e, int stage, double wanted)
 {
-    setLoads();
-    return assistedStagePowerAt(stage, velocity);
-}
-
-Solved assistedVelocityForPower(int stage, double wanted)
-{
-    setLoads();
-    int range = rangeOfPower(stage, wanted);
+    setLoads(model, e);
+    int range = rangeOfPower(model, e, stage, wanted);
     if (range == rangeCount) {
-        double velocity = velocityForPower(stage, wanted).value;
-        clearAssist();
+        double velocity = velocityForPower(model, e, stage, wanted).value;
+        clearAssist(e);
         return {velocity, 0}; // whatever the plain solver said
     }
-    double firstKph = range == 0 ? modelState.assistRangeSpeed[0] * 0.5 : modelState.assistRangeSpeed[range - 1];
+    const double* speed = model.state.assistRangeSpeed;
+    double firstKph = range == 0 ? speed[0] * 0.5 : speed[range - 1];
     PowerSearch search{firstKph / 3.6, 2.0};
-    searchPower(search, wanted, [stage](double velocity) { return assistedStagePowerAt(stage, velocity); });
+    searchPower(search, wanted, [&](double velocity) { return assistedStagePowerAt(model, e, stage, velocity); });
     double velocity = search.velocity < 0.0 ? 0.0 : search.velocity;
     if (search.exhausted) {
         ResultStatus below = search.velocity < 0.0 ? statusTooShortPower : 0;
@@ -215,40 +221,41 @@ Solved assistedVelocityForPower(int stage, double wanted)
     }
     ResultStatus closeness = toleranceClass(search.power, wanted);
     if (closeness == statusBeyondTolerance) {
-        sampleAssistEdge();
+        sampleAssistEdge(model, e);
         return {velocity, statusNoAssistedVelocity};
     }
     return {velocity, closeness};
 }
 
-void driveStagesFromThrust(double velocity, double thrustPower, double wheelSpeed, double crankSpeed)
+void driveStagesFromThrust(const Model& model, Evaluation& e, double velocity, double thrustPower, double wheelSpeed,
+                           double crankSpeed)
 {
-    if (modelState.motorLocation > motorNone) {
-        assistedStagesFromThrust(velocity, thrustPower, wheelSpeed, crankSpeed);
+    if (model.state.motorLocation > motorNone) {
+        assistedStagesFromThrust(model, e, velocity, thrustPower, wheelSpeed, crankSpeed);
     } else {
-        stagesFromThrust(thrustPower, wheelSpeed, crankSpeed);
+        stagesFromThrust(model, e, thrustPower, wheelSpeed, crankSpeed);
     }
 }
 
-void driveFromPedaling(const StepState& step)
+void driveFromPedaling(const Model& model, Evaluation& e, const StepState& step, double pedalingPower)
 {
-    if (modelState.motorLocation > motorNone) {
-        assistedDrivetrainFromPedaling(step);
+    if (model.state.motorLocation > motorNone) {
+        assistedDrivetrainFromPedaling(model, e, step, pedalingPower);
     } else {
-        drivetrainFromPedaling(step);
+        drivetrainFromPedaling(model, e, step, pedalingPower);
     }
 }
 
-Solved solvePowerAtVelocity(int stage, double velocity)
+Solved solvePowerAtVelocity(const Model& model, Evaluation& e, int stage, double velocity)
 {
-    return modelState.motorLocation > motorNone ? assistedPowerAtVelocity(stage, velocity)
-                                                : powerAtVelocity(stage, velocity);
+    return model.state.motorLocation > motorNone ? assistedPowerAtVelocity(model, e, stage, velocity)
+                                                 : powerAtVelocity(model, e, stage, velocity);
 }
 
-Solved solveVelocityForPower(int stage, double power)
+Solved solveVelocityForPower(const Model& model, Evaluation& e, int stage, double power)
 {
-    return modelState.motorLocation > motorNone ? assistedVelocityForPower(stage, power)
-                                                : velocityForPower(stage, power);
+    return model.state.motorLocation > motorNone ? assistedVelocityForPower(model, e, stage, power)
+                                                 : velocityForPower(model, e, stage, power);
 }
 
 } // namespace torvane

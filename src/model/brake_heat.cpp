@@ -1,34 +1,53 @@
 #include "model/brake_heat.h"
 
-#include "core/parameter_block.h"
 #include "model/constants.h"
-#include "model/run_state.h"
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace torvane {
 
-double brakeHeatCapacity(int wheel)
+BrakeMaterials brakeMaterialsOf(const ParameterBlock& block)
 {
-    int type = modelState.brakeType[wheel];
-    int material = modelState.brakeMaterial[type][wheel];
-    return runState.specificHeat[material] * modelState.brakeWeight[type][wheel];
+    BrakeMaterials materials;
+    std::copy(std::begin(block.specificHeat), std::end(block.specificHeat), materials.specificHeat);
+    std::copy(std::begin(block.emittance), std::end(block.emittance), materials.emittance);
+    return materials;
 }
 
-double brakeLossRate(int wheel, double brakeTemperature, double ambient, double convection)
+double brakeHeatCapacity(const Model& model, const BrakeMaterials& materials, int wheel)
 {
-    double area = modelState.brakeSurfaceArea[wheel];
+    const ModelState& m = model.state;
+    int type = m.brakeType[wheel];
+    int material = m.brakeMaterial[type][wheel];
+    return materials.specificHeat[material] * m.brakeWeight[type][wheel];
+}
+
+double brakeLossRate(const Model& model, const BrakeMaterials& materials, int wheel, double brakeTemperature,
+                     double ambient, double convection)
+{
+    double area = model.state.brakeSurfaceArea[wheel];
     double radiation = (std::pow(brakeTemperature + celsiusOffset, 4.0) - std::pow(ambient + celsiusOffset, 4.0)) *
-                       area * runState.emittance[wheel] * stefanBoltzmann;
+                       area * materials.emittance[wheel] * stefanBoltzmann;
     return radiation + (brakeTemperature - ambient) * area * convection;
 }
 
-double heatLossRate(double velocity, int wheel)
+double heatLossRate(const Model& model, const BrakeMaterials& materials, BrakeHeat& heat, double velocity, int wheel)
 {
-    ModelState& m = modelState;
-    m.brakeTemperature[wheel] =
-        (m.brakeHeat[wheel] + m.brakeRadiated[wheel]) / brakeHeatCapacity(wheel) + m.temperature;
-    return brakeLossRate(wheel, m.brakeTemperature[wheel], m.temperature, velocity * 0.5 * 3.6 + 7.0);
+    double ambient = model.state.temperature;
+    heat.brakeTemperature[wheel] =
+        (heat.brakeHeat[wheel] + heat.brakeRadiated[wheel]) / brakeHeatCapacity(model, materials, wheel) + ambient;
+    return brakeLossRate(model, materials, wheel, heat.brakeTemperature[wheel], ambient, velocity * 0.5 * 3.6 + 7.0);
+}
+
+void keepBrakeHeat(ModelState& state, const BrakeHeat& heat)
+{
+    for (int wheel = 0; wheel < 2; ++wheel) {
+        state.brakeHeat[wheel] = heat.brakeHeat[wheel];
+        state.brakeRadiated[wheel] = heat.brakeRadiated[wheel];
+        state.brakeTemperature[wheel] = heat.brakeTemperature[wheel];
+    }
 }
 
 } // namespace torvane

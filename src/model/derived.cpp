@@ -1,14 +1,11 @@
 #include "model/derived.h"
 
-#include "core/parameter_block.h"
 #include "model/constants.h"
 
 #include <algorithm>
 #include <cmath>
 
 namespace torvane {
-
-double trainingLevelBound[trainingLevelBoundCount];
 
 namespace {
 
@@ -18,25 +15,23 @@ double rimDiameterOf(int32_t inches)
     return inches * 622.0 / 28.0;
 }
 
-double rollingCircumference(int wheel)
+double rollingCircumference(const ModelState& m, int wheel)
 {
-    return (modelState.rimDiameter[wheel] + 2.0 * modelState.tyreSize[wheel]) * pi;
+    return (m.rimDiameter[wheel] + 2.0 * m.tyreSize[wheel]) * pi;
 }
 
-void deriveWheels()
+void deriveWheels(ModelState& m)
 {
-    ModelState& m = modelState;
     m.tyresWeight = m.tyreWeight[0] + m.tyreWeight[1];
     m.wheelsWeight = m.wheelWeight[0] + m.wheelWeight[1];
     m.rimDiameter[0] = rimDiameterOf(m.wheelSize[0]);
-    m.frontCircumference = rollingCircumference(0);
+    m.frontCircumference = rollingCircumference(m, 0);
     m.rimDiameter[1] = rimDiameterOf(m.wheelSize[1]);
-    m.rearCircumference = rollingCircumference(1);
+    m.rearCircumference = rollingCircumference(m, 1);
 }
 
-void deriveMasses()
+void deriveMasses(ModelState& m)
 {
-    ModelState& m = modelState;
     if (m.exceptWheels != 0) {
         m.bikeWeight = (m.wheelsWeight + m.tyresWeight) * 0.001 + m.bikeWeightExceptWheels;
     }
@@ -46,11 +41,11 @@ void deriveMasses()
     m.inertialWeight = m.bikeInertialWeight + m.humanWeight;
 }
 
-void deriveTrainingLevels()
+void deriveTrainingLevels(Model& model)
 {
     constexpr double shares[trainingLevelBoundCount] = {0.0, 0.56, 0.76, 0.91, 1.06, 1.21, 1.51};
     for (int level = 0; level < trainingLevelBoundCount; ++level) {
-        trainingLevelBound[level] = modelState.ftp * shares[level];
+        model.trainingLevelBound[level] = model.state.ftp * shares[level];
     }
 }
 
@@ -68,27 +63,29 @@ double rotorArea(double diameter)
     return radius * radius * pi * 2.0;
 }
 
-} // namespace
-
-void computeDerived()
-{
-    deriveWheels();
-    deriveMasses();
-    if (modelState.airPressureSource == 0) {
-        modelState.hectoPascal = airPressureAt(modelState.temperature, modelState.altitude);
-    }
-    computeBrakeSurfaceArea();
-    deriveTrainingLevels();
-}
-
-void computeBrakeSurfaceArea()
+// Heat shedding surface of both brakes, m2.
+void deriveBrakeSurfaceArea(ModelState& m)
 {
     for (int wheel = 0; wheel < 2; ++wheel) {
-        int type = modelState.brakeType[wheel];
-        double size = modelState.brakeSurfaceSize[type][wheel];
-        double area = type == 0 ? rimArea(modelState.rimDiameter[wheel], size) : rotorArea(size);
-        modelState.brakeSurfaceArea[wheel] = area / 1000000.0;
+        int type = m.brakeType[wheel];
+        double size = m.brakeSurfaceSize[type][wheel];
+        double area = type == 0 ? rimArea(m.rimDiameter[wheel], size) : rotorArea(size);
+        m.brakeSurfaceArea[wheel] = area / 1000000.0;
     }
+}
+
+} // namespace
+
+void computeDerived(Model& model)
+{
+    ModelState& m = model.state;
+    deriveWheels(m);
+    deriveMasses(m);
+    if (m.airPressureSource == 0) {
+        m.hectoPascal = airPressureAt(m.temperature, m.altitude);
+    }
+    deriveBrakeSurfaceArea(m);
+    deriveTrainingLevels(model);
 }
 
 double torsoAngleForPosition(int position)

@@ -2,19 +2,14 @@
 // surfaces, training levels. Also the small predictions that dialogs offer. Knows nothing of forces or gears.
 #pragma once
 
+#include "model/model.h"
+
 #include <cstdint>
 
 namespace torvane {
 
-constexpr int trainingLevelBoundCount = 7;
-extern double trainingLevelBound[trainingLevelBoundCount]; // W, lower bounds of the training levels, rising
-
-// Fills the derived fields of modelState and trainingLevelBound from its entered fields. Call it whenever those
-// changed, and buildGearTable (gear_table.h) after it; rebuildModel does both.
-void computeDerived();
-
-// Heat shedding surface of both brakes, m2. Part of computeDerived.
-void computeBrakeSurfaceArea();
+// Fills the derived fields of the state and the training levels from the entered fields. Part of rebuildModel.
+void computeDerived(Model& model);
 
 // Torso angle in degrees of the positions 1 to 5. Any other position is free entry: 0, keep what was entered.
 double torsoAngleForPosition(int position);

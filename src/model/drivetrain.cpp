@@ -9,9 +9,9 @@ double radiansPerSecond(double rpm)
     return rpm / 60.0 * 2.0 * pi;
 }
 
-double wheelRpmAt(double velocity)
+double wheelRpmAt(const Model& model, double velocity)
 {
-    return velocity * 60000.0 / modelState.rearCircumference;
+    return velocity * 60000.0 / model.state.rearCircumference;
 }
 
 double forceAtLever(double torque, double lever)
@@ -19,9 +19,9 @@ double forceAtLever(double torque, double lever)
     return torque / standardGravity / lever;
 }
 
-double crankLever()
+double crankLever(const Model& model)
 {
-    return modelState.crankLength / 1000.0;
+    return model.state.crankLength / 1000.0;
 }
 
 double chainLever(int32_t teeth)
@@ -29,39 +29,39 @@ double chainLever(int32_t teeth)
     return teeth * pitchRadiusPerTooth / 1000.0;
 }
 
-double rearWheelLever()
+double rearWheelLever(const Model& model)
 {
-    return (modelState.rimDiameter[1] * 0.5 + modelState.tyreSize[1]) / 1000.0;
+    return (model.state.rimDiameter[1] * 0.5 + model.state.tyreSize[1]) / 1000.0;
 }
 
-double stagePower(int stage)
+double stagePower(const Evaluation& e, int stage)
 {
-    const double powers[] = {runState.pedalingPower, runState.crankPower, runState.hubPower, runState.thrustPower};
+    const double powers[] = {e.pedalingPower, e.crankPower, e.hubPower, e.thrustPower};
     return powers[stage];
 }
 
-void clearStages()
+void clearStages(Evaluation& e)
 {
-    RunState& r = runState;
-    r.pedalingPower = r.pedalingTorque = r.pedalingForce = 0.0;
-    r.crankPower = r.crankTorque = r.crankForce = 0.0;
-    r.hubPower = r.hubTorque = r.hubForce = 0.0;
-    r.thrustPower = r.thrustTorque = r.thrustForce = 0.0;
+    e.pedalingPower = e.pedalingTorque = e.pedalingForce = 0.0;
+    e.crankPower = e.crankTorque = e.crankForce = 0.0;
+    e.hubPower = e.hubTorque = e.hubForce = 0.0;
+    e.thrustPower = e.thrustTorque = e.thrustForce = 0.0;
 }
 
-void drivetrainFromThrust(double velocity, double thrustPower)
+void drivetrainFromThrust(const Model& model, Evaluation& evaluation, double velocity, double thrustPower)
 {
-    chainBack(velocity, thrustPower, NoMotor{});
+    chainBack(model, evaluation, velocity, thrustPower, NoMotor{});
 }
 
-void stagesFromThrust(double thrustPower, double wheelSpeed, double crankSpeed)
+void stagesFromThrust(const Model& model, Evaluation& evaluation, double thrustPower, double wheelSpeed,
+                      double crankSpeed)
 {
-    stagesBack(thrustPower, wheelSpeed, crankSpeed, NoMotor{});
+    stagesBack(model.state, evaluation, thrustPower, wheelSpeed, crankSpeed, NoMotor{});
 }
 
-void drivetrainFromPedaling(const StepState& step)
+void drivetrainFromPedaling(const Model& model, Evaluation& evaluation, const StepState& step, double pedalingPower)
 {
-    chainForward(step, NoMotor{});
+    chainForward(model, evaluation, step, pedalingPower, NoMotor{});
 }
 
 } // namespace torvane

@@ -2,11 +2,9 @@
 // drivetrain.h and assist.h. Motor is told where the chain passes its two possible places.
 #pragma once
 
-#include "core/parameter_block.h"
 #include "model/constants.h"
 #include "model/drivetrain.h"
 #include "model/gear_table.h"
-#include "model/run_state.h"
 
 namespace torvane {
 
@@ -23,68 +21,66 @@ struct NoMotor {
 // Powers and torques from the road to the pedals; angular velocities in rad/s.
 // The motor's share falls between the stages, so that what lies before it holds the rider's part alone.
 template <class Motor>
-void stagesBack(double thrustPower, double wheelSpeed, double crankSpeed, const Motor& motor)
+void stagesBack(const ModelState& m, Evaluation& e, double thrustPower, double wheelSpeed, double crankSpeed,
+                const Motor& motor)
 {
-    const ModelState& m = modelState;
-    RunState& r = runState;
-    r.thrustPower = thrustPower;
-    r.thrustTorque = thrustPower / wheelSpeed;
-    r.hubPower = thrustPower * 100.0 / (100.0 - m.wheelLossPercent * r.thrustTorque / m.wheelLossTorque);
-    r.hubTorque = r.hubPower / wheelSpeed;
-    r.crankPower = r.hubPower * 100.0 / (100.0 - m.missionLossPercent);
+    e.thrustPower = thrustPower;
+    e.thrustTorque = thrustPower / wheelSpeed;
+    e.hubPower = thrustPower * 100.0 / (100.0 - m.wheelLossPercent * e.thrustTorque / m.wheelLossTorque);
+    e.hubTorque = e.hubPower / wheelSpeed;
+    e.crankPower = e.hubPower * 100.0 / (100.0 - m.missionLossPercent);
     motor.shareAtHub();
-    r.crankTorque = r.crankPower / crankSpeed;
-    double shellLoss = m.shellLossPercent * r.crankTorque / m.shellLossTorque;
-    r.pedalingPower = r.crankPower * 100.0 / (100.0 - shellLoss);
+    e.crankTorque = e.crankPower / crankSpeed;
+    double shellLoss = m.shellLossPercent * e.crankTorque / m.shellLossTorque;
+    e.pedalingPower = e.crankPower * 100.0 / (100.0 - shellLoss);
     motor.shareAtCrank(shellLoss);
-    r.pedalingTorque = r.pedalingPower / crankSpeed;
+    e.pedalingTorque = e.pedalingPower / crankSpeed;
 }
 
 template <class Motor>
-void chainBack(double velocity, double thrustPower, const Motor& motor)
+void chainBack(const Model& model, Evaluation& e, double velocity, double thrustPower, const Motor& motor)
 {
-    ModelState& m = modelState;
-    RunState& r = runState;
+    const ModelState& m = model.state;
     if (!(velocity > 0.0) || !(thrustPower > 0.0)) {
-        clearStages();
+        clearStages(e);
         motor.rest();
-        r.cadence = 0.0;
-        m.currentFrontTooth = frontToothOf(0);
-        m.currentRearTooth = rearToothOf(0);
+        e.cadence = 0.0;
+        e.currentFrontTooth = frontToothOf(model, 0);
+        e.currentRearTooth = rearToothOf(model, 0);
         return;
     }
-    int gear = nearestGear(velocity * 60000.0 / (m.cadenceUsual * m.rearCircumference));
-    m.currentFrontTooth = frontToothOf(gear);
-    m.currentRearTooth = rearToothOf(gear);
-    double wheelRpm = wheelRpmAt(velocity);
-    r.cadence = wheelRpm / (static_cast<double>(m.currentFrontTooth) / m.currentRearTooth);
-    stagesBack(thrustPower, radiansPerSecond(wheelRpm), radiansPerSecond(r.cadence), motor);
-    r.pedalingForce = forceAtLever(r.pedalingTorque, crankLever());
-    r.crankForce = forceAtLever(r.crankTorque, chainLever(m.currentFrontTooth));
-    r.hubForce = forceAtLever(r.hubTorque, chainLever(m.currentRearTooth));
-    r.thrustForce = forceAtLever(r.thrustTorque, rearWheelLever());
+    int gear = nearestGear(model, velocity * 60000.0 / (m.cadenceUsual * m.rearCircumference));
+    e.currentFrontTooth = frontToothOf(model, gear);
+    e.currentRearTooth = rearToothOf(model, gear);
+    double wheelRpm = wheelRpmAt(model, velocity);
+    e.cadence = wheelRpm / (static_cast<double>(e.currentFrontTooth) / e.currentRearTooth);
+    stagesBack(m, e, thrustPower, radiansPerSecond(wheelRpm), radiansPerSecond(e.cadence), motor);
+    e.pedalingForce = forceAtLever(e.pedalingTorque, crankLever(model));
+    e.crankForce = forceAtLever(e.crankTorque, chainLever(e.currentFrontTooth));
+    e.hubForce = forceAtLever(e.hubTorque, chainLever(e.currentRearTooth));
+    e.thrustForce = forceAtLever(e.thrustTorque, rearWheelLever(model));
 }
 
 template <class Motor>
-void chainForward(const StepState& step, const Motor& motor)
+void chainForward(const Model& model, Evaluation& e, const StepState& step, double pedalingPower, const Motor& motor)
 {
-    const ModelState& m = modelState;
-    RunState& r = runState;
+    const ModelState& m = model.state;
     double crankSpeed = radiansPerSecond(step.cadence);
     double wheelSpeed = crankSpeed * step.gearRatio;
-    r.pedalingTorque = r.pedalingPower / crankSpeed;
-    r.pedalingForce = forceAtLever(r.pedalingTorque, crankLever());
-    r.crankPower = (100.0 - m.shellLossPercent * r.pedalingTorque / m.shellLossTorque) * r.pedalingPower / 100.0;
+    e.pedalingPower = pedalingPower;
+    e.pedalingTorque = e.pedalingPower / crankSpeed;
+    e.pedalingForce = forceAtLever(e.pedalingTorque, crankLever(model));
+    e.crankPower = (100.0 - m.shellLossPercent * e.pedalingTorque / m.shellLossTorque) * e.pedalingPower / 100.0;
     motor.addAtCrank();
-    r.crankTorque = r.crankPower / crankSpeed;
-    r.crankForce = forceAtLever(r.crankTorque, chainLever(step.frontTooth));
-    r.hubPower = (100.0 - m.missionLossPercent) * r.crankPower / 100.0;
+    e.crankTorque = e.crankPower / crankSpeed;
+    e.crankForce = forceAtLever(e.crankTorque, chainLever(step.frontTooth));
+    e.hubPower = (100.0 - m.missionLossPercent) * e.crankPower / 100.0;
     motor.addAtHub();
-    r.hubTorque = r.hubPower / wheelSpeed;
-    r.hubForce = forceAtLever(r.hubTorque, chainLever(step.rearTooth));
-    r.thrustPower = (100.0 - m.wheelLossPercent * r.hubTorque / m.wheelLossTorque) * r.hubPower / 100.0;
-    r.thrustTorque = r.thrustPower / wheelSpeed;
-    r.thrustForce = forceAtLever(r.thrustTorque, rearWheelLever());
+    e.hubTorque = e.hubPower / wheelSpeed;
+    e.hubForce = forceAtLever(e.hubTorque, chainLever(step.rearTooth));
+    e.thrustPower = (100.0 - m.wheelLossPercent * e.hubTorque / m.wheelLossTorque) * e.hubPower / 100.0;
+    e.thrustTorque = e.thrustPower / wheelSpeed;
+    e.thrustForce = forceAtLever(e.thrustTorque, rearWheelLever(model));
     motor.finish();
 }
 

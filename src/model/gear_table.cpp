@@ -1,15 +1,9 @@
 #include "model/gear_table.h"
 
-#include "core/parameter_block.h"
-#include "model/derived.h"
-#include "model/run_state.h"
-
 #include <array>
 #include <cmath>
 
 namespace torvane {
-
-GearEntry gearTable[gearTableCapacity];
 
 namespace {
 
@@ -25,64 +19,60 @@ std::array<int, 3> sprocketsPerRing(int rings, int sprockets)
     return {inner, middle, outer};
 }
 
-double ratioOf(int ring, int sprocket)
+double ratioOf(const ModelState& m, int ring, int sprocket)
 {
-    return static_cast<double>(modelState.chainring[ring]) / modelState.sprocket[sprocket];
+    return static_cast<double>(m.chainring[ring]) / m.sprocket[sprocket];
 }
 
-GearEntry gearOf(int ring, int sprocket)
+GearEntry gearOf(const ModelState& m, int ring, int sprocket)
 {
-    double ratio = ratioOf(ring, sprocket);
-    auto velocityAt = [ratio](double cadence) { return cadence * ratio * modelState.rearCircumference / 60000.0; };
+    double ratio = ratioOf(m, ring, sprocket);
+    auto velocityAt = [&m, ratio](double cadence) { return cadence * ratio * m.rearCircumference / 60000.0; };
     return {ratio,
             ring,
             sprocket,
-            velocityAt(modelState.cadenceUsual),
-            velocityAt(modelState.cadencePoweredMax),
-            velocityAt(modelState.cadenceShiftUp),
-            velocityAt(modelState.cadenceShiftDown)};
+            velocityAt(m.cadenceUsual),
+            velocityAt(m.cadencePoweredMax),
+            velocityAt(m.cadenceShiftUp),
+            velocityAt(m.cadenceShiftDown)};
 }
 
 } // namespace
 
-void buildGearTable()
+void buildGearTable(Model& model)
 {
-    const int rings = modelState.chainringCount;
-    const double widestJump = modelState.cadenceShiftUp / modelState.cadenceShiftDown;
-    std::array<int, 3> counts = sprocketsPerRing(rings, modelState.sprocketCount);
+    ModelState& m = model.state;
+    GearEntry* gearTable = model.gearTable;
+    const int rings = m.chainringCount;
+    const double widestJump = m.cadenceShiftUp / m.cadenceShiftDown;
+    std::array<int, 3> counts = sprocketsPerRing(rings, m.sprocketCount);
 
     int rows = 0;
-    int sprocket = modelState.sprocketCount - 1;
+    int sprocket = m.sprocketCount - 1;
     for (int fromInner = 0; fromInner < rings; ++fromInner) {
         int ring = rings - 1 - fromInner;
         if (fromInner > 0) {
             ++sprocket; // back to the last sprocket used, then further down while the jump is too wide for the rider
-            while (sprocket < modelState.sprocketCount - 1 &&
-                   ratioOf(ring, sprocket) / gearTable[rows - 1].ratio > widestJump) {
+            while (sprocket < m.sprocketCount - 1 &&
+                   ratioOf(m, ring, sprocket) / gearTable[rows - 1].ratio > widestJump) {
                 ++sprocket;
                 ++counts[fromInner];
             }
         }
         for (int n = 0; n < counts[fromInner]; ++n) {
-            gearTable[rows++] = gearOf(ring, sprocket--);
+            gearTable[rows++] = gearOf(m, ring, sprocket--);
         }
     }
-    modelState.gearCount = rows;
-    runState.reachVelocity = gearTable[rows - 1].velocityMax;
+    m.gearCount = rows;
+    model.reachVelocity = gearTable[rows - 1].velocityMax;
 }
 
-void rebuildModel()
-{
-    computeDerived();
-    buildGearTable();
-}
-
-int nearestGear(double ratio)
+int nearestGear(const Model& model, double ratio)
 {
     int nearest = 0;
     double distance = 1000.0;
-    for (int row = 0; row < modelState.gearCount; ++row) {
-        double away = std::fabs(gearTable[row].ratio - ratio);
+    for (int row = 0; row < model.state.gearCount; ++row) {
+        double away = std::fabs(model.gearTable[row].ratio - ratio);
         if (away < distance) {
             distance = away;
             nearest = row;
@@ -91,14 +81,14 @@ int nearestGear(double ratio)
     return nearest;
 }
 
-int32_t frontToothOf(int row)
+int32_t frontToothOf(const Model& model, int row)
 {
-    return modelState.chainring[gearTable[row].frontIndex];
+    return model.state.chainring[model.gearTable[row].frontIndex];
 }
 
-int32_t rearToothOf(int row)
+int32_t rearToothOf(const Model& model, int row)
 {
-    return modelState.sprocket[gearTable[row].rearIndex];
+    return model.state.sprocket[model.gearTable[row].rearIndex];
 }
 
 } // namespace torvane

@@ -1,8 +1,6 @@
 #include "model/resistance.h"
 
-#include "core/parameter_block.h"
 #include "model/constants.h"
-#include "model/run_state.h"
 
 #include <algorithm>
 #include <bit>
@@ -19,50 +17,24 @@ double radians(double degrees)
     return degrees * pi / 180.0;
 }
 
-// Powers and angles cost more than all else here together, and their arguments seldom change from one evaluation to the
-// next. Each record below keeps them beside the arguments that they were made from, and is made anew when these differ
-// in any bit: so it always holds what a fresh evaluation would give.
+// Powers and angles cost more than all else here together. Those of the build are taken once for a model; those of the
+// slope are kept in the evaluation beside the inclination that they were taken of, and taken anew when it differs in
+// any bit: so they always are what a fresh evaluation would give.
 
-bool sameBits(double a, double b)
+const Slope& slopeOf(Evaluation& e)
 {
-    return std::bit_cast<uint64_t>(a) == std::bit_cast<uint64_t>(b);
-}
-
-// The way that is seldom taken stays out of the code that asks.
-template <class Kept>
-[[gnu::noinline, gnu::cold]] void renew(Kept& kept)
-{
-    kept = Kept(modelState);
-}
-
-struct Slope {
-    double inclination;
-    double sine, cosine; // of its angle
-
-    explicit Slope(double percent) : inclination(percent)
-    {
-        double angle = std::atan(percent / 100.0);
-        sine = std::sin(angle);
-        cosine = std::cos(angle);
+    if (std::bit_cast<uint64_t>(e.slope.inclination) != std::bit_cast<uint64_t>(e.inclination)) {
+        double angle = std::atan(e.inclination / 100.0);
+        e.slope = {e.inclination, std::sin(angle), std::cos(angle)};
     }
-};
-
-Slope slope{0.0};
-
-const Slope& slopeAt(double inclination)
-{
-    if (!sameBits(slope.inclination, inclination)) {
-        slope = Slope(inclination);
-    }
-    return slope;
+    return e.slope;
 }
 
-double loadWeight()
+double loadWeight(const ModelState& m)
 {
-    return modelState.humanWeight + modelState.bikeWeight;
+    return m.humanWeight + m.bikeWeight;
 }
 
-// Factor of torso angle and clothing on the drag of the body.
 double postureOf(double torso, int32_t wear)
 {
     static constexpr double wearFactors[] = {0.956, 1.0, 1.07, 1.2, 1.3};
@@ -73,70 +45,22 @@ double postureOf(double torso, int32_t wear)
     return posture * wearFactors[wear];
 }
 
-// What the drag of rider and frame takes from their build, whatever the velocity.
-struct Build {
-    double height, humanWeight, bikeWeight, torsoAngle;
-    int32_t wear;
-    double surface; // body surface by height, per square of the air's velocity
-    double weight, shellWeight;
-    double posture;
-
-    explicit Build(const ModelState& m)
-        : height(m.humanHeight), humanWeight(m.humanWeight), bikeWeight(m.bikeWeight), torsoAngle(m.torsoAngle),
-          wear(m.wear)
-    {
-        surface = 7.638e-5 * std::pow(height, 0.725);
-        weight = std::pow(humanWeight + bikeWeight, 0.425);
-        // A rider of standard build, 21.1 kg per square metre, on this bicycle.
-        shellWeight = std::pow(bikeWeight + height * 21.1 * height / 10000.0, 0.425);
-        posture = postureOf(torsoAngle, wear);
-    }
-    bool isOf(const ModelState& m) const
-    {
-        return sameBits(height, m.humanHeight) && sameBits(humanWeight, m.humanWeight) &&
-               sameBits(bikeWeight, m.bikeWeight) && sameBits(torsoAngle, m.torsoAngle) && wear == m.wear;
-    }
-};
-
-Build build{ModelState{}};
-
-inline const Build& presentBuild()
+Build buildOf(const ModelState& m)
 {
-    if (!build.isOf(modelState)) {
-        renew(build);
-    }
+    Build build;
+    build.surface = 7.638e-5 * std::pow(m.humanHeight, 0.725);
+    build.weight = std::pow(loadWeight(m), 0.425);
+    // A rider of standard build, 21.1 kg per square metre, on this bicycle.
+    build.shellWeight = std::pow(m.bikeWeight + m.humanHeight * 21.1 * m.humanHeight / 10000.0, 0.425);
+    build.posture = postureOf(m.torsoAngle, m.wear);
     return build;
 }
 
-// What a train of riders takes from its size and spacing, whatever the velocity.
-struct Peloton {
-    int32_t riders;
-    double velocity, wheelDistance;
-    double train, spacing;
-
-    explicit Peloton(const ModelState& m)
-        : riders(m.pelotonNumber), velocity(m.pelotonVelocity), wheelDistance(m.wheelDistance)
-    {
-        double length =
-            riders < 15 ? riders : riders / 10.0 + 15.0; // a long train gains little more, with a step at 15
-        train = (1.0 / std::pow(length, 0.2)) * std::pow(velocity, 0.2);
-        spacing = std::pow(wheelDistance, 0.2);
-    }
-    bool isOf(const ModelState& m) const
-    {
-        return riders == m.pelotonNumber && sameBits(velocity, m.pelotonVelocity) &&
-               sameBits(wheelDistance, m.wheelDistance);
-    }
-};
-
-Peloton peloton{ModelState{}};
-
-const Peloton& presentPeloton()
+Peloton pelotonOf(const ModelState& m)
 {
-    if (!peloton.isOf(modelState)) {
-        renew(peloton);
-    }
-    return peloton;
+    int32_t riders = m.pelotonNumber;
+    double length = riders < 15 ? riders : riders / 10.0 + 15.0; // a long train gains little more, with a step at 15
+    return {(1.0 / std::pow(length, 0.2)) * std::pow(m.pelotonVelocity, 0.2), std::pow(m.wheelDistance, 0.2)};
 }
 
 // Two numbers worked on side by side, each rounded as it would be alone: a division costs as much for two as for one.
@@ -155,9 +79,8 @@ struct Pace {
 };
 
 // kgf of both wheels.
-double wheelDragOf(const Pace& pace)
+double wheelDragOf(const ModelState& m, const Pace& pace)
 {
-    const ModelState& m = modelState;
     Pair squares = {pace.squared, pace.squared};
     if (m.wheelResistVelocity[0] != 50.0 || m.wheelResistVelocity[1] != 50.0) { // hardly a wheel is measured elsewhere
         Pair share = pace.kph / pairOf(m.wheelResistVelocity);
@@ -168,10 +91,10 @@ double wheelDragOf(const Pace& pace)
 }
 
 // kgf, what a helmet adds to a normal one.
-double helmetDragOf(const Pace& pace)
+double helmetDragOf(const ModelState& m, const Pace& pace)
 {
     static constexpr double resists[] = {3.0, 0.0, -4.12}; // W at 50 kph
-    return modelState.helmet == 1 ? 0.0 : pace.squared * resists[modelState.helmet] / wattsPerKgfAt50Kph;
+    return m.helmet == 1 ? 0.0 : pace.squared * resists[m.helmet] / wattsPerKgfAt50Kph;
 }
 
 // kgf, against air that comes with a velocity.
@@ -179,123 +102,119 @@ struct DragForces {
     double shell, human, wheel;
 };
 
-inline DragForces dragOf(const Build& b, double air)
+inline DragForces dragOf(const Model& model, double air)
 {
+    const ModelState& m = model.state;
+    const Build& b = model.build;
     Pace pace(air);
     double surface = b.surface * (air * air);
     double all = b.weight * surface - pace.squared * 1.6 * 55.0 / wattsPerKgfAt50Kph;
     double shell = b.shellWeight * surface * 0.12;
     double body = all * 0.12 - shell + all * 0.88;
-    double covered = modelState.shellType != 0 ? shell * modelState.shellAeroRatio : shell;
-    return {covered, body * b.posture + helmetDragOf(pace), wheelDragOf(pace)};
+    double covered = m.shellType != 0 ? shell * m.shellAeroRatio : shell;
+    return {covered, body * b.posture + helmetDragOf(m, pace), wheelDragOf(m, pace)};
+}
+
+// A negative thrust is a braking force: it moves weight to the front.
+void splitWeight(const ModelState& m, Evaluation& e, double thrustForce)
+{
+    const Slope& road = slopeOf(e);
+    double rear = ((road.sine + 0.1 + thrustForce / m.inertialWeight) * 0.5) / road.cosine + 0.5;
+    e.rearWeightRatio = std::clamp(rear, 0.0, 1.0);
+    e.frontWeightRatio = 1.0 - e.rearWeightRatio;
+}
+
+void updateRolling(const ModelState& m, Evaluation& e)
+{
+    e.effectiveRolling = (m.rollingCoefficient[0] * e.frontWeightRatio + m.rollingCoefficient[1] * e.rearWeightRatio) *
+                         m.bpn / bpnOfCoefficients;
+    if (m.roadSurface == 1) {
+        e.effectiveRolling *= 0.8;
+    } else if (m.roadSurface == 2) {
+        e.effectiveRolling *= 1.1;
+    }
+}
+
+void updateGrip(const ModelState& m, Evaluation& e)
+{
+    double front = m.frictionCoefficient[0] * e.frontWeightRatio;
+    double rear = m.frictionCoefficient[1] * e.rearWeightRatio;
+    e.frontFrictionShare = front / (front + rear);
+    e.rearFrictionShare = 1.0 - e.frontFrictionShare;
+    e.effectiveFriction = (front + rear) * m.bpn / bpnOfCoefficients;
+    if (m.roadSurface != 0) {
+        e.effectiveFriction *= 0.7;
+    }
 }
 
 } // namespace
 
-void splitWeight(double inclination, double thrustForce)
+void keepDragFactors(Model& model)
 {
-    const Slope& road = slopeAt(inclination);
-    double rear = ((road.sine + 0.1 + thrustForce / modelState.inertialWeight) * 0.5) / road.cosine + 0.5;
-    modelState.rearWeightRatio = std::clamp(rear, 0.0, 1.0);
-    modelState.frontWeightRatio = 1.0 - modelState.rearWeightRatio;
+    model.build = buildOf(model.state);
+    model.peloton = pelotonOf(model.state);
 }
 
-void updateGrip(int32_t bpn, int32_t roadSurface)
+void updateLoadAndGrip(const Model& model, Evaluation& e, double thrustForce)
 {
-    double front = modelState.frictionCoefficient[0] * modelState.frontWeightRatio;
-    double rear = modelState.frictionCoefficient[1] * modelState.rearWeightRatio;
-    modelState.frontFrictionShare = front / (front + rear);
-    modelState.rearFrictionShare = 1.0 - modelState.frontFrictionShare;
-    modelState.effectiveFriction = (front + rear) * bpn / bpnOfCoefficients;
-    if (roadSurface != 0) {
-        modelState.effectiveFriction *= 0.7;
-    }
+    splitWeight(model.state, e, thrustForce);
+    updateRolling(model.state, e);
+    updateGrip(model.state, e);
 }
 
-void updateLoadAndGrip(double thrustForce)
+double tyreLoadFactor(const Model& model, const Evaluation& e)
 {
-    ModelState& m = modelState;
-    splitWeight(runState.inclination, thrustForce);
-    m.effectiveRolling = (m.rollingCoefficient[0] * m.frontWeightRatio + m.rollingCoefficient[1] * m.rearWeightRatio) *
-                         m.bpn / bpnOfCoefficients;
-    if (m.roadSurface == 1) {
-        m.effectiveRolling *= 0.8;
-    } else if (m.roadSurface == 2) {
-        m.effectiveRolling *= 1.1;
-    }
-    updateGrip(m.bpn, m.roadSurface);
-}
-
-double tyreLoadFactor()
-{
-    double width =
-        modelState.tyreSize[0] * modelState.frontWeightRatio + modelState.tyreSize[1] * modelState.rearWeightRatio;
-    double factor = (23.0 * 23.0 * loadWeight() / 83.0) / (width * width);
+    const ModelState& m = model.state;
+    double width = m.tyreSize[0] * e.frontWeightRatio + m.tyreSize[1] * e.rearWeightRatio;
+    double factor = (23.0 * 23.0 * loadWeight(m) / 83.0) / (width * width);
     return factor < 1.0 ? 1.0 : factor;
 }
 
-void setLoads()
+void setLoads(const Model& model, Evaluation& e)
 {
-    const Slope& road = slopeAt(runState.inclination);
-    runState.slopeLoad = road.sine * loadWeight();
-    runState.rollingLoad = tyreLoadFactor() * road.cosine * loadWeight() * modelState.effectiveRolling;
+    const Slope& road = slopeOf(e);
+    double weight = loadWeight(model.state);
+    e.slopeLoad = road.sine * weight;
+    e.rollingLoad = tyreLoadFactor(model, e) * road.cosine * weight * e.effectiveRolling;
 }
 
-double pelotonRatioAt(double airVelocity)
+double pelotonRatioAt(const Model& model, double airVelocity)
 {
-    int32_t riders = modelState.pelotonNumber;
+    int32_t riders = model.state.pelotonNumber;
     if (riders < 2 || !(airVelocity > 0.0)) {
         return 1.0;
     }
-    const Peloton& p = presentPeloton();
+    const Peloton& p = model.peloton;
     double ratio = p.train / std::pow(airVelocity * 3.6, 0.2) * p.spacing / std::pow(50.0, 0.2);
-    if (modelState.rotateTop == 1) {
+    if (model.state.rotateTop == 1) {
         ratio = ((riders - 1) * ratio + 1.0) / riders; // a share of the time in front, in free air
     }
     return ratio > 1.0 ? 1.0 : ratio;
 }
 
-double postureFactor()
+Solved resistanceAtVelocity(const Model& model, Evaluation& e, double velocity)
 {
-    return presentBuild().posture;
-}
+    const ModelState& m = model.state;
+    double airVelocity = e.headWind + velocity;
+    double pelotonPart = m.pelotonMode != 0 ? pelotonRatioAt(model, airVelocity) : m.pelotonRatio;
+    double density = e.airPressureRatio * pelotonPart;
 
-double wheelDragAt(double velocity, double wind)
-{
-    return wheelDragOf(Pace(velocity + wind));
-}
-
-void dragForces(double velocity, double wind)
-{
-    DragForces drag = dragOf(presentBuild(), velocity + wind);
-    runState.shellDrag = drag.shell;
-    runState.humanDrag = drag.human;
-    runState.wheelDrag = drag.wheel;
-}
-
-Solved resistanceAtVelocity(double velocity)
-{
-    RunState& r = runState;
-    double airVelocity = r.headWind + velocity;
-    double pelotonPart = modelState.pelotonMode != 0 ? pelotonRatioAt(airVelocity) : modelState.pelotonRatio;
-    double density = r.airPressureRatio * pelotonPart;
-
-    DragForces drag = dragOf(presentBuild(), airVelocity);
-    r.shellDrag = drag.shell;
-    r.humanDrag = drag.human;
-    r.wheelDrag = drag.wheel;
-    r.airDrag = drag.shell + drag.human + drag.wheel;
+    DragForces drag = dragOf(model, airVelocity);
+    e.shellDrag = drag.shell;
+    e.humanDrag = drag.human;
+    e.wheelDrag = drag.wheel;
+    e.airDrag = drag.shell + drag.human + drag.wheel;
 
     // Air and peloton thin the powers only; the forces stay those of full air.
     double perForce = airVelocity * density * standardGravity;
-    r.shellDragPower = drag.shell * perForce;
-    r.humanDragPower = drag.human * perForce;
-    r.wheelDragPower = drag.wheel * perForce;
-    r.airDragPower = r.airDrag * perForce;
-    r.totalLoad = r.rollingLoad + r.airDrag + r.slopeLoad;
-    r.rollingPower = r.rollingLoad * velocity * standardGravity;
-    r.slopePower = r.slopeLoad * velocity * standardGravity;
-    return {r.rollingPower + r.airDragPower + r.slopePower, velocity > r.reachVelocity ? statusOverReach : 0};
+    e.shellDragPower = drag.shell * perForce;
+    e.humanDragPower = drag.human * perForce;
+    e.wheelDragPower = drag.wheel * perForce;
+    e.airDragPower = e.airDrag * perForce;
+    e.totalLoad = e.rollingLoad + e.airDrag + e.slopeLoad;
+    e.rollingPower = e.rollingLoad * velocity * standardGravity;
+    e.slopePower = e.slopeLoad * velocity * standardGravity;
+    return {e.rollingPower + e.airDragPower + e.slopePower, velocity > model.reachVelocity ? statusOverReach : 0};
 }
 
 } // namespace torvane

@@ -1,9 +1,7 @@
 #include "model/solver.h"
 
-#include "core/parameter_block.h"
 #include "model/drivetrain.h"
 #include "model/power_search.h"
-#include "model/run_state.h"
 
 namespace torvane {
 
@@ -12,19 +10,19 @@ namespace {
 constexpr double firstVelocity = 11.0; // m/s, some 40 kph
 
 // As powerAtVelocity, with the loads set already.
-Solved stagePowerAt(int stage, double velocity)
+Solved stagePowerAt(const Model& model, Evaluation& e, int stage, double velocity)
 {
-    Solved required = resistanceAtVelocity(velocity);
-    drivetrainFromThrust(velocity, required.value);
-    return {stage == stageThrust ? required.value : stagePower(stage), required.status};
+    Solved required = resistanceAtVelocity(model, e, velocity);
+    drivetrainFromThrust(model, e, velocity, required.value);
+    return {stage == stageThrust ? required.value : stagePower(e, stage), required.status};
 }
 
 // The velocity may be below 0.
-Solved searchVelocity(int stage, double wanted, double firstStep)
+Solved searchVelocity(const Model& model, Evaluation& e, int stage, double wanted, double firstStep)
 {
-    setLoads();
+    setLoads(model, e);
     PowerSearch search{firstVelocity, firstStep};
-    searchPower(search, wanted, [stage](double velocity) { return stagePowerAt(stage, velocity); });
+    searchPower(search, wanted, [&](double velocity) { return stagePowerAt(model, e, stage, velocity); });
     ResultStatus status = search.status;
     if (search.velocity < 0.0) {
         status |= statusTooShortPower;
@@ -56,39 +54,21 @@ double requiredPower(double power, double cadence, double cadenceMax)
     return cadence == 0.0 ? 0.0 : cadenceMax * cadenceMax * power / (2.0 * cadenceMax - cadence) / cadence;
 }
 
-Solved powerAtVelocity(int stage, double velocity)
+Solved powerAtVelocity(const Model& model, Evaluation& e, int stage, double velocity)
 {
-    setLoads();
-    return stagePowerAt(stage, velocity);
+    setLoads(model, e);
+    return stagePowerAt(model, e, stage, velocity);
 }
 
-Solved velocityForPower(int stage, double power)
+Solved velocityForPower(const Model& model, Evaluation& e, int stage, double power)
 {
-    Solved found = searchVelocity(stage, power, 2.0);
+    Solved found = searchVelocity(model, e, stage, power, 2.0);
     return {found.value < 0.0 ? 0.0 : found.value, found.status};
 }
 
-ResultStatus velocityFromPedaling()
+Solved velocityFromPedaling(const Model& model, Evaluation& e, double power)
 {
-    Solved found = searchVelocity(stagePedaling, runState.power, 6.0);
-    runState.velocity = found.value;
-    return found.status;
-}
-
-ResultStatus powerFromVelocity()
-{
-    RunState& r = runState;
-    setLoads();
-    Solved required = resistanceAtVelocity(r.velocity);
-    drivetrainFromThrust(r.velocity, required.value);
-    double summit = modelState.cadencePoweredMax;
-    r.peakPower[0] = requiredPower(required.value, r.cadence, summit);
-    r.power = r.pedalingPower;
-    r.torque = r.pedalingTorque;
-    r.force = r.pedalingForce;
-    r.cadenceMax = summit;
-    r.maxPower = requiredPower(r.pedalingPower, r.cadence, summit);
-    return required.status;
+    return searchVelocity(model, e, stagePedaling, power, 6.0);
 }
 
 } // namespace torvane

@@ -1,5 +1,5 @@
 // From power to velocity, by search: the model itself runs from velocity to power only.
-// All solvers set the loads for the present inclination; weight split and effectiveRolling are the caller's
+// All solvers set the loads for the inclination of the evaluation; weight split and effectiveRolling are the caller's
 // (updateLoadAndGrip). These are the unassisted solvers; assist.h has their twins and the functions that choose.
 #pragma once
 
@@ -15,19 +15,15 @@ ResultStatus toleranceClass(double value, double wanted);
 // 0 for cadence 0.
 double requiredPower(double power, double cadence, double cadenceMax);
 
-// Power in W of a stage at a velocity in m/s; fills resistances and stages of runState. For the thrust stage it is the
+// Power in W of a stage at a velocity in m/s; fills resistances and stages. For the thrust stage it is the
 // required power with its sign, also where the stages stand at 0. Status 0 or statusOverReach.
-Solved powerAtVelocity(int stage, double velocity);
+Solved powerAtVelocity(const Model& model, Evaluation& evaluation, int stage, double velocity);
 
 // Velocity in m/s at which a stage carries a power in W; never below 0. Status: statusNotConverged,
 // statusTooShortPower, statusBeyondTolerance, statusLooseTolerance, statusOverReach or 0.
-Solved velocityForPower(int stage, double power);
+Solved velocityForPower(const Model& model, Evaluation& evaluation, int stage, double power);
 
-// runState.velocity from runState.power at the pedals. Statuses as velocityForPower; a velocity below 0 stays.
-ResultStatus velocityFromPedaling();
-
-// runState's power, torque, force, cadenceMax, maxPower, peakPower[0] and stages from runState.velocity.
-// Status 0 or statusOverReach.
-ResultStatus powerFromVelocity();
+// As velocityForPower at the pedals, but a velocity below 0 stays, and the search takes other steps.
+Solved velocityFromPedaling(const Model& model, Evaluation& evaluation, double power);
 
 } // namespace torvane

@@ -1,5 +1,5 @@
 // Where a simulation over time stands in its present step: what the loop carries from step to step, what the drivetrain
-// reads of it, and what a row of the sample log shows. One record for every run; the powers stand in RunState.
+// reads of it, and what a row of the sample log shows. One record for every run; the powers stand in an Evaluation.
 #pragma once
 
 namespace torvane {

@@ -1,11 +1,9 @@
 #include "model/theory.h"
 
-#include "core/parameter_block.h"
 #include "model/constants.h"
 #include "model/drivetrain.h"
 #include "model/gear_table.h"
 #include "model/resistance.h"
-#include "model/run_state.h"
 #include "model/solver.h"
 
 #include <algorithm>
@@ -26,9 +24,8 @@ bool anyZero(std::initializer_list<double> values)
     return false;
 }
 
-ResultStatus zeroValue()
+ResultStatus zeroValue(Theory& r)
 {
-    RunState& r = runState;
     r.cadence = r.power = r.cadenceMax = r.maxPower = r.torque = r.force = 0.0;
     return statusZeroValue;
 }
@@ -39,49 +36,47 @@ bool areNumbers(std::initializer_list<double> values)
 }
 
 // Figures next to 0 lead to others that are none; they are as good as 0.
-ResultStatus numbersOrZero(ResultStatus status)
+ResultStatus numbersOrZero(Theory& r, ResultStatus status)
 {
-    RunState& r = runState;
     if (areNumbers({r.cadence, r.power, r.cadenceMax, r.maxPower, r.torque, r.force, r.gearRatio, r.expectedRatio}) &&
         std::isfinite(r.velocity)) {
         return status;
     }
     r.velocity = std::isfinite(r.velocity) ? r.velocity : 0.0;
     r.expectedRatio = std::isfinite(r.expectedRatio) ? r.expectedRatio : 0.0;
-    return status | zeroValue();
+    return status | zeroValue(r);
 }
 
-double forceOfTorque(double torque)
+double forceOfTorque(const Model& model, double torque)
 {
-    return forceAtLever(torque, crankLever());
+    return forceAtLever(torque, crankLever(model));
 }
 
-double torqueOfForce(double force)
+double torqueOfForce(const Model& model, double force)
 {
-    return crankLever() * force * standardGravity;
+    return crankLever(model) * force * standardGravity;
 }
 
-void torqueStep()
+void torqueStep(const Model& model, Theory& r)
 {
-    runState.torque = runState.power / radiansPerSecond(runState.cadence);
-    runState.force = forceOfTorque(runState.torque);
+    r.torque = r.power / radiansPerSecond(r.cadence);
+    r.force = forceOfTorque(model, r.torque);
 }
 
 // No summit at all gives a power at twice its cadence, where every parabola is down to 0.
-ResultStatus maxPowerStep()
+ResultStatus maxPowerStep(Theory& r)
 {
-    const double summit = requiredPower(runState.power, runState.cadence, runState.cadenceMax);
-    runState.maxPower = std::isfinite(summit) ? summit : 0.0;
+    const double summit = requiredPower(r.power, r.cadence, r.cadenceMax);
+    r.maxPower = std::isfinite(summit) ? summit : 0.0;
     return std::isfinite(summit) ? 0 : statusZeroValue;
 }
 
 // Cadence theory: one point of the parabola, solved for one of its four figures.
 
-ResultStatus cadenceOfPower()
+ResultStatus cadenceOfPower(const Model& model, Theory& r)
 {
-    RunState& r = runState;
     if (anyZero({r.power, r.maxPower, r.cadenceMax})) {
-        return zeroValue();
+        return zeroValue(r);
     }
     double m = r.cadenceMax;
     if (r.power > r.maxPower) {
@@ -92,27 +87,25 @@ ResultStatus cadenceOfPower()
         return 0;
     }
     r.cadence = (2.0 * m - std::sqrt((m * m - m * m * r.power / r.maxPower) * 4.0)) * 0.5; // the rising side
-    torqueStep();
+    torqueStep(model, r);
     return 0;
 }
 
-ResultStatus powerOfCadence()
+ResultStatus powerOfCadence(const Model& model, Theory& r)
 {
-    RunState& r = runState;
     if (anyZero({r.cadence, r.maxPower, r.cadenceMax})) {
-        return zeroValue();
+        return zeroValue(r);
     }
     double m = r.cadenceMax;
     r.power = (2.0 * m - r.cadence) * r.maxPower * r.cadence / (m * m);
-    torqueStep();
+    torqueStep(model, r);
     return 0;
 }
 
-ResultStatus cadenceMaxOfPower()
+ResultStatus cadenceMaxOfPower(const Model& model, Theory& r)
 {
-    RunState& r = runState;
     if (anyZero({r.cadence, r.power, r.maxPower})) {
-        return zeroValue();
+        return zeroValue(r);
     }
     double c = r.cadence;
     if (r.power > r.maxPower) {
@@ -126,145 +119,137 @@ ResultStatus cadenceMaxOfPower()
     double low = (2.0 * r.maxPower * c - root) / (2.0 * r.power);
     double high = (2.0 * r.maxPower * c + root) / (2.0 * r.power);
     r.cadenceMax = low > high ? low : high;
-    torqueStep();
+    torqueStep(model, r);
     return 0;
 }
 
-ResultStatus maxPowerOfCadence()
+ResultStatus maxPowerOfCadence(const Model& model, Theory& r)
 {
-    RunState& r = runState;
     if (anyZero({r.cadence, r.power, r.cadenceMax})) {
-        return zeroValue();
+        return zeroValue(r);
     }
-    torqueStep();
-    return maxPowerStep();
+    torqueStep(model, r);
+    return maxPowerStep(r);
 }
 
 // Pedaling dynamics: power is torque by angular velocity.
 
-ResultStatus cadenceOfTorque()
+ResultStatus cadenceOfTorque(const Model& model, Theory& r)
 {
-    RunState& r = runState;
     if (anyZero({r.power, r.torque})) {
-        return zeroValue();
+        return zeroValue(r);
     }
     if (r.torqueOrForce != 0) {
-        r.torque = torqueOfForce(r.force);
+        r.torque = torqueOfForce(model, r.force);
     } else {
-        r.force = forceOfTorque(r.torque);
+        r.force = forceOfTorque(model, r.torque);
     }
     r.cadence = r.power * 60.0 / (r.torque * 2.0 * pi);
-    return maxPowerStep();
+    return maxPowerStep(r);
 }
 
-ResultStatus powerOfTorque()
+ResultStatus powerOfTorque(const Model& model, Theory& r)
 {
-    RunState& r = runState;
     if (anyZero({r.cadence, r.torque})) {
-        return zeroValue();
+        return zeroValue(r);
     }
     if (r.torqueOrForce == 0) {
-        r.force = forceOfTorque(r.torque);
+        r.force = forceOfTorque(model, r.torque);
     } else if (r.torqueOrForce == 1) {
-        r.torque = torqueOfForce(r.force);
+        r.torque = torqueOfForce(model, r.force);
     }
     r.power = radiansPerSecond(r.cadence) * r.torque;
-    return maxPowerStep();
+    return maxPowerStep(r);
 }
 
-ResultStatus torqueOfPower()
+ResultStatus torqueOfPower(const Model& model, Theory& r)
 {
-    RunState& r = runState;
     if (anyZero({r.cadence, r.power})) {
-        return zeroValue();
+        return zeroValue(r);
     }
-    torqueStep();
-    return maxPowerStep();
+    torqueStep(model, r);
+    return maxPowerStep(r);
 }
 
 // Gear combination.
 
-void takeGear(int row)
+void takeGear(const Model& model, Theory& r, int row)
 {
-    runState.frontTooth = frontToothOf(row);
-    runState.rearTooth = rearToothOf(row);
-    runState.gearRatio = gearTable[row].ratio;
+    r.frontTooth = frontToothOf(model, row);
+    r.rearTooth = rearToothOf(model, row);
+    r.gearRatio = model.gearTable[row].ratio;
 }
 
-double enteredRatio()
+double enteredRatio(const Theory& r)
 {
-    return static_cast<double>(runState.frontTooth) / runState.rearTooth;
+    return static_cast<double>(r.frontTooth) / r.rearTooth;
 }
 
-ResultStatus cadenceOfVelocity()
+ResultStatus cadenceOfVelocity(const Model& model, Theory& r)
 {
-    RunState& r = runState;
     if (r.velocity == 0.0) {
         r.cadence = 0.0;
-        takeGear(0);
+        takeGear(model, r, 0);
         return statusZeroValue;
     }
-    r.gearRatio = enteredRatio();
-    r.cadence = r.velocity * 60000.0 / (modelState.rearCircumference * r.gearRatio);
+    r.gearRatio = enteredRatio(r);
+    r.cadence = r.velocity * 60000.0 / (model.state.rearCircumference * r.gearRatio);
     return 0;
 }
 
-ResultStatus velocityOfCadence()
+ResultStatus velocityOfCadence(const Model& model, Theory& r)
 {
-    RunState& r = runState;
     if (r.cadence == 0.0) {
         r.velocity = 0.0;
-        takeGear(0);
+        takeGear(model, r, 0);
         return statusZeroValue;
     }
-    r.gearRatio = enteredRatio();
-    r.velocity = modelState.rearCircumference * r.gearRatio * r.cadence / 60000.0;
+    r.gearRatio = enteredRatio(r);
+    r.velocity = model.state.rearCircumference * r.gearRatio * r.cadence / 60000.0;
     return 0;
 }
 
 // Any whole teeth between the profile's smallest and largest, whether the bicycle has them or not.
-void takeNearestTeeth(double ratio)
+void takeNearestTeeth(const ModelState& m, Theory& r, double ratio)
 {
-    const ModelState& m = modelState;
     double distance = 1000.0;
     for (int32_t front = m.chainring[m.chainringCount - 1]; front <= m.chainring[0]; ++front) {
         for (int32_t rear = m.sprocket[0]; rear <= m.sprocket[m.sprocketCount - 1]; ++rear) {
             double away = std::fabs(ratio - static_cast<double>(front) / rear);
             if (away < distance) {
                 distance = away;
-                runState.frontTooth = front;
-                runState.rearTooth = rear;
+                r.frontTooth = front;
+                r.rearTooth = rear;
             }
         }
     }
-    runState.gearRatio = enteredRatio();
+    r.gearRatio = enteredRatio(r);
 }
 
-ResultStatus teethOfVelocity(bool ownGears)
+ResultStatus teethOfVelocity(const Model& model, Theory& r, bool ownGears)
 {
-    RunState& r = runState;
     if (anyZero({r.velocity, r.cadence})) {
         r.velocity = r.cadence = 0.0;
         r.expectedRatio = 0.0;
-        takeGear(0);
+        takeGear(model, r, 0);
         return statusZeroValue;
     }
-    r.expectedRatio = r.velocity * 60000.0 / (modelState.rearCircumference * r.cadence);
+    r.expectedRatio = r.velocity * 60000.0 / (model.state.rearCircumference * r.cadence);
     if (ownGears) {
-        takeGear(nearestGear(r.expectedRatio));
+        takeGear(model, r, nearestGear(model, r.expectedRatio));
     } else {
-        takeNearestTeeth(r.expectedRatio);
+        takeNearestTeeth(model.state, r, r.expectedRatio);
     }
     r.cadence = r.cadence * (r.expectedRatio / r.gearRatio);
     return 0;
 }
 
-ResultStatus teethTarget()
+ResultStatus teethTarget(const Model& model, Theory& r)
 {
-    return teethOfVelocity(runState.useMissionProfile != 0);
+    return teethOfVelocity(model, r, r.useMissionProfile != 0);
 }
 
-using Case = ResultStatus (*)();
+using Case = ResultStatus (*)(const Model&, Theory&);
 constexpr int targetsPerCalculator = 4;
 
 constexpr Case cases[theoryCount][targetsPerCalculator] = {
@@ -273,51 +258,70 @@ constexpr Case cases[theoryCount][targetsPerCalculator] = {
     {cadenceOfVelocity, velocityOfCadence, teethTarget, nullptr},
 };
 
-ResultStatus verifyPower(int calculator, int target)
+// Power, torque, force and summit of a velocity on the road. Status 0 or statusOverReach.
+ResultStatus powerFromVelocity(const Model& model, Theory& r)
 {
-    ResultStatus status = velocityFromPedaling();
-    status |= teethOfVelocity(true);
-    if ((calculator == 0 && target != 1) || (calculator == 1 && target == 2)) {
-        status |= cadenceOfVelocity();
+    Evaluation& road = r.road;
+    setLoads(model, road);
+    Solved required = resistanceAtVelocity(model, road, r.velocity);
+    drivetrainFromThrust(model, road, r.velocity, required.value);
+    r.cadence = road.cadence;
+    r.power = road.pedalingPower;
+    r.torque = road.pedalingTorque;
+    r.force = road.pedalingForce;
+    r.cadenceMax = model.state.cadencePoweredMax;
+    r.maxPower = requiredPower(r.power, r.cadence, r.cadenceMax);
+    return required.status;
+}
+
+ResultStatus verifyPower(const Model& model, Theory& r)
+{
+    Solved found = velocityFromPedaling(model, r.road, r.power);
+    r.velocity = found.value;
+    r.cadence = r.road.cadence;
+    ResultStatus status = found.status | teethOfVelocity(model, r, true);
+    if ((r.calculator == 0 && r.target != 1) || (r.calculator == 1 && r.target == 2)) {
+        status |= cadenceOfVelocity(model, r);
     }
-    return status | powerFromVelocity();
+    return status | powerFromVelocity(model, r);
 }
 
 } // namespace
 
-void theorySetUp()
+Theory theorySetUp(const Model& model, const ParameterBlock& in)
 {
-    const ParameterBlock& in = workingBlock;
-    RunState& r = runState;
     const int n = in.theoryCalculator;
-    r.airPressureRatio = modelState.hectoPascal / seaLevelPressure;
-    r.headWind = modelState.windSpeed;
-    r.cadence = in.theoryCadence[n];
+    Theory r = {};
+    r.calculator = n;
+    r.target = in.theoryTarget;
+    r.cadence = r.askedCadence = in.theoryCadence[n];
     r.power = in.theoryPower[n];
     r.torque = in.theoryTorque[n];
     r.force = in.theoryForce[n];
     r.cadenceMax = in.theoryCadenceMax[n];
     r.maxPower = in.theoryMaxPower[n];
     r.velocity = in.theoryVelocity[n];
-    r.inclination = in.theoryInclination[n];
     r.frontTooth = in.frontTooth;
     r.rearTooth = in.rearTooth;
     r.useMissionProfile = in.useMissionProfile;
     r.torqueOrForce = in.torqueOrForce;
-    updateLoadAndGrip(0.0);
+    r.road.airPressureRatio = model.state.hectoPascal / seaLevelPressure;
+    r.road.headWind = model.state.windSpeed;
+    r.road.inclination = in.theoryInclination[n];
+    updateLoadAndGrip(model, r.road, 0.0);
+    return r;
 }
 
-ResultStatus theoryCalculate()
+ResultStatus theoryCalculate(const Model& model, Theory& theory)
 {
-    Case solve = cases[workingBlock.theoryCalculator][workingBlock.theoryTarget];
-    return solve != nullptr ? numbersOrZero(solve()) : 0;
+    Case solve = cases[theory.calculator][theory.target];
+    return solve != nullptr ? numbersOrZero(theory, solve(model, theory)) : 0;
 }
 
-ResultStatus theoryVerify()
+ResultStatus theoryVerify(const Model& model, Theory& theory)
 {
-    const int calculator = workingBlock.theoryCalculator;
-    ResultStatus status = calculator == 2 ? powerFromVelocity() : verifyPower(calculator, workingBlock.theoryTarget);
-    return (status & 0x7FFF) != 0 ? status << 4 : numbersOrZero(status);
+    ResultStatus status = theory.calculator == 2 ? powerFromVelocity(model, theory) : verifyPower(model, theory);
+    return (status & 0x7FFF) != 0 ? status << 4 : numbersOrZero(theory, status);
 }
 
 } // namespace torvane

@@ -210,12 +210,13 @@ constexpr Section conditionSections[] = {
     {sectionPeloton, "air drag ratio under peloton / train", appendPeloton},
 };
 
-void reportSections(Screens& screens, Pane pane, std::string text, std::span<const Section> sections, uint32_t mask)
+void reportSections(Screens& screens, Pane pane, const ModelState& model, std::string text,
+                    std::span<const Section> sections, uint32_t mask)
 {
     for (const Section& section : sections) {
         if ((mask & section.bit) != 0) {
             appendFormat(text, "\n %s\n\n", section.title);
-            section.append(text, modelState);
+            section.append(text, model);
         }
     }
     text += "\n";
@@ -225,16 +226,16 @@ void reportSections(Screens& screens, Pane pane, std::string text, std::span<con
 
 } // namespace
 
-void reportProfile(Screens& screens, Pane pane, const ParameterBlock& block, uint32_t mask)
+void reportProfile(Screens& screens, Pane pane, const ModelState& model, const ParameterBlock& block, uint32_t mask)
 {
     std::string_view name(block.profileFileName, strnlen(block.profileFileName, sizeof block.profileFileName));
     std::string head = "\n\t\tcurrent profile   : " + shownText(name) + "\n";
-    reportSections(screens, pane, std::move(head), profileSections, mask);
+    reportSections(screens, pane, model, std::move(head), profileSections, mask);
 }
 
-void reportCondition(Screens& screens, Pane pane, uint32_t mask)
+void reportCondition(Screens& screens, Pane pane, const ModelState& model, uint32_t mask)
 {
-    reportSections(screens, pane, "\n\t\tcurrent condition\n", conditionSections, mask);
+    reportSections(screens, pane, model, "\n\t\tcurrent condition\n", conditionSections, mask);
 }
 
 } // namespace torvane

@@ -2,14 +2,11 @@
 #include "report/ride_report.h"
 
 #include "core/names.h"
-#include "core/parameter_block.h"
 #include "core/text.h"
-#include "model/run_state.h"
 #include "report/report_text.h"
 #include "report/ride_lines.h"
 #include "report/status_text.h"
 #include "report/time_text.h"
-#include "ride/ride_run.h"
 
 #include <iterator>
 
@@ -49,231 +46,229 @@ constexpr ModeTitle modeTitles[rideModeCount] = {
     {"critical cornering which calculation target is", corneringTargets, false},
 };
 
-std::string titleOf(const ModeTitle& mode)
+std::string titleOf(const RideRun& ride)
 {
-    std::string title = formatText("%s '%s'", mode.words, nameAt(mode.targets, workingBlock.rideTarget));
-    return mode.quotesReference ? title + " " + reportReference() : title;
+    const ModeTitle& mode = modeTitles[ride.in.rideMode];
+    std::string title = formatText("%s '%s'", mode.words, nameAt(mode.targets, ride.in.rideTarget));
+    return mode.quotesReference ? title + " " + reportReference(ride) : title;
 }
 
 // Where the road pushes harder at the ending velocity than the drag holds, the pane quotes the force that is needed
 // instead of a power. A run that came to the brakes by a power below 0 quotes that power.
-std::string paneTitle(const std::string& title)
+std::string paneTitle(const RideRun& ride, const std::string& title)
 {
-    int target = workingBlock.rideTarget;
-    bool brakes = workingBlock.rideMode == rideDeceleration && runState.thrustMode != 0 && !(runState.power < 0.0);
+    int target = ride.in.rideTarget;
+    bool brakes = ride.in.rideMode == rideDeceleration && ride.found.drive.thrustMode != 0 && !(ride.found.power < 0.0);
     if (brakes && target == decelerationPowerAtEnd) {
         return formatText("%s '%s' required %5.3lf kgf", modeTitles[rideDeceleration].words,
-                          decelerationFactorNames[target], runState.thrustForce);
+                          decelerationFactorNames[target], ride.now.thrustForce);
     }
     return title;
 }
 
 // Lines between title and status
 
-void appendRunLimits(std::string& text)
+void appendRunLimits(std::string& text, const RideRun& ride)
 {
     appendFormat(text, " -- inclination %5.3lf per, starting velocity is %6.3lf kph, ending velocity is %6.3lf kph\n",
-                 runState.inclination, kph(runState.startVelocity), kph(runState.endVelocity));
+                 ride.now.inclination, kph(ride.in.startVelocity), kph(ride.in.endVelocity));
 }
 
 // A rider whose cranks are whirled round by a gear far too low holds the wheel back as well, and is told of it so.
-void appendDecelerationLimits(std::string& text)
+void appendDecelerationLimits(std::string& text, const RideRun& ride)
 {
-    if (runState.meanStagePower[stageThrust] < 0.0 && workingBlock.rideTarget < decelerationConstantPower) {
+    if (ride.found.meanStagePower[stageThrust] < 0.0 && ride.in.rideTarget < decelerationConstantPower) {
         text += "with braking due to constant force\n";
     }
-    appendRunLimits(text);
+    appendRunLimits(text, ride);
 }
 
-void appendPattern(std::string& text, ResultStatus status)
+void appendPattern(std::string& text, const RideRun& ride)
 {
-    const RunState& run = runState;
-    double start = kph(run.startVelocity);
-    double end = kph(run.endVelocity);
-    appendFormat(text, " -- inclination %5.3lf per, ", run.inclination);
-    switch (workingBlock.rideTarget) {
+    double start = kph(ride.in.startVelocity);
+    double end = kph(ride.in.endVelocity);
+    appendFormat(text, " -- inclination %5.3lf per, ", ride.now.inclination);
+    switch (ride.in.rideTarget) {
     case patternConstantForce:
-        appendFormat(text, "constant force %3.1lf kgf from %3.1lf kph to %3.1lf kph\n", run.force, start, end);
+        appendFormat(text, "constant force %3.1lf kgf from %3.1lf kph to %3.1lf kph\n", ride.found.force, start, end);
         break;
     case patternCriticalFull:
         appendFormat(text, "critical full braking from %3.1lf kph to %3.1lf kph\n", start, end);
         break;
     case patternConstantVelocity:
         appendFormat(text, "velocity is constant %3.1lf kph", end);
-        text += status == 0 ? formatText(" due to braking %3.1lf kgf\n", run.force) : "\n";
+        text += ride.status == 0 ? formatText(" due to braking %3.1lf kgf\n", ride.found.force) : "\n";
         break;
     default:
-        appendFormat(text, "intermittent braking %3.1lf kgf to %3.1lf kph for every %3.1lf m\n", run.force, end,
-                     run.intervalDistance);
+        appendFormat(text, "intermittent braking %3.1lf kgf to %3.1lf kph for every %3.1lf m\n", ride.found.force, end,
+                     ride.in.intervalDistance);
     }
 }
 
-void appendLimits(std::string& text, ResultStatus status)
+void appendLimits(std::string& text, const RideRun& ride)
 {
-    switch (workingBlock.rideMode) {
+    switch (ride.in.rideMode) {
     case rideAcceleration:
-        appendRunLimits(text);
+        appendRunLimits(text, ride);
         break;
     case rideDeceleration:
-        appendDecelerationLimits(text);
+        appendDecelerationLimits(text, ride);
         break;
     case ridePatternBraking:
-        appendPattern(text, status);
+        appendPattern(text, ride);
         break;
     }
 }
 
 // Bodies
 
-void appendReached(std::string& text, bool stoppedShort)
+void appendReached(std::string& text, const RideRun& ride, bool stoppedShort)
 {
     constexpr double leastAcceleration = 0.00025; // m/s2, at which a run is at its end
     if (stoppedShort) {
-        appendFormat(text, "reached to %5.3lf kph screened under %8.6lf mpss\n", kph(runState.velocity),
+        appendFormat(text, "reached to %5.3lf kph screened under %8.6lf mpss\n", kph(ride.found.velocity),
                      leastAcceleration);
     }
 }
 
-void appendSteadyRide(std::string& text)
+void appendSteadyRide(std::string& text, const RideRun& ride)
 {
-    appendChain(text);
-    appendFormat(text, "\n\tvelocity\t\t\t:%9.3lf kph\n", kph(runState.velocity));
-    appendCadence(text);
-    appendRequiredPower(text, runState.peakPower[0]);
-    appendDrags(text);
-    appendPhysiology(text);
+    appendChain(text, ride);
+    appendFormat(text, "\n\tvelocity\t\t\t:%9.3lf kph\n", kph(ride.found.velocity));
+    appendCadence(text, ride);
+    appendRequiredPower(text, ride, ride.found.requiredPower);
+    appendDrags(text, ride);
+    appendPhysiology(text, ride);
 }
 
 // What accelerations and decelerations have in common, from the table on.
-void appendRun(std::string& text, bool requiresPower)
+void appendRun(std::string& text, const RideRun& ride, bool requiresPower)
 {
-    appendRunChain(text);
+    appendRunChain(text, ride);
     if (requiresPower) {
-        appendRequiredPower(text, runState.power);
+        appendRequiredPower(text, ride, ride.found.power);
     }
-    appendMotion(text);
-    if (runState.peakPower[0] > 0.0) {
-        appendPhysiology(text);
+    appendMotion(text, ride);
+    if (ride.found.peakPower[stagePedaling] > 0.0) {
+        appendPhysiology(text, ride);
     }
-    if (runState.thrustMode == 1) {
-        appendBrakeHeat(text);
+    if (ride.found.drive.thrustMode == 1) {
+        appendBrakeHeat(text, ride);
     }
 }
 
-void appendAccelerationRun(std::string& text)
+void appendAccelerationRun(std::string& text, const RideRun& ride)
 {
-    bool constantPower = workingBlock.rideTarget == accelerationConstantPower;
-    appendReached(text, runState.velocity < runState.endVelocity);
+    bool constantPower = ride.in.rideTarget == accelerationConstantPower;
+    appendReached(text, ride, ride.found.velocity < ride.in.endVelocity);
     if (constantPower) {
         text += "\tacceleration refered constant power is not realistic simulation but chimerical one\n"
                 "\tat least while low velocity cause the power is converted due to the cadence\n\n";
     }
-    appendRun(text, !constantPower);
+    appendRun(text, ride, !constantPower);
 }
 
-void appendDecelerationRun(std::string& text)
+void appendDecelerationRun(std::string& text, const RideRun& ride)
 {
-    bool constantPower = workingBlock.rideTarget == decelerationConstantPower;
-    appendReached(text, runState.velocity > runState.endVelocity);
-    if (constantPower && runState.power < 0.0) {
+    bool constantPower = ride.in.rideTarget == decelerationConstantPower;
+    appendReached(text, ride, ride.found.velocity > ride.in.endVelocity);
+    if (constantPower && ride.found.power < 0.0) {
         text += "\tdeceleration with braking refered constant power is not realistic simulation\n"
                 "\tbut chimerical one at least while low velocity\n"
                 "\tcause the braking power is converted due to the wheel cadence\n\n";
     }
-    appendRun(text, !constantPower && runState.peakPower[stageThrust] > 0.0);
+    appendRun(text, ride, !constantPower && ride.found.peakPower[stageThrust] > 0.0);
 }
 
-void appendBrakingRun(std::string& text)
+void appendBrakingRun(std::string& text, const RideRun& ride)
 {
-    if (workingBlock.rideTarget <= patternCriticalFull) {
-        appendReached(text, runState.velocity > runState.endVelocity);
-        appendBrakingRow(text);
-        appendMotion(text);
+    if (ride.in.rideTarget <= patternCriticalFull) {
+        appendReached(text, ride, ride.found.velocity > ride.in.endVelocity);
+        appendBrakingRow(text, ride);
+        appendMotion(text, ride);
     } else {
-        int32_t seconds = wholeSeconds(runState.sectorTime + 0.5);
+        int32_t seconds = wholeSeconds(ride.found.sectorTime + 0.5);
         appendFormat(text, "\tin case of distance(moving) is %1.0lf m, time is %d sec(%s) as follows:\n",
-                     runState.totalDistance, seconds, hms(seconds).c_str());
+                     ride.in.totalDistance, seconds, hms(seconds).c_str());
     }
-    appendBrakeHeat(text);
+    appendBrakeHeat(text, ride);
 }
 
-void appendRollingRun(std::string& text)
+void appendRollingRun(std::string& text, const RideRun& ride)
 {
-    const RunState& run = runState;
-    double start = kph(run.startVelocity);
-    if (run.inclinationLimit == 1) {
-        appendFormat(text, "-- starting velocity is %6.3lf kph, limitted %6.3lf m\n", start, run.distance);
-    } else if (run.inclinationLimit == 2) {
-        appendFormat(text, "-- starting velocity is %6.3lf kph, limitted %6.3lf sec\n", start, run.sectorTime);
+    double start = kph(ride.in.startVelocity);
+    if (ride.in.inclinationLimit == 1) {
+        appendFormat(text, "-- starting velocity is %6.3lf kph, limitted %6.3lf m\n", start, ride.found.distance);
+    } else if (ride.in.inclinationLimit == 2) {
+        appendFormat(text, "-- starting velocity is %6.3lf kph, limitted %6.3lf sec\n", start, ride.found.sectorTime);
     }
-    appendFormat(text, "\tinclination\t\t\t:%9.3lf per\n", run.inclination);
-    if (run.inclinationLimit == 0) {
-        appendFormat(text, "\tfinal poised velocity\t:%9.3lf kph\n", kph(run.velocity));
-        appendDrags(text);
+    appendFormat(text, "\tinclination\t\t\t:%9.3lf per\n", ride.now.inclination);
+    if (ride.in.inclinationLimit == 0) {
+        appendFormat(text, "\tfinal poised velocity\t:%9.3lf kph\n", kph(ride.found.velocity));
+        appendDrags(text, ride);
     } else {
-        appendFormat(text, "\tending velocity\t\t:%9.3lf kph\n", kph(run.velocity));
-        appendFormat(text, "\n\tsector time\t\t\t:%9.3lf sec\n", run.sectorTime);
-        appendFormat(text, "\tdistance\t\t\t:%9.3lf m\n", run.distance);
+        appendFormat(text, "\tending velocity\t\t:%9.3lf kph\n", kph(ride.found.velocity));
+        appendFormat(text, "\n\tsector time\t\t\t:%9.3lf sec\n", ride.found.sectorTime);
+        appendFormat(text, "\tdistance\t\t\t:%9.3lf m\n", ride.found.distance);
     }
 }
 
-void appendCornering(std::string& text)
+void appendCornering(std::string& text, const RideRun& ride)
 {
-    appendFormat(text, "\tcornering velocity\t:%9.3lf kph\n", kph(runState.velocity));
-    appendFormat(text, "\tcornering line radius\t:%9.3lf m\n", runState.corneringRadius);
-    appendFormat(text, "\tfriction safty margin\t:%9.3lf (ratio)\n", runState.safetyMargin);
-    if (runState.safetyMargin < 0.0) {
+    appendFormat(text, "\tcornering velocity\t:%9.3lf kph\n", kph(ride.found.velocity));
+    appendFormat(text, "\tcornering line radius\t:%9.3lf m\n", ride.found.corneringRadius);
+    appendFormat(text, "\tfriction safty margin\t:%9.3lf (ratio)\n", ride.found.safetyMargin);
+    if (ride.found.safetyMargin < 0.0) {
         text += "\tminor friction safty margin means over velocity and the bike would slip and fall\n";
     }
-    appendChain(text);
-    appendCadence(text);
-    appendRequiredPower(text, runState.peakPower[0]);
+    appendChain(text, ride);
+    appendCadence(text, ride);
+    appendRequiredPower(text, ride, ride.found.requiredPower);
 }
 
-constexpr void (*bodies[rideModeCount])(std::string& text) = {
+constexpr void (*bodies[rideModeCount])(std::string& text, const RideRun& ride) = {
     appendSteadyRide, appendAccelerationRun, appendDecelerationRun, appendBrakingRun, appendRollingRun, appendCornering,
 };
 
 // Reference factors, by the order of an acceleration's.
 struct Reference {
     const char* format;
-    double RunState::*value;
+    double RideFigures::*value; // null: the gravity asked for
 };
 
 constexpr Reference references[] = {
-    {"%5.3lf W", &RunState::power},     {"%5.3lf W", &RunState::meanPower},    {"%5.3lf W", &RunState::power},
-    {"%5.3lf W", &RunState::meanPower}, {"%5.3lf sec", &RunState::sectorTime}, {"%5.1lf m", &RunState::distance},
-    {"%5.3lf mpss", &RunState::accele}, {"%5.3lf G", &RunState::gravity},      {"%5.3lf W", &RunState::power},
+    {"%5.3lf W", &RideFigures::power},        {"%5.3lf W", &RideFigures::meanPower},
+    {"%5.3lf W", &RideFigures::power},        {"%5.3lf W", &RideFigures::meanPower},
+    {"%5.3lf sec", &RideFigures::sectorTime}, {"%5.1lf m", &RideFigures::distance},
+    {"%5.3lf mpss", &RideFigures::accele},    {"%5.3lf G", nullptr},
+    {"%5.3lf W", &RideFigures::power},
 };
 
 } // namespace
 
-std::string reportReference()
+std::string reportReference(const RideRun& ride)
 {
-    int index = workingBlock.rideTarget;
-    if (workingBlock.rideMode == rideDeceleration && index >= 3) {
+    int index = ride.in.rideTarget;
+    if (ride.in.rideMode == rideDeceleration && index >= 3) {
         ++index; // a deceleration has no "PEV as mean"
     }
     if (index < 0 || index >= static_cast<int>(std::size(references))) {
         return {};
     }
-    return formatText(references[index].format, runState.*references[index].value);
+    const Reference& reference = references[index];
+    return formatText(reference.format, reference.value != nullptr ? ride.found.*reference.value : ride.in.gravity);
 }
 
-void reportRide(Screens& screens, ResultStatus status)
+void reportRide(Screens& screens, const RideRun& ride)
 {
-    int mode = workingBlock.rideMode;
-    if (mode < 0 || mode >= rideModeCount) {
-        return;
-    }
-    std::string title = titleOf(modeTitles[mode]);
+    std::string title = titleOf(ride);
     screens.setText(Pane::lower, "");
-    screens.setStatus("status : " + title + statusTail(status));
-    std::string text = "\n " + paneTitle(title) + "\n";
-    appendLimits(text, status);
-    text += rideStatusLines(status);
-    if (!isFatal(status)) {
-        bodies[mode](text);
+    screens.setStatus("status : " + title + statusTail(ride.status));
+    std::string text = "\n " + paneTitle(ride, title) + "\n";
+    appendLimits(text, ride);
+    text += rideStatusLines(ride);
+    if (!isFatal(ride.status)) {
+        bodies[ride.in.rideMode](text, ride);
         text += "\n";
     }
     handOver(screens, Pane::lower, text);

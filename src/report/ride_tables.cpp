@@ -1,11 +1,7 @@
 // The tables under a ride report: the steps of a run, and the sectors of an intermittent braking.
-#include "core/parameter_block.h"
 #include "core/text.h"
-#include "model/run_state.h"
 #include "report/report_text.h"
 #include "report/ride_report.h"
-#include "ride/ride_run.h"
-#include "ride/sample_log.h"
 
 namespace torvane {
 
@@ -36,14 +32,14 @@ void appendSector(std::string& text, int number, const SectorRow& row)
 
 } // namespace
 
-void reportProcessHeading(Screens& screens)
+void reportProcessHeading(Screens& screens, const RideRun& ride)
 {
     const char* subject = "braking powered (wheel)thrust based";
-    if (runState.thrustMode == 0) {
-        subject = workingBlock.rideMode == rideAcceleration ? "acceleration powered pedaling based"
-                                                            : "deceleration powered pedaling based";
+    if (ride.found.drive.thrustMode == 0) {
+        subject = ride.in.rideMode == rideAcceleration ? "acceleration powered pedaling based"
+                                                       : "deceleration powered pedaling based";
     }
-    reportHeading(screens, subject, runState.kiloWattLog != 0);
+    reportHeading(screens, subject, ride.found.drive.kiloWattLog != 0);
 }
 
 void reportRollingHeading(Screens& screens)

@@ -1,7 +1,6 @@
 #include "report/status_text.h"
 
 #include "core/text.h"
-#include "model/run_state.h"
 
 #include <span>
 
@@ -12,23 +11,23 @@ namespace {
 struct StatusLine {
     int bit;
     const char* text; // with a quote: a format of one double
-    double (*quote)() = nullptr;
+    double (*quote)(const RideRun& ride) = nullptr;
 };
 
 // The limit that the seek met; the seek for an acceleration leaves it at 0, and the line then says so.
-double seekLimit()
+double seekLimit(const RideRun& ride)
 {
-    return runState.seekHigh;
+    return ride.found.seekHigh;
 }
 
-double velocityKph()
+double velocityKph(const RideRun& ride)
 {
-    return runState.velocity * 3.6;
+    return ride.found.velocity * 3.6;
 }
 
-double reachKph()
+double reachKph(const RideRun& ride)
 {
-    return runState.reachVelocity * 3.6;
+    return ride.model.reachVelocity * 3.6;
 }
 
 constexpr StatusLine theoryAlerts[] = {
@@ -79,25 +78,26 @@ constexpr StatusLine rideWarnings[] = {
     {23, "could not decelerate cause too large power for the ending velocity\n"},
 };
 
-void appendLine(std::string& text, const StatusLine& line)
+void appendLine(std::string& text, const StatusLine& line, const RideRun* ride)
 {
-    if (line.quote != nullptr) {
-        appendFormat(text, line.text, line.quote());
+    if (line.quote != nullptr && ride != nullptr) {
+        appendFormat(text, line.text, line.quote(*ride));
     } else {
         text += line.text;
     }
 }
 
 // The pedaling power on both sides of the edge of the assist ranges.
-void appendAssistSamples(std::string& text)
+void appendAssistSamples(std::string& text, const Evaluation& now)
 {
     for (int i = 0; i < 2; ++i) {
-        appendFormat(text, "pedaling power and velocity\t:%9.3lf W  ,%9.3lf kph\n", runState.assistSamplePower[i],
-                     runState.assistSampleVelocity[i]);
+        appendFormat(text, "pedaling power and velocity\t:%9.3lf W  ,%9.3lf kph\n", now.assistSamplePower[i],
+                     now.assistSampleVelocity[i]);
     }
 }
 
-std::string statusLines(ResultStatus status, std::span<const StatusLine> alerts, std::span<const StatusLine> warnings)
+std::string statusLines(ResultStatus status, std::span<const StatusLine> alerts, std::span<const StatusLine> warnings,
+                        const RideRun* ride)
 {
     bool fatal = isFatal(status);
     if (!fatal && (status & warningBits) == 0) {
@@ -106,9 +106,9 @@ std::string statusLines(ResultStatus status, std::span<const StatusLine> alerts,
     std::string text = fatal ? "alert :\n" : "warning :\n";
     for (const StatusLine& line : fatal ? alerts : warnings) {
         if ((status >> line.bit & 1) != 0) {
-            appendLine(text, line);
-            if (line.bit == assistRangeBit) {
-                appendAssistSamples(text);
+            appendLine(text, line, ride);
+            if (line.bit == assistRangeBit && ride != nullptr) {
+                appendAssistSamples(text, ride->now);
             }
         }
     }
@@ -127,12 +127,12 @@ const char* statusTail(ResultStatus status)
 
 std::string theoryStatusLines(ResultStatus status)
 {
-    return statusLines(status, theoryAlerts, theoryWarnings);
+    return statusLines(status, theoryAlerts, theoryWarnings, nullptr);
 }
 
-std::string rideStatusLines(ResultStatus status)
+std::string rideStatusLines(const RideRun& ride)
 {
-    return statusLines(status, rideAlerts, rideWarnings);
+    return statusLines(ride.status, rideAlerts, rideWarnings, &ride);
 }
 
 } // namespace torvane

@@ -2,7 +2,7 @@
 // two.
 #pragma once
 
-#include "core/result_status.h"
+#include "ride/ride_records.h"
 
 #include <string>
 
@@ -14,7 +14,7 @@ const char* statusTail(ResultStatus status);
 // The alert or warning lines under a title. Warnings are told only where nothing is fatal. A bit without a text of its
 // own leaves its heading alone; status 0 gives an empty text.
 std::string theoryStatusLines(ResultStatus status);
-// Quotes limits and velocities out of runState.
-std::string rideStatusLines(ResultStatus status);
+// Quotes limits and velocities of the run.
+std::string rideStatusLines(const RideRun& ride);
 
 } // namespace torvane

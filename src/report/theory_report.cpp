@@ -1,8 +1,6 @@
 #include "report/theory_report.h"
 
-#include "core/parameter_block.h"
 #include "core/text.h"
-#include "model/run_state.h"
 #include "report/report_text.h"
 #include "report/status_text.h"
 
@@ -28,52 +26,46 @@ constexpr CalculatorTitle titles[theoryCount] = {
     {"gear combination", gearTargets},
 };
 
-bool knownCalculator()
+std::string theoryTitle(const Theory& theory)
 {
-    return workingBlock.theoryCalculator >= 0 && workingBlock.theoryCalculator < theoryCount;
+    const CalculatorTitle& title = titles[theory.calculator];
+    return formatText("%s which calculation target is '%s'", title.name, nameAt(title.targets, theory.target));
 }
 
-std::string theoryTitle()
+void setTheoryStatus(Screens& screens, const Theory& theory, ResultStatus status)
 {
-    const CalculatorTitle& title = titles[workingBlock.theoryCalculator];
-    return formatText("%s which calculation target is '%s'", title.name,
-                      nameAt(title.targets, workingBlock.theoryTarget));
+    screens.setStatus("status : " + theoryTitle(theory) + statusTail(status));
 }
 
-void setTheoryStatus(Screens& screens, ResultStatus status)
+void appendTorqueAndForce(std::string& text, const Theory& theory)
 {
-    screens.setStatus("status : " + theoryTitle() + statusTail(status));
+    appendFormat(text, "\t-- torque\t\t\t:%7.1lf Nm\n", theory.torque);
+    appendFormat(text, "\t-- force\t\t\t:%7.1lf kgf\n", theory.force);
+    appendFormat(text, "\tcadence powered max\t:%7.1lf rpm\n", theory.cadenceMax);
 }
 
-void appendTorqueAndForce(std::string& text)
+void appendPedaling(std::string& text, const Theory& theory)
 {
-    appendFormat(text, "\t-- torque\t\t\t:%7.1lf Nm\n", runState.torque);
-    appendFormat(text, "\t-- force\t\t\t:%7.1lf kgf\n", runState.force);
-    appendFormat(text, "\tcadence powered max\t:%7.1lf rpm\n", runState.cadenceMax);
+    appendFormat(text, "\tcadence\t\t\t:%7.1lf rpm\n", theory.cadence);
+    appendFormat(text, "\tpedaling power\t\t:%7.1lf W\n", theory.power);
+    appendTorqueAndForce(text, theory);
+    appendFormat(text, "\tmaximal power\t\t:%7.1lf W\n", theory.maxPower);
 }
 
-void appendPedaling(std::string& text)
+void appendGears(std::string& text, const Theory& theory)
 {
-    appendFormat(text, "\tcadence\t\t\t:%7.1lf rpm\n", runState.cadence);
-    appendFormat(text, "\tpedaling power\t\t:%7.1lf W\n", runState.power);
-    appendTorqueAndForce(text);
-    appendFormat(text, "\tmaximal power\t\t:%7.1lf W\n", runState.maxPower);
-}
-
-void appendGears(std::string& text)
-{
-    appendFormat(text, "\tcadence\t\t\t:%7.1lf rpm\n", runState.cadence);
-    appendFormat(text, "\tvelocity\t\t\t:%7.1lf kph\n", runState.velocity * 3.6);
-    appendFormat(text, "\tfront chainring tooth\t:%5d\n", runState.frontTooth);
-    appendFormat(text, "\trear cluster tooth\t:%5d\n", runState.rearTooth);
-    appendFormat(text, "\tgear ratio\t\t\t:%9.3lf\n", runState.gearRatio);
-    if (workingBlock.theoryTarget != targetGearTeeth) {
+    appendFormat(text, "\tcadence\t\t\t:%7.1lf rpm\n", theory.cadence);
+    appendFormat(text, "\tvelocity\t\t\t:%7.1lf kph\n", theory.velocity * 3.6);
+    appendFormat(text, "\tfront chainring tooth\t:%5d\n", theory.frontTooth);
+    appendFormat(text, "\trear cluster tooth\t:%5d\n", theory.rearTooth);
+    appendFormat(text, "\tgear ratio\t\t\t:%9.3lf\n", theory.gearRatio);
+    if (theory.target != targetGearTeeth) {
         return;
     }
-    // The ratio answers the cadence as entered; runState.cadence has moved on to the gear found.
-    appendFormat(text, "\texpected gear ratio\t:%9.3lf case of %4.1lf rpm\n", runState.expectedRatio,
-                 workingBlock.theoryCadence[gearCombination]);
-    if (runState.useMissionProfile == 0) {
+    // The ratio answers the cadence as entered.
+    appendFormat(text, "\texpected gear ratio\t:%9.3lf case of %4.1lf rpm\n", theory.expectedRatio,
+                 theory.askedCadence);
+    if (theory.useMissionProfile == 0) {
         text += "\t-- case of unuse current mission profile,\n"
                 "\t-- teeth coverage both of chainring and cluster are same as current profile\n";
     }
@@ -81,41 +73,35 @@ void appendGears(std::string& text)
 
 } // namespace
 
-void reportTheoryResult(Screens& screens, ResultStatus status)
+void reportTheoryResult(Screens& screens, const Theory& theory, ResultStatus status)
 {
-    if (!knownCalculator()) {
-        return;
-    }
     screens.setText(Pane::lower, "");
-    setTheoryStatus(screens, status);
-    std::string text = "\n " + theoryTitle() + "\n" + theoryStatusLines(status);
+    setTheoryStatus(screens, theory, status);
+    std::string text = "\n " + theoryTitle(theory) + "\n" + theoryStatusLines(status);
     if (!isFatal(status)) {
         text += "\n";
-        auto append = workingBlock.theoryCalculator == gearCombination ? appendGears : appendPedaling;
-        append(text);
+        auto append = theory.calculator == gearCombination ? appendGears : appendPedaling;
+        append(text, theory);
     }
     handOver(screens, Pane::lower, text);
 }
 
-void reportTheoryReal(Screens& screens, ResultStatus status)
+void reportTheoryReal(Screens& screens, const Theory& theory, ResultStatus status)
 {
-    if (!knownCalculator()) {
-        return;
-    }
-    setTheoryStatus(screens, status);
+    setTheoryStatus(screens, theory, status);
     std::string text = formatText("\treal performance with inclination %5.3lf per and current profile as follows:\n",
-                                  runState.inclination);
+                                  theory.road.inclination);
     text += theoryStatusLines(status);
     if (!isFatal(status)) {
-        if (workingBlock.theoryCalculator == gearCombination) {
-            appendFormat(text, "\tpedaling power\t\t:%7.1lf W\n", runState.power);
+        if (theory.calculator == gearCombination) {
+            appendFormat(text, "\tpedaling power\t\t:%7.1lf W\n", theory.power);
         } else {
-            appendFormat(text, "\tvelocity\t\t\t:%7.1lf kph for the power\n", runState.velocity * 3.6);
-            appendFormat(text, "\texpected cadence\t\t:%7.1lf rpm, geared %2d/%2d ratio %5.3lf\n", runState.cadence,
-                         runState.frontTooth, runState.rearTooth, runState.gearRatio);
+            appendFormat(text, "\tvelocity\t\t\t:%7.1lf kph for the power\n", theory.velocity * 3.6);
+            appendFormat(text, "\texpected cadence\t\t:%7.1lf rpm, geared %2d/%2d ratio %5.3lf\n", theory.cadence,
+                         theory.frontTooth, theory.rearTooth, theory.gearRatio);
         }
-        appendTorqueAndForce(text);
-        appendFormat(text, "\t-- required power\t\t:%7.1lf W\n", runState.maxPower);
+        appendTorqueAndForce(text, theory);
+        appendFormat(text, "\t-- required power\t\t:%7.1lf W\n", theory.maxPower);
     }
     handOver(screens, Pane::lower, text);
 }

@@ -1,7 +1,6 @@
 #include "report/time_text.h"
 
 #include "core/text.h"
-#include "model/run_state.h"
 
 #include <algorithm>
 
@@ -29,12 +28,12 @@ std::string hms(int32_t seconds)
     return clockText(seconds / 3600, seconds / 60 % 60, seconds % 60);
 }
 
-std::string intensionText()
+std::string intensionText(const RideLength& length)
 {
-    int32_t minutes = runState.intensionFirst[0];
-    int32_t seconds = runState.intensionSecond[0];
-    int32_t kilometres = runState.intensionFirst[1];
-    int32_t metres = runState.intensionSecond[1];
+    int32_t minutes = length.intensionFirst[0];
+    int32_t seconds = length.intensionSecond[0];
+    int32_t kilometres = length.intensionFirst[1];
+    int32_t metres = length.intensionSecond[1];
     std::string way =
         kilometres == 0 ? formatText("%dm", metres) : formatText("%5.3lfkm", metres / 1000.0 + kilometres);
     return way + " per " + clockText(minutes / 60, minutes % 60, seconds);

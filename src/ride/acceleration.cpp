@@ -1,6 +1,5 @@
 #include "ride/acceleration.h"
 
-#include "core/parameter_block.h"
 #include "model/assist.h"
 #include "model/resistance.h"
 #include "ride/seek.h"
@@ -12,9 +11,9 @@ namespace torvane {
 
 namespace {
 
-bool isKick(const StepState& s)
+bool isKick(const RideRun& ride, const StepState& s)
 {
-    return runState.startVelocity == 0.0 && s.time < runState.kickTime;
+    return ride.in.startVelocity == 0.0 && s.time < ride.in.kickTime;
 }
 
 // Velocity that the cranks turn with in the first kick, when the wheel still stands.
@@ -23,45 +22,46 @@ double kickVelocity(PowerLaw law)
     return law == PowerLaw::constant ? 1.4 : 0.025;
 }
 
-void testWheelSpin(PedaledRun& run)
+void testWheelSpin(RideRun& ride, PedaledRun& run)
 {
-    updateLoadAndGrip(runState.thrustForce);
-    double grip = modelState.rearWeightRatio * modelState.effectiveFriction * modelState.totalWeight;
-    if (runState.thrustForce > grip) {
+    updateLoadAndGrip(ride.model, ride.now, ride.now.thrustForce);
+    double grip = ride.now.rearWeightRatio * ride.now.effectiveFriction * ride.model.state.totalWeight;
+    if (ride.now.thrustForce > grip) {
         run.status = statusWheelSpin; // whatever warning stood before
     }
 }
 
-bool accelerateStep(PedaledRun& run, RunRecorder* recorder)
+bool accelerateStep(RideRun& ride, PedaledRun& run, RunRecorder* recorder)
 {
     StepState& s = run.state;
-    const bool kick = isKick(s);
-    pedalOrShift(run, kick ? kickVelocity(run.law) : 0.0);
-    s.accele = kick ? gravityAcceleration(runState.thrustForce) : powerAcceleration(s);
+    const bool kick = isKick(ride, s);
+    pedalOrShift(ride, run, kick ? kickVelocity(run.law) : 0.0);
+    s.accele = kick ? gravityAcceleration(ride, ride.now.thrustForce) : powerAcceleration(ride, s);
     if (!kick && !run.shifting && s.accele < plateauAccele) {
         run.status = s.accele < 0.0 ? statusNoAcceleration : run.status | statusEndNotReached;
         return false;
     }
-    testWheelSpin(run);
-    runState.maxAccele = std::max(runState.maxAccele, s.accele);
-    rideStep(run, recorder);
-    if (s.velocity >= runState.endVelocity) {
-        settleAtEnd(run);
+    testWheelSpin(ride, run);
+    ride.found.maxAccele = std::max(ride.found.maxAccele, s.accele);
+    rideStep(ride, run, recorder);
+    if (s.velocity >= ride.in.endVelocity) {
+        settleAtEnd(ride, run);
         return false;
     }
-    shiftUp(run);
+    shiftUp(ride, run);
     return true;
 }
 
-bool isRising()
+bool isRising(const RideRun& ride)
 {
-    return runState.startVelocity < runState.endVelocity;
+    return ride.in.startVelocity < ride.in.endVelocity;
 }
 
 // Step by the velocity that the power can hold.
-double intervalFor(double heldVelocity)
+double intervalFor(const RideRun& ride, double heldVelocity)
 {
-    return runState.accelerationIntervalMode == 0 ? automaticInterval(heldVelocity) : runState.accelerationInterval;
+    return ride.in.accelerationIntervalMode == 0 ? automaticInterval(ride.model, heldVelocity)
+                                                 : ride.in.accelerationInterval;
 }
 
 // What is to be known before the first step.
@@ -70,134 +70,128 @@ struct Start {
     double dt = 0;
 };
 
-Start prepareAcceleration()
+Start prepareAcceleration(RideRun& ride)
 {
-    if (!(runState.power >= 0.0) || !isRising()) {
+    if (!(ride.found.power >= 0.0) || !isRising(ride)) {
         return {statusIllegalValue};
     }
-    resetGrip();
-    double heldVelocity = solveVelocityForPower(stagePedaling, runState.power).value;
-    if (!(runState.startVelocity < heldVelocity)) {
+    resetGrip(ride);
+    double heldVelocity = solveVelocityForPower(ride.model, ride.now, stagePedaling, ride.found.power).value;
+    if (!(ride.in.startVelocity < heldVelocity)) {
         return {statusTooShortPower};
     }
-    double dt = intervalFor(heldVelocity);
+    double dt = intervalFor(ride, heldVelocity);
     return {dt >= leastInterval ? 0 : statusIllegalValue, dt};
 }
 
-ResultStatus accelerate(PowerLaw law, SampleLog& log, RunRecorder* recorder)
+ResultStatus accelerate(RideRun& ride, PowerLaw law, RunRecorder* recorder)
 {
-    const Start start = prepareAcceleration();
+    const Start start = prepareAcceleration(ride);
     if (isFatal(start.status)) {
         return start.status;
     }
-    PedaledRun run = startPedaledRun(law, start.dt, startGear(0, runState.startVelocity));
-    const bool ended = runSteps(run, recorder, accelerateStep);
+    PedaledRun run = startPedaledRun(ride, law, start.dt, startGear(ride, 0, ride.in.startVelocity));
+    const bool ended = runSteps(ride, run, recorder, accelerateStep);
     if (isFatal(run.status)) {
         return run.status;
     }
     if (!ended || !std::isfinite(run.state.velocity)) {
         run.status = statusNotConverged;
     }
-    if (run.state.velocity > runState.reachVelocity) {
+    if (run.state.velocity > ride.model.reachVelocity) {
         run.status |= statusOverReach;
     }
-    finishPedaledRun(run, log, recorder);
+    finishPedaledRun(ride, run, recorder);
     return run.status;
 }
 
-ResultStatus accelerateByParabola(SampleLog& log)
+ResultStatus accelerateByParabola(RideRun& ride)
 {
-    return accelerateDryRun(PowerLaw::parabola, log);
+    return accelerateDryRun(ride, PowerLaw::parabola);
 }
 
-double powerForEndingVelocity()
+double powerForEndingVelocity(RideRun& ride)
 {
-    resetGrip();
-    return solvePowerAtVelocity(stagePedaling, runState.endVelocity).value;
+    resetGrip(ride);
+    return solvePowerAtVelocity(ride.model, ride.now, stagePedaling, ride.in.endVelocity).value;
 }
 
 // A figure of the run that asks for more power than the ending velocity does.
 struct Factor {
-    double RunState::*figure;
+    double RideFigures::*figure;
     double tolerance;
     HighSide highSide;
     ResultStatus beyond;
 };
 
-constexpr Factor sectorTimeFactor = {&RunState::sectorTime, 0.01, HighSide::belowWanted, statusTooLongTime};
-constexpr Factor distanceFactor = {&RunState::distance, 0.1, HighSide::belowWanted, statusTooLongDistance};
-constexpr Factor acceleFactor = {&RunState::accele, 0.0015, HighSide::aboveWanted, statusTooHighAccele};
+constexpr Factor sectorTimeFactor = {&RideFigures::sectorTime, 0.01, HighSide::belowWanted, statusTooLongTime};
+constexpr Factor distanceFactor = {&RideFigures::distance, 0.1, HighSide::belowWanted, statusTooLongDistance};
+constexpr Factor acceleFactor = {&RideFigures::accele, 0.0015, HighSide::aboveWanted, statusTooHighAccele};
 
 // Sets the limits that a message quotes, by the run with the power for the ending velocity.
-bool isWithinLimit(const Factor& factor, double wanted)
+bool isWithinLimit(RideRun& ride, const Factor& factor, double wanted)
 {
-    const double limit = runState.*factor.figure;
+    const double limit = ride.found.*factor.figure;
     const bool atLeast = factor.highSide == HighSide::aboveWanted;
-    runState.seekLow = atLeast ? limit : 0.0;
-    runState.seekHigh = atLeast ? 0.0 : limit;
+    ride.found.seekLow = atLeast ? limit : 0.0;
+    ride.found.seekHigh = atLeast ? 0.0 : limit;
     return !(atLeast ? wanted < limit : wanted > limit);
 }
 
-ResultStatus seekFactor(const Factor& factor, SampleLog& log)
+ResultStatus seekFactor(RideRun& ride, const Factor& factor, double wanted)
 {
-    double& figure = runState.*factor.figure;
-    const double wanted = figure;
-    if (!(wanted > 0.0) || !isRising()) {
+    double& figure = ride.found.*factor.figure;
+    if (!(wanted > 0.0) || !isRising(ride)) {
         return statusIllegalValue;
     }
-    runState.power = powerForEndingVelocity();
-    const double step = 0.2 * runState.power;
-    accelerateByParabola(log);
-    if (!isWithinLimit(factor, wanted)) {
+    ride.found.power = powerForEndingVelocity(ride);
+    const double step = 0.2 * ride.found.power;
+    accelerateByParabola(ride);
+    if (!isWithinLimit(ride, factor, wanted)) {
         figure = wanted;
         return factor.beyond;
     }
-    const Seek seek = {&runState.power, &figure, wanted, step, factor.tolerance, factor.highSide, 0.0};
-    return seekTarget(seek, log, accelerateByParabola);
+    const Seek seek = {&ride.found.power, &figure, wanted, step, factor.tolerance, factor.highSide, 0.0};
+    return seekTarget(ride, seek, accelerateByParabola);
 }
 
 } // namespace
 
-ResultStatus accelerateDryRun(PowerLaw law, SampleLog& log)
+ResultStatus accelerateDryRun(RideRun& ride, PowerLaw law)
 {
-    return accelerate(law, log, nullptr);
+    return accelerate(ride, law, nullptr);
 }
 
-double accelerateLoggedRun(PowerLaw law, SampleLog& log, GraphSeries* graph)
+double accelerateLoggedRun(RideRun& ride, PowerLaw law)
 {
-    return recordPedaledRun(log, graph, [&](RunRecorder& recorder) { accelerate(law, log, &recorder); });
+    return recordPedaledRun(ride, [&](RunRecorder& recorder) { accelerate(ride, law, &recorder); });
 }
 
-ResultStatus seekMeanPower(SampleLog& log)
+ResultStatus seekMeanPower(RideRun& ride, double wanted)
 {
-    runState.meanPower = runState.power;
-    if (!(runState.power > 0.0) || !isRising()) {
+    ride.found.power = ride.found.meanPower = wanted;
+    if (!(wanted > 0.0) || !isRising(ride)) {
         return statusIllegalValue;
     }
-    const double step = 0.4 * powerForEndingVelocity();
-    const Seek seek = {&runState.power,
-                       &runState.meanStagePower[stagePedaling],
-                       runState.meanPower,
-                       step,
-                       0.001,
-                       HighSide::aboveWanted,
-                       0.0};
-    return seekTarget(seek, log, accelerateByParabola);
+    const double step = 0.4 * powerForEndingVelocity(ride);
+    const Seek seek = {
+        &ride.found.power, &ride.found.meanStagePower[stagePedaling], wanted, step, 0.001, HighSide::aboveWanted, 0.0};
+    return seekTarget(ride, seek, accelerateByParabola);
 }
 
-ResultStatus seekSectorTime(SampleLog& log)
+ResultStatus seekSectorTime(RideRun& ride, double wanted)
 {
-    return seekFactor(sectorTimeFactor, log);
+    return seekFactor(ride, sectorTimeFactor, wanted);
 }
 
-ResultStatus seekDistance(SampleLog& log)
+ResultStatus seekDistance(RideRun& ride, double wanted)
 {
-    return seekFactor(distanceFactor, log);
+    return seekFactor(ride, distanceFactor, wanted);
 }
 
-ResultStatus seekAccele(SampleLog& log)
+ResultStatus seekAccele(RideRun& ride, double wanted)
 {
-    return seekFactor(acceleFactor, log);
+    return seekFactor(ride, acceleFactor, wanted);
 }
 
 } // namespace torvane

@@ -1,12 +1,10 @@
-// Acceleration from runState.startVelocity to endVelocity on a constant inclination, by a reference power or by any of
-// the reference factors that lead to one. Results in runState.
+// Acceleration from startVelocity to endVelocity on a constant inclination, by a reference power or by any of
+// the reference factors that lead to one.
 // Dry and logged run are the same physics to the last bit; the dry run only counts.
 #pragma once
 
-#include "core/result_status.h"
-#include "ride/graph_series.h"
 #include "ride/pedaled_run.h"
-#include "ride/sample_log.h"
+#include "ride/ride_records.h"
 
 namespace torvane {
 
@@ -14,18 +12,18 @@ namespace torvane {
 // an unusable interval; statusTooShortPower when the power cannot hold the starting velocity; statusNoAcceleration;
 // statusNotConverged when cut at 900 s or lost in numbers that are none; warnings statusEndNotReached, statusWheelSpin,
 // statusOverReach.
-ResultStatus accelerateDryRun(PowerLaw law, SampleLog& log);
+ResultStatus accelerateDryRun(RideRun& ride, PowerLaw law);
 
-// The same run into the log and, when not null, the curves, after a dry run that was not fatal. Returns the normalized
+// The same run into the log and, when wanted, the curves, after a dry run that was not fatal. Returns the normalized
 // power in W.
-double accelerateLoggedRun(PowerLaw law, SampleLog& log, GraphSeries* graph);
+double accelerateLoggedRun(RideRun& ride, PowerLaw law);
 
-// Each seeks the power whose run has the figure asked for, and leaves it in runState.power. Status: as seekTarget,
+// Each seeks the power whose run has the figure wanted, and leaves it in found.power. Status: as seekTarget,
 // statusIllegalValue, and where even the power for the ending velocity is too strong statusTooLongTime,
-// statusTooLongDistance or statusTooHighAccele, with runState.seekLow and seekHigh as the limits.
-ResultStatus seekMeanPower(SampleLog& log);  // runState.power as entered
-ResultStatus seekSectorTime(SampleLog& log); // runState.sectorTime
-ResultStatus seekDistance(SampleLog& log);   // runState.distance
-ResultStatus seekAccele(SampleLog& log);     // runState.accele
+// statusTooLongDistance or statusTooHighAccele, with found.seekLow and seekHigh as the limits.
+ResultStatus seekMeanPower(RideRun& ride, double wanted);  // W
+ResultStatus seekSectorTime(RideRun& ride, double wanted); // s
+ResultStatus seekDistance(RideRun& ride, double wanted);   // m
+ResultStatus seekAccele(RideRun& ride, double wanted);     // m/s2
 
 } // namespace torvane

@@ -1,9 +1,7 @@
 #include "ride/brake_energy.h"
 
-#include "core/parameter_block.h"
 #include "model/brake_heat.h"
 #include "model/constants.h"
-#include "model/run_state.h"
 
 #include <cmath>
 
@@ -11,75 +9,76 @@ namespace torvane {
 
 namespace {
 
-double brakeShare(int wheel)
+double brakeShare(const RideRun& ride, int wheel)
 {
-    return wheel == 0 ? modelState.frontFrictionShare : modelState.rearFrictionShare;
+    return wheel == 0 ? ride.now.frontFrictionShare : ride.now.rearFrictionShare;
 }
 
-double kineticEnergy(double velocity)
+double kineticEnergy(const RideRun& ride, double velocity)
 {
     double v = velocity / 3.6;
-    return v * v * modelState.inertialWeight * 0.5;
+    return v * v * ride.model.state.inertialWeight * 0.5;
 }
 
 } // namespace
 
-void clearBrakeEnergy()
+void clearBrakeEnergy(RideRun& ride)
 {
     for (int wheel = 0; wheel < 2; ++wheel) {
-        modelState.brakeHeat[wheel] = 0.0;
-        modelState.brakeRadiated[wheel] = 0.0;
+        ride.heat.brakeHeat[wheel] = 0.0;
+        ride.heat.brakeRadiated[wheel] = 0.0;
     }
-    runState.airDragQuantity = 0.0;
-    runState.rollingDragQuantity = 0.0;
+    ride.found.airDragQuantity = 0.0;
+    ride.found.rollingDragQuantity = 0.0;
 }
 
-void accumulateBrakeStep(double velocity, double thrustPower, double dt)
+void accumulateBrakeStep(RideRun& ride, double velocity, double thrustPower, double dt)
 {
     for (int wheel = 0; wheel < 2; ++wheel) {
-        modelState.brakeHeat[wheel] += std::fabs(thrustPower) * dt * brakeShare(wheel);
-        modelState.brakeRadiated[wheel] -= heatLossRate(velocity, wheel) * dt;
+        ride.heat.brakeHeat[wheel] += std::fabs(thrustPower) * dt * brakeShare(ride, wheel);
+        ride.heat.brakeRadiated[wheel] -= heatLossRate(ride.model, ride.in.materials, ride.heat, velocity, wheel) * dt;
     }
-    addDragQuantities(dt);
+    addDragQuantities(ride, dt);
 }
 
-void undoBrakeOvershoot(double velocity, double thrustPower, double dt, double fraction)
+void undoBrakeOvershoot(RideRun& ride, double velocity, double thrustPower, double dt, double fraction)
 {
     for (int wheel = 0; wheel < 2; ++wheel) {
-        modelState.brakeHeat[wheel] -= std::fabs(thrustPower) * dt * brakeShare(wheel) * fraction;
-        modelState.brakeRadiated[wheel] += heatLossRate(velocity, wheel) * dt * fraction;
+        ride.heat.brakeHeat[wheel] -= std::fabs(thrustPower) * dt * brakeShare(ride, wheel) * fraction;
+        ride.heat.brakeRadiated[wheel] +=
+            heatLossRate(ride.model, ride.in.materials, ride.heat, velocity, wheel) * dt * fraction;
     }
-    runState.airDragQuantity -= runState.airDragPower * dt * fraction;
-    runState.rollingDragQuantity -= runState.rollingPower * dt * fraction;
+    ride.found.airDragQuantity -= ride.now.airDragPower * dt * fraction;
+    ride.found.rollingDragQuantity -= ride.now.rollingPower * dt * fraction;
 }
 
-void coolBrakes(double velocity, double dt)
+void coolBrakes(RideRun& ride, double velocity, double dt)
 {
     for (int wheel = 0; wheel < 2; ++wheel) {
-        modelState.brakeRadiated[wheel] -= heatLossRate(velocity, wheel) * dt;
+        ride.heat.brakeRadiated[wheel] -= heatLossRate(ride.model, ride.in.materials, ride.heat, velocity, wheel) * dt;
     }
 }
 
-void addDragQuantities(double dt)
+void addDragQuantities(RideRun& ride, double dt)
 {
-    runState.airDragQuantity += runState.airDragPower * dt;
-    runState.rollingDragQuantity += runState.rollingPower * dt;
+    ride.found.airDragQuantity += ride.now.airDragPower * dt;
+    ride.found.rollingDragQuantity += ride.now.rollingPower * dt;
 }
 
-double drawnTemperature(int wheel)
+double drawnTemperature(const RideRun& ride, int wheel)
 {
-    int material = modelState.brakeMaterial[modelState.brakeType[wheel]][wheel];
-    double weight = modelState.brakeWeight[modelState.brakeType[0]][wheel];
-    double held = modelState.brakeHeat[wheel] + modelState.brakeRadiated[wheel];
-    return held / (runState.specificHeat[material] * weight) + modelState.temperature;
+    int material = ride.model.state.brakeMaterial[ride.model.state.brakeType[wheel]][wheel];
+    double weight = ride.model.state.brakeWeight[ride.model.state.brakeType[0]][wheel];
+    double held = ride.heat.brakeHeat[wheel] + ride.heat.brakeRadiated[wheel];
+    return held / (ride.in.materials.specificHeat[material] * weight) + ride.model.state.temperature;
 }
 
-void energyLedger(double inclination, double distance, double firstVelocity, double secondVelocity)
+void energyLedger(RideRun& ride, double distance, double firstVelocity, double secondVelocity)
 {
-    double descent = std::sin(std::atan(-inclination / 100.0));
-    runState.potentialEnergy = descent * modelState.totalWeight * distance * standardGravity;
-    runState.startKineticEnergy = kineticEnergy(firstVelocity);
-    runState.endKineticEnergy = kineticEnergy(secondVelocity);
+    double descent = std::sin(std::atan(-ride.now.inclination / 100.0));
+    ride.found.potentialEnergy = descent * ride.model.state.totalWeight * distance * standardGravity;
+    ride.found.startKineticEnergy = kineticEnergy(ride, firstVelocity);
+    ride.found.endKineticEnergy = kineticEnergy(ride, secondVelocity);
 }
 
 } // namespace torvane

@@ -1,6 +1,5 @@
 #include "ride/braking_run.h"
 
-#include "core/parameter_block.h"
 #include "core/screens.h"
 #include "model/assist.h"
 #include "model/constants.h"
@@ -20,154 +19,155 @@ constexpr double automaticBrakingInterval = 0.01; // s
 constexpr double slowestWheel = 30.0;             // rpm; below it torque keeps its last value, power over no turning
 constexpr double kiloWattPeak = -10000.0;         // W
 
-void brakeByForce(double velocity)
+void brakeByForce(RideRun& ride, double velocity)
 {
-    runState.thrustForce = runState.force;
-    runState.thrustPower = runState.force * velocity * standardGravity;
-    const double wheel = wheelRpmAt(velocity);
+    ride.now.thrustForce = ride.found.force;
+    ride.now.thrustPower = ride.found.force * velocity * standardGravity;
+    const double wheel = wheelRpmAt(ride.model, velocity);
     if (wheel > slowestWheel) {
-        runState.thrustTorque = runState.thrustPower / radiansPerSecond(wheel);
+        ride.now.thrustTorque = ride.now.thrustPower / radiansPerSecond(wheel);
     }
 }
 
-void brakeByPower(double velocity)
+void brakeByPower(RideRun& ride, double velocity)
 {
-    runState.thrustPower = runState.power;
-    const double wheel = wheelRpmAt(velocity);
+    ride.now.thrustPower = ride.found.power;
+    const double wheel = wheelRpmAt(ride.model, velocity);
     if (wheel > slowestWheel) {
-        runState.thrustTorque = runState.power / radiansPerSecond(wheel);
-        runState.thrustForce = forceAtLever(runState.thrustTorque, rearWheelLever());
+        ride.now.thrustTorque = ride.found.power / radiansPerSecond(wheel);
+        ride.now.thrustForce = forceAtLever(ride.now.thrustTorque, rearWheelLever(ride.model));
     }
 }
 
-void testSlip(BrakingRun& run)
+void testSlip(RideRun& ride, BrakingRun& run)
 {
-    updateLoadAndGrip(runState.thrustForce);
-    const double pressed = std::cos(std::atan(runState.inclination / 100.0)) * modelState.totalWeight;
-    if (std::fabs(runState.thrustForce) > pressed * modelState.effectiveFriction) {
+    updateLoadAndGrip(ride.model, ride.now, ride.now.thrustForce);
+    const double pressed = std::cos(std::atan(ride.now.inclination / 100.0)) * ride.model.state.totalWeight;
+    if (std::fabs(ride.now.thrustForce) > pressed * ride.now.effectiveFriction) {
         run.status = statusSlip;
     }
 }
 
-void settleAtEnd(BrakingRun& run)
+void settleAtEnd(RideRun& ride, BrakingRun& run)
 {
     StepState& s = run.state;
     const double passed = s.velocity;
-    const double overshoot = settleAtVelocity(s, run.dt);
-    takeThrustBack(run.totals, run.dt, overshoot);
+    const double overshoot = settleAtVelocity(ride, s, run.dt);
+    takeThrustBack(ride, run.totals, run.dt, overshoot);
     if (run.heats) {
-        undoBrakeOvershoot(passed, runState.thrustPower, run.dt, overshoot);
+        undoBrakeOvershoot(ride, passed, ride.now.thrustPower, run.dt, overshoot);
     }
 }
 
-void settleAtDistance(BrakingRun& run)
+void settleAtDistance(RideRun& ride, BrakingRun& run)
 {
     StepState& s = run.state;
     const double over = (s.distance - run.distanceLimit) / s.velocity; // s
     if (run.heats) {
-        undoBrakeOvershoot(s.velocity, runState.thrustPower, over, 1.0);
+        undoBrakeOvershoot(ride, s.velocity, ride.now.thrustPower, over, 1.0);
     }
     s.time += run.dt - over;
     s.velocity -= over * s.accele;
     s.distance = run.distanceLimit;
 }
 
-double interval()
+double interval(const RideRun& ride)
 {
-    return runState.decelerationIntervalMode == 0 ? automaticBrakingInterval : runState.decelerationInterval;
+    return ride.in.decelerationIntervalMode == 0 ? automaticBrakingInterval : ride.in.decelerationInterval;
 }
 
-bool canRun()
+bool canRun(const RideRun& ride)
 {
-    return runState.startVelocity > runState.endVelocity && interval() >= leastInterval;
+    return ride.found.sectorStartVelocity > ride.in.endVelocity && interval(ride) >= leastInterval;
 }
 
-void finishBrakingRun(const BrakingRun& run)
+void finishBrakingRun(RideRun& ride, const BrakingRun& run)
 {
-    storeMeans(run.totals, run.state.time);
-    storeMotion(run.state);
+    storeMeans(ride, run.totals, run.state.time);
+    storeMotion(ride, run.state);
 }
 
 bool recordBraking(RunRecorder& recorder, StepState& s)
 {
-    s.cadence = cadenceInGear(s.velocity, s.gearRatio);
-    reportProgress(progressPercent(runState.startVelocity, runState.endVelocity, s.velocity));
+    const RideRun& ride = recorder.ride;
+    s.cadence = cadenceInGear(ride.model, s.velocity, s.gearRatio);
+    reportProgress(progressPercent(ride.found.sectorStartVelocity, ride.in.endVelocity, s.velocity));
     return recordStep(recorder, s);
 }
 
 } // namespace
 
-BrakingRun startBrakingRun(BrakeLaw law, double dt)
+BrakingRun startBrakingRun(RideRun& ride, BrakeLaw law, double dt)
 {
     BrakingRun run{law, dt};
     StepState& s = run.state;
-    clearPeaks();
-    s.velocity = runState.startVelocity;
-    s.gear = startGear(1, s.velocity);
-    engageGear(s);
-    resetGrip();
-    s.resistance = solvePowerAtVelocity(stageThrust, s.velocity).value;
+    clearPeaks(ride);
+    s.velocity = ride.found.sectorStartVelocity;
+    s.gear = startGear(ride, 1, s.velocity);
+    engageGear(ride.model, s);
+    resetGrip(ride);
+    s.resistance = solvePowerAtVelocity(ride.model, ride.now, stageThrust, s.velocity).value;
     return run;
 }
 
-bool brakeStep(BrakingRun& run)
+bool brakeStep(RideRun& ride, BrakingRun& run)
 {
     StepState& s = run.state;
-    run.law == BrakeLaw::force ? brakeByForce(s.velocity) : brakeByPower(s.velocity);
-    lowerThrustPeak();
-    updateResistance(s);
-    s.accele = powerAcceleration(s);
-    testSlip(run);
-    followLargestAccele(s.accele);
+    run.law == BrakeLaw::force ? brakeByForce(ride, s.velocity) : brakeByPower(ride, s.velocity);
+    lowerThrustPeak(ride);
+    updateResistance(ride, s);
+    s.accele = powerAcceleration(ride, s);
+    testSlip(ride, run);
+    followLargestAccele(ride, s.accele);
     if (std::fabs(s.accele) < plateauAccele) {
         return false;
     }
-    addThrust(run.totals, run.dt);
+    addThrust(ride, run.totals, run.dt);
     if (run.heats) {
-        accumulateBrakeStep(s.velocity, runState.thrustPower, run.dt);
+        accumulateBrakeStep(ride, s.velocity, ride.now.thrustPower, run.dt);
     }
     advance(s, run.dt);
-    if (s.velocity <= runState.endVelocity) {
-        settleAtEnd(run);
+    if (s.velocity <= ride.in.endVelocity) {
+        settleAtEnd(ride, run);
         return false;
     }
     if (s.distance >= run.distanceLimit) {
-        settleAtDistance(run);
+        settleAtDistance(ride, run);
         return false;
     }
     s.time += run.dt;
     return true;
 }
 
-ResultStatus brakeDryRun(BrakeLaw law, SampleLog& log)
+ResultStatus brakeDryRun(RideRun& ride, BrakeLaw law)
 {
-    if (!canRun()) {
+    if (!canRun(ride)) {
         return statusIllegalValue;
     }
-    BrakingRun run = startBrakingRun(law, interval());
-    log.sampleCount = 1;
-    while (run.state.time < longestRun && brakeStep(run)) {
-        ++log.sampleCount;
+    BrakingRun run = startBrakingRun(ride, law, interval(ride));
+    ride.log.sampleCount = 1;
+    while (run.state.time < longestRun && brakeStep(ride, run)) {
+        ++ride.log.sampleCount;
     }
-    finishBrakingRun(run);
+    finishBrakingRun(ride, run);
     return run.status;
 }
 
-void brakeLoggedRun(BrakeLaw law, SampleLog& log, GraphSeries* graph)
+void brakeLoggedRun(RideRun& ride, BrakeLaw law)
 {
-    if (!canRun()) {
+    if (!canRun(ride)) {
         return;
     }
-    if (runState.peakPower[stageThrust] <= kiloWattPeak) {
-        runState.kiloWattLog = 1;
+    if (ride.found.peakPower[stageThrust] <= kiloWattPeak) {
+        ride.found.drive.kiloWattLog = 1;
     }
-    RunRecorder recorder = beginRecording(log, graph, GraphLayout::braking);
-    BrakingRun run = startBrakingRun(law, interval());
+    RunRecorder recorder = beginRecording(ride, GraphLayout::braking);
+    BrakingRun run = startBrakingRun(ride, law, interval(ride));
     run.heats = true;
-    while (run.state.time < longestRun && recordBraking(recorder, run.state) && brakeStep(run)) {
+    while (run.state.time < longestRun && recordBraking(recorder, run.state) && brakeStep(ride, run)) {
     }
-    finishBrakingRun(run);
-    run.state.cadence = cadenceInGear(run.state.velocity, run.state.gearRatio);
+    finishBrakingRun(ride, run);
+    run.state.cadence = cadenceInGear(ride.model, run.state.velocity, run.state.gearRatio);
     finishRecording(recorder, run.state);
 }
 

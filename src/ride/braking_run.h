@@ -1,11 +1,9 @@
-// A run driven by the brakes (runState.thrustMode 1): the wheel force, not pedaling, drives it, in one gear, with a
+// A run driven by the brakes (thrustMode 1): the wheel force, not pedaling, drives it, in one gear, with a
 // negative thrust. Knows nothing of what force is wanted (braking_seek.h, pattern_braking.h).
 #pragma once
 
-#include "core/result_status.h"
-#include "ride/graph_series.h"
+#include "ride/ride_records.h"
 #include "ride/run_recorder.h"
-#include "ride/sample_log.h"
 #include "ride/stage_totals.h"
 
 #include <limits>
@@ -14,8 +12,8 @@ namespace torvane {
 
 // What stays the same through the run.
 enum class BrakeLaw {
-    force, // runState.force, kgf, negative
-    power, // runState.power, W, negative
+    force, // found.force, kgf, negative
+    power, // found.power, W, negative
 };
 
 struct BrakingRun {
@@ -29,18 +27,18 @@ struct BrakingRun {
 };
 
 // A run at its starting velocity in a gear, nothing done yet.
-BrakingRun startBrakingRun(BrakeLaw law, double dt);
+BrakingRun startBrakingRun(RideRun& ride, BrakeLaw law, double dt);
 
-// One step. False ends the run: at runState.endVelocity, at the distance limit, or when the velocity stays.
-bool brakeStep(BrakingRun& run);
+// One step. False ends the run: at endVelocity, at the distance limit, or when the velocity stays.
+bool brakeStep(RideRun& ride, BrakingRun& run);
 
-// From runState.startVelocity to endVelocity; counts the rows into log.sampleCount. The brakes' heat is left alone.
+// From sectorStartVelocity to endVelocity; counts the rows into log.sampleCount. The brakes' heat is left alone.
 // Status: statusIllegalValue for a start not above the end or an unusable interval; warning statusSlip. A run cut at
 // 900 s is no failure.
-ResultStatus brakeDryRun(BrakeLaw law, SampleLog& log);
+ResultStatus brakeDryRun(RideRun& ride, BrakeLaw law);
 
-// The same run with the brakes' heat, into the log and, when not null, the curves. A peak of 10 kW or more turns
-// runState.kiloWattLog on.
-void brakeLoggedRun(BrakeLaw law, SampleLog& log, GraphSeries* graph);
+// The same run with the brakes' heat, into the log and, when wanted, the curves. A peak of 10 kW or more turns
+// kiloWattLog on.
+void brakeLoggedRun(RideRun& ride, BrakeLaw law);
 
 } // namespace torvane

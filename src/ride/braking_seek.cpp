@@ -1,7 +1,6 @@
 #include "ride/braking_seek.h"
 
 #include "model/constants.h"
-#include "model/run_state.h"
 #include "ride/braking_run.h"
 #include "ride/ride_status.h"
 #include "ride/seek.h"
@@ -10,71 +9,69 @@ namespace torvane {
 
 namespace {
 
-ResultStatus brakeByForce(SampleLog& log)
+ResultStatus brakeByForce(RideRun& ride)
 {
-    return brakeDryRun(BrakeLaw::force, log);
+    return brakeDryRun(ride, BrakeLaw::force);
 }
 
-bool isFalling()
+bool isFalling(const RideRun& ride)
 {
-    return runState.startVelocity > runState.endVelocity;
+    return ride.in.startVelocity > ride.in.endVelocity;
 }
 
 // The step has the sign of the force: a step down is less braking, and is due where the run came out too hard.
-ResultStatus seekForce(double firstForce, double step, double wanted, double& result, double tolerance, SampleLog& log)
+ResultStatus seekForce(RideRun& ride, double firstForce, double step, double wanted, double& result, double tolerance)
 {
-    runState.force = firstForce;
-    return seekTarget({&runState.force, &result, wanted, step, tolerance, HighSide::belowWanted}, log, brakeByForce);
+    ride.found.force = firstForce;
+    return seekTarget(ride, {&ride.found.force, &result, wanted, step, tolerance, HighSide::belowWanted}, brakeByForce);
 }
 
-ResultStatus seekForPower(double& result, SampleLog& log)
+ResultStatus seekForPower(RideRun& ride, double& result)
 {
-    if (!(runState.power < 0.0) || !isFalling()) {
+    const double wanted = ride.in.power;
+    if (!(wanted < 0.0) || !isFalling(ride)) {
         return statusIllegalValue;
     }
-    const double force = runState.power / (runState.startVelocity * standardGravity);
-    return seekForce(force, 0.4 * force, runState.power, result, 0.001, log);
+    const double force = wanted / (ride.in.startVelocity * standardGravity);
+    return seekForce(ride, force, 0.4 * force, wanted, result, 0.001);
 }
 
 } // namespace
 
-ResultStatus seekBrakeForPeakPower(SampleLog& log)
+ResultStatus seekBrakeForPeakPower(RideRun& ride)
 {
-    return seekForPower(runState.peakPower[stageThrust], log);
+    return seekForPower(ride, ride.found.peakPower[stageThrust]);
 }
 
-ResultStatus seekBrakeForMeanPower(SampleLog& log)
+ResultStatus seekBrakeForMeanPower(RideRun& ride)
 {
-    return seekForPower(runState.meanStagePower[stageThrust], log);
+    return seekForPower(ride, ride.found.meanStagePower[stageThrust]);
 }
 
-ResultStatus seekBrakeForSectorTime(SampleLog& log)
+ResultStatus seekBrakeForSectorTime(RideRun& ride, double wanted)
 {
-    const double wanted = runState.sectorTime;
-    if (!(wanted > 0.0) || !isFalling()) {
+    if (!(wanted > 0.0) || !isFalling(ride)) {
         return statusIllegalValue;
     }
-    const ResultStatus status = seekForce(-5.0, -2.0, wanted, runState.sectorTime, 0.01, log);
-    runState.sectorTime = wanted;
+    const ResultStatus status = seekForce(ride, -5.0, -2.0, wanted, ride.found.sectorTime, 0.01);
+    ride.found.sectorTime = wanted;
     return status;
 }
 
-ResultStatus seekBrakeForDistance(SampleLog& log)
+ResultStatus seekBrakeForDistance(RideRun& ride, double wanted)
 {
-    const double wanted = runState.distance;
-    if (!(wanted > 0.0) || !isFalling()) {
+    if (!(wanted > 0.0) || !isFalling(ride)) {
         return statusIllegalValue;
     }
-    return seekForce(-7.0, -2.8, wanted, runState.distance, 0.1, log);
+    return seekForce(ride, -7.0, -2.8, wanted, ride.found.distance, 0.1);
 }
 
-ResultStatus seekBrakeForAccele(SampleLog& log)
+ResultStatus seekBrakeForAccele(RideRun& ride, double wanted)
 {
-    const double wanted = runState.accele;
-    if (!(wanted < 0.0) || !isFalling()) {
+    if (!(wanted < 0.0) || !isFalling(ride)) {
         return statusIllegalValue;
     }
-    return seekForce(-7.0, -2.8, wanted, runState.accele, 0.0015, log);
+    return seekForce(ride, -7.0, -2.8, wanted, ride.found.accele, 0.0015);
 }
 
 } // namespace torvane

@@ -1,10 +1,8 @@
 #include "ride/critical_cornering.h"
 
-#include "core/parameter_block.h"
 #include "core/text.h"
 #include "model/assist.h"
 #include "model/constants.h"
-#include "model/run_state.h"
 
 #include <cmath>
 
@@ -16,92 +14,94 @@ constexpr int bandPoints = 100;
 constexpr double mostMarginDrawn = 0.5;
 constexpr double noMargin = -9999.999;
 
-double friction()
+double friction(const RideRun& ride)
 {
-    return modelState.effectiveFriction;
+    return ride.now.effectiveFriction;
 }
 
-double velocityInCorner(double radius)
+double velocityInCorner(const RideRun& ride, double radius)
 {
-    return std::sqrt((1.0 - runState.safetyMargin) * friction() * standardGravity * radius);
+    return std::sqrt((1.0 - ride.found.safetyMargin) * friction(ride) * standardGravity * radius);
 }
 
-double radiusAt(double velocity, double margin)
+double radiusAt(const RideRun& ride, double velocity, double margin)
 {
-    return velocity * velocity / ((1.0 - margin) * friction() * standardGravity);
+    return velocity * velocity / ((1.0 - margin) * friction(ride) * standardGravity);
 }
 
-double marginInCorner()
+double marginInCorner(const RideRun& ride)
 {
-    const double grip = runState.corneringRadius * friction();
-    const double velocity = runState.velocity;
+    const double grip = ride.found.corneringRadius * friction(ride);
+    const double velocity = ride.found.velocity;
     return grip == 0.0 ? noMargin : 1.0 - velocity * velocity / (grip * standardGravity);
 }
 
-void drawBandOverRadius(GraphSeries& graph)
+void drawBandOverRadius(const RideRun& ride, GraphSeries& graph)
 {
-    graph.seriesNames[1] = formatText("corner radius(m) under %5.3lf safty margin", runState.safetyMargin);
+    graph.seriesNames[1] = formatText("corner radius(m) under %5.3lf safty margin", ride.found.safetyMargin);
     for (int i = 0; i < bandPoints; ++i) {
-        const double radius = i * runState.corneringRadius / (bandPoints - 1);
-        addGraphPoint(graph, {velocityInCorner(radius) * 3.6, radius});
+        const double radius = i * ride.found.corneringRadius / (bandPoints - 1);
+        addGraphPoint(graph, {velocityInCorner(ride, radius) * 3.6, radius});
     }
 }
 
-void drawBandOverVelocity(GraphSeries& graph)
+void drawBandOverVelocity(const RideRun& ride, GraphSeries& graph)
 {
-    graph.seriesNames[1] = formatText("corner radius(m) under %5.3lf safty margin", runState.safetyMargin);
+    graph.seriesNames[1] = formatText("corner radius(m) under %5.3lf safty margin", ride.found.safetyMargin);
     for (int i = 0; i < bandPoints; ++i) {
-        const double v = i * runState.velocity / (bandPoints - 1);
-        addGraphPoint(graph, {v * 3.6, v * v / friction() / ((1.0 - runState.safetyMargin) * standardGravity)});
+        const double v = i * ride.found.velocity / (bandPoints - 1);
+        addGraphPoint(graph, {v * 3.6, v * v / friction(ride) / ((1.0 - ride.found.safetyMargin) * standardGravity)});
     }
 }
 
-void drawBandOverMargin(GraphSeries& graph)
+void drawBandOverMargin(const RideRun& ride, GraphSeries& graph)
 {
     graph.seriesNames[0] = "safty margin ratio";
-    graph.seriesNames[1] = formatText("corner radius(m) for %5.3lf kph", runState.velocity * 3.6);
+    graph.seriesNames[1] = formatText("corner radius(m) for %5.3lf kph", ride.found.velocity * 3.6);
     for (int i = 0; i < bandPoints; ++i) {
         const double margin = i * mostMarginDrawn / (bandPoints - 1);
-        addGraphPoint(graph, {margin, radiusAt(runState.velocity, margin)});
+        addGraphPoint(graph, {margin, radiusAt(ride, ride.found.velocity, margin)});
     }
 }
 
 enum Target : int { targetVelocity, targetRadius };
 
-void solve(int target)
+void solve(RideRun& ride)
 {
+    const int target = ride.in.rideTarget;
     if (target == targetVelocity) {
-        runState.velocity = velocityInCorner(runState.corneringRadius);
+        ride.found.velocity = velocityInCorner(ride, ride.found.corneringRadius);
     } else if (target == targetRadius) {
-        runState.corneringRadius = radiusAt(runState.velocity, runState.safetyMargin);
+        ride.found.corneringRadius = radiusAt(ride, ride.found.velocity, ride.found.safetyMargin);
     } else {
-        runState.safetyMargin = marginInCorner();
+        ride.found.safetyMargin = marginInCorner(ride);
     }
 }
 
-void draw(int target, GraphSeries& graph)
+void draw(const RideRun& ride, GraphSeries& graph)
 {
+    const int target = ride.in.rideTarget;
     beginGraphSeries(graph, GraphLayout::corneringBand, bandPoints);
     if (target == targetVelocity) {
-        drawBandOverRadius(graph);
+        drawBandOverRadius(ride, graph);
     } else if (target == targetRadius) {
-        drawBandOverVelocity(graph);
+        drawBandOverVelocity(ride, graph);
     } else {
-        drawBandOverMargin(graph);
+        drawBandOverMargin(ride, graph);
     }
 }
 
 } // namespace
 
-ResultStatus runCriticalCornering(int target, GraphSeries* graph)
+ResultStatus runCriticalCornering(RideRun& ride)
 {
-    solve(target);
-    if (graph != nullptr) {
-        draw(target, *graph);
+    solve(ride);
+    if (ride.in.wantsGraph != 0) {
+        draw(ride, ride.graph.emplace());
     }
-    const Solved power = solvePowerAtVelocity(stagePedaling, runState.velocity);
-    runState.power = power.value;
-    runState.peakPower[stagePedaling] = requiredPower(runState.power, runState.cadence, modelState.cadencePoweredMax);
+    const Solved power = solvePowerAtVelocity(ride.model, ride.now, stagePedaling, ride.found.velocity);
+    ride.found.power = power.value;
+    ride.found.requiredPower = requiredPower(ride.found.power, ride.now.cadence, ride.model.state.cadencePoweredMax);
     return power.status;
 }
 

@@ -2,14 +2,13 @@
 // from the other two, and the power that the velocity takes.
 #pragma once
 
-#include "core/result_status.h"
-#include "ride/graph_series.h"
+#include "ride/ride_records.h"
 
 namespace torvane {
 
-// Target 0 runState.velocity, 1 corneringRadius, 2 safetyMargin (-9999.999 without radius or grip; below 0 the bicycle
-// slips). Then power and required power (peakPower[0]). When graph is not null, it gets the band that goes with the
-// target. Status: that of the power.
-ResultStatus runCriticalCornering(int target, GraphSeries* graph);
+// Target 0 velocity, 1 corneringRadius, 2 safetyMargin (-9999.999 without radius or grip; below 0 the bicycle slips).
+// Then power and requiredPower and, when wanted, the curve of the band that goes with the target. Status: that of the
+// power.
+ResultStatus runCriticalCornering(RideRun& ride);
 
 } // namespace torvane

@@ -1,6 +1,5 @@
 #include "ride/deceleration.h"
 
-#include "core/parameter_block.h"
 #include "model/assist.h"
 #include "model/gear_table.h"
 #include "ride/braking_run.h"
@@ -13,137 +12,136 @@ namespace torvane {
 
 namespace {
 
-bool decelerateStep(PedaledRun& run, RunRecorder* recorder)
+bool decelerateStep(RideRun& ride, PedaledRun& run, RunRecorder* recorder)
 {
     StepState& s = run.state;
-    pedalOrShift(run, 0.0);
-    s.accele = powerAcceleration(s);
-    followLargestAccele(s.accele);
+    pedalOrShift(ride, run, 0.0);
+    s.accele = powerAcceleration(ride, s);
+    followLargestAccele(ride, s.accele);
     if (std::fabs(s.accele) < plateauAccele) {
         return false;
     }
-    rideStep(run, recorder);
-    if (s.velocity <= runState.endVelocity) {
-        settleAtEnd(run);
+    rideStep(ride, run, recorder);
+    if (s.velocity <= ride.in.endVelocity) {
+        settleAtEnd(ride, run);
         return false;
     }
-    shiftDown(run);
+    shiftDown(ride, run);
     return true;
 }
 
-bool isFalling()
+bool isFalling(const RideRun& ride)
 {
-    return runState.endVelocity < runState.startVelocity;
+    return ride.in.endVelocity < ride.in.startVelocity;
 }
 
-double interval()
+double interval(const RideRun& ride)
 {
-    return runState.decelerationIntervalMode == 0 ? automaticInterval(runState.startVelocity)
-                                                  : runState.decelerationInterval;
+    return ride.in.decelerationIntervalMode == 0 ? automaticInterval(ride.model, ride.in.startVelocity)
+                                                 : ride.in.decelerationInterval;
 }
 
 // Whether the reference power lets slow from start to end.
-ResultStatus comparePower()
+ResultStatus comparePower(RideRun& ride)
 {
-    resetGrip();
-    if (solveVelocityForPower(stagePedaling, 0.0).value >= runState.startVelocity) {
+    resetGrip(ride);
+    if (solveVelocityForPower(ride.model, ride.now, stagePedaling, 0.0).value >= ride.in.startVelocity) {
         return statusNoDeceleration;
     }
-    const double heldVelocity = solveVelocityForPower(stagePedaling, runState.power).value;
-    if (heldVelocity >= runState.startVelocity) {
+    const double heldVelocity = solveVelocityForPower(ride.model, ride.now, stagePedaling, ride.found.power).value;
+    if (heldVelocity >= ride.in.startVelocity) {
         return statusTooLargePower;
     }
-    return heldVelocity > runState.endVelocity ? statusDeclineMayStop : 0;
+    return heldVelocity > ride.in.endVelocity ? statusDeclineMayStop : 0;
 }
 
-ResultStatus pedalDown(PowerLaw law, ResultStatus status, SampleLog& log, RunRecorder* recorder)
+ResultStatus pedalDown(RideRun& ride, PowerLaw law, ResultStatus status, RunRecorder* recorder)
 {
-    PedaledRun run = startPedaledRun(law, interval(), startGear(1, runState.startVelocity));
+    PedaledRun run = startPedaledRun(ride, law, interval(ride), startGear(ride, 1, ride.in.startVelocity));
     run.status = status;
-    if (!runSteps(run, recorder, decelerateStep)) {
+    if (!runSteps(ride, run, recorder, decelerateStep)) {
         run.status = statusNotConverged;
     }
-    finishPedaledRun(run, log, recorder);
+    finishPedaledRun(ride, run, recorder);
     return run.status;
 }
 
-ResultStatus decelerate(PowerLaw law, SampleLog& log, RunRecorder* recorder)
+ResultStatus decelerate(RideRun& ride, PowerLaw law, RunRecorder* recorder)
 {
-    if (!isFalling() || !(interval() >= leastInterval) || std::isnan(runState.power)) {
+    if (!isFalling(ride) || !(interval(ride) >= leastInterval) || std::isnan(ride.found.power)) {
         return statusIllegalValue;
     }
-    if (runState.power < 0.0) {
-        runState.thrustMode = 1;
+    if (ride.found.power < 0.0) {
+        ride.found.drive.thrustMode = 1;
         return 0;
     }
-    const ResultStatus status = comparePower();
-    return isFatal(status) ? status : pedalDown(law, status, log, recorder);
+    const ResultStatus status = comparePower(ride);
+    return isFatal(status) ? status : pedalDown(ride, law, status, recorder);
 }
 
-ResultStatus decelerateByParabola(SampleLog& log)
+ResultStatus decelerateByParabola(RideRun& ride)
 {
-    return decelerateDryRun(PowerLaw::parabola, log);
+    return decelerateDryRun(ride, PowerLaw::parabola);
 }
 
-double powerForEndingVelocity()
+double powerForEndingVelocity(RideRun& ride)
 {
-    resetGrip();
-    return solvePowerAtVelocity(stagePedaling, runState.endVelocity).value;
+    resetGrip(ride);
+    return solvePowerAtVelocity(ride.model, ride.now, stagePedaling, ride.in.endVelocity).value;
 }
 
 // A figure of the run that grows with the power: the time, the distance, and the acceleration, which is negative.
 struct Factor {
-    double RunState::*figure;
+    double RideFigures::*figure;
     double tolerance;
     ResultStatus beyond;
-    ResultStatus (*brake)(SampleLog&); // the same figure by braking
+    ResultStatus (*brake)(RideRun&, double wanted); // the same figure by braking
 };
 
-constexpr Factor sectorTimeFactor = {&RunState::sectorTime, 0.01, statusTooLongTime, seekBrakeForSectorTime};
-constexpr Factor distanceFactor = {&RunState::distance, 0.1, statusTooLongDistance, seekBrakeForDistance};
-constexpr Factor acceleFactor = {&RunState::accele, 0.0015, statusTooHighAccele, seekBrakeForAccele};
+constexpr Factor sectorTimeFactor = {&RideFigures::sectorTime, 0.01, statusTooLongTime, seekBrakeForSectorTime};
+constexpr Factor distanceFactor = {&RideFigures::distance, 0.1, statusTooLongDistance, seekBrakeForDistance};
+constexpr Factor acceleFactor = {&RideFigures::accele, 0.0015, statusTooHighAccele, seekBrakeForAccele};
 
 // First power of a seek, laid between coasting and the power for the ending velocity. Leaves the limits, and the status
 // of the run with that power, when there is one.
-double firstPower(const Factor& factor, double wanted, ResultStatus& status, SampleLog& log)
+double firstPower(RideRun& ride, const Factor& factor, double wanted, ResultStatus& status)
 {
-    double& figure = runState.*factor.figure;
+    double& figure = ride.found.*factor.figure;
     const double coasting = figure;
     double power = 0.0;
-    if (runState.endVelocity != 0.0) {
-        const double holding = powerForEndingVelocity();
-        runState.power = holding;
-        status = decelerateByParabola(log);
+    if (ride.in.endVelocity != 0.0) {
+        const double holding = powerForEndingVelocity(ride);
+        ride.found.power = holding;
+        status = decelerateByParabola(ride);
         power = holding * (figure - wanted) / (figure - coasting);
     }
-    runState.seekLow = coasting;
-    runState.seekHigh = figure;
+    ride.found.seekLow = coasting;
+    ride.found.seekHigh = figure;
     return power;
 }
 
-ResultStatus seekFactor(const Factor& factor, SampleLog& log)
+ResultStatus seekFactor(RideRun& ride, const Factor& factor, double wanted)
 {
-    double& figure = runState.*factor.figure;
-    const double wanted = figure;
-    runState.power = 0.0;
-    ResultStatus status = decelerateByParabola(log);
+    double& figure = ride.found.*factor.figure;
+    ride.found.power = 0.0;
+    ResultStatus status = decelerateByParabola(ride);
     if (isFatal(status)) {
         figure = wanted;
         return status;
     }
-    const double power = firstPower(factor, wanted, status, log);
-    if (!(wanted <= runState.seekHigh - factor.tolerance)) {
+    const double power = firstPower(ride, factor, wanted, status);
+    if (!(wanted <= ride.found.seekHigh - factor.tolerance)) {
         figure = wanted;
         return status | factor.beyond;
     }
-    if (runState.seekLow > wanted) {
-        runState.thrustMode = 1;
+    if (ride.found.seekLow > wanted) {
+        ride.found.drive.thrustMode = 1;
         figure = wanted;
-        return factor.brake(log);
+        return factor.brake(ride, wanted);
     }
-    runState.power = power;
-    const Seek seek = {&runState.power, &figure, wanted, 0.2 * power, factor.tolerance, HighSide::aboveWanted, 0.0};
-    return seekTarget(seek, log, decelerateByParabola);
+    ride.found.power = power;
+    const Seek seek = {&ride.found.power, &figure, wanted, 0.2 * power, factor.tolerance, HighSide::aboveWanted, 0.0};
+    return seekTarget(ride, seek, decelerateByParabola);
 }
 
 // What this reference lets through of a status: all that a run can set today.
@@ -151,78 +149,81 @@ constexpr ResultStatus endingVelocityMask = 0x7FDFFFFF;
 
 } // namespace
 
-ResultStatus decelerateDryRun(PowerLaw law, SampleLog& log)
+ResultStatus decelerateDryRun(RideRun& ride, PowerLaw law)
 {
-    return decelerate(law, log, nullptr);
+    return decelerate(ride, law, nullptr);
 }
 
-double decelerateLoggedRun(PowerLaw law, SampleLog& log, GraphSeries* graph)
+double decelerateLoggedRun(RideRun& ride, PowerLaw law)
 {
-    return recordPedaledRun(log, graph, [&](RunRecorder& recorder) { decelerate(law, log, &recorder); });
+    return recordPedaledRun(ride, [&](RunRecorder& recorder) { decelerate(ride, law, &recorder); });
 }
 
-ResultStatus decelSeekMeanPower(SampleLog& log)
+ResultStatus decelSeekMeanPower(RideRun& ride)
 {
-    if (!isFalling()) {
+    const double wanted = ride.in.power;
+    if (!isFalling(ride)) {
         return statusIllegalValue;
     }
-    runState.meanPower = runState.power;
-    if (runState.power < 0.0) {
-        runState.thrustMode = 1;
-        return seekBrakeForMeanPower(log);
+    ride.found.meanPower = wanted;
+    if (wanted < 0.0) {
+        ride.found.drive.thrustMode = 1;
+        return seekBrakeForMeanPower(ride);
     }
-    const double holding = powerForEndingVelocity();
-    if (runState.power > holding) {
+    const double holding = powerForEndingVelocity(ride);
+    if (wanted > holding) {
         return statusTooLargePower;
     }
-    const Seek seek = {&runState.power,
-                       &runState.meanStagePower[stagePedaling],
-                       runState.meanPower,
+    const Seek seek = {&ride.found.power,
+                       &ride.found.meanStagePower[stagePedaling],
+                       wanted,
                        0.4 * holding,
                        0.001,
                        HighSide::aboveWanted,
                        0.0,
                        holding};
-    return seekTarget(seek, log, decelerateByParabola);
+    return seekTarget(ride, seek, decelerateByParabola);
 }
 
-ResultStatus decelPowerForEndingVelocity(SampleLog& log)
+ResultStatus decelPowerForEndingVelocity(RideRun& ride)
 {
-    if (!isFalling()) {
+    if (!isFalling(ride)) {
         return statusIllegalValue;
     }
-    const double holding = powerForEndingVelocity();
-    if (runState.totalLoad < 0.0) {
-        runState.power = 0.0;
-        runState.force = runState.totalLoad;
-        runState.thrustMode = 1;
-        return brakeDryRun(BrakeLaw::force, log) & endingVelocityMask;
+    const double holding = powerForEndingVelocity(ride);
+    if (ride.now.totalLoad < 0.0) {
+        ride.found.power = 0.0;
+        ride.found.force = ride.now.totalLoad;
+        ride.found.drive.thrustMode = 1;
+        return brakeDryRun(ride, BrakeLaw::force) & endingVelocityMask;
     }
-    const double ratio = usualRatio(runState.endVelocity);
-    const double cadence = modelState.cadenceUsual * ratio / gearTable[nearestGear(ratio)].ratio;
-    if (!takePower(requiredPower(holding, cadence, modelState.cadencePoweredMax))) {
+    const double ratio = usualRatio(ride.model, ride.in.endVelocity);
+    const double gearRatio = ride.model.gearTable[nearestGear(ride.model, ratio)].ratio;
+    const double cadence = ride.model.state.cadenceUsual * ratio / gearRatio;
+    if (!takePower(ride, requiredPower(holding, cadence, ride.model.state.cadencePoweredMax))) {
         return statusNotConverged;
     }
-    ResultStatus status = decelerateByParabola(log);
-    if (runState.thrustMode != 0) { // pedals that would turn beyond the far end of the parabola ask for power below 0
-        status = brakeDryRun(BrakeLaw::force, log);
+    ResultStatus status = decelerateByParabola(ride);
+    if (ride.found.drive.thrustMode != 0) {
+        // Pedals that would turn beyond the far end of the parabola ask for power below 0.
+        status = brakeDryRun(ride, BrakeLaw::force);
     }
     return status & endingVelocityMask;
 }
 
-ResultStatus decelSeekSectorTime(SampleLog& log)
+ResultStatus decelSeekSectorTime(RideRun& ride, double wanted)
 {
-    return runState.sectorTime > 0.0 && isFalling() ? seekFactor(sectorTimeFactor, log) : statusIllegalValue;
+    return wanted > 0.0 && isFalling(ride) ? seekFactor(ride, sectorTimeFactor, wanted) : statusIllegalValue;
 }
 
-ResultStatus decelSeekDistance(SampleLog& log)
+ResultStatus decelSeekDistance(RideRun& ride, double wanted)
 {
-    return runState.distance > 0.0 && isFalling() ? seekFactor(distanceFactor, log) : statusIllegalValue;
+    return wanted > 0.0 && isFalling(ride) ? seekFactor(ride, distanceFactor, wanted) : statusIllegalValue;
 }
 
-ResultStatus decelSeekAccele(SampleLog& log)
+ResultStatus decelSeekAccele(RideRun& ride, double wanted)
 {
-    return runState.accele <= 0.0 && isFalling() ? seekFactor(acceleFactor, log) : statusIllegalValue;
+    return wanted <= 0.0 && isFalling(ride) ? seekFactor(ride, acceleFactor, wanted) : statusIllegalValue;
 }
 
 } // namespace torvane

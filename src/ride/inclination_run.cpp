@@ -1,7 +1,6 @@
 #include "ride/inclination_run.h"
 
 #include "model/assist.h"
-#include "model/run_state.h"
 #include "ride/brake_energy.h"
 #include "ride/motion.h"
 #include "ride/ride_status.h"
@@ -18,100 +17,99 @@ constexpr double noThrust = 0.001;        // W
 constexpr double closeVelocity = 0.01;    // m/s
 
 // The limit in force; the other figure reads 0 in the report.
-RollLimit takeLimit()
+RollLimit takeLimit(RideRun& ride)
 {
-    RollLimit limit{static_cast<RollUntil>(runState.inclinationLimit), runState.distance, runState.sectorTime};
+    RollLimit limit{static_cast<RollUntil>(ride.in.inclinationLimit), ride.in.distance, ride.in.sectorTime};
     if (limit.until != RollUntil::distance) {
-        runState.distance = limit.distance = 0.0;
+        ride.found.distance = limit.distance = 0.0;
     }
     if (limit.until != RollUntil::time) {
-        runState.sectorTime = limit.time = 0.0;
+        ride.found.sectorTime = limit.time = 0.0;
     }
     return limit;
 }
 
-ResultStatus solveVelocity(const RollLimit& limit, SampleLog& log)
+ResultStatus solveVelocity(RideRun& ride, const RollLimit& limit)
 {
-    ResultStatus status = checkRollingGradient();
+    ResultStatus status = checkRollingGradient(ride);
     if (status == 0 && limit.until == RollUntil::steady) {
-        status = solveRollingVelocity();
+        status = solveRollingVelocity(ride);
     }
-    const double poised = runState.velocity;
+    const double poised = ride.found.velocity;
     if (!isFatal(status)) {
-        status |= rollDryRun(limit, log);
+        status |= rollDryRun(ride, limit);
     }
     if (limit.until == RollUntil::steady) {
-        runState.velocity = poised;
+        ride.found.velocity = poised;
     }
     return status;
 }
 
-ResultStatus solveInclination(const RollLimit& limit, SampleLog& log)
+ResultStatus solveInclination(RideRun& ride, const RollLimit& limit)
 {
-    if (!(runState.velocity > 0.0)) {
+    if (!(ride.in.velocity > 0.0)) {
         return statusTooSmallVelocity;
     }
     if (limit.until != RollUntil::steady) {
-        return seekInclinationOver(limit, log);
+        return seekInclinationOver(ride, limit);
     }
-    const double wanted = runState.velocity;
-    ResultStatus status = seekInclinationForFinalVelocity();
+    ResultStatus status = seekInclinationForFinalVelocity(ride);
     if (!isFatal(status)) {
-        status |= rollDryRun(limit, log);
+        status |= rollDryRun(ride, limit);
     }
-    runState.velocity = wanted;
+    ride.found.velocity = ride.in.velocity;
     return status;
 }
 
 } // namespace
 
-ResultStatus runInclination(int target, SampleLog& log, GraphSeries* graph)
+ResultStatus runInclination(RideRun& ride)
 {
-    const RollLimit limit = takeLimit();
-    clearBrakeEnergy();
-    const ResultStatus status = target == 0 ? solveVelocity(limit, log) : solveInclination(limit, log);
+    const RollLimit limit = takeLimit(ride);
+    clearBrakeEnergy(ride);
+    const ResultStatus status = ride.in.rideTarget == 0 ? solveVelocity(ride, limit) : solveInclination(ride, limit);
     if (status != 0) {
         return status;
     }
-    clearBrakeEnergy();
-    const double solved = runState.velocity;
-    const ResultStatus logged = rollLoggedRun(limit, log, graph);
+    clearBrakeEnergy(ride);
+    const double solved = ride.found.velocity;
+    const ResultStatus logged = rollLoggedRun(ride, limit);
     if (limit.until == RollUntil::steady) {
-        runState.velocity = solved; // what the report calls final, a little above where the run faded out
+        ride.found.velocity = solved; // what the report calls final, a little above where the run faded out
     }
     return logged;
 }
 
-ResultStatus seekInclinationForFinalVelocity()
+ResultStatus seekInclinationForFinalVelocity(RideRun& ride)
 {
     Stepper inclination{firstInclination, -1.0, 0.3};
     double missing = 0.0; // W
-    const Settled settled = settle(inclination, noThrust, [&missing](double percent) {
-        runState.inclination = percent;
-        resetGrip();
-        return missing = solvePowerAtVelocity(stageThrust, runState.velocity).value;
+    const Settled settled = settle(inclination, noThrust, [&](double percent) {
+        ride.now.inclination = percent;
+        resetGrip(ride);
+        return missing = solvePowerAtVelocity(ride.model, ride.now, stageThrust, ride.in.velocity).value;
     });
     if (settled != Settled::met) {
         return statusNotConverged;
     }
     // Near standstill hardly any power is needed on any slope, and the first one would do.
-    return std::fabs(missing) > std::fabs(runState.slopePower) * 0.01 ? statusLooseTolerance : 0;
+    return std::fabs(missing) > std::fabs(ride.now.slopePower) * 0.01 ? statusLooseTolerance : 0;
 }
 
-ResultStatus seekInclinationOver(const RollLimit& limit, SampleLog& log)
+ResultStatus seekInclinationOver(RideRun& ride, const RollLimit& limit)
 {
-    const double wanted = runState.velocity;
+    const double wanted = ride.in.velocity;
     Stepper inclination{firstInclination, 0.1, 0.3};
-    runState.inclination = inclination.value;
-    resetGrip();
+    ride.now.inclination = inclination.value;
+    resetGrip(ride);
     std::optional<ResultStatus> rolled = 0;
-    const Settled settled = settle(inclination, closeVelocity, rollThreshold(), [&](double percent) {
-        runState.inclination = percent;
-        rolled = rollTrial(limit, wanted - 2.0 * closeVelocity, log);
-        return runState.velocity - wanted; // too fast: a gentler slope
+    const Settled settled = settle(inclination, closeVelocity, rollThreshold(ride), [&](double percent) {
+        ride.now.inclination = percent;
+        rolled = rollTrial(ride, limit, wanted - 2.0 * closeVelocity);
+        return ride.found.velocity - wanted; // too fast: a gentler slope
     });
-    const ResultStatus status = rolled ? *rolled : rollDryRun(limit, log); // a search that ends shows its last run
-    return status | (settled == Settled::never ? statusNotConverged : toleranceClass(runState.velocity, wanted));
+    const ResultStatus status = rolled ? *rolled : rollDryRun(ride, limit); // a search that ends shows its last run
+    return status | (settled == Settled::never ? statusNotConverged : toleranceClass(ride.found.velocity, wanted));
 }
 
 } // namespace torvane

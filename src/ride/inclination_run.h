@@ -1,23 +1,23 @@
 // Which slope gives a wanted velocity to a bicycle that rolls without power: poised, over a distance, or over a time.
-// Leaves it in runState.inclination.
+// Leaves it in now.inclination.
 #pragma once
 
-#include "core/result_status.h"
+#include "ride/ride_records.h"
 #include "ride/rolling_run.h"
-#include "ride/sample_log.h"
 
 namespace torvane {
 
-// Inclination and velocity, as the target (0 final velocity, 1 inclination) and runState.inclinationLimit name it.
+// Inclination and velocity, as the target (0 final velocity, 1 inclination) and inclinationLimit name it.
 // Status: statusTooSmallGradient, statusTooSmallVelocity, statusNotConverged, the tolerance classes of the velocity
-// reached, or 0. With 0 log and, when not null, graph are filled.
-ResultStatus runInclination(int target, SampleLog& log, GraphSeries* graph);
+// reached, or 0. With 0 the log and, when wanted, the curves are filled.
+ResultStatus runInclination(RideRun& ride);
 
-// For runState.velocity, poised. Status 0, statusNotConverged, or statusLooseTolerance where so little power is at
-// stake that the slope found is more than 1 percent off.
-ResultStatus seekInclinationForFinalVelocity();
+// For the velocity as entered, poised. Status 0, statusNotConverged, or statusLooseTolerance where so little power is
+// at stake that the slope found is more than 1 percent off.
+ResultStatus seekInclinationForFinalVelocity(RideRun& ride);
 
-// For runState.velocity at the end of a roll to the limit. Status: statusNotConverged, the tolerance classes, or 0.
-ResultStatus seekInclinationOver(const RollLimit& limit, SampleLog& log);
+// For the velocity as entered, at the end of a roll to the limit. Status: statusNotConverged, the tolerance classes, or
+// 0.
+ResultStatus seekInclinationOver(RideRun& ride, const RollLimit& limit);
 
 } // namespace torvane

@@ -1,14 +1,13 @@
 #include "ride/intermittent_braking.h"
 
-#include "core/parameter_block.h"
 #include "core/screens.h"
 #include "model/assist.h"
-#include "model/run_state.h"
 #include "ride/brake_energy.h"
 #include "ride/braking_run.h"
 #include "ride/motion.h"
 #include "ride/ride_status.h"
 #include "ride/rolling_run.h"
+#include "ride/run_recorder.h"
 
 #include <algorithm>
 
@@ -22,203 +21,200 @@ constexpr double mostPoints = 1e9;          // of which a count still holds
 constexpr double mostIntervals = 1'000'000; // beyond it the interval is no interval
 
 // The ride so far, at the start of a sector.
-struct Ride {
+struct Way {
     double time = 0;     // s
     double distance = 0; // m
-    GraphSeries* graph;
 };
 
-void addPoint(const Ride& ride, const StepState& s)
+void addPoint(RideRun& ride, const Way& way, const StepState& s)
 {
-    if (ride.graph != nullptr) {
-        addGraphPoint(*ride.graph, {s.time + ride.time, s.velocity * 3.6, s.distance + ride.distance,
-                                    drawnTemperature(0), drawnTemperature(1)});
+    if (ride.graph) {
+        addGraphPoint(*ride.graph, {s.time + way.time, s.velocity * 3.6, s.distance + way.distance,
+                                    drawnTemperature(ride, 0), drawnTemperature(ride, 1)});
     }
 }
 
-void storeCoast(const StepState& s, double distance)
+void storeCoast(RideRun& ride, const StepState& s, double distance)
 {
-    runState.velocity = s.velocity;
-    runState.sectorTime = s.time;
-    runState.accele = meanAccele(runState.startVelocity, s.velocity, s.time);
-    runState.distance = distance;
+    ride.found.velocity = s.velocity;
+    ride.found.sectorTime = s.time;
+    ride.found.accele = meanAccele(ride.found.sectorStartVelocity, s.velocity, s.time);
+    ride.found.distance = distance;
 }
 
 // Cuts a coast to the distance that its last step went beyond.
-void endCoast(StepState& s, double dt, double distance, bool cools)
+void endCoast(RideRun& ride, StepState& s, double dt, double distance, bool cools)
 {
     const double over = (s.distance - distance) / s.velocity; // s
     if (cools) {
-        coolBrakes(s.velocity, -over);
+        coolBrakes(ride, s.velocity, -over);
     }
     endRollStep(s, dt, over);
-    storeCoast(s, distance);
+    storeCoast(ride, s, distance);
 }
 
-// Coasts from runState.startVelocity over a distance. With a ride the brakes cool and the curves go on; count is what
-// a log of the sector needs.
-ResultStatus coast(double distance, const Ride* ride, int& count)
+// Coasts from the sector's starting velocity over a distance. With a way the brakes cool and the curves go on; count is
+// what a log of the sector needs.
+ResultStatus coast(RideRun& ride, double distance, const Way* way, int& count)
 {
-    const double dt = rollInterval();
-    StepState s = startRolling();
+    const double dt = rollInterval(ride);
+    StepState s = startRolling(ride);
     for (count = 1; s.time < longestRun; ++count) {
-        if (ride != nullptr) {
-            addPoint(*ride, s);
-            coolBrakes(s.velocity, dt);
+        if (way != nullptr) {
+            addPoint(ride, *way, s);
+            coolBrakes(ride, s.velocity, dt);
         }
-        rollStep(s, dt);
+        rollStep(ride, s, dt);
         if (s.distance >= distance) {
-            endCoast(s, dt, distance, ride != nullptr);
+            endCoast(ride, s, dt, distance, way != nullptr);
             return 0;
         }
         s.time += dt;
     }
-    storeCoast(s, s.distance);
+    storeCoast(ride, s, s.distance);
     return statusNotConverged;
 }
 
-// Brakes from runState.startVelocity down to endVelocity, or to the end of a distance.
-ResultStatus brakeSpot(double distanceLimit, const Ride& ride)
+// Brakes from the sector's starting velocity down to endVelocity, or to the end of a distance.
+ResultStatus brakeSpot(RideRun& ride, double distanceLimit, const Way& way)
 {
-    BrakingRun run = startBrakingRun(BrakeLaw::force, spotInterval);
+    BrakingRun run = startBrakingRun(ride, BrakeLaw::force, spotInterval);
     run.heats = true;
     run.distanceLimit = distanceLimit;
     do {
-        addPoint(ride, run.state);
-        if (!brakeStep(run)) {
-            storeMotion(run.state);
+        addPoint(ride, way, run.state);
+        if (!brakeStep(ride, run)) {
+            storeMotion(ride, run.state);
             return run.status;
         }
     } while (run.state.time < longestRun);
-    storeMotion(run.state);
+    storeMotion(ride, run.state);
     return statusNotConverged;
 }
 
-void addSector(SampleLog& log, Ride& ride, double distance)
+void addSector(RideRun& ride, Way& way, double distance)
 {
-    ride.time += runState.sectorTime;
-    ride.distance += distance;
-    SectorRow row{ride.time, runState.velocity, ride.distance, {}, {}, {}, {}};
+    way.time += ride.found.sectorTime;
+    way.distance += distance;
+    SectorRow row{way.time, ride.found.velocity, way.distance, {}, {}, {}, {}};
     for (int wheel = 0; wheel < 2; ++wheel) {
-        row.brake[wheel] = modelState.brakeTemperature[wheel];
-        row.heat[wheel] = modelState.brakeHeat[wheel] / 1000.0;
-        row.radiate[wheel] = modelState.brakeRadiated[wheel] / 1000.0;
-        row.residual[wheel] = (modelState.brakeHeat[wheel] + modelState.brakeRadiated[wheel]) / 1000.0;
+        row.brake[wheel] = ride.heat.brakeTemperature[wheel];
+        row.heat[wheel] = ride.heat.brakeHeat[wheel] / 1000.0;
+        row.radiate[wheel] = ride.heat.brakeRadiated[wheel] / 1000.0;
+        row.residual[wheel] = (ride.heat.brakeHeat[wheel] + ride.heat.brakeRadiated[wheel]) / 1000.0;
     }
-    log.sectors.push_back(row);
+    ride.log.sectors.push_back(row);
 }
 
-ResultStatus coastSector(double distance, SampleLog& log, Ride& ride)
+ResultStatus coastSector(RideRun& ride, double distance, Way& way)
 {
     int count = 0;
-    runState.startVelocity = runState.endVelocity;
-    const ResultStatus status = coast(distance, &ride, count);
-    addSector(log, ride, distance);
+    ride.found.sectorStartVelocity = ride.in.endVelocity;
+    const ResultStatus status = coast(ride, distance, &way, count);
+    addSector(ride, way, distance);
     return status;
 }
 
-ResultStatus spotSector(double distanceLimit, double distance, SampleLog& log, Ride& ride)
+ResultStatus spotSector(RideRun& ride, double distanceLimit, double distance, Way& way)
 {
-    runState.startVelocity = runState.velocity;
-    const ResultStatus status = brakeSpot(distanceLimit, ride);
-    addSector(log, ride, distance);
+    ride.found.sectorStartVelocity = ride.found.velocity;
+    const ResultStatus status = brakeSpot(ride, distanceLimit, way);
+    addSector(ride, way, distance);
     return status;
 }
 
 // Way to coast in an interval: what the braking before leaves of it.
-double coastDistance()
+double coastDistance(const RideRun& ride)
 {
-    return runState.intervalDistance - runState.distance;
+    return ride.in.intervalDistance - ride.found.distance;
 }
 
-ResultStatus rideInterval(SampleLog& log, Ride& ride)
+ResultStatus rideInterval(RideRun& ride, Way& way)
 {
-    const double coasted = coastDistance();
-    ResultStatus status = coastSector(coasted, log, ride);
-    status |= spotSector(runState.totalDistance, runState.intervalDistance - coasted, log, ride);
+    const double coasted = coastDistance(ride);
+    ResultStatus status = coastSector(ride, coasted, way);
+    status |= spotSector(ride, ride.in.totalDistance, ride.in.intervalDistance - coasted, way);
     return status;
 }
 
-ResultStatus rideRemainder(double remainder, SampleLog& log, Ride& ride)
+ResultStatus rideRemainder(RideRun& ride, double remainder, Way& way)
 {
-    const double coasted = coastDistance();
+    const double coasted = coastDistance(ride);
     if (!(remainder > coasted)) {
-        return coastSector(remainder, log, ride);
+        return coastSector(ride, remainder, way);
     }
-    ResultStatus status = coastSector(coasted, log, ride);
-    status |= spotSector(remainder - coasted, remainder - coasted, log, ride);
+    ResultStatus status = coastSector(ride, coasted, way);
+    status |= spotSector(ride, remainder - coasted, remainder - coasted, way);
     return status;
 }
 
 // An interval without its heat; steps are what a log of it needs. One that is longer than the whole way is not ridden:
 // a coast in it that takes longer than any run may is no failure then, and the brakes go on from where it is cut.
-ResultStatus rehearseInterval(bool ridden, SampleLog& log, int& steps)
+ResultStatus rehearseInterval(RideRun& ride, bool ridden, int& steps)
 {
     int coastSteps = 0;
-    runState.startVelocity = runState.endVelocity;
-    const ResultStatus status = coast(coastDistance(), nullptr, coastSteps);
+    ride.found.sectorStartVelocity = ride.in.endVelocity;
+    const ResultStatus status = coast(ride, coastDistance(ride), nullptr, coastSteps);
     if (isFatal(status) && ridden) {
         return status;
     }
-    runState.startVelocity = runState.velocity;
-    const ResultStatus braking = brakeDryRun(BrakeLaw::force, log);
-    steps = coastSteps + log.sampleCount;
+    ride.found.sectorStartVelocity = ride.found.velocity;
+    const ResultStatus braking = brakeDryRun(ride, BrakeLaw::force);
+    steps = coastSteps + ride.log.sampleCount;
     return braking & fatalBits;
 }
 
 // Braking from the velocity that the descent reaches, the longest there can be.
-ResultStatus checkInterval(SampleLog& log)
+ResultStatus checkInterval(RideRun& ride)
 {
-    resetGrip();
-    const double poised = solveVelocityForPower(stageThrust, 0.0).value;
-    if (!(runState.endVelocity < poised)) {
-        solveRollingVelocity();
+    resetGrip(ride);
+    const double poised = solveVelocityForPower(ride.model, ride.now, stageThrust, 0.0).value;
+    if (!(ride.in.endVelocity < poised)) {
+        solveRollingVelocity(ride);
         return statusNoBrakingNeeded;
     }
-    runState.startVelocity = poised;
-    const ResultStatus status = brakeDryRun(BrakeLaw::force, log);
+    ride.found.sectorStartVelocity = poised;
+    const ResultStatus status = brakeDryRun(ride, BrakeLaw::force);
     // A force that fades out above the ending velocity would take any interval.
-    const bool fits = runState.distance <= runState.intervalDistance && runState.velocity <= runState.endVelocity;
+    const bool fits = ride.found.distance <= ride.in.intervalDistance && ride.found.velocity <= ride.in.endVelocity;
     return isFatal(status) || fits ? status & fatalBits : statusTooShortInterval;
 }
 
 } // namespace
 
-ResultStatus intermittentDryRun(SampleLog& log, int& intervalCount)
+ResultStatus intermittentDryRun(RideRun& ride, int& intervalCount)
 {
-    ResultStatus status = checkInterval(log);
-    const double intervals = runState.totalDistance / runState.intervalDistance;
-    if (!isFatal(status) && (!(rollInterval() >= leastInterval) || !(intervals <= mostIntervals))) {
+    ResultStatus status = checkInterval(ride);
+    const double intervals = ride.in.totalDistance / ride.in.intervalDistance;
+    if (!isFatal(status) && (!(rollInterval(ride) >= leastInterval) || !(intervals <= mostIntervals))) {
         status = statusIllegalValue;
     }
     intervalCount = isFatal(status) ? 0 : static_cast<int>(intervals);
     int steps = 0;
     for (int round = 0; round < settlingRounds && !isFatal(status); ++round) {
         reportProgress(progressPercent(0.0, intervalCount + 6.0, round));
-        status = rehearseInterval(intervalCount > 0, log, steps);
+        status = rehearseInterval(ride, intervalCount > 0, steps);
     }
-    log.sampleCount = static_cast<int>(std::min((intervalCount + 1.0) * steps, mostPoints));
+    ride.log.sampleCount = static_cast<int>(std::min((intervalCount + 1.0) * steps, mostPoints));
     return status;
 }
 
-ResultStatus intermittentLoggedRun(int intervalCount, SampleLog& log, GraphSeries* graph)
+ResultStatus intermittentLoggedRun(RideRun& ride, int intervalCount)
 {
-    if (graph != nullptr) {
-        beginGraphSeries(*graph, GraphLayout::braking, log.sampleCount);
-    }
-    Ride ride{.graph = graph};
+    beginCurves(ride, GraphLayout::braking, ride.log.sampleCount);
+    Way way;
     ResultStatus status = 0;
-    log.bySectors = true;
+    ride.log.bySectors = true;
     for (int interval = 0; interval < intervalCount && !isFatal(status); ++interval) {
-        status |= rideInterval(log, ride);
+        status |= rideInterval(ride, way);
         reportProgress(progressPercent(0.0, intervalCount + 6.0, interval + 6.0));
     }
-    const double remainder = runState.totalDistance - intervalCount * runState.intervalDistance;
+    const double remainder = ride.in.totalDistance - intervalCount * ride.in.intervalDistance;
     if (remainder != 0.0 && !isFatal(status)) {
-        status |= rideRemainder(remainder, log, ride);
+        status |= rideRemainder(ride, remainder, way);
     }
-    runState.sectorTime = ride.time;
-    log.sampleCount = static_cast<int>(log.sectors.size());
+    ride.found.sectorTime = way.time;
+    ride.log.sampleCount = static_cast<int>(ride.log.sectors.size());
     return status;
 }
 

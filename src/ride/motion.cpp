@@ -1,82 +1,80 @@
 #include "ride/motion.h"
 
-#include "core/parameter_block.h"
 #include "model/constants.h"
 #include "model/drivetrain.h"
 #include "model/gear_table.h"
 #include "model/resistance.h"
-#include "model/run_state.h"
 
 #include <algorithm>
 #include <cmath>
 
 namespace torvane {
 
-double usualRatio(double velocity)
+double usualRatio(const Model& model, double velocity)
 {
-    return velocity * 60000.0 / (modelState.cadenceUsual * modelState.rearCircumference);
+    return velocity * 60000.0 / (model.state.cadenceUsual * model.state.rearCircumference);
 }
 
-double cadenceInGear(double velocity, double gearRatio)
+double cadenceInGear(const Model& model, double velocity, double gearRatio)
 {
-    return velocity * 60000.0 / (modelState.rearCircumference * gearRatio);
+    return velocity * 60000.0 / (model.state.rearCircumference * gearRatio);
 }
 
-void engageGear(StepState& state)
+void engageGear(const Model& model, StepState& state)
 {
-    state.frontTooth = frontToothOf(state.gear);
-    state.rearTooth = rearToothOf(state.gear);
-    state.gearRatio = gearTable[state.gear].ratio;
+    state.frontTooth = frontToothOf(model, state.gear);
+    state.rearTooth = rearToothOf(model, state.gear);
+    state.gearRatio = model.gearTable[state.gear].ratio;
 }
 
-int startGear(int which, double velocity)
+int startGear(const RideRun& ride, int which, double velocity)
 {
-    if (runState.startGearMode[which] == 0) {
-        return nearestGear(usualRatio(velocity));
+    if (ride.in.startGearMode[which] == 0) {
+        return nearestGear(ride.model, usualRatio(ride.model, velocity));
     }
-    return std::clamp(runState.startGearIndex[which], 0, std::max(0, modelState.gearCount - 1));
+    return std::clamp(ride.in.startGearIndex[which], 0, std::max(0, ride.model.state.gearCount - 1));
 }
 
-bool takePower(double power)
+bool takePower(RideRun& ride, double power)
 {
-    runState.power = std::isfinite(power) ? power : 0.0;
+    ride.found.power = std::isfinite(power) ? power : 0.0;
     return std::isfinite(power);
 }
 
-void resetGrip()
+void resetGrip(RideRun& ride)
 {
-    updateLoadAndGrip(0.0);
+    updateLoadAndGrip(ride.model, ride.now, 0.0);
 }
 
-void showStart(const StepState& state)
+void showStart(RideRun& ride, const StepState& state)
 {
-    runState.pedalingPower = state.resistance;
-    runState.pedalingTorque = state.cadence == 0.0 ? 0.0 : state.resistance / radiansPerSecond(state.cadence);
-    runState.pedalingForce = forceAtLever(runState.pedalingTorque, crankLever());
+    ride.now.pedalingPower = state.resistance;
+    ride.now.pedalingTorque = state.cadence == 0.0 ? 0.0 : state.resistance / radiansPerSecond(state.cadence);
+    ride.now.pedalingForce = forceAtLever(ride.now.pedalingTorque, crankLever(ride.model));
 }
 
-void updateResistance(StepState& state)
+void updateResistance(RideRun& ride, StepState& state)
 {
     state.previousResistance = state.resistance;
-    state.resistance = resistanceAtVelocity(state.velocity).value;
+    state.resistance = resistanceAtVelocity(ride.model, ride.now, state.velocity).value;
 }
 
-double powerAcceleration(const StepState& state)
+double powerAcceleration(const RideRun& ride, const StepState& state)
 {
     double resistance = (state.previousResistance + state.resistance) * 0.5;
-    return (runState.thrustPower - resistance) / (modelState.inertialWeight * state.velocity);
+    return (ride.now.thrustPower - resistance) / (ride.model.state.inertialWeight * state.velocity);
 }
 
-double gravityAcceleration(double thrustForce)
+double gravityAcceleration(const RideRun& ride, double thrustForce)
 {
-    double slope = std::sin(std::atan(runState.inclination / 100.0)) * modelState.totalWeight;
-    return (thrustForce - slope) * standardGravity / modelState.inertialWeight;
+    double slope = std::sin(std::atan(ride.now.inclination / 100.0)) * ride.model.state.totalWeight;
+    return (thrustForce - slope) * standardGravity / ride.model.state.inertialWeight;
 }
 
-void followLargestAccele(double accele)
+void followLargestAccele(RideRun& ride, double accele)
 {
-    if (std::fabs(accele) > std::fabs(runState.maxAccele)) {
-        runState.maxAccele = accele;
+    if (std::fabs(accele) > std::fabs(ride.found.maxAccele)) {
+        ride.found.maxAccele = accele;
     }
 }
 
@@ -87,9 +85,9 @@ void advance(StepState& state, double dt)
     state.velocity += gain;
 }
 
-double settleAtVelocity(StepState& state, double dt)
+double settleAtVelocity(const RideRun& ride, StepState& state, double dt)
 {
-    const double end = runState.endVelocity;
+    const double end = ride.in.endVelocity;
     double overshoot = (state.velocity - end) / state.accele;
     state.distance -= (end + state.velocity) * 0.5 * dt * overshoot;
     state.time += (1.0 - overshoot) * dt;
@@ -97,12 +95,12 @@ double settleAtVelocity(StepState& state, double dt)
     return overshoot;
 }
 
-void storeMotion(const StepState& state)
+void storeMotion(RideRun& ride, const StepState& state)
 {
-    runState.velocity = state.velocity;
-    runState.sectorTime = state.time;
-    runState.distance = state.distance;
-    runState.accele = meanAccele(runState.startVelocity, runState.endVelocity, state.time);
+    ride.found.velocity = state.velocity;
+    ride.found.sectorTime = state.time;
+    ride.found.distance = state.distance;
+    ride.found.accele = meanAccele(ride.found.sectorStartVelocity, ride.in.endVelocity, state.time);
 }
 
 double meanAccele(double from, double to, double time)
@@ -121,9 +119,9 @@ double quantizeInterval(double wanted)
     return 1.0 / best;
 }
 
-double automaticInterval(double velocity)
+double automaticInterval(const Model& model, double velocity)
 {
-    double ratio = usualRatio(velocity);
+    double ratio = usualRatio(model, velocity);
     return quantizeInterval(0.5 / (ratio * ratio));
 }
 

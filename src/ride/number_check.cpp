@@ -1,10 +1,5 @@
 #include "ride/number_check.h"
 
-#include "core/parameter_block.h"
-#include "model/run_state.h"
-#include "ride/physiology.h"
-#include "ride/sample_log.h"
-
 #include <algorithm>
 #include <cmath>
 #include <initializer_list>
@@ -18,31 +13,32 @@ bool areNumbers(std::initializer_list<double> figures)
     return std::all_of(figures.begin(), figures.end(), [](double figure) { return std::isfinite(figure); });
 }
 
-bool steadyFigures(const RunState& r)
+bool steadyFigures(const Evaluation& now)
 {
-    return areNumbers({r.pedalingPower, r.pedalingTorque, r.pedalingForce, r.crankPower, r.crankTorque, r.crankForce,
-                       r.hubPower, r.hubTorque, r.hubForce, r.thrustPower, r.thrustTorque, r.thrustForce, r.assistPower,
-                       r.assistTorque, r.assistForce}) &&
-           areNumbers({r.velocity, r.cadence, r.power, r.meanPower, r.force, r.inclination, r.corneringRadius,
-                       r.safetyMargin, r.airDrag, r.airDragPower, r.totalLoad, r.rollingPower, r.slopePower});
+    return areNumbers({now.pedalingPower, now.pedalingTorque, now.pedalingForce, now.crankPower, now.crankTorque,
+                       now.crankForce, now.hubPower, now.hubTorque, now.hubForce, now.thrustPower, now.thrustTorque,
+                       now.thrustForce, now.assistPower, now.assistTorque, now.assistForce}) &&
+           areNumbers({now.cadence, now.inclination, now.airDrag, now.airDragPower, now.totalLoad, now.rollingPower,
+                       now.slopePower});
 }
 
-bool runFigures(const RunState& r)
+bool runFigures(const RideFigures& f)
 {
     bool stages = true;
     for (int stage = 0; stage < stageCount; ++stage) {
-        stages = stages && areNumbers({r.peakPower[stage], r.meanStagePower[stage], r.meanStageTorque[stage],
-                                       r.meanStageForce[stage]});
+        stages = stages && areNumbers({f.peakPower[stage], f.meanStagePower[stage], f.meanStageTorque[stage],
+                                       f.meanStageForce[stage]});
     }
-    return stages && areNumbers({r.assistPeakPower, r.assistMeanPower, r.assistMeanTorque, r.assistMeanForce,
-                                 r.sectorTime, r.accele, r.maxAccele, r.distance});
+    return stages && areNumbers({f.velocity, f.power, f.meanPower, f.requiredPower, f.force, f.corneringRadius,
+                                 f.safetyMargin, f.assistPeakPower, f.assistMeanPower, f.assistMeanTorque,
+                                 f.assistMeanForce, f.sectorTime, f.accele, f.maxAccele, f.distance});
 }
 
-bool brakeFigures(const RunState& r, const ModelState& m)
+bool brakeFigures(const RideFigures& f, const BrakeHeat& heat)
 {
-    return areNumbers({m.brakeHeat[0], m.brakeHeat[1], m.brakeRadiated[0], m.brakeRadiated[1], m.brakeTemperature[0],
-                       m.brakeTemperature[1], r.airDragQuantity, r.rollingDragQuantity, r.potentialEnergy,
-                       r.startKineticEnergy, r.endKineticEnergy});
+    return areNumbers({heat.brakeHeat[0], heat.brakeHeat[1], heat.brakeRadiated[0], heat.brakeRadiated[1],
+                       heat.brakeTemperature[0], heat.brakeTemperature[1], f.airDragQuantity, f.rollingDragQuantity,
+                       f.potentialEnergy, f.startKineticEnergy, f.endKineticEnergy});
 }
 
 bool bodyFigures(const PhysiologyFigures& p)
@@ -59,10 +55,10 @@ bool isNumbers(const SampleRow& row)
 
 } // namespace
 
-bool endedInNumbers(const SampleLog& log)
+bool endedInNumbers(const RideRun& ride)
 {
-    return steadyFigures(runState) && runFigures(runState) && brakeFigures(runState, modelState) &&
-           bodyFigures(physiology) && std::all_of(log.rows.begin(), log.rows.end(), isNumbers);
+    return steadyFigures(ride.now) && runFigures(ride.found) && brakeFigures(ride.found, ride.heat) &&
+           bodyFigures(ride.physiology) && std::all_of(ride.log.rows.begin(), ride.log.rows.end(), isNumbers);
 }
 
 } // namespace torvane

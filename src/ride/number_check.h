@@ -2,11 +2,10 @@
 // glow and velocities next to nothing lead to figures that are none.
 #pragma once
 
+#include "ride/ride_records.h"
+
 namespace torvane {
 
-struct SampleLog;
-
-// Reads runState, the brakes of modelState and physiology.
-bool endedInNumbers(const SampleLog& log);
+bool endedInNumbers(const RideRun& ride);
 
 } // namespace torvane

@@ -1,16 +1,15 @@
 #include "ride/pattern_braking.h"
 
-#include "core/parameter_block.h"
 #include "core/screens.h"
 #include "model/assist.h"
 #include "model/constants.h"
 #include "model/resistance.h"
-#include "model/run_state.h"
 #include "ride/brake_energy.h"
 #include "ride/braking_run.h"
 #include "ride/motion.h"
 #include "ride/ride_status.h"
 #include "ride/rolling_run.h"
+#include "ride/run_recorder.h"
 #include "ride/seek.h"
 
 #include <cmath>
@@ -23,104 +22,103 @@ constexpr double sampleInterval = 0.1;      // s
 constexpr double longestBraking = 604800.0; // s, a week
 
 // What the tyres hold beyond a braking force, kgf, with the weight that it moves to the front.
-double gripLeft(double force)
+double gripLeft(RideRun& ride, double force)
 {
-    updateLoadAndGrip(force);
-    const double pressed = std::cos(std::atan(runState.inclination / 100.0));
-    return pressed * modelState.effectiveFriction * modelState.totalWeight + force;
+    updateLoadAndGrip(ride.model, ride.now, force);
+    const double pressed = std::cos(std::atan(ride.now.inclination / 100.0));
+    return pressed * ride.now.effectiveFriction * ride.model.state.totalWeight + force;
 }
 
 // Thrust power in W, negative, that holds the ending velocity.
-double holdingPower()
+double holdingPower(RideRun& ride)
 {
-    resetGrip();
-    return solvePowerAtVelocity(stageThrust, runState.endVelocity).value;
+    resetGrip(ride);
+    return solvePowerAtVelocity(ride.model, ride.now, stageThrust, ride.in.endVelocity).value;
 }
 
-double brakingTime()
+double brakingTime(const RideRun& ride)
 {
-    return runState.totalDistance / runState.endVelocity;
+    return ride.in.totalDistance / ride.in.endVelocity;
 }
 
 // Force at the road of a thrust power at the ending velocity.
-double forceOf(double power)
+double forceOf(const RideRun& ride, double power)
 {
-    const double radius = modelState.rimDiameter[1] * 0.5 + modelState.tyreSize[1]; // mm
-    return modelState.rearCircumference * power / (radius * runState.endVelocity * 2.0 * pi * standardGravity);
+    const double radius = ride.model.state.rimDiameter[1] * 0.5 + ride.model.state.tyreSize[1]; // mm
+    return ride.model.state.rearCircumference * power / (radius * ride.in.endVelocity * 2.0 * pi * standardGravity);
 }
 
-void addPoint(GraphSeries& graph, double time)
+void addPoint(RideRun& ride, double time)
 {
-    const double velocity = runState.endVelocity;
-    addGraphPoint(graph, {time, velocity * 3.6, time * velocity, drawnTemperature(0), drawnTemperature(1)});
+    const double velocity = ride.in.endVelocity;
+    addGraphPoint(*ride.graph,
+                  {time, velocity * 3.6, time * velocity, drawnTemperature(ride, 0), drawnTemperature(ride, 1)});
 }
 
 } // namespace
 
-ResultStatus criticalFullBraking(SampleLog& log)
+ResultStatus criticalFullBraking(RideRun& ride)
 {
-    if (!(runState.startVelocity > runState.endVelocity)) {
+    if (!(ride.in.startVelocity > ride.in.endVelocity)) {
         return statusIllegalValue;
     }
-    resetGrip();
-    if (modelState.effectiveFriction == 0.0) {
+    resetGrip(ride);
+    if (ride.now.effectiveFriction == 0.0) {
         return statusNotConverged; // no force to find
     }
     Stepper deceleration{-8.2, -2.0, 0.7}; // m/s2; its step is negative, so that lowering it brakes less
-    const Settled settled = settle(deceleration, 0.0015, [](double accele) {
-        runState.force = modelState.totalWeight * accele / standardGravity;
-        return gripLeft(runState.force);
+    const Settled settled = settle(deceleration, 0.0015, [&](double accele) {
+        ride.found.force = ride.model.state.totalWeight * accele / standardGravity;
+        return gripLeft(ride, ride.found.force);
     });
     if (settled != Settled::met) {
         return statusNotConverged;
     }
-    const ResultStatus status = brakeDryRun(BrakeLaw::force, log);
-    return isFatal(status) ? status : toleranceClass(runState.velocity, runState.endVelocity);
+    const ResultStatus status = brakeDryRun(ride, BrakeLaw::force);
+    return isFatal(status) ? status : toleranceClass(ride.found.velocity, ride.in.endVelocity);
 }
 
-ResultStatus constantVelocityDryRun(SampleLog& log)
+ResultStatus constantVelocityDryRun(RideRun& ride)
 {
-    if (!(runState.endVelocity > 0.0) || !(brakingTime() <= longestBraking)) {
+    if (!(ride.in.endVelocity > 0.0) || !(brakingTime(ride) <= longestBraking)) {
         return statusIllegalValue;
     }
-    resetGrip();
-    if (runState.inclination > rollThreshold()) {
+    resetGrip(ride);
+    if (ride.now.inclination > rollThreshold(ride)) {
         return statusTooSmallGradient;
     }
-    const double power = holdingPower();
+    const double power = holdingPower(ride);
     if (!(power < 0.0)) {
-        solveRollingVelocity();
+        solveRollingVelocity(ride);
         return statusNoBrakingNeeded;
     }
-    runState.force = forceOf(power);
-    runState.sectorTime = std::floor(brakingTime() + 0.5);
-    log.sampleCount = 1;
-    for (double time = 0.0; time <= brakingTime(); time += sampleInterval) {
-        ++log.sampleCount;
+    ride.found.force = forceOf(ride, power);
+    ride.found.sectorTime = std::floor(brakingTime(ride) + 0.5);
+    ride.log.sampleCount = 1;
+    for (double time = 0.0; time <= brakingTime(ride); time += sampleInterval) {
+        ++ride.log.sampleCount;
     }
     return 0;
 }
 
-void constantVelocityLoggedRun(const SampleLog& log, GraphSeries* graph)
+void constantVelocityLoggedRun(RideRun& ride)
 {
-    const double duration = brakingTime();
-    const double power = holdingPower();
-    updateLoadAndGrip(runState.force);
-    if (graph != nullptr) {
-        beginGraphSeries(*graph, GraphLayout::braking, log.sampleCount);
-    }
+    const double duration = brakingTime(ride);
+    const double power = holdingPower(ride);
+    updateLoadAndGrip(ride.model, ride.now, ride.found.force);
+    beginCurves(ride, GraphLayout::braking, ride.log.sampleCount);
     double time = 0.0;
     while (time <= duration) {
         reportProgress(progressPercent(0.0, duration, time));
-        if (graph != nullptr) {
-            addPoint(*graph, time);
+        if (ride.graph) {
+            addPoint(ride, time);
         }
-        accumulateBrakeStep(runState.endVelocity, power, sampleInterval);
+        accumulateBrakeStep(ride, ride.in.endVelocity, power, sampleInterval);
         time += sampleInterval;
     }
     const double over = (time - duration) / sampleInterval;
     if (over > 0.0) {
-        undoBrakeOvershoot(runState.endVelocity, power, sampleInterval, over);
+        undoBrakeOvershoot(ride, ride.in.endVelocity, power, sampleInterval, over);
     }
 }
 

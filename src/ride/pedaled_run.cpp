@@ -1,6 +1,5 @@
 #include "ride/pedaled_run.h"
 
-#include "core/parameter_block.h"
 #include "core/screens.h"
 #include "model/assist.h"
 #include "model/drivetrain.h"
@@ -12,19 +11,18 @@ namespace torvane {
 
 namespace {
 
-double pedalingPowerAt(PowerLaw law, double cadence)
+double pedalingPowerAt(const RideRun& ride, PowerLaw law, double cadence)
 {
     if (law == PowerLaw::constant) {
-        return runState.power;
+        return ride.found.power;
     }
-    const double summit = modelState.cadencePoweredMax;
-    return (2.0 * summit - cadence) * (runState.power / summit / summit) * cadence;
+    const double summit = ride.model.state.cadencePoweredMax;
+    return (2.0 * summit - cadence) * (ride.found.power / summit / summit) * cadence;
 }
 
-void pedal(const StepState& s, PowerLaw law)
+void pedal(RideRun& ride, const StepState& s, PowerLaw law)
 {
-    runState.pedalingPower = pedalingPowerAt(law, s.cadence);
-    driveFromPedaling(s);
+    driveFromPedaling(ride.model, ride.now, s, pedalingPowerAt(ride, law, s.cadence));
 }
 
 int changesBetween(const GearEntry& from, const GearEntry& to)
@@ -33,113 +31,113 @@ int changesBetween(const GearEntry& from, const GearEntry& to)
 }
 
 // What a shift of some changes leaves of the velocity, by the rule of thumb that decides how far to shift.
-double velocityAfterShift(const StepState& s, int changes)
+double velocityAfterShift(const RideRun& ride, const StepState& s, int changes)
 {
     double resistance = (s.previousResistance + s.resistance) * 0.5;
-    return s.velocity - (resistance / modelState.inertialWeight) * changes * modelState.shiftTimeLoss;
+    return s.velocity - (resistance / ride.model.state.inertialWeight) * changes * ride.model.state.shiftTimeLoss;
 }
 
 // Moves one row and tells what that costs.
-int moveGear(StepState& s, int rows)
+int moveGear(const RideRun& ride, StepState& s, int rows)
 {
-    const GearEntry& from = gearTable[s.gear];
+    const GearEntry& from = ride.model.gearTable[s.gear];
     s.gear += rows;
-    return changesBetween(from, gearTable[s.gear]);
+    return changesBetween(from, ride.model.gearTable[s.gear]);
 }
 
-void loseTime(PedaledRun& run, int changes)
+void loseTime(const RideRun& ride, PedaledRun& run, int changes)
 {
     if (changes != 0) {
-        run.shiftRemaining = changes * modelState.shiftTimeLoss;
+        run.shiftRemaining = changes * ride.model.state.shiftTimeLoss;
     }
 }
 
 } // namespace
 
-PedaledRun startPedaledRun(PowerLaw law, double dt, int gear)
+PedaledRun startPedaledRun(RideRun& ride, PowerLaw law, double dt, int gear)
 {
     PedaledRun run{law, dt};
     StepState& s = run.state;
-    clearPeaks();
-    s.velocity = runState.startVelocity;
+    clearPeaks(ride);
+    s.velocity = ride.in.startVelocity;
     s.gear = gear;
-    engageGear(s);
-    s.cadence = cadenceInGear(s.velocity, s.gearRatio);
-    resetGrip();
-    s.resistance = solvePowerAtVelocity(stageThrust, s.velocity).value;
-    showStart(s);
+    engageGear(ride.model, s);
+    s.cadence = cadenceInGear(ride.model, s.velocity, s.gearRatio);
+    resetGrip(ride);
+    s.resistance = solvePowerAtVelocity(ride.model, ride.now, stageThrust, s.velocity).value;
+    showStart(ride, s);
     return run;
 }
 
-void pedalOrShift(PedaledRun& run, double extraVelocity)
+void pedalOrShift(RideRun& ride, PedaledRun& run, double extraVelocity)
 {
     StepState& s = run.state;
-    engageGear(s);
-    s.previousThrustForce = runState.thrustForce;
+    engageGear(ride.model, s);
+    s.previousThrustForce = ride.now.thrustForce;
     run.shifting = run.shiftRemaining > 0.0;
     if (run.shifting) {
-        s.cadence = cadenceInGear(s.velocity, s.gearRatio);
-        clearStages();
-        clearAssist();
+        s.cadence = cadenceInGear(ride.model, s.velocity, s.gearRatio);
+        clearStages(ride.now);
+        clearAssist(ride.now);
         run.shiftRemaining -= run.dt;
     } else {
-        s.cadence = cadenceInGear(s.velocity + extraVelocity, s.gearRatio);
-        pedal(s, run.law);
+        s.cadence = cadenceInGear(ride.model, s.velocity + extraVelocity, s.gearRatio);
+        pedal(ride, s, run.law);
     }
-    updateResistance(s);
+    updateResistance(ride, s);
 }
 
-void rideStep(PedaledRun& run, RunRecorder* recorder)
+void rideStep(RideRun& ride, PedaledRun& run, RunRecorder* recorder)
 {
-    addStages(run.totals, run.dt);
+    addStages(ride, run.totals, run.dt);
     if (recorder != nullptr) {
-        addToBins(recorder->bins, runState.pedalingPower, run.dt);
-        reportProgress(progressPercent(runState.startVelocity, runState.endVelocity, run.state.velocity));
+        addToBins(recorder->bins, ride.now.pedalingPower, run.dt);
+        reportProgress(progressPercent(ride.in.startVelocity, ride.in.endVelocity, run.state.velocity));
     }
     advance(run.state, run.dt);
 }
 
-void settleAtEnd(PedaledRun& run)
+void settleAtEnd(RideRun& ride, PedaledRun& run)
 {
-    takeStagesBack(run.totals, run.dt, settleAtVelocity(run.state, run.dt));
+    takeStagesBack(ride, run.totals, run.dt, settleAtVelocity(ride, run.state, run.dt));
 }
 
-void shiftUp(PedaledRun& run)
+void shiftUp(const RideRun& ride, PedaledRun& run)
 {
     StepState& s = run.state;
-    const int last = modelState.gearCount - 1;
+    const int last = ride.model.state.gearCount - 1;
     int changes = 0;
-    bool again = s.velocity > gearTable[s.gear].velocityShiftUp;
+    bool again = s.velocity > ride.model.gearTable[s.gear].velocityShiftUp;
     while (again && s.gear < last) {
-        changes += moveGear(s, 1);
-        const double limit = gearTable[s.gear].velocityShiftUp;
-        again = !(velocityAfterShift(s, changes) < limit) && s.velocity > limit;
+        changes += moveGear(ride, s, 1);
+        const double limit = ride.model.gearTable[s.gear].velocityShiftUp;
+        again = !(velocityAfterShift(ride, s, changes) < limit) && s.velocity > limit;
     }
-    loseTime(run, changes);
+    loseTime(ride, run, changes);
 }
 
-void shiftDown(PedaledRun& run)
+void shiftDown(const RideRun& ride, PedaledRun& run)
 {
     StepState& s = run.state;
     int changes = 0;
-    bool again = s.velocity < gearTable[s.gear].velocityShiftDown;
+    bool again = s.velocity < ride.model.gearTable[s.gear].velocityShiftDown;
     while (again && s.gear > 0) {
-        changes += moveGear(s, -1);
-        const GearEntry& gear = gearTable[s.gear];
-        again = !(velocityAfterShift(s, changes) < gear.velocityShiftUp) && gear.velocityShiftDown > s.velocity;
+        changes += moveGear(ride, s, -1);
+        const GearEntry& gear = ride.model.gearTable[s.gear];
+        again = !(velocityAfterShift(ride, s, changes) < gear.velocityShiftUp) && gear.velocityShiftDown > s.velocity;
     }
-    loseTime(run, changes);
+    loseTime(ride, run, changes);
 }
 
-void finishPedaledRun(const PedaledRun& run, SampleLog& log, RunRecorder* recorder)
+void finishPedaledRun(RideRun& ride, const PedaledRun& run, RunRecorder* recorder)
 {
     const StepState& s = run.state;
-    storeMeans(run.totals, s.time);
-    storeMotion(s);
+    storeMeans(ride, run.totals, s.time);
+    storeMotion(ride, s);
     if (recorder != nullptr) {
         finishRecording(*recorder, s);
     } else {
-        log.sampleCount = run.count;
+        ride.log.sampleCount = run.count;
     }
 }
 

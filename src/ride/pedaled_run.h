@@ -3,6 +3,7 @@
 #pragma once
 
 #include "ride/motion.h"
+#include "ride/ride_records.h"
 #include "ride/ride_status.h"
 #include "ride/run_recorder.h"
 #include "ride/stage_totals.h"
@@ -11,8 +12,8 @@ namespace torvane {
 
 // How the reference power meets the cadence.
 enum class PowerLaw {
-    parabola, // runState.power at cadencePoweredMax, less at any other cadence
-    constant, // runState.power at every cadence
+    parabola, // found.power at cadencePoweredMax, less at any other cadence
+    constant, // found.power at every cadence
 };
 
 struct PedaledRun {
@@ -27,31 +28,31 @@ struct PedaledRun {
 };
 
 // A run at its starting velocity in a gear, nothing done yet; the stages show what holds that velocity.
-PedaledRun startPedaledRun(PowerLaw law, double dt, int gear);
+PedaledRun startPedaledRun(RideRun& ride, PowerLaw law, double dt, int gear);
 
-// First half of a step: the stages of runState at the present velocity, by pedaling or, while shifting, at 0, and the
+// First half of a step: the stages of ride.found at the present velocity, by pedaling or, while shifting, at 0, and the
 // resistances. extraVelocity lets the cranks turn where the wheel stands still.
-void pedalOrShift(PedaledRun& run, double extraVelocity);
+void pedalOrShift(RideRun& ride, PedaledRun& run, double extraVelocity);
 
 // Second half: work done, velocity and distance.
-void rideStep(PedaledRun& run, RunRecorder* recorder);
+void rideStep(RideRun& ride, PedaledRun& run, RunRecorder* recorder);
 
 // Takes back what the step went beyond the ending velocity.
-void settleAtEnd(PedaledRun& run);
+void settleAtEnd(RideRun& ride, PedaledRun& run);
 
 // Shifts as many gears up, or down, as the velocity asks for; each change of ring or sprocket costs shiftTimeLoss.
-void shiftUp(PedaledRun& run);
-void shiftDown(PedaledRun& run);
+void shiftUp(const RideRun& ride, PedaledRun& run);
+void shiftDown(const RideRun& ride, PedaledRun& run);
 
 // Steps until `step` ends the run, at most 900 s; false when the time ran out.
 template <class Step>
-bool runSteps(PedaledRun& run, RunRecorder* recorder, Step step)
+bool runSteps(RideRun& ride, PedaledRun& run, RunRecorder* recorder, Step step)
 {
     while (run.state.time < longestRun) {
         if (recorder != nullptr && !recordStep(*recorder, run.state)) {
             return true;
         }
-        if (!step(run, recorder)) {
+        if (!step(ride, run, recorder)) {
             return true;
         }
         ++run.count;
@@ -60,17 +61,17 @@ bool runSteps(PedaledRun& run, RunRecorder* recorder, Step step)
     return false;
 }
 
-// Means, velocity, time, distance and mean acceleration into runState. A dry run leaves its count of rows in the log, a
+// Means, velocity, time, distance and mean acceleration into found. A dry run leaves its count of rows in the log, a
 // logged run its last row.
-void finishPedaledRun(const PedaledRun& run, SampleLog& log, RunRecorder* recorder);
+void finishPedaledRun(RideRun& ride, const PedaledRun& run, RunRecorder* recorder);
 
-// Lets a run fill the log and, when not null, the curves, as the dry run before it counted and timed it. Returns the
+// Lets a run fill the log and, when wanted, the curves, as the dry run before it counted and timed it. Returns the
 // normalized power in W.
 template <class Run>
-double recordPedaledRun(SampleLog& log, GraphSeries* graph, Run run)
+double recordPedaledRun(RideRun& ride, Run run)
 {
-    RunRecorder recorder = beginRecording(log, graph, GraphLayout::process);
-    recorder.bins = makePowerBins(runState.sectorTime);
+    RunRecorder recorder = beginRecording(ride, GraphLayout::process);
+    recorder.bins = makePowerBins(ride.found.sectorTime);
     run(recorder);
     return normalizedPower(recorder.bins);
 }

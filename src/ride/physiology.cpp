@@ -1,15 +1,8 @@
 #include "ride/physiology.h"
 
-#include "core/parameter_block.h"
-#include "model/derived.h"
-#include "model/run_state.h"
-
 #include <algorithm>
-#include <cstdint>
 
 namespace torvane {
-
-PhysiologyFigures physiology;
 
 namespace {
 
@@ -24,65 +17,65 @@ int32_t wholePart(double value)
     return value > 0.0 ? static_cast<int32_t>(std::min(value, most)) : 0;
 }
 
-double durationByTime()
+double durationByTime(RideLength& length, double velocity)
 {
-    RunState& r = runState;
-    const double duration = r.intensionFirst[timeBased] * 60.0 + r.intensionSecond[timeBased];
-    const int32_t metres = wholePart(r.velocity * duration);
-    r.intensionFirst[distanceBased] = metres / 1000;
-    r.intensionSecond[distanceBased] = metres % 1000;
+    const double duration = length.intensionFirst[timeBased] * 60.0 + length.intensionSecond[timeBased];
+    const int32_t metres = wholePart(velocity * duration);
+    length.intensionFirst[distanceBased] = metres / 1000;
+    length.intensionSecond[distanceBased] = metres % 1000;
     return duration;
 }
 
-double durationByDistance()
+double durationByDistance(RideLength& length, double velocity)
 {
-    RunState& r = runState;
-    const double metres = r.intensionFirst[distanceBased] * 1000.0 + r.intensionSecond[distanceBased];
-    const double duration = r.velocity > 0.0 ? metres / r.velocity : 0.0; // standing still is no ride
+    const double metres = length.intensionFirst[distanceBased] * 1000.0 + length.intensionSecond[distanceBased];
+    const double duration = velocity > 0.0 ? metres / velocity : 0.0; // standing still is no ride
     const int32_t seconds = wholePart(duration);
-    r.intensionFirst[timeBased] = seconds / 60;
-    r.intensionSecond[timeBased] = seconds % 60;
+    length.intensionFirst[timeBased] = seconds / 60;
+    length.intensionSecond[timeBased] = seconds % 60;
     return duration;
-}
-
-void compute(double meanPower, double normalizedPower, double duration)
-{
-    PhysiologyFigures& p = physiology;
-    p = {};
-    p.meanPower = std::max(meanPower, 0.0);
-    p.normalizedPower = normalizedPower;
-    p.duration = duration;
-    p.variabilityIndex = p.meanPower > 0.0 ? normalizedPower / p.meanPower : 0.0;
-    if (runState.useFtp == 1) {
-        p.level = trainingLevelOf(p.meanPower);
-        p.intensityFactor = normalizedPower / modelState.ftp;
-        p.trainingStressScore = normalizedPower * duration * p.intensityFactor / (modelState.ftp * 3600.0) * 100.0;
-    }
-    p.kiloJoule = duration * p.meanPower / 1000.0;
-    p.kiloCalorie = p.kiloJoule * kiloCaloriePerKiloJoule;
-    p.foodKiloCalorie = p.kiloCalorie / runState.energyEfficiency;
 }
 
 } // namespace
 
-int trainingLevelOf(double power)
+int trainingLevelOf(const Model& model, double power)
 {
     int level = 1;
     for (int bound = 1; bound < trainingLevelBoundCount; ++bound) {
-        level += power < trainingLevelBound[bound] ? 0 : 1;
+        level += power < model.trainingLevelBound[bound] ? 0 : 1;
     }
     return level;
 }
 
-void physiologyOfSteadyRide()
+PhysiologyFigures physiologyOfSteadyRide(const Model& model, const PhysiologyInputs& in, double power, double velocity)
 {
-    const double power = std::max(runState.pedalingPower, 0.0);
-    compute(power, power, runState.intensionCase == distanceBased ? durationByDistance() : durationByTime());
+    RideLength length = in.length;
+    const bool byDistance = in.intensionCase == distanceBased;
+    const double duration = byDistance ? durationByDistance(length, velocity) : durationByTime(length, velocity);
+    const double positive = std::max(power, 0.0);
+    PhysiologyFigures figures = physiologyOfRun(model, in, positive, positive, duration);
+    figures.length = length;
+    return figures;
 }
 
-void physiologyOfRun(double normalizedPower)
+PhysiologyFigures physiologyOfRun(const Model& model, const PhysiologyInputs& in, double meanPower,
+                                  double normalizedPower, double time)
 {
-    compute(runState.meanStagePower[stagePedaling], normalizedPower, runState.sectorTime);
+    const double ftp = model.state.ftp;
+    PhysiologyFigures p = {};
+    p.meanPower = std::max(meanPower, 0.0);
+    p.normalizedPower = normalizedPower;
+    p.duration = time;
+    p.variabilityIndex = p.meanPower > 0.0 ? normalizedPower / p.meanPower : 0.0;
+    if (in.useFtp == 1) {
+        p.level = trainingLevelOf(model, p.meanPower);
+        p.intensityFactor = normalizedPower / ftp;
+        p.trainingStressScore = normalizedPower * time * p.intensityFactor / (ftp * 3600.0) * 100.0;
+    }
+    p.kiloJoule = time * p.meanPower / 1000.0;
+    p.kiloCalorie = p.kiloJoule * kiloCaloriePerKiloJoule;
+    p.foodKiloCalorie = p.kiloCalorie / in.energyEfficiency;
+    return p;
 }
 
 } // namespace torvane

@@ -1,6 +1,7 @@
 // What a ride asks of the rider's body: training level, stress and energy, by mean and normalized power.
-// Reports read the one record; knows nothing of their texts.
 #pragma once
+
+#include "model/model.h"
 
 namespace torvane {
 
@@ -20,12 +21,25 @@ constexpr TrainingLevel trainingLevels[] = {
     {"neuromuscular power", 30, true},
 };
 
+// Length of a steady ride, twice: by time and by distance.
+struct RideLength {
+    int32_t intensionFirst[2];  // min, km
+    int32_t intensionSecond[2]; // s, m
+};
+
+struct PhysiologyInputs {
+    int32_t useFtp;
+    double energyEfficiency; // of muscle
+    int32_t intensionCase;   // the length is entered as 0 time, 1 distance
+    RideLength length;
+};
+
 struct PhysiologyFigures {
     double meanPower;       // W, never below 0
     double normalizedPower; // W
     double duration;        // s
     double variabilityIndex;
-    // With runState.useFtp only
+    // With useFtp only
     int level; // 1 to 7; trainingLevels[level - 1]
     double intensityFactor;
     double trainingStressScore;
@@ -33,18 +47,18 @@ struct PhysiologyFigures {
     double kiloJoule;       // done at the pedals
     double kiloCalorie;     // the same
     double foodKiloCalorie; // eaten for it, at the efficiency of the muscles
+    RideLength length;      // of a steady ride
 };
 
-extern PhysiologyFigures physiology; // of the last ride
-
 // Level of a power, 1 to 7, by the bounds of the rider's functional threshold power.
-int trainingLevelOf(double power);
+int trainingLevelOf(const Model& model, double power);
 
-// Figures of a steady ride at runState.pedalingPower. The length entered as a time or as a distance gives the other
-// one, which is written back to runState's pair of whole numbers.
-void physiologyOfSteadyRide();
+// Figures of a steady ride at a power at the pedals and a velocity. The length entered as a time or as a distance gives
+// the other one.
+PhysiologyFigures physiologyOfSteadyRide(const Model& model, const PhysiologyInputs& in, double power, double velocity);
 
-// Figures of a run over time; its mean power and sector time stand in runState. Energy counts from the mean power.
-void physiologyOfRun(double normalizedPower);
+// Figures of a run over a time in s. Energy counts from the mean power.
+PhysiologyFigures physiologyOfRun(const Model& model, const PhysiologyInputs& in, double meanPower,
+                                  double normalizedPower, double time);
 
 } // namespace torvane

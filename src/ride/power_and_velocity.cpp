@@ -1,8 +1,6 @@
 #include "ride/power_and_velocity.h"
 
-#include "core/parameter_block.h"
 #include "model/assist.h"
-#include "model/run_state.h"
 
 #include <algorithm>
 #include <array>
@@ -17,19 +15,19 @@ constexpr int bandPoints = 100;
 // Powers of the four stages; what the road pushes is thrust alone.
 using StagePowers = std::array<double, stageCount>;
 
-StagePowers stagePowers()
+StagePowers stagePowers(const RideRun& ride)
 {
-    return {std::max(runState.pedalingPower, 0.0), std::max(runState.crankPower, 0.0), std::max(runState.hubPower, 0.0),
-            runState.thrustPower};
+    return {std::max(ride.now.pedalingPower, 0.0), std::max(ride.now.crankPower, 0.0), std::max(ride.now.hubPower, 0.0),
+            ride.now.thrustPower};
 }
 
 // A point that the solver refuses repeats velocity and powers of the one before, without resistances.
-void addBandPoint(GraphSeries& graph, bool solved, double shownVelocity)
+void addBandPoint(const RideRun& ride, GraphSeries& graph, bool solved, double shownVelocity)
 {
     if (solved) {
-        const StagePowers p = stagePowers();
-        addGraphPoint(graph, {shownVelocity, p[0], p[1], p[2], p[3], runState.airDragPower, runState.rollingPower,
-                              runState.slopePower});
+        const StagePowers p = stagePowers(ride);
+        addGraphPoint(graph, {shownVelocity, p[0], p[1], p[2], p[3], ride.now.airDragPower, ride.now.rollingPower,
+                              ride.now.slopePower});
         return;
     }
     std::array<double, 5> last = {};
@@ -41,43 +39,44 @@ void addBandPoint(GraphSeries& graph, bool solved, double shownVelocity)
 }
 
 // Powers of a stage from standstill to a velocity. Ends with the model at that velocity.
-void drawBand(int stage, double velocity, double shownPerStored, GraphSeries& graph)
+void drawBand(RideRun& ride, int stage, double velocity, double shownPerStored)
 {
+    GraphSeries& graph = ride.graph.emplace();
     beginGraphSeries(graph, GraphLayout::frequencyBand, bandPoints);
     for (int i = 0; i < bandPoints; ++i) {
         const double v = i * velocity / (bandPoints - 1);
-        const bool solved = solvePowerAtVelocity(stage, v).status == 0;
-        addBandPoint(graph, solved, v * shownPerStored);
+        const bool solved = solvePowerAtVelocity(ride.model, ride.now, stage, v).status == 0;
+        addBandPoint(ride, graph, solved, v * shownPerStored);
     }
 }
 
-ResultStatus solvePower(GraphSeries* graph)
+ResultStatus solvePower(RideRun& ride)
 {
-    const Solved power = solvePowerAtVelocity(stagePedaling, runState.velocity);
-    runState.power = power.value;
-    if (graph != nullptr) {
-        drawBand(stagePedaling, runState.velocity, 1.0, *graph); // in m/s under a name in kph; meant so
+    const Solved power = solvePowerAtVelocity(ride.model, ride.now, stagePedaling, ride.found.velocity);
+    ride.found.power = power.value;
+    if (ride.in.wantsGraph != 0) {
+        drawBand(ride, stagePedaling, ride.found.velocity, 1.0); // in m/s under a name in kph; meant so
     }
     return power.status;
 }
 
-ResultStatus solveVelocity(GraphSeries* graph)
+ResultStatus solveVelocity(RideRun& ride)
 {
-    const int stage = runState.powerBaseIndex;
-    const Solved velocity = solveVelocityForPower(stage, runState.power);
-    runState.velocity = velocity.value;
-    if (graph != nullptr) {
-        drawBand(stage, velocity.value, 3.6, *graph);
+    const int stage = ride.in.powerBaseIndex;
+    const Solved velocity = solveVelocityForPower(ride.model, ride.now, stage, ride.found.power);
+    ride.found.velocity = velocity.value;
+    if (ride.in.wantsGraph != 0) {
+        drawBand(ride, stage, velocity.value, 3.6);
     }
     return velocity.status;
 }
 
 } // namespace
 
-ResultStatus runPowerAndVelocity(int target, GraphSeries* graph)
+ResultStatus runPowerAndVelocity(RideRun& ride)
 {
-    const ResultStatus status = target == 0 ? solvePower(graph) : solveVelocity(graph);
-    runState.peakPower[stagePedaling] = requiredPower(runState.power, runState.cadence, modelState.cadencePoweredMax);
+    const ResultStatus status = ride.in.rideTarget == 0 ? solvePower(ride) : solveVelocity(ride);
+    ride.found.requiredPower = requiredPower(ride.found.power, ride.now.cadence, ride.model.state.cadencePoweredMax);
     return status;
 }
 

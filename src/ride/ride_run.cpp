@@ -4,7 +4,6 @@
 #include "core/parameter_block.h"
 #include "model/assist.h"
 #include "model/constants.h"
-#include "model/run_state.h"
 #include "ride/acceleration.h"
 #include "ride/brake_energy.h"
 #include "ride/braking_run.h"
@@ -51,218 +50,202 @@ enum BrakingPattern : int { patternForce, patternCritical, patternVelocity, patt
 constexpr double limitPerGravity = 35.30394; // 9.80665 x 3.6
 
 // The reference power is the one for the ending velocity; that it lies above the gears' reach is no news then.
-ResultStatus accelerateByEndingVelocity(bool asMean, SampleLog& log)
+ResultStatus accelerateByEndingVelocity(RideRun& ride, bool asMean)
 {
     constexpr ResultStatus mask = 0x7FEFFFFF;
-    if (!(runState.startVelocity < runState.endVelocity)) {
+    if (!(ride.in.startVelocity < ride.in.endVelocity)) {
         return statusIllegalValue;
     }
-    if (!takePower(solvePowerAtVelocity(stagePedaling, runState.endVelocity).value)) {
+    if (!takePower(ride, solvePowerAtVelocity(ride.model, ride.now, stagePedaling, ride.in.endVelocity).value)) {
         return statusNotConverged;
     }
-    return (asMean ? seekMeanPower(log) : accelerateDryRun(PowerLaw::parabola, log)) & mask;
+    return (asMean ? seekMeanPower(ride, ride.found.power) : accelerateDryRun(ride, PowerLaw::parabola)) & mask;
 }
 
-ResultStatus accelerateByGravity(SampleLog& log)
+ResultStatus accelerateByGravity(RideRun& ride)
 {
-    runState.accele = runState.gravity * standardGravity;
-    const ResultStatus status = seekAccele(log);
-    runState.seekLow /= limitPerGravity;
-    runState.seekHigh = 0.0;
+    const ResultStatus status = seekAccele(ride, ride.in.gravity * standardGravity);
+    ride.found.seekLow /= limitPerGravity;
+    ride.found.seekHigh = 0.0;
     return status;
 }
 
-ResultStatus dryAcceleration(int factor, SampleLog& log)
+ResultStatus dryAcceleration(RideRun& ride, int factor)
 {
     switch (factor) {
     case accelerationMeanPower:
-        return seekMeanPower(log);
+        return seekMeanPower(ride, ride.in.power);
     case accelerationEndingVelocityMaxi:
     case accelerationEndingVelocityMean:
-        return accelerateByEndingVelocity(factor == accelerationEndingVelocityMean, log);
+        return accelerateByEndingVelocity(ride, factor == accelerationEndingVelocityMean);
     case accelerationSectorTime:
-        return seekSectorTime(log);
+        return seekSectorTime(ride, ride.in.sectorTime);
     case accelerationDistance:
-        return seekDistance(log);
+        return seekDistance(ride, ride.in.distance);
     case accelerationAccele:
-        return seekAccele(log);
+        return seekAccele(ride, ride.in.accele);
     case accelerationGravity:
-        return accelerateByGravity(log);
+        return accelerateByGravity(ride);
     case accelerationConstantPower:
-        return accelerateDryRun(PowerLaw::constant, log);
+        return accelerateDryRun(ride, PowerLaw::constant);
     default:
-        return accelerateDryRun(PowerLaw::parabola, log);
+        return accelerateDryRun(ride, PowerLaw::parabola);
     }
 }
 
-ResultStatus decelerateByGravity(SampleLog& log)
+ResultStatus decelerateByGravity(RideRun& ride)
 {
-    runState.accele = runState.gravity * standardGravity;
-    const ResultStatus status = decelSeekAccele(log);
-    runState.seekLow /= limitPerGravity;
-    runState.seekHigh /= limitPerGravity;
+    const ResultStatus status = decelSeekAccele(ride, ride.in.gravity * standardGravity);
+    ride.found.seekLow /= limitPerGravity;
+    ride.found.seekHigh /= limitPerGravity;
     return status;
 }
 
 // A power that turns out negative is one of the brakes.
-ResultStatus decelerateByPower(PowerLaw law, SampleLog& log)
+ResultStatus decelerateByPower(RideRun& ride, PowerLaw law)
 {
-    const ResultStatus status = decelerateDryRun(law, log);
-    if (runState.thrustMode == 0) {
+    const ResultStatus status = decelerateDryRun(ride, law);
+    if (ride.found.drive.thrustMode == 0) {
         return status;
     }
-    return law == PowerLaw::parabola ? seekBrakeForPeakPower(log) : brakeDryRun(BrakeLaw::power, log);
+    return law == PowerLaw::parabola ? seekBrakeForPeakPower(ride) : brakeDryRun(ride, BrakeLaw::power);
 }
 
-ResultStatus dryDeceleration(int factor, SampleLog& log)
+ResultStatus dryDeceleration(RideRun& ride, int factor)
 {
     switch (factor) {
     case decelerationMeanPower:
-        return decelSeekMeanPower(log);
+        return decelSeekMeanPower(ride);
     case decelerationEndingVelocity:
-        return decelPowerForEndingVelocity(log);
+        return decelPowerForEndingVelocity(ride);
     case decelerationSectorTime:
-        return decelSeekSectorTime(log);
+        return decelSeekSectorTime(ride, ride.in.sectorTime);
     case decelerationDistance:
-        return decelSeekDistance(log);
+        return decelSeekDistance(ride, ride.in.distance);
     case decelerationAccele:
-        return decelSeekAccele(log);
+        return decelSeekAccele(ride, ride.in.accele);
     case decelerationGravity:
-        return decelerateByGravity(log);
+        return decelerateByGravity(ride);
     case decelerationConstantPower:
-        return decelerateByPower(PowerLaw::constant, log);
+        return decelerateByPower(ride, PowerLaw::constant);
     default:
-        return decelerateByPower(PowerLaw::parabola, log);
+        return decelerateByPower(ride, PowerLaw::parabola);
     }
 }
 
-// A place for the curves when the user wants any.
-GraphSeries* graphFor(RideResult& result, int32_t wanted)
+void runBrakes(RideRun& ride, BrakeLaw law)
 {
-    return wanted != 0 ? &result.graph.emplace() : nullptr;
+    clearBrakeEnergy(ride);
+    brakeLoggedRun(ride, law);
+    energyLedger(ride, ride.found.distance, ride.in.startVelocity, ride.in.endVelocity);
 }
 
-void runBrakes(BrakeLaw law, RideResult& result)
+void addPhysiology(RideRun& ride, double normalizedPower)
 {
-    clearBrakeEnergy();
-    brakeLoggedRun(law, result.log, graphFor(result, workingBlock.expressGraph));
-    energyLedger(runState.inclination, runState.distance, runState.startVelocity, runState.endVelocity);
+    ride.physiology = physiologyOfRun(ride.model, ride.in.physiology, ride.found.meanStagePower[stagePedaling],
+                                      normalizedPower, ride.found.sectorTime);
 }
 
-void runAcceleration(int factor, RideResult& result)
+void runAcceleration(RideRun& ride)
 {
-    result.status = dryAcceleration(factor, result.log);
-    if (isFatal(result.status)) {
+    const int factor = ride.in.rideTarget;
+    ride.status = dryAcceleration(ride, factor);
+    if (isFatal(ride.status)) {
         return;
     }
     const PowerLaw law = factor == accelerationConstantPower ? PowerLaw::constant : PowerLaw::parabola;
-    const double normalized = accelerateLoggedRun(law, result.log, graphFor(result, workingBlock.expressGraph));
-    physiologyOfRun(normalized);
+    addPhysiology(ride, accelerateLoggedRun(ride, law));
 }
 
-void runDeceleration(int factor, RideResult& result)
+void runDeceleration(RideRun& ride)
 {
-    result.status = dryDeceleration(factor, result.log);
-    if (isFatal(result.status)) {
+    const int factor = ride.in.rideTarget;
+    ride.status = dryDeceleration(ride, factor);
+    if (isFatal(ride.status)) {
         return;
     }
     const bool constant = factor == decelerationConstantPower;
-    if (runState.thrustMode != 0) {
-        runBrakes(constant ? BrakeLaw::power : BrakeLaw::force, result);
+    if (ride.found.drive.thrustMode != 0) {
+        runBrakes(ride, constant ? BrakeLaw::power : BrakeLaw::force);
         return;
     }
-    const PowerLaw law = constant ? PowerLaw::constant : PowerLaw::parabola;
-    physiologyOfRun(decelerateLoggedRun(law, result.log, graphFor(result, workingBlock.expressGraph)));
+    addPhysiology(ride, decelerateLoggedRun(ride, constant ? PowerLaw::constant : PowerLaw::parabola));
 }
 
-void runConstantVelocity(RideResult& result)
+void runConstantVelocity(RideRun& ride)
 {
-    result.status = constantVelocityDryRun(result.log);
-    if (isFatal(result.status)) {
+    ride.status = constantVelocityDryRun(ride);
+    if (isFatal(ride.status)) {
         return;
     }
-    clearBrakeEnergy();
-    constantVelocityLoggedRun(result.log, graphFor(result, workingBlock.expressGraph));
-    energyLedger(runState.inclination, runState.totalDistance, runState.endVelocity, runState.endVelocity);
+    clearBrakeEnergy(ride);
+    constantVelocityLoggedRun(ride);
+    energyLedger(ride, ride.in.totalDistance, ride.in.endVelocity, ride.in.endVelocity);
 }
 
-void runIntermittent(RideResult& result)
+void runIntermittent(RideRun& ride)
 {
     int intervals = 0;
-    result.status = intermittentDryRun(result.log, intervals);
-    if (isFatal(result.status)) {
+    ride.status = intermittentDryRun(ride, intervals);
+    if (isFatal(ride.status)) {
         return;
     }
-    clearBrakeEnergy();
-    result.status = intermittentLoggedRun(intervals, result.log, graphFor(result, workingBlock.expressGraph));
-    energyLedger(runState.inclination, runState.totalDistance, runState.startVelocity, runState.velocity);
+    clearBrakeEnergy(ride);
+    ride.status = intermittentLoggedRun(ride, intervals);
+    energyLedger(ride, ride.in.totalDistance, ride.found.sectorStartVelocity, ride.found.velocity);
 }
 
-void runPattern(int pattern, RideResult& result)
+void runPattern(RideRun& ride)
 {
-    switch (pattern) {
-    case patternVelocity:
-        runConstantVelocity(result);
-        return;
-    case patternIntermittent:
-        runIntermittent(result);
-        return;
-    default:
-        result.status =
-            pattern == patternCritical ? criticalFullBraking(result.log) : brakeDryRun(BrakeLaw::force, result.log);
-        if (!isFatal(result.status)) {
-            runBrakes(BrakeLaw::force, result);
-        }
+    const int pattern = ride.in.rideTarget;
+    if (pattern == patternVelocity) {
+        return runConstantVelocity(ride);
+    }
+    if (pattern == patternIntermittent) {
+        return runIntermittent(ride);
+    }
+    ride.status = pattern == patternCritical ? criticalFullBraking(ride) : brakeDryRun(ride, BrakeLaw::force);
+    if (!isFatal(ride.status)) {
+        runBrakes(ride, BrakeLaw::force);
     }
 }
 
-void runInclinationMode(int target, RideResult& result)
+void runInclinationMode(RideRun& ride)
 {
-    result.status = runInclination(target, result.log, graphFor(result, workingBlock.expressGraph));
-    if (result.status != 0) {
-        result.graph.reset();
+    ride.status = runInclination(ride);
+    if (ride.status != 0) {
+        ride.graph.reset();
     }
 }
 
-void runPowerMode(int target, RideResult& result)
+void runPowerMode(RideRun& ride)
 {
-    result.status = runPowerAndVelocity(target, graphFor(result, workingBlock.bandGraphPowerVelocity));
-    physiologyOfSteadyRide();
+    ride.status = runPowerAndVelocity(ride);
+    ride.physiology =
+        physiologyOfSteadyRide(ride.model, ride.in.physiology, ride.now.pedalingPower, ride.found.velocity);
 }
 
-void runMode(RideResult& result)
+void runCornering(RideRun& ride)
 {
-    const int target = workingBlock.rideTarget;
-    switch (workingBlock.rideMode) {
-    case ridePowerAndVelocity:
-        return runPowerMode(target, result);
-    case rideAcceleration:
-        return runAcceleration(target, result);
-    case rideDeceleration:
-        return runDeceleration(target, result);
-    case ridePatternBraking:
-        return runPattern(target, result);
-    case rideInclinationAndVelocity:
-        return runInclinationMode(target, result);
-    case rideCriticalCornering:
-        result.status = runCriticalCornering(target, graphFor(result, workingBlock.bandGraphCornering));
-        return;
-    default:
-        return;
-    }
+    ride.status = runCriticalCornering(ride);
 }
+
+// In the order of RideMode.
+constexpr void (*modes[rideModeCount])(RideRun& ride) = {runPowerMode, runAcceleration,    runDeceleration,
+                                                         runPattern,   runInclinationMode, runCornering};
 
 } // namespace
 
-void runRide(RideResult& result)
+RideRun runRide(const Model& model, const RideInputs& in)
 {
-    physiology = {}; // of no run before
-    runMode(result);
-    if (!isFatal(result.status) && !endedInNumbers(result.log)) {
-        const ResultStatus status = result.status | statusNotConverged;
-        result = {};
-        result.status = status;
+    RideRun ride = prepareRideRun(model, in);
+    modes[in.rideMode](ride);
+    if (!isFatal(ride.status) && !endedInNumbers(ride)) {
+        ride.status |= statusNotConverged;
+        ride.log = {};
+        ride.graph.reset();
     }
+    return ride;
 }
 
 } // namespace torvane

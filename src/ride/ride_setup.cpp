@@ -1,11 +1,7 @@
-// The set-up of a run: what the user entered, copied into the run record.
-#include "core/parameter_block.h"
+// The set-up of a run: what the user entered.
 #include "model/constants.h"
-#include "model/run_state.h"
-#include "ride/brake_energy.h"
-#include "ride/motion.h"
+#include "model/resistance.h"
 #include "ride/ride_run.h"
-#include "ride/stage_totals.h"
 
 #include <algorithm>
 #include <iterator>
@@ -14,84 +10,112 @@ namespace torvane {
 
 namespace {
 
-void takeDrive(int mode)
+template <class Value, size_t count>
+void copyArray(Value (&target)[count], const Value (&source)[count])
 {
-    if (mode == rideAcceleration || mode == rideDeceleration || mode == ridePatternBraking) {
-        runState.thrustMode = mode == ridePatternBraking ? 1 : 0;
-        runState.kiloWattLog = 0;
+    std::copy(std::begin(source), std::end(source), target);
+}
+
+Drive driveOf(int mode, const Drive& last)
+{
+    const bool overTime = mode == rideAcceleration || mode == rideDeceleration || mode == ridePatternBraking;
+    return overTime ? Drive{mode == ridePatternBraking ? 1 : 0, 0} : last;
+}
+
+bool wantsGraph(const ParameterBlock& block, int mode)
+{
+    if (mode == ridePowerAndVelocity) {
+        return block.bandGraphPowerVelocity != 0;
     }
+    return (mode == rideCriticalCornering ? block.bandGraphCornering : block.expressGraph) != 0;
 }
 
-void takeInputs(const ParameterBlock& in, int mode)
+void takeOfMode(RideInputs& in, const ParameterBlock& block, int mode)
 {
-    RunState& r = runState;
-    r.velocity = in.rideVelocity[mode];
-    r.power = in.ridePower[mode];
-    r.force = in.rideForce[mode];
-    r.startVelocity = in.rideStartVelocity[mode];
-    r.endVelocity = in.rideEndVelocity[mode];
-    r.sectorTime = in.rideLegTime[mode];
-    r.accele = in.rideAccele[mode];
-    r.gravity = in.rideGravity[mode];
-    r.distance = in.rideDistance[mode];
+    in.rideMode = mode;
+    in.rideTarget = block.rideTarget;
+    in.powerBaseIndex = block.ridePowerBase[mode];
+    in.wantsGraph = wantsGraph(block, mode);
+    in.velocity = block.rideVelocity[mode];
+    in.power = block.ridePower[mode];
+    in.force = block.rideForce[mode];
+    in.startVelocity = block.rideStartVelocity[mode];
+    in.endVelocity = block.rideEndVelocity[mode];
+    in.sectorTime = block.rideLegTime[mode];
+    in.accele = block.rideAccele[mode];
+    in.gravity = block.rideGravity[mode];
+    in.distance = block.rideDistance[mode];
     const bool patterned = mode == ridePatternBraking;
-    r.inclination = patterned ? in.brakingInclination[std::clamp(in.rideTarget, 0, 3)] : in.rideInclination[mode];
-    r.powerBaseIndex = in.ridePowerBase[mode];
+    in.inclination =
+        patterned ? block.brakingInclination[std::clamp(block.rideTarget, 0, 3)] : block.rideInclination[mode];
 }
 
-void takeSettings(const ParameterBlock& in)
+void takeOfAllModes(RideInputs& in, const ParameterBlock& block)
 {
-    RunState& r = runState;
-    r.kickTime = in.initialKickTime;
-    r.accelerationIntervalMode = in.accelerationIntervalMode;
-    r.decelerationIntervalMode = in.decelerationIntervalMode;
-    r.accelerationInterval = in.accelerationInterval;
-    r.decelerationInterval = in.decelerationInterval;
-    std::copy(std::begin(in.specificHeat), std::end(in.specificHeat), r.specificHeat);
-    std::copy(std::begin(in.emittance), std::end(in.emittance), r.emittance);
-    r.intervalDistance = in.intervalDistance;
-    r.totalDistance = in.totalDistance;
-    std::copy(std::begin(in.startGearMode), std::end(in.startGearMode), r.startGearMode);
-    std::copy(std::begin(in.startGearIndex), std::end(in.startGearIndex), r.startGearIndex);
-    r.inclinationLimit = in.inclinationLimit;
-    r.corneringRadius = in.corneringRadius;
-    r.safetyMargin = in.safetyMargin;
+    in.inclinationLimit = block.inclinationLimit;
+    in.corneringRadius = block.corneringRadius;
+    in.safetyMargin = block.safetyMargin;
+    in.intervalDistance = block.intervalDistance;
+    in.totalDistance = block.totalDistance;
+    in.kickTime = block.initialKickTime;
+    in.accelerationIntervalMode = block.accelerationIntervalMode;
+    in.decelerationIntervalMode = block.decelerationIntervalMode;
+    in.accelerationInterval = block.accelerationInterval;
+    in.decelerationInterval = block.decelerationInterval;
+    copyArray(in.startGearMode, block.startGearMode);
+    copyArray(in.startGearIndex, block.startGearIndex);
+    in.materials = brakeMaterialsOf(block);
 }
 
-void takePhysiology(const ParameterBlock& in)
+PhysiologyInputs physiologyInputsOf(const ParameterBlock& block)
 {
-    RunState& r = runState;
-    r.useFtp = in.useFtp;
-    r.energyEfficiency = in.energyEfficiency;
-    r.intensionCase = in.intensionCase;
-    std::copy(std::begin(in.intensionFirst), std::end(in.intensionFirst), r.intensionFirst);
-    std::copy(std::begin(in.intensionSecond), std::end(in.intensionSecond), r.intensionSecond);
+    PhysiologyInputs in = {};
+    in.useFtp = block.useFtp;
+    in.energyEfficiency = block.energyEfficiency;
+    in.intensionCase = block.intensionCase;
+    copyArray(in.length.intensionFirst, block.intensionFirst);
+    copyArray(in.length.intensionSecond, block.intensionSecond);
+    return in;
 }
 
-// A run that fails early must not answer with figures of the run before.
-void clearResults()
+// Until the run knows better.
+RideFigures figuresOf(const RideInputs& in)
 {
-    clearPeaks();
-    storeMeans(StageTotals{}, 0.0);
-    clearBrakeEnergy();
-    runState.meanPower = 0.0;
-    runState.seekLow = runState.seekHigh = 0.0;
+    RideFigures figures = {};
+    figures.power = in.power;
+    figures.force = in.force;
+    figures.velocity = in.velocity;
+    figures.sectorTime = in.sectorTime;
+    figures.accele = in.accele;
+    figures.distance = in.distance;
+    figures.corneringRadius = in.corneringRadius;
+    figures.safetyMargin = in.safetyMargin;
+    figures.sectorStartVelocity = in.startVelocity;
+    figures.drive = in.drive;
+    return figures;
 }
 
 } // namespace
 
-void prepareRideRun()
+RideInputs takeRideInputs(const ParameterBlock& block, const Drive& lastDrive)
 {
-    const ParameterBlock& in = workingBlock;
-    const int mode = std::clamp(in.rideMode, 0, rideModeCount - 1);
-    runState.headWind = modelState.windSpeed;
-    runState.airPressureRatio = modelState.hectoPascal / seaLevelPressure;
-    takeDrive(mode);
-    takeInputs(in, mode);
-    takeSettings(in);
-    takePhysiology(in);
-    clearResults();
-    resetGrip();
+    const int mode = std::clamp(block.rideMode, 0, rideModeCount - 1);
+    RideInputs in = {};
+    takeOfMode(in, block, mode);
+    takeOfAllModes(in, block);
+    in.physiology = physiologyInputsOf(block);
+    in.drive = driveOf(mode, lastDrive);
+    return in;
+}
+
+RideRun prepareRideRun(const Model& model, const RideInputs& in)
+{
+    RideRun ride{model, in, figuresOf(in)};
+    ride.now.headWind = model.state.windSpeed;
+    ride.now.airPressureRatio = model.state.hectoPascal / seaLevelPressure;
+    ride.now.inclination = in.inclination;
+    updateLoadAndGrip(model, ride.now, 0.0);
+    return ride;
 }
 
 } // namespace torvane

@@ -10,7 +10,7 @@ constexpr ResultStatus statusNoAcceleration = 0x20;    // slows down while pedal
 constexpr ResultStatus statusNoDeceleration = 0x40;    // rolls at the starting velocity without power
 constexpr ResultStatus statusTooSmallGradient = 0x80;  // does not beat the rolling resistance
 constexpr ResultStatus statusTooSmallVelocity = 0x100; // no velocity to roll at
-// Beyond what runState.seekLow and seekHigh tell.
+// Beyond what seekLow and seekHigh tell.
 constexpr ResultStatus statusTooLongTime = 0x200;
 constexpr ResultStatus statusTooLongDistance = 0x400;
 constexpr ResultStatus statusTooHighAccele = 0x800;

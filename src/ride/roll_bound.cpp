@@ -8,10 +8,8 @@
 // from ahead and its drag is none that pushes. So the ends of an interval bound the power in it.
 #include "ride/roll_bound.h"
 
-#include "core/parameter_block.h"
 #include "model/constants.h"
 #include "model/resistance.h"
-#include "model/run_state.h"
 
 #include <algorithm>
 #include <cmath>
@@ -22,44 +20,46 @@ namespace {
 
 constexpr double spare = 1e-9; // of a power; far more than its rounding
 
-double airPowerAt(double velocity)
+double airPowerAt(const RideRun& ride, double velocity)
 {
-    resistanceAtVelocity(velocity);
-    return runState.airDragPower;
+    Evaluation elsewhere = ride.now;
+    resistanceAtVelocity(ride.model, elsewhere, velocity);
+    return elsewhere.airDragPower;
 }
 
 // Bounds of the power between two velocities, of which the road pushes with load < 0 kgf.
-double leastPower(double load, double low, double high)
+double leastPower(const RideRun& ride, double load, double low, double high)
 {
-    return load * standardGravity * high + airPowerAt(low);
+    return load * standardGravity * high + airPowerAt(ride, low);
 }
 
-double mostPower(double load, double low, double high)
+double mostPower(const RideRun& ride, double load, double low, double high)
 {
-    return load * standardGravity * low + airPowerAt(high);
+    return load * standardGravity * low + airPowerAt(ride, high);
 }
 
 } // namespace
 
-bool staysBelow(const StepState& state, double before, double most, double dt)
+bool staysBelow(const RideRun& ride, const StepState& state, double before, double most, double dt)
 {
-    const double load = runState.rollingLoad + runState.slopeLoad;
+    const double load = ride.now.rollingLoad + ride.now.slopeLoad;
     const double slower = std::min(before, state.velocity);
     const double faster = std::max(before, state.velocity);
     const double low = std::max(slower - (most - slower) * 0.5, slower * 0.5);
-    if (!(load < 0.0 && faster < most && low > 0.0 && low + runState.headWind > 0.0)) {
+    if (!(load < 0.0 && faster < most && low > 0.0 && low + ride.now.headWind > 0.0)) {
         return false;
     }
-    const double fullDrag = airPowerAt(most);
+    const double fullDrag = airPowerAt(ride, most);
     const double unsure = fullDrag * spare;
     if (!(fullDrag + load * standardGravity * most > unsure)) { // the road still wins there
         return false;
     }
-    const double strongest = std::max(-leastPower(load, low, most), mostPower(load, low, most));
-    const double gain = dt * strongest / (modelState.inertialWeight * low) * (1.0 + spare);
+    const double strongest = std::max(-leastPower(ride, load, low, most), mostPower(ride, load, low, most));
+    const double gain = dt * strongest / (ride.model.state.inertialWeight * low) * (1.0 + spare);
     const double high = most - gain; // a cut takes back less than a step
     return gain > 0.0 && low + 2.0 * gain <= slower && faster <= high - 2.0 * gain &&
-           mostPower(load, low, low + 2.0 * gain) < -unsure && leastPower(load, high - 2.0 * gain, high) > unsure;
+           mostPower(ride, load, low, low + 2.0 * gain) < -unsure &&
+           leastPower(ride, load, high - 2.0 * gain, high) > unsure;
 }
 
 } // namespace torvane

@@ -3,12 +3,12 @@
 #pragma once
 
 #include "ride/motion.h"
+#include "ride/ride_records.h"
 
 namespace torvane {
 
 // True when a roll that stands at state.velocity, and stood at `before` a step of dt ago, stays below `most` in all
 // steps to come, and where the last one is cut to a limit. False when that is not certain.
-// Evaluates resistances: the drags and powers of runState are not those of the state afterwards.
-bool staysBelow(const StepState& state, double before, double most, double dt);
+bool staysBelow(const RideRun& ride, const StepState& state, double before, double most, double dt);
 
 } // namespace torvane

@@ -1,12 +1,10 @@
 #include "ride/rolling_run.h"
 
-#include "core/parameter_block.h"
 #include "core/screens.h"
 #include "model/assist.h"
 #include "model/drivetrain.h"
 #include "model/gear_table.h"
 #include "model/resistance.h"
-#include "model/run_state.h"
 #include "ride/brake_energy.h"
 #include "ride/motion.h"
 #include "ride/ride_status.h"
@@ -25,16 +23,16 @@ constexpr double steadyAccele = 0.0005;       // m/s2; a roll without limit ends
 constexpr double noThrust = 0.001;            // W
 constexpr int stepsBetweenLooks = 32;         // of a trial, at where it leads to
 
-void selectGear(StepState& s)
+void selectGear(const Model& model, StepState& s)
 {
-    s.gear = nearestGear(usualRatio(s.velocity));
-    engageGear(s);
-    s.cadence = cadenceInGear(s.velocity, s.gearRatio);
+    s.gear = nearestGear(model, usualRatio(model, s.velocity));
+    engageGear(model, s);
+    s.cadence = cadenceInGear(model, s.velocity, s.gearRatio);
 }
 
 bool recordRoll(RunRecorder& recorder, StepState& s, const RollLimit& limit)
 {
-    selectGear(s);
+    selectGear(recorder.ride.model, s);
     if (limit.until == RollUntil::distance) {
         reportProgress(progressPercent(0.0, limit.distance, s.distance));
     } else if (limit.until == RollUntil::time) {
@@ -53,7 +51,7 @@ double secondsBeyond(const StepState& s, const RollLimit& limit, double dt)
 }
 
 // Whether the step just done is the last; it is cut to the limit then.
-bool isLastStep(StepState& s, const RollLimit& limit, double dt)
+bool isLastStep(RideRun& ride, StepState& s, const RollLimit& limit, double dt)
 {
     if (limit.until != RollUntil::distance && limit.until != RollUntil::time) {
         return s.accele < steadyAccele;
@@ -62,51 +60,51 @@ bool isLastStep(StepState& s, const RollLimit& limit, double dt)
     if (over < 0.0) {
         return false;
     }
-    addDragQuantities(-over);
+    addDragQuantities(ride, -over);
     endRollStep(s, dt, over);
     return true;
 }
 
-void storeRoll(const StepState& s)
+void storeRoll(RideRun& ride, const StepState& s)
 {
-    runState.velocity = s.velocity;
-    runState.sectorTime = s.time;
-    runState.distance = s.distance;
-    runState.accele = meanAccele(runState.startVelocity, s.velocity, s.time);
+    ride.found.velocity = s.velocity;
+    ride.found.sectorTime = s.time;
+    ride.found.distance = s.distance;
+    ride.found.accele = meanAccele(ride.found.sectorStartVelocity, s.velocity, s.time);
 }
 
 // A run that is certain to end below `enough` may be given up: nothing then.
-std::optional<ResultStatus> roll(const RollLimit& limit, double enough, SampleLog& log, RunRecorder* recorder)
+std::optional<ResultStatus> roll(RideRun& ride, const RollLimit& limit, double enough, RunRecorder* recorder)
 {
-    const double dt = rollInterval();
+    const double dt = rollInterval(ride);
     if (!(dt >= leastInterval)) {
         return statusIllegalValue;
     }
-    StepState s = startRolling();
-    showStart(s);
+    StepState s = startRolling(ride);
+    showStart(ride, s);
     double before = s.velocity;
     int count = 1;
     while (s.time < longestRun) {
         if (recorder != nullptr && !recordRoll(*recorder, s, limit)) {
             break;
         }
-        if (count % stepsBetweenLooks == 0 && staysBelow(s, before, enough, dt)) {
-            runState.velocity = s.velocity;
+        if (count % stepsBetweenLooks == 0 && staysBelow(ride, s, before, enough, dt)) {
+            ride.found.velocity = s.velocity;
             return {};
         }
         before = s.velocity;
-        rollStep(s, dt);
-        if (isLastStep(s, limit, dt)) {
+        rollStep(ride, s, dt);
+        if (isLastStep(ride, s, limit, dt)) {
             break;
         }
         ++count;
         s.time += dt;
     }
-    storeRoll(s);
+    storeRoll(ride, s);
     if (recorder != nullptr) {
         finishRecording(*recorder, s);
     } else {
-        log.sampleCount = count;
+        ride.log.sampleCount = count;
     }
     return std::isfinite(s.velocity) ? 0 : statusNotConverged;
 }
@@ -115,50 +113,52 @@ constexpr double anyVelocity = 0.0; // is enough: the run goes to its end
 
 } // namespace
 
-double rollThreshold()
+double rollThreshold(const RideRun& ride)
 {
-    const double weight = modelState.humanWeight + modelState.bikeWeight;
-    const double rolling = weight * modelState.effectiveRolling * tyreLoadFactor(); // kgf on the level
-    return std::tan(std::asin(-rolling / modelState.inertialWeight)) * 100.0 - 0.01;
+    const double weight = ride.model.state.humanWeight + ride.model.state.bikeWeight;
+    const double rolling =
+        weight * ride.now.effectiveRolling * tyreLoadFactor(ride.model, ride.now); // kgf on the level
+    return std::tan(std::asin(-rolling / ride.model.state.inertialWeight)) * 100.0 - 0.01;
 }
 
-ResultStatus checkRollingGradient()
+ResultStatus checkRollingGradient(RideRun& ride)
 {
-    if (runState.inclination > rollThreshold()) {
-        runState.velocity = 0.0;
+    if (ride.now.inclination > rollThreshold(ride)) {
+        ride.found.velocity = 0.0;
         return statusTooSmallGradient;
     }
     return 0;
 }
 
-ResultStatus solveRollingVelocity()
+ResultStatus solveRollingVelocity(RideRun& ride)
 {
-    resetGrip();
+    resetGrip(ride);
     Stepper velocity{1.4, 2.8, 0.3};
-    const Settled settled =
-        settle(velocity, noThrust, [](double v) { return -solvePowerAtVelocity(stageThrust, v).value; });
-    runState.velocity = velocity.value > 0.0 ? velocity.value : 0.0;
+    const Settled settled = settle(velocity, noThrust, [&](double v) {
+        return -solvePowerAtVelocity(ride.model, ride.now, stageThrust, v).value;
+    });
+    ride.found.velocity = velocity.value > 0.0 ? velocity.value : 0.0;
     return settled == Settled::met ? 0 : statusNotConverged;
 }
 
-StepState startRolling()
+StepState startRolling(RideRun& ride)
 {
     StepState s;
-    s.velocity = runState.startVelocity;
-    selectGear(s);
-    resetGrip();
-    s.resistance = solvePowerAtVelocity(stageThrust, s.velocity).value;
-    updateLoadAndGrip(0.0); // the same in every step, and none of them reads it
+    s.velocity = ride.found.sectorStartVelocity;
+    selectGear(ride.model, s);
+    resetGrip(ride);
+    s.resistance = solvePowerAtVelocity(ride.model, ride.now, stageThrust, s.velocity).value;
+    updateLoadAndGrip(ride.model, ride.now, 0.0); // the same in every step, and none of them reads it
     return s;
 }
 
-void rollStep(StepState& state, double dt)
+void rollStep(RideRun& ride, StepState& state, double dt)
 {
-    clearStages();
-    updateResistance(state);
-    state.accele = state.velocity == 0.0 ? gravityAcceleration(0.0) : powerAcceleration(state);
+    clearStages(ride.now);
+    updateResistance(ride, state);
+    state.accele = state.velocity == 0.0 ? gravityAcceleration(ride, 0.0) : powerAcceleration(ride, state);
     advance(state, dt);
-    addDragQuantities(dt);
+    addDragQuantities(ride, dt);
 }
 
 void endRollStep(StepState& state, double dt, double over)
@@ -168,25 +168,25 @@ void endRollStep(StepState& state, double dt, double over)
     state.time += dt - over;
 }
 
-double rollInterval()
+double rollInterval(const RideRun& ride)
 {
-    return runState.accelerationIntervalMode == 0 ? automaticRollInterval : runState.accelerationInterval;
+    return ride.in.accelerationIntervalMode == 0 ? automaticRollInterval : ride.in.accelerationInterval;
 }
 
-ResultStatus rollDryRun(const RollLimit& limit, SampleLog& log)
+ResultStatus rollDryRun(RideRun& ride, const RollLimit& limit)
 {
-    return *roll(limit, anyVelocity, log, nullptr);
+    return *roll(ride, limit, anyVelocity, nullptr);
 }
 
-std::optional<ResultStatus> rollTrial(const RollLimit& limit, double enough, SampleLog& log)
+std::optional<ResultStatus> rollTrial(RideRun& ride, const RollLimit& limit, double enough)
 {
-    return roll(limit, enough, log, nullptr);
+    return roll(ride, limit, enough, nullptr);
 }
 
-ResultStatus rollLoggedRun(const RollLimit& limit, SampleLog& log, GraphSeries* graph)
+ResultStatus rollLoggedRun(RideRun& ride, const RollLimit& limit)
 {
-    RunRecorder recorder = beginRecording(log, graph, GraphLayout::rolling);
-    return *roll(limit, anyVelocity, log, &recorder);
+    RunRecorder recorder = beginRecording(ride, GraphLayout::rolling);
+    return *roll(ride, limit, anyVelocity, &recorder);
 }
 
 } // namespace torvane

@@ -2,22 +2,23 @@
 // progress bar. A dry run has no recorder.
 #pragma once
 
-#include "ride/graph_series.h"
 #include "ride/power_bins.h"
-#include "ride/sample_log.h"
+#include "ride/ride_records.h"
 
 namespace torvane {
 
 struct RunRecorder {
-    SampleLog& log;
-    GraphSeries* graph; // null: nothing is drawn
+    RideRun& ride; // its log and, where they are wanted, its curves
     GraphLayout layout;
     PowerBins bins = {}; // of a run that is pedaled
     int row = 0;         // the next row
 };
 
-// Takes the rows that the dry run counted, and begins the curves.
-RunRecorder beginRecording(SampleLog& log, GraphSeries* graph, GraphLayout layout);
+// Begins the curves when they are wanted.
+void beginCurves(RideRun& ride, GraphLayout layout, int pointsExpected);
+
+// Takes the rows that the dry run counted, and begins the curves that the inputs want.
+RunRecorder beginRecording(RideRun& ride, GraphLayout layout);
 
 // Writes the present state as the next row and point. False when there is no row left: the run is to end.
 bool recordStep(RunRecorder& recorder, const StepState& state);

@@ -11,7 +11,7 @@ namespace torvane {
 struct SampleRow {
     double time;     // s
     double velocity; // m/s
-    double power;    // W at the pedals; in a braking run at the road, in kW when runState.kiloWattLog is set
+    double power;    // W at the pedals; in a braking run at the road, in kW with kiloWattLog
     double torque;   // Nm, of the same stage
     double force;    // kgf, of the same stage
     double accele;   // m/s2
@@ -43,8 +43,8 @@ struct SampleLog {
 // Takes memory for the rows that the dry run counted.
 void allocateSampleLog(SampleLog& log);
 
-// Writes a row from the present step and the powers in runState; beyond the last row nothing is written.
-void recordSample(SampleLog& log, const StepState& state, int row);
+// Writes a row; beyond the last row nothing is written.
+void recordSample(SampleLog& log, const SampleRow& sample, int row);
 
 // Rows that a process table shows: sampleCount, and the one behind them when it was written.
 int shownRows(const SampleLog& log);

@@ -1,7 +1,5 @@
 #include "ride/seek.h"
 
-#include "core/screens.h"
-#include "model/run_state.h"
 #include "model/solver.h"
 #include "ride/ride_status.h"
 
@@ -17,9 +15,9 @@ constexpr ResultStatus tooStrong = statusTooLargePower | statusNoDeceleration;
 constexpr ResultStatus refused = statusIllegalValue | tooWeak | tooStrong;
 
 // Numbers that no further round would mend.
-bool isLost(double error, double variable)
+bool isLost(const RideRun& ride, double error, double variable)
 {
-    return !std::isfinite(error) || !std::isfinite(variable) || !std::isfinite(runState.velocity);
+    return !std::isfinite(error) || !std::isfinite(variable) || !std::isfinite(ride.found.velocity);
 }
 
 bool isHigh(const Seek& seek, ResultStatus status)
@@ -39,7 +37,7 @@ ResultStatus missClass(double error, double wanted)
     return error > std::fabs(wanted) * 0.01 ? statusLooseTolerance : 0;
 }
 
-ResultStatus walk(const Seek& seek, SampleLog& log, ResultStatus (*run)(SampleLog&))
+ResultStatus walk(RideRun& ride, const Seek& seek, ResultStatus (*run)(RideRun&))
 {
     Stepper stepper{*seek.variable, seek.step == 0.0 ? leastStep : seek.step, 0.7};
     double tolerance = seek.tolerance;
@@ -49,19 +47,19 @@ ResultStatus walk(const Seek& seek, SampleLog& log, ResultStatus (*run)(SampleLo
         if (round == 0 ||
             *seek.variable != stepper.value) { // else the step is used up, and the run would repeat itself
             *seek.variable = stepper.value;
-            status = run(log);
+            status = run(ride);
         }
-        if (runState.peakPower[stagePedaling] > seek.peakLimit) {
+        if (ride.found.peakPower[stagePedaling] > seek.peakLimit) {
             return statusTooLargePower;
         }
         const double error = std::fabs(seek.wanted - *seek.result);
-        if (isLost(error, stepper.value)) {
+        if (isLost(ride, error, stepper.value)) {
             return statusNotConverged;
         }
         firstError = round == 0 ? error : firstError;
         reportProgress(progressPercent(firstError, tolerance, error));
         if (error < tolerance && !isFatal(status)) {
-            return toleranceClass(runState.velocity, runState.endVelocity) | missClass(error, seek.wanted);
+            return toleranceClass(ride.found.velocity, ride.in.endVelocity) | missClass(error, seek.wanted);
         }
         isHigh(seek, status) ? stepper.lower() : stepper.raise();
         stepper.value = std::max(stepper.value, seek.least);
@@ -72,9 +70,9 @@ ResultStatus walk(const Seek& seek, SampleLog& log, ResultStatus (*run)(SampleLo
 
 } // namespace
 
-ResultStatus seekTarget(const Seek& seek, SampleLog& log, ResultStatus (*run)(SampleLog&))
+ResultStatus seekTarget(RideRun& ride, const Seek& seek, ResultStatus (*run)(RideRun&))
 {
-    const ResultStatus status = walk(seek, log, run);
+    const ResultStatus status = walk(ride, seek, run);
     if (isFatal(status)) {
         *seek.result = seek.wanted;
     }

@@ -2,8 +2,8 @@
 // the result meets what was asked for. Allocates nothing and prints nothing; only the progress bar moves.
 #pragma once
 
-#include "core/result_status.h"
 #include "core/screens.h"
+#include "ride/ride_records.h"
 
 #include <cmath>
 #include <limits>
@@ -68,14 +68,12 @@ Settled settle(Stepper& stepper, double tolerance, Miss miss)
     return settle(stepper, tolerance, std::numeric_limits<double>::infinity(), miss);
 }
 
-struct SampleLog;
-
 // Which results ask for a lower variable.
 enum class HighSide { aboveWanted, belowWanted };
 
 struct Seek {
-    double* variable; // power or force of runState, at its first value
-    double* result;   // of runState, as the run leaves it
+    double* variable; // power or force of ride.found, at its first value
+    double* result;   // of ride.found, as the run leaves it
     double wanted;
     double step;
     double tolerance;
@@ -90,6 +88,6 @@ struct Seek {
 // no answer. Status: statusNotConverged after 5,000 rounds, or when variable or result is no number;
 // statusTooLargePower beyond peakLimit; else the tolerance class of the velocity reached, and statusLooseTolerance
 // where the tolerance had grown so far that the result is more than 1 percent from wanted.
-ResultStatus seekTarget(const Seek& seek, SampleLog& log, ResultStatus (*run)(SampleLog&));
+ResultStatus seekTarget(RideRun& ride, const Seek& seek, ResultStatus (*run)(RideRun&));
 
 } // namespace torvane

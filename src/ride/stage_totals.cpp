@@ -5,17 +5,17 @@ namespace torvane {
 namespace {
 
 struct StageFields {
-    double RunState::*power;
-    double RunState::*torque;
-    double RunState::*force;
+    double Evaluation::*power;
+    double Evaluation::*torque;
+    double Evaluation::*force;
 };
 
 // In the order of Stage.
 constexpr StageFields stages[] = {
-    {&RunState::pedalingPower, &RunState::pedalingTorque, &RunState::pedalingForce},
-    {&RunState::crankPower, &RunState::crankTorque, &RunState::crankForce},
-    {&RunState::hubPower, &RunState::hubTorque, &RunState::hubForce},
-    {&RunState::thrustPower, &RunState::thrustTorque, &RunState::thrustForce},
+    {&Evaluation::pedalingPower, &Evaluation::pedalingTorque, &Evaluation::pedalingForce},
+    {&Evaluation::crankPower, &Evaluation::crankTorque, &Evaluation::crankForce},
+    {&Evaluation::hubPower, &Evaluation::hubTorque, &Evaluation::hubForce},
+    {&Evaluation::thrustPower, &Evaluation::thrustTorque, &Evaluation::thrustForce},
 };
 static_assert(sizeof stages / sizeof stages[0] == stageCount);
 
@@ -33,74 +33,74 @@ double meanOver(double integral, double time)
 
 } // namespace
 
-void clearPeaks()
+void clearPeaks(RideRun& ride)
 {
-    for (double& peak : runState.peakPower) {
+    for (double& peak : ride.found.peakPower) {
         peak = 0.0;
     }
-    runState.assistPeakPower = 0.0;
-    runState.maxAccele = 0.0;
+    ride.found.assistPeakPower = 0.0;
+    ride.found.maxAccele = 0.0;
 }
 
-void addStages(StageTotals& totals, double dt)
+void addStages(RideRun& ride, StageTotals& totals, double dt)
 {
     for (int stage = 0; stage < stageCount; ++stage) {
         const StageFields& fields = stages[stage];
-        totals.power[stage] += runState.*fields.power * dt;
-        totals.torque[stage] += runState.*fields.torque * dt;
-        totals.force[stage] += runState.*fields.force * dt;
-        raise(runState.peakPower[stage], runState.*fields.power);
+        totals.power[stage] += ride.now.*fields.power * dt;
+        totals.torque[stage] += ride.now.*fields.torque * dt;
+        totals.force[stage] += ride.now.*fields.force * dt;
+        raise(ride.found.peakPower[stage], ride.now.*fields.power);
     }
-    totals.assistPower += runState.assistPower * dt;
-    totals.assistTorque += runState.assistTorque * dt;
-    totals.assistForce += runState.assistForce * dt;
-    raise(runState.assistPeakPower, runState.assistPower);
+    totals.assistPower += ride.now.assistPower * dt;
+    totals.assistTorque += ride.now.assistTorque * dt;
+    totals.assistForce += ride.now.assistForce * dt;
+    raise(ride.found.assistPeakPower, ride.now.assistPower);
 }
 
-void takeStagesBack(StageTotals& totals, double dt, double fraction)
+void takeStagesBack(const RideRun& ride, StageTotals& totals, double dt, double fraction)
 {
     for (int stage = 0; stage < stageCount; ++stage) {
         const StageFields& fields = stages[stage];
-        totals.power[stage] -= runState.*fields.power * dt * fraction;
-        totals.torque[stage] -= runState.*fields.torque * dt * fraction;
-        totals.force[stage] -= runState.*fields.force * dt * fraction;
+        totals.power[stage] -= ride.now.*fields.power * dt * fraction;
+        totals.torque[stage] -= ride.now.*fields.torque * dt * fraction;
+        totals.force[stage] -= ride.now.*fields.force * dt * fraction;
     }
-    totals.assistPower -= runState.assistPower * dt * fraction;
-    totals.assistTorque -= runState.assistTorque * dt * fraction;
-    totals.assistForce -= runState.assistForce * dt * fraction;
+    totals.assistPower -= ride.now.assistPower * dt * fraction;
+    totals.assistTorque -= ride.now.assistTorque * dt * fraction;
+    totals.assistForce -= ride.now.assistForce * dt * fraction;
 }
 
-void lowerThrustPeak()
+void lowerThrustPeak(RideRun& ride)
 {
-    if (runState.thrustPower < runState.peakPower[stageThrust]) {
-        runState.peakPower[stageThrust] = runState.thrustPower;
+    if (ride.now.thrustPower < ride.found.peakPower[stageThrust]) {
+        ride.found.peakPower[stageThrust] = ride.now.thrustPower;
     }
 }
 
-void addThrust(StageTotals& totals, double dt)
+void addThrust(const RideRun& ride, StageTotals& totals, double dt)
 {
-    totals.power[stageThrust] += runState.thrustPower * dt;
-    totals.torque[stageThrust] += runState.thrustTorque * dt;
-    totals.force[stageThrust] += runState.thrustForce * dt;
+    totals.power[stageThrust] += ride.now.thrustPower * dt;
+    totals.torque[stageThrust] += ride.now.thrustTorque * dt;
+    totals.force[stageThrust] += ride.now.thrustForce * dt;
 }
 
-void takeThrustBack(StageTotals& totals, double dt, double fraction)
+void takeThrustBack(const RideRun& ride, StageTotals& totals, double dt, double fraction)
 {
-    totals.power[stageThrust] -= runState.thrustPower * dt * fraction;
-    totals.torque[stageThrust] -= runState.thrustTorque * dt * fraction;
-    totals.force[stageThrust] -= runState.thrustForce * dt * fraction;
+    totals.power[stageThrust] -= ride.now.thrustPower * dt * fraction;
+    totals.torque[stageThrust] -= ride.now.thrustTorque * dt * fraction;
+    totals.force[stageThrust] -= ride.now.thrustForce * dt * fraction;
 }
 
-void storeMeans(const StageTotals& totals, double time)
+void storeMeans(RideRun& ride, const StageTotals& totals, double time)
 {
     for (int stage = 0; stage < stageCount; ++stage) {
-        runState.meanStagePower[stage] = meanOver(totals.power[stage], time);
-        runState.meanStageTorque[stage] = meanOver(totals.torque[stage], time);
-        runState.meanStageForce[stage] = meanOver(totals.force[stage], time);
+        ride.found.meanStagePower[stage] = meanOver(totals.power[stage], time);
+        ride.found.meanStageTorque[stage] = meanOver(totals.torque[stage], time);
+        ride.found.meanStageForce[stage] = meanOver(totals.force[stage], time);
     }
-    runState.assistMeanPower = meanOver(totals.assistPower, time);
-    runState.assistMeanTorque = meanOver(totals.assistTorque, time);
-    runState.assistMeanForce = meanOver(totals.assistForce, time);
+    ride.found.assistMeanPower = meanOver(totals.assistPower, time);
+    ride.found.assistMeanTorque = meanOver(totals.assistTorque, time);
+    ride.found.assistMeanForce = meanOver(totals.assistForce, time);
 }
 
 } // namespace torvane

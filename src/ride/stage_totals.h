@@ -1,7 +1,7 @@
 // Time integrals and peaks of the power stages over a run, and the means they end in.
 #pragma once
 
-#include "model/run_state.h"
+#include "ride/ride_records.h"
 
 namespace torvane {
 
@@ -15,19 +15,19 @@ struct StageTotals {
 };
 
 // Clears the results that a run builds up while it goes: peaks and the largest acceleration.
-void clearPeaks();
+void clearPeaks(RideRun& ride);
 
-// Adds the present stages of runState and its motor for one step, and raises their peaks.
-void addStages(StageTotals& totals, double dt);
+// Adds the present stages of ride.found and its motor for one step, and raises their peaks.
+void addStages(RideRun& ride, StageTotals& totals, double dt);
 // Takes a fraction of that step back.
-void takeStagesBack(StageTotals& totals, double dt, double fraction);
+void takeStagesBack(const RideRun& ride, StageTotals& totals, double dt, double fraction);
 
 // The same for the thrust stage alone, as in a braking run, whose peak is the lowest power.
-void lowerThrustPeak();
-void addThrust(StageTotals& totals, double dt);
-void takeThrustBack(StageTotals& totals, double dt, double fraction);
+void lowerThrustPeak(RideRun& ride);
+void addThrust(const RideRun& ride, StageTotals& totals, double dt);
+void takeThrustBack(const RideRun& ride, StageTotals& totals, double dt, double fraction);
 
-// Means over a time into runState; 0 over no time.
-void storeMeans(const StageTotals& totals, double time);
+// Means over a time into ride.found; 0 over no time.
+void storeMeans(RideRun& ride, const StageTotals& totals, double time);
 
 } // namespace torvane

@@ -87,7 +87,7 @@ INT_PTR CALLBACK dialogProcedure(HWND dialog, UINT message, WPARAM wParam, LPARA
 bool runFormDialog(HWND owner, const Form& form, const LoadedRide& ride)
 {
     FormWindow window;
-    openForm(window.state, form, savedBlock, workingBlock, false, ride);
+    openForm(window.state, form, savedBlock, workingBlock, mainWindow.session.model, false, ride);
     INT_PTR result = DialogBoxParamW(mainWindow.instance, MAKEINTRESOURCEW(form.id), owner, dialogProcedure,
                                      reinterpret_cast<LPARAM>(&window));
     return result == IDOK;

@@ -35,7 +35,7 @@ INT_PTR onInitDialog(HWND page, LPARAM lParam)
     SetWindowLongPtrW(page, DWLP_USER, data);
     PageData& pageData = *pageOf(page);
     pageData.window.window = page;
-    openForm(pageData.window.state, *pageData.form, savedBlock, workingBlock);
+    openForm(pageData.window.state, *pageData.form, savedBlock, workingBlock, mainWindow.session.model);
     initializeControls(pageData.window);
     return TRUE;
 }

@@ -35,8 +35,9 @@ HMODULE loadRichEdit()
 
 void reportAtStart()
 {
-    startModel();
-    reportProfile(mainWindow.session.screens, Pane::upper, workingBlock, allProfileSections);
+    startModel(mainWindow.session);
+    const ModelState& model = mainWindow.session.model.state;
+    reportProfile(mainWindow.session.screens, Pane::upper, model, workingBlock, allProfileSections);
     flushScreens();
     showTop(screenSet.upperScreen);
     greyActivityCommands(enableMenuCommand);

@@ -18,9 +18,10 @@ TEST(ConsoleSettings, AnEntrySetToItsValueChangesNothing)
 {
     Call plain = call({"801"});
     const ParameterBlock defaults = savedBlock;
+    Model model;
     for (const Form* form : allForms()) {
         FormState state;
-        openForm(state, *form, defaults, defaults, true);
+        openForm(state, *form, defaults, defaults, model, true);
         for (size_t i = 0; form->opensWith == OpensWith::working && i < form->rows.size(); ++i) {
             const Row& row = form->rows[i];
             if (row.offset == noField || !isPresent(state, row))

@@ -20,6 +20,12 @@ namespace torvane {
 
 class GpsCommandTest : public ModelTest {
 protected:
+    GpsCommandTest()
+    {
+        setDefaults(workingBlock);
+        session.model = model;
+    }
+
     TestFolder folder;
     CapturedScreens shown;
     Session session = {shown.screens, {}, {}};
@@ -41,7 +47,7 @@ protected:
         LoadedRide ride = session.ride;
         Analysis analysis;
         loadFitImage(ride.image, path);
-        EXPECT_EQ(analyseRide(workingBlock, ride, analysis), fitOk);
+        EXPECT_EQ(analyseRide(model, workingBlock, ride, analysis), fitOk);
         return analysis.stats.summary;
     }
     StatusCode loadMade(const GpsRecords& records, const FileShape& shape = {})
@@ -78,9 +84,9 @@ Reread reread(const std::string& path)
     return file;
 }
 
-GpsRecords shortRide()
+GpsRecords shortRide(const Model& model)
 {
-    static const GpsRecords records = makeRide({.seconds = 320});
+    static const GpsRecords records = makeRide(model, {.seconds = 320});
     return records;
 }
 
@@ -116,7 +122,7 @@ TEST_F(GpsCommandTest, shapesOfFilesAtOneStroke)
         {"one record", {}, [](GpsRecords& r) { r.resize(1); }, 1, false},
     };
     for (const Case& c : cases) {
-        GpsRecords made = shortRide();
+        GpsRecords made = shortRide(model);
         c.change(made);
         ASSERT_EQ(loadMade(made, c.shape), fitOk) << c.name;
         FitSummary told = toldOf(source);
@@ -143,7 +149,7 @@ TEST_F(GpsCommandTest, shapesOfFilesAtOneStroke)
 TEST_F(GpsCommandTest, theWrittenFileHoldsWhatTheReportSaid)
 {
     workingBlock.expressFieldsData = 1;
-    ASSERT_EQ(loadMade(shortRide()), fitOk);
+    ASSERT_EQ(loadMade(shortRide(model)), fitOk);
     FitSummary told = toldOf(source);
     ASSERT_EQ(atOneStroke(session), fitOk);
     EXPECT_NE(shown.lower.find("record data counted 320\n"), std::string::npos);
@@ -189,7 +195,7 @@ TEST_F(GpsCommandTest, failuresAreTold)
     };
     for (const auto& [code, text, spoil] : cases) {
         setDefaults(workingBlock);
-        ASSERT_EQ(loadMade(shortRide()), fitOk);
+        ASSERT_EQ(loadMade(shortRide(model)), fitOk);
         spoil();
         for (StatusCode (*command)(Session&) : {createAnalysedFile, atOneStroke}) {
             EXPECT_EQ(command(session), code) << text;
@@ -219,21 +225,21 @@ TEST_F(GpsCommandTest, aStrokeLeavesTheLoadedRideUntilItSucceeds)
 {
     // The loaded ride has an altitude, the stroke's source a cadence.
     setDefaults(savedBlock);
-    ASSERT_EQ(loadMade(shortRide()), fitOk);
+    ASSERT_EQ(loadMade(shortRide(model)), fitOk);
     std::string other = folder.path + "other.fit";
     FitBuilder fit;
     fit.define(2, 0, {{0, 1}}).message(2, {4}).define(0, 20, {{253, 4}, {5, 4}, {6, 2}, {4, 1}});
     for (int i = 0; i < 20; i++)
         fit.message(0, {1000 + i, i * 800, 8000, 77});
     writeBytes(other, fit.file());
-    const auto settingsOf = [](const LoadedRide& ride) { // flat course, predicted cadence
+    const auto settingsOf = [this](const LoadedRide& ride) { // flat course, predicted cadence
         FormState state;
-        openForm(state, *findForm(2053), savedBlock, workingBlock, false, ride);
+        openForm(state, *findForm(2053), savedBlock, workingBlock, model, false, ride);
         return std::pair(state.values.flatCourse, state.values.predictCadence);
     };
     const std::pair own(0, 1), ofOther(1, 0);
     FormState stroke;
-    openForm(stroke, *findForm(2060), savedBlock, workingBlock, false, session.ride);
+    openForm(stroke, *findForm(2060), savedBlock, workingBlock, model, false, session.ride);
     for (const Row& row : stroke.form->rows) {
         if (row.id == 8611)
             setPath(stroke, row, other);
@@ -276,7 +282,7 @@ TEST_F(GpsCommandTest, checkOfTheSource)
         fit.message(0, std::vector<int64_t>(fields.size(), 1));
         EXPECT_EQ(boxOf(fit.file(), false), box);
     }
-    const Bytes whole = fitOf(shortRide()).file();
+    const Bytes whole = fitOf(shortRide(model)).file();
     Bytes broken = whole;
     broken.back() ^= 1;
     EXPECT_EQ(boxOf({1, 2, 3}, true), "detect an invalid source file structure");

@@ -172,7 +172,7 @@ void fillIn(FormState& state, const Row& row)
 bool confirm(const Form& form)
 {
     FormState state;
-    openForm(state, form, savedBlock, workingBlock, false, session.ride);
+    openForm(state, form, savedBlock, workingBlock, session.model, false, session.ride);
     for (const Row& row : form.rows)
         fillIn(state, row);
     return confirmForm(state, workingBlock).passed;
@@ -274,7 +274,7 @@ protected:
         mail.ownThreadServes();
         mail.pressesDuringRuns = 0;
         runMayGoOn.set();
-        startModel();
+        startModel(session);
         session.profilePath = folder + "rider.pro";
         finishSettings(session, *findCommand("save-profile"));
         startWorker(window, session);

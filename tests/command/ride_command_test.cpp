@@ -2,17 +2,22 @@
 #include "command/ride_command.h"
 
 #include "captured_screens.h"
+#include "command/settings_command.h"
 #include "command/theory_command.h"
-#include "ride/ride_fixture.h"
+#include "ride/ride_run.h"
+
+#include <gtest/gtest.h>
 
 #include <tuple>
 
 namespace torvane {
 
-class RideCommand : public RideTest {
+class RideCommand : public testing::Test {
 protected:
     RideCommand()
     {
+        setDefaults(workingBlock);
+        startModel(session);
         theScreens.showProgress = session.screens.showProgress = [](bool visible) { shown.push_back(visible); };
         shown.clear();
         workingBlock.expressGraph = 0;
@@ -22,7 +27,6 @@ protected:
     {
         workingBlock.rideMode = mode;
         workingBlock.rideTarget = target;
-        restart();
         return dispatchRide(session);
     }
 

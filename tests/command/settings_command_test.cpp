@@ -24,28 +24,25 @@ protected:
         setDefaults(savedBlock);
         workingBlock = savedBlock;
         formMarks = {};
-        startModel();
-    }
-    ~SettingsCommand() override
-    {
-        modelState = {};
+        startModel(session);
     }
 
     CapturedScreens shown;
     Session session = {shown.screens, {}, {}};
+    ModelState& inForce = session.model.state;
 };
 
 } // namespace
 
 TEST_F(SettingsCommand, aCancelledSheetLeavesEveryFigure)
 {
-    modelState.windSpeed = 3; // out of a profile file: no block holds it
+    inForce.windSpeed = 3; // out of a profile file: no block holds it
     workingBlock.theoryCadence[1] = 70;
-    const ModelState model = modelState;
+    const ModelState model = inForce;
     const ParameterBlock working = workingBlock;
     for (int sheet : {321, 324, 325}) {
         EXPECT_EQ(finishSettings(session, *findCommand(sheet)), 0u);
-        EXPECT_EQ(std::memcmp(&modelState, &model, sizeof model), 0) << sheet;
+        EXPECT_EQ(std::memcmp(&inForce, &model, sizeof model), 0) << sheet;
         EXPECT_EQ(std::memcmp(&workingBlock, &working, sizeof working), 0) << sheet;
     }
     EXPECT_EQ(shown.upper, "");
@@ -60,7 +57,7 @@ TEST_F(SettingsCommand, aProfileSavedAfterARunWithoutAnAnswerLoads)
     workingBlock.rideTarget = 4; // sector time
     workingBlock.rideEndVelocity[rideAcceleration] = 140 / 3.6;
     findCommand(802)->operation(session);
-    ASSERT_FALSE(std::isfinite(modelState.frontWeightRatio));
+    ASSERT_FALSE(std::isfinite(inForce.frontWeightRatio));
     EXPECT_EQ(finishSettings(session, *findCommand(323)), 0u);
     auto put = [&](size_t offset) {
         Bytes bytes = bytesOf(session.profilePath);
@@ -70,8 +67,8 @@ TEST_F(SettingsCommand, aProfileSavedAfterARunWithoutAnAnswerLoads)
     };
     for (size_t leftover : {offsetof(ModelState, totalWeight), offsetof(ModelState, brakeHeat)}) {
         EXPECT_EQ(finishSettings(session, *findCommand(322)), 0u) << shown.status;
-        EXPECT_EQ(modelState.totalWeight, 60 + 7.39);
-        EXPECT_TRUE(std::isfinite(modelState.frontWeightRatio) && std::isfinite(modelState.brakeHeat[0]));
+        EXPECT_EQ(inForce.totalWeight, 60 + 7.39);
+        EXPECT_TRUE(std::isfinite(inForce.frontWeightRatio) && std::isfinite(inForce.brakeHeat[0]));
         put(leftover); // as older versions wrote them
     }
     EXPECT_EQ(finishSettings(session, *findCommand(322)), 0u) << shown.status;
@@ -99,16 +96,16 @@ TEST_F(SettingsCommand, aProfileHoldsWhatItsPagesTake)
     TestFolder folder;
     session.profilePath = folder.path + "a.pro";
     for (const Case& c : cases) {
-        startModel();
-        const ModelState model = modelState;
-        c.change(modelState);
+        startModel(session);
+        const ModelState model = inForce;
+        c.change(inForce);
         EXPECT_EQ(finishSettings(session, *findCommand(323)), 0u);
-        modelState = model;
+        inForce = model;
         EXPECT_EQ(finishSettings(session, *findCommand(322)), c.fault[0] ? 1u : 0u) << c.fault;
         EXPECT_EQ(session.profileFault, c.fault);
         if (c.fault[0] != 0) {
             EXPECT_EQ(shown.status, "status : failed to read a file 'a.pro'");
-            EXPECT_EQ(std::memcmp(&modelState, &model, sizeof model), 0) << c.fault;
+            EXPECT_EQ(std::memcmp(&inForce, &model, sizeof model), 0) << c.fault;
         }
         workingBlock = savedBlock;
     }

@@ -99,13 +99,14 @@ TEST(ParameterCommit, theModelStartsWithBothBrakeTypesAndLaterTakesTheSelected)
 {
     ParameterBlock block;
     setDefaults(block);
-    startModel(block);
-    EXPECT_EQ(modelState.brakeSurfaceSize[1][0], 160);
+    ModelState model = {};
+    startModel(model, block);
+    EXPECT_EQ(model.brakeSurfaceSize[1][0], 160);
     block.brakeSurfaceSize[1][0] = 180; // discs are not selected
     block.brakeSurfaceSize[0][0] = 40;
-    applyProfile(block);
-    EXPECT_EQ(modelState.brakeSurfaceSize[1][0], 160);
-    EXPECT_EQ(modelState.brakeSurfaceSize[0][0], 40);
+    applyProfile(model, block);
+    EXPECT_EQ(model.brakeSurfaceSize[1][0], 160);
+    EXPECT_EQ(model.brakeSurfaceSize[0][0], 40);
 }
 
 } // namespace torvane

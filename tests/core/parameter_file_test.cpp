@@ -123,17 +123,18 @@ TEST_F(ParameterFile, aProfileComesBackWhole)
     ParameterBlock block;
     setDefaults(block);
     block.humanWeight = 71.5;
-    startModel(block);
-    ModelState written = modelState;
+    ModelState model = {};
+    startModel(model, block);
+    ModelState written = model;
     const std::string path = folder + "Ünïcode rider.pro";
-    EXPECT_EQ(saveProfile(block, path), 0);
+    EXPECT_EQ(saveProfile(model, block, path), 0);
     EXPECT_STREQ(block.profileFileName, "Ünïcode rider.pro");
     EXPECT_EQ(shown.status, "status : success to save current profile to 'Ünïcode rider.pro'");
     EXPECT_EQ(std::filesystem::file_size(path), 876u);
-    modelState = {};
+    model = {};
     ParameterBlock other = {};
-    EXPECT_EQ(loadProfile(other, path), 0);
-    EXPECT_EQ(std::memcmp(&modelState, &written, sizeof written), 0);
+    EXPECT_EQ(loadProfile(model, other, path), 0);
+    EXPECT_EQ(std::memcmp(&model, &written, sizeof written), 0);
     EXPECT_STREQ(other.profileFileName, "Ünïcode rider.pro");
     EXPECT_EQ(shown.status, "status : success to load current profile from 'Ünïcode rider.pro'");
 }
@@ -142,29 +143,30 @@ TEST_F(ParameterFile, aProfileThatCannotBeUsedLeavesTheModel)
 {
     ParameterBlock block;
     setDefaults(block);
-    startModel(block);
-    ModelState before = modelState;
+    ModelState model = {};
+    startModel(model, block);
+    ModelState before = model;
     const std::string path = folder + "a.pro";
-    ASSERT_EQ(saveProfile(block, path), 0);
+    ASSERT_EQ(saveProfile(model, block, path), 0);
     const Bytes good = bytesOf(path);
     constexpr std::pair<size_t, uint8_t> faults[] = {{0, 3}, {20 + offsetof(ModelState, chainringCount), 4}};
     for (auto [offset, value] : faults) {
         Bytes bytes = good;
         bytes[offset] = value;
         writeBytes(path, bytes);
-        EXPECT_EQ(loadProfile(block, path), 1) << offset;
+        EXPECT_EQ(loadProfile(model, block, path), 1) << offset;
         EXPECT_EQ(shown.status, "status : failed to read a file 'a.pro'") << offset;
-        EXPECT_EQ(std::memcmp(&modelState, &before, sizeof before), 0) << offset;
+        EXPECT_EQ(std::memcmp(&model, &before, sizeof before), 0) << offset;
     }
     Bytes cut(good.begin(), good.begin() + 20 + 9); // a height, and a byte of the weight
     cut[20 + 7] ^= 0x80;
     writeBytes(path, cut);
-    EXPECT_EQ(loadProfile(block, path), 0);
-    EXPECT_EQ(modelState.humanHeight, -178);
-    EXPECT_EQ(modelState.humanWeight, 60) << "what the file does not reach stays";
-    EXPECT_EQ(loadProfile(block, folder + "missing.pro"), 1);
+    EXPECT_EQ(loadProfile(model, block, path), 0);
+    EXPECT_EQ(model.humanHeight, -178);
+    EXPECT_EQ(model.humanWeight, 60) << "what the file does not reach stays";
+    EXPECT_EQ(loadProfile(model, block, folder + "missing.pro"), 1);
     EXPECT_EQ(shown.status, "status : failed to open an existing file");
-    EXPECT_EQ(saveProfile(block, folder + "no folder/a.pro"), 1);
+    EXPECT_EQ(saveProfile(model, block, folder + "no folder/a.pro"), 1);
     EXPECT_EQ(shown.status, "status : failed to write current profile to a file");
 }
 

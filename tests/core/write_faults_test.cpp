@@ -185,8 +185,9 @@ TEST(WriteFaults, aProfileOfRandomBytesLeavesTheModel)
     TestFolder folder;
     std::mt19937 random(7);
     setDefaults(workingBlock);
-    startModel(workingBlock);
-    const ModelState before = modelState;
+    ModelState model = {};
+    startModel(model, workingBlock);
+    const ModelState before = model;
     for (size_t size : {0u, 1u, 19u, 20u, 100u, 876u, 877u, 5000u})
         for (int32_t format : {2, static_cast<int32_t>(random())}) {
             Bytes bytes(size);
@@ -195,11 +196,11 @@ TEST(WriteFaults, aProfileOfRandomBytesLeavesTheModel)
             if (size >= sizeof format)
                 std::memcpy(bytes.data(), &format, sizeof format);
             writeBytes(folder.path + "a.pro", bytes);
-            if (loadProfile(workingBlock, folder.path + "a.pro") == 0)
-                EXPECT_TRUE(format == 2 && isSound(modelState)) << size;
+            if (loadProfile(model, workingBlock, folder.path + "a.pro") == 0)
+                EXPECT_TRUE(format == 2 && isSound(model)) << size;
             else
-                EXPECT_EQ(std::memcmp(&modelState, &before, sizeof before), 0) << size;
-            modelState = before;
+                EXPECT_EQ(std::memcmp(&model, &before, sizeof before), 0) << size;
+            model = before;
         }
 }
 

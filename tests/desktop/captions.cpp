@@ -3,7 +3,6 @@
 // text.
 #include "core/wide_text.h"
 #include "forms/form.h"
-#include "model/gear_table.h"
 
 #include <windows.h>
 
@@ -21,6 +20,11 @@ constexpr int markWidth = 18;   // pixels of a check box or radio button with th
 constexpr int borderWidth = 10; // of a button, an edit box or a group, both sides
 
 std::set<std::string> lines; // a text that several choices show is told once
+
+struct Shown {
+    ParameterBlock block;
+    Model model;
+};
 
 struct Dialog {
     int id;
@@ -102,9 +106,9 @@ int choicesOf(const FormState& state, const Row& row)
     return listed ? static_cast<int>(rowLabels(state, row).size()) : 0;
 }
 
-void tellForm(Dialog& dialog, const Form& form, const ParameterBlock& block)
+void tellForm(Dialog& dialog, const Form& form, const Shown& shown)
 {
-    openForm(dialog.state, form, block, block);
+    openForm(dialog.state, form, shown.block, shown.block, shown.model);
     if (form.confirm != nullptr)
         tell(dialog, GetDlgItem(dialog.window, IDOK), form.confirm);
     tellRows(dialog);
@@ -132,14 +136,14 @@ INT_PTR CALLBACK leaveAll(HWND, UINT, WPARAM, LPARAM)
     return FALSE;
 }
 
-BOOL CALLBACK tellTemplate(HMODULE program, LPCWSTR, LPWSTR name, LONG_PTR block)
+BOOL CALLBACK tellTemplate(HMODULE program, LPCWSTR, LPWSTR name, LONG_PTR shown)
 {
     int id = static_cast<int>(reinterpret_cast<UINT_PTR>(name));
     HWND owner = CreateWindowExW(0, L"Static", L"", WS_OVERLAPPED, 0, 0, 600, 600, nullptr, nullptr, nullptr, nullptr);
     Dialog dialog = {id, CreateDialogParamW(program, name, owner, leaveAll, 0), {}};
     EnumChildWindows(dialog.window, tellControl, reinterpret_cast<LPARAM>(&dialog));
     if (const Form* form = findForm(id))
-        tellForm(dialog, *form, *reinterpret_cast<const ParameterBlock*>(block));
+        tellForm(dialog, *form, *reinterpret_cast<const Shown*>(shown));
     DestroyWindow(owner);
     return TRUE;
 }
@@ -162,12 +166,12 @@ void tellSymbolFont()
 int main()
 {
     tellSymbolFont();
-    ParameterBlock block;
-    setDefaults(block);
-    startModel(block);
-    rebuildModel();
+    Shown shown;
+    setDefaults(shown.block);
+    startModel(shown.model.state, shown.block);
+    rebuildModel(shown.model);
     INITCOMMONCONTROLSEX classes = {sizeof classes, ICC_UPDOWN_CLASS};
     InitCommonControlsEx(&classes);
     HMODULE program = LoadLibraryExW(L"Torvane.exe", nullptr, LOAD_LIBRARY_AS_DATAFILE);
-    EnumResourceNamesW(program, reinterpret_cast<LPCWSTR>(RT_DIALOG), tellTemplate, reinterpret_cast<LONG_PTR>(&block));
+    EnumResourceNamesW(program, reinterpret_cast<LPCWSTR>(RT_DIALOG), tellTemplate, reinterpret_cast<LONG_PTR>(&shown));
 }

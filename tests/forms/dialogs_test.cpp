@@ -40,7 +40,7 @@ TEST(TheoryDialogs, ShowTheCadencesOfTheProfileInForce)
     OpenForm dialog;
     dialog.working.cadenceUsual = 82;
     dialog.working.cadencePoweredMax = 131;
-    applyProfile(dialog.working);
+    applyProfile(dialog.model.state, dialog.working);
     for (int mode : {0, 1}) {
         dialog.working.initialValueMode = mode;
         dialog.open(2011);
@@ -138,7 +138,7 @@ TEST(AccelerationDialog, OffersTheGearsOfTheProfile)
 {
     OpenForm dialog(2022);
     std::vector<std::string> gears = rowLabels(dialog.state, dialog.at(5212));
-    EXPECT_EQ(gears.size(), static_cast<size_t>(modelState.gearCount));
+    EXPECT_EQ(gears.size(), static_cast<size_t>(dialog.model.state.gearCount));
     EXPECT_EQ(gears.front(), "42 x 27");
     EXPECT_TRUE(dialog.pick(5221, 1).enabled(5212));
     EXPECT_EQ(dialog.pick(5212, 3).confirm(), "");

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "forms/form.h"
-#include "model/gear_table.h"
 
 #include <gtest/gtest.h>
 
@@ -13,6 +12,7 @@ namespace torvane {
 
 struct OpenForm {
     ParameterBlock saved = {}, working = {};
+    Model model;
     LoadedRide ride = {};
     FormState state;
 
@@ -21,10 +21,9 @@ struct OpenForm {
     {
         setDefaults(saved);
         working = saved;
-        modelState = {};
-        applyProfile(working);
-        applyCondition(working);
-        rebuildModel();
+        applyProfile(model.state, working);
+        applyCondition(model.state, working);
+        rebuildModel(model);
         formMarks = {};
     }
     explicit OpenForm(int form) : OpenForm()
@@ -34,7 +33,7 @@ struct OpenForm {
 
     OpenForm& open(int form)
     {
-        openForm(state, *findForm(form), saved, working, false, ride);
+        openForm(state, *findForm(form), saved, working, model, false, ride);
         return *this;
     }
     // A radio button's id is that of its first button.

@@ -76,7 +76,7 @@ void startModelOnce()
     static const bool started = [] {
         setDefaults(savedBlock);
         workingBlock = savedBlock;
-        startModel();
+        startModel(session);
         return true;
     }();
     (void)started;

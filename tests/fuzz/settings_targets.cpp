@@ -80,8 +80,9 @@ void profile(Input input)
     std::string path = inMemory("rider.pro");
     putFile(path, input.subspan(1));
     ParameterBlock block = {};
-    if (loadProfile(block, path) == 0)
-        require(isSound(modelState), "a model out of a file can be used");
+    ModelState model = {};
+    if (loadProfile(model, block, path) == 0)
+        require(isSound(model), "a model out of a file can be used");
     runCommandLine({"--profile", path, chosenCommand(input[0])});
 }
 

@@ -17,17 +17,30 @@
 namespace torvane {
 
 struct PredictionTest : ModelTest {
+    ParameterBlock settings;
     LoadedRide ride = {.presence = {0, 0, 0x11, 0x77, 7, 0x73, 0, 0, 0, 0, 0}};
+
+    PredictionTest()
+    {
+        setDefaults(settings);
+    }
 
     void predict(GpsRecords& records, uint32_t flags)
     {
-        predictAndFinish(records, workingBlock, ride.summary, flags);
+        predictAndFinish(model, records, settings, ride.summary, flags);
+    }
+    // The model at the last row.
+    Evaluation predictRows(GpsRecords& records, uint32_t flags)
+    {
+        TrackModel track = startTrackModel(model, settings, ride.summary, flags);
+        predictTrack(track, records);
+        return track.now;
     }
     void analyse(GpsRecords& records)
     {
-        uint32_t flags = buildAnalysisFlags(workingBlock, ride.presence);
-        ASSERT_TRUE(formSectors(records, workingBlock.thresholdSpeed / 3.6, flags));
-        refineTrack(records, workingBlock.analyseUnrealInclination, workingBlock.analyseUnrealAccele, flags);
+        uint32_t flags = buildAnalysisFlags(settings, ride.presence);
+        ASSERT_TRUE(formSectors(records, settings.thresholdSpeed / 3.6, flags));
+        refineTrack(records, settings.analyseUnrealInclination, settings.analyseUnrealAccele, flags);
         predict(records, flags);
     }
 };
@@ -62,11 +75,11 @@ TEST_F(PredictionTest, aRideOfTheModelComesBackWithItsPower)
         {"noise", {.speedNoise = 0.1, .altitudeNoise = 0.3, .positionNoise = 3}, true, 0.04, 1},
     };
     for (const auto& [name, made, smoothing, meanBound, rowBound] : cases) {
-        workingBlock.analyseSmoothing = smoothing;
-        workingBlock.analyseWindSpeed = made.windSpeed;
-        workingBlock.analyseWindDirection = static_cast<int32_t>(made.windDirection);
-        workingBlock.averageTemperature = made.temperature;
-        GpsRecords records = makeRide(made);
+        settings.analyseSmoothing = smoothing;
+        settings.analyseWindSpeed = made.windSpeed;
+        settings.analyseWindDirection = static_cast<int32_t>(made.windDirection);
+        settings.averageTemperature = made.temperature;
+        GpsRecords records = makeRide(model, made);
         analyse(records);
         double sum = 0;
         for (const GpsRecord& record : records)
@@ -79,7 +92,7 @@ TEST_F(PredictionTest, aRideOfTheModelComesBackWithItsPower)
 
 TEST_F(PredictionTest, airAndTemperatureOfARow)
 {
-    modelState.hectoPascal = 0.7 * seaLevelPressure;
+    m.hectoPascal = 0.7 * seaLevelPressure;
     // Flags, temperature, pressure ratio: the standard atmosphere at 1000 m by the temperature on the ground, on a flat
     // course the air of 50 m, without timestamps that of the condition.
     constexpr std::tuple<uint32_t, double, double> cases[] = {
@@ -90,7 +103,7 @@ TEST_F(PredictionTest, airAndTemperatureOfARow)
         {analysisNoTimestamps, 15, 0.7},
         {analysisNoTimestamps | analysisFlat, 15, 0.9941},
     };
-    workingBlock.averageTemperature = 15;
+    settings.averageTemperature = 15;
     ride.summary.avgTemperature = 10;
     for (auto [flags, temperature, pressureRatio] : cases) {
         GpsRecords records = pairOfRows(8, 0);
@@ -98,24 +111,23 @@ TEST_F(PredictionTest, airAndTemperatureOfARow)
             record.altitude = 1000;
             record.temperature = 30;
         }
-        predict(records, flags);
+        const Evaluation last = predictRows(records, flags);
         EXPECT_EQ(records[1].temperature, temperature) << flags;
-        EXPECT_NEAR(runState.airPressureRatio, pressureRatio, 0.0001) << flags;
+        EXPECT_NEAR(last.airPressureRatio, pressureRatio, 0.0001) << flags;
     }
 }
 
 TEST_F(PredictionTest, windIsTakenAlongTheHeadingAndTheLimitHolds)
 {
     constexpr double cases[][2] = {{90, 3}, {270, -3}, {0, 0}, {150, 1.5}};
-    workingBlock.analyseWindDirection = 90;
-    workingBlock.analyseWindSpeed = 3;
-    workingBlock.limitPowerPrediction = 1;
-    workingBlock.thresholdPower = 100;
+    settings.analyseWindDirection = 90;
+    settings.analyseWindSpeed = 3;
+    settings.limitPowerPrediction = 1;
+    settings.thresholdPower = 100;
     for (auto [heading, headWind] : cases) {
         GpsRecords records = pairOfRows(12, 0);
         records[1].heading = heading;
-        predict(records, 0);
-        EXPECT_NEAR(runState.headWind, headWind, 1e-12) << heading;
+        EXPECT_NEAR(predictRows(records, 0).headWind, headWind, 1e-12) << heading;
         EXPECT_EQ(records[1].power, 100);
     }
 }
@@ -124,14 +136,14 @@ TEST_F(PredictionTest, accelerationCountsOnlyWhereItIsKnown)
 {
     constexpr std::tuple<uint8_t, uint8_t, bool> cases[] = {
         {0x11, 0x11, true}, {0, 0x11, true}, {1, 0x10, true}, {0, 0x70, false}};
-    workingBlock.analysePowerBase = stageThrust;
+    settings.analysePowerBase = stageThrust;
     for (const auto& [timestampFlags, motionFlags, known] : cases) {
         ride.presence.timestampFlags = timestampFlags;
         ride.presence.motionFlags = motionFlags;
         GpsRecords records = pairOfRows(8, 0);
         records[1].acceleration = 0.5;
-        predict(records, buildAnalysisFlags(workingBlock, ride.presence) & analysisSteady);
-        double inertia = 0.5 * 8 * modelState.inertialWeight;
+        predict(records, buildAnalysisFlags(settings, ride.presence) & analysisSteady);
+        double inertia = 0.5 * 8 * m.inertialWeight;
         EXPECT_NEAR(records[1].power - records[0].power, known ? inertia : 0, 1e-9);
     }
 }
@@ -140,8 +152,8 @@ using TrackBrakeHeatTest = PredictionTest;
 
 TEST_F(TrackBrakeHeatTest, heatIsNeitherLostNorMade)
 {
-    workingBlock.detectBraking = 1;
-    workingBlock.averageTemperature = 15;
+    settings.detectBraking = 1;
+    settings.averageTemperature = 15;
     GpsRecords records = pairOfRows(8, -10);
     records.resize(60, records[1]);
     for (size_t i = 0; i < records.size(); i++) {
@@ -175,24 +187,23 @@ TEST_F(TrackBrakeHeatTest, secondsOfAStep)
 {
     // Time of the second row, 100 being that of the first; seconds of friction. A clock may jump by a century.
     constexpr std::pair<uint32_t, double> cases[] = {{101, 1}, {102, 2}, {100, 0}, {99, 0}, {3250000100u, 3.25e9}};
-    std::copy_n(workingBlock.specificHeat, 3, runState.specificHeat);
-    std::copy_n(workingBlock.emittance, 3, runState.emittance);
+    const TrackModel track = startTrackModel(model, settings, ride.summary, analysisFlat);
     GpsRecords records = pairOfRows(10, 0);
     records[1].temperature = 20;
     for (auto [timestamp, seconds] : cases) {
         records[0].frontStored = 1000;
         records[1].timestamp = timestamp;
-        brakeHeatStep(records, -300, 1);
-        double friction = seconds * 300 * modelState.frontFrictionShare, radiated = records[1].frontRadiate;
+        brakeHeatStep(track, records, -300, 1);
+        double friction = seconds * 300 * track.now.frontFrictionShare, radiated = records[1].frontRadiate;
         EXPECT_EQ(radiated > 0, seconds > 0) << timestamp;
         expectFigures({records[1].frontFriction, records[1].frontStored}, {friction, 1000 + friction - radiated},
                       std::max(1e-6, friction * 1e-6));
     }
     // By hand: 12 W/m2K over 100 K, and grey radiation of emittance 0.9 between 393.15 and 293.15 K, from 0.05 m2
-    modelState.brakeSurfaceArea[0] = 0.05;
+    m.brakeSurfaceArea[0] = 0.05;
     records[0].frontStored = 318.5 * 99; // with this second's friction the rim is 100 K above the air
     records[1].timestamp = 101;
-    brakeHeatStep(records, -318.5 / modelState.frontFrictionShare, 1);
+    brakeHeatStep(track, records, -318.5 / track.now.frontFrictionShare, 1);
     EXPECT_NEAR(records[1].frontRadiate, 60 + 42.116, 0.01);
     EXPECT_NEAR(records[1].frontBrakeTemperature, 120 - 102.116 / 318.5, 0.001);
 }

@@ -232,7 +232,7 @@ class PreparedRide : public ModelTest {};
 
 TEST_F(PreparedRide, IsTheRideAgainThatWasSampledNowAndThen)
 {
-    GpsRecords ride = makeRide({.seconds = 900});
+    GpsRecords ride = makeRide(model, {.seconds = 900});
     GpsRecords sampled;
     for (size_t i = 0; i < ride.size(); i += 1 + i % 7)
         sampled.push_back(ride[i]);

@@ -40,7 +40,7 @@ inline Road roadOf(const MadeRide& ride, double distance)
 }
 
 // The rows that a load of the ride would leave, not rounded to the units of the file.
-inline GpsRecords makeRide(const MadeRide& ride)
+inline GpsRecords makeRide(const Model& model, const MadeRide& ride)
 {
     std::mt19937 random(1);
     GpsRecords records(static_cast<size_t>(ride.seconds));
@@ -55,7 +55,7 @@ inline GpsRecords makeRide(const MadeRide& ride)
         record.distance = place.distance;
         record.speed = place.speed + noise(random, ride.speedNoise);
         for (int step = 0; step < 100; step++)
-            rideOn(roadOf(ride, place.distance), weather, ride.power, 0, 0.01, place);
+            rideOn(model, roadOf(ride, place.distance), weather, ride.power, 0, 0.01, place);
     }
     return records;
 }

@@ -14,20 +14,20 @@ protected:
         setMotor(1, 1, 2, 0);
     }
 
-    static void setMotor(int location, int first, int second, int third)
+    void setMotor(int location, int first, int second, int third)
     {
-        workingBlock.motorLocation = location;
-        int32_t* mode = workingBlock.assistRangeMode;
+        block.motorLocation = location;
+        int32_t* mode = block.assistRangeMode;
         mode[0] = first, mode[1] = second, mode[2] = third;
         restart();
     }
 
-    static void setLossless(double location, double maxPower)
+    void setLossless(double location, double maxPower)
     {
-        modelState.motorLocation = static_cast<int32_t>(location);
-        modelState.maxEPower = maxPower;
-        modelState.shellLossPercent = modelState.missionLossPercent = modelState.wheelLossPercent = 0.0;
-        clearAssist();
+        m.motorLocation = static_cast<int32_t>(location);
+        m.maxEPower = maxPower;
+        m.shellLossPercent = m.missionLossPercent = m.wheelLossPercent = 0.0;
+        clearAssist(now);
     }
 };
 
@@ -35,9 +35,9 @@ TEST_F(AssistTest, ratioBySpeed)
 {
     constexpr double cases[][2] = {{0, 2}, {25, 2}, {25.0001, 2}, {28.5, 1.75}, {32, 1.5}, {32.1, 0}, {50, 0}};
     for (auto [velocity, ratio] : cases)
-        EXPECT_NEAR(assistRatioAt(kph(velocity)), ratio, 1e-5) << velocity;
-    modelState.assistRangeMode[0] = 2; // nothing to run from: none
-    EXPECT_EQ(assistRatioAt(kph(20.0)), 0.0);
+        EXPECT_NEAR(assistRatioAt(model, kph(velocity)), ratio, 1e-5) << velocity;
+    m.assistRangeMode[0] = 2; // nothing to run from: none
+    EXPECT_EQ(assistRatioAt(model, kph(20.0)), 0.0);
 }
 
 TEST_F(AssistTest, motorTakesItsShareAndIsLimited)
@@ -48,10 +48,10 @@ TEST_F(AssistTest, motorTakesItsShareAndIsLimited)
     for (auto [location, maxPower, rider, motor] : cases) {
         SCOPED_TRACE(location);
         setLossless(location, maxPower);
-        assistedDrivetrainFromThrust(kph(20), 150.0);
-        double stageTorque = location == 2 ? runState.hubTorque : runState.crankTorque;
-        expectFigures({runState.pedalingPower, runState.crankPower, runState.assistPower, runState.assistTorque,
-                       runState.pedalingTorque * runState.cadence * pi / 30.0},
+        assistedDrivetrainFromThrust(model, now, kph(20), 150.0);
+        double stageTorque = location == 2 ? now.hubTorque : now.crankTorque;
+        expectFigures({now.pedalingPower, now.crankPower, now.assistPower, now.assistTorque,
+                       now.pedalingTorque * now.cadence * pi / 30.0},
                       {rider, location == 2 ? rider : 150.0, motor, stageTorque * motor / 150.0, rider}, 1e-9);
     }
 }
@@ -59,15 +59,15 @@ TEST_F(AssistTest, motorTakesItsShareAndIsLimited)
 TEST_F(AssistTest, hubMotorAt40)
 {
     setMotor(2, 1, 1, 1);
-    Solved found = assistedPowerAtVelocity(stagePedaling, kph(40));
+    Solved found = assistedPowerAtVelocity(model, now, stagePedaling, kph(40));
     EXPECT_EQ(found.status, 0u);
-    expectFigures({found.value, runState.crankPower, runState.hubPower, runState.assistPower, runState.assistTorque},
+    expectFigures({found.value, now.crankPower, now.hubPower, now.assistPower, now.assistTorque},
                   {135.372, 134.179, 260.307, 130.154, 3.912}, 0.0005);
-    EXPECT_EQ(runState.assistForce, 0.0); // of the evaluation before, of which there is none
-    assistedPowerAtVelocity(stagePedaling, kph(40));
-    EXPECT_NEAR(runState.assistForce, 14.098, 0.0005); // half of 28.197
-    assistedDrivetrainFromThrust(kph(40), 0.0);        // the road alone does it
-    EXPECT_EQ(runState.assistPower + runState.assistTorque + runState.assistForce, 0.0);
+    EXPECT_EQ(now.assistForce, 0.0); // of the evaluation before, of which there is none
+    assistedPowerAtVelocity(model, now, stagePedaling, kph(40));
+    EXPECT_NEAR(now.assistForce, 14.098, 0.0005);           // half of 28.197
+    assistedDrivetrainFromThrust(model, now, kph(40), 0.0); // the road alone does it
+    EXPECT_EQ(now.assistPower + now.assistTorque + now.assistForce, 0.0);
 }
 
 TEST_F(AssistTest, forwardMotorAddsToItsStage)
@@ -82,41 +82,38 @@ TEST_F(AssistTest, forwardMotorAddsToItsStage)
     for (auto [location, maxPower, crank, hub, motor] : cases) {
         SCOPED_TRACE(location);
         setLossless(location, maxPower);
-        runState.pedalingPower = 100.0;
-        driveFromPedaling(step);
-        expectFigures(
-            {runState.crankPower, runState.hubPower, runState.thrustPower, runState.assistPower, runState.assistTorque},
-            {crank, hub, hub, motor, motor / (location == 2 ? 20.0 : 10.0)}, 1e-9);
+        driveFromPedaling(model, now, step, 100.0);
+        expectFigures({now.crankPower, now.hubPower, now.thrustPower, now.assistPower, now.assistTorque},
+                      {crank, hub, hub, motor, motor / (location == 2 ? 20.0 : 10.0)}, 1e-9);
     }
-    runState.pedalingPower = 0.0;
-    modelState.motorLocation = 1;
-    driveFromPedaling(step);
-    EXPECT_EQ(runState.assistTorque, 0.0); // a share of nothing is nothing
+    m.motorLocation = 1;
+    driveFromPedaling(model, now, step, 0.0);
+    EXPECT_EQ(now.assistTorque, 0.0); // a share of nothing is nothing
 }
 
 TEST_F(AssistTest, powerInTheDeadZoneHasNoVelocity)
 {
     setMotor(1, 1, 0, 0);
-    double unassisted = powerAtVelocity(stagePedaling, kph(25.001)).value;
-    double assisted = assistedPowerAtVelocity(stagePedaling, kph(25)).value;
-    Solved found = assistedVelocityForPower(stagePedaling, (assisted + unassisted) / 2.0);
+    double unassisted = powerAtVelocity(model, now, stagePedaling, kph(25.001)).value;
+    double assisted = assistedPowerAtVelocity(model, now, stagePedaling, kph(25)).value;
+    Solved found = assistedVelocityForPower(model, now, stagePedaling, (assisted + unassisted) / 2.0);
     EXPECT_EQ(found.status, statusNoAssistedVelocity);
-    expectFigures({runState.assistSampleVelocity[0], runState.assistSampleVelocity[1], runState.assistSamplePower[0],
-                   runState.assistSamplePower[1]},
-                  {25.0, 25.001, assisted, unassisted}, 1e-9);
+    expectFigures(
+        {now.assistSampleVelocity[0], now.assistSampleVelocity[1], now.assistSamplePower[0], now.assistSamplePower[1]},
+        {25.0, 25.001, assisted, unassisted}, 1e-9);
     EXPECT_GT(unassisted, 2.5 * assisted);
 }
 
 TEST_F(AssistTest, aboveAllRangesTheMotorIsOutOfPlayAndWarningsAreLost)
 {
     setMotor(2, 1, 1, 1);
-    Solved found = assistedVelocityForPower(stagePedaling, 400.0);
+    Solved found = assistedVelocityForPower(model, now, stagePedaling, 400.0);
     EXPECT_EQ(found.status, 0u);
     EXPECT_NEAR(found.value * 3.6, 45.621, 0.0005);
-    EXPECT_EQ(runState.assistPower, 0.0);
-    found = assistedVelocityForPower(stagePedaling, 2246.382);
+    EXPECT_EQ(now.assistPower, 0.0);
+    found = assistedVelocityForPower(model, now, stagePedaling, 2246.382);
     EXPECT_EQ(found.status, 0u);
-    EXPECT_GT(found.value, runState.reachVelocity);
+    EXPECT_GT(found.value, model.reachVelocity);
 }
 
 } // namespace torvane

@@ -10,23 +10,23 @@ using DerivedTest = ModelTest;
 
 TEST_F(DerivedTest, defaultsGiveTheFiguresWorkedByHand)
 {
-    expectFigures({modelState.frontCircumference, modelState.rearCircumference, modelState.bikeWeight,
-                   modelState.totalWeight, modelState.bikeInertialWeight, modelState.hectoPascal},
-                  {2079.734337, 2098.583893, 7.39, 67.39, 8.341, 1007.3597649}, 1e-6); // 662 pi, 668 pi
+    expectFigures(
+        {m.frontCircumference, m.rearCircumference, m.bikeWeight, m.totalWeight, m.bikeInertialWeight, m.hectoPascal},
+        {2079.734337, 2098.583893, 7.39, 67.39, 8.341, 1007.3597649}, 1e-6); // 662 pi, 668 pi
 }
 
 TEST_F(DerivedTest, wheelWeightMovesTheWholeBikeOnlyWhenItIsEnteredWithoutWheels)
 {
-    modelState.wheelWeight[0] += 1000.0;
-    computeDerived();
-    EXPECT_NEAR(modelState.bikeWeight, 8.39, 1e-12);
-    modelState.exceptWheels = 0;
-    modelState.bikeWeight = 8.0;
-    double before = modelState.bikeInertialWeight;
-    modelState.wheelWeight[0] -= 1000.0;
-    computeDerived();
-    EXPECT_DOUBLE_EQ(modelState.bikeWeight, 8.0);
-    EXPECT_NEAR(modelState.bikeInertialWeight, before - 0.39 - 0.5, 1e-12);
+    m.wheelWeight[0] += 1000.0;
+    computeDerived(model);
+    EXPECT_NEAR(m.bikeWeight, 8.39, 1e-12);
+    m.exceptWheels = 0;
+    m.bikeWeight = 8.0;
+    double before = m.bikeInertialWeight;
+    m.wheelWeight[0] -= 1000.0;
+    computeDerived(model);
+    EXPECT_DOUBLE_EQ(m.bikeWeight, 8.0);
+    EXPECT_NEAR(m.bikeInertialWeight, before - 0.39 - 0.5, 1e-12);
 }
 
 TEST(WheelResist, improvesWithDepthAndYearUpTo2017)

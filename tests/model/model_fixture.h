@@ -1,12 +1,11 @@
-// A model with the defaults in force, on a level road in still air, as every test of the model and of what stands on it
-// wants to start. Change fields of workingBlock and call restart, or change modelState and call rebuildModel.
+// A model of the defaults, on a level road in still air, as every test of the model and of what stands on it wants to
+// start. Change the block and call restart, or change the model's state and call rebuildModel.
 #pragma once
 
 #include "core/parameter_block.h"
 #include "model/constants.h"
 #include "model/gear_table.h"
 #include "model/resistance.h"
-#include "model/run_state.h"
 
 #include <gtest/gtest.h>
 
@@ -20,27 +19,32 @@ class ModelTest : public ::testing::Test {
 protected:
     ModelTest()
     {
-        setDefaults(workingBlock);
+        setDefaults(block);
         restart();
     }
 
-    static void restart()
+    void restart()
     {
-        runState = {};
-        modelState = {};
-        startModel(workingBlock);
-        rebuildModel();
-        runState.airPressureRatio = modelState.hectoPascal / seaLevelPressure;
+        model = {};
+        startModel(m, block);
+        rebuildModel(model);
+        now = {};
+        now.airPressureRatio = m.hectoPascal / seaLevelPressure;
         takeRoad(0.0);
     }
 
-    static void takeRoad(double inclination)
+    void takeRoad(double inclination)
     {
-        runState.inclination = inclination;
-        runState.headWind = modelState.windSpeed;
-        updateLoadAndGrip(0.0);
-        setLoads();
+        now.inclination = inclination;
+        now.headWind = m.windSpeed;
+        updateLoadAndGrip(model, now, 0.0);
+        setLoads(model, now);
     }
+
+    ParameterBlock block;
+    Model model;
+    ModelState& m = model.state;
+    Evaluation now;
 };
 
 constexpr double kph(double value)

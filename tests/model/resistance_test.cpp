@@ -20,41 +20,43 @@ TEST_F(ResistanceTest, pelotonRatio)
         {10, 1, -3, 1},
     };
     for (auto [riders, rotate, velocity, ratio] : cases) {
-        modelState.pelotonNumber = static_cast<int32_t>(riders);
-        modelState.rotateTop = static_cast<int32_t>(rotate);
-        EXPECT_NEAR(pelotonRatioAt(kph(velocity)), ratio, 1e-9) << riders << " riders at " << velocity;
+        m.pelotonNumber = static_cast<int32_t>(riders);
+        m.rotateTop = static_cast<int32_t>(rotate);
+        rebuildModel(model);
+        EXPECT_NEAR(pelotonRatioAt(model, kph(velocity)), ratio, 1e-9) << riders << " riders at " << velocity;
     }
 }
 
 TEST_F(ResistanceTest, dragForces)
 {
-    dragForces(kph(40), 0.0);
-    expectFigures({runState.shellDrag, runState.humanDrag, runState.wheelDrag}, {0.302175725, 1.700910997, 0.138105398},
-                  1e-9);
+    resistanceAtVelocity(model, now, kph(40));
+    expectFigures({now.shellDrag, now.humanDrag, now.wheelDrag}, {0.302175725, 1.700910997, 0.138105398}, 1e-9);
 
-    modelState.shellType = 1; // takes 30 percent off the shell alone
-    modelState.helmet = 2;
-    dragForces(kph(30), kph(10));
-    EXPECT_NEAR(runState.shellDrag, 0.211523007, 1e-9);
-    EXPECT_NEAR(runState.humanDrag, 1.700910997 - 0.64 * 4.12 / 136.203472222, 1e-9);
+    m.shellType = 1; // takes 30 percent off the shell alone
+    m.helmet = 2;
+    now.headWind = kph(10);
+    resistanceAtVelocity(model, now, kph(30));
+    EXPECT_NEAR(now.shellDrag, 0.211523007, 1e-9);
+    EXPECT_NEAR(now.humanDrag, 1.700910997 - 0.64 * 4.12 / 136.203472222, 1e-9);
 
-    dragForces(kph(-20), kph(-20)); // a wind from behind turns the powers, never the forces
-    EXPECT_NEAR(runState.wheelDrag, 0.138105398, 1e-9);
+    now.headWind = kph(-60); // a wind from behind turns the powers, never the forces
+    resistanceAtVelocity(model, now, kph(20));
+    EXPECT_NEAR(now.wheelDrag, 0.138105398, 1e-9);
 }
 
 TEST_F(ResistanceTest, windAndSlopeHaveTheirSigns)
 {
-    runState.headWind = -kph(40);
-    EXPECT_NEAR(resistanceAtVelocity(kph(40)).value, 25.333, 0.0005); // rolling alone
-    EXPECT_DOUBLE_EQ(runState.airDrag, 0.0);
-    resistanceAtVelocity(kph(30));
-    EXPECT_GT(runState.airDrag, 0.0);
-    EXPECT_LT(runState.airDragPower, 0.0);
+    now.headWind = -kph(40);
+    EXPECT_NEAR(resistanceAtVelocity(model, now, kph(40)).value, 25.333, 0.0005); // rolling alone
+    EXPECT_DOUBLE_EQ(now.airDrag, 0.0);
+    resistanceAtVelocity(model, now, kph(30));
+    EXPECT_GT(now.airDrag, 0.0);
+    EXPECT_LT(now.airDragPower, 0.0);
 
     takeRoad(-8.0);
-    Solved downhill = resistanceAtVelocity(kph(40));
-    EXPECT_NEAR(runState.slopeLoad, -5.374, 0.0005); // 67.39 kg x 8 / sqrt(10064)
-    EXPECT_NEAR(runState.rollingPower, 25.544, 0.0005);
+    Solved downhill = resistanceAtVelocity(model, now, kph(40));
+    EXPECT_NEAR(now.slopeLoad, -5.374, 0.0005); // 67.39 kg x 8 / sqrt(10064)
+    EXPECT_NEAR(now.rollingPower, 25.544, 0.0005);
     EXPECT_LT(downhill.value, 0.0);
 }
 

@@ -24,29 +24,28 @@ TEST_F(SolverTest, toleranceClasses)
 
 TEST_F(SolverTest, rainAndPelotonAndHubPower)
 {
-    workingBlock.windSpeed = 4.0;
-    workingBlock.roadSurface = 2;
-    workingBlock.bpn = 60;
-    workingBlock.pelotonMode = 1;
+    block.windSpeed = 4.0;
+    block.roadSurface = 2;
+    block.bpn = 60;
+    block.pelotonMode = 1;
     restart();
-    Solved found = velocityForPower(stageHub, 400.0);
+    Solved found = velocityForPower(model, now, stageHub, 400.0);
     EXPECT_NEAR(found.value * 3.6, 41.666, 0.0005);
-    expectFigures({runState.pedalingPower, runState.airDragPower, runState.rollingPower}, {423.384, 369.970, 23.222},
-                  0.001);
+    expectFigures({now.pedalingPower, now.airDragPower, now.rollingPower}, {423.384, 369.970, 23.222}, 0.001);
 }
 
 TEST_F(SolverTest, thrustPowerKeepsItsSignWhereTheStagesAreZero)
 {
     takeRoad(-8.0);
-    EXPECT_LT(powerAtVelocity(stageThrust, kph(40)).value, -300.0);
-    EXPECT_EQ(powerAtVelocity(stageHub, kph(40)).value, 0.0);
-    EXPECT_EQ(runState.thrustPower, 0.0);
+    EXPECT_LT(powerAtVelocity(model, now, stageThrust, kph(40)).value, -300.0);
+    EXPECT_EQ(powerAtVelocity(model, now, stageHub, kph(40)).value, 0.0);
+    EXPECT_EQ(now.thrustPower, 0.0);
     // Rolling freely, road and air hold each other.
-    Solved rolling = velocityForPower(stageThrust, 0.0);
+    Solved rolling = velocityForPower(model, now, stageThrust, 0.0);
     EXPECT_EQ(rolling.status, 0u);
-    EXPECT_NEAR(runState.airDragPower + runState.rollingPower, -runState.slopePower, 0.1);
+    EXPECT_NEAR(now.airDragPower + now.rollingPower, -now.slopePower, 0.1);
     // Pushed by the road at 11 m/s already, a rider who gives nothing is answered there.
-    EXPECT_EQ(velocityForPower(stagePedaling, 0.0).value, 11.0);
+    EXPECT_EQ(velocityForPower(model, now, stagePedaling, 0.0).value, 11.0);
 }
 
 TEST_F(SolverTest, failures)
@@ -56,13 +55,13 @@ TEST_F(SolverTest, failures)
                                                          {-100.0, statusTooShortPower | statusBeyondTolerance},
                                                          {1e300, statusNotConverged | statusOverReach}};
     for (auto [power, status] : cases) {
-        Solved found = velocityForPower(stagePedaling, power);
+        Solved found = velocityForPower(model, now, stagePedaling, power);
         EXPECT_EQ(found.status, status) << power;
         EXPECT_GE(found.value, 0.0) << power;
     }
-    runState.power = -100.0;
-    EXPECT_EQ(velocityFromPedaling(), statusTooShortPower | statusBeyondTolerance);
-    EXPECT_LT(runState.velocity, 0.0);
+    Solved pushed = velocityFromPedaling(model, now, -100.0);
+    EXPECT_EQ(pushed.status, statusTooShortPower | statusBeyondTolerance);
+    EXPECT_LT(pushed.value, 0.0);
 }
 
 } // namespace torvane

@@ -8,14 +8,16 @@ namespace torvane {
 
 class TheoryTest : public ModelTest {
 protected:
-    static ResultStatus calculate(int calculator, int target)
+    ResultStatus calculate(int calculator, int target)
     {
-        workingBlock.theoryCalculator = calculator;
-        workingBlock.theoryTarget = target;
+        block.theoryCalculator = calculator;
+        block.theoryTarget = target;
         restart();
-        theorySetUp();
-        return theoryCalculate();
+        theory = theorySetUp(model, block);
+        return theoryCalculate(model, theory);
     }
+
+    Theory theory;
 };
 
 TEST_F(TheoryTest, everyFigureOfTheParabolaIsFoundFromTheOthers)
@@ -24,29 +26,28 @@ TEST_F(TheoryTest, everyFigureOfTheParabolaIsFoundFromTheOthers)
     for (int target = 0; target < 4; ++target) {
         double figures[] = {90.0, 843.75, 120.0, 900.0};
         figures[target] = target == 0 || target == 2 ? unknown : 1.0;
-        workingBlock.cadenceUsual = figures[0]; // the theory cadences follow the profile's
-        workingBlock.theoryPower[0] = figures[1];
-        workingBlock.cadencePoweredMax = figures[2];
-        workingBlock.theoryMaxPower[0] = figures[3];
+        block.cadenceUsual = figures[0]; // the theory cadences follow the profile's
+        block.theoryPower[0] = figures[1];
+        block.cadencePoweredMax = figures[2];
+        block.theoryMaxPower[0] = figures[3];
         ASSERT_EQ(calculate(0, target), 0u) << target;
         SCOPED_TRACE(target);
-        expectFigures(
-            {runState.cadence, runState.power, runState.cadenceMax, runState.maxPower, runState.torque, runState.force},
-            {90.0, 843.75, 120.0, 900.0, 89.524655, 52.921590}, 1e-6); // 843.75 / (3 pi)
+        expectFigures({theory.cadence, theory.power, theory.cadenceMax, theory.maxPower, theory.torque, theory.force},
+                      {90.0, 843.75, 120.0, 900.0, 89.524655, 52.921590}, 1e-6); // 843.75 / (3 pi)
     }
 }
 
 TEST_F(TheoryTest, powerAboveItsMaximumIsRefusedAndChangesNothing)
 {
-    workingBlock.theoryPower[0] = 900.0; // the summit
+    block.theoryPower[0] = 900.0; // the summit
     EXPECT_EQ(calculate(0, 0), 0u);
-    expectFigures({runState.cadence, runState.torque}, {120, 0}); // the torque as entered
+    expectFigures({theory.cadence, theory.torque}, {120, 0}); // the torque as entered
     EXPECT_EQ(calculate(0, 2), 0u);
-    EXPECT_EQ(runState.cadenceMax, 90.0);
-    workingBlock.theoryPower[0] = 900.5;
+    EXPECT_EQ(theory.cadenceMax, 90.0);
+    block.theoryPower[0] = 900.5;
     for (int target : {0, 2}) {
         EXPECT_EQ(calculate(0, target), statusIllegalValue);
-        expectFigures({runState.cadence, runState.power, runState.cadenceMax}, {90.0, 900.5, 120.0});
+        expectFigures({theory.cadence, theory.power, theory.cadenceMax}, {90.0, 900.5, 120.0});
     }
 }
 
@@ -61,11 +62,11 @@ TEST_F(TheoryTest, pedalingDynamics)
     };
     for (auto [target, byForce, cadence, power, torque, force, maxPower] : cases) {
         SCOPED_TRACE(power);
-        workingBlock.torqueOrForce = static_cast<int32_t>(byForce);
+        block.torqueOrForce = static_cast<int32_t>(byForce);
         ASSERT_EQ(calculate(1, static_cast<int>(target)), 0u);
-        EXPECT_NEAR(runState.cadence, cadence, 0.002);
-        expectFigures({runState.power, runState.torque, runState.force}, {power, torque, force}, 1e-5);
-        EXPECT_NEAR(runState.maxPower, maxPower, 0.05);
+        EXPECT_NEAR(theory.cadence, cadence, 0.002);
+        expectFigures({theory.power, theory.torque, theory.force}, {power, torque, force}, 1e-5);
+        EXPECT_NEAR(theory.maxPower, maxPower, 0.05);
     }
 }
 
@@ -78,46 +79,46 @@ TEST_F(TheoryTest, gearCombination)
                                    {2, 0, 89.778, 40.0, 46, 13}};
     for (auto [target, ownGears, cadence, velocity, front, rear] : cases) {
         SCOPED_TRACE(cadence);
-        workingBlock.useMissionProfile = static_cast<int32_t>(ownGears);
+        block.useMissionProfile = static_cast<int32_t>(ownGears);
         ASSERT_EQ(calculate(2, static_cast<int>(target)), 0u);
-        expectFigures({runState.cadence, runState.velocity * 3.6, runState.frontTooth, runState.rearTooth},
+        expectFigures({theory.cadence, theory.velocity * 3.6, theory.frontTooth, theory.rearTooth},
                       {cadence, velocity, front, rear}, 0.001);
     }
-    EXPECT_NEAR(runState.expectedRatio, 3.530, 0.0005);
+    EXPECT_NEAR(theory.expectedRatio, 3.530, 0.0005);
 }
 
 TEST_F(TheoryTest, zeroInputs)
 {
-    workingBlock.theoryPower[0] = 0.0;
+    block.theoryPower[0] = 0.0;
     for (int target : {0, 2, 3}) {
         EXPECT_EQ(calculate(0, target), statusZeroValue) << target;
-        EXPECT_EQ(runState.cadence + runState.cadenceMax + runState.maxPower + runState.torque, 0.0) << target;
+        EXPECT_EQ(theory.cadence + theory.cadenceMax + theory.maxPower + theory.torque, 0.0) << target;
     }
-    workingBlock.theoryMaxPower[0] = 0.0;
+    block.theoryMaxPower[0] = 0.0;
     EXPECT_EQ(calculate(0, 1), statusZeroValue);
-    workingBlock.theoryTorque[1] = 0.0; // looked at before a force is turned into torque
-    workingBlock.torqueOrForce = 1;
+    block.theoryTorque[1] = 0.0; // looked at before a force is turned into torque
+    block.torqueOrForce = 1;
     EXPECT_EQ(calculate(1, 0), statusZeroValue);
     EXPECT_EQ(calculate(1, 1), statusZeroValue);
-    workingBlock.theoryVelocity[2] = 0.0;
+    block.theoryVelocity[2] = 0.0;
     for (int target : {0, 2}) {
         EXPECT_EQ(calculate(2, target), statusZeroValue) << target;
-        expectFigures({runState.cadence, runState.frontTooth, runState.rearTooth}, {0, 42, 27});
+        expectFigures({theory.cadence, theory.frontTooth, theory.rearTooth}, {0, 42, 27});
     }
 }
 
 TEST_F(TheoryTest, whatWouldBeNoNumberIsZeroAndSaysSo)
 {
-    workingBlock.torqueOrForce = 1;
-    workingBlock.theoryForce[1] = 0.0; // no cadence makes 400 W of it
+    block.torqueOrForce = 1;
+    block.theoryForce[1] = 0.0; // no cadence makes 400 W of it
     EXPECT_EQ(calculate(1, 0), statusZeroValue);
-    EXPECT_EQ(runState.cadence, 0.0);
-    workingBlock.theoryPower[0] = 1e-300; // at a cadence that rounds to 0
+    EXPECT_EQ(theory.cadence, 0.0);
+    block.theoryPower[0] = 1e-300; // at a cadence that rounds to 0
     EXPECT_EQ(calculate(0, 0), statusZeroValue);
-    EXPECT_EQ(runState.torque, 0.0);
-    workingBlock.cadenceUsual = 240.0; // where the parabola of 120 rpm is down to 0
+    EXPECT_EQ(theory.torque, 0.0);
+    block.cadenceUsual = 240.0; // where the parabola of 120 rpm is down to 0
     EXPECT_EQ(calculate(1, 2), statusZeroValue);
-    expectFigures({runState.power, runState.maxPower}, {400.0, 0.0});
+    expectFigures({theory.power, theory.maxPower}, {400.0, 0.0});
 }
 
 TEST_F(TheoryTest, realPerformance)
@@ -132,23 +133,23 @@ TEST_F(TheoryTest, realPerformance)
                               {2, 2, 0.0, 40.0, 87.2, 51, 14, 29.9, 295.2}};
     for (const Case& c : cases) {
         SCOPED_TRACE(c.kph);
-        workingBlock.theoryInclination[c.calculator] = c.inclination;
+        block.theoryInclination[c.calculator] = c.inclination;
         ASSERT_EQ(calculate(c.calculator, c.target), 0u);
-        EXPECT_EQ(theoryVerify(), 0u);
-        expectFigures({runState.velocity * 3.6, runState.cadence, runState.frontTooth, runState.rearTooth,
-                       runState.torque, runState.maxPower},
+        EXPECT_EQ(theoryVerify(model, theory), 0u);
+        expectFigures({theory.velocity * 3.6, theory.cadence, theory.frontTooth, theory.rearTooth, theory.torque,
+                       theory.maxPower},
                       {c.kph, c.cadence, c.front, c.rear, c.torque, c.maxPower}, 0.05);
     }
 }
 
 TEST_F(TheoryTest, fatalBitsOfTheRoadMoveUpByFour)
 {
-    workingBlock.theoryPower[1] = 1e300; // beyond all rounds, and beyond the top gear
+    block.theoryPower[1] = 1e300; // beyond all rounds, and beyond the top gear
     ASSERT_EQ(calculate(1, 2), 0u);
-    EXPECT_EQ(theoryVerify(), 0x1000020u);
-    workingBlock.theoryPower[1] = 2246.382; // a warning alone stays
+    EXPECT_EQ(theoryVerify(model, theory), 0x1000020u);
+    block.theoryPower[1] = 2246.382; // a warning alone stays
     ASSERT_EQ(calculate(1, 2), 0u);
-    EXPECT_EQ(theoryVerify(), statusOverReach);
+    EXPECT_EQ(theoryVerify(model, theory), statusOverReach);
 }
 
 } // namespace torvane

@@ -15,21 +15,21 @@ struct ProfileReport : testing::Test {
     ProfileReport()
     {
         setDefaults(workingBlock);
-        applyProfile(workingBlock);
-        applyCondition(workingBlock);
+        applyProfile(m, workingBlock);
+        applyCondition(m, workingBlock);
         shown.upper = "what stood there before";
     }
 
     // A section without the head line and the title.
     std::string section(uint32_t bit)
     {
-        reportProfile(shown.screens, Pane::upper, workingBlock, bit);
+        reportProfile(shown.screens, Pane::upper, m, workingBlock, bit);
         return behindTitle("\n\t\tcurrent profile   : default.pro\n\n ");
     }
 
     std::string condition(uint32_t bit)
     {
-        reportCondition(shown.screens, Pane::upper, bit);
+        reportCondition(shown.screens, Pane::upper, m, bit);
         return behindTitle("\n\t\tcurrent condition\n\n ");
     }
 
@@ -40,12 +40,13 @@ struct ProfileReport : testing::Test {
         return titleEnd == std::string::npos ? "no title" : shown.upper.substr(titleEnd + 2);
     }
 
+    ModelState m = {};
     CapturedScreens shown;
 };
 
 TEST_F(ProfileReport, sectionsInTheirOrderWhateverTheMask)
 {
-    reportProfile(shown.screens, Pane::upper, workingBlock, sectionAssist | sectionEquipment);
+    reportProfile(shown.screens, Pane::upper, m, workingBlock, sectionAssist | sectionEquipment);
     EXPECT_EQ(shown.upper, "\n\t\tcurrent profile   : default.pro\n"
                            "\n principal equipment\n\n"
                            "\twear selected is\t\t:    'bike summer'\n"
@@ -58,20 +59,20 @@ TEST_F(ProfileReport, sectionsInTheirOrderWhateverTheMask)
 
 TEST_F(ProfileReport, freeTorsoAngleNamesNoPosition)
 {
-    modelState.torsoAngle = 33.26;
+    m.torsoAngle = 33.26;
     constexpr std::pair<int, const char*> cases[] = {
         {0, "kg\n\ttorso angle\t\t\t:   33.3 deg\n"},
         {5, "kg\n\tposition selected is 'dancing' typified torso angle as follow:\n\ttorso"}};
     for (auto [position, lines] : cases) {
-        modelState.position = position;
+        m.position = position;
         EXPECT_NE(section(sectionHuman).find(lines), std::string::npos) << shown.upper;
     }
 }
 
 TEST_F(ProfileReport, oneChainringKeepsItsComma)
 {
-    modelState.chainringCount = 1;
-    modelState.sprocketCount = 2;
+    m.chainringCount = 1;
+    m.sprocketCount = 2;
     EXPECT_EQ(section(sectionShifting), "\tshifting time loss\t:    0.350 sec\n"
                                         "\tcrank length\t\t:  172.5 mm\n"
                                         "\tchainring count\t\t:    1\n"
@@ -82,7 +83,6 @@ TEST_F(ProfileReport, oneChainringKeepsItsComma)
 
 TEST_F(ProfileReport, eachBrakeByItsOwnType)
 {
-    ModelState& m = modelState;
     std::tie(m.brakeType[0], m.brakeMaterial[1][0]) = std::tuple(1, 2);
     std::tie(m.brakeType[1], m.brakeMaterial[0][1]) = std::tuple(0, 1);
     std::tie(m.brakeWeight[1][0], m.brakeSurfaceSize[1][0]) = std::tuple(120, 160);
@@ -99,7 +99,6 @@ TEST_F(ProfileReport, eachBrakeByItsOwnType)
 
 TEST_F(ProfileReport, assistRangesUpToTheFirstInactive)
 {
-    ModelState& m = modelState;
     std::tie(m.motorLocation, m.maxEPower) = std::tuple(2, 250);
     std::tie(m.assistRangeMode[0], m.assistRangeMode[1], m.assistRangeMode[2]) = std::tuple(1, 2, 0);
     std::tie(m.assistRangeSpeed[0], m.assistRangeSpeed[1]) = std::tuple(10, 24.5);
@@ -116,10 +115,9 @@ TEST_F(ProfileReport, assistRangesUpToTheFirstInactive)
 TEST_F(ProfileReport, peloton)
 {
     EXPECT_EQ(condition(sectionPeloton), "\tnot under peloton or train but alone\n");
-    modelState.pelotonRatio = 0.85; // the double lies just under, so the one decimal is rounded down
-    modelState.pelotonVelocity = 40.0;
+    m.pelotonRatio = 0.85; // the double lies just under, so the one decimal is rounded down
+    m.pelotonVelocity = 40.0;
     EXPECT_EQ(condition(sectionPeloton), "\tair drag ratio\t\t:        0.8\n\t-- case of velocity\t:   40.0 kph\n\n");
-    ModelState& m = modelState;
     std::tie(m.pelotonMode, m.pelotonNumber, m.wheelDistance, m.rotateTop) = std::tuple(1, 8, 30, 1);
     EXPECT_EQ(condition(sectionPeloton), "\tpeloton number\t\t:    8\n\twheel distance\t\t:   30 cm\n"
                                          "\trotation top\t\t:     do\n\n");

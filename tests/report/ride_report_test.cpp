@@ -1,12 +1,7 @@
 // The ride reports line by line where a condition decides what is printed, and the tables under them.
 #include "captured_screens.h"
-#include "core/parameter_block.h"
-#include "model/run_state.h"
 #include "report/ride_lines.h"
 #include "report/ride_report.h"
-#include "ride/physiology.h"
-#include "ride/ride_run.h"
-#include "ride/sample_log.h"
 
 #include <gtest/gtest.h>
 
@@ -22,27 +17,41 @@ namespace {
 struct RideReport : testing::Test {
     RideReport()
     {
-        setDefaults(workingBlock);
-        modelState = {};
-        runState = {};
-        physiology = {};
-        modelState.cadencePoweredMax = 120.0;
-        modelState.temperature = 20.0;
+        model.state.cadencePoweredMax = 120.0;
+        model.state.temperature = 20.0;
     }
 
     void choose(int mode, int target)
     {
-        workingBlock.rideMode = mode;
-        workingBlock.rideTarget = target;
+        in.rideMode = mode;
+        in.rideTarget = target;
+    }
+
+    RideRun ride(ResultStatus status = 0) const
+    {
+        return {model, in, found, now, heat, body, status};
     }
 
     std::string report(ResultStatus status = 0)
     {
         shown.lower = "before";
-        reportRide(shown.screens, status);
+        reportRide(shown.screens, ride(status));
         return shown.lower;
     }
 
+    std::string textOf(void (*append)(std::string&, const RideRun&)) const
+    {
+        std::string text;
+        append(text, ride());
+        return text;
+    }
+
+    Model model;
+    RideInputs in = {};
+    RideFigures found = {};
+    Evaluation now = {};
+    BrakeHeat heat = {};
+    PhysiologyFigures body = {};
     CapturedScreens shown;
 };
 
@@ -51,23 +60,16 @@ bool contains(const std::string& text, const std::string& part)
     return text.find(part) != std::string::npos;
 }
 
-std::string textOf(void (*append)(std::string&))
-{
-    std::string text;
-    append(text);
-    return text;
-}
-
 TEST_F(RideReport, referenceByTarget)
 {
-    std::tie(runState.power, runState.meanPower, runState.sectorTime) = std::tuple(1.5, 2.5, 3.5);
-    std::tie(runState.distance, runState.accele, runState.gravity) = std::tuple(4.56, -0.5, -0.05);
+    std::tie(found.power, found.meanPower, found.sectorTime) = std::tuple(1.5, 2.5, 3.5);
+    std::tie(found.distance, found.accele, in.gravity) = std::tuple(4.56, -0.5, -0.05);
     std::string acceleration, deceleration;
     for (int target = 0; target < 9; ++target) {
         choose(rideAcceleration, target);
-        acceleration += reportReference() + ';';
+        acceleration += reportReference(ride()) + ';';
         choose(rideDeceleration, target);
-        deceleration += reportReference() + ';';
+        deceleration += reportReference(ride()) + ';';
     }
     EXPECT_EQ(acceleration, "1.500 W;2.500 W;1.500 W;2.500 W;3.500 sec;  4.6 m;-0.500 mpss;-0.050 G;1.500 W;");
     EXPECT_EQ(deceleration, "1.500 W;2.500 W;1.500 W;3.500 sec;  4.6 m;-0.500 mpss;-0.050 G;1.500 W;;");
@@ -75,8 +77,8 @@ TEST_F(RideReport, referenceByTarget)
 
 TEST_F(RideReport, fatalEndsBehindTheAlert)
 {
-    runState.startVelocity = 20.0;
-    runState.endVelocity = 10.0;
+    in.startVelocity = 20.0;
+    in.endVelocity = 10.0;
     choose(rideDeceleration, 3);
     EXPECT_EQ(report(0x10200),
               "\n deceleration which calculation referer is 'sector time' 0.000 sec\n"
@@ -89,9 +91,9 @@ TEST_F(RideReport, fatalEndsBehindTheAlert)
 TEST_F(RideReport, brakedDecelerationQuotesTheForceOnThePaneAlone)
 {
     choose(rideDeceleration, 2);
-    runState.thrustMode = 1;
-    runState.thrustForce = -2.5;
-    runState.meanStagePower[stageThrust] = -100.0;
+    found.drive.thrustMode = 1;
+    now.thrustForce = -2.5;
+    found.meanStagePower[stageThrust] = -100.0;
     std::string text = report();
     EXPECT_EQ(text.substr(0, text.find(" -- ")),
               "\n deceleration which calculation referer is 'PEV as maxi' required -2.500 kgf\n"
@@ -100,10 +102,10 @@ TEST_F(RideReport, brakedDecelerationQuotesTheForceOnThePaneAlone)
     EXPECT_TRUE(contains(text, "\tair drag quantity\t\t:"));
     EXPECT_FALSE(contains(text, "required power"));
 
-    runState.power = -1.5; // pedals beyond their parabola: no road that pushes
+    found.power = -1.5; // pedals beyond their parabola: no road that pushes
     EXPECT_TRUE(contains(report(), "'PEV as maxi' -1.500 W\n"));
 
-    runState.thrustMode = 0; // pedaled: the mean alone decides on the second line
+    found.drive.thrustMode = 0; // pedaled: the mean alone decides on the second line
     EXPECT_FALSE(contains(report(), "required -2.500"));
     EXPECT_TRUE(contains(report(), "\nwith braking due to constant force\n"));
     choose(rideDeceleration, 7);
@@ -115,10 +117,10 @@ TEST_F(RideReport, stoppedShort)
     constexpr std::tuple<int, int, double, bool> cases[] = {
         {rideAcceleration, 0, 10.5, true},  {rideAcceleration, 0, 10.0, false},   {rideDeceleration, 0, 9.5, true},
         {ridePatternBraking, 1, 9.5, true}, {ridePatternBraking, 0, 10.0, false}, {ridePatternBraking, 3, 9.5, false}};
-    runState.velocity = 10.0;
+    found.velocity = 10.0;
     for (auto [mode, target, endVelocity, told] : cases) {
         choose(mode, target);
-        runState.endVelocity = endVelocity;
+        in.endVelocity = endVelocity;
         EXPECT_EQ(contains(report(0x20000), "percentage error\nreached to 36.000 kph screened under 0.000250 mpss\n"),
                   told)
             << mode << ' ' << target;
@@ -131,27 +133,25 @@ TEST_F(RideReport, kiloWattFrom10000AtTheRoad)
         {-9999.9994, "\tbraking thrust power\t:-5000.000 W  ,-9999.999 W  ,   -1.000 Nm ,   -2.000 kgf\n"},
         {-10000.0, "\tbraking thrust power\t:   -5.000 kW ,  -10.000 kW ,   -1.000 Nm ,   -2.000 kgf\n"},
     };
-    RunState& run = runState;
-    std::tie(run.meanStagePower[stageThrust], run.meanStageTorque[stageThrust], run.meanStageForce[stageThrust]) =
+    std::tie(found.meanStagePower[stageThrust], found.meanStageTorque[stageThrust], found.meanStageForce[stageThrust]) =
         std::tuple(-5000, -1, -2);
     for (auto [peak, row] : cases) {
-        runState.peakPower[stageThrust] = peak;
+        found.peakPower[stageThrust] = peak;
         EXPECT_EQ(textOf(appendBrakingRow),
                   std::string("\t\t\t\t\t      mean    ,  maximal    ,   torque    ,    force\n") + row);
     }
-    modelState.motorLocation = 1;
-    std::tie(runState.assistMeanPower, runState.assistPeakPower) = std::tuple(150, 250);
+    model.state.motorLocation = 1;
+    std::tie(found.assistMeanPower, found.assistPeakPower) = std::tuple(150, 250);
     EXPECT_TRUE(
         contains(textOf(appendRunChain), "\te-Assist\t\t\t:    0.150 kW ,    0.250 kW ,    0.000 Nm ,    0.000 kgf\n"));
 }
 
 TEST_F(RideReport, unitsOfHeatByTheFrontBrakeAndOfEnergiesByTheLargest)
 {
-    ModelState& m = modelState;
-    std::tie(m.brakeTemperature[0], m.brakeRadiated[0]) = std::tuple(80, -1000);
-    std::tie(m.brakeTemperature[1], m.brakeRadiated[1]) = std::tuple(90, -500);
-    runState.airDragQuantity = 500.0;
-    runState.potentialEnergy = -20000.0; // an ascent: a negative energy does not change the unit
+    std::tie(heat.brakeTemperature[0], heat.brakeRadiated[0]) = std::tuple(80, -1000);
+    std::tie(heat.brakeTemperature[1], heat.brakeRadiated[1]) = std::tuple(90, -500);
+    found.airDragQuantity = 500.0;
+    found.potentialEnergy = -20000.0; // an ascent: a negative energy does not change the unit
     constexpr std::tuple<double, double, double, const char*, const char*> cases[] = {
         {9000, 20000, 10000,
          "\tbrake heatfront\t\t:     80.0 C  , 9000.000 J  ,-1000.000 J  , 8000.000 J\n"
@@ -165,7 +165,7 @@ TEST_F(RideReport, unitsOfHeatByTheFrontBrakeAndOfEnergiesByTheLargest)
          "\tending kinetic energy\t: 9999.000 J\n\n"},
     };
     for (const auto& [front, rear, energy, heats, energies] : cases) {
-        std::tie(m.brakeHeat[0], m.brakeHeat[1], runState.endKineticEnergy) = std::tie(front, rear, energy);
+        std::tie(heat.brakeHeat[0], heat.brakeHeat[1], found.endKineticEnergy) = std::tie(front, rear, energy);
         std::string text = textOf(appendBrakeHeat);
         EXPECT_TRUE(contains(text, std::string("residual\n") + heats +
                                        "\t-- outside air temperature is 20.0 C. "
@@ -177,9 +177,8 @@ TEST_F(RideReport, unitsOfHeatByTheFrontBrakeAndOfEnergiesByTheLargest)
 
 TEST_F(RideReport, brakingPatterns)
 {
-    RunState& run = runState;
-    std::tie(run.inclination, run.startVelocity, run.endVelocity, run.force) = std::tuple(-7, 20, 10, -12.34);
-    std::tie(run.intervalDistance, run.totalDistance, run.sectorTime) = std::tuple(300, 5000, 599.5);
+    std::tie(now.inclination, in.startVelocity, in.endVelocity, found.force) = std::tuple(-7, 20, 10, -12.34);
+    std::tie(in.intervalDistance, in.totalDistance, found.sectorTime) = std::tuple(300, 5000, 599.5);
     constexpr std::tuple<int, ResultStatus, const char*> cases[] = {
         {0, 0,
          "'constant force braking'\n -- inclination -7.000 per, constant force -12.3 kgf from 72.0 kph to 36.0 kph\n"},
@@ -203,9 +202,9 @@ TEST_F(RideReport, brakingPatterns)
 TEST_F(RideReport, corneringBeyondGrip)
 {
     choose(rideCriticalCornering, 2);
-    std::tie(runState.safetyMargin, runState.cadence) = std::tuple(-9999.999, 90);
-    runState.peakPower[0] = -0.0; // never shown below 0
-    std::tie(modelState.currentFrontTooth, modelState.currentRearTooth) = std::tuple(51, 9);
+    std::tie(found.safetyMargin, now.cadence) = std::tuple(-9999.999, 90);
+    found.requiredPower = -0.0; // never shown below 0
+    std::tie(now.currentFrontTooth, now.currentRearTooth) = std::tuple(51, 9);
     std::string text = report();
     EXPECT_TRUE(contains(text, "\tfriction safty margin\t:-9999.999 (ratio)\n\tminor friction safty margin means over "
                                "velocity and the bike would slip and fall\n\t\t\t\t\t     power    ,"));
@@ -225,19 +224,19 @@ TEST_F(RideReport, physiologyByLevelAndMode)
          "\tpower traning level\t:  Lv5, vo2max for ftp 270.0W\n\tintensity factor\t\t:    0.750\n\n"
          "\tphysiological factors in case of 500m per 00:01:05h as follows:\n"},
     };
-    modelState.ftp = 270.0;
-    std::tie(runState.useFtp, runState.intensionFirst[0]) = std::tuple(1, 1);
-    std::tie(runState.intensionSecond[0], runState.intensionSecond[1]) = std::tuple(5, 500);
-    std::tie(physiology.normalizedPower, physiology.intensityFactor) = std::tuple(200, 0.75);
-    physiology.trainingStressScore = 12.0;
+    model.state.ftp = 270.0;
+    std::tie(in.physiology.useFtp, body.length.intensionFirst[0]) = std::tuple(1, 1);
+    std::tie(body.length.intensionSecond[0], body.length.intensionSecond[1]) = std::tuple(5, 500);
+    std::tie(body.normalizedPower, body.intensityFactor) = std::tuple(200, 0.75);
+    body.trainingStressScore = 12.0;
     for (const auto& [level, mode, start] : cases) {
-        physiology.level = level;
+        body.level = level;
         choose(mode, 0);
         std::string text = textOf(appendPhysiology);
         EXPECT_EQ(text.substr(0, strlen(start)), start);
         EXPECT_TRUE(contains(text, "\ttraning stress score\t:   12.000\n"));
     }
-    runState.useFtp = 0;
+    in.physiology.useFtp = 0;
     choose(rideDeceleration, 0);
     EXPECT_EQ(textOf(appendPhysiology), "\n\tnormalized power\t\t:  200.000 W\n\tvariability index\t\t:    0.000\n"
                                         "\tenergy kilo joule\t\t:    0.000 kJ\n\tenergy kilo calorie\t:    0.000 kcal\n"
@@ -266,10 +265,10 @@ TEST_F(RideReport, headingsOfTables)
     };
     for (const auto& [mode, thrustMode, kiloWatt, subject] : cases) {
         shown.lower.clear();
-        workingBlock.rideMode = mode;
-        runState.thrustMode = thrustMode;
-        runState.kiloWattLog = kiloWatt;
-        mode < 0 ? reportRollingHeading(shown.screens) : reportProcessHeading(shown.screens);
+        in.rideMode = mode;
+        found.drive.thrustMode = thrustMode;
+        found.drive.kiloWattLog = kiloWatt;
+        mode < 0 ? reportRollingHeading(shown.screens) : reportProcessHeading(shown.screens, ride());
         EXPECT_EQ(shown.lower,
                   std::string("\n\n\tprocess of ") + subject + " as follows\n\n" +
                       "    time,velocity,    power,  torque,   force,  accele,distance,  gear, ratio, cadence\n" +

@@ -1,7 +1,5 @@
 // Statuses in words, and times.
-#include "core/parameter_block.h"
 #include "figures.h"
-#include "model/run_state.h"
 #include "report/status_text.h"
 #include "report/time_text.h"
 
@@ -19,7 +17,8 @@ namespace {
 using StatusCase = std::pair<ResultStatus, const char*>;
 
 // The tail of the status line follows from what the pane tells.
-void expectTexts(std::string (*linesOf)(ResultStatus), const std::vector<StatusCase>& cases)
+template <class LinesOf>
+void expectTexts(LinesOf linesOf, const std::vector<StatusCase>& cases)
 {
     for (auto [status, lines] : cases) {
         EXPECT_EQ(linesOf(status), lines);
@@ -45,12 +44,17 @@ TEST(StatusText, theory)
 
 TEST(StatusText, rideQuotesTheRun)
 {
-    runState = {};
-    runState.seekHigh = 12.5;
-    runState.velocity = 10.0;
-    runState.reachVelocity = 20.0;
+    Model model;
+    model.reachVelocity = 20.0;
+    RideRun ride = {model, {}};
+    ride.found.seekHigh = 12.5;
+    ride.found.velocity = 10.0;
+    auto linesOf = [&](ResultStatus status) {
+        ride.status = status;
+        return rideStatusLines(ride);
+    };
     expectTexts(
-        rideStatusLines,
+        linesOf,
         {{0x400, "alert :\ntoo long distance limitted maximum 12.500000 m\n"},
          {0x800, "alert :\ntoo hi accele limitted maximum 12.500000\n"},
          {0x1000, "alert :\nno need braking cause maximal velocity is 36.0 kph as ending poised\n"},
@@ -66,10 +70,12 @@ TEST(StatusText, rideQuotesTheRun)
 
 TEST(StatusText, noVelocityInTheAssistRanges)
 {
-    runState = {};
-    std::tie(runState.assistSamplePower[0], runState.assistSampleVelocity[0]) = std::tuple(101.25, 25);
-    std::tie(runState.assistSamplePower[1], runState.assistSampleVelocity[1]) = std::tuple(202.5, 25.001);
-    EXPECT_EQ(rideStatusLines(0x4000),
+    Model model;
+    RideRun ride = {model, {}};
+    ride.status = 0x4000;
+    std::tie(ride.now.assistSamplePower[0], ride.now.assistSampleVelocity[0]) = std::tuple(101.25, 25);
+    std::tie(ride.now.assistSamplePower[1], ride.now.assistSampleVelocity[1]) = std::tuple(202.5, 25.001);
+    EXPECT_EQ(rideStatusLines(ride),
               "alert :\n"
               " The specified human power is in the velocity range of the assist,\n"
               "and can be expected to be assisted by the motor,\n"

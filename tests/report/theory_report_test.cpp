@@ -1,7 +1,5 @@
 // The theory reports around their status blocks, and the lines that only one target has.
 #include "captured_screens.h"
-#include "core/parameter_block.h"
-#include "model/run_state.h"
 #include "report/theory_report.h"
 
 #include <gtest/gtest.h>
@@ -15,24 +13,23 @@ namespace {
 struct TheoryReport : testing::Test {
     TheoryReport()
     {
-        setDefaults(workingBlock);
-        runState = {};
         shown.lower = "before";
     }
 
     void choose(int calculator, int target)
     {
-        workingBlock.theoryCalculator = calculator;
-        workingBlock.theoryTarget = target;
+        theory.calculator = calculator;
+        theory.target = target;
     }
 
+    Theory theory = {};
     CapturedScreens shown;
 };
 
 TEST_F(TheoryReport, warningStandsBeforeTheEmptyLine)
 {
     choose(1, 2);
-    reportTheoryResult(shown.screens, 0x40000);
+    reportTheoryResult(shown.screens, theory, 0x40000);
     EXPECT_EQ(shown.lower, "\n pedaling dynamics which calculation target is 'torque, forca'\n"
                            "warning :\nnon-sence variate value\n\n"
                            "\tcadence\t\t\t:    0.0 rpm\n"
@@ -47,10 +44,9 @@ TEST_F(TheoryReport, warningStandsBeforeTheEmptyLine)
 TEST_F(TheoryReport, gearTeethQuoteTheCadenceEntered)
 {
     choose(2, 2);
-    RunState& run = runState;
-    std::tie(workingBlock.theoryCadence[2], run.cadence, run.velocity) = std::tuple(95, 93.2, 10);
-    std::tie(run.frontTooth, run.rearTooth) = std::tuple(47, 16);
-    std::tie(run.gearRatio, run.expectedRatio) = std::tuple(47.0 / 16.0, 2.8812);
+    std::tie(theory.askedCadence, theory.cadence, theory.velocity) = std::tuple(95, 93.2, 10);
+    std::tie(theory.frontTooth, theory.rearTooth) = std::tuple(47, 16);
+    std::tie(theory.gearRatio, theory.expectedRatio) = std::tuple(47.0 / 16.0, 2.8812);
     std::string lines = "\n gear combination which calculation target is 'gear teeth'\n\n"
                         "\tcadence\t\t\t:   93.2 rpm\n"
                         "\tvelocity\t\t\t:   36.0 kph\n"
@@ -58,21 +54,20 @@ TEST_F(TheoryReport, gearTeethQuoteTheCadenceEntered)
                         "\trear cluster tooth\t:   16\n"
                         "\tgear ratio\t\t\t:    2.938\n"
                         "\texpected gear ratio\t:    2.881 case of 95.0 rpm\n";
-    reportTheoryResult(shown.screens, 0);
+    reportTheoryResult(shown.screens, theory, 0);
     EXPECT_EQ(shown.lower, lines + "\t-- case of unuse current mission profile,\n"
                                    "\t-- teeth coverage both of chainring and cluster are same as current profile\n");
-    runState.useMissionProfile = 1;
-    reportTheoryResult(shown.screens, 0);
+    theory.useMissionProfile = 1;
+    reportTheoryResult(shown.screens, theory, 0);
     EXPECT_EQ(shown.lower, lines);
 }
 
 TEST_F(TheoryReport, roadIsAppendedWithItsOwnStatus)
 {
     choose(0, 0);
-    RunState& run = runState;
-    std::tie(run.inclination, run.velocity, run.maxPower) = std::tuple(1.5, 20, 1000);
-    std::tie(run.frontTooth, run.rearTooth, run.gearRatio) = std::tuple(51, 11, 51.0 / 11.0);
-    reportTheoryReal(shown.screens, 0x100000);
+    std::tie(theory.road.inclination, theory.velocity, theory.maxPower) = std::tuple(1.5, 20, 1000);
+    std::tie(theory.frontTooth, theory.rearTooth, theory.gearRatio) = std::tuple(51, 11, 51.0 / 11.0);
+    reportTheoryReal(shown.screens, theory, 0x100000);
     EXPECT_EQ(shown.lower, "before"
                            "\treal performance with inclination 1.500 per and current profile as follows:\n"
                            "warning :\nover maximal velocity under current profile\n"

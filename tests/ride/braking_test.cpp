@@ -10,60 +10,60 @@ using BrakingTest = RideTest;
 
 TEST_F(BrakingTest, theBrakesTakeTheWorkByTheirGrip)
 {
-    ASSERT_EQ(ride(ridePatternBraking, 0).status, 0u);
-    const double work = -runState.meanStagePower[stageThrust] * runState.sectorTime;
-    EXPECT_NEAR(modelState.brakeHeat[0] + modelState.brakeHeat[1], work, 1e-9 * work);
-    EXPECT_NEAR(modelState.brakeHeat[0] / work, modelState.frontFrictionShare, 1e-12);
-    EXPECT_GT(modelState.frontFrictionShare, 0.6); // braking loads the front wheel
+    ASSERT_EQ(run(ridePatternBraking, 0).status, 0u);
+    const double work = -ride->found.meanStagePower[stageThrust] * ride->found.sectorTime;
+    EXPECT_NEAR(ride->heat.brakeHeat[0] + ride->heat.brakeHeat[1], work, 1e-9 * work);
+    EXPECT_NEAR(ride->heat.brakeHeat[0] / work, ride->now.frontFrictionShare, 1e-12);
+    EXPECT_GT(ride->now.frontFrictionShare, 0.6); // braking loads the front wheel
 }
 
 TEST_F(BrakingTest, tenKiloWattTurnTheLog)
 {
-    workingBlock.rideForce[3] = -52.0; // -9915 W at 70 kph
-    EXPECT_LT(ride(ridePatternBraking, 0).log.rows[1].power, -9000.0);
-    workingBlock.rideForce[3] = -53.0;
-    EXPECT_NEAR(ride(ridePatternBraking, 0).log.rows[1].power, -53.0 * 9.80665 * 70.0 / 3.6 / 1000.0, 0.001);
-    EXPECT_EQ(runState.kiloWattLog, 1);
+    block.rideForce[3] = -52.0; // -9915 W at 70 kph
+    EXPECT_LT(run(ridePatternBraking, 0).log.rows[1].power, -9000.0);
+    block.rideForce[3] = -53.0;
+    EXPECT_NEAR(run(ridePatternBraking, 0).log.rows[1].power, -53.0 * 9.80665 * 70.0 / 3.6 / 1000.0, 0.001);
+    EXPECT_EQ(ride->found.drive.kiloWattLog, 1);
 }
 
 // On the level all weight presses, and the largest force is friction times weight, the friction being that of the
 // split the force itself makes.
 TEST_F(BrakingTest, fullBrakingUsesAllTheGripThereIs)
 {
-    workingBlock.frictionCoefficient[0] = workingBlock.frictionCoefficient[1] = 0.6;
-    workingBlock.bpn = 75;
-    ASSERT_EQ(ride(ridePatternBraking, 1).status, 0u);
-    EXPECT_NEAR(runState.force, -0.6 * modelState.totalWeight, 0.0015);
-    workingBlock.roadSurface = 1;
-    ASSERT_EQ(ride(ridePatternBraking, 1).status, 0u);
-    EXPECT_NEAR(runState.force, -0.42 * modelState.totalWeight, 0.0015);
+    block.frictionCoefficient[0] = block.frictionCoefficient[1] = 0.6;
+    block.bpn = 75;
+    ASSERT_EQ(run(ridePatternBraking, 1).status, 0u);
+    EXPECT_NEAR(ride->found.force, -0.6 * m.totalWeight, 0.0015);
+    block.roadSurface = 1;
+    ASSERT_EQ(run(ridePatternBraking, 1).status, 0u);
+    EXPECT_NEAR(ride->found.force, -0.42 * m.totalWeight, 0.0015);
 }
 
 // The cadence for the ending velocity lies beyond twice the one of full power, where the parabola is below 0.
 TEST_F(BrakingTest, pedalsThatTurnTooFastLeaveTheRunToTheBrakes)
 {
-    workingBlock.cadenceUsual = 110.0;
-    workingBlock.cadencePoweredMax = 40.0;
-    const RideResult result = ride(rideDeceleration, 2);
-    EXPECT_EQ(result.status, 0u);
-    EXPECT_EQ(runState.thrustMode, 1);
-    EXPECT_EQ(runState.velocity, runState.endVelocity);
-    EXPECT_EQ(result.log.rows[static_cast<size_t>(result.log.sampleCount)].velocity, runState.endVelocity);
+    block.cadenceUsual = 110.0;
+    block.cadencePoweredMax = 40.0;
+    run(rideDeceleration, 2);
+    EXPECT_EQ(ride->status, 0u);
+    EXPECT_EQ(ride->found.drive.thrustMode, 1);
+    EXPECT_EQ(ride->found.velocity, ride->in.endVelocity);
+    EXPECT_EQ(ride->log.rows[static_cast<size_t>(ride->log.sampleCount)].velocity, ride->in.endVelocity);
 }
 
 TEST_F(BrakingTest, constantVelocityTurnsTheHillIntoHeat)
 {
-    workingBlock.expressGraph = 1;
-    const RideResult result = ride(ridePatternBraking, 2);
-    ASSERT_EQ(result.status, 0u);
-    EXPECT_EQ(runState.sectorTime, 600.0); // 5 km at 30 kph
-    const double held = modelState.brakeHeat[0] + modelState.brakeHeat[1];
-    EXPECT_NEAR(held, -runState.force * standardGravity * 5000.0, 0.001 * held);
-    const double spent = held + runState.airDragQuantity + runState.rollingDragQuantity;
-    EXPECT_NEAR(spent, runState.potentialEnergy, 0.001 * spent);
-    ASSERT_TRUE(result.graph);
-    EXPECT_EQ(result.graph->pointCount(), 6000); // as many as were stored: one in 0.1 s
-    EXPECT_NEAR(result.graph->value(5999, 2), 4999.17, 0.01);
+    block.expressGraph = 1;
+    run(ridePatternBraking, 2);
+    ASSERT_EQ(ride->status, 0u);
+    EXPECT_EQ(ride->found.sectorTime, 600.0); // 5 km at 30 kph
+    const double held = ride->heat.brakeHeat[0] + ride->heat.brakeHeat[1];
+    EXPECT_NEAR(held, -ride->found.force * standardGravity * 5000.0, 0.001 * held);
+    const double spent = held + ride->found.airDragQuantity + ride->found.rollingDragQuantity;
+    EXPECT_NEAR(spent, ride->found.potentialEnergy, 0.001 * spent);
+    ASSERT_TRUE(ride->graph);
+    EXPECT_EQ(ride->graph->pointCount(), 6000); // as many as were stored: one in 0.1 s
+    EXPECT_NEAR(ride->graph->value(5999, 2), 4999.17, 0.01);
 }
 
 TEST_F(BrakingTest, intervalsRepeatAndTheRestIsRidden)
@@ -72,14 +72,14 @@ TEST_F(BrakingTest, intervalsRepeatAndTheRestIsRidden)
     constexpr std::pair<double, size_t> cases[] = {{1500.0, 10}, {1600.0, 11}, {1790.0, 12}, {200.0, 1}, {0.0, 0}};
     for (auto [total, count] : cases) {
         SCOPED_TRACE(total);
-        workingBlock.totalDistance = total;
-        const RideResult result = ride(ridePatternBraking, 3);
-        ASSERT_EQ(result.status, 0u);
-        const std::vector<SectorRow>& sectors = result.log.sectors;
+        block.totalDistance = total;
+        run(ridePatternBraking, 3);
+        ASSERT_EQ(ride->status, 0u);
+        const std::vector<SectorRow>& sectors = ride->log.sectors;
         ASSERT_EQ(sectors.size(), count);
         if (count > 0) {
             EXPECT_NEAR(sectors.back().distance, total, 1e-9);
-            EXPECT_EQ(sectors.back().time, runState.sectorTime);
+            EXPECT_EQ(sectors.back().time, ride->found.sectorTime);
         }
         for (size_t i = 3; i < count && i < 10; i += 2) { // the spots
             EXPECT_NEAR(sectors[i].velocity, kph(30), 1e-12);
@@ -93,28 +93,28 @@ TEST_F(BrakingTest, intervalsRepeatAndTheRestIsRidden)
 // time and distance, and the brakes only cool while they coast.
 TEST_F(BrakingTest, theCurvesOfIntervalsRunOn)
 {
-    workingBlock.expressGraph = 1;
-    workingBlock.totalDistance = 700.0;
-    const RideResult result = ride(ridePatternBraking, 3);
-    ASSERT_TRUE(result.graph);
-    const GraphSeries& g = *result.graph;
+    block.expressGraph = 1;
+    block.totalDistance = 700.0;
+    run(ridePatternBraking, 3);
+    ASSERT_TRUE(ride->graph);
+    const GraphSeries& g = *ride->graph;
     for (int i = 1; i < g.pointCount(); ++i) {
         ASSERT_GE(g.value(i, 0), g.value(i - 1, 0)) << i;
         ASSERT_GE(g.value(i, 2), g.value(i - 1, 2) - 1e-9) << i;
         const bool coasting = g.value(i, 1) > g.value(i - 1, 1);
         ASSERT_TRUE(!coasting || g.value(i, 3) <= g.value(i - 1, 3)) << i;
     }
-    EXPECT_NEAR(g.value(g.pointCount() - 1, 3), result.log.sectors.back().brake[0], 0.2);
+    EXPECT_NEAR(g.value(g.pointCount() - 1, 3), ride->log.sectors.back().brake[0], 0.2);
 }
 
 TEST_F(BrakingTest, aCurveLooksTheRearWeightUpUnderTheFrontType)
 {
-    workingBlock.brakeType[1] = 1;
+    block.brakeType[1] = 1;
     prepare(ridePatternBraking, 0);
-    modelState.brakeHeat[0] = modelState.brakeHeat[1] = 9100.0;
-    const double rear = 9100.0 / (0.499 * modelState.brakeWeight[0][1]) + 20.0; // stainless, but a rim's weight
-    EXPECT_NEAR(drawnTemperature(0), 9100.0 / (0.91 * 350.0) + 20.0, 1e-9);
-    EXPECT_NEAR(drawnTemperature(1), rear, 1e-9);
+    ride->heat.brakeHeat[0] = ride->heat.brakeHeat[1] = 9100.0;
+    const double rear = 9100.0 / (0.499 * m.brakeWeight[0][1]) + 20.0; // stainless, but a rim's weight
+    EXPECT_NEAR(drawnTemperature(*ride, 0), 9100.0 / (0.91 * 350.0) + 20.0, 1e-9);
+    EXPECT_NEAR(drawnTemperature(*ride, 1), rear, 1e-9);
 }
 
 } // namespace torvane

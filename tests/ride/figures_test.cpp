@@ -83,30 +83,31 @@ TEST_F(Figures, pedaledRuns)
 {
     constexpr double half = 0.00051;
     for (const PedaledCase& c : pedaledCases) {
-        setDefaults(workingBlock);
-        c.change(workingBlock);
+        setDefaults(block);
+        c.change(block);
         SCOPED_TRACE(std::to_string(c.mode) + " " + std::to_string(c.target));
-        EXPECT_EQ(ride(c.mode, c.target).status, c.status);
-        expectFigures(
-            {runState.sectorTime, runState.distance, runState.maxAccele, runState.meanStagePower[stagePedaling],
-             runState.peakPower[stageThrust], physiology.normalizedPower, runState.assistMeanPower, runState.power},
-            {c.time, c.distance, c.maxAccele, c.pedaling, c.peakThrust, c.normalized, c.assist, c.power}, half);
+        EXPECT_EQ(run(c.mode, c.target).status, c.status);
+        expectFigures({ride->found.sectorTime, ride->found.distance, ride->found.maxAccele,
+                       ride->found.meanStagePower[stagePedaling], ride->found.peakPower[stageThrust],
+                       ride->physiology.normalizedPower, ride->found.assistMeanPower, ride->found.power},
+                      {c.time, c.distance, c.maxAccele, c.pedaling, c.peakThrust, c.normalized, c.assist, c.power},
+                      half);
     }
 }
 
 TEST_F(Figures, brakedRuns)
 {
     for (const BrakedCase& c : brakedCases) {
-        setDefaults(workingBlock);
-        c.change(workingBlock);
+        setDefaults(block);
+        c.change(block);
         SCOPED_TRACE(std::to_string(c.mode) + " " + std::to_string(c.target));
-        EXPECT_EQ(ride(c.mode, c.target).status, c.status);
-        EXPECT_NEAR(runState.sectorTime, c.time, 0.05);
+        EXPECT_EQ(run(c.mode, c.target).status, c.status);
+        EXPECT_NEAR(ride->found.sectorTime, c.time, 0.05);
         if (c.meanThrust != 0.0) {
-            EXPECT_NEAR(runState.meanStagePower[stageThrust], c.meanThrust, c.meanThrust < -2000 ? 0.51 : 0.00051);
+            EXPECT_NEAR(ride->found.meanStagePower[stageThrust], c.meanThrust, c.meanThrust < -2000 ? 0.51 : 0.00051);
         }
-        expectFigures({runState.airDragQuantity, modelState.brakeHeat[0], modelState.brakeRadiated[0],
-                       modelState.brakeRadiated[1]},
+        expectFigures({ride->found.airDragQuantity, ride->heat.brakeHeat[0], ride->heat.brakeRadiated[0],
+                       ride->heat.brakeRadiated[1]},
                       {c.airDrag, c.heat, c.radiated, c.rearRadiated}, 0.51 * c.step);
     }
 }

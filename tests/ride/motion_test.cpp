@@ -22,11 +22,11 @@ using MotionTest = RideTest;
 
 TEST_F(MotionTest, aChosenStartGearStaysWithinTheTable)
 {
-    runState.startGearMode[1] = 1;
-    runState.startGearIndex[1] = 99;
-    EXPECT_EQ(startGear(1, 5.0), modelState.gearCount - 1);
-    runState.startGearIndex[1] = -1;
-    EXPECT_EQ(startGear(1, 5.0), 0);
+    block.startGearMode[1] = 1;
+    block.startGearIndex[1] = 99;
+    EXPECT_EQ(startGear(prepare(rideDeceleration, 0), 1, 5.0), m.gearCount - 1);
+    block.startGearIndex[1] = -1;
+    EXPECT_EQ(startGear(prepare(rideDeceleration, 0), 1, 5.0), 0);
 }
 
 } // namespace torvane

@@ -2,34 +2,29 @@
 #include "ride/physiology.h"
 
 #include "figures.h"
-#include "ride/ride_fixture.h"
+#include "model/model_fixture.h"
 
 namespace torvane {
 
-using PhysiologyTest = RideTest;
+using PhysiologyTest = ModelTest;
 
 TEST_F(PhysiologyTest, levelsBeginAtTheirBounds)
 {
-    modelState.ftp = 100.0;
-    rebuildModel();
+    m.ftp = 100.0;
+    rebuildModel(model);
     constexpr double beginnings[] = {0, 56.1, 76.1, 91.1, 106.1, 121.1, 151.1};
     for (int level = 1; level <= 7; ++level) {
-        EXPECT_EQ(trainingLevelOf(beginnings[level - 1]), level);
-        EXPECT_EQ(trainingLevelOf(beginnings[level - 1] - 0.2), std::max(1, level - 1));
+        EXPECT_EQ(trainingLevelOf(model, beginnings[level - 1]), level);
+        EXPECT_EQ(trainingLevelOf(model, beginnings[level - 1] - 0.2), std::max(1, level - 1));
     }
 }
 
 TEST_F(PhysiologyTest, anHourAtTheThreshold)
 {
-    prepare(rideAcceleration, 0);
-    runState.useFtp = 1;
-    modelState.ftp = 250.0;
-    runState.meanStagePower[stagePedaling] = 200.0;
-    runState.sectorTime = 3600.0;
-    runState.energyEfficiency = 0.25;
-    physiologyOfRun(250.0);
-    expectFigures({physiology.variabilityIndex, physiology.intensityFactor, physiology.trainingStressScore,
-                   physiology.kiloJoule, physiology.kiloCalorie, physiology.foodKiloCalorie},
+    m.ftp = 250.0;
+    const PhysiologyFigures body = physiologyOfRun(model, {1, 0.25, 0, {}}, 200.0, 250.0, 3600.0);
+    expectFigures({body.variabilityIndex, body.intensityFactor, body.trainingStressScore, body.kiloJoule,
+                   body.kiloCalorie, body.foodKiloCalorie},
                   {1.25, 1.0, 100.0, 720.0, 171.96912, 687.87648}, 1e-9);
 }
 
@@ -47,13 +42,12 @@ TEST_F(PhysiologyTest, timeAndDistanceFollowEachOther)
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.velocity);
-        runState.intensionCase = c.intensionCase;
-        runState.intensionFirst[c.intensionCase] = c.first;
-        runState.intensionSecond[c.intensionCase] = c.second;
-        runState.velocity = c.velocity;
-        physiologyOfSteadyRide();
-        expectFigures({runState.intensionFirst[1 - c.intensionCase], runState.intensionSecond[1 - c.intensionCase],
-                       physiology.duration},
+        PhysiologyInputs in = {0, 0.25, c.intensionCase, {}};
+        in.length.intensionFirst[c.intensionCase] = c.first;
+        in.length.intensionSecond[c.intensionCase] = c.second;
+        const PhysiologyFigures body = physiologyOfSteadyRide(model, in, 100.0, c.velocity);
+        const int other = 1 - c.intensionCase;
+        expectFigures({body.length.intensionFirst[other], body.length.intensionSecond[other], body.duration},
                       {c.otherFirst, c.otherSecond, c.duration});
     }
 }

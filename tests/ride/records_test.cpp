@@ -23,16 +23,15 @@ using RecordTest = RideTest;
 
 TEST_F(RecordTest, aRecorderEndsTheRunWhenItsRowsAreUsedUp)
 {
-    SampleLog log;
-    log.sampleCount = 3;
-    GraphSeries graph;
-    RunRecorder recorder = beginRecording(log, &graph, GraphLayout::rolling);
+    block.expressGraph = 1;
+    prepare(rideInclinationAndVelocity, 0).log.sampleCount = 3;
+    RunRecorder recorder = beginRecording(*ride, GraphLayout::rolling);
     StepState s;
     int recorded = 0;
     for (; recorded < 10 && recordStep(recorder, s); ++recorded)
         s.time += 1.0;
     EXPECT_EQ(recorded, 4);
-    EXPECT_EQ(graph.pointCount(), 4);
+    EXPECT_EQ(ride->graph->pointCount(), 4);
 }
 
 } // namespace torvane

@@ -1,5 +1,4 @@
-// A ride set up from the defaults, as tests of the simulations want to start. Change fields of workingBlock, then
-// prepare; or change runState after it.
+// A ride set up from the defaults, as tests of the simulations want to start. Change fields of the block first.
 #pragma once
 
 #include "model/model_fixture.h"
@@ -9,27 +8,31 @@ namespace torvane {
 
 class RideTest : public ModelTest {
 protected:
-    static void prepare(RideMode mode, int target)
+    RideInputs inputs(RideMode mode, int target)
     {
-        workingBlock.rideMode = mode;
-        workingBlock.rideTarget = target;
+        block.rideMode = mode;
+        block.rideTarget = target;
         restart();
-        prepareRideRun();
+        return takeRideInputs(block, {});
     }
 
-    static void useMotor(int location)
+    RideRun& prepare(RideMode mode, int target)
     {
-        workingBlock.motorLocation = location;
-        workingBlock.assistRangeMode[0] = workingBlock.assistRangeMode[1] = location == 0 ? 0 : 1;
+        return ride.emplace(prepareRideRun(model, inputs(mode, target)));
     }
 
-    static RideResult ride(RideMode mode, int target)
+    RideRun& run(RideMode mode, int target)
     {
-        prepare(mode, target);
-        RideResult result;
-        runRide(result);
-        return result;
+        return ride.emplace(runRide(model, inputs(mode, target)));
     }
+
+    void useMotor(int location)
+    {
+        block.motorLocation = location;
+        block.assistRangeMode[0] = block.assistRangeMode[1] = location == 0 ? 0 : 1;
+    }
+
+    std::optional<RideRun> ride; // the last one
 };
 
 } // namespace torvane

@@ -14,10 +14,9 @@ namespace torvane {
 namespace {
 
 // Rider, air and interval within the limits of their dialogs.
-void takeAnyConditions(Random& random)
+void takeAnyConditions(ParameterBlock& in, Random& random)
 {
-    setDefaults(workingBlock);
-    ParameterBlock& in = workingBlock;
+    setDefaults(in);
     in.humanWeight = uniform(random, 30.0, 200.0);
     in.humanHeight = uniform(random, 100.0, 250.0);
     in.torsoAngle = uniform(random, 0.0, 90.0);
@@ -41,42 +40,41 @@ RollLimit anyLimit(Random& random)
 using Figures = std::vector<uint64_t>;
 
 // All that a run leaves behind.
-Figures figuresOf(ResultStatus status, const SampleLog& log)
+Figures figuresOf(ResultStatus status, const RideRun& ride)
 {
-    const RunState& r = runState;
-    Figures figures{status, static_cast<uint64_t>(log.sampleCount)};
-    for (double value : {r.inclination, r.velocity, r.sectorTime, r.distance, r.accele, r.airDrag, r.airDragPower,
-                         r.totalLoad, r.rollingPower, r.slopePower})
+    const RideFigures& f = ride.found;
+    const Evaluation& now = ride.now;
+    Figures figures{status, static_cast<uint64_t>(ride.log.sampleCount)};
+    for (double value : {now.inclination, f.velocity, f.sectorTime, f.distance, f.accele, now.airDrag, now.airDragPower,
+                         now.totalLoad, now.rollingPower, now.slopePower})
         figures.push_back(bitsOf(value));
     return figures;
 }
 
-ResultStatus plainSeek(const RollLimit& limit, SampleLog& log)
+ResultStatus plainSeek(RideRun& ride, const RollLimit& limit)
 {
-    const double wanted = runState.velocity;
+    const double wanted = ride.in.velocity;
     Stepper slope{-3.0, 0.1, 0.3};
-    runState.inclination = slope.value;
-    resetGrip();
+    ride.now.inclination = slope.value;
+    resetGrip(ride);
     ResultStatus status = 0;
-    const Settled settled = settle(slope, 0.01, rollThreshold(), [&](double percent) {
-        runState.inclination = percent;
-        status = rollDryRun(limit, log);
-        return runState.velocity - wanted;
+    const Settled settled = settle(slope, 0.01, rollThreshold(ride), [&](double percent) {
+        ride.now.inclination = percent;
+        status = rollDryRun(ride, limit);
+        return ride.found.velocity - wanted;
     });
-    return status | (settled == Settled::never ? statusNotConverged : toleranceClass(runState.velocity, wanted));
+    return status | (settled == Settled::never ? statusNotConverged : toleranceClass(ride.found.velocity, wanted));
 }
 
 } // namespace
 
 class RollTrialTest : public RideTest {
 protected:
-    static Figures seekOnce(double wanted, const RollLimit& limit, ResultStatus (*seek)(const RollLimit&, SampleLog&))
+    Figures seekOnce(double wanted, const RollLimit& limit, ResultStatus (*seek)(RideRun&, const RollLimit&))
     {
-        prepare(rideInclinationAndVelocity, 1);
-        runState.velocity = wanted;
-        SampleLog log;
-        const ResultStatus status = seek(limit, log);
-        return figuresOf(status, log);
+        block.rideVelocity[rideInclinationAndVelocity] = wanted;
+        const ResultStatus status = seek(prepare(rideInclinationAndVelocity, 1), limit);
+        return figuresOf(status, *ride);
     }
 };
 
@@ -85,22 +83,21 @@ TEST_F(RollTrialTest, whatIsGivenUpWouldHaveEndedSlower)
     Random random(11);
     int givenUp = 0;
     for (int round = 0; round < 1000; ++round) {
-        takeAnyConditions(random);
+        takeAnyConditions(block, random);
         const RollLimit limit = anyLimit(random);
         prepare(rideInclinationAndVelocity, 1);
-        runState.inclination = -std::exp(uniform(random, -1.0, 5.0));
-        SampleLog log;
-        const ResultStatus whole = rollDryRun(limit, log);
-        const double reached = runState.velocity;
-        const Figures figures = figuresOf(whole, log);
+        ride->now.inclination = -std::exp(uniform(random, -1.0, 5.0));
+        const ResultStatus whole = rollDryRun(*ride, limit);
+        const double reached = ride->found.velocity;
+        const Figures figures = figuresOf(whole, *ride);
         // From just out of reach to far out of it; and what is reached, which must never be given up.
         for (double above : {0.0, std::exp(uniform(random, -25.0, 0.0)), uniform(random, 0.0, 30.0)}) {
-            if (const std::optional<ResultStatus> tried = rollTrial(limit, reached + above, log)) {
-                EXPECT_EQ(figuresOf(*tried, log), figures) << round;
+            if (const std::optional<ResultStatus> tried = rollTrial(*ride, limit, reached + above)) {
+                EXPECT_EQ(figuresOf(*tried, *ride), figures) << round;
             } else {
                 ++givenUp;
                 EXPECT_LT(reached, reached + above) << round;
-                EXPECT_LT(runState.velocity, reached + above) << round;
+                EXPECT_LT(ride->found.velocity, reached + above) << round;
             }
         }
     }
@@ -112,19 +109,19 @@ TEST_F(RollTrialTest, aSeekAnswersAsIfEveryRunWentToItsEnd)
     Random random(12);
     int met = 0;
     for (int round = 0; round < 40; ++round) {
-        takeAnyConditions(random);
+        takeAnyConditions(block, random);
         const RollLimit limit = anyLimit(random);
         const double wanted = uniform(random, 0.0, 35.0);
-        workingBlock.accelerationInterval = 0.1;
+        block.accelerationInterval = 0.1;
         const Figures plain = seekOnce(wanted, limit, plainSeek);
         EXPECT_EQ(seekOnce(wanted, limit, seekInclinationOver), plain) << round;
         met += plain[0] == 0;
     }
     EXPECT_GT(met, 10);
     // No slope is enough: what shows is the last run, whole.
-    setDefaults(workingBlock);
-    workingBlock.accelerationIntervalMode = 1;
-    workingBlock.accelerationInterval = 0.05;
+    setDefaults(block);
+    block.accelerationIntervalMode = 1;
+    block.accelerationInterval = 0.05;
     const RollLimit brief{RollUntil::time, 0.0, 6.0};
     const Figures plain = seekOnce(80.0, brief, plainSeek);
     EXPECT_EQ(plain[0], statusNotConverged);

@@ -36,23 +36,23 @@ RideMode modeOf(const RunCase& c)
     return std::holds_alternative<BrakeLaw>(c.law) ? ridePatternBraking : rideInclinationAndVelocity;
 }
 
-ResultStatus dryRun(const RunCase& c, SampleLog& log)
+ResultStatus dryRun(RideRun& ride, const RunCase& c)
 {
     if (const PowerLaw* law = std::get_if<PowerLaw>(&c.law))
-        return c.start < c.end ? accelerateDryRun(*law, log) : decelerateDryRun(*law, log);
+        return c.start < c.end ? accelerateDryRun(ride, *law) : decelerateDryRun(ride, *law);
     if (const BrakeLaw* law = std::get_if<BrakeLaw>(&c.law))
-        return brakeDryRun(*law, log);
-    return rollDryRun(std::get<RollLimit>(c.law), log);
+        return brakeDryRun(ride, *law);
+    return rollDryRun(ride, std::get<RollLimit>(c.law));
 }
 
-void loggedRun(const RunCase& c, SampleLog& log)
+void loggedRun(RideRun& ride, const RunCase& c)
 {
     if (const PowerLaw* law = std::get_if<PowerLaw>(&c.law))
-        c.start < c.end ? accelerateLoggedRun(*law, log, nullptr) : decelerateLoggedRun(*law, log, nullptr);
+        c.start < c.end ? accelerateLoggedRun(ride, *law) : decelerateLoggedRun(ride, *law);
     else if (const BrakeLaw* brake = std::get_if<BrakeLaw>(&c.law))
-        brakeLoggedRun(*brake, log, nullptr);
+        brakeLoggedRun(ride, *brake);
     else
-        rollLoggedRun(std::get<RollLimit>(c.law), log, nullptr);
+        rollLoggedRun(ride, std::get<RollLimit>(c.law));
 }
 
 const RunCase runCases[] = {
@@ -79,9 +79,8 @@ struct Outcome {
     bool operator==(const Outcome&) const = default;
 };
 
-Outcome outcome()
+Outcome outcome(const RideFigures& r)
 {
-    const RunState& r = runState;
     return {
         r.velocity, r.sectorTime, r.distance, r.accele, r.meanStagePower[stageThrust], r.meanStageForce[stageThrust]};
 }
@@ -90,27 +89,26 @@ Outcome outcome()
 
 class RunLaws : public RideTest, public ::testing::WithParamInterface<RunCase> {
 protected:
-    static void prepareCase()
+    void prepareCase()
     {
         const RunCase& c = GetParam();
         useMotor(c.motor);
-        const RideMode m = modeOf(c);
-        workingBlock.rideStartVelocity[m] = kph(c.start);
-        workingBlock.rideEndVelocity[m] = kph(c.end);
-        workingBlock.ridePower[m] = workingBlock.rideForce[m] = c.amount;
-        workingBlock.rideInclination[m] = workingBlock.brakingInclination[0] = c.inclination;
-        prepare(m, 0);
+        const RideMode mode = modeOf(c);
+        block.rideStartVelocity[mode] = kph(c.start);
+        block.rideEndVelocity[mode] = kph(c.end);
+        block.ridePower[mode] = block.rideForce[mode] = c.amount;
+        block.rideInclination[mode] = block.brakingInclination[0] = c.inclination;
+        prepare(mode, 0);
     }
 
-    SampleLog runBoth()
+    const SampleLog& runBoth()
     {
-        SampleLog log;
-        EXPECT_FALSE(isFatal(dryRun(GetParam(), log)));
-        counted = log.sampleCount;
-        dry = outcome();
-        clearBrakeEnergy();
-        loggedRun(GetParam(), log);
-        return log;
+        EXPECT_FALSE(isFatal(dryRun(*ride, GetParam())));
+        counted = ride->log.sampleCount;
+        dry = outcome(ride->found);
+        clearBrakeEnergy(*ride);
+        loggedRun(*ride, GetParam());
+        return ride->log;
     }
 
     int counted = 0;
@@ -120,8 +118,8 @@ protected:
 TEST_P(RunLaws, dryAndLoggedRunAgreeToTheLastBit)
 {
     prepareCase();
-    const SampleLog log = runBoth();
-    EXPECT_EQ(outcome(), dry);
+    const SampleLog& log = runBoth();
+    EXPECT_EQ(outcome(ride->found), dry);
     ASSERT_EQ(log.sampleCount, counted);
     EXPECT_EQ(log.rows.back().velocity, dry.velocity);
     EXPECT_EQ(log.rows.back().distance, dry.distance);
@@ -133,20 +131,22 @@ TEST_P(RunLaws, dryAndLoggedRunAgreeToTheLastBit)
 TEST_P(RunLaws, energyIsKept)
 {
     prepareCase();
-    const SampleLog log = runBoth();
-    updateLoadAndGrip(0.0);
-    setLoads();
+    const SampleLog& log = runBoth();
+    Evaluation& road = ride->now;
+    updateLoadAndGrip(model, road, 0.0);
+    setLoads(model, road);
     double resisted = 0.0;
-    double bound = runState.startVelocity == 0.0 ? 10.0 : 1e-6; // J; the kick goes by force, not by power
+    double bound = ride->in.startVelocity == 0.0 ? 10.0 : 1e-6; // J; the kick goes by force, not by power
     for (size_t i = 0; i + 1 < log.rows.size(); ++i) {
         const SampleRow &from = log.rows[i], &to = log.rows[i + 1];
-        const double low = resistanceAtVelocity(from.velocity).value, high = resistanceAtVelocity(to.velocity).value;
+        const double low = resistanceAtVelocity(model, road, from.velocity).value;
+        const double high = resistanceAtVelocity(model, road, to.velocity).value;
         const double gain = to.velocity - from.velocity, dt = to.time - from.time;
         resisted += (low + high) * 0.5 * dt;
-        bound += 0.5 * modelState.inertialWeight * gain * gain + std::fabs(high - low) * dt;
+        bound += 0.5 * m.inertialWeight * gain * gain + std::fabs(high - low) * dt;
     }
     const double from = log.rows.front().velocity, to = log.rows.back().velocity;
-    const double kinetic = 0.5 * modelState.inertialWeight * (to * to - from * from);
+    const double kinetic = 0.5 * m.inertialWeight * (to * to - from * from);
     const double work = dry.mean * dry.time;
     EXPECT_NEAR(work - resisted, kinetic, bound);
     EXPECT_LT(bound, 0.03 * (std::fabs(work) + std::fabs(resisted)));

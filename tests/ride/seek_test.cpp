@@ -3,7 +3,6 @@
 
 #include "ride/ride_fixture.h"
 #include "ride/ride_status.h"
-#include "ride/sample_log.h"
 
 #include <limits>
 
@@ -14,10 +13,10 @@ namespace {
 int runs;
 
 // A run of 1200 s and W: the stronger, the shorter.
-ResultStatus shorterByPower(SampleLog&)
+ResultStatus shorterByPower(RideRun& ride)
 {
     ++runs;
-    runState.sectorTime = 1200.0 / runState.power;
+    ride.found.sectorTime = 1200.0 / ride.found.power;
     return 0;
 }
 
@@ -28,69 +27,68 @@ protected:
     SeekTest()
     {
         runs = 0;
-        runState.velocity = runState.endVelocity = 10.0;
+        block.rideEndVelocity[rideAcceleration] = 10.0;
+        prepare(rideAcceleration, 0).found.velocity = 10.0;
     }
 
-    static Seek timeSeek(double wanted, double first, double step)
+    Seek timeSeek(double wanted, double first, double step)
     {
-        runState.power = first;
-        return {&runState.power, &runState.sectorTime, wanted, step, 0.01, HighSide::belowWanted, 0.0};
+        ride->found.power = first;
+        return {&ride->found.power, &ride->found.sectorTime, wanted, step, 0.01, HighSide::belowWanted, 0.0};
     }
-
-    SampleLog log;
 };
 
 TEST_F(SeekTest, theVelocityReachedIsJudged)
 {
-    runState.velocity = 9.7;
-    EXPECT_EQ(seekTarget(timeSeek(6.0, 100.0, 20.0), log, shorterByPower), statusLooseTolerance);
-    runState.velocity = 9.0;
-    EXPECT_EQ(seekTarget(timeSeek(6.0, 100.0, 20.0), log, shorterByPower), statusBeyondTolerance);
+    ride->found.velocity = 9.7;
+    EXPECT_EQ(seekTarget(*ride, timeSeek(6.0, 100.0, 20.0), shorterByPower), statusLooseTolerance);
+    ride->found.velocity = 9.0;
+    EXPECT_EQ(seekTarget(*ride, timeSeek(6.0, 100.0, 20.0), shorterByPower), statusBeyondTolerance);
 }
 
 TEST_F(SeekTest, thePowerNeverGoesBelowZero)
 {
-    auto alwaysTooStrong = [](SampleLog&) -> ResultStatus {
+    auto alwaysTooStrong = [](RideRun& r) -> ResultStatus {
         ++runs;
-        EXPECT_GE(runState.power, 0.0);
-        runState.sectorTime = 1.0;
+        EXPECT_GE(r.found.power, 0.0);
+        r.found.sectorTime = 1.0;
         return statusNotConverged; // not even a tolerance that has grown beyond the error takes it
     };
-    EXPECT_EQ(seekTarget(timeSeek(6.0, 100.0, 20.0), log, alwaysTooStrong), statusNotConverged);
+    EXPECT_EQ(seekTarget(*ride, timeSeek(6.0, 100.0, 20.0), alwaysTooStrong), statusNotConverged);
     EXPECT_EQ(runs, 6); // from 100 W down to 0 in steps of 20; the rounds that stay there repeat the last
 }
 
 TEST_F(SeekTest, aToleranceGrownBeyondAPercentIsTold)
 {
-    auto neverBelow7 = [](SampleLog&) -> ResultStatus {
-        runState.sectorTime = 7.0;
+    auto neverBelow7 = [](RideRun& r) -> ResultStatus {
+        r.found.sectorTime = 7.0;
         return 0;
     };
-    EXPECT_EQ(seekTarget(timeSeek(6.0, 100.0, 20.0), log, neverBelow7), statusLooseTolerance);
-    EXPECT_EQ(runState.sectorTime, 7.0); // the run is shown
+    EXPECT_EQ(seekTarget(*ride, timeSeek(6.0, 100.0, 20.0), neverBelow7), statusLooseTolerance);
+    EXPECT_EQ(ride->found.sectorTime, 7.0); // the run is shown
 }
 
 TEST_F(SeekTest, aRefusedRoundIsNoResult)
 {
-    auto refusedBelow150 = [](SampleLog& to) -> ResultStatus {
-        return runState.power < 150.0 ? statusTooShortPower : shorterByPower(to);
+    auto refusedBelow150 = [](RideRun& r) -> ResultStatus {
+        return r.found.power < 150.0 ? statusTooShortPower : shorterByPower(r);
     };
-    runState.sectorTime = 6.0;                                                  // as if it were met
-    EXPECT_EQ(seekTarget(timeSeek(6.0, 100.0, 0.0), log, refusedBelow150), 0u); // a step of 0 is 10 W
-    EXPECT_NEAR(runState.power, 200.0, 0.5);
+    ride->found.sectorTime = 6.0;                                                 // as if it were met
+    EXPECT_EQ(seekTarget(*ride, timeSeek(6.0, 100.0, 0.0), refusedBelow150), 0u); // a step of 0 is 10 W
+    EXPECT_NEAR(ride->found.power, 200.0, 0.5);
     EXPECT_LT(runs, 60);
 }
 
 TEST_F(SeekTest, whatIsNoNumberEndsIt)
 {
-    auto noTime = [](SampleLog&) -> ResultStatus {
+    auto noTime = [](RideRun& r) -> ResultStatus {
         ++runs;
-        runState.sectorTime = std::numeric_limits<double>::quiet_NaN();
+        r.found.sectorTime = std::numeric_limits<double>::quiet_NaN();
         return 0;
     };
-    EXPECT_EQ(seekTarget(timeSeek(6.0, 100.0, 20.0), log, noTime), statusNotConverged);
-    EXPECT_EQ(runState.sectorTime, 6.0); // what was asked, for the title
-    EXPECT_EQ(seekTarget(timeSeek(6.0, std::numeric_limits<double>::infinity(), 20.0), log, shorterByPower),
+    EXPECT_EQ(seekTarget(*ride, timeSeek(6.0, 100.0, 20.0), noTime), statusNotConverged);
+    EXPECT_EQ(ride->found.sectorTime, 6.0); // what was asked, for the title
+    EXPECT_EQ(seekTarget(*ride, timeSeek(6.0, std::numeric_limits<double>::infinity(), 20.0), shorterByPower),
               statusNotConverged);
     EXPECT_EQ(runs, 2);
 }
@@ -99,12 +97,12 @@ TEST_F(SeekTest, aPeakBeyondItsLimitEndsIt)
 {
     Seek seek = timeSeek(6.0, 100.0, 20.0);
     seek.peakLimit = 150.0;
-    auto peaking = [](SampleLog& to) {
-        runState.peakPower[stagePedaling] = runState.power;
-        return shorterByPower(to);
+    auto peaking = [](RideRun& r) {
+        r.found.peakPower[stagePedaling] = r.found.power;
+        return shorterByPower(r);
     };
-    EXPECT_EQ(seekTarget(seek, log, peaking), statusTooLargePower);
-    EXPECT_EQ(runState.power, 160.0);
+    EXPECT_EQ(seekTarget(*ride, seek, peaking), statusTooLargePower);
+    EXPECT_EQ(ride->found.power, 160.0);
 }
 
 TEST(Settle, tellsHowItFailed)

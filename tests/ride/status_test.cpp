@@ -101,48 +101,34 @@ TEST_F(RideStatus, isAnswered)
 {
     for (const StatusCase& c : cases) {
         SCOPED_TRACE(std::to_string(c.mode) + ": " + c.name);
-        setDefaults(workingBlock);
-        workingBlock.expressGraph = 1;
-        c.change(workingBlock);
-        const RideResult result = ride(c.mode, c.target);
-        EXPECT_EQ(result.status, c.status);
-        EXPECT_EQ(result.graph.has_value(), !isFatal(c.status) && c.mode != rideCriticalCornering);
-        EXPECT_TRUE(!isFatal(c.status) || (result.log.rows.empty() && result.log.sectors.empty()));
+        setDefaults(block);
+        block.expressGraph = 1;
+        c.change(block);
+        run(c.mode, c.target);
+        EXPECT_EQ(ride->status, c.status);
+        EXPECT_EQ(ride->graph.has_value(), !isFatal(c.status) && c.mode != rideCriticalCornering);
+        EXPECT_TRUE(!isFatal(c.status) || (ride->log.rows.empty() && ride->log.sectors.empty()));
     }
 }
 
 // The title quotes what was asked for, the message what would be possible.
 TEST_F(RideStatus, limitsStandBesideTheWantedFigure)
 {
-    workingBlock.rideLegTime[1] = 1000.0;
-    EXPECT_EQ(ride(rideAcceleration, 4).status, statusTooLongTime);
-    EXPECT_EQ(runState.sectorTime, 1000.0);
-    EXPECT_EQ(runState.seekLow, 0.0);
-    EXPECT_NEAR(runState.seekHigh, 104.72, 0.005);
+    block.rideLegTime[1] = 1000.0;
+    EXPECT_EQ(run(rideAcceleration, 4).status, statusTooLongTime);
+    EXPECT_EQ(ride->found.sectorTime, 1000.0);
+    EXPECT_EQ(ride->found.seekLow, 0.0);
+    EXPECT_NEAR(ride->found.seekHigh, 104.72, 0.005);
 
-    workingBlock.rideGravity[1] = 0.001;
-    EXPECT_EQ(ride(rideAcceleration, 7).status, statusTooHighAccele);
-    EXPECT_NEAR(runState.seekLow, 40.0 / 3.6 / 104.72 / 35.30394, 1e-6);
-    EXPECT_EQ(runState.seekHigh, 0.0);
+    block.rideGravity[1] = 0.001;
+    EXPECT_EQ(run(rideAcceleration, 7).status, statusTooHighAccele);
+    EXPECT_NEAR(ride->found.seekLow, 40.0 / 3.6 / 104.72 / 35.30394, 1e-6);
+    EXPECT_EQ(ride->found.seekHigh, 0.0);
 
-    workingBlock.rideDistance[2] = 100000.0;
-    EXPECT_EQ(ride(rideDeceleration, 4).status, statusTooLongDistance);
-    EXPECT_EQ(runState.distance, 100000.0);
-    EXPECT_NEAR(runState.seekLow, 313.417, 0.001);
-}
-
-// Nothing of the run before may answer for one that did not run.
-TEST_F(RideStatus, aRefusedRunHasNoResults)
-{
-    ASSERT_EQ(ride(rideAcceleration, 0).status, 0u);
-    ASSERT_GT(runState.peakPower[stagePedaling], 0.0);
-    workingBlock.ridePower[1] = -1;
-    workingBlock.rideMode = rideAcceleration;
-    prepareRideRun();
-    RideResult result;
-    runRide(result);
-    EXPECT_EQ(runState.peakPower[stagePedaling], 0.0);
-    EXPECT_EQ(runState.meanStagePower[stagePedaling], 0.0);
+    block.rideDistance[2] = 100000.0;
+    EXPECT_EQ(run(rideDeceleration, 4).status, statusTooLongDistance);
+    EXPECT_EQ(ride->found.distance, 100000.0);
+    EXPECT_NEAR(ride->found.seekLow, 313.417, 0.001);
 }
 
 } // namespace torvane

@@ -1,6 +1,5 @@
 #include "rides/ride_step.h"
 
-#include "core/parameter_block.h"
 #include "model/assist.h"
 #include "model/constants.h"
 #include "model/derived.h"
@@ -8,7 +7,6 @@
 #include "model/drivetrain.h"
 #include "model/gear_table.h"
 #include "model/resistance.h"
-#include "model/run_state.h"
 #include "model/step_state.h"
 
 #include <cmath>
@@ -22,49 +20,52 @@ double radians(double degrees)
     return degrees * pi / 180;
 }
 
-void takeRoad(const Road& road, const Weather& weather)
+Evaluation onRoad(const Model& model, const Road& road, const Weather& weather)
 {
-    runState.inclination = 100 * road.rise;
-    runState.headWind = std::cos(radians(road.heading - weather.windDirection)) * weather.windSpeed;
-    runState.airPressureRatio = airPressureAt(weather.temperature, road.altitude) / seaLevelPressure;
-    updateLoadAndGrip(0);
-    setLoads();
+    Evaluation now = {};
+    now.inclination = 100 * road.rise;
+    now.headWind = std::cos(radians(road.heading - weather.windDirection)) * weather.windSpeed;
+    now.airPressureRatio = airPressureAt(weather.temperature, road.altitude) / seaLevelPressure;
+    updateLoadAndGrip(model, now, 0);
+    setLoads(model, now);
+    return now;
 }
 
-int riddenGear(double speed)
+int riddenGear(const Model& model, double speed)
 {
-    return nearestGear(wheelRpmAt(speed) / modelState.cadenceUsual);
+    return nearestGear(model, wheelRpmAt(model, speed) / model.state.cadenceUsual);
 }
 
 // The power that reaches the road.
-double thrustPowerAt(double speed, double pedalingPower)
+double thrustPowerAt(const Model& model, Evaluation& now, double speed, double pedalingPower)
 {
     if (pedalingPower <= 0)
         return 0;
-    int gear = riddenGear(speed);
+    int gear = riddenGear(model, speed);
     StepState step;
     step.velocity = speed;
-    step.frontTooth = frontToothOf(gear);
-    step.rearTooth = rearToothOf(gear);
-    step.gearRatio = gearTable[gear].ratio;
-    step.cadence = riddenCadence(speed);
-    runState.pedalingPower = pedalingPower;
-    driveFromPedaling(step);
-    return runState.thrustPower;
+    step.frontTooth = frontToothOf(model, gear);
+    step.rearTooth = rearToothOf(model, gear);
+    step.gearRatio = model.gearTable[gear].ratio;
+    step.cadence = riddenCadence(model, speed);
+    driveFromPedaling(model, now, step, pedalingPower);
+    return now.thrustPower;
 }
 
 } // namespace
 
-double riddenCadence(double speed)
+double riddenCadence(const Model& model, double speed)
 {
-    return wheelRpmAt(speed) / gearTable[riddenGear(speed)].ratio;
+    return wheelRpmAt(model, speed) / model.gearTable[riddenGear(model, speed)].ratio;
 }
 
-void rideOn(const Road& road, const Weather& weather, double power, double braking, double dt, Place& place)
+void rideOn(const Model& model, const Road& road, const Weather& weather, double power, double braking, double dt,
+            Place& place)
 {
-    takeRoad(road, weather);
-    double surplus = thrustPowerAt(place.speed, power) - resistanceAtVelocity(place.speed).value;
-    place.speed += (surplus / (place.speed * modelState.inertialWeight) - braking) * dt;
+    Evaluation now = onRoad(model, road, weather);
+    double surplus =
+        thrustPowerAt(model, now, place.speed, power) - resistanceAtVelocity(model, now, place.speed).value;
+    place.speed += (surplus / (place.speed * model.state.inertialWeight) - braking) * dt;
     double way = place.speed * dt;
     double heading = radians(road.heading);
     place.distance += way;

@@ -1,6 +1,8 @@
 // One time step of a made ride: the program's own model moves a rider of known power along a known road. What the
-// analysis predicts of such a ride must be that power again. Works on the model in force (modelState, gearTable).
+// analysis predicts of such a ride must be that power again.
 #pragma once
+
+#include "model/model.h"
 
 #include <random>
 
@@ -27,10 +29,11 @@ struct Place {
 };
 
 // The cadence in rpm at a speed, in the gear nearest to the usual cadence.
-double riddenCadence(double speed);
+double riddenCadence(const Model& model, double speed);
 
 // Moves the place on by dt seconds under a power at the pedals in W; braking takes that much speed more, in m/s2.
-void rideOn(const Road& road, const Weather& weather, double power, double braking, double dt, Place& place);
+void rideOn(const Model& model, const Road& road, const Weather& weather, double power, double braking, double dt,
+            Place& place);
 
 // Roughly normal, and the same on every platform.
 double noise(std::mt19937& random, double deviation);

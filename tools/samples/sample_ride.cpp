@@ -35,6 +35,7 @@ struct Device {
 };
 
 struct Rider {
+    const Model& model;
     const RideTask& task;
     Course course = layOut(task.legs, task.stops, task.altitude, task.heading);
     Place place = {.distance = 0, .speed = slowest, .latitude = task.latitude, .longitude = task.longitude};
@@ -72,7 +73,8 @@ void rideStep(Rider& rider, double second)
     double over = place.speed - metreAt(rider.course, place.distance).limit;
     double braking = std::clamp(over * 3, 0.0, hardBraking);
     rider.power = intendedPower(rider, second);
-    rideOn(roadAt(rider.course, place.distance), weather, rider.power, braking, 1.0 / stepsPerSecond, place);
+    rideOn(rider.model, roadAt(rider.course, place.distance), weather, rider.power, braking, 1.0 / stepsPerSecond,
+           place);
     place.speed = std::max(place.speed, slowest);
 }
 
@@ -89,7 +91,7 @@ void measurePower(GpsRecord& record, const Rider& rider, Device& device, bool mo
     device.heartRate += (75 + 0.4 * power - device.heartRate) / 40;
     record.heartRate = device.heartRate;
     record.power = std::max(0.0, power * (1 + noise(device.random, 0.03)));
-    record.cadence = power > 0 ? riddenCadence(rider.place.speed) : 0;
+    record.cadence = power > 0 ? riddenCadence(rider.model, rider.place.speed) : 0;
 }
 
 GpsRecord measure(const Rider& rider, Device& device, bool moving)
@@ -122,9 +124,9 @@ void stand(Rider& rider, Device& device, const Stop& stop, RiddenTrack& track)
 
 } // namespace
 
-RiddenTrack ride(const RideTask& task)
+RiddenTrack ride(const Model& model, const RideTask& task)
 {
-    Rider rider = {task};
+    Rider rider = {model, task};
     Device device;
     RiddenTrack track;
     auto stop = task.stops.begin();

@@ -30,7 +30,7 @@ struct RiddenTrack {
     std::vector<DevicePause> pauses;
 };
 
-// With the profile that is in force. The same numbers every time.
-RiddenTrack ride(const RideTask& task);
+// The same numbers every time.
+RiddenTrack ride(const Model& model, const RideTask& task);
 
 } // namespace torvane

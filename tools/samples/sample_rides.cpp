@@ -1,11 +1,10 @@
 #include "samples/samples.h"
 
-#include "cli/console.h"
+#include "core/parameter_file.h"
 #include "samples/sample_file.h"
 #include "samples/sample_ride.h"
 
 #include <iostream>
-#include <sstream>
 
 namespace torvane {
 
@@ -37,13 +36,13 @@ RideTask valleyTask()
             .stops = {{1200, 35, false}, {8120, 180, true}}};
 }
 
-Bytes valley()
+Bytes valley(const Model& model)
 {
-    return activityFile(ride(valleyTask()), {.lapEnds = {4700, 8120}});
+    return activityFile(ride(model, valleyTask()), {.lapEnds = {4700, 8120}});
 }
 
 // Rolling hills against a breeze, with a power meter at the pedals.
-Bytes hills()
+Bytes hills(const Model& model)
 {
     RideTask task = {.start = morning + 3 * day,
                      .latitude = 47.31,
@@ -59,11 +58,11 @@ Bytes hills()
         task.legs.push_back({550, -3.5 - hill, 30, 120, 55});
         task.legs.push_back({400, 0.2, -20, 210});
     }
-    return activityFile(ride(task), {.powerMeter = true, .lapEnds = {1700, 3400, 5100}});
+    return activityFile(ride(model, task), {.powerMeter = true, .lapEnds = {1700, 3400, 5100}});
 }
 
 // Three traffic lights on flat streets, with the motor's help.
-Bytes commute()
+Bytes commute(const Model& model)
 {
     RideTask task = {.start = morning + 9 * day,
                      .latitude = 47.05,
@@ -78,7 +77,7 @@ Bytes commute()
                               {1100, 0.3, -8, 100},
                               {400, 0, 20, 95}},
                      .stops = {{420, 28, false}, {1500, 40, false}, {2400, 22, false}}};
-    return activityFile(ride(task), {});
+    return activityFile(ride(model, task), {});
 }
 
 RideTask lakeTask(uint32_t start)
@@ -94,30 +93,30 @@ RideTask lakeTask(uint32_t start)
 }
 
 // One ride in two files: the device was switched off at the coffee stop.
-Bytes firstHalf()
+Bytes firstHalf(const Model& model)
 {
-    return activityFile(ride(lakeTask(morning + 14 * day)), {});
+    return activityFile(ride(model, lakeTask(morning + 14 * day)), {});
 }
 
-Bytes secondHalf()
+Bytes secondHalf(const Model& model)
 {
     RideTask task = lakeTask(morning + 14 * day + hour / 2);
     task.latitude = 47.197;
     task.longitude = 7.245;
     task.heading = 310;
-    return activityFile(ride(task), {});
+    return activityFile(ride(model, task), {});
 }
 
 // The device lost power before it could write its summaries.
-Bytes noLaps()
+Bytes noLaps(const Model& model)
 {
-    return activityFile(ride(lakeTask(morning + 20 * day)), {.summaries = false});
+    return activityFile(ride(model, lakeTask(morning + 20 * day)), {.summaries = false});
 }
 
 // The clock is a day and two hours late.
-Bytes wrongClock()
+Bytes wrongClock(const Model& model)
 {
-    return activityFile(ride(lakeTask(morning + 21 * day)), {.clockError = day + 2 * hour});
+    return activityFile(ride(model, lakeTask(morning + 21 * day)), {.clockError = day + 2 * hour});
 }
 
 constexpr SampleFile rides[] = {
@@ -136,12 +135,16 @@ std::span<const SampleFile> sampleRides()
 
 Bytes makeSampleRide(const SampleFile& ride, const std::string& profileFolder)
 {
-    std::ostringstream report, status;
-    if (runConsole({"load-profile", profileFolder + "/" + ride.profile}, report, status) != 0) {
-        std::cerr << status.str();
+    ParameterBlock block;
+    Model model;
+    setDefaults(block);
+    startModel(model.state, block);
+    if (loadProfile(model.state, block, profileFolder + "/" + ride.profile) != 0) {
+        std::cerr << "there is no profile " << ride.profile << '\n';
         return {};
     }
-    return ride.make();
+    rebuildModel(model);
+    return ride.make(model);
 }
 
 } // namespace torvane

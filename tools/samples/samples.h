@@ -2,6 +2,7 @@
 // recorded; nobody's data. Each call makes the same bytes.
 #pragma once
 
+#include "model/model.h"
 #include "rides/fit_builder.h"
 
 #include <span>
@@ -22,7 +23,7 @@ bool writeSampleProfile(const SampleProfile& profile, const std::string& folder)
 struct SampleFile {
     const char* name;
     const char* profile; // of the rider
-    Bytes (*make)();     // with that profile in force
+    Bytes (*make)(const Model& model);
 };
 
 std::span<const SampleFile> sampleRides();

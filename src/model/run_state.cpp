@@ -1,7 +1,0 @@
-#include "model/run_state.h"
-
-namespace torvane {
-
-RunState runState;
-
-} // namespace torvane
