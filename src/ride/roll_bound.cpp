@@ -20,22 +20,27 @@ namespace {
 
 constexpr double spare = 1e-9; // of a power; far more than its rounding
 
-double airPowerAt(const RideRun& ride, double velocity)
+// The road of the roll, evaluated beside it.
+struct Road {
+    const Model& model;
+    Evaluation now;
+};
+
+double airPowerAt(Road& road, double velocity)
 {
-    Evaluation elsewhere = ride.now;
-    resistanceAtVelocity(ride.model, elsewhere, velocity);
-    return elsewhere.airDragPower;
+    resistanceAtVelocity(road.model, road.now, velocity);
+    return road.now.airDragPower;
 }
 
 // Bounds of the power between two velocities, of which the road pushes with load < 0 kgf.
-double leastPower(const RideRun& ride, double load, double low, double high)
+double leastPower(Road& road, double load, double low, double high)
 {
-    return load * standardGravity * high + airPowerAt(ride, low);
+    return load * standardGravity * high + airPowerAt(road, low);
 }
 
-double mostPower(const RideRun& ride, double load, double low, double high)
+double mostPower(Road& road, double load, double low, double high)
 {
-    return load * standardGravity * low + airPowerAt(ride, high);
+    return load * standardGravity * low + airPowerAt(road, high);
 }
 
 } // namespace
@@ -49,17 +54,18 @@ bool staysBelow(const RideRun& ride, const StepState& state, double before, doub
     if (!(load < 0.0 && faster < most && low > 0.0 && low + ride.now.headWind > 0.0)) {
         return false;
     }
-    const double fullDrag = airPowerAt(ride, most);
+    Road road = {ride.model, ride.now};
+    const double fullDrag = airPowerAt(road, most);
     const double unsure = fullDrag * spare;
     if (!(fullDrag + load * standardGravity * most > unsure)) { // the road still wins there
         return false;
     }
-    const double strongest = std::max(-leastPower(ride, load, low, most), mostPower(ride, load, low, most));
+    const double strongest = std::max(-leastPower(road, load, low, most), mostPower(road, load, low, most));
     const double gain = dt * strongest / (ride.model.state.inertialWeight * low) * (1.0 + spare);
     const double high = most - gain; // a cut takes back less than a step
     return gain > 0.0 && low + 2.0 * gain <= slower && faster <= high - 2.0 * gain &&
-           mostPower(ride, load, low, low + 2.0 * gain) < -unsure &&
-           leastPower(ride, load, high - 2.0 * gain, high) > unsure;
+           mostPower(road, load, low, low + 2.0 * gain) < -unsure &&
+           leastPower(road, load, high - 2.0 * gain, high) > unsure;
 }
 
 } // namespace torvane
