@@ -89,11 +89,8 @@ struct Folder {
 Model plainModel()
 {
     ParameterBlock block;
-    Model model;
     setDefaults(block);
-    startModel(model.state, block);
-    rebuildModel(model);
-    return model;
+    return modelOf(block);
 }
 
 const std::string& madeRide(int records, MadeFile kind)

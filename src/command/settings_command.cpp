@@ -96,8 +96,7 @@ constexpr Settings settings[] = {
 
 void startModel(Session& session)
 {
-    startModel(session.model.state, workingBlock);
-    rebuildModel(session.model);
+    session.model = modelOf(workingBlock);
 }
 
 void chooseCalculator(const Command& command, ParameterBlock& working)

@@ -13,6 +13,14 @@ void rebuildModel(Model& model)
     keepDragFactors(model);
 }
 
+Model modelOf(ParameterBlock& block)
+{
+    Model model;
+    startModel(model.state, block);
+    rebuildModel(model);
+    return model;
+}
+
 void keepEvaluation(ModelState& state, const Evaluation& evaluation)
 {
     state.currentFrontTooth = evaluation.currentFrontTooth;

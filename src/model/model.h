@@ -46,6 +46,9 @@ struct Model {
 // to 3 and of sprockets within 1 to 15.
 void rebuildModel(Model& model);
 
+// The model of a block, as at the start of the program; lets the block's theory cadences follow the rider's.
+Model modelOf(ParameterBlock& block);
+
 // A profile file written after a run holds the gear, the weight split and the grip of that run, though nothing reads
 // them.
 void keepEvaluation(ModelState& state, const Evaluation& evaluation);

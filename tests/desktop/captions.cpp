@@ -168,8 +168,7 @@ int main()
     tellSymbolFont();
     Shown shown;
     setDefaults(shown.block);
-    startModel(shown.model.state, shown.block);
-    rebuildModel(shown.model);
+    shown.model = modelOf(shown.block);
     INITCOMMONCONTROLSEX classes = {sizeof classes, ICC_UPDOWN_CLASS};
     InitCommonControlsEx(&classes);
     HMODULE program = LoadLibraryExW(L"Torvane.exe", nullptr, LOAD_LIBRARY_AS_DATAFILE);

@@ -84,25 +84,13 @@ std::string legalValue(Dice& dice, const FormState& state, const Row& row)
     }
 }
 
-// For the lists of gears and teeth.
-const Model& defaultModel()
-{
-    static const Model model = [] {
-        ParameterBlock block;
-        Model made;
-        setDefaults(block);
-        startModel(made.state, block);
-        rebuildModel(made);
-        return made;
-    }();
-    return model;
-}
-
 // Some of the rows that the form shows at its opening.
 void addEntries(Dice& dice, const Form& form, int oneIn, const char* lead, std::vector<std::string>& arguments)
 {
+    ParameterBlock block = savedBlock;
+    const Model model = modelOf(block);
     FormState state;
-    openForm(state, form, savedBlock, workingBlock, defaultModel(), true);
+    openForm(state, form, savedBlock, workingBlock, model, true);
     for (const Row& row : form.rows) {
         if (row.name == nullptr || !isEnabled(state, row) || !dice.once(oneIn))
             continue;

@@ -17,30 +17,24 @@
 namespace torvane {
 
 struct PredictionTest : ModelTest {
-    ParameterBlock settings;
     LoadedRide ride = {.presence = {0, 0, 0x11, 0x77, 7, 0x73, 0, 0, 0, 0, 0}};
-
-    PredictionTest()
-    {
-        setDefaults(settings);
-    }
 
     void predict(GpsRecords& records, uint32_t flags)
     {
-        predictAndFinish(model, records, settings, ride.summary, flags);
+        predictAndFinish(model, records, block, ride.summary, flags);
     }
     // The model at the last row.
     Evaluation predictRows(GpsRecords& records, uint32_t flags)
     {
-        TrackModel track = startTrackModel(model, settings, ride.summary, flags);
+        TrackModel track = startTrackModel(model, block, ride.summary, flags);
         predictTrack(track, records);
         return track.now;
     }
     void analyse(GpsRecords& records)
     {
-        uint32_t flags = buildAnalysisFlags(settings, ride.presence);
-        ASSERT_TRUE(formSectors(records, settings.thresholdSpeed / 3.6, flags));
-        refineTrack(records, settings.analyseUnrealInclination, settings.analyseUnrealAccele, flags);
+        uint32_t flags = buildAnalysisFlags(block, ride.presence);
+        ASSERT_TRUE(formSectors(records, block.thresholdSpeed / 3.6, flags));
+        refineTrack(records, block.analyseUnrealInclination, block.analyseUnrealAccele, flags);
         predict(records, flags);
     }
 };
@@ -75,10 +69,10 @@ TEST_F(PredictionTest, aRideOfTheModelComesBackWithItsPower)
         {"noise", {.speedNoise = 0.1, .altitudeNoise = 0.3, .positionNoise = 3}, true, 0.04, 1},
     };
     for (const auto& [name, made, smoothing, meanBound, rowBound] : cases) {
-        settings.analyseSmoothing = smoothing;
-        settings.analyseWindSpeed = made.windSpeed;
-        settings.analyseWindDirection = static_cast<int32_t>(made.windDirection);
-        settings.averageTemperature = made.temperature;
+        block.analyseSmoothing = smoothing;
+        block.analyseWindSpeed = made.windSpeed;
+        block.analyseWindDirection = static_cast<int32_t>(made.windDirection);
+        block.averageTemperature = made.temperature;
         GpsRecords records = makeRide(model, made);
         analyse(records);
         double sum = 0;
@@ -103,7 +97,7 @@ TEST_F(PredictionTest, airAndTemperatureOfARow)
         {analysisNoTimestamps, 15, 0.7},
         {analysisNoTimestamps | analysisFlat, 15, 0.9941},
     };
-    settings.averageTemperature = 15;
+    block.averageTemperature = 15;
     ride.summary.avgTemperature = 10;
     for (auto [flags, temperature, pressureRatio] : cases) {
         GpsRecords records = pairOfRows(8, 0);
@@ -120,10 +114,10 @@ TEST_F(PredictionTest, airAndTemperatureOfARow)
 TEST_F(PredictionTest, windIsTakenAlongTheHeadingAndTheLimitHolds)
 {
     constexpr double cases[][2] = {{90, 3}, {270, -3}, {0, 0}, {150, 1.5}};
-    settings.analyseWindDirection = 90;
-    settings.analyseWindSpeed = 3;
-    settings.limitPowerPrediction = 1;
-    settings.thresholdPower = 100;
+    block.analyseWindDirection = 90;
+    block.analyseWindSpeed = 3;
+    block.limitPowerPrediction = 1;
+    block.thresholdPower = 100;
     for (auto [heading, headWind] : cases) {
         GpsRecords records = pairOfRows(12, 0);
         records[1].heading = heading;
@@ -136,13 +130,13 @@ TEST_F(PredictionTest, accelerationCountsOnlyWhereItIsKnown)
 {
     constexpr std::tuple<uint8_t, uint8_t, bool> cases[] = {
         {0x11, 0x11, true}, {0, 0x11, true}, {1, 0x10, true}, {0, 0x70, false}};
-    settings.analysePowerBase = stageThrust;
+    block.analysePowerBase = stageThrust;
     for (const auto& [timestampFlags, motionFlags, known] : cases) {
         ride.presence.timestampFlags = timestampFlags;
         ride.presence.motionFlags = motionFlags;
         GpsRecords records = pairOfRows(8, 0);
         records[1].acceleration = 0.5;
-        predict(records, buildAnalysisFlags(settings, ride.presence) & analysisSteady);
+        predict(records, buildAnalysisFlags(block, ride.presence) & analysisSteady);
         double inertia = 0.5 * 8 * m.inertialWeight;
         EXPECT_NEAR(records[1].power - records[0].power, known ? inertia : 0, 1e-9);
     }
@@ -152,8 +146,8 @@ using TrackBrakeHeatTest = PredictionTest;
 
 TEST_F(TrackBrakeHeatTest, heatIsNeitherLostNorMade)
 {
-    settings.detectBraking = 1;
-    settings.averageTemperature = 15;
+    block.detectBraking = 1;
+    block.averageTemperature = 15;
     GpsRecords records = pairOfRows(8, -10);
     records.resize(60, records[1]);
     for (size_t i = 0; i < records.size(); i++) {
@@ -187,7 +181,7 @@ TEST_F(TrackBrakeHeatTest, secondsOfAStep)
 {
     // Time of the second row, 100 being that of the first; seconds of friction. A clock may jump by a century.
     constexpr std::pair<uint32_t, double> cases[] = {{101, 1}, {102, 2}, {100, 0}, {99, 0}, {3250000100u, 3.25e9}};
-    const TrackModel track = startTrackModel(model, settings, ride.summary, analysisFlat);
+    const TrackModel track = startTrackModel(model, block, ride.summary, analysisFlat);
     GpsRecords records = pairOfRows(10, 0);
     records[1].temperature = 20;
     for (auto [timestamp, seconds] : cases) {

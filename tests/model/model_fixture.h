@@ -25,9 +25,7 @@ protected:
 
     void restart()
     {
-        model = {};
-        startModel(m, block);
-        rebuildModel(model);
+        model = modelOf(block);
         now = {};
         now.airPressureRatio = m.hectoPascal / seaLevelPressure;
         takeRoad(0.0);
