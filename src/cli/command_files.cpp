@@ -1,5 +1,6 @@
 #include "cli/command_files.h"
 
+#include "core/command_ids.h"
 #include "core/files.h"
 #include "core/text.h"
 
@@ -18,22 +19,22 @@ struct FileRule {
 };
 
 constexpr FileRule rules[] = {
-    {322, 1, 1, FileKind::nothing, "FILE.pro"},
-    {323, 1, 1, FileKind::profile, "FILE.pro"},
-    {901, 1, 1, FileKind::nothing, "RIDE.fit"},
-    {902, 1, 1, FileKind::nothing, "RIDE.fit"},
-    {903, 1, 1, FileKind::nothing, "RIDE.fit"},
-    {904, 2, 2, FileKind::fit, "RIDE.fit OUT.fit"},
-    {905, 2, 6, FileKind::fit, "A.fit B.fit [C.fit [D.fit [E.fit]]] OUT.fit", true},
-    {906, 2, 2, FileKind::fit, "IN.fit OUT.fit"},
-    {907, 2, 2, FileKind::fit, "IN.fit OUT.fit"},
-    {908, 2, 2, FileKind::fit, "IN.fit BASE.fit"},
-    {909, 2, 2, FileKind::fit, "IN.fit OUT.fit"},
-    {910, 2, 2, FileKind::fit, "RIDE.fit OUT.fit"},
-    {991, 2, 2, FileKind::fit, "IN.fit OUT.fit"},
-    {992, 2, 2, FileKind::csv, "IN.fit OUT.csv"},
-    {993, 2, 2, FileKind::fit, "IN.fit OUT.fit"},
-    {994, 2, 2, FileKind::nothing, "A.fit B.fit"},
+    {commandLoadProfile, 1, 1, FileKind::nothing, "FILE.pro"},
+    {commandSaveProfile, 1, 1, FileKind::profile, "FILE.pro"},
+    {commandLoadRide, 1, 1, FileKind::nothing, "RIDE.fit"},
+    {commandExpress, 1, 1, FileKind::nothing, "RIDE.fit"},
+    {commandAnalyse, 1, 1, FileKind::nothing, "RIDE.fit"},
+    {commandCreate, 2, 2, FileKind::fit, "RIDE.fit OUT.fit"},
+    {commandCombine, 2, 6, FileKind::fit, "A.fit B.fit [C.fit [D.fit [E.fit]]] OUT.fit", true},
+    {commandConvert, 2, 2, FileKind::fit, "IN.fit OUT.fit"},
+    {commandAddMessages, 2, 2, FileKind::fit, "IN.fit OUT.fit"},
+    {commandDivide, 2, 2, FileKind::fit, "IN.fit BASE.fit"},
+    {commandExclude, 2, 2, FileKind::fit, "IN.fit OUT.fit"},
+    {commandOneStroke, 2, 2, FileKind::fit, "RIDE.fit OUT.fit"},
+    {commandTimestamp, 2, 2, FileKind::fit, "IN.fit OUT.fit"},
+    {commandFieldDump, 2, 2, FileKind::csv, "IN.fit OUT.csv"},
+    {commandPrepare, 2, 2, FileKind::fit, "IN.fit OUT.fit"},
+    {commandCompare, 2, 2, FileKind::nothing, "A.fit B.fit"},
 };
 
 const FileRule* ruleOf(int command)
@@ -53,7 +54,7 @@ RunFiles plainRun(const FileRule& rule, const std::vector<std::string>& files)
     RunFiles run;
     for (const std::string& file : files)
         run.sources.push_back(absolutePath(file));
-    if (rule.command == 322 || rule.command == 323)
+    if (rule.command == commandLoadProfile || rule.command == commandSaveProfile)
         run.sources.back() = profilePath(run.sources.back());
     if (rule.writes != FileKind::nothing) {
         run.destination = run.sources.back();

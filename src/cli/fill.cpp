@@ -11,7 +11,6 @@ namespace torvane {
 
 namespace {
 
-constexpr int createCommand = 904;
 constexpr int analyseFormId = 2053;
 
 bool formTakes(const Form* form, std::string_view name)
@@ -103,7 +102,7 @@ bool fillChild(FormState& state, Run& run)
 
 const Form* settingsForm(const Command& command)
 {
-    bool analyses = command.id == createCommand || command.menu == MenuAfter::oneStroke;
+    bool analyses = command.id == commandCreate || command.menu == MenuAfter::oneStroke;
     return analyses ? findForm(analyseFormId) : nullptr;
 }
 

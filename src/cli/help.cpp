@@ -22,7 +22,8 @@ struct Topic {
     int sheet;
 };
 
-constexpr Topic topics[] = {{"profile", 321}, {"condition", 324}, {"preference", 325}};
+constexpr Topic topics[] = {
+    {"profile", commandProfile}, {"condition", commandCondition}, {"preference", commandPreference}};
 
 const Topic* findTopic(std::string_view name)
 {

@@ -23,12 +23,9 @@ namespace torvane {
 
 namespace {
 
-constexpr int loadCommand = 901, expressCommand = 902, createCommand = 904, divideCommandId = 908,
-              compareCommandId = 994;
-
 bool succeeded(const Command& command, ResultStatus result)
 {
-    if (command.id < loadCommand)
+    if (command.id < commandLoadRide)
         return !isFatal(result);
     return result == fitOk || (result >= fitLoaded && result <= fitPrepared);
 }
@@ -50,7 +47,7 @@ const Box* greyed(const Command& command, AnalysisReadiness readiness)
                                  "no need to analyse and predict cause power and cadence are already existing"};
     if (readiness & analysisImpossible)
         return &impossible;
-    if (command.id != expressCommand && readiness != readyForAnalysis)
+    if (command.id != commandExpress && readiness != readyForAnalysis)
         return &needless;
     return nullptr;
 }
@@ -59,7 +56,7 @@ const Box* greyed(const Command& command, AnalysisReadiness readiness)
 int loadRide(Run& run)
 {
     run.session.chosenRide = run.files.sources[0];
-    ResultStatus result = findCommand(loadCommand)->operation(run.session);
+    ResultStatus result = findCommand(commandLoadRide)->operation(run.session);
     if (result != fitOk)
         return finish(run, result);
     run.answer.status.clear();
@@ -73,7 +70,7 @@ int loadRide(Run& run)
 
 bool worksOnLoadedRide(const Command& command)
 {
-    return command.id >= expressCommand && command.id <= createCommand;
+    return command.id >= commandExpress && command.id <= commandCreate;
 }
 
 // Names of the parts that a division writes.
@@ -105,7 +102,7 @@ bool mayWrite(Run& run, const Output& output)
 
 bool mayWriteDestination(Run& run)
 {
-    if (!run.answer.outputs.empty() && run.command.id == divideCommandId)
+    if (!run.answer.outputs.empty() && run.command.id == commandDivide)
         listParts(run);
     bool may = std::ranges::all_of(
         run.answer.outputs, [&](const std::string& path) { return mayWrite(run, outputOf(run.command.id, path)); });
@@ -125,9 +122,9 @@ void takeSources(const Run& run)
 int runLong(Run& run)
 {
     chooseCalculator(run.command, workingBlock);
-    if (run.command.id == loadCommand)
+    if (run.command.id == commandLoadRide)
         run.session.chosenRide = run.files.sources[0];
-    if (run.command.id == compareCommandId)
+    if (run.command.id == commandCompare)
         takeSources(run);
     if (worksOnLoadedRide(run.command)) {
         if (int code = loadRide(run))
@@ -306,7 +303,7 @@ std::vector<std::string> sourcesOf(const Command& command, const Request& reques
 std::string checkDestinations(const WriteRules& rules, const Command& command, const std::vector<RunFiles>& runs)
 {
     std::string fault;
-    for (size_t i = 0; fault.empty() && i < runs.size() && command.id != divideCommandId; ++i)
+    for (size_t i = 0; fault.empty() && i < runs.size() && command.id != commandDivide; ++i)
         fault = rules.sourceFault(runs[i].destination);
     return fault;
 }

@@ -4,6 +4,7 @@
 
 #include "cli/entries.h"
 #include "command/session.h"
+#include "core/command_ids.h"
 
 #include <string>
 #include <vector>
@@ -12,7 +13,7 @@ namespace torvane {
 
 // The three commands whose sheets are settings, in the order in which they are applied: what a preference enables on
 // another page is known there.
-constexpr int settingsSheets[] = {325, 321, 324};
+constexpr int settingsSheets[] = {commandPreference, commandProfile, commandCondition};
 
 // Sets, checks and stores into workingBlock; the sheets touched are finished as by their commands. The first fault ends
 // it: its box or refusal is added, and false comes back. With save the pages touched become defaults.

@@ -2,6 +2,7 @@
 // it.
 #pragma once
 
+#include "core/command_ids.h"
 #include "core/parameter_block.h"
 #include "core/result_status.h"
 
@@ -33,7 +34,7 @@ enum class Work : uint8_t {
 };
 
 // Which record of last choices a long command moves to itself before its dialog opens.
-enum class Family : uint8_t { none, theory, ride }; // theoryCalculator = id - 701, rideMode = id - 801
+enum class Family : uint8_t { none, theory, ride }; // theoryCalculator, rideMode: by the order of ids
 
 // When the graph window opens after a long command.
 enum class GraphWhen : uint8_t {

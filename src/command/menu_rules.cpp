@@ -1,28 +1,26 @@
 // The loaded activity opens and greys the commands that work on it.
 #include "command/menu_rules.h"
 
+#include "core/command_ids.h"
+
 namespace torvane {
 
 namespace {
 
 using EnableCommand = void (*)(int id, bool enabled);
 
-constexpr int expressCommand = 902;
-constexpr int analyseCommand = 903;
-constexpr int createCommand = 904;
-
 void afterLoad(AnalysisReadiness readiness, EnableCommand enableCommand)
 {
-    enableCommand(expressCommand, (readiness & analysisImpossible) == 0);
-    enableCommand(analyseCommand, readiness == readyForAnalysis);
-    enableCommand(createCommand, false);
+    enableCommand(commandExpress, (readiness & analysisImpossible) == 0);
+    enableCommand(commandAnalyse, readiness == readyForAnalysis);
+    enableCommand(commandCreate, false);
 }
 
 } // namespace
 
 void greyActivityCommands(EnableCommand enableCommand)
 {
-    for (int id : {expressCommand, analyseCommand, createCommand})
+    for (int id : {commandExpress, commandAnalyse, commandCreate})
         enableCommand(id, false);
 }
 
@@ -40,7 +38,7 @@ void adjustMenu(MenuAfter rule, ResultStatus status, AnalysisReadiness readiness
             greyActivityCommands(enableCommand);
         break;
     case MenuAfter::analysed:
-        enableCommand(createCommand, succeeded && readiness == readyForAnalysis);
+        enableCommand(commandCreate, succeeded && readiness == readyForAnalysis);
         break;
     case MenuAfter::toolRan:
         greyActivityCommands(enableCommand);

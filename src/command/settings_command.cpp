@@ -14,9 +14,6 @@ namespace torvane {
 
 namespace {
 
-constexpr int firstTheoryCommand = 701;
-constexpr int firstRideCommand = 801;
-
 void choose(int32_t& present, int32_t& target, int32_t number)
 {
     if (present != number)
@@ -88,8 +85,8 @@ struct Settings {
 };
 
 constexpr Settings settings[] = {
-    {321, finishProfile},   {322, loadNamedProfile}, {323, saveNamedProfile},
-    {324, finishCondition}, {325, finishPreference},
+    {commandProfile, finishProfile},     {commandLoadProfile, loadNamedProfile}, {commandSaveProfile, saveNamedProfile},
+    {commandCondition, finishCondition}, {commandPreference, finishPreference},
 };
 
 } // namespace
@@ -102,9 +99,9 @@ void startModel(Session& session)
 void chooseCalculator(const Command& command, ParameterBlock& working)
 {
     if (command.family == Family::theory)
-        choose(working.theoryCalculator, working.theoryTarget, command.id - firstTheoryCommand);
+        choose(working.theoryCalculator, working.theoryTarget, command.id - commandCadenceTheory);
     if (command.family == Family::ride)
-        choose(working.rideMode, working.rideTarget, command.id - firstRideCommand);
+        choose(working.rideMode, working.rideTarget, command.id - commandPowerAndVelocity);
 }
 
 ResultStatus finishSettings(Session& session, const Command& command)

@@ -158,7 +158,8 @@ extern FormMarks formMarks;
 // Every form of the program by its id; null for an unknown one.
 const Form* findForm(int id);
 std::span<const Form* const> allForms();
-// Pages of the property sheet of a command (321, 324, 325), in the order of their tabs; empty for any other.
+// Pages of the property sheet of commandProfile, commandCondition or commandPreference, in the order of their tabs;
+// empty for any other.
 std::span<const Form* const> sheetPages(int command);
 
 // Loads the private copy by the form's rule and prints all texts. The model outlives the open form.

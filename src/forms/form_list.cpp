@@ -1,4 +1,5 @@
 // Every form of the program, and which pages make a sheet.
+#include "core/command_ids.h"
 #include "forms/dialogs.h"
 #include "forms/pages.h"
 
@@ -72,11 +73,11 @@ std::span<const Form* const> allForms()
 std::span<const Form* const> sheetPages(int command)
 {
     switch (command) {
-    case 321:
+    case commandProfile:
         return profileSheet;
-    case 324:
+    case commandCondition:
         return conditionSheet;
-    case 325:
+    case commandPreference:
         return preferenceSheet;
     default:
         return {};

@@ -1,5 +1,6 @@
 #include "forms/profile_limits.h"
 
+#include "core/command_ids.h"
 #include "core/text.h"
 #include "forms/form.h"
 
@@ -28,7 +29,7 @@ std::string figureBeyondLimits(const Form& page, const Model& model, const Param
 
 std::string figureBeyondLimits(const Model& model, const ParameterBlock& block)
 {
-    constexpr int sheets[] = {321, 324};
+    constexpr int sheets[] = {commandProfile, commandCondition};
     for (int sheet : sheets)
         for (const Form* page : sheetPages(sheet))
             if (std::string text = figureBeyondLimits(*page, model, block); !text.empty())

@@ -2,6 +2,7 @@
 // nothing; the sheet closes all the same.
 #include "ui/form_page.h"
 
+#include "core/command_ids.h"
 #include "core/parameter_block.h"
 #include "core/wide_text.h"
 #include "forms/form.h"
@@ -131,9 +132,9 @@ HPROPSHEETPAGE createPage(PageData& data)
 const wchar_t* sheetTitle(int command)
 {
     switch (command) {
-    case 321:
+    case commandProfile:
         return L"profile";
-    case 324:
+    case commandCondition:
         return L"condition";
     default:
         return L"preference";

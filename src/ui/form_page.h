@@ -5,7 +5,8 @@
 
 namespace torvane {
 
-// Runs the sheet of a command (321, 324, 325). What was accepted stands in workingBlock when it returns.
+// Runs the sheet of commandProfile, commandCondition or commandPreference. What was accepted stands in workingBlock
+// when it returns.
 void runPropertySheet(HWND owner, int command);
 
 } // namespace torvane

@@ -1,6 +1,7 @@
 // One row for each command.
 #include "ui/window_commands.h"
 
+#include "core/command_ids.h"
 #include "ui/font_choice.h"
 #include "ui/main_window.h"
 #include "ui/page_setup.h"
@@ -12,8 +13,6 @@
 namespace torvane {
 
 namespace {
-
-constexpr int firstFontCommand = 304;
 
 void about(HWND, int)
 {
@@ -29,7 +28,7 @@ void exitProgram(HWND, int)
 // Its distance from the first font command is the scope: so both commands of the lower pane change all of its text.
 void chooseFont(HWND pane, int id)
 {
-    chooseScreenFont(pane, id - firstFontCommand);
+    chooseScreenFont(pane, id - commandFontSelectedUpper);
 }
 
 void clear(HWND pane, int)
@@ -75,12 +74,23 @@ constexpr HWND ScreenSet::*upper = &ScreenSet::upperScreen;
 constexpr HWND ScreenSet::*lower = &ScreenSet::lowerScreen;
 
 constexpr WindowCommand commands[] = {
-    {302, about, upper, false},      {303, exitProgram, upper, false}, {304, chooseFont, upper, false},
-    {305, chooseFont, upper, false}, {306, chooseFont, lower, true},   {307, chooseFont, lower, true},
-    {308, clear, upper, true},       {309, clear, lower, true},        {310, print, upper, true},
-    {311, print, lower, true},       {312, save, upper, true},         {313, save, lower, true},
-    {314, saveAs, upper, true},      {315, saveAs, lower, true},       {316, open, upper, true},
-    {317, open, lower, true},        {318, setUpPage, upper, false},
+    {commandAbout, about, upper, false},
+    {commandExit, exitProgram, upper, false},
+    {commandFontSelectedUpper, chooseFont, upper, false},
+    {commandFontAllUpper, chooseFont, upper, false},
+    {commandFontSelectedLower, chooseFont, lower, true},
+    {commandFontAllLower, chooseFont, lower, true},
+    {commandClearUpper, clear, upper, true},
+    {commandClearLower, clear, lower, true},
+    {commandPrintUpper, print, upper, true},
+    {commandPrintLower, print, lower, true},
+    {commandSaveUpper, save, upper, true},
+    {commandSaveLower, save, lower, true},
+    {commandSaveAsUpper, saveAs, upper, true},
+    {commandSaveAsLower, saveAs, lower, true},
+    {commandOpenUpper, open, upper, true},
+    {commandOpenLower, open, lower, true},
+    {commandPageSetUp, setUpPage, upper, false},
 };
 
 } // namespace
