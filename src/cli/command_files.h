@@ -4,17 +4,12 @@
 #include "cli/request.h"
 #include "cli/write_rules.h"
 #include "command/command_table.h"
+#include "command/fill.h"
 
 #include <string>
 #include <vector>
 
 namespace torvane {
-
-// The files of one run; absolute paths.
-struct RunFiles {
-    std::vector<std::string> sources;
-    std::string destination; // empty: none
-};
 
 // "RIDE.fit OUT.fit", as the help shows it; empty for a command without files.
 const char* filePattern(int command);

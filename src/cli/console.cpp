@@ -2,10 +2,10 @@
 
 #include "cli/ending_signals.h"
 #include "cli/help.h"
-#include "cli/nearest.h"
 #include "cli/run.h"
-#include "cli/settings.h"
+#include "command/nearest.h"
 #include "command/settings_command.h"
+#include "command/settings_entries.h"
 #include "core/files.h"
 #include "core/parameter_file.h"
 #include "core/text.h"

@@ -1,9 +1,9 @@
 #include "cli/help.h"
 
 #include "cli/command_files.h"
-#include "cli/entries.h"
-#include "cli/fill.h"
 #include "command/command_table.h"
+#include "command/entries.h"
+#include "command/fill.h"
 #include "core/text.h"
 #include "forms/form.h"
 

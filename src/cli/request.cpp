@@ -1,6 +1,6 @@
 #include "cli/request.h"
 
-#include "cli/nearest.h"
+#include "command/nearest.h"
 
 #include <cctype>
 #include <string_view>

@@ -1,14 +1,12 @@
-// What the user asked for, taken apart: options, command, entries, files. Knows neither commands nor entries.
+// What the user asked for, taken apart: options, command, entries, files. Knows no command and no entry by name.
 #pragma once
+
+#include "command/entries.h"
 
 #include <string>
 #include <vector>
 
 namespace torvane {
-
-struct Assignment {
-    std::string name, value;
-};
 
 struct Request {
     bool help = false;                // --help

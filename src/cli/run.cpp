@@ -2,11 +2,11 @@
 
 #include "cli/command_files.h"
 #include "cli/ending_signals.h"
-#include "cli/fill.h"
 #include "cli/json.h"
 #include "cli/piped_sources.h"
-#include "cli/settings.h"
+#include "command/fill.h"
 #include "command/settings_command.h"
+#include "command/settings_entries.h"
 #include "core/files.h"
 #include "core/shown_text.h"
 #include "core/text.h"
@@ -22,6 +22,18 @@
 namespace torvane {
 
 namespace {
+
+// One run of a command.
+struct Run {
+    Session& session;
+    const Command& command;
+    const Request& request;
+    Streams& streams;
+    WriteRules& rules;
+    RunFiles files;
+    Answer answer = {};
+    std::vector<std::string> notes = {}; // entries without effect
+};
 
 bool succeeded(const Command& command, ResultStatus result)
 {
@@ -119,6 +131,50 @@ void takeSources(const Run& run)
         toolInputs.files[i].path = run.files.sources[i];
 }
 
+// With the way in which the console takes an entry that stands in the wrong place.
+std::string consoleText(const Refusal& refusal)
+{
+    if (refusal.kind == RefusalKind::ofPage)
+        return refusal.text + ": give it as --set " + refusal.entry + "=...";
+    if (refusal.kind == RefusalKind::ofCommand)
+        return refusal.text + ", to be given behind it without --set";
+    return refusal.text;
+}
+
+Filling fillingOf(const Run& run)
+{
+    return {run.session, run.command, run.request.entries, run.files, run.request.save};
+}
+
+// What a form of the run had to say; whether it was accepted comes back.
+bool tellFilling(bool accepted, const Filling& filling, Run& run)
+{
+    for (const Refusal& refusal : filling.faults.refusals)
+        refuse(run.streams, consoleText(refusal));
+    tellBoxes(run.answer, run.streams, filling.boxes);
+    run.notes.insert(run.notes.end(), filling.faults.notes.begin(), filling.faults.notes.end());
+    return accepted;
+}
+
+// The settings of the analysis behind the command, where it has any.
+bool enterSettings(Run& run)
+{
+    const Form* form = settingsForm(run.command);
+    if (!form)
+        return true;
+    Filling filling = fillingOf(run);
+    return tellFilling(fillForm(*form, run.session.ride, filling), filling, run);
+}
+
+bool enterDialog(Run& run)
+{
+    Filling filling = fillingOf(run);
+    bool accepted = tellFilling(fillDialog(filling), filling, run);
+    if (accepted && !filling.destination.empty())
+        run.answer.outputs = {filling.destination};
+    return accepted;
+}
+
 int runLong(Run& run)
 {
     chooseCalculator(run.command, workingBlock);
@@ -129,10 +185,10 @@ int runLong(Run& run)
     if (worksOnLoadedRide(run.command)) {
         if (int code = loadRide(run))
             return code;
-        if (const Form* form = settingsForm(run.command); form && !fillForm(*form, run.session.ride, run))
+        if (!enterSettings(run))
             return exitRefused;
     }
-    if (!fillDialog(run) || !mayWriteDestination(run))
+    if (!enterDialog(run) || !mayWriteDestination(run))
         return exitRefused;
     for (const std::string& text : run.notes)
         note(run.streams, text);
@@ -284,7 +340,7 @@ std::string checkRequest(const Command& command, const Request& request)
         return consoleName(command) + " is not built yet";
     if (!request.graph.empty() && command.graph == GraphWhen::never)
         return consoleName(command) + " has no graph";
-    return command.entry == Entry::sheet ? std::string() : checkNames(command, request);
+    return command.entry == Entry::sheet ? std::string() : consoleText(checkNames(command, request.entries));
 }
 
 // What the call reads. A profile that it starts from may be kept under its own name.
@@ -334,8 +390,8 @@ void note(Streams& streams, const std::string& text)
 void tellSettings(bool applied, const EntryFaults& faults, const std::vector<Box>& boxes, Answer& answer,
                   Streams& streams)
 {
-    for (const std::string& text : faults.refusals)
-        refuse(streams, text);
+    for (const Refusal& refusal : faults.refusals)
+        refuse(streams, consoleText(refusal));
     tellBoxes(answer, streams, boxes);
     for (size_t i = 0; applied && i < faults.notes.size(); ++i)
         note(streams, faults.notes[i]);

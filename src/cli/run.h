@@ -2,9 +2,9 @@
 #pragma once
 
 #include "cli/answer.h"
-#include "cli/entries.h"
 #include "cli/request.h"
 #include "command/command_table.h"
+#include "command/entries.h"
 
 namespace torvane {
 

@@ -1,8 +1,7 @@
-// The entries of the profile, condition and preference pages on the command line, as if the sheets had been filled in
-// and accepted.
+// The entries of the profile, condition and preference pages by name, as if the sheets had been filled in and accepted.
 #pragma once
 
-#include "cli/entries.h"
+#include "command/entries.h"
 #include "command/session.h"
 #include "core/command_ids.h"
 

@@ -1,9 +1,7 @@
-#include "cli/fill.h"
+#include "command/fill.h"
 
-#include "cli/entries.h"
-#include "cli/nearest.h"
-#include "cli/run.h"
-#include "cli/settings.h"
+#include "command/nearest.h"
+#include "command/settings_entries.h"
 
 #include <algorithm>
 
@@ -18,7 +16,7 @@ bool formTakes(const Form* form, std::string_view name)
     return form && hasEntry(*form, name);
 }
 
-std::string unknownEntry(const Command& command, const std::string& name)
+Refusal unknownEntry(const Command& command, const std::string& name)
 {
     std::vector<std::string> names;
     for (const Form* form : {findForm(command.form), settingsForm(command)})
@@ -26,8 +24,8 @@ std::string unknownEntry(const Command& command, const std::string& name)
             collectNames(*form, names);
     std::vector<std::string> pageNames = settingNames();
     if (std::ranges::find(pageNames, name) != pageNames.end())
-        return name + " is an entry of a page: give it as --set " + name + "=...";
-    return consoleName(command) + " has no entry " + name + suggestion(name, names);
+        return {RefusalKind::ofPage, name, name + " is an entry of a page"};
+    return {RefusalKind::unknownEntry, name, consoleName(command) + " has no entry " + name + suggestion(name, names)};
 }
 
 void takePaths(FormState& state, const RunFiles& files)
@@ -43,55 +41,59 @@ void takePaths(FormState& state, const RunFiles& files)
     }
 }
 
-std::vector<Assignment> entriesFor(const Form& form, const Request& request)
+std::vector<Assignment> entriesFor(const Form& form, const std::vector<Assignment>& entries)
 {
     std::vector<Assignment> own;
-    for (const Assignment& entry : request.entries)
+    for (const Assignment& entry : entries)
         if (hasEntry(form, entry.name))
             own.push_back(entry);
     return own;
 }
 
-// Sets the entries of an open form; false when one was refused. What has no effect is told once the form is accepted.
-bool enter(FormState& state, Run& run)
+void keepBoxes(Filling& filling, const Verdict& verdict)
 {
-    EntryFaults faults;
-    for (const Assignment& hidden : setEntries(state, entriesFor(*state.form, run.request), faults))
+    filling.boxes.insert(filling.boxes.end(), verdict.boxes.begin(), verdict.boxes.end());
+}
+
+// Sets the entries of an open form; false when one was refused. What has no effect is told once the form is accepted.
+bool enter(FormState& state, Filling& filling)
+{
+    EntryFaults& faults = filling.faults;
+    for (const Assignment& hidden : setEntries(state, entriesFor(*state.form, filling.entries), faults))
         faults.notes.push_back(hidden.name + " has no effect with these choices");
-    run.notes.insert(run.notes.end(), faults.notes.begin(), faults.notes.end());
-    for (const std::string& text : faults.refusals)
-        refuse(run.streams, text);
     return faults.refusals.empty();
 }
 
-bool confirm(FormState& state, Run& run)
+bool confirm(FormState& state, Filling& filling)
 {
     if (!mayConfirm(state)) {
-        refuse(run.streams, consoleName(run.command) + " needs " + state.form->confirmNeeds);
+        filling.faults.refusals.push_back(
+            {RefusalKind::missing, {}, consoleName(filling.command) + " needs " + state.form->confirmNeeds});
         return false;
     }
     Verdict verdict = confirmForm(state, workingBlock);
-    tellBoxes(run.answer, run.streams, verdict.boxes);
+    filling.faults.beyond = state.refused;
+    keepBoxes(filling, verdict);
     return verdict.passed;
 }
 
-void open(FormState& state, const Form& form, const LoadedRide& ride, const Run& run)
+void open(FormState& state, const Form& form, const LoadedRide& ride, const Filling& filling)
 {
-    openForm(state, form, savedBlock, workingBlock, run.session.model, true, ride);
-    state.saveAsDefault = run.request.save;
-    takePaths(state, run.files);
+    openForm(state, form, savedBlock, workingBlock, filling.session.model, true, ride);
+    state.saveAsDefault = filling.saveAsDefault;
+    takePaths(state, filling.files);
 }
 
 // The settings of an analysis, opened by a button of the dialog when something of them is to be changed.
-bool fillChild(FormState& state, Run& run)
+bool fillChild(FormState& state, Filling& filling)
 {
     for (const Row& row : state.form->rows) {
         const Form* child = row.kind == RowKind::button ? findForm(row.child) : nullptr;
-        if (!child || entriesFor(*child, run.request).empty())
+        if (!child || entriesFor(*child, filling.entries).empty())
             continue;
         Verdict verdict = pressButton(state, row, workingBlock);
-        tellBoxes(run.answer, run.streams, verdict.boxes);
-        if (!verdict.passed || !fillForm(*child, state.ride, run))
+        keepBoxes(filling, verdict);
+        if (!verdict.passed || !fillForm(*child, state.ride, filling))
             return false;
         buttonReturned(state, row, workingBlock);
     }
@@ -106,32 +108,32 @@ const Form* settingsForm(const Command& command)
     return analyses ? findForm(analyseFormId) : nullptr;
 }
 
-std::string checkNames(const Command& command, const Request& request)
+Refusal checkNames(const Command& command, const std::vector<Assignment>& entries)
 {
-    for (const Assignment& entry : request.entries)
+    for (const Assignment& entry : entries)
         if (!formTakes(findForm(command.form), entry.name) && !formTakes(settingsForm(command), entry.name))
             return unknownEntry(command, entry.name);
     return {};
 }
 
-bool fillForm(const Form& form, const LoadedRide& ride, Run& run)
+bool fillForm(const Form& form, const LoadedRide& ride, Filling& filling)
 {
     FormState state;
-    open(state, form, ride, run);
-    return enter(state, run) && confirm(state, run);
+    open(state, form, ride, filling);
+    return enter(state, filling) && confirm(state, filling);
 }
 
-bool fillDialog(Run& run)
+bool fillDialog(Filling& filling)
 {
-    const Form* form = findForm(run.command.form);
+    const Form* form = findForm(filling.command.form);
     if (!form)
         return true;
     FormState state;
-    open(state, *form, run.session.ride, run);
-    if (!enter(state, run) || !fillChild(state, run) || !confirm(state, run))
+    open(state, *form, filling.session.ride, filling);
+    if (!enter(state, filling) || !fillChild(state, filling) || !confirm(state, filling))
         return false;
-    if (!run.files.destination.empty())
-        run.answer.outputs = {state.paths[destinationPath]};
+    if (!filling.files.destination.empty())
+        filling.destination = state.paths[destinationPath];
     return true;
 }
 

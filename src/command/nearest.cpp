@@ -1,4 +1,4 @@
-#include "cli/nearest.h"
+#include "command/nearest.h"
 
 #include <algorithm>
 #include <cctype>

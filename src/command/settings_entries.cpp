@@ -1,7 +1,7 @@
-#include "cli/settings.h"
+#include "command/settings_entries.h"
 
-#include "cli/nearest.h"
 #include "command/command_table.h"
+#include "command/nearest.h"
 #include "command/settings_command.h"
 #include "forms/form.h"
 
@@ -35,6 +35,7 @@ bool confirm(FormState& state, Applying& applying)
     if (!applying.faults.refusals.empty())
         return false;
     Verdict verdict = confirmForm(state, workingBlock);
+    applying.faults.beyond = state.refused;
     applying.boxes.insert(applying.boxes.end(), verdict.boxes.begin(), verdict.boxes.end());
     return verdict.passed;
 }
@@ -73,7 +74,8 @@ bool pressPredict(FormState& state, const Assignment& assignment, Applying& appl
         buttonReturned(state, row, workingBlock);
         return true;
     }
-    applying.faults.refusals.push_back("predictWheel takes front or rear, not '" + assignment.value + "'");
+    applying.faults.refusals.push_back(
+        {RefusalKind::badValue, assignment.name, "predictWheel takes front or rear, not '" + assignment.value + "'"});
     return false;
 }
 
@@ -135,11 +137,12 @@ bool namesAreKnown(const std::vector<Assignment>& settings, EntryFaults& faults)
     for (const Assignment& assignment : settings) {
         if (std::ranges::find(names, assignment.name) != names.end())
             continue;
-        if (anyFormHas(assignment.name))
-            faults.refusals.push_back(assignment.name +
-                                      " is an entry of a command, to be given behind it without --set");
+        const std::string& name = assignment.name;
+        if (anyFormHas(name))
+            faults.refusals.push_back({RefusalKind::ofCommand, name, name + " is an entry of a command"});
         else
-            faults.refusals.push_back("no page has an entry " + assignment.name + suggestion(assignment.name, names));
+            faults.refusals.push_back(
+                {RefusalKind::unknownEntry, name, "no page has an entry " + name + suggestion(name, names)});
     }
     return faults.refusals.empty();
 }

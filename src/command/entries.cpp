@@ -1,6 +1,6 @@
-#include "cli/entries.h"
+#include "command/entries.h"
 
-#include "cli/nearest.h"
+#include "command/nearest.h"
 
 #include <algorithm>
 #include <cctype>
@@ -91,12 +91,17 @@ int valueOf(const FormState& state, const Row& row, std::string_view value)
     return found == labels.end() ? -1 : static_cast<int>(found - labels.begin());
 }
 
+void refuseValue(EntryFaults& faults, const Assignment& assignment, const std::string& text)
+{
+    faults.refusals.push_back({RefusalKind::badValue, assignment.name, assignment.name + text});
+}
+
 void makeChoice(FormState& state, const Row& row, const Assignment& assignment, EntryFaults& faults)
 {
     int value = valueOf(state, row, assignment.value);
     if (value < 0)
-        faults.refusals.push_back(assignment.name + " has no choice '" + assignment.value +
-                                  "'; it takes: " + listed(labelsOf(state, row)));
+        refuseValue(faults, assignment,
+                    " has no choice '" + assignment.value + "'; it takes: " + listed(labelsOf(state, row)));
     else
         choose(state, row, value);
 }
@@ -121,8 +126,8 @@ void typeEntry(FormState& state, const Row& row, const Assignment& assignment, E
     if (isNumber(assignment.value, whole))
         typeText(state, row, assignment.value);
     else
-        faults.refusals.push_back(assignment.name + " takes a " + (whole ? "whole " : "") + "number, not '" +
-                                  assignment.value + "'");
+        refuseValue(faults, assignment,
+                    std::string(" takes a ") + (whole ? "whole " : "") + "number, not '" + assignment.value + "'");
 }
 
 void place(FormState& state, const Row& row, const Assignment& assignment, EntryFaults& faults)

@@ -1,7 +1,6 @@
 // From NAME=VALUE to the rows of a form. Only what is named is typed; all else keeps its value to the last bit.
 #pragma once
 
-#include "cli/request.h"
 #include "forms/form.h"
 
 #include <string>
@@ -9,10 +8,29 @@
 
 namespace torvane {
 
+struct Assignment {
+    std::string name, value;
+};
+
+enum class RefusalKind {
+    unknownEntry, // there is no entry of that name
+    ofPage,       // asked of a command, it is an entry of a page
+    ofCommand,    // asked of the pages, it is an entry of a command
+    badValue,     // no number, or none of the choices
+    missing,      // the dialog cannot be confirmed without more
+};
+
+struct Refusal {
+    RefusalKind kind;
+    std::string entry;
+    std::string text;
+};
+
 // What became of assignments; each text is one line.
 struct EntryFaults {
-    std::vector<std::string> refusals; // the form must not be confirmed
-    std::vector<std::string> notes;    // accepted, but without effect
+    std::vector<Refusal> refusals;  // the form must not be confirmed
+    std::vector<std::string> notes; // accepted, but without effect
+    const Row* beyond = nullptr;    // what the form refused when it was confirmed, where that was one entry
 };
 
 // Sets the named rows of an open form: choices first, in the order of the rows, then what is typed. Names that the
