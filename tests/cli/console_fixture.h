@@ -1,4 +1,4 @@
-// One call of the console program in this process, with what it printed.
+// One call of the console program in this process, with what it printed, and files for it.
 #pragma once
 
 #include "cli/console.h"
@@ -27,6 +27,12 @@ inline Call call(const std::vector<std::string>& arguments)
     return {code, out.str(), err.str()};
 }
 
+inline Call call(std::vector<std::string> front, const std::vector<std::string>& rest)
+{
+    front.insert(front.end(), rest.begin(), rest.end());
+    return call(front);
+}
+
 // A ride of positions, altitude, distance and speed, without cadence and power.
 inline Bytes plainRide(int records = 60, int64_t start = 1'000'000'000)
 {
@@ -39,5 +45,17 @@ inline Bytes plainRide(int records = 60, int64_t start = 1'000'000'000)
     fit.message(2, {1'000'000'059, 1'000'000'000, 2, 59'000, 47'200});
     return fit.file();
 }
+
+struct ConsoleTest : testing::Test {
+    TestFolder folder;
+    const std::string& in = folder.path;
+
+    // The path of a file with these bytes.
+    std::string put(const std::string& name, const Bytes& bytes) const
+    {
+        writeBytes(in + name, bytes);
+        return in + name;
+    }
+};
 
 } // namespace torvane

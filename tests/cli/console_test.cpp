@@ -3,7 +3,6 @@
 
 #include "core/parameter_file.h"
 #include "figures.h"
-#include "fit/fit_builder.h"
 #include "forms/form.h"
 #include "version.h"
 
@@ -13,17 +12,10 @@
 
 namespace torvane {
 
-namespace {
+using Console = ConsoleTest;
 
-std::string written(const TestFolder& folder, const std::string& name, const Bytes& bytes)
-{
-    writeBytes(folder.path + name, bytes);
-    return folder.path + name;
-}
-
-} // namespace
-
-TEST(Console, RefusesInOneLine)
+// And leaves no file, where it was to keep the defaults.
+TEST_F(Console, RefusesInOneLine)
 {
     const std::pair<std::vector<std::string>, const char*> cases[] = {
         {{"801", "ridePower=3001"}, "warning: found too large value of a power\n"},
@@ -48,7 +40,6 @@ TEST(Console, RefusesInOneLine)
         {{"--jsn", "801"}, "torvane-cli: unknown option --jsn; did you mean --json?\n"},
         {{"--set", "72", "801"}, "torvane-cli: --set needs NAME=VALUE, not '72'\n"},
         {{"--json=1", "801"}, "torvane-cli: --json takes no value\n"},
-        {{"--save", "801"}, "torvane-cli: --save needs --par FILE: there is no file to keep the defaults in\n"},
         {{"--graph", "g.svg", "701"}, "torvane-cli: cadence-theory has no graph\n"},
         {{"801", "ride.fit"}, "torvane-cli: power-and-velocity takes no file; 'ride.fit' is no NAME=VALUE\n"},
         {{"combine", "a.fit"}, "torvane-cli: combine-fit-files takes A.fit B.fit [C.fit [D.fit [E.fit]]] OUT.fit\n"},
@@ -63,11 +54,15 @@ TEST(Console, RefusesInOneLine)
         EXPECT_EQ(answer.err, err);
         EXPECT_EQ(answer.out, "");
         EXPECT_EQ(answer.code, 2) << err;
+        EXPECT_EQ(call({"--par", in + "new.par", "--save"}, arguments).code, 2);
+        EXPECT_EQ(folder.count(), 0u) << err;
     }
     EXPECT_EQ(call({}).code, 2);
+    EXPECT_EQ(call({"--save", "801"}).err,
+              "torvane-cli: --save needs --par FILE: there is no file to keep the defaults in\n");
 }
 
-TEST(Console, PrintsPaneAndStatusApart)
+TEST_F(Console, PrintsPaneAndStatusApart)
 {
     Call answer = call({"power-and-velocity", "rideTarget=power", "rideVelocity=40"});
     EXPECT_EQ(answer.code, 0);
@@ -79,7 +74,7 @@ TEST(Console, PrintsPaneAndStatusApart)
     EXPECT_EQ(call({"801", "rideVelocity=40"}).out, answer.out) << "each call starts afresh";
 }
 
-TEST(Console, TakesChoicesByLabelPartAndIndex)
+TEST_F(Console, TakesChoicesByLabelPartAndIndex)
 {
     std::string third = call({"803", "rideTarget=3"}).err;
     for (const char* typed : {"rideTarget=sector time", "rideTarget=Sector-Time"})
@@ -89,7 +84,7 @@ TEST(Console, TakesChoicesByLabelPartAndIndex)
     EXPECT_TRUE(contains(call({"--set", "exceptWheels=no", "--set", "bikeWeight=9.5", "502"}).out, "9.5 kg"));
 }
 
-TEST(Console, ToldThatAnEntryHasNoEffect)
+TEST_F(Console, ToldThatAnEntryHasNoEffect)
 {
     Call answer = call({"801", "ridePower=250"});
     EXPECT_EQ(answer.code, 0);
@@ -112,15 +107,13 @@ TEST(Console, ToldThatAnEntryHasNoEffect)
         arguments.pop_back();
         EXPECT_NE(counted.out, call(arguments).out);
     }
-    TestFolder folder;
-    answer = call({"--par", folder.path + "a.par", "--save", "801", "ridePower=250"});
+    answer = call({"--par", in + "a.par", "--save", "801", "ridePower=250"});
     EXPECT_EQ(answer.err.find("note"), answer.err.npos) << "it becomes the default";
 }
 
-TEST(Console, KeepsWhatWasNotTypedToTheLastBit)
+TEST_F(Console, KeepsWhatWasNotTypedToTheLastBit)
 {
-    TestFolder folder;
-    std::string par = folder.path + "my.par";
+    std::string par = in + "my.par";
     ParameterBlock block, after;
     setDefaults(block);
     block.humanHeight = 171.23456789;
@@ -137,49 +130,38 @@ TEST(Console, KeepsWhatWasNotTypedToTheLastBit)
     EXPECT_EQ(bytesOf(par), before);
     EXPECT_EQ(call({"--par", par, "--save", "--set", "humanWeight=80", "801", "rideVelocity=900"}).code, 2);
     EXPECT_EQ(bytesOf(par), before);
-    for (const std::string& unusable : {folder.path + "none.par", folder.path})
+    for (const std::string& unusable : {in + "none.par", in})
         EXPECT_EQ(call({"--par", unusable, "801"}).code, 2);
 }
 
 // A call after the other with one parameter file: what the first saves is what the next opens with.
-TEST(Console, OpensWithWhatWasSaved)
+TEST_F(Console, OpensWithWhatWasSaved)
 {
     struct Case {
         std::vector<std::string> saved, next;
         const char* answer;
     };
+    const std::string ride = put("a.fit", plainRide());
     const Case cases[] = {
         {{"801", "rideTarget=velocity"}, {"801"}, "calculation target is 'velocity'"},
         {{"702", "theoryTarget=power"}, {"702"}, "calculation target is 'power'"},
         {{"802", "rideStartVelocity=36"}, {"802", "rideStartVelocity=0"}, "acceleration"}, // from a kick of 0
         {{"--set", "ftp=50", "human"}, {"--set", "humanWeight=70", "human"}, "70.0 kg"},   // not in use
         {{"703", "frontTooth=52", "useMissionProfile=off"}, {"703", "useMissionProfile=on"}, ":   51\n"},
+        {{"906", "convertEnabled=off", "convertSpeedUnit=on", ride, in + "b.fit"},
+         {"help", "906"},
+         "convertSpeedUnit          off | on (default on)\n"},
     };
     for (const Case& c : cases) {
-        TestFolder folder;
-        std::vector<std::string> first = {"--par", folder.path + "my.par", "--save"}, second = {first[0], first[1]};
-        first.insert(first.end(), c.saved.begin(), c.saved.end());
-        second.insert(second.end(), c.next.begin(), c.next.end());
-        EXPECT_EQ(call(first).code, 0);
-        Call answer = call(second);
+        std::string par = in + c.saved[0] + ".par";
+        EXPECT_EQ(call({"--par", par, "--save"}, c.saved).code, 0);
+        Call answer = call({"--par", par}, c.next);
         EXPECT_EQ(answer.code, 0) << answer.err;
         EXPECT_TRUE(contains(answer.out, c.answer)) << answer.out;
     }
 }
 
-TEST(Console, SavesWhatAToolTicked)
-{
-    TestFolder folder;
-    std::string par = folder.path + "new.par", ride = written(folder, "a.fit", plainRide());
-    call({"--par", par, "--save", "906", "convertEnabled=off", "convertSpeedUnit=on", ride, folder.path + "b.fit"});
-    ParameterBlock block;
-    ASSERT_EQ(readParameters(par, block), ParametersRead::ok);
-    EXPECT_EQ(block.convertOutput.convertEnabled, 0);
-    EXPECT_EQ(block.convertSpeedUnit, 1);
-    EXPECT_TRUE(contains(call({"--par", par, "help", "906"}).out, "convertSpeedUnit          off | on (default on)\n"));
-}
-
-TEST(Console, PrintsOneJsonObject)
+TEST_F(Console, PrintsOneJsonObject)
 {
     Call answer = call({"--json", "--set", "bandGraphPowerVelocity=1", "801", "rideVelocity=40"});
     EXPECT_EQ(answer.code, 0);
@@ -196,25 +178,22 @@ TEST(Console, PrintsOneJsonObject)
     EXPECT_EQ(call({"--json", "--par", "/no/such/file", "801"}).out, "{\"command\": 801}\n");
 }
 
-TEST(Console, DrawsTheGraphThatIsAskedFor)
+TEST_F(Console, DrawsTheGraphThatIsAskedFor)
 {
-    TestFolder folder;
-    EXPECT_EQ(call({"--graph", folder.path + "g.svg", "801", "rideVelocity=40"}).code, 0);
-    Bytes bytes = bytesOf(folder.path + "g.svg");
+    EXPECT_EQ(call({"--graph", in + "g.svg", "801", "rideVelocity=40"}).code, 0);
+    Bytes bytes = bytesOf(in + "g.svg");
     EXPECT_TRUE(contains({bytes.begin(), bytes.end()}, "<svg"));
-    EXPECT_EQ(call({"--graph", folder.path + "no/such/g.svg", "801"}).code, 1);
-    Call without =
-        call({"--json", "--graph", folder.path + "g.svg", "803", "rideStartVelocity=10", "rideEndVelocity=10"});
+    EXPECT_EQ(call({"--graph", in + "no/such/g.svg", "801"}).code, 1);
+    Call without = call({"--json", "--graph", in + "g.svg", "803", "rideStartVelocity=10", "rideEndVelocity=10"});
     EXPECT_EQ(without.code, 1);
-    EXPECT_TRUE(contains(without.err, "no graph: '" + folder.path + "g.svg' is not of this run\n"));
+    EXPECT_TRUE(contains(without.err, "no graph: '" + in + "g.svg' is not of this run\n"));
     EXPECT_TRUE(contains(without.out, "g.svg' is not of this run\"}"));
-    EXPECT_EQ(bytesOf(folder.path + "g.svg"), bytes);
+    EXPECT_EQ(bytesOf(in + "g.svg"), bytes);
 }
 
-TEST(Console, WorksOnRides)
+TEST_F(Console, WorksOnRides)
 {
-    TestFolder folder;
-    std::string ride = written(folder, "Fahrt \xC3\xBC.fit", plainRide());
+    std::string ride = put("Fahrt \xC3\xBC.fit", plainRide());
     Call loaded = call({"load", ride});
     EXPECT_EQ(loaded.code, 0);
     EXPECT_TRUE(contains(loaded.out, "record data counted 60")) << loaded.out;
@@ -222,23 +201,21 @@ TEST(Console, WorksOnRides)
     Call analysed = call({"analyse", ride, "flatCourse=1"});
     EXPECT_EQ(analysed.code, 0);
     EXPECT_TRUE(contains(analysed.out, "analysed the fit file")) << analysed.out;
-    Call created = call({"--json", "create", ride, folder.path + "out", "analysePowerBase=hub"});
+    Call created = call({"--json", "create", ride, in + "out", "analysePowerBase=hub"});
     EXPECT_EQ(created.code, 0);
-    EXPECT_TRUE(contains(created.out, "\"outputs\": [\"" + folder.path + "out.fit\"]")) << created.out;
+    EXPECT_TRUE(contains(created.out, "\"outputs\": [\"" + in + "out.fit\"]")) << created.out;
     // The file now holds both, so there is nothing left to predict; but it can be expressed.
-    Call again = call({"analyse", folder.path + "out.fit"});
+    Call again = call({"analyse", in + "out.fit"});
     EXPECT_EQ(again.code, 2);
     EXPECT_EQ(again.err, "warning: no need to analyse and predict cause power and cadence are already existing\n");
-    EXPECT_EQ(call({"express", folder.path + "out.fit"}).code, 0);
+    EXPECT_EQ(call({"express", in + "out.fit"}).code, 0);
 }
 
-TEST(Console, WorksThroughManyRides)
+TEST_F(Console, WorksThroughManyRides)
 {
-    TestFolder folder;
-    std::string out = folder.path + "out";
+    std::string out = in + "out";
     std::filesystem::create_directories(out);
-    std::string a = written(folder, "a.fit", plainRide()), b = written(folder, "b.fit", {}),
-                c = written(folder, "c.fit", plainRide(80));
+    std::string a = put("a.fit", plainRide()), b = put("b.fit", {}), c = put("c.fit", plainRide(80));
     Call answer = call({"--into", out, "at-one-stroke", a, b, c});
     EXPECT_EQ(answer.code, 1);
     EXPECT_TRUE(contains(answer.err, "failed: " + b + "\n"));
@@ -249,27 +226,25 @@ TEST(Console, WorksThroughManyRides)
     Call json = call({"--json", "--into", out, "at-one-stroke", "predictCadence=0", a, c});
     EXPECT_EQ(json.code, 0);
     EXPECT_EQ(json.out.substr(0, 51), "{\"command\": 910, \"runs\": [{\"command\": 910, \"result\"");
-    for (std::string itself : {folder.path, out + "/../"})
+    for (std::string itself : {in, out + "/../"})
         EXPECT_EQ(call({"--into", itself, "at-one-stroke", a}).err,
                   "torvane-cli: " + itself + "a.fit is read by this call, and not written over\n");
     std::filesystem::create_symlink(c, out + "/d.fit"); // a ride whose turn has not come
-    Call over = call({"--force", "--into", out, "timestamp", "days=1", written(folder, "d.fit", plainRide()), c});
+    Call over = call({"--force", "--into", out, "timestamp", "days=1", put("d.fit", plainRide()), c});
     EXPECT_EQ(over.err, "torvane-cli: " + out + "/d.fit is read by this call, and not written over\n");
     EXPECT_EQ(over.code, 2);
     std::filesystem::remove(out + "/d.fit");
     std::filesystem::create_symlink("a.fit", out + "/d.fit"); // two names of one file
-    Call twice = call({"--force", "--into", out, "timestamp", "days=1", a, folder.path + "d.fit"});
+    Call twice = call({"--force", "--into", out, "timestamp", "days=1", a, in + "d.fit"});
     EXPECT_TRUE(contains(twice.err, "two files would be written to " + out + "/d.fit"));
     EXPECT_EQ(twice.code, 1);
     EXPECT_EQ(call({"--into", out, "at-one-stroke", a, a}).code, 2);
     EXPECT_EQ(call({"--into", out, "combine", a, c}).code, 2);
 }
 
-TEST(Console, RunsTheToolsAndTellsWhatTheyDid)
+TEST_F(Console, RunsTheToolsAndTellsWhatTheyDid)
 {
-    TestFolder folder;
-    const std::string& in = folder.path;
-    std::string a = written(folder, "a.fit", plainRide()), b = written(folder, "b.fit", plainRide(60, 1'000'001'000));
+    std::string a = put("a.fit", plainRide()), b = put("b.fit", plainRide(60, 1'000'001'000));
     std::filesystem::create_directories(in + "taken.fit");
     const std::pair<std::vector<std::string>, const char*> cases[] = {
         {{"combine", a, b, in + "both.fit"}, "success to combine source fit files to 'both.fit'"},
@@ -280,6 +255,8 @@ TEST(Console, RunsTheToolsAndTellsWhatTheyDid)
         {{"combine", a, b, in + "taken.fit"}, "failed to combine fit files to 'taken.fit'"},
         {{"add", "addLap=1", a, in + "taken.fit"}, "failed to add messages to a fit file 'a.fit'"},
         {{"convert", "fitFormat=legacy", a, in + "taken.fit"}, "failed to convert a fit file 'a.fit'"},
+        {{"convert", "fitFormat=legacy", a, in + std::string(300, 'n') + ".fit"},
+         "failed to convert a fit file 'a.fit'"},
     };
     for (const auto& [arguments, text] : cases) {
         Call answer = call(arguments);
@@ -296,7 +273,7 @@ TEST(Console, RunsTheToolsAndTellsWhatTheyDid)
         .define(1, 20, {{253, 4}})
         .message(1, {9})
         .define(1, 20, {{253, 4}});
-    EXPECT_EQ(call({"divide", written(folder, "halves.fit", halves.file()), in + "half.fit"}).err,
+    EXPECT_EQ(call({"divide", put("halves.fit", halves.file()), in + "half.fit"}).err,
               "warning: 1 of 2 divided files have no record message: 001\n"
               "status : success to divide a fit file to 'half_000.fit, half_001.fit'\n");
     // A time may be told in parts; the complement leads back.
@@ -311,7 +288,7 @@ TEST(Console, RunsTheToolsAndTellsWhatTheyDid)
     EXPECT_TRUE(std::filesystem::exists(in + "a.csv"));
 }
 
-TEST(Console, HelpCoversEveryEntry)
+TEST_F(Console, HelpCoversEveryEntry)
 {
     std::string all;
     for (const char* topic :

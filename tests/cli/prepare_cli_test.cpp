@@ -1,7 +1,6 @@
 // Preparing and comparing from the console, and the dialog whose entries they share.
 #include "console_fixture.h"
 #include "figures.h"
-#include "fit/fit_builder.h"
 #include "forms/form_fixture.h"
 #include "gps/prepare_fixture.h"
 
@@ -23,7 +22,9 @@ Bytes recordedRide()
 } // namespace
 
 // What a call asked for holds until the next one.
-struct PrepareConsole : testing::Test {
+struct PrepareConsole : ConsoleTest {
+    const std::string source = in + "in.fit", out = in + "out.fit";
+
     ~PrepareConsole() override
     {
         oneStrokePreparation = {};
@@ -32,10 +33,8 @@ struct PrepareConsole : testing::Test {
 
 TEST_F(PrepareConsole, PreparesAndTellsWhatItFound)
 {
-    TestFolder folder;
-    const std::string &path = folder.path, in = path + "in.fit", out = path + "out.fit";
-    writeBytes(in, recordedRide());
-    Call done = call({"prepare", in, out});
+    writeBytes(source, recordedRide());
+    Call done = call({"prepare", source, out});
     EXPECT_EQ(done.code, 0) << done.err;
     for (const char* line :
          {"\trecords: 200 read, 598 written\n", "\tsteps of more than a second, filled: 199\n",
@@ -44,45 +43,41 @@ TEST_F(PrepareConsole, PreparesAndTellsWhatItFound)
           "\taverage speed: 36.01 kph over 597 s, by the device 36.00 kph\n"})
         EXPECT_TRUE(contains(done.out, line)) << line << done.out;
     EXPECT_TRUE(contains(done.err, "success to prepare a fit file as 'out.fit'"));
-    call({"prepare", "jumpSpeed=11", out, path + "again.fit"});
-    EXPECT_EQ(bytesOf(path + "again.fit"), bytesOf(out));
-    EXPECT_EQ(call({"prepare", "gapLimit=301", in, out}).code, 2);
-    call({"prepare", "gapLimit=2", in, path + "gaps.fit"});
-    EXPECT_LT(bytesOf(path + "gaps.fit").size(), bytesOf(in).size());
+    call({"prepare", "jumpSpeed=11", out, in + "again.fit"});
+    EXPECT_EQ(bytesOf(in + "again.fit"), bytesOf(out));
+    EXPECT_EQ(call({"prepare", "gapLimit=301", source, out}).code, 2);
+    call({"prepare", "gapLimit=2", source, in + "gaps.fit"});
+    EXPECT_LT(bytesOf(in + "gaps.fit").size(), bytesOf(source).size());
 }
 
 TEST_F(PrepareConsole, PreparesAnalysesAndWritesAtOneStroke)
 {
-    TestFolder folder;
-    std::string in = folder.path + "in.fit", out = folder.path + "out.fit";
-    writeBytes(in, recordedRide());
-    EXPECT_EQ(call({"at-one-stroke", in, out}).code, 2); // neither speed nor distance
-    Call measured = call({"at-one-stroke", "--prepare", in, out});
+    writeBytes(source, recordedRide());
+    EXPECT_EQ(call({"at-one-stroke", source, out}).code, 2); // neither speed nor distance
+    Call measured = call({"at-one-stroke", "--prepare", source, out});
     EXPECT_EQ(measured.code, 2);
     EXPECT_TRUE(contains(measured.err, "drop one of them to predict it")) << measured.err;
-    Call done = call({"at-one-stroke", "--prepare", "dropPower=on", in, out});
+    Call done = call({"at-one-stroke", "--prepare", "dropPower=on", source, out});
     EXPECT_EQ(done.code, 0) << done.err;
     EXPECT_TRUE(contains(done.out, "record data counted 598"));
     EXPECT_TRUE(contains(done.out, "\tpower of records, left out as asked\n"));
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path), {}), 2); // nothing in between
+    EXPECT_EQ(folder.count(), 2u); // nothing in between
 
-    Call compared = call({"compare", in, out});
+    Call compared = call({"compare", source, out});
     EXPECT_EQ(compared.code, 0) << compared.err;
     EXPECT_TRUE(contains(compared.out, "\tcommon seconds\t\t: 200; in the first alone 0, in the second alone 398\n"));
     EXPECT_TRUE(contains(compared.out, ": first 154.5, second ")) << compared.out;
-    EXPECT_EQ(call({"compare", in, folder.path + "none.fit"}).code, 1);
-    EXPECT_EQ(call({"convert", "--prepare", in, out}).code, 2);
+    EXPECT_EQ(call({"compare", source, in + "none.fit"}).code, 1);
+    EXPECT_EQ(call({"convert", "--prepare", source, out}).code, 2);
 }
 
 TEST_F(PrepareConsole, AdvisesToDivideSeveralSports)
 {
-    TestFolder folder;
     Recording ride({timeField, heartRateField});
     ride.record({100, 90}).define(localSession, 18, {{5, 1, 0}});
     ride.message(localSession, {2}).message(localSession, {1});
-    writeBytes(folder.path + "in.fit", ride.file());
-    std::string in = folder.path + "in.fit", out = folder.path + "out.fit";
-    for (const Call& refused : {call({"prepare", in, out}), call({"at-one-stroke", "--prepare", in, out})}) {
+    writeBytes(source, ride.file());
+    for (const Call& refused : {call({"prepare", source, out}), call({"at-one-stroke", "--prepare", source, out})}) {
         EXPECT_EQ(refused.code, 2);
         EXPECT_TRUE(contains(refused.err, "please divide it first")) << refused.err;
     }

@@ -229,6 +229,7 @@ TEST(ToolDialogs, ForgetTheirPaths)
     setPath(dialog.state, dialog.at(8611), "/somewhere/ride.fit");
     Verdict settings = pressButton(dialog.state, dialog.at(8631), dialog.working);
     EXPECT_EQ(settings.boxes.at(0).text, "not existing a source file");
+    EXPECT_EQ(dialog.refused(), 8611);
     dialog.working.initialValueMode = 1;
     EXPECT_EQ(dialog.open(2060).text(8611), "");
     EXPECT_EQ(toolInputs.files[0].path, "");
