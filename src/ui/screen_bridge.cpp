@@ -26,9 +26,12 @@ enum : UINT {
     messageShowProgress, // wParam whether
     messageSetProgress,  // wParam percent
     messageShowBox,      // lParam Box*
+    messageHasInput,     // whether keys, mouse, paint or the like wait
 };
 
 constexpr size_t pieceLimit = 16 * 1024; // bytes; larger ones cost the control more for each line
+constexpr DWORD breathInterval = 50;     // ms
+constexpr int breathLimit = 50;          // looks, about a millisecond each
 
 struct Gathered {
     std::mutex guard;
@@ -55,6 +58,18 @@ void sendPieces(Pane pane, std::string_view text)
         sendText(messageAppendText, pane, text.substr(0, length));
         text.remove_prefix(length);
     }
+}
+
+// Sent messages come before all others: a worker that sends one piece after the other would keep keys, mouse and paint
+// waiting until its table is complete. So now and then it lets the window do what has come in meanwhile.
+void letWindowBreathe()
+{
+    static DWORD last = 0; // only the worker comes here
+    if (GetWindowThreadProcessId(target, nullptr) == GetCurrentThreadId() || GetTickCount() - last < breathInterval)
+        return;
+    for (int look = 0; look < breathLimit && SendMessageW(target, messageHasInput, 0, 0) != 0; ++look)
+        Sleep(1);
+    last = GetTickCount();
 }
 
 std::string takeGathered(Pane pane)
@@ -84,8 +99,10 @@ void appendPaneText(Pane pane, std::string_view text)
         to.text.append(text);
         full = to.text.size() >= pieceLimit;
     }
-    if (full)
+    if (full) {
         flushPane(pane);
+        letWindowBreathe();
+    }
 }
 
 void setStatusText(std::string_view text)
@@ -168,9 +185,15 @@ LRESULT onShowBox(HWND window, WPARAM, LPARAM lParam)
     return 0;
 }
 
+LRESULT onHasInput(HWND, WPARAM, LPARAM)
+{
+    return HIWORD(GetQueueStatus(QS_ALLEVENTS)) != 0;
+}
+
 constexpr MessageRow messages[] = {
     {messageSetText, onSetText},           {messageAppendText, onAppendText},   {messageSetStatus, onSetStatus},
     {messageShowProgress, onShowProgress}, {messageSetProgress, onSetProgress}, {messageShowBox, onShowBox},
+    {messageHasInput, onHasInput},
 };
 
 } // namespace

@@ -3,7 +3,6 @@
 import pathlib
 import subprocess
 import tempfile
-import unittest
 
 import desktop
 import fit_file
@@ -34,17 +33,18 @@ COMMANDS = (
 )
 
 
-class ConsoleTest(unittest.TestCase):
+class ConsoleTest(desktop.DesktopTest):
+    """Beside the desktop program: it keeps Wine's own services running, which else write their faults on the standard
+    error of the console call that happens to start them."""
+
     def run_both(self, arguments, folder):
         native = subprocess.run([str(desktop.NATIVE_CLI), *arguments], cwd=folder, capture_output=True)
         under_wine = subprocess.run(
-            ["wine", str(WINDOWS_CLI), *arguments], cwd=folder, env=desktop.environment(), capture_output=True
+            ["wine", str(WINDOWS_CLI), *arguments], cwd=folder, env=self.desktop.env, capture_output=True
         )
         return native, under_wine
 
     def test_same_bytes(self):
-        desktop.make_prefix()
-        self.addCleanup(desktop.end_wine)
         with tempfile.TemporaryDirectory() as folder:
             (pathlib.Path(folder) / "ride.fit").write_bytes(fit_file.ride(400))
             for arguments in COMMANDS:
@@ -55,15 +55,13 @@ class ConsoleTest(unittest.TestCase):
                     self.assertEqual(under_wine.returncode, native.returncode)
 
     def test_same_files(self):
-        desktop.make_prefix()
-        self.addCleanup(desktop.end_wine)
         with tempfile.TemporaryDirectory() as folder:
             (pathlib.Path(folder) / "ride.fit").write_bytes(fit_file.ride(400))
             made = {}
             for number, name in enumerate(("native", "wine")):
                 target = f"{name}.fit"
                 program = [str(desktop.NATIVE_CLI)] if number == 0 else ["wine", str(WINDOWS_CLI)]
-                subprocess.run([*program, "create", "ride.fit", target], cwd=folder, env=desktop.environment(),
+                subprocess.run([*program, "create", "ride.fit", target], cwd=folder, env=self.desktop.env,
                                capture_output=True)
                 made[name] = (pathlib.Path(folder) / target).read_bytes()
             self.assertEqual(made["native"], made["wine"])

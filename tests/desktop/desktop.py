@@ -238,6 +238,25 @@ class Desktop:
         left, top, right, bottom = self.control(window, number)["rect"]
         self.click(int(left + (right - left) * where), (top + bottom) // 2)
 
+    def drag(self, x, y, right, down, look, what):
+        """Holds the button from a place on, until what it drags has come along: a busy program sees the button late."""
+        self.xdotool("mousemove", x, y, "mousedown", 1)
+
+        def came():
+            self.xdotool("mousemove", x + right - 1, y + down - 1, "mousemove", x + right, y + down)
+            return look()
+
+        try:
+            return wait_for(came, what)
+        finally:
+            self.xdotool("mouseup", 1)
+
+    def drag_title(self, right, down):
+        """Moves the main window by its title bar."""
+        place = self.find("Torvane", "Torvane")["rect"]
+        self.drag(place[0] + 300, place[1] + 12, right, down,
+                  lambda: self.find("Torvane", "Torvane")["rect"] != place, "the window to move")
+
     def check(self, window, number, wanted=True):
         if bool(self.control(window, number)["checked"]) != wanted:
             self.click_control(window, number, 0.1)

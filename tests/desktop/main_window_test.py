@@ -31,16 +31,15 @@ class StartTest(DesktopTest):
     def test_panes_share_the_window(self):
         before = self.places()
         _, _, right, bottom = next(w for w in self.desktop.windows() if w["class"] == "Torvane")["rect"]
-        self.desktop.xdotool("mousemove", right - 2, bottom - 2, "mousedown", 1)
-        self.desktop.xdotool("mousemove", right + 58, bottom + 98, "mouseup", 1)
-        after = wait_for(lambda: self.places() if self.places() != before else None, "a new layout")
+        self.desktop.drag(right - 2, bottom - 2, 60, 100, lambda: self.places()[LOWER][2] == before[LOWER][2] + 60,
+                          "a new layout")
+        after = self.places()
         for place in (before, after):
             upper, lower, status = place[UPPER], place[LOWER], place[STATUS]
             self.assertEqual(upper[3] - upper[1], 150)
             self.assertEqual(lower[1], upper[3])
             self.assertEqual(lower[3] - lower[1], status[3] - upper[1] - 168, "client height less 168")
             self.assertEqual(upper[2] - upper[0], lower[2] - lower[0])
-        self.assertEqual(after[LOWER][2] - before[LOWER][2], 60)
         self.assertEqual(after[STATUS][3] - before[STATUS][3], 100)
 
     def test_reports_by_key(self):
@@ -97,9 +96,7 @@ class EndTest(unittest.TestCase):
             rect = program.find("Torvane", "Torvane")["rect"]
             self.assertEqual((rect[2] - rect[0], rect[3] - rect[1]), (800, 480))
             self.assertEqual(rect[0], (1280 - 800) // 2, "centred at the first start")
-            program.xdotool("mousemove", rect[0] + 300, rect[1] + 12, "mousedown", 1)
-            program.xdotool("mousemove", rect[0] + 333, rect[1] + 56, "mouseup", 1)
-            wait_for(lambda: program.find("Torvane", "Torvane")["rect"] != rect, "the window to move")
+            program.drag_title(33, 44)
 
             program.press("ctrl+x")
             program.dialog("confirmation")
