@@ -2,7 +2,6 @@
 // program could have taken away.
 #include "core/files.h"
 #include "core/parameter_file.h"
-#include "core/record_check.h"
 #include "fit/fit_builder.h"
 #include "in_child.h"
 
@@ -10,10 +9,8 @@
 
 #include <cerrno>
 #include <csignal>
-#include <cstring>
 #include <linux/filter.h>
 #include <linux/seccomp.h>
-#include <random>
 #include <sched.h>
 #include <sys/mount.h>
 #include <sys/prctl.h>
@@ -125,28 +122,6 @@ TEST(WriteFaults, aDiskWithoutRoomOrRight)
     EXPECT_EQ(result, 0);
 }
 
-// Ended at any moment from outside, again and again.
-TEST(WriteFaults, aProcessThatIsEndedAnywhereLeavesAWholeFile)
-{
-    TestFolder folder;
-    std::string path = folder.path + "file";
-    writeBytes(path, Bytes(100'000, 1));
-    for (int round = 0; round < 60; round++) {
-        pid_t child = ::fork();
-        ASSERT_GE(child, 0);
-        if (child == 0)
-            for (uint8_t byte = 1;; byte = byte % 7 + 1)
-                replaceFile(path, {Bytes(50'000, byte), Bytes(50'000, byte)});
-        ::usleep(static_cast<useconds_t>(500 + 137 * round));
-        ::kill(child, SIGKILL);
-        ::waitpid(child, nullptr, 0);
-        Bytes now = bytesOf(path);
-        ASSERT_EQ(now.size(), 100'000u) << round;
-        ASSERT_EQ(now, Bytes(100'000, now[0])) << round;
-    }
-    EXPECT_LE(folder.count(), 61u) << "at most one neighbour for each process that was ended";
-}
-
 // Two programs that keep their settings in one file.
 TEST(WriteFaults, twoInstancesOnOneParameterFile)
 {
@@ -155,53 +130,23 @@ TEST(WriteFaults, twoInstancesOnOneParameterFile)
     setDefaults(savedBlock);
     ASSERT_TRUE(saveParameters(path, savedBlock));
     std::vector<pid_t> writers;
-    for (double weight : {61.0, 83.0}) {
-        writers.push_back(::fork());
-        ASSERT_GE(writers.back(), 0);
-        if (writers.back() != 0)
-            continue;
-        savedBlock.humanWeight = savedBlock.thresholdPower = weight;
-        bool saved = true;
-        for (int i = 0; i < 200; i++)
-            saved = saveParameters(path, savedBlock) && saved;
-        ::_exit(saved ? 0 : 1);
-    }
+    for (double weight : {61.0, 83.0})
+        writers.push_back(startChild([&] {
+            savedBlock.humanWeight = savedBlock.thresholdPower = weight;
+            int failed = 0;
+            for (int i = 0; i < 200; i++)
+                failed += !saveParameters(path, savedBlock);
+            return failed;
+        }));
     double defaultPower = savedBlock.thresholdPower;
     for (int i = 0; i < 500; i++) {
         ParameterBlock block;
         ASSERT_EQ(readParameters(path, block), ParametersRead::ok);
         ASSERT_EQ(block.thresholdPower, block.humanWeight == 60 ? defaultPower : block.humanWeight);
     }
-    for (pid_t writer : writers) {
-        int status = 1;
-        ::waitpid(writer, &status, 0);
-        EXPECT_EQ(status, 0);
-    }
+    for (pid_t writer : writers)
+        EXPECT_EQ(endOf(writer), 0);
     EXPECT_EQ(folder.count(), 1u);
-}
-
-TEST(WriteFaults, aProfileOfRandomBytesLeavesTheModel)
-{
-    TestFolder folder;
-    std::mt19937 random(7);
-    setDefaults(workingBlock);
-    ModelState model = {};
-    startModel(model, workingBlock);
-    const ModelState before = model;
-    for (size_t size : {0u, 1u, 19u, 20u, 100u, 876u, 877u, 5000u})
-        for (int32_t format : {2, static_cast<int32_t>(random())}) {
-            Bytes bytes(size);
-            for (uint8_t& byte : bytes)
-                byte = static_cast<uint8_t>(random());
-            if (size >= sizeof format)
-                std::memcpy(bytes.data(), &format, sizeof format);
-            writeBytes(folder.path + "a.pro", bytes);
-            if (loadProfile(model, workingBlock, folder.path + "a.pro") == 0)
-                EXPECT_TRUE(format == 2 && isSound(model)) << size;
-            else
-                EXPECT_EQ(std::memcmp(&model, &before, sizeof before), 0) << size;
-            model = before;
-        }
 }
 
 } // namespace

@@ -7,7 +7,10 @@ import tempfile
 import unittest
 
 import desktop
+import fit_file
 from desktop import LOWER, OK, DesktopTest, wait_for
+
+DIVIDE = 908
 
 # key, dialog, command, entries on screen, the same entries for the console, kind of its graph (None: no graph)
 COMMANDS = (
@@ -141,17 +144,16 @@ class DialogTest(DesktopTest):
         self.assertEqual(text, desktop.console("gear-combination")["lower"])
         self.assertRegex(text, r"front chainring tooth\s*:   51\n")
 
-    def test_factor_brings_its_own_value(self):
-        window = self.open("ctrl+a", "acceleration")
-        power = self.desktop.control(window, 5241)["text"]
-        self.desktop.select(window, 5211, "sector time")
-        wait_for(lambda: self.desktop.control(window, 5231)["text"] == "sec", "the unit of a time")
-        self.assertNotEqual(self.desktop.control(window, 5241)["text"], power)
-        self.desktop.select(window, 5211, "maxi power")
-        wait_for(lambda: self.desktop.control(window, 5231)["text"] == "W", "the unit of a power")
-        self.assertEqual(self.desktop.control(window, 5241)["text"], power)
-        self.desktop.select(window, 5211, "PEV as maxi")
-        wait_for(lambda: not self.desktop.control(window, 5241)["enabled"], "the value to be disabled")
+    def test_parts_without_records_are_told(self):
+        source = self.desktop.folder / "halves.fit"
+        source.write_bytes(fit_file.ride(60, fit_file.definition(1, 20, fit_file.RECORD)))
+        self.desktop.command(DIVIDE)
+        window = self.desktop.dialog("divide a fit file")
+        for number, path in ((8421, source), (8422, source.with_name("part.fit"))):
+            self.desktop.fill(window, number, desktop.windows_path(path))
+        self.desktop.confirm(window)
+        self.assertEqual(self.desktop.box("warning"), "1 of 2 divided files have no record message: 001")
+        wait_for(lambda: "'part_000.fit, part_001.fit'" in self.desktop.status(), "the names of the parts")
 
     def test_tab_order_follows_the_page(self):
         for key, title in (("ctrl+shift+t", "cadence theory"), ("ctrl+v", "power and velocity"),

@@ -45,8 +45,8 @@ def record(second):
     return data(1, RECORD, values)
 
 
-def ride(seconds):
-    """The bytes of an activity with a record for each second."""
+def ride(seconds, more=b""):
+    """The bytes of an activity with a record for each second; more messages stand behind its own."""
     end = START + seconds - 1
     summary = (end, START, seconds * 1000, seconds * 1000, int(8.0 * seconds * 100), 2)
     parts = [
@@ -56,7 +56,7 @@ def ride(seconds):
         definition(3, 18, SESSION), data(3, SESSION, summary),
         definition(4, 34, ACTIVITY), data(4, ACTIVITY, (end, seconds * 1000, 1)),
     ]
-    body = b"".join(parts)
+    body = b"".join(parts) + more
     header = struct.pack("<BBHI4s", 14, 0x10, 2000, len(body), b".FIT")
     header += struct.pack("<H", crc(header))
     whole = header + body

@@ -133,14 +133,20 @@ class EndTest(unittest.TestCase):
 
     def test_what_is_no_parameter_file_is_told_and_stays(self):
         folder = desktop.BUILD / "desktop-tests" / "ForeignTest"
+        parameters = folder / "Torvane.par"
         ride = fit_file.ride(60)
-        with Desktop(folder, ride, awaits_start=False) as program:
-            self.assertIn("a FIT file in place of parameters", program.box("alert"))
-            program.await_start()
-            self.assertEqual(program.pane(UPPER), desktop.console("all-profile")["upper"])
-            program.run("ctrl+v", "power and velocity", [(3031, True)])
-            program.close()
-            self.assertEqual({p.name: p.read_bytes() for p in folder.glob("*.par*")}, {"Torvane.par": ride})
+        for place, told in ((lambda: parameters.write_bytes(ride), "found a FIT file in place of parameters"),
+                            (lambda: parameters.symlink_to("/proc/self/mem"), "failed to read")):
+            program = Desktop(folder, awaits_start=False)
+            place()
+            with self.subTest(told), program:
+                self.assertIn(told, program.box("alert"))
+                program.await_start()
+                self.assertEqual(program.pane(UPPER), desktop.console("all-profile")["upper"])
+                program.run("ctrl+v", "power and velocity", [(3031, True)])
+                program.close()
+                self.assertEqual([p.name for p in folder.glob("*.par*")], ["Torvane.par"])
+                self.assertTrue(parameters.is_symlink() or parameters.read_bytes() == ride)
 
     def test_a_kept_target_and_a_kept_profile_come_back(self):
         folder = desktop.BUILD / "desktop-tests" / "KeptTest"

@@ -113,25 +113,6 @@ class SheetTest(DesktopTest):
         self.reported("165.5")
         self.assertNotIn("251.0", self.desktop.pane(UPPER))
 
-    def test_position_locks_the_torso_angle(self):
-        window = self.open_profile(0, 1131)
-        self.desktop.select(window, 1131, "aerobar")
-        wait_for(lambda: self.desktop.control(window, 1113)["text"].strip() == "24.0", "the angle of a position")
-        self.assertFalse(self.desktop.control(window, 1113)["enabled"])
-        self.desktop.select(window, 1131, "-- torso angle --")
-        wait_for(lambda: self.desktop.control(window, 1113)["enabled"], "the angle to be free")
-        self.assertEqual(self.desktop.control(window, 1113)["text"].strip(), "24.0")
-        self.desktop.press("Escape")
-        self.desktop.gone(window)
-
-    def test_sprockets_follow_their_count(self):
-        window = self.open_profile(2, 1325)
-        self.desktop.fill(window, 1325, "3")
-        enabled = [n for n in range(1326, 1341) if self.desktop.controls(window)[n]["enabled"]]
-        self.assertEqual(enabled, [1326, 1327, 1328])
-        self.desktop.press("Escape")
-        self.desktop.gone(window)
-
     def test_wheel_prediction(self):
         window = self.open_profile(3, 1411)
         before = self.desktop.control(window, 1424)["text"]

@@ -66,21 +66,6 @@ TEST(FitWalk, cutAnywhereButBetweenMessagesItIsAFault)
     }
 }
 
-// A walk that goes on ahead to other definitions leaves the one that it was copied from at its place.
-TEST(FitWalk, aCopyGoesOnByItself)
-{
-    FitImage image = imageOf(mixedBlock().data);
-    FitWalk walk = startWalk(image);
-    FitMessage message;
-    while (walk.position < 55)
-        nextMessage(walk, message);
-    FitWalk ahead = walk;
-    EXPECT_EQ(walkMessages(ahead, [](const FitMessage&) {}), fitOk);
-    EXPECT_EQ(nextMessage(walk, message), WalkStep::message);
-    EXPECT_EQ(message.bytes.size(), 10u);
-    EXPECT_EQ(message.globalMessage(), messageRecord);
-}
-
 TEST(FitWalk, bit6AloneMakesADefinition)
 {
     // A compressed header of local type 2 by the published layout.
@@ -88,14 +73,6 @@ TEST(FitWalk, bit6AloneMakesADefinition)
     std::vector<int> seen;
     walkMessages(imageOf(data), [&](const FitMessage& m) { seen.push_back(100 * m.isDefinition + m.localType); });
     EXPECT_EQ(seen, (std::vector<int>{103, 3}));
-}
-
-TEST(FitWalk, undefinedTypesAreOneByteLong)
-{
-    int count = 0;
-    auto visit = [&](const FitMessage& m) { count += m.bytes.size() == 1 && !m.definition->defined(); };
-    EXPECT_EQ(walkMessages(imageOf({0x01, 0x02, 0x8F, 0x3F}), visit), fitOk);
-    EXPECT_EQ(count, 4);
 }
 
 } // namespace torvane
