@@ -85,9 +85,8 @@ struct Tool {
 // The run alone: read, work, write.
 void runTool(benchmark::State& state, Tool tool)
 {
-    setDefaults(workingBlock);
     ToolInputs inputs;
-    ParameterBlock options = workingBlock;
+    ParameterBlock options = defaultBlock();
     options.addLap = options.addSession = options.addActivity = 1;
     options.excludeLap = 1;
     options.timestampOffset = 3600;
@@ -124,12 +123,12 @@ TORVANE_TOOL(dump, whole, checkFieldDump, runFieldDump);
 // memory, less on a disk, and none for a device that takes everything.
 void dumpTo(benchmark::State& state, const std::filesystem::path& destination)
 {
-    setDefaults(workingBlock);
     ToolInputs inputs;
     inputs.files[0].path = madeRide(seasonRide);
     inputs.files[toolDestination].path = destination.string();
+    ParameterBlock options = defaultBlock();
     for (auto _ : state)
-        if (runFieldDump(inputs, workingBlock).code != fitOk)
+        if (runFieldDump(inputs, options).code != fitOk)
             state.SkipWithError("the dump failed");
     countBytes(state, std::filesystem::file_size(inputs.files[0].path));
 }

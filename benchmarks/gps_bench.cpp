@@ -26,10 +26,9 @@ struct Loaded {
 
     explicit Loaded(int count)
     {
-        setDefaults(workingBlock);
         loadFitImage(ride.image, madeRide(count));
         gatherActivity(ride);
-        settings = workingBlock;
+        settings = defaultBlock();
         applyAnalysisRules(settings, ride);
         flags = buildAnalysisFlags(settings, ride.presence);
         takeTrack();
@@ -117,7 +116,7 @@ void oneStroke(benchmark::State& state)
     const bool withTable = state.range(1) != 0;
     Loaded ride(static_cast<int>(state.range(0)));
     session.model = ride.model;
-    workingBlock.expressFieldsData = withTable;
+    session.working.expressFieldsData = withTable;
     toolInputs.files[0].path = madeRide(static_cast<int>(state.range(0)));
     toolInputs.files[toolDestination].path = benchmarkFolder() + "analysed.fit";
     for (auto _ : state) {

@@ -23,9 +23,6 @@ namespace {
 // What a fresh process finds in its records.
 void resetRecords()
 {
-    setDefaults(savedBlock);
-    workingBlock = savedBlock;
-    formMarks = {};
     clearToolInputs(toolInputs);
     prepareOptions = {};
     prepareFindings = {};
@@ -65,11 +62,12 @@ bool applyOptions(Session& session, const Request& request, Answer& answer, Stre
     return applied;
 }
 
-// Into savedBlock and workingBlock; a file that is of no use is told, and stays as it is. False where nothing may run.
-bool readDefaults(const std::string& path, Answer& answer, Streams& streams)
+// Into the session; a file that is of no use is told, and stays as it is. False where nothing may run.
+bool readDefaults(Session& session, const std::string& path, Answer& answer, Streams& streams)
 {
-    ParametersRead read = readParameters(path, savedBlock);
-    workingBlock = savedBlock;
+    ParameterBlock defaults;
+    ParametersRead read = readParameters(path, defaults);
+    startFrom(session, defaults);
     if (read == ParametersRead::refused)
         tellBoxes(answer, streams, {{"alert", parametersFault(path, read)}});
     if (read == ParametersRead::unusable)
@@ -94,16 +92,16 @@ bool makeWay(const std::string& path, Answer& answer, Streams& streams)
 int saveDefaults(Session& session, const std::string& path, Answer& answer, Streams& streams)
 {
     ScreensInto into(session, answer, streams);
-    return makeWay(path, answer, streams) && saveParameters(path, savedBlock) ? exitDone : exitFailed;
+    return makeWay(path, answer, streams) && saveParameters(session.screens, path, session.saved) ? exitDone
+                                                                                                  : exitFailed;
 }
 
 // Parameter file, model, profile, settings: what holds before the command. The exit code when that fails.
 int prepare(Session& session, const Request& request, const std::string& parPath, Answer& answer, Streams& streams)
 {
     ScreensInto into(session, answer, streams);
-    if (!parPath.empty() && !readDefaults(parPath, answer, streams))
+    if (!parPath.empty() && !readDefaults(session, parPath, answer, streams))
         return exitFailed;
-    startModel(session);
     if (!loadProfileOf(session, request, streams)) {
         streams.err << answer.status << '\n';
         return exitFailed;
@@ -144,7 +142,7 @@ int tellHelpOn(const std::string& topic, const Request& request, Streams& stream
     Answer answer;
     if (int code = prepare(session, request, parPath, answer, streams))
         return code;
-    std::string text = helpOn(session.model, topic);
+    std::string text = helpOn(session, topic);
     if (text.empty())
         return refuse(streams, unknownCommand(topic));
     streams.out << text;

@@ -124,12 +124,12 @@ std::vector<std::string> wordsOf(const FormState& state, const Row& row)
 
 // A control that serves one entry under several choices tells it once. The course of a ride without altitude would be
 // flat by itself.
-std::string formEntries(const Model& model, const Form& form, bool working)
+std::string formEntries(const Session& session, const Form& form, bool working)
 {
     LoadedRide ride;
     ride.presence.altitudeFlags = 1;
     FormState state;
-    openForm(state, form, working ? workingBlock : savedBlock, workingBlock, model, true, ride);
+    openForm(state, form, working ? session.working : session.saved, session.working, session.model, true, ride);
     std::string text;
     std::vector<std::string> told;
     for (const Row& row : form.rows) {
@@ -143,22 +143,22 @@ std::string formEntries(const Model& model, const Form& form, bool working)
     return text;
 }
 
-std::string pageEntries(const Model& model, int sheet)
+std::string pageEntries(const Session& session, int sheet)
 {
     std::string text;
     for (const Form* page : sheetPages(sheet)) {
-        text += formatText("\n%s\n", page->title) + formEntries(model, *page, true);
+        text += formatText("\n%s\n", page->title) + formEntries(session, *page, true);
         for (const Row& row : page->rows)
             if (row.kind == RowKind::button && row.index == 0)
-                text += formEntries(model, *findForm(row.child), true);
+                text += formEntries(session, *findForm(row.child), true);
     }
     return text;
 }
 
-std::string topicHelp(const Model& model, const Topic& topic)
+std::string topicHelp(const Session& session, const Topic& topic)
 {
     return "Entries of the " + std::string(topic.name) + " pages, as --set NAME=VALUE:\n" +
-           pageEntries(model, topic.sheet);
+           pageEntries(session, topic.sheet);
 }
 
 std::string aliasList(const Command& command)
@@ -186,7 +186,7 @@ std::string callOf(const Command& command)
     return pattern.empty() ? call : call + " " + pattern;
 }
 
-std::string commandHelp(const Model& model, const Command& command)
+std::string commandHelp(const Session& session, const Command& command)
 {
     std::string text = callOf(command) + "\n";
     text += formatText("  command %d, \"%s\"", command.id, command.label);
@@ -194,10 +194,10 @@ std::string commandHelp(const Model& model, const Command& command)
         text += ", also: " + aliasList(command);
     text += "\n";
     if (command.entry == Entry::sheet)
-        return text + pageEntries(model, command.id);
+        return text + pageEntries(session, command.id);
     for (const Form* form : {takesEntries(command) ? findForm(command.form) : nullptr, settingsForm(command)})
         if (form)
-            text += formatText("\n%s\n", form->title) + formEntries(model, *form, false);
+            text += formatText("\n%s\n", form->title) + formEntries(session, *form, false);
     return text;
 }
 
@@ -244,12 +244,12 @@ std::string generalHelp()
     return text;
 }
 
-std::string helpOn(const Model& model, std::string_view name)
+std::string helpOn(const Session& session, std::string_view name)
 {
     if (const Topic* topic = findTopic(name))
-        return topicHelp(model, *topic);
+        return topicHelp(session, *topic);
     const Command* command = findCommand(name);
-    return command && isOfConsole(*command) ? commandHelp(model, *command) : std::string();
+    return command && isOfConsole(*command) ? commandHelp(session, *command) : std::string();
 }
 
 bool isHelpTopic(std::string_view name)

@@ -97,7 +97,7 @@ void listParts(Run& run)
 int operate(Run& run)
 {
     if (run.command.commit)
-        run.command.commit(savedBlock, workingBlock);
+        run.command.commit(run.session.saved, run.session.working);
     run.session.graph.reset();
     int code = finish(run, run.command.operation(run.session));
     run.answer.graph = run.session.graph;
@@ -177,7 +177,7 @@ bool enterDialog(Run& run)
 
 int runLong(Run& run)
 {
-    chooseCalculator(run.command, workingBlock);
+    chooseCalculator(run.command, run.session.working);
     if (run.command.id == commandLoadRide)
         run.session.chosenRide = run.files.sources[0];
     if (run.command.id == commandCompare)
@@ -298,13 +298,13 @@ Answer endedLine(Answer answer)
 int runBatch(Session& session, const Command& command, const Request& request, const std::vector<RunFiles>& runs,
              WriteRules& rules, Answer& answer, Streams& streams)
 {
-    ParameterBlock settings = workingBlock;
+    ParameterBlock settings = session.working;
     JsonList list('[');
     int code = exitDone;
     for (const RunFiles& files : runs) {
         if (code > signalExit)
             break;
-        workingBlock = settings;
+        session.working = settings;
         Run run = {session, command, request, streams, rules, files};
         int own = runHeld([&] { return runOnce(run); });
         if (own != exitDone) {
@@ -365,13 +365,13 @@ std::string checkDestinations(const WriteRules& rules, const Command& command, c
 }
 
 // A graph that is asked for is drawn, whatever the preference says.
-void wantGraph(const Request& request)
+void wantGraph(Session& session, const Request& request)
 {
     if (request.graph.empty())
         return;
-    workingBlock.expressGraph = 1;
-    workingBlock.bandGraphPowerVelocity = 1;
-    workingBlock.bandGraphCornering = 1;
+    session.working.expressGraph = 1;
+    session.working.bandGraphPowerVelocity = 1;
+    session.working.bandGraphCornering = 1;
 }
 
 } // namespace
@@ -417,12 +417,12 @@ int runCommand(Session& session, const Command& command, const Request& request,
         fault = checkDestinations(rules, command, runs);
     if (!fault.empty())
         return refuse(streams, fault);
-    wantGraph(request);
+    wantGraph(session, request);
     int code = request.into.empty() ? runSingle(session, command, request, runs[0], rules, answer, streams)
                                     : runBatch(session, command, request, runs, rules, answer, streams);
     // What a tool ticked waits for the next commit of the recorded rides, and there will be none.
     if (request.save && command.menu == MenuAfter::toolRan)
-        commitGps(savedBlock, workingBlock);
+        commitGps(session.saved, session.working);
     return code;
 }
 

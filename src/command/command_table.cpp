@@ -41,7 +41,7 @@ constexpr Command settingsCommand(int id, const char* label, char key, Entry ent
 template <uint32_t sections>
 ResultStatus profileReport(Session& session)
 {
-    reportProfile(session.screens, Pane::upper, session.model.state, workingBlock, sections);
+    reportProfile(session.screens, Pane::upper, session.model.state, session.working, sections);
     return 0;
 }
 

@@ -71,7 +71,7 @@ bool confirm(FormState& state, Filling& filling)
             {RefusalKind::missing, {}, consoleName(filling.command) + " needs " + state.form->confirmNeeds});
         return false;
     }
-    Verdict verdict = confirmForm(state, workingBlock);
+    Verdict verdict = confirmForm(state, filling.session.working);
     filling.faults.beyond = state.refused;
     keepBoxes(filling, verdict);
     return verdict.passed;
@@ -79,7 +79,7 @@ bool confirm(FormState& state, Filling& filling)
 
 void open(FormState& state, const Form& form, const LoadedRide& ride, const Filling& filling)
 {
-    openForm(state, form, savedBlock, workingBlock, filling.session.model, true, ride);
+    openForm(state, form, filling.session.saved, filling.session.working, filling.session.model, true, ride);
     state.saveAsDefault = filling.saveAsDefault;
     takePaths(state, filling.files);
 }
@@ -91,11 +91,11 @@ bool fillChild(FormState& state, Filling& filling)
         const Form* child = row.kind == RowKind::button ? findForm(row.child) : nullptr;
         if (!child || entriesFor(*child, filling.entries).empty())
             continue;
-        Verdict verdict = pressButton(state, row, workingBlock);
+        Verdict verdict = pressButton(state, row, filling.session.working);
         keepBoxes(filling, verdict);
         if (!verdict.passed || !fillForm(*child, state.ride, filling))
             return false;
-        buttonReturned(state, row, workingBlock);
+        buttonReturned(state, row, filling.session.working);
     }
     return true;
 }

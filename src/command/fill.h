@@ -35,8 +35,8 @@ const Form* settingsForm(const Command& command);
 // What is wrong with the names of a command's entries; no text when its dialogs have them all.
 Refusal checkNames(const Command& command, const std::vector<Assignment>& entries);
 
-// Opens a form on the settings of a ride, sets its entries and paths, and confirms it into workingBlock. False when
-// something was refused: the filling tells what.
+// Opens a form on the settings of a ride, sets its entries and paths, and confirms it into the working block. False
+// when something was refused: the filling tells what.
 bool fillForm(const Form& form, const LoadedRide& ride, Filling& filling);
 // The same for the command's own dialog with what its buttons open.
 bool fillDialog(Filling& filling);

@@ -14,7 +14,7 @@ using ToolRun = ToolOutcome (*)(ToolInputs& inputs, ParameterBlock& options);
 ResultStatus runTool(Session& session, ToolRun run)
 {
     beginProgress();
-    ToolOutcome outcome = run(toolInputs, workingBlock);
+    ToolOutcome outcome = run(toolInputs, session.working);
     endProgress();
     for (const Box& box : outcome.boxes)
         session.screens.showMessage(box.title, box.text);

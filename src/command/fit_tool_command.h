@@ -1,5 +1,5 @@
 // The FIT tools as commands: what the worker runs after a tool's dialog was confirmed.
-// Reads toolInputs and workingBlock; reports the outcome. Knows nothing of dialogs.
+// Reads toolInputs and the working block; reports the outcome. Knows nothing of dialogs.
 #pragma once
 
 #include "command/session.h"

@@ -57,7 +57,7 @@ StatusCode readRide(Ride& ride, bool prepared = false)
 
 StatusCode analyse(Ride& ride)
 {
-    StatusCode code = analyseRide(ride.session.model, workingBlock, ride.loaded, ride.analysis);
+    StatusCode code = analyseRide(ride.session.model, ride.session.working, ride.loaded, ride.analysis);
     return code != fitOk ? fail(ride, ride.loaded.path, code) : code;
 }
 
@@ -81,7 +81,7 @@ void reportRideFields(const Ride& ride, FitReportMode mode)
 
 StatusCode rewriteRide(FitImage& destination, const Ride& ride)
 {
-    const OutputChoice& options = workingBlock.createOutput;
+    const OutputChoice& options = ride.session.working.createOutput;
     const FitImage& source = ride.loaded.image;
     const Analysis& a = ride.analysis;
     uint32_t added = addedFieldsOf(a.flags);
@@ -125,7 +125,7 @@ StatusCode analyseAtOneStroke(Ride& ride, const std::string& destination)
     reportRideSummary(ride, reportAnalysed);
     if (oneStrokePreparation.enabled)
         reportPreparation(ride.session.screens, prepareFindings);
-    if (workingBlock.expressFieldsData)
+    if (ride.session.working.expressFieldsData)
         reportRideFields(ride, reportAnalysed);
     if (StatusCode code = createFile(ride, destination))
         return code;
@@ -142,7 +142,7 @@ StatusCode expressSourceData(Session& session)
     Ride ride = rideOf(session);
     if (StatusCode code = readRide(ride))
         return code;
-    if (StatusCode code = expressRide(workingBlock, ride.loaded, ride.analysis))
+    if (StatusCode code = expressRide(session.working, ride.loaded, ride.analysis))
         return fail(ride, ride.loaded.path, code);
     reportRideSummary(ride, reportExpressed);
     reportRideFields(ride, reportExpressed);

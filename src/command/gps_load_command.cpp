@@ -22,7 +22,7 @@ StatusCode loadGpsFile(Session& session)
     session.take(std::move(ride));
     const LoadedRide& loaded = session.ride;
     reportSummary(session.screens,
-                  {path, reportLoaded, loaded.inventory, loaded.summary, loaded.presence, workingBlock});
+                  {path, reportLoaded, loaded.inventory, loaded.summary, loaded.presence, session.working});
     reportStatus(session.screens, path, fitLoaded);
     return fitOk;
 }

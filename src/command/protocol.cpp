@@ -77,11 +77,11 @@ bool graphIsDue(GraphWhen when, ResultStatus status)
     case GraphWhen::never:
         return false;
     case GraphWhen::bandPowerVelocity:
-        return workingBlock.bandGraphPowerVelocity != 0;
+        return sessionOfWorker->working.bandGraphPowerVelocity != 0;
     case GraphWhen::express:
-        return workingBlock.expressGraph != 0 && !isFatal(status);
+        return sessionOfWorker->working.expressGraph != 0 && !isFatal(status);
     case GraphWhen::bandCornering:
-        return workingBlock.bandGraphCornering != 0;
+        return sessionOfWorker->working.bandGraphCornering != 0;
     }
     return false;
 }
@@ -127,11 +127,11 @@ void firstEntry(const Command& command)
 {
     if (workerBlock.busy != 0)
         return letWait(command);
-    chooseCalculator(command, workingBlock);
+    chooseCalculator(command, sessionOfWorker->working);
     if (!front.runEntry(command))
         return;
     if (command.commit != nullptr)
-        command.commit(savedBlock, workingBlock);
+        command.commit(sessionOfWorker->saved, sessionOfWorker->working);
     front.closeGraph();
     workerBlock.ActiveCommand = command.id;
     threadEvent.set();
@@ -177,7 +177,7 @@ void enterSettings(const Command& command)
         return letWait(command);
     if (!front.runEntry(command))
         return;
-    bool reports = formMarks.profile || formMarks.condition;
+    bool reports = sessionOfWorker->formMarks.profile || sessionOfWorker->formMarks.condition;
     finishSettings(*sessionOfWorker, command);
     if (reports)
         front.focusPane(false);

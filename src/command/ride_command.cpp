@@ -52,7 +52,7 @@ void leave(Session& session, RideRun& ride)
 
 ResultStatus dispatchRide(Session& session)
 {
-    const int mode = workingBlock.rideMode;
+    const int mode = session.working.rideMode;
     session.graph.reset();
     if (mode < 0 || mode >= rideModeCount) {
         return 0;
@@ -60,7 +60,7 @@ ResultStatus dispatchRide(Session& session)
     if (runsOverTime(mode)) {
         beginProgress();
     }
-    RideRun ride = runRide(session.model, takeRideInputs(workingBlock, session.lastDrive));
+    RideRun ride = runRide(session.model, takeRideInputs(session.working, session.lastDrive));
     leave(session, ride);
     reportRide(session.screens, ride);
     if (!isFatal(ride.status)) {

@@ -6,8 +6,9 @@
 
 namespace torvane {
 
-// The ride that workingBlock.rideMode and rideTarget name; runs on the worker. A mode beyond the last does nothing.
-// Leaves its curves in commandGraph where the user wants any and the run has them. Returns the status of the run.
+// The ride that the working block's rideMode and rideTarget name; runs on the worker. A mode beyond the last does
+// nothing. Leaves its curves in commandGraph where the user wants any and the run has them. Returns the status of the
+// run.
 ResultStatus dispatchRide(Session& session);
 
 } // namespace torvane

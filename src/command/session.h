@@ -1,6 +1,8 @@
-// One user's Torvane: what a front end owns and every command is handed. A second session knows nothing of the first.
+// One user's Torvane: what a front end owns and every command is handed. Made as it is, it holds the defaults and their
+// model, and speaks to nobody. A second session knows nothing of the first.
 #pragma once
 
+#include "core/parameter_block.h"
 #include "core/screens.h"
 #include "gps/loaded_ride.h"
 #include "model/model.h"
@@ -13,13 +15,21 @@
 
 namespace torvane {
 
+// What the pages of a sheet have accepted and its command has not yet brought into force.
+struct FormMarks {
+    bool profile = false, condition = false;
+};
+
 struct Session {
-    Screens screens;
-    std::optional<GraphSeries> graph; // curves that the last command left; empty where it has nothing to plot
-    std::string profilePath;          // answer of the profile file prompts; UTF-8
-    std::string profileFault = {};    // the figure of the last profile file that its page would not take; empty: none
-    std::string chosenRide = {};      // answer of the prompt of the load; UTF-8
-    Model model = {};
+    Screens screens = {};
+    ParameterBlock saved = defaultBlock(); // the defaults: what the parameter file holds
+    ParameterBlock working = saved;        // what dialogs edit and commands run from
+    FormMarks formMarks = {};
+    std::optional<GraphSeries> graph = {}; // curves that the last command left; empty where it has nothing to plot
+    std::string profilePath = {};          // answer of the profile file prompts; UTF-8
+    std::string profileFault = {}; // the figure of the last profile file that its page would not take; empty: none
+    std::string chosenRide = {};   // answer of the prompt of the load; UTF-8
+    Model model = modelOf(working);
     Drive lastDrive = {}; // of the last ride simulation
     // The ride that 902 to 904 work on. Each reads its file anew. A load that fails, and a stroke that does, leave it
     // as it was.

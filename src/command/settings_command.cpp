@@ -25,31 +25,31 @@ void choose(int32_t& present, int32_t& target, int32_t number)
 // that a profile file has put into the model alone among them.
 ResultStatus finishProfile(Session& session)
 {
-    commitProfile(savedBlock, workingBlock);
-    bool accepted = std::exchange(formMarks.profile, false);
+    commitProfile(session.saved, session.working);
+    bool accepted = std::exchange(session.formMarks.profile, false);
     if (accepted)
-        applyProfile(session.model.state, workingBlock);
+        applyProfile(session.model.state, session.working);
     rebuildModel(session.model);
     if (accepted)
-        reportProfile(session.screens, Pane::upper, session.model.state, workingBlock, allProfileSections);
+        reportProfile(session.screens, Pane::upper, session.model.state, session.working, allProfileSections);
     return 0;
 }
 
 ResultStatus finishCondition(Session& session)
 {
-    commitCondition(savedBlock, workingBlock);
-    bool accepted = std::exchange(formMarks.condition, false);
+    commitCondition(session.saved, session.working);
+    bool accepted = std::exchange(session.formMarks.condition, false);
     if (accepted)
-        applyCondition(session.model.state, workingBlock);
+        applyCondition(session.model.state, session.working);
     rebuildModel(session.model);
     if (accepted)
         reportCondition(session.screens, Pane::upper, session.model.state, allConditionSections);
     return 0;
 }
 
-ResultStatus finishPreference(Session&)
+ResultStatus finishPreference(Session& session)
 {
-    commitPreference(savedBlock, workingBlock);
+    commitPreference(session.saved, session.working);
     return 0;
 }
 
@@ -58,25 +58,25 @@ ResultStatus loadNamedProfile(Session& session)
 {
     session.profileFault.clear();
     auto pagesTake = [&](const ModelState& state) {
-        ParameterBlock block = workingBlock;
+        ParameterBlock block = session.working;
         fetchFigures(block, state);
         session.profileFault = figureBeyondLimits(session.model, block);
         return session.profileFault.empty();
     };
-    if (loadProfile(session.model.state, workingBlock, session.profilePath, pagesTake) != 0)
+    if (loadProfile(session.screens, session.model.state, session.working, session.profilePath, pagesTake) != 0)
         return 1;
-    memcpy(savedBlock.profileFileName, workingBlock.profileFileName, sizeof savedBlock.profileFileName);
-    fetchProfile(workingBlock, session.model.state);
-    fetchProfile(savedBlock, session.model.state);
+    memcpy(session.saved.profileFileName, session.working.profileFileName, sizeof session.saved.profileFileName);
+    fetchProfile(session.working, session.model.state);
+    fetchProfile(session.saved, session.model.state);
     rebuildModel(session.model);
-    reportProfile(session.screens, Pane::upper, session.model.state, workingBlock, allProfileSections);
-    formMarks.profile = false;
+    reportProfile(session.screens, Pane::upper, session.model.state, session.working, allProfileSections);
+    session.formMarks.profile = false;
     return 0;
 }
 
 ResultStatus saveNamedProfile(Session& session)
 {
-    return saveProfile(session.model.state, workingBlock, session.profilePath) == 0 ? 0 : 1;
+    return saveProfile(session.screens, session.model.state, session.working, session.profilePath) == 0 ? 0 : 1;
 }
 
 struct Settings {
@@ -91,9 +91,19 @@ constexpr Settings settings[] = {
 
 } // namespace
 
-void startModel(Session& session)
+void startFrom(Session& session, const ParameterBlock& defaults)
 {
-    session.model = modelOf(workingBlock);
+    session.saved = session.working = defaults;
+    session.model = modelOf(session.working);
+}
+
+Verdict confirmPage(Session& session, FormState& page)
+{
+    Verdict verdict = confirmForm(page, session.working);
+    const Marks marks = verdict.passed ? page.form->marks : Marks::nothing;
+    session.formMarks.profile = session.formMarks.profile || marks == Marks::profile;
+    session.formMarks.condition = session.formMarks.condition || marks == Marks::condition;
+    return verdict;
 }
 
 void chooseCalculator(const Command& command, ParameterBlock& working)

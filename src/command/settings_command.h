@@ -4,12 +4,16 @@
 
 #include "command/command_table.h"
 #include "core/parameter_block.h"
+#include "forms/form.h"
 
 namespace torvane {
 
-// Start of the program, after the blocks are filled: puts workingBlock into the model, with the brake entries of both
-// types, and rebuilds what derives from it.
-void startModel(Session& session);
+// Start of the program: the defaults out of a parameter file become the saved block, the working block and the model
+// in force.
+void startFrom(Session& session, const ParameterBlock& defaults);
+
+// The confirming button of a page of a sheet: stores into the working block and marks for finishSettings.
+Verdict confirmPage(Session& session, FormState& page);
 
 // Before the entry of a command of a family: its calculator (mode) becomes the present one; another one than before
 // starts from its first target.

@@ -34,17 +34,18 @@ bool confirm(FormState& state, Applying& applying)
 {
     if (!applying.faults.refusals.empty())
         return false;
-    Verdict verdict = confirmForm(state, workingBlock);
+    Verdict verdict = confirmPage(applying.session, state);
     applying.faults.beyond = state.refused;
     applying.boxes.insert(applying.boxes.end(), verdict.boxes.begin(), verdict.boxes.end());
     return verdict.passed;
 }
 
-// The dialog behind a "predict" button, for the wheel that workingBlock names.
+// The dialog behind a "predict" button, for the wheel that the working block names.
 bool fillPrediction(const std::vector<Assignment>& settings, Applying& applying)
 {
     FormState child;
-    openForm(child, *findForm(predictFormId), savedBlock, workingBlock, applying.session.model, true);
+    openForm(child, *findForm(predictFormId), applying.session.saved, applying.session.working, applying.session.model,
+             true);
     setEntries(child, settings, applying.faults);
     return confirm(child, applying);
 }
@@ -53,13 +54,13 @@ bool fillPrediction(const std::vector<Assignment>& settings, Applying& applying)
 // with it.
 bool storeBuilds(const std::vector<Assignment>& builds, Applying& applying)
 {
-    int32_t before = workingBlock.predictWheel;
+    int32_t before = applying.session.working.predictWheel;
     bool stored = true;
     for (int wheel = 0; stored && wheel < 2; ++wheel) {
-        workingBlock.predictWheel = wheel;
+        applying.session.working.predictWheel = wheel;
         stored = fillPrediction(builds, applying);
     }
-    workingBlock.predictWheel = before;
+    applying.session.working.predictWheel = before;
     return stored;
 }
 
@@ -68,10 +69,10 @@ bool pressPredict(FormState& state, const Assignment& assignment, Applying& appl
     for (const Row& row : state.form->rows) {
         if (row.kind != RowKind::button || choiceOf(rowLabels(state, row), assignment.value) != row.index)
             continue;
-        pressButton(state, row, workingBlock);
+        pressButton(state, row, applying.session.working);
         if (!fillPrediction({}, applying))
             return false;
-        buttonReturned(state, row, workingBlock);
+        buttonReturned(state, row, applying.session.working);
         return true;
     }
     applying.faults.refusals.push_back(
@@ -92,7 +93,7 @@ bool fillPage(const Form& page, std::vector<Assignment> pending, Applying& apply
 {
     for (;;) {
         FormState state;
-        openForm(state, page, savedBlock, workingBlock, applying.session.model, true);
+        openForm(state, page, applying.session.saved, applying.session.working, applying.session.model, true);
         state.saveAsDefault = applying.save;
         std::vector<Assignment> hidden = setEntries(state, pending, applying.faults);
         if (!pressButtons(state, pending, applying) || !confirm(state, applying))

@@ -14,8 +14,8 @@ namespace torvane {
 // another page is known there.
 constexpr int settingsSheets[] = {commandPreference, commandProfile, commandCondition};
 
-// Sets, checks and stores into workingBlock; the sheets touched are finished as by their commands. The first fault ends
-// it: its box or refusal is added, and false comes back. With save the pages touched become defaults.
+// Sets, checks and stores into the working block; the sheets touched are finished as by their commands. The first fault
+// ends it: its box or refusal is added, and false comes back. With save the pages touched become defaults.
 bool applySettings(Session& session, const std::vector<Assignment>& settings, bool save, EntryFaults& faults,
                    std::vector<Box>& boxes);
 

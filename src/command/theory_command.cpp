@@ -23,7 +23,7 @@ ResultStatus answer(Session& session, Theory& theory)
 
 ResultStatus runTheory(Session& session)
 {
-    Theory theory = theorySetUp(session.model, workingBlock);
+    Theory theory = theorySetUp(session.model, session.working);
     const ResultStatus status = answer(session, theory);
     keepEvaluation(session.model.state, theory.road);
     return status;

@@ -6,8 +6,8 @@
 
 namespace torvane {
 
-// The calculator that workingBlock.theoryCalculator and theoryTarget name; runs on the worker. Returns the status of
-// the calculation or, when that is 0, of its verification.
+// The calculator that the working block's theoryCalculator and theoryTarget name; runs on the worker. Returns the
+// status of the calculation or, when that is 0, of its verification.
 ResultStatus runTheory(Session& session);
 
 } // namespace torvane

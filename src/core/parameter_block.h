@@ -200,11 +200,9 @@ struct ModelState {
     double brakeTemperature[2]; // Cel
 };
 
-extern ParameterBlock savedBlock;   // the defaults: what the parameter file holds
-extern ParameterBlock workingBlock; // what dialogs edit and commands run from
-
 // Writes every default into a block and clears all else, its flags included.
 void setDefaults(ParameterBlock& block);
+ParameterBlock defaultBlock();
 
 // Each commit copies the sections whose "save as default" flag stands in working to saved, and clears those flags.
 // commitProfile copies profileFileName always; the brake entries move for the selected brake types alone.

@@ -9,9 +9,6 @@
 
 namespace torvane {
 
-ParameterBlock savedBlock;
-ParameterBlock workingBlock;
-
 namespace {
 
 constexpr double kph = 3.6; // kph per m/s
@@ -173,6 +170,13 @@ void setDefaults(ParameterBlock& block)
     setTheoryDefaults(block);
     setRideDefaults(block);
     setGpsDefaults(block);
+}
+
+ParameterBlock defaultBlock()
+{
+    ParameterBlock block;
+    setDefaults(block);
+    return block;
 }
 
 } // namespace torvane

@@ -50,15 +50,16 @@ bool mayBeParameters(std::span<const uint8_t> bytes, const std::string& path)
 }
 
 // The defaults hold, since the file is of no use.
-ParametersLoaded startWithout(const std::string& path, ParametersRead read)
+ParametersLoaded startWithout(Screens& screens, const std::string& path, ParametersRead read,
+                              const ParameterBlock& saved)
 {
     std::string aside = read == ParametersRead::unusable ? keepParametersAside(path) : std::string();
     std::string kept =
         aside.empty() ? "nothing is written to it" : "the file is kept as '" + shownFileName(aside) + "'";
-    theScreens.showMessage("alert", parametersFault(path, read) + ".\nthe default values are used, and " + kept);
+    screens.showMessage("alert", parametersFault(path, read) + ".\nthe default values are used, and " + kept);
     if (aside.empty())
         return ParametersLoaded::readOnly;
-    return saveParameters(path, savedBlock) ? ParametersLoaded::ready : ParametersLoaded::failed;
+    return saveParameters(screens, path, saved) ? ParametersLoaded::ready : ParametersLoaded::failed;
 }
 
 // The body of a profile file over what the state holds; false when the file has another format.
@@ -118,57 +119,57 @@ std::string keepParametersAside(const std::string& path)
     return {};
 }
 
-ParametersLoaded loadParameters(const std::string& path)
+ParametersLoaded loadParameters(Screens& screens, const std::string& path, ParameterBlock& saved)
 {
-    ParametersRead read = readParameters(path, savedBlock);
-    workingBlock = savedBlock;
+    ParametersRead read = readParameters(path, saved);
     if (read == ParametersRead::ok)
         return ParametersLoaded::ready;
     if (read != ParametersRead::missing)
-        return startWithout(path, read);
-    return saveParameters(path, savedBlock) ? ParametersLoaded::ready : ParametersLoaded::failed;
+        return startWithout(screens, path, read, saved);
+    return saveParameters(screens, path, saved) ? ParametersLoaded::ready : ParametersLoaded::failed;
 }
 
-bool saveParameters(const std::string& path, const ParameterBlock& block)
+bool saveParameters(Screens& screens, const std::string& path, const ParameterBlock& block)
 {
     if (replaceFile(path, {bytesOf(block)}) == FileResult::ok)
         return true;
-    theScreens.showMessage("alert", "failed to open .par file");
+    screens.showMessage("alert", "failed to open .par file");
     return false;
 }
 
-int loadProfile(ModelState& state, ParameterBlock& block, const std::string& path, const ProfileCheck& check)
+int loadProfile(Screens& screens, ModelState& state, ParameterBlock& block, const std::string& path,
+                const ProfileCheck& check)
 {
     std::vector<uint8_t> bytes;
     FileResult result = readFileStart(path, profileFileSize, bytes);
     if (result == FileResult::cannotOpen) {
-        theScreens.setStatus("status : failed to open an existing file");
+        screens.setStatus("status : failed to open an existing file");
         return 1;
     }
     std::string name = shownFileName(path);
     ModelState read = state;
     if (result != FileResult::ok || !readProfileBody(bytes, read) || !check(read)) {
-        theScreens.setStatus(formatText("status : failed to read a file '%s'", name.c_str()));
+        screens.setStatus(formatText("status : failed to read a file '%s'", name.c_str()));
         return 1;
     }
     state = read;
     setProfileFileName(block, path);
-    theScreens.setStatus(formatText("status : success to load current profile from '%s'", name.c_str()));
+    screens.setStatus(formatText("status : success to load current profile from '%s'", name.c_str()));
     return 0;
 }
 
-int saveProfile(const ModelState& state, ParameterBlock& block, const std::string& path)
+int saveProfile(Screens& screens, const ModelState& state, ParameterBlock& block, const std::string& path)
 {
     std::array<uint8_t, profileHeaderSize> header = {};
     std::memcpy(header.data(), &profileFormat, sizeof profileFormat);
     ModelState written = state;
     settleLeftovers(written);
     if (replaceFile(path, {header, bytesOf(written)}) != FileResult::ok) {
-        theScreens.setStatus("status : failed to write current profile to a file");
+        screens.setStatus("status : failed to write current profile to a file");
         return 1;
     }
     setProfileFileName(block, path);
-    theScreens.setStatus(formatText("status : success to save current profile to '%s'", shownFileName(path).c_str()));
+    screens.setStatus(formatText("status : success to save current profile to '%s'", shownFileName(path).c_str()));
     return 0;
 }
 

@@ -1,8 +1,9 @@
-// The two files that keep the user's work: the parameter file, the image of savedBlock beside the program, and profile
-// files, a header and the image of a model's state. Raw little-endian records.
+// The two files that keep the user's work: the parameter file, the image of the block of defaults beside the program,
+// and profile files, a header and the image of a model's state. Raw little-endian records.
 #pragma once
 
 #include "core/parameter_block.h"
+#include "core/screens.h"
 
 #include <functional>
 #include <string>
@@ -40,13 +41,13 @@ enum class ParametersLoaded {
     failed,   // the defaults could not be written: the program should end
 };
 
-// Fills savedBlock at the start of the desktop program, and workingBlock as its copy. No file: the defaults, which are
-// written at once. An unusable file is kept beside under another name, and the defaults are written; one that was
-// refused, or cannot be moved, stays as it is. Whatever is not ready is told in a message box.
-ParametersLoaded loadParameters(const std::string& path);
+// Fills the block of defaults at the start of the desktop program. No file: the defaults, which are written at once. An
+// unusable file is kept beside under another name, and the defaults are written; one that was refused, or cannot be
+// moved, stays as it is. Whatever is not ready is told in a message box.
+ParametersLoaded loadParameters(Screens& screens, const std::string& path, ParameterBlock& saved);
 
 // Writes the whole file anew. False when that failed; the old file stands, and the user was told in a message box.
-bool saveParameters(const std::string& path, const ParameterBlock& block);
+bool saveParameters(Screens& screens, const std::string& path, const ParameterBlock& block);
 
 // Whether a model out of a file may come into force, whose numbers can all be computed with.
 using ProfileCheck = std::function<bool(const ModelState&)>;
@@ -54,10 +55,10 @@ using ProfileCheck = std::function<bool(const ModelState&)>;
 // Reads a profile file into the state and its name into block. Returns 0, or 1 with the state untouched; the status
 // line tells either. What must follow on success (fetchProfile, derived quantities, report) is the caller's.
 int loadProfile(
-    ModelState& state, ParameterBlock& block, const std::string& path,
+    Screens& screens, ModelState& state, ParameterBlock& block, const std::string& path,
     const ProfileCheck& check = [](const ModelState&) { return true; });
 
 // Writes the state as a profile file and its name into block. Returns 0, or 1; the status line tells either.
-int saveProfile(const ModelState& state, ParameterBlock& block, const std::string& path);
+int saveProfile(Screens& screens, const ModelState& state, ParameterBlock& block, const std::string& path);
 
 } // namespace torvane

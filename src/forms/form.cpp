@@ -11,8 +11,6 @@
 
 namespace torvane {
 
-FormMarks formMarks;
-
 namespace {
 
 bool isEdit(const Row& row)
@@ -207,12 +205,6 @@ void storeRows(FormState& state, ParameterBlock& working)
     }
 }
 
-void leaveMarks(Marks marks)
-{
-    formMarks.profile = formMarks.profile || marks == Marks::profile;
-    formMarks.condition = formMarks.condition || marks == Marks::condition;
-}
-
 } // namespace
 
 void openForm(FormState& state, const Form& form, const ParameterBlock& saved, const ParameterBlock& working,
@@ -405,7 +397,6 @@ Verdict confirmForm(FormState& state, ParameterBlock& working)
         form.store(state, working);
     if (form.saveFlag != noField)
         storeField(working, form.saveFlag, static_cast<int32_t>(state.saveAsDefault));
-    leaveMarks(form.marks);
     return verdict;
 }
 

@@ -98,7 +98,7 @@ enum class SpinRule : uint8_t {
     stopsAtLimit // where any value may be typed: steps up to the greatest, down to the least, wherever it starts
 };
 
-// What accepting the form marks as changed.
+// What accepting the page marks as changed, for the command of its sheet.
 enum class Marks : uint8_t { nothing, profile, condition };
 
 struct Form {
@@ -149,12 +149,6 @@ struct FormState {
     LoadedRide ride; // whose settings are asked for: the loaded one, or the source once its button has looked at it
 };
 
-// Marks set by accepted forms; whoever runs the sheet clears them.
-struct FormMarks {
-    bool profile, condition;
-};
-extern FormMarks formMarks;
-
 // Every form of the program by its id; null for an unknown one.
 const Form* findForm(int id);
 std::span<const Form* const> allForms();
@@ -204,8 +198,8 @@ Verdict checkLimits(FormState& state, size_t first, size_t end);
 // The same for a rule of the form's own: a "warning" box about one entry.
 Verdict refuseRow(FormState& state, const Row& row, std::string text);
 
-// The confirming button: validates, checks, and on success stores into working with its "save as default" flag and
-// marks. Where it did not pass, working stays as it is (but for what `undone` puts back) and the form stays open; a
+// The confirming button: validates, checks, and on success stores into working with its "save as default" flag.
+// Where it did not pass, working stays as it is (but for what `undone` puts back) and the form stays open; a
 // page of a sheet closes all the same.
 Verdict confirmForm(FormState& state, ParameterBlock& working);
 // The cancelling button: what forms behind its buttons have stored in working since it was last confirmed goes back.

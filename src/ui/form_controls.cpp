@@ -214,12 +214,12 @@ bool takeBrowse(FormWindow& form, const Row& row)
 
 bool takeButton(FormWindow& form, const Row& row)
 {
-    Verdict verdict = pressButton(form.state, row, workingBlock);
+    Verdict verdict = pressButton(form.state, row, mainWindow.session.working);
     showBoxes(form.window, verdict);
     const Form* child = findForm(row.child);
     if (!verdict.passed || child == nullptr || !runFormDialog(form.window, *child, form.state.ride))
         return false;
-    buttonReturned(form.state, row, workingBlock);
+    buttonReturned(form.state, row, mainWindow.session.working);
     refreshControls(form);
     return true;
 }

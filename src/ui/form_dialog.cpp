@@ -30,7 +30,7 @@ INT_PTR onInitDialog(HWND dialog, LPARAM lParam)
 
 INT_PTR onConfirm(FormWindow& form)
 {
-    Verdict verdict = confirmForm(form.state, workingBlock);
+    Verdict verdict = confirmForm(form.state, mainWindow.session.working);
     showBoxes(form.window, verdict);
     if (verdict.passed) {
         EndDialog(form.window, IDOK);
@@ -87,7 +87,8 @@ INT_PTR CALLBACK dialogProcedure(HWND dialog, UINT message, WPARAM wParam, LPARA
 bool runFormDialog(HWND owner, const Form& form, const LoadedRide& ride)
 {
     FormWindow window;
-    openForm(window.state, form, savedBlock, workingBlock, mainWindow.session.model, false, ride);
+    openForm(window.state, form, mainWindow.session.saved, mainWindow.session.working, mainWindow.session.model, false,
+             ride);
     INT_PTR result = DialogBoxParamW(mainWindow.instance, MAKEINTRESOURCEW(form.id), owner, dialogProcedure,
                                      reinterpret_cast<LPARAM>(&window));
     return result == IDOK;

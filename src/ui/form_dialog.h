@@ -6,8 +6,8 @@
 
 namespace torvane {
 
-// Runs a form on savedBlock and workingBlock, for the settings of a ride; true when its confirming button ended it, and
-// workingBlock then holds its values.
+// Runs a form on the session's blocks, for the settings of a ride; true when its confirming button ended it, and
+// the working block then holds its values.
 bool runFormDialog(HWND owner, const Form& form, const LoadedRide& ride);
 
 } // namespace torvane

@@ -2,8 +2,8 @@
 // nothing; the sheet closes all the same.
 #include "ui/form_page.h"
 
+#include "command/settings_command.h"
 #include "core/command_ids.h"
-#include "core/parameter_block.h"
 #include "core/wide_text.h"
 #include "forms/form.h"
 #include "ui/form_controls.h"
@@ -36,7 +36,8 @@ INT_PTR onInitDialog(HWND page, LPARAM lParam)
     SetWindowLongPtrW(page, DWLP_USER, data);
     PageData& pageData = *pageOf(page);
     pageData.window.window = page;
-    openForm(pageData.window.state, *pageData.form, savedBlock, workingBlock, mainWindow.session.model);
+    openForm(pageData.window.state, *pageData.form, mainWindow.session.saved, mainWindow.session.working,
+             mainWindow.session.model);
     initializeControls(pageData.window);
     return TRUE;
 }
@@ -61,7 +62,7 @@ void showRefused(const FormWindow& form)
 
 LRESULT onApply(FormWindow& form, bool closes)
 {
-    Verdict verdict = confirmForm(form.state, workingBlock);
+    Verdict verdict = confirmPage(mainWindow.session, form.state);
     showBoxes(form.window, verdict);
     if (verdict.passed) {
         markUnmodified(form);
@@ -86,7 +87,7 @@ INT_PTR onNotify(HWND page, LPARAM lParam)
         SetWindowLongPtrW(page, DWLP_MSGRESULT, onApply(form, reinterpret_cast<const PSHNOTIFY*>(lParam)->lParam != 0));
         return TRUE;
     case static_cast<UINT>(PSN_RESET):
-        cancelForm(form.state, workingBlock);
+        cancelForm(form.state, mainWindow.session.working);
         return TRUE;
     default:
         return FALSE;

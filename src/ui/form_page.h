@@ -5,8 +5,8 @@
 
 namespace torvane {
 
-// Runs the sheet of commandProfile, commandCondition or commandPreference. What was accepted stands in workingBlock
-// when it returns.
+// Runs the sheet of commandProfile, commandCondition or commandPreference. What was accepted stands in the working
+// block when it returns.
 void runPropertySheet(HWND owner, int command);
 
 } // namespace torvane

@@ -1,4 +1,5 @@
 // Start of the desktop program, its message loop and its end.
+#include "command/settings_command.h"
 #include "core/parameter_block.h"
 #include "core/parameter_file.h"
 #include "core/screens.h"
@@ -71,7 +72,7 @@ HANDLE takeInstanceMutex()
 
 int runWindow()
 {
-    settleWindowMetrics(savedBlock);
+    settleWindowMetrics(mainWindow.session.saved);
     if (!createMainWindow())
         return 1;
     HACCEL accelerators = buildAccelerators();
@@ -98,7 +99,9 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int)
     theScreens = mainWindow.session.screens;
     mainWindow.parameterPath = parameterFilePath();
     registerCommonControls();
-    ParametersLoaded loaded = loadParameters(mainWindow.parameterPath);
+    ParameterBlock defaults;
+    ParametersLoaded loaded = loadParameters(mainWindow.session.screens, mainWindow.parameterPath, defaults);
+    startFrom(mainWindow.session, defaults);
     mainWindow.writesParameters = loaded == ParametersLoaded::ready;
     int result = loaded != ParametersLoaded::failed ? runWindow() : 1;
     ReleaseMutex(mutex);

@@ -35,9 +35,8 @@ HMODULE loadRichEdit()
 
 void reportAtStart()
 {
-    startModel(mainWindow.session);
     const ModelState& model = mainWindow.session.model.state;
-    reportProfile(mainWindow.session.screens, Pane::upper, model, workingBlock, allProfileSections);
+    reportProfile(mainWindow.session.screens, Pane::upper, model, mainWindow.session.working, allProfileSections);
     flushScreens();
     showTop(screenSet.upperScreen);
     greyActivityCommands(enableMenuCommand);
@@ -86,12 +85,12 @@ void keepWindowMetrics(HWND window)
     // Of an iconic window the place that it returns to.
     if (IsIconic(window) && GetWindowPlacement(window, &placement))
         rect = placement.rcNormalPosition;
-    savedBlock.windowRect[0] = rect.left;
-    savedBlock.windowRect[1] = rect.top;
-    savedBlock.windowRect[2] = rect.right;
-    savedBlock.windowRect[3] = rect.bottom;
-    savedBlock.windowWidth = rect.right - rect.left;
-    savedBlock.windowHeight = rect.bottom - rect.top;
+    mainWindow.session.saved.windowRect[0] = rect.left;
+    mainWindow.session.saved.windowRect[1] = rect.top;
+    mainWindow.session.saved.windowRect[2] = rect.right;
+    mainWindow.session.saved.windowRect[3] = rect.bottom;
+    mainWindow.session.saved.windowWidth = rect.right - rect.left;
+    mainWindow.session.saved.windowHeight = rect.bottom - rect.top;
 }
 
 LRESULT onClose(HWND window, WPARAM, LPARAM)
@@ -101,7 +100,7 @@ LRESULT onClose(HWND window, WPARAM, LPARAM)
         return 0;
     keepWindowMetrics(window);
     if (mainWindow.writesParameters)
-        saveParameters(mainWindow.parameterPath, savedBlock);
+        saveParameters(mainWindow.session.screens, mainWindow.parameterPath, mainWindow.session.saved);
     closeGraphWindow();
     for (HWND child : {screenSet.upperScreen, screenSet.lowerScreen, screenSet.statusBar})
         DestroyWindow(child);
@@ -174,13 +173,13 @@ bool registerClass()
 
 bool createMainWindow()
 {
-    const int32_t* rect = savedBlock.windowRect;
+    const int32_t* rect = mainWindow.session.saved.windowRect;
     mainWindow.menu = buildMenu();
     HWND window = nullptr;
     if (registerClass())
         window = CreateWindowExW(0, className, L"Torvane", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, rect[0], rect[1],
-                                 savedBlock.windowWidth, savedBlock.windowHeight, nullptr, mainWindow.menu,
-                                 mainWindow.instance, nullptr);
+                                 mainWindow.session.saved.windowWidth, mainWindow.session.saved.windowHeight, nullptr,
+                                 mainWindow.menu, mainWindow.instance, nullptr);
     if (window == nullptr) {
         showMessageBox(nullptr, "alert", "failed to create main window");
         return false;

@@ -21,8 +21,8 @@ struct MainWindow {
 
 extern MainWindow mainWindow;
 
-// Registers the class and creates and shows the window at the rectangle of savedBlock; with the window the worker, the
-// panes and the first report come to life. False when it could not be had; the user was told.
+// Registers the class and creates and shows the window at the rectangle of the saved block; with the window the worker,
+// the panes and the first report come to life. False when it could not be had; the user was told.
 bool createMainWindow();
 
 } // namespace torvane

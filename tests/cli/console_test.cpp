@@ -1,6 +1,7 @@
 // The console as its user meets it: what it takes, what it refuses and in which words, exit codes, output.
 #include "console_fixture.h"
 
+#include "command/session.h"
 #include "core/parameter_file.h"
 #include "figures.h"
 #include "forms/form.h"
@@ -114,12 +115,12 @@ TEST_F(Console, ToldThatAnEntryHasNoEffect)
 TEST_F(Console, KeepsWhatWasNotTypedToTheLastBit)
 {
     std::string par = in + "my.par";
-    ParameterBlock block, after;
-    setDefaults(block);
+    Session session;
+    ParameterBlock block = session.saved, after;
     block.humanHeight = 171.23456789;
     block.rideInclination[0] = 1.0 / 3;
     block.initialValueMode = 1;
-    ASSERT_TRUE(saveParameters(par, block));
+    ASSERT_TRUE(saveParameters(session.screens, par, block));
     EXPECT_EQ(call({"--par", par, "--save", "--set", "humanWeight=72", "801", "rideVelocity=30"}).code, 0);
     ASSERT_EQ(readParameters(par, after), ParametersRead::ok);
     expectFigures({after.humanHeight, after.humanWeight, after.rideInclination[0], after.rideVelocity[0]},

@@ -18,7 +18,7 @@ using ConsoleSettings = ConsoleTest;
 TEST_F(ConsoleSettings, AnEntrySetToItsValueChangesNothing)
 {
     Call plain = call({"801"});
-    const ParameterBlock defaults = savedBlock;
+    const ParameterBlock defaults = defaultBlock();
     Model model;
     for (const Form* form : allForms()) {
         FormState state;

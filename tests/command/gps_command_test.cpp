@@ -22,13 +22,12 @@ class GpsCommandTest : public ModelTest {
 protected:
     GpsCommandTest()
     {
-        setDefaults(workingBlock);
         session.model = model;
     }
 
     TestFolder folder;
     CapturedScreens shown;
-    Session session = {shown.screens, {}, {}};
+    Session session = {shown.screens};
     std::string source = folder.path + "ride.fit";
     std::string destination = folder.path + "out.fit";
 
@@ -47,7 +46,7 @@ protected:
         LoadedRide ride = session.ride;
         Analysis analysis;
         loadFitImage(ride.image, path);
-        EXPECT_EQ(analyseRide(model, workingBlock, ride, analysis), fitOk);
+        EXPECT_EQ(analyseRide(model, session.working, ride, analysis), fitOk);
         return analysis.stats.summary;
     }
     StatusCode loadMade(const GpsRecords& records, const FileShape& shape = {})
@@ -148,7 +147,7 @@ TEST_F(GpsCommandTest, shapesOfFilesAtOneStroke)
 
 TEST_F(GpsCommandTest, theWrittenFileHoldsWhatTheReportSaid)
 {
-    workingBlock.expressFieldsData = 1;
+    session.working.expressFieldsData = 1;
     ASSERT_EQ(loadMade(shortRide(model)), fitOk);
     FitSummary told = toldOf(source);
     ASSERT_EQ(atOneStroke(session), fitOk);
@@ -185,18 +184,18 @@ TEST_F(GpsCommandTest, theWrittenFileHoldsWhatTheReportSaid)
 
 TEST_F(GpsCommandTest, failuresAreTold)
 {
-    const std::tuple<StatusCode, const char*, void (*)()> cases[] = {
+    const std::tuple<StatusCode, const char*, void (*)(Session&)> cases[] = {
         {fitNoSector, "no effective sector. please try to set the threshold speed to be more shorter",
-         [] { workingBlock.thresholdSpeed = 200; }},
+         [](Session& own) { own.working.thresholdSpeed = 200; }},
         {fitSaveFailed, "failed to save the data to a fit file 'x.fit'",
-         [] { toolInputs.files[toolDestination].path = "/no/such/folder/x.fit"; }},
+         [](Session&) { toolInputs.files[toolDestination].path = "/no/such/folder/x.fit"; }},
         {fitCannotOpen, "failed to open the file 'ride.fit'",
-         [] { std::filesystem::remove(toolInputs.files[0].path); }},
+         [](Session&) { std::filesystem::remove(toolInputs.files[0].path); }},
     };
     for (const auto& [code, text, spoil] : cases) {
-        setDefaults(workingBlock);
+        setDefaults(session.working);
         ASSERT_EQ(loadMade(shortRide(model)), fitOk);
-        spoil();
+        spoil(session);
         for (StatusCode (*command)(Session&) : {createAnalysedFile, atOneStroke}) {
             EXPECT_EQ(command(session), code) << text;
             EXPECT_EQ(shown.status, std::string("status : ") + text);
@@ -217,14 +216,13 @@ TEST_F(GpsCommandTest, aSourceKeepsWhatItHas)
         EXPECT_EQ(record.cadence, 77);
         EXPECT_GT(record.power, 60);
     }
-    EXPECT_EQ(workingBlock.predictCadence, 1) << "the rules of one file do not reach the next";
-    EXPECT_EQ(workingBlock.flatCourse, 0);
+    EXPECT_EQ(session.working.predictCadence, 1) << "the rules of one file do not reach the next";
+    EXPECT_EQ(session.working.flatCourse, 0);
 }
 
 TEST_F(GpsCommandTest, aStrokeLeavesTheLoadedRideUntilItSucceeds)
 {
     // The loaded ride has an altitude, the stroke's source a cadence.
-    setDefaults(savedBlock);
     ASSERT_EQ(loadMade(shortRide(model)), fitOk);
     std::string other = folder.path + "other.fit";
     FitBuilder fit;
@@ -234,17 +232,17 @@ TEST_F(GpsCommandTest, aStrokeLeavesTheLoadedRideUntilItSucceeds)
     writeBytes(other, fit.file());
     const auto settingsOf = [this](const LoadedRide& ride) { // flat course, predicted cadence
         FormState state;
-        openForm(state, *findForm(2053), savedBlock, workingBlock, model, false, ride);
+        openForm(state, *findForm(2053), session.saved, session.working, model, false, ride);
         return std::pair(state.values.flatCourse, state.values.predictCadence);
     };
     const std::pair own(0, 1), ofOther(1, 0);
     FormState stroke;
-    openForm(stroke, *findForm(2060), savedBlock, workingBlock, model, false, session.ride);
+    openForm(stroke, *findForm(2060), session.saved, session.working, model, false, session.ride);
     for (const Row& row : stroke.form->rows) {
         if (row.id == 8611)
             setPath(stroke, row, other);
         if (row.kind == RowKind::button) {
-            EXPECT_TRUE(pressButton(stroke, row, workingBlock).passed);
+            EXPECT_TRUE(pressButton(stroke, row, session.working).passed);
         }
     }
     EXPECT_EQ(settingsOf(stroke.ride), ofOther);

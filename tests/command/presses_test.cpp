@@ -166,10 +166,10 @@ void fillIn(FormState& state, const Row& row)
 bool confirm(const Form& form)
 {
     FormState state;
-    openForm(state, form, savedBlock, workingBlock, session.model, false, session.ride);
+    openForm(state, form, session.saved, session.working, session.model, false, session.ride);
     for (const Row& row : form.rows)
         fillIn(state, row);
-    return confirmForm(state, workingBlock).passed;
+    return confirmPage(session, state).passed;
 }
 
 // What the menu greys without a ride, or after a tool, finds one here.
@@ -261,14 +261,12 @@ protected:
         folder = ownFolder.path;
         for (const char* name : {"half-1.fit", "half-2.fit", "hills.fit", "no-laps.fit"})
             std::filesystem::copy_file(std::string(TORVANE_CHECKOUT "/samples/rides/") + name, folder + name);
-        setDefaults(savedBlock);
-        workingBlock = savedBlock;
-        workingBlock.expressGraph = workingBlock.bandGraphPowerVelocity = workingBlock.bandGraphCornering = 1;
+        startFrom(session, defaultBlock());
+        session.working.expressGraph = session.working.bandGraphPowerVelocity = session.working.bandGraphCornering = 1;
         theScreens = session.screens = windowScreens;
         mail.ownThreadServes();
         mail.pressesDuringRuns = 0;
         runMayGoOn.set();
-        startModel(session);
         session.profilePath = folder + "rider.pro";
         finishSettings(session, *findCommand("save-profile"));
         startWorker(window, session);

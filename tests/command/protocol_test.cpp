@@ -142,8 +142,7 @@ class ProtocolTest : public testing::Test {
 protected:
     void SetUp() override
     {
-        setDefaults(savedBlock);
-        setDefaults(workingBlock);
+        session.saved = session.working = defaultBlock();
         journal.clear();
         confirms = true;
         boxOutlastsRun = false;
@@ -182,19 +181,19 @@ TEST_F(ProtocolTest, runsALongCommandThroughBothEntries)
 
 TEST_F(ProtocolTest, cancelStartsNothingButKeepsTheMode)
 {
-    workingBlock.rideMode = 0;
-    workingBlock.rideTarget = 1;
+    session.working.rideMode = 0;
+    session.working.rideTarget = 1;
     confirms = false;
     handleCommand(12345);
     handleCommand(802);
     EXPECT_EQ(journal, (Calls{"entry 802"})); // the unknown id did nothing
     EXPECT_EQ(workerBlock.ActiveCommand, 0);
-    EXPECT_EQ(workingBlock.rideMode, 1);
-    EXPECT_EQ(workingBlock.rideTarget, 0);
+    EXPECT_EQ(session.working.rideMode, 1);
+    EXPECT_EQ(session.working.rideTarget, 0);
 
-    workingBlock.rideTarget = 5;
+    session.working.rideTarget = 5;
     handleCommand(802);
-    EXPECT_EQ(workingBlock.rideTarget, 5) << "the same mode again keeps its target";
+    EXPECT_EQ(session.working.rideTarget, 5) << "the same mode again keeps its target";
 }
 
 TEST_F(ProtocolTest, pressDuringARunIsASecondEntryAndStopsNothing)
@@ -216,7 +215,7 @@ TEST_F(ProtocolTest, pressDuringARunIsASecondEntryAndStopsNothing)
 // What would write what the worker still reads waits, once each and in order; nobody waits for it.
 TEST_F(ProtocolTest, thePressBehindAPressWaitsForTheWorker)
 {
-    workingBlock.expressGraph = 1;
+    session.working.expressGraph = 1;
     handleCommand(802);
     operationStarted.wait();
     handleCommand(325);
@@ -297,8 +296,8 @@ TEST_F(ProtocolTest, graphFollowsPreferenceAndStatus)
     };
     operationMayEnd.set();
     for (const auto& [id, expressGraph, bandGraph, status, opens] : cases) {
-        workingBlock.expressGraph = expressGraph;
-        workingBlock.bandGraphPowerVelocity = bandGraph;
+        session.working.expressGraph = expressGraph;
+        session.working.bandGraphPowerVelocity = bandGraph;
         operationResult = status;
         handleCommand(id);
         journal.clear();

@@ -16,17 +16,15 @@ class RideCommand : public testing::Test {
 protected:
     RideCommand()
     {
-        setDefaults(workingBlock);
-        startModel(session);
         theScreens.showProgress = session.screens.showProgress = [](bool visible) { shown.push_back(visible); };
         shown.clear();
-        workingBlock.expressGraph = 0;
+        session.working.expressGraph = 0;
     }
 
     ResultStatus dispatch(RideMode mode, int target)
     {
-        workingBlock.rideMode = mode;
-        workingBlock.rideTarget = target;
+        session.working.rideMode = mode;
+        session.working.rideTarget = target;
         return dispatchRide(session);
     }
 
@@ -36,7 +34,7 @@ protected:
     }
 
     CapturedScreens captured;
-    Session session = {captured.screens, {}, {}};
+    Session session = {captured.screens};
     static inline std::vector<bool> shown;
 };
 
@@ -59,7 +57,7 @@ TEST_F(RideCommand, theTableFollowsTheReport)
         EXPECT_EQ(table, heading != nullptr) << mode << " " << target;
         EXPECT_TRUE(heading == nullptr || lowerHas(heading)) << heading;
     }
-    workingBlock.totalDistance = 0.0;
+    session.working.totalDistance = 0.0;
     dispatch(ridePatternBraking, 3);
     EXPECT_TRUE(lowerHas("cumulative data of motion")); // of no sector
 }
@@ -77,11 +75,11 @@ TEST_F(RideCommand, theBarIsShownForRunsOverTimeAlone)
 
 TEST_F(RideCommand, theoryAnswersAndVerifies)
 {
-    workingBlock.theoryCalculator = 0;
-    workingBlock.theoryTarget = 0;
+    session.working.theoryCalculator = 0;
+    session.working.theoryTarget = 0;
     EXPECT_EQ(runTheory(session), 0u);
     EXPECT_TRUE(lowerHas("real performance with inclination"));
-    workingBlock.theoryPower[0] = workingBlock.theoryMaxPower[0] + 1.0;
+    session.working.theoryPower[0] = session.working.theoryMaxPower[0] + 1.0;
     EXPECT_EQ(runTheory(session), statusIllegalValue);
     EXPECT_FALSE(lowerHas("real performance"));
 }

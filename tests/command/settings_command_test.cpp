@@ -19,16 +19,8 @@ namespace {
 
 class SettingsCommand : public testing::Test {
 protected:
-    SettingsCommand()
-    {
-        setDefaults(savedBlock);
-        workingBlock = savedBlock;
-        formMarks = {};
-        startModel(session);
-    }
-
     CapturedScreens shown;
-    Session session = {shown.screens, {}, {}};
+    Session session = {shown.screens};
     ModelState& inForce = session.model.state;
 };
 
@@ -37,13 +29,13 @@ protected:
 TEST_F(SettingsCommand, aCancelledSheetLeavesEveryFigure)
 {
     inForce.windSpeed = 3; // out of a profile file: no block holds it
-    workingBlock.theoryCadence[1] = 70;
+    session.working.theoryCadence[1] = 70;
     const ModelState model = inForce;
-    const ParameterBlock working = workingBlock;
+    const ParameterBlock working = session.working;
     for (int sheet : {321, 324, 325}) {
         EXPECT_EQ(finishSettings(session, *findCommand(sheet)), 0u);
         EXPECT_EQ(std::memcmp(&inForce, &model, sizeof model), 0) << sheet;
-        EXPECT_EQ(std::memcmp(&workingBlock, &working, sizeof working), 0) << sheet;
+        EXPECT_EQ(std::memcmp(&session.working, &working, sizeof working), 0) << sheet;
     }
     EXPECT_EQ(shown.upper, "");
 }
@@ -53,9 +45,9 @@ TEST_F(SettingsCommand, aProfileSavedAfterARunWithoutAnAnswerLoads)
 {
     TestFolder folder;
     session.profilePath = folder.path + "a.pro";
-    workingBlock.rideMode = rideAcceleration;
-    workingBlock.rideTarget = 4; // sector time
-    workingBlock.rideEndVelocity[rideAcceleration] = 140 / 3.6;
+    session.working.rideMode = rideAcceleration;
+    session.working.rideTarget = 4; // sector time
+    session.working.rideEndVelocity[rideAcceleration] = 140 / 3.6;
     findCommand(802)->operation(session);
     ASSERT_FALSE(std::isfinite(inForce.frontWeightRatio));
     EXPECT_EQ(finishSettings(session, *findCommand(323)), 0u);
@@ -96,7 +88,7 @@ TEST_F(SettingsCommand, aProfileHoldsWhatItsPagesTake)
     TestFolder folder;
     session.profilePath = folder.path + "a.pro";
     for (const Case& c : cases) {
-        startModel(session);
+        startFrom(session, defaultBlock());
         const ModelState model = inForce;
         c.change(inForce);
         EXPECT_EQ(finishSettings(session, *findCommand(323)), 0u);
@@ -107,7 +99,6 @@ TEST_F(SettingsCommand, aProfileHoldsWhatItsPagesTake)
             EXPECT_EQ(shown.status, "status : failed to read a file 'a.pro'");
             EXPECT_EQ(std::memcmp(&inForce, &model, sizeof model), 0) << c.fault;
         }
-        workingBlock = savedBlock;
     }
 }
 

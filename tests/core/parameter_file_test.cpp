@@ -32,6 +32,7 @@ protected:
 
     static constexpr ParametersLoaded ready = ParametersLoaded::ready;
     CapturedScreens shown;
+    ParameterBlock saved;
     TestFolder own;
     const std::string& folder = own.path;
     const std::string settings = folder + "Torvane.par";
@@ -41,7 +42,7 @@ protected:
 
 TEST_F(ParameterFile, aShortFileIsReadAsFarAsItGoes)
 {
-    EXPECT_EQ(loadParameters(settings), ready); // none yet
+    EXPECT_EQ(loadParameters(shown.screens, settings, saved), ready); // none yet
     EXPECT_TRUE(shown.messages.empty());
     ParameterBlock block;
     setDefaults(block);
@@ -50,11 +51,11 @@ TEST_F(ParameterFile, aShortFileIsReadAsFarAsItGoes)
     Bytes bytes = imageOf(block);
     bytes.resize(offsetof(ParameterBlock, thresholdSpeed) + 3);
     writeBytes(settings, bytes);
-    EXPECT_EQ(loadParameters(settings), ready);
-    EXPECT_EQ(savedBlock.humanHeight, 190);
-    EXPECT_NEAR(savedBlock.thresholdSpeed, 5, 1e-12) << "the bytes that are missing are the default's";
+    EXPECT_EQ(loadParameters(shown.screens, settings, saved), ready);
+    EXPECT_EQ(saved.humanHeight, 190);
+    EXPECT_NEAR(saved.thresholdSpeed, 5, 1e-12) << "the bytes that are missing are the default's";
     writeBytes(settings, {});
-    EXPECT_EQ(loadParameters(settings), ready);
+    EXPECT_EQ(loadParameters(shown.screens, settings, saved), ready);
     EXPECT_EQ(own.count(), 1u) << "nothing was set aside";
 }
 
@@ -78,9 +79,9 @@ TEST_F(ParameterFile, unusableContentsAreToldAndKept)
         block.humanWeight = 77;
         spoilers[i](block);
         writeBytes(settings, imageOf(block));
-        EXPECT_EQ(loadParameters(settings), ready) << i;
+        EXPECT_EQ(loadParameters(shown.screens, settings, saved), ready) << i;
         EXPECT_TRUE(alerted()) << i;
-        EXPECT_EQ(savedBlock.humanWeight, 60) << i;
+        EXPECT_EQ(saved.humanWeight, 60) << i;
         EXPECT_EQ(bytesOf(settings + ".unusable" + std::to_string(i + 1)), imageOf(block)) << i;
     }
 }
@@ -100,21 +101,21 @@ TEST_F(ParameterFile, whatIsNoParameterFileStaysAsItIs)
     };
     for (const auto& [text, bytes] : cases) {
         writeBytes(settings, bytes);
-        EXPECT_EQ(loadParameters(settings), ParametersLoaded::readOnly);
+        EXPECT_EQ(loadParameters(shown.screens, settings, saved), ParametersLoaded::readOnly);
         EXPECT_EQ(shown.messages.back().second,
                   std::string(text) + ".\nthe default values are used, and nothing is written to it");
         EXPECT_EQ(bytesOf(settings), bytes);
-        EXPECT_EQ(savedBlock.humanWeight, 60);
+        EXPECT_EQ(saved.humanWeight, 60);
     }
     std::filesystem::remove(settings);
     std::filesystem::create_directories(settings);
-    EXPECT_EQ(loadParameters(settings), ParametersLoaded::readOnly);
+    EXPECT_EQ(loadParameters(shown.screens, settings, saved), ParametersLoaded::readOnly);
     EXPECT_TRUE(std::filesystem::is_directory(settings));
     EXPECT_EQ(own.count(), 1u);
     // A file whose bytes the system does not give.
-    EXPECT_EQ(loadParameters("/proc/self/mem"), ParametersLoaded::readOnly);
+    EXPECT_EQ(loadParameters(shown.screens, "/proc/self/mem", saved), ParametersLoaded::readOnly);
     EXPECT_TRUE(shown.messages.back().second.starts_with("failed to read 'mem'.\n"));
-    EXPECT_EQ(loadParameters(folder + "none/Torvane.par"), ParametersLoaded::failed);
+    EXPECT_EQ(loadParameters(shown.screens, folder + "none/Torvane.par", saved), ParametersLoaded::failed);
     EXPECT_EQ(shown.messages.back().second, "failed to open .par file");
 }
 
@@ -127,13 +128,13 @@ TEST_F(ParameterFile, aProfileComesBackWhole)
     startModel(model, block);
     ModelState written = model;
     const std::string path = folder + "Ünïcode rider.pro";
-    EXPECT_EQ(saveProfile(model, block, path), 0);
+    EXPECT_EQ(saveProfile(shown.screens, model, block, path), 0);
     EXPECT_STREQ(block.profileFileName, "Ünïcode rider.pro");
     EXPECT_EQ(shown.status, "status : success to save current profile to 'Ünïcode rider.pro'");
     EXPECT_EQ(std::filesystem::file_size(path), 876u);
     model = {};
     ParameterBlock other = {};
-    EXPECT_EQ(loadProfile(model, other, path), 0);
+    EXPECT_EQ(loadProfile(shown.screens, model, other, path), 0);
     EXPECT_EQ(std::memcmp(&model, &written, sizeof written), 0);
     EXPECT_STREQ(other.profileFileName, "Ünïcode rider.pro");
     EXPECT_EQ(shown.status, "status : success to load current profile from 'Ünïcode rider.pro'");
@@ -147,26 +148,26 @@ TEST_F(ParameterFile, aProfileThatCannotBeUsedLeavesTheModel)
     startModel(model, block);
     ModelState before = model;
     const std::string path = folder + "a.pro";
-    ASSERT_EQ(saveProfile(model, block, path), 0);
+    ASSERT_EQ(saveProfile(shown.screens, model, block, path), 0);
     const Bytes good = bytesOf(path);
     constexpr std::pair<size_t, uint8_t> faults[] = {{0, 3}, {20 + offsetof(ModelState, chainringCount), 4}};
     for (auto [offset, value] : faults) {
         Bytes bytes = good;
         bytes[offset] = value;
         writeBytes(path, bytes);
-        EXPECT_EQ(loadProfile(model, block, path), 1) << offset;
+        EXPECT_EQ(loadProfile(shown.screens, model, block, path), 1) << offset;
         EXPECT_EQ(shown.status, "status : failed to read a file 'a.pro'") << offset;
         EXPECT_EQ(std::memcmp(&model, &before, sizeof before), 0) << offset;
     }
     Bytes cut(good.begin(), good.begin() + 20 + 9); // a height, and a byte of the weight
     cut[20 + 7] ^= 0x80;
     writeBytes(path, cut);
-    EXPECT_EQ(loadProfile(model, block, path), 0);
+    EXPECT_EQ(loadProfile(shown.screens, model, block, path), 0);
     EXPECT_EQ(model.humanHeight, -178);
     EXPECT_EQ(model.humanWeight, 60) << "what the file does not reach stays";
-    EXPECT_EQ(loadProfile(model, block, folder + "missing.pro"), 1);
+    EXPECT_EQ(loadProfile(shown.screens, model, block, folder + "missing.pro"), 1);
     EXPECT_EQ(shown.status, "status : failed to open an existing file");
-    EXPECT_EQ(saveProfile(model, block, folder + "no folder/a.pro"), 1);
+    EXPECT_EQ(saveProfile(shown.screens, model, block, folder + "no folder/a.pro"), 1);
     EXPECT_EQ(shown.status, "status : failed to write current profile to a file");
 }
 

@@ -127,18 +127,19 @@ TEST(WriteFaults, twoInstancesOnOneParameterFile)
 {
     TestFolder folder;
     std::string path = folder.path + "Torvane.par";
-    setDefaults(savedBlock);
-    ASSERT_TRUE(saveParameters(path, savedBlock));
+    Screens screens;
+    ParameterBlock saved = defaultBlock();
+    ASSERT_TRUE(saveParameters(screens, path, saved));
     std::vector<pid_t> writers;
     for (double weight : {61.0, 83.0})
         writers.push_back(startChild([&] {
-            savedBlock.humanWeight = savedBlock.thresholdPower = weight;
+            saved.humanWeight = saved.thresholdPower = weight;
             int failed = 0;
             for (int i = 0; i < 200; i++)
-                failed += !saveParameters(path, savedBlock);
+                failed += !saveParameters(screens, path, saved);
             return failed;
         }));
-    double defaultPower = savedBlock.thresholdPower;
+    double defaultPower = saved.thresholdPower;
     for (int i = 0; i < 500; i++) {
         ParameterBlock block;
         ASSERT_EQ(readParameters(path, block), ParametersRead::ok);

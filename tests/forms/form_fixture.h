@@ -24,7 +24,6 @@ struct OpenForm {
         applyProfile(model.state, working);
         applyCondition(model.state, working);
         rebuildModel(model);
-        formMarks = {};
     }
     explicit OpenForm(int form) : OpenForm()
     {

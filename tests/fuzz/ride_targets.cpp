@@ -71,22 +71,10 @@ struct Start {
 
 Session session;
 
-void startModelOnce()
-{
-    static const bool started = [] {
-        setDefaults(savedBlock);
-        workingBlock = savedBlock;
-        startModel(session);
-        return true;
-    }();
-    (void)started;
-    workingBlock = savedBlock;
-}
-
 // Writes the sources of an input and puts their paths in.
 Start open(Input input, bool several)
 {
-    startModelOnce();
+    session.working = session.saved;
     memoryFiles.clear();
     clearToolInputs(toolInputs);
     clearFitBlocks();
@@ -164,11 +152,11 @@ void requireSoundOutput(const FitImage& source, const Tool& tool)
 
 void runTool(const Tool& tool)
 {
-    if (!tool.check(toolInputs, workingBlock).passed)
+    if (!tool.check(toolInputs, session.working).passed)
         return;
     FitImage source = {};
     loadFitImage(source, toolInputs.files[0].path); // which a check need not have read whole
-    ToolOutcome outcome = tool.run(toolInputs, workingBlock);
+    ToolOutcome outcome = tool.run(toolInputs, session.working);
     reportStatus(session.screens, outcome.path, outcome.code);
     if (outcome.code == tool.success)
         requireSoundOutput(source, tool);
@@ -178,52 +166,52 @@ void runTool(const Tool& tool)
 
 void combine(Input input)
 {
-    workingBlock.combineOutput = open(input, true).output();
+    session.working.combineOutput = open(input, true).output();
     runTool({checkCombine, runCombine, fitCombined, Keeps::nothing});
 }
 
 void convert(Input input)
 {
     Start start = open(input, false);
-    workingBlock.convertOutput = start.output();
-    workingBlock.convertSpeedUnit = start.bit(0);
+    session.working.convertOutput = start.output();
+    session.working.convertSpeedUnit = start.bit(0);
     runTool({checkConvert, runConvert, fitConverted, Keeps::size});
 }
 
 void add(Input input)
 {
     Start start = open(input, false);
-    workingBlock.addOutput = start.output();
-    workingBlock.addLap = start.bit(0);
-    workingBlock.addSession = start.bit(1);
-    workingBlock.addActivity = start.bit(2);
+    session.working.addOutput = start.output();
+    session.working.addLap = start.bit(0);
+    session.working.addSession = start.bit(1);
+    session.working.addActivity = start.bit(2);
     runTool({checkAddMessages, runAddMessages, fitAdded, Keeps::records});
 }
 
 void divide(Input input)
 {
     Start start = open(input, false);
-    workingBlock.divideOutput = workingBlock.addOutput = start.output();
+    session.working.divideOutput = session.working.addOutput = start.output();
     runTool({checkDivide, runDivide, fitDivided, Keeps::nothing});
 }
 
 void exclude(Input input)
 {
     Start start = open(input, false);
-    workingBlock.excludeOutput = start.output();
-    workingBlock.excludeLap = start.bit(0);
-    workingBlock.excludeSession = start.bit(1);
-    workingBlock.excludeActivity = start.bit(2);
+    session.working.excludeOutput = start.output();
+    session.working.excludeLap = start.bit(0);
+    session.working.excludeSession = start.bit(1);
+    session.working.excludeActivity = start.bit(2);
     runTool({checkExclude, runExclude, fitAdded, Keeps::records});
 }
 
 void shiftTime(Input input)
 {
     Start start = open(input, false);
-    workingBlock.timestampOutput = start.output();
-    workingBlock.timestampTruncate = start.bit(0);
+    session.working.timestampOutput = start.output();
+    session.working.timestampTruncate = start.bit(0);
     uint32_t offset = start.options[1] | start.options[2] << 8 | static_cast<uint32_t>(start.options[3]) << 24;
-    workingBlock.timestampOffset = static_cast<int32_t>(offset);
+    session.working.timestampOffset = static_cast<int32_t>(offset);
     runTool({checkTimestamp, runTimestamp, fitConverted, Keeps::size});
 }
 
@@ -231,9 +219,9 @@ void dump(Input input)
 {
     open(input, false);
     toolInputs.files[toolDestination].path = inMemory("out.csv");
-    if (!checkFieldDump(toolInputs, workingBlock).passed)
+    if (!checkFieldDump(toolInputs, session.working).passed)
         return;
-    ToolOutcome outcome = runFieldDump(toolInputs, workingBlock);
+    ToolOutcome outcome = runFieldDump(toolInputs, session.working);
     bool written = fileExists(inMemory("out.csv"));
     bool answered = outcome.code == fitOk || outcome.code == fitConverted || !outcome.reported;
     require(written == answered, "a dump is written where it succeeded");
@@ -246,7 +234,7 @@ void prepare(Input input)
                       .jumpSpeed = leastJumpSpeed + start.options[2],
                       .dropPower = start.bit(0),
                       .dropCadence = start.bit(1)};
-    if (!checkPrepare(toolInputs, workingBlock).passed || runPrepare(toolInputs).code != fitPrepared)
+    if (!checkPrepare(toolInputs, session.working).passed || runPrepare(toolInputs).code != fitPrepared)
         return;
     const std::string& path = toolInputs.files[toolDestination].path;
     requireSoundFile(path);
@@ -276,7 +264,7 @@ void takeAnalysis(const Start& start, ParameterBlock& block)
 
 void load(Input input)
 {
-    takeAnalysis(open(input, false), workingBlock);
+    takeAnalysis(open(input, false), session.working);
     session.chosenRide = toolInputs.files[0].path;
     if (loadGpsFile(session) != fitOk)
         return;
@@ -296,7 +284,7 @@ void requireAnalysed(const std::string& path)
 
 void writer(Input input)
 {
-    takeAnalysis(open(input, false), workingBlock);
+    takeAnalysis(open(input, false), session.working);
     LoadedRide scanned;
     if (!checkOneStrokeSource(toolInputs, true, scanned).passed)
         return;

@@ -61,11 +61,11 @@ void parameters(Input input)
     Input bytes = input.subspan(1);
     putFile(path, bytes);
     runCommandLine({"--par", path, chosenCommand(input[0])});
-    require(isSound(savedBlock) && isSound(workingBlock), "blocks out of a file can be used");
     Bytes given(bytes.begin(), bytes.end());
     require(memoryFiles[path] == given, "a parameter file that is only read stays");
     ParameterBlock block;
     const ParametersRead read = readParameters(path, block);
+    require(isSound(block), "a block out of a file can be used");
     runCommandLine({"--par", path, "--save", "--set", "humanWeight=70", "power-and-velocity", "rideTarget=power"});
     bool there = memoryFiles[path] == given || memoryFiles[path + ".unusable1"] == given;
     require(there || read == ParametersRead::ok, "a parameter file is not lost");
@@ -81,7 +81,8 @@ void profile(Input input)
     putFile(path, input.subspan(1));
     ParameterBlock block = {};
     ModelState model = {};
-    if (loadProfile(model, block, path) == 0)
+    Screens screens;
+    if (loadProfile(screens, model, block, path) == 0)
         require(isSound(model), "a model out of a file can be used");
     runCommandLine({"--profile", path, chosenCommand(input[0])});
 }

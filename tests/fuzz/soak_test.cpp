@@ -4,6 +4,7 @@
 
 #include "cli/console.h"
 #include "command/command_table.h"
+#include "command/session.h"
 #include "core/text.h"
 #include "forms/form.h"
 #include "memory_files.h"
@@ -87,10 +88,9 @@ std::string legalValue(Dice& dice, const FormState& state, const Row& row)
 // Some of the rows that the form shows at its opening.
 void addEntries(Dice& dice, const Form& form, int oneIn, const char* lead, std::vector<std::string>& arguments)
 {
-    ParameterBlock block = savedBlock;
-    const Model model = modelOf(block);
+    const Session session;
     FormState state;
-    openForm(state, form, savedBlock, workingBlock, model, true);
+    openForm(state, form, session.saved, session.working, session.model, true);
     for (const Row& row : form.rows) {
         if (row.name == nullptr || !isEnabled(state, row) || !dice.once(oneIn))
             continue;

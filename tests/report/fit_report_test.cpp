@@ -17,13 +17,12 @@ class FitReport : public testing::Test {
 protected:
     FitReport()
     {
-        setDefaults(workingBlock);
         presence.hasRecords = 1;
     }
 
     ReportedRide reported(FitReportMode mode, uint32_t flags) const
     {
-        return {"/rides/a.fit", mode, inventory, summary, presence, workingBlock, flags};
+        return {"/rides/a.fit", mode, inventory, summary, presence, settings, flags};
     }
     std::string summaryText(FitReportMode mode, uint32_t flags = 0)
     {
@@ -42,6 +41,7 @@ protected:
         EXPECT_NE(shown.lower.find(lines), std::string::npos) << lines << shown.lower;
     }
     CapturedScreens shown;
+    ParameterBlock settings = defaultBlock();
     FitInventory inventory = {};
     FitSummary summary = {};
     FieldPresence presence = {};
@@ -166,9 +166,9 @@ TEST_F(FitReport, summaryOfALoadedFile)
 TEST_F(FitReport, summaryOfAnAnalysedFile)
 {
     presence = {1, 1, 1, 0x11, 0, 0x01, 0, 0, 0, 0, 0};
-    workingBlock.thresholdSpeed = 7.25;
-    workingBlock.predictCadence = workingBlock.predictPower = workingBlock.detectBraking = 1;
-    workingBlock.analysePowerBase = 1;
+    settings.thresholdSpeed = 7.25;
+    settings.predictCadence = settings.predictPower = settings.detectBraking = 1;
+    settings.analysePowerBase = 1;
     summary.avgPower = 150;
     std::tie(summary.avgBrakeForce, summary.maxRearBrake) = std::tuple(1.25, 123.46);
     std::string text = summaryText(reportAnalysed, 1);
@@ -187,7 +187,7 @@ TEST_F(FitReport, summaryOfAnAnalysedFile)
     expectLines("in the record and stats of fields data\n\n");
     presence.powerFlags = 1;
     EXPECT_EQ(summaryText(reportAnalysed).find("braking"), std::string::npos);
-    workingBlock.detectBraking = presence.powerFlags = 0;
+    settings.detectBraking = presence.powerFlags = 0;
     EXPECT_EQ(summaryText(reportAnalysed).find("braking"), std::string::npos);
     presence = {};
     summaryText(reportLoaded);
@@ -254,7 +254,7 @@ TEST_F(FitReport, tableOfRecords)
               "\t      ,       UTC,   degree,        m,        %,      kph,       km,      Cel,      rpm\n"
               "\t    12,  07:05:09,    271.2,     35.8,     -3.2,     36.0,    1.234,     21.0,     90.0\n");
     presence = {1, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0};
-    workingBlock.detectBraking = 1;
+    settings.detectBraking = 1;
     EXPECT_EQ(fieldsText(rows, 0, predictedCadence | predictedPower),
               "\n remarkable fields data\n\n"
               "\tsector,  cadence,    power,    brake,  f.brake, -friction, -radiate,  r.brake, -friction, -radiate\n"

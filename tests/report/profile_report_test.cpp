@@ -14,16 +14,15 @@ namespace {
 struct ProfileReport : testing::Test {
     ProfileReport()
     {
-        setDefaults(workingBlock);
-        applyProfile(m, workingBlock);
-        applyCondition(m, workingBlock);
+        applyProfile(m, working);
+        applyCondition(m, working);
         shown.upper = "what stood there before";
     }
 
     // A section without the head line and the title.
     std::string section(uint32_t bit)
     {
-        reportProfile(shown.screens, Pane::upper, m, workingBlock, bit);
+        reportProfile(shown.screens, Pane::upper, m, working, bit);
         return behindTitle("\n\t\tcurrent profile   : default.pro\n\n ");
     }
 
@@ -42,11 +41,12 @@ struct ProfileReport : testing::Test {
 
     ModelState m = {};
     CapturedScreens shown;
+    ParameterBlock working = defaultBlock();
 };
 
 TEST_F(ProfileReport, sectionsInTheirOrderWhateverTheMask)
 {
-    reportProfile(shown.screens, Pane::upper, m, workingBlock, sectionAssist | sectionEquipment);
+    reportProfile(shown.screens, Pane::upper, m, working, sectionAssist | sectionEquipment);
     EXPECT_EQ(shown.upper, "\n\t\tcurrent profile   : default.pro\n"
                            "\n principal equipment\n\n"
                            "\twear selected is\t\t:    'bike summer'\n"

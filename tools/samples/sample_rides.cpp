@@ -139,7 +139,8 @@ Bytes makeSampleRide(const SampleFile& ride, const std::string& profileFolder)
     Model model;
     setDefaults(block);
     startModel(model.state, block);
-    if (loadProfile(model.state, block, profileFolder + "/" + ride.profile) != 0) {
+    Screens screens;
+    if (loadProfile(screens, model.state, block, profileFolder + "/" + ride.profile) != 0) {
         std::cerr << "there is no profile " << ride.profile << '\n';
         return {};
     }
