@@ -1,9 +1,10 @@
 """Drives the desktop program under Wine on a virtual display: real keys and clicks in, control texts and pictures out.
 
-One display and one Wine prefix of its own per build folder. Everything that is started here is ended here, by its own
+A display and a Wine prefix of its own for each script that runs. Everything that is started here is ended here, by its own
 process id. Nothing waits for a fixed time: every wait looks for what it waits for, up to a limit.
 """
 
+import fcntl
 import json
 import os
 import pathlib
@@ -17,12 +18,31 @@ SOURCE = pathlib.Path(__file__).resolve().parents[2]
 BUILD = pathlib.Path(os.environ.get("TORVANE_BUILD", SOURCE / "build" / "windows"))
 NATIVE_CLI = pathlib.Path(os.environ.get("TORVANE_NATIVE_CLI", SOURCE / "build" / "native" / "torvane-cli"))
 SCREENSHOTS = SOURCE / "build" / "screenshots"
-PREFIX = BUILD / "wine-prefix"
-HOME = BUILD / "home"  # what Wine, printing and the rest keep in a home folder
+LANES = 16
 LIMIT = 60.0  # s; far beyond what a quiet machine needs
 
 UPPER, LOWER, STATUS = 202, 201, 203
 OK, CANCEL = 1, 2
+
+
+def free_lane():
+    """A folder for the Wine prefix and the home of this script alone, kept for the next ones: scripts that run at the
+    same time do not meet. The open file holds the lane as long as the script runs."""
+    for number in range(LANES):
+        folder = BUILD / f"lane{number}"
+        folder.mkdir(parents=True, exist_ok=True)
+        lock = open(folder / "lock", "w")
+        try:
+            fcntl.flock(lock, fcntl.LOCK_EX | fcntl.LOCK_NB)
+            return folder, lock
+        except BlockingIOError:
+            lock.close()
+    raise AssertionError("too many scripts at once")
+
+
+LANE, LOCK = free_lane()
+PREFIX = LANE / "wine-prefix"
+HOME = LANE / "home"  # what Wine, printing and the rest keep in a home folder
 
 
 def environment(display=None):
