@@ -83,6 +83,16 @@ Reread reread(const std::string& path)
     return file;
 }
 
+// With a cadence, without altitude.
+Bytes cadenceRide()
+{
+    FitBuilder fit;
+    fit.define(2, 0, {{0, 1}}).message(2, {4}).define(0, 20, {{253, 4}, {5, 4}, {6, 2}, {4, 1}});
+    for (int i = 0; i < 20; i++)
+        fit.message(0, {1000 + i, i * 800, 8000, 77});
+    return fit.file();
+}
+
 GpsRecords shortRide(const Model& model)
 {
     static const GpsRecords records = makeRide(model, {.seconds = 320});
@@ -205,12 +215,7 @@ TEST_F(GpsCommandTest, failuresAreTold)
 
 TEST_F(GpsCommandTest, aSourceKeepsWhatItHas)
 {
-    FitBuilder fit;
-    fit.define(2, 0, {{0, 1}}).message(2, {4});
-    fit.define(0, 20, {{253, 4}, {5, 4}, {6, 2}, {4, 1}}); // cadence, no altitude
-    for (int i = 0; i < 20; i++)
-        fit.message(0, {1000 + i, i * 800, 8000, 77});
-    ASSERT_EQ(loadMade(fit.file()), fitOk);
+    ASSERT_EQ(loadMade(cadenceRide()), fitOk);
     ASSERT_EQ(atOneStroke(session), fitOk);
     for (const GpsRecord& record : reread(destination).records) {
         EXPECT_EQ(record.cadence, 77);
@@ -222,14 +227,9 @@ TEST_F(GpsCommandTest, aSourceKeepsWhatItHas)
 
 TEST_F(GpsCommandTest, aStrokeLeavesTheLoadedRideUntilItSucceeds)
 {
-    // The loaded ride has an altitude, the stroke's source a cadence.
     ASSERT_EQ(loadMade(shortRide(model)), fitOk);
     std::string other = folder.path + "other.fit";
-    FitBuilder fit;
-    fit.define(2, 0, {{0, 1}}).message(2, {4}).define(0, 20, {{253, 4}, {5, 4}, {6, 2}, {4, 1}});
-    for (int i = 0; i < 20; i++)
-        fit.message(0, {1000 + i, i * 800, 8000, 77});
-    writeBytes(other, fit.file());
+    writeBytes(other, cadenceRide());
     const auto settingsOf = [this](const LoadedRide& ride) { // flat course, predicted cadence
         FormState state;
         openForm(state, *findForm(2053), session.saved, session.working, model, false, ride);

@@ -56,43 +56,32 @@ TEST(FieldDump, EveryKindOfLine)
                   crc);
 }
 
-// Text of many pieces, with definitions that change, and the longest message there can be at the end.
+// Text of many pieces: what one block gives comes again with each repetition of it, the longest message there can be
+// among them.
 TEST(FieldDump, MegabytesToTheCharacter)
 {
-    FitBuilder file;
-    std::string text;
-    auto addHex = [&, shown = size_t{0}]() mutable { // of what was added to the file since
-        for (; shown < file.data.size(); ++shown)
-            appendFormat(text, "%02X, ", file.data[shown]);
-        text += "\n";
-    };
-    for (int part = 0; part < 6; ++part) {
-        file.define(0, messageRecord, {{253, 4}, {2, 2}, {13, 1}}, part % 2 != 0);
-        text += "-- record --\n";
-        addHex();
-        text += "timestamp-4, altitude-2, unknown-13-1, \n";
-        for (uint32_t i = 0; i < 5000; ++i) {
-            const uint32_t time = (1u << i % 32) - 1 + i;
-            const int altitude = static_cast<int>(i * 13 % 65536);
-            file.message(0, {time, altitude, 25});
-            text += formatText("%d, %d, unknown-13-1, \n", static_cast<int32_t>(time), altitude);
-            addHex();
-        }
-    }
     const std::vector<FitBuilder::Field> all(maxFieldCount, {200, UINT8_MAX});
-    std::string names;
-    for (int field = 0; field < maxFieldCount; ++field)
-        names += "unknown-200-255, ";
-    file.define(0, messageRecord, all, false, all);
-    text += "-- record --\n";
-    addHex();
-    text += names + "\n" + names + "\n";
-    file.message(0, std::vector<int64_t>(2 * maxFieldCount, -2));
-    addHex();
-    ToolBench bench;
-    bench.from(file.file());
-    const std::string dump = dumpOf(bench);
-    EXPECT_TRUE(dump.compare(dump.find("-- record --"), text.size() + 8, text + "-- crc -") == 0);
+    FitBuilder block, file;
+    block.define(0, messageRecord, all, false, all).message(0, std::vector<int64_t>(2 * maxFieldCount, -2));
+    for (bool bigEndian : {false, true}) {
+        block.define(0, messageRecord, {{253, 4}, {2, 2}, {13, 1}}, bigEndian);
+        for (int i = 0; i < 32; ++i)
+            block.message(0, {(1 << i) - 1, i * 2113, 25});
+    }
+    auto linesOf = [](const FitBuilder& made) {
+        ToolBench bench;
+        bench.from(made.file());
+        const std::string dump = dumpOf(bench);
+        const size_t first = dump.find("-- record --");
+        return dump.substr(first, dump.find("-- crc --") - first);
+    };
+    const std::string once = linesOf(block);
+    std::string wanted;
+    for (int part = 0; part < 10; ++part) {
+        file.data.insert(file.data.end(), block.data.begin(), block.data.end());
+        wanted += once;
+    }
+    EXPECT_TRUE(linesOf(file) == wanted);
 }
 
 TEST(FieldDump, ALongerFileKeepsItsTail)

@@ -1,6 +1,7 @@
 // What tests of FIT files need beside the builder: bytes to and from files, and a folder for them.
 #pragma once
 
+#include "fit/fit_image.h"
 #include "rides/fit_builder.h"
 
 #include <gtest/gtest.h>
@@ -23,6 +24,15 @@ inline Bytes bytesOf(const std::string& path)
 {
     std::ifstream in(path, std::ios::binary);
     return Bytes(std::istreambuf_iterator<char>(in), {});
+}
+
+// A file in memory whose data block this is.
+inline FitImage imageOf(const Bytes& data)
+{
+    FitImage image;
+    image.data = data;
+    image.dataSize = static_cast<int32_t>(data.size());
+    return image;
 }
 
 // A folder of its own for each test and process, gone with it.

@@ -20,8 +20,7 @@ struct Gathered {
 Gathered gather(const FitBuilder& builder)
 {
     Gathered all;
-    FitImage image;
-    image.data = builder.data;
+    const FitImage image = imageOf(builder.data);
     clearFitBlocks();
     all.code = scanFitMessages(image, all.recordDefinitions);
     if (all.code != fitOk)
@@ -74,10 +73,8 @@ TEST(FitPasses, repeatedFields)
     builder.define(3, messageActivity, {{0, 4}, {0, 4}}).message(3, {70, 80});
     ASSERT_EQ(gather(builder).code, fitOk);
     expectFigures({fitInventory.fileType, fitInventory.sessionSport.at(0), fitSummary.totalTimer}, {4, 2, 80});
-    FitImage image;
-    image.data = builder.data;
     SourceFileInfo info;
-    ASSERT_EQ(surveyFitMessages(image, info), fitOk);
+    ASSERT_EQ(surveyFitMessages(imageOf(builder.data), info), fitOk);
     expectFigures({info.fileType, info.startTimestamp, info.endTimestamp, info.recordInterval, info.activityTimer},
                   {4, 1000, 1005, 5, 80});
 }

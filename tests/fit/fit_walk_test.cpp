@@ -9,14 +9,6 @@ namespace torvane {
 
 namespace {
 
-FitImage imageOf(const Bytes& data)
-{
-    FitImage image;
-    image.data = data;
-    image.dataSize = static_cast<int32_t>(data.size());
-    return image;
-}
-
 // Two local types, one of them big-endian with a developer part, redefined in the middle.
 FitBuilder mixedBlock()
 {

@@ -103,8 +103,7 @@ TEST(RewriteToolFaults, WhatWouldGrowFarBeyondItsSourceIsNotWritten)
 TEST(RewriteToolFaults, WhatDoesNotWalkIsNotWritten)
 {
     TestFolder folder;
-    FitImage image;
-    image.data = fitFile().data;
+    FitImage image = imageOf(fitFile().data);
     image.data.pop_back();
     EXPECT_FALSE(saveFitFile(image, folder.path + "a.fit"));
     EXPECT_EQ(folder.count(), 0u);

@@ -35,19 +35,22 @@ struct RideFile {
             compressed ? fit.compressed(1, static_cast<int>(time & 31), values) : fit.message(1, values);
         }
     }
-    void lap(int64_t from, bool define = true)
+    // Of a lap or a session, since a time.
+    void summary(int local, int message, int sportField, int64_t from, bool define)
     {
         if (define)
-            fit.define(2, 19, {{253, 4, 0x86}, {2, 4, 0x86}, {7, 4, 0x86}, {8, 4, 0x86}, {9, 4, 0x86}, {25, 1, 0}},
+            fit.define(local, message,
+                       {{253, 4, 0x86}, {2, 4, 0x86}, {7, 4, 0x86}, {8, 4, 0x86}, {9, 4, 0x86}, {sportField, 1, 0}},
                        bigEndian);
-        fit.message(2, {time, from, (time - from) * 1000, (time - from) * 1000, distance, 2});
+        fit.message(local, {time, from, (time - from) * 1000, (time - from) * 1000, distance, 2});
+    }
+    void lap(int64_t from, bool define = true)
+    {
+        summary(2, 19, 25, from, define);
     }
     void session(int64_t from, bool define = true)
     {
-        if (define)
-            fit.define(3, 18, {{253, 4, 0x86}, {2, 4, 0x86}, {7, 4, 0x86}, {8, 4, 0x86}, {9, 4, 0x86}, {5, 1, 0}},
-                       bigEndian);
-        fit.message(3, {time, from, (time - from) * 1000, (time - from) * 1000, distance, 2});
+        summary(3, 18, 5, from, define);
     }
     void activity(int sessions)
     {

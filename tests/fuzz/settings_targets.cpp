@@ -8,7 +8,6 @@
 #include "core/record_check.h"
 #include "memory_files.h"
 
-#include <algorithm>
 #include <sstream>
 
 namespace torvane {
@@ -37,13 +36,6 @@ const std::string& chosenCommand(uint8_t choice)
 {
     static const std::vector<std::string> names = settingsCommands();
     return names[choice % names.size()];
-}
-
-template <class Record>
-Bytes imageOf(const Record& record)
-{
-    const auto* bytes = reinterpret_cast<const uint8_t*>(&record);
-    return {bytes, bytes + sizeof record};
 }
 
 void putFile(const std::string& path, Input bytes)
@@ -119,30 +111,28 @@ void console(Input input)
     runCommandLine(linesOf(input));
 }
 
-Bytes withChoice(uint8_t choice, const Bytes& file)
+// A file behind the choice of each command.
+std::vector<Bytes> withChoices(const Bytes& file)
 {
-    Bytes input(file.size() + 1, choice);
-    std::copy(file.begin(), file.end(), input.begin() + 1);
-    return input;
+    std::vector<Bytes> seeds;
+    for (size_t choice = 0; choice < settingsCommands().size(); choice++) {
+        seeds.push_back({static_cast<uint8_t>(choice)});
+        seeds.back().insert(seeds.back().end(), file.begin(), file.end());
+    }
+    return seeds;
 }
 
 std::vector<Bytes> parameterSeeds()
 {
-    std::vector<Bytes> seeds;
     ParameterBlock block;
     setDefaults(block);
-    for (size_t choice = 0; choice < settingsCommands().size(); choice++)
-        seeds.push_back(withChoice(static_cast<uint8_t>(choice), imageOf(block)));
-    return seeds;
+    const auto* bytes = reinterpret_cast<const uint8_t*>(&block);
+    return withChoices({bytes, bytes + sizeof block});
 }
 
 std::vector<Bytes> profileSeeds()
 {
-    const Bytes file = savedProfile();
-    std::vector<Bytes> seeds;
-    for (size_t choice = 0; choice < settingsCommands().size(); choice++)
-        seeds.push_back(withChoice(static_cast<uint8_t>(choice), file));
-    return seeds;
+    return withChoices(savedProfile());
 }
 
 std::vector<Bytes> consoleSeeds()

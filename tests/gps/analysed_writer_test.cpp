@@ -15,10 +15,8 @@ constexpr uint32_t addAll = addSpeed | addDistance | addCadence | addPower;
 Bytes rewrite(const FitBuilder& builder, const GpsRecords& rows, uint32_t added, const OutputChoice& options = {},
               uint32_t totalTimer = 0)
 {
-    FitImage source;
+    const FitImage source = imageOf(builder.data);
     FitImage destination;
-    source.data = builder.data;
-    source.dataSize = static_cast<int32_t>(builder.data.size());
     EXPECT_EQ(planRewrittenSize(destination, source, rows, added), fitOk);
     EXPECT_EQ(writeAnalysedFit(destination, source, rows, added, options, totalTimer), fitOk);
     EXPECT_EQ(static_cast<size_t>(destination.dataSize), destination.data.size());
@@ -152,8 +150,7 @@ TEST(AnalysedWriter, refusals)
 {
     FitBuilder source;
     source.define(0, messageRecord, {{253, 4}}).message(0, {1}).message(0, {2});
-    FitImage image, destination;
-    image.data = source.data;
+    FitImage image = imageOf(source.data), destination;
     GpsRecords rows(2, row(1));
     ASSERT_EQ(planRewrittenSize(destination, image, rows, addPower), fitOk);
     EXPECT_EQ(writeAnalysedFit(destination, image, rows, addPower | addSpeed, {}, 0), fitSizeMismatch);

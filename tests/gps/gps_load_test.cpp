@@ -10,18 +10,11 @@ namespace torvane {
 
 namespace {
 
-FitImage imageOf(const FitBuilder& builder)
-{
-    FitImage image;
-    image.data = builder.data;
-    return image;
-}
-
 struct Load {
     LoadedRide ride;
     StatusCode code;
 
-    explicit Load(const FitBuilder& builder) : ride{imageOf(builder)}, code(gatherActivity(ride)) {}
+    explicit Load(const FitBuilder& builder) : ride{imageOf(builder.data)}, code(gatherActivity(ride)) {}
 };
 
 std::vector<FitBuilder::Field> fieldsOf(const std::vector<int>& numbers)
@@ -139,7 +132,7 @@ TEST(GpsLoad, rowsHoldWhatTheFileHas)
         builder.message(2, {900000000, 1 << 30, -(1 << 29), 3333, 123456, 8765, -1, 140, 90, 300, 0});
         builder.message(2, {900000001, 0, 0, 0xFFFF, -100, 0, 21, 0, 255, 0, 0});
         GpsRecords rows(3);
-        ASSERT_EQ(fillRecords(imageOf(builder), rows), fitOk);
+        ASSERT_EQ(fillRecords(imageOf(builder.data), rows), fitOk);
         const GpsRecord& r = rows[0]; // a temperature has no sign here
         expectFigures({r.timestamp, r.latitude, r.longitude, r.temperature, r.heartRate, r.cadence, r.power, r.sector},
                       {900000000, 90, -45, 255, 140, 90, 300, 0});
@@ -158,7 +151,7 @@ TEST(GpsLoad, compressedTimestampsHaveNoOffset)
     builder.compressed(0, 9, {1}).message(2, {1000}).compressed(0, 9, {1}).compressed(0, 31, {1});
     builder.message(2, {1024}).compressed(0, 5, {1}).compressed(1, 5, {2001}).compressed(0, 5, {1});
     GpsRecords rows(9);
-    ASSERT_EQ(fillRecords(imageOf(builder), rows), fitOk);
+    ASSERT_EQ(fillRecords(imageOf(builder.data), rows), fitOk);
     // 1000 is 31 x 32 + 8 and goes on to 32 x 32; 1024 has no low bits; 2001 is 62 x 32 + 17
     constexpr uint32_t expected[] = {0, 1000, 1024, 1024, 1024, 1024, 2001, 2016, 0};
     for (size_t i = 0; i < rows.size(); ++i)

@@ -71,8 +71,7 @@ struct Prepared {
 
     explicit Prepared(const Bytes& data, const PrepareOptions& options = {})
     {
-        FitImage source;
-        source.data = data;
+        FitImage source = imageOf(data);
         source.headerBytes = {14, 0x10, 0, 0, 0, 0, 0, 0, '.', 'F', 'I', 'T'};
         code = prepareActivity(source, options, image, findings);
         if (code == 0)

@@ -289,22 +289,6 @@ TEST_F(RideReport, rowBehindTheLastOnlyWhenWritten)
     EXPECT_EQ(shown.lower, "   0.000" + row + "   0.000" + row + "   0.500" + row);
 }
 
-TEST_F(RideReport, longTableComesInLargePiecesWithProgress)
-{
-    constexpr int rows = 20000;
-    constexpr size_t rowLength = 86;
-    SampleLog log = logOf(rows);
-    beginProgress();
-    reportProcessRows(shown.screens, log);
-    EXPECT_EQ(std::count(shown.lower.begin(), shown.lower.end(), '\n'), rows);
-    EXPECT_LE(shown.pieces.size(), shown.lower.size() / (64 * 1024) + 1);
-    EXPECT_LT(*std::max_element(shown.pieces.begin(), shown.pieces.end()), 64u * 1024 + 2 * rowLength);
-    EXPECT_TRUE(std::is_sorted(shown.progress.begin(), shown.progress.end()));
-    EXPECT_EQ(shown.progress.back(), 99);
-    EXPECT_LE(shown.progress.size(), 101u);
-    endProgress();
-}
-
 TEST_F(RideReport, tableOfSectors)
 {
     reportSectorHeading(shown.screens);

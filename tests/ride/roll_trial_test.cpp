@@ -78,37 +78,11 @@ protected:
     }
 };
 
-TEST_F(RollTrialTest, whatIsGivenUpWouldHaveEndedSlower)
-{
-    Random random(11);
-    int givenUp = 0;
-    for (int round = 0; round < 1000; ++round) {
-        takeAnyConditions(block, random);
-        const RollLimit limit = anyLimit(random);
-        prepare(rideInclinationAndVelocity, 1);
-        ride->now.inclination = -std::exp(uniform(random, -1.0, 5.0));
-        const ResultStatus whole = rollDryRun(*ride, limit);
-        const double reached = ride->found.velocity;
-        const Figures figures = figuresOf(whole, *ride);
-        // From just out of reach to far out of it; and what is reached, which must never be given up.
-        for (double above : {0.0, std::exp(uniform(random, -25.0, 0.0)), uniform(random, 0.0, 30.0)}) {
-            if (const std::optional<ResultStatus> tried = rollTrial(*ride, limit, reached + above)) {
-                EXPECT_EQ(figuresOf(*tried, *ride), figures) << round;
-            } else {
-                ++givenUp;
-                EXPECT_LT(reached, reached + above) << round;
-                EXPECT_LT(ride->found.velocity, reached + above) << round;
-            }
-        }
-    }
-    EXPECT_GT(givenUp, 500);
-}
-
 TEST_F(RollTrialTest, aSeekAnswersAsIfEveryRunWentToItsEnd)
 {
     Random random(12);
     int met = 0;
-    for (int round = 0; round < 40; ++round) {
+    for (int round = 0; round < 80; ++round) {
         takeAnyConditions(block, random);
         const RollLimit limit = anyLimit(random);
         const double wanted = uniform(random, 0.0, 35.0);
@@ -117,7 +91,7 @@ TEST_F(RollTrialTest, aSeekAnswersAsIfEveryRunWentToItsEnd)
         EXPECT_EQ(seekOnce(wanted, limit, seekInclinationOver), plain) << round;
         met += plain[0] == 0;
     }
-    EXPECT_GT(met, 10);
+    EXPECT_GT(met, 20);
     // No slope is enough: what shows is the last run, whole.
     setDefaults(block);
     block.accelerationIntervalMode = 1;
