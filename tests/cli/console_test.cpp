@@ -269,11 +269,8 @@ TEST_F(Console, RunsTheToolsAndTellsWhatTheyDid)
     EXPECT_EQ(refused.code, 2);
     EXPECT_EQ(refused.err, "warning: no need to convert cause the source file is formated as modern format\n");
     FitBuilder halves;
-    halves.define(0, 0, {{0, 1, 0}})
-        .message(0, {4})
-        .define(1, 20, {{253, 4}})
-        .message(1, {9})
-        .define(1, 20, {{253, 4}});
+    halves.define(0, 0, {{0, 1, 0}}).message(0, {4}).define(1, 20, {{253, 4}});
+    halves.message(1, {9}).define(1, 20, {{253, 4}});
     EXPECT_EQ(call({"divide", put("halves.fit", halves.file()), in + "half.fit"}).err,
               "warning: 1 of 2 divided files have no record message: 001\n"
               "status : success to divide a fit file to 'half_000.fit, half_001.fit'\n");

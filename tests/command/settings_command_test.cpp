@@ -1,10 +1,9 @@
 // What stands between the sheets, the profile files and the model in force.
 #include "command/settings_command.h"
 
-#include "command/session.h"
-
 #include "captured_screens.h"
 #include "command/command_table.h"
+#include "command/session.h"
 #include "core/parameter_file.h"
 #include "fit/fit_builder.h"
 #include "forms/form.h"

@@ -116,38 +116,31 @@ TEST(BrakePage, ShowsTheEntriesOfTheSelectedType)
 
 TEST(AssistPage, ChecksInItsOwnOrder)
 {
-    struct Case {
-        int motor, modes[3];
-        const char *speeds[3], *ratios[3], *power, *message;
-        int refused = 0;
+    using Entries = std::vector<std::pair<int, const char*>>;
+    const Entries good = {{1811, "1"},  {1821, "1"},   {1824, "1"},  {1827, "2"}, {1832, "25"}, {1833, "2"},
+                          {1834, "32"}, {1835, "1.5"}, {1836, "45"}, {1837, "1"}, {1831, "250"}};
+    // What is entered otherwise; the message, and the entry that it is about.
+    const std::tuple<Entries, const char*, int> cases[] = {
+        {{}, "", 0},
+        {{{1811, "0"}, {1824, "0"}, {1831, "99999"}}, "found illegal motor location", 1811},
+        {{{1821, "0"}, {1827, "0"}, {1831, "99999"}}, "found illegal maximum e-Power value", 1831},
+        {{{1821, "0"}, {1827, "0"}}, "found illegal void range 1", 1824},
+        {{{1824, "0"}}, "found illegal void range 2", 1827},
+        {{{1834, "24.9"}, {1827, "0"}}, "found illegal speed order of a range 1", 1834},
+        {{{1834, "25"}, {1827, "0"}}, "", 0},
+        {{{1827, "1"}, {1837, "0"}}, "found non-sense ratio for constant range 2", 1837},
+        {{{1837, "0"}}, "", 0},
+        {{{1827, "1"}, {1832, "-1"}, {1836, "101"}, {1835, "11"}}, "found too small speed of range 0", 1832},
+        {{{1827, "1"}, {1832, "5"}, {1836, "101"}, {1835, "11"}}, "found too large ratio of range 1", 1835},
     };
-    constexpr Case cases[] = {
-        {1, {1, 1, 2}, {"25", "32", "45"}, {"2", "1.5", "1"}, "250", ""},
-        {0, {1, 0, 0}, {"25", "32", "45"}, {"2", "1.5", "1"}, "99999", "found illegal motor location", 1811},
-        {1, {0, 1, 0}, {"25", "32", "45"}, {"2", "1.5", "1"}, "99999", "found illegal maximum e-Power value", 1831},
-        {1, {0, 1, 0}, {"25", "32", "45"}, {"2", "1.5", "1"}, "250", "found illegal void range 1", 1824},
-        {1, {1, 0, 2}, {"25", "32", "45"}, {"2", "1.5", "1"}, "250", "found illegal void range 2", 1827},
-        {1, {1, 1, 0}, {"25", "24.9", "45"}, {"2", "1.5", "1"}, "250", "found illegal speed order of a range 1", 1834},
-        {1, {1, 1, 0}, {"25", "25", "45"}, {"2", "1.5", "1"}, "250", ""},
-        {1,
-         {1, 1, 1},
-         {"25", "32", "45"},
-         {"2", "1.5", "0"},
-         "250",
-         "found non-sense ratio for constant range 2",
-         1837},
-        {1, {1, 1, 2}, {"25", "32", "45"}, {"2", "1.5", "0"}, "250", ""},
-        {1, {1, 1, 1}, {"-1", "32", "101"}, {"2", "11", "1"}, "250", "found too small speed of range 0", 1832},
-        {1, {1, 1, 1}, {"5", "32", "101"}, {"2", "11", "1"}, "250", "found too large ratio of range 1", 1835},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.message);
+    for (const auto& [otherwise, message, refused] : cases) {
+        SCOPED_TRACE(message);
         OpenForm page(1008);
-        page.pick(1811, c.motor).pick(1821, c.modes[0]).pick(1824, c.modes[1]).pick(1827, c.modes[2]);
-        for (int n = 0; n < 3; ++n)
-            page.type(1832 + 2 * n, c.speeds[n]).type(1833 + 2 * n, c.ratios[n]);
-        EXPECT_EQ(page.type(1831, c.power).confirm(), c.message);
-        EXPECT_EQ(page.refused(), c.refused);
+        for (const Entries& entries : {good, otherwise})
+            for (auto [id, text] : entries)
+                page.at(id).kind == RowKind::real ? page.type(id, text) : page.pick(id, std::atoi(text));
+        EXPECT_EQ(page.confirm(), message);
+        EXPECT_EQ(page.refused(), refused);
     }
     OpenForm others;
     others.working.assistRangeMode[1] = 2; // without a motor the other ranges may stay

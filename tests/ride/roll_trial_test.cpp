@@ -7,8 +7,6 @@
 #include "ride/ride_status.h"
 #include "ride/seek.h"
 
-#include <cmath>
-
 namespace torvane {
 
 namespace {
