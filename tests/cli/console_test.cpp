@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
 #include <utility>
 
 namespace torvane {
@@ -138,12 +139,8 @@ TEST_F(Console, KeepsWhatWasNotTypedToTheLastBit)
 // A call after the other with one parameter file: what the first saves is what the next opens with.
 TEST_F(Console, OpensWithWhatWasSaved)
 {
-    struct Case {
-        std::vector<std::string> saved, next;
-        const char* answer;
-    };
     const std::string ride = put("a.fit", plainRide());
-    const Case cases[] = {
+    const std::tuple<std::vector<std::string>, std::vector<std::string>, const char*> cases[] = {
         {{"801", "rideTarget=velocity"}, {"801"}, "calculation target is 'velocity'"},
         {{"702", "theoryTarget=power"}, {"702"}, "calculation target is 'power'"},
         {{"802", "rideStartVelocity=36"}, {"802", "rideStartVelocity=0"}, "acceleration"}, // from a kick of 0
@@ -153,12 +150,12 @@ TEST_F(Console, OpensWithWhatWasSaved)
          {"help", "906"},
          "convertSpeedUnit          off | on (default on)\n"},
     };
-    for (const Case& c : cases) {
-        std::string par = in + c.saved[0] + ".par";
-        EXPECT_EQ(call({"--par", par, "--save"}, c.saved).code, 0);
-        Call answer = call({"--par", par}, c.next);
+    for (const auto& [saved, next, shown] : cases) {
+        std::string par = in + saved[0] + ".par";
+        EXPECT_EQ(call({"--par", par, "--save"}, saved).code, 0);
+        Call answer = call({"--par", par}, next);
         EXPECT_EQ(answer.code, 0) << answer.err;
-        EXPECT_TRUE(contains(answer.out, c.answer)) << answer.out;
+        EXPECT_TRUE(contains(answer.out, shown)) << answer.out;
     }
 }
 
@@ -253,6 +250,8 @@ TEST_F(Console, RunsTheToolsAndTellsWhatTheyDid)
         {{"add", "addLap=1", a, in + "lap.fit"}, "success to add messages to 'lap.fit'"},
         {{"exclude", "excludeSession=1", a, in + "bare.fit"}, "success to add messages to 'bare.fit'"},
         {{"convert", "fitFormat=legacy", a, in + "old.fit"}, "success to convert a fit file to 'old.fit'"},
+        {{"convert", "fitFormat=legacy", a, in + "自転車 🚲 b\\c"},
+         "success to convert a fit file to '自転車 🚲 b\\c.fit'"},
         {{"combine", a, b, in + "taken.fit"}, "failed to combine fit files to 'taken.fit'"},
         {{"add", "addLap=1", a, in + "taken.fit"}, "failed to add messages to a fit file 'a.fit'"},
         {{"convert", "fitFormat=legacy", a, in + "taken.fit"}, "failed to convert a fit file 'a.fit'"},

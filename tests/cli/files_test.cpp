@@ -10,41 +10,7 @@
 namespace torvane {
 namespace {
 
-Bytes legacyRide()
-{
-    FitBuilder fit;
-    fit.define(0, 0, {{0, 1, 0}, {1, 2, 0x84}}).message(0, {4, 1});
-    fit.define(1, 20, {{253, 4, 0x86}, {5, 4, 0x86}}).message(1, {1000, 0}).message(1, {1001, 700});
-    return fit.file(12);
-}
-
 using ConsoleFiles = ConsoleTest;
-
-TEST_F(ConsoleFiles, ConvertsToAnyName)
-{
-    std::string deep = in;
-    while (deep.size() < 300)
-        deep += std::string(60, 'd') + "/";
-    std::filesystem::create_directories(deep);
-    const std::string names[] = {
-        "two blanks  and-dash.fit",
-        "Übergrößenträger.fit",
-        "自転車の記録.fit",
-        "велосипед.fit",
-        "دراجة.fit",
-        "🚲.fit",
-        "a.b.c.fit",
-        "back\\slash.fit",
-        std::string(251, 'n') + ".fit",
-    };
-    for (const std::string& place : {in, deep})
-        for (const std::string& name : names) {
-            const std::string source = place + "in " + name.substr(name.size() > 200 ? 3 : 0);
-            writeBytes(source, legacyRide());
-            EXPECT_EQ(call({"convert", source, place + name, "fitFormat=modern"}).code, 0) << place << name;
-            EXPECT_EQ(bytesOf(place + name).size(), legacyRide().size() + 2) << place << name;
-        }
-}
 
 // By whatever name the source goes, in the words of the dialogs.
 TEST_F(ConsoleFiles, WritesOverNoSource)
@@ -175,7 +141,7 @@ TEST_F(ConsoleFiles, TellsThatStandardOutputCannotBeWritten)
 TEST_F(ConsoleFiles, ShowsNothingOfANameThatSteersATerminal)
 {
     const std::string name = in + "\x1B[7m\n\xE2\x80\xAE", ride = name + ".fit", profile = name + ".pro";
-    writeBytes(ride, legacyRide());
+    writeBytes(ride, plainRide());
     const std::vector<std::string> calls[] = {
         {"load", ride},
         {"load", name},
@@ -187,7 +153,7 @@ TEST_F(ConsoleFiles, ShowsNothingOfANameThatSteersATerminal)
         {"--graph", name + "/none", "801"},
         {"--into", name, "stroke", ride},
         {"--into", in, "stroke", ride},
-        {"convert", "fitFormat=modern", ride, name + "2"},
+        {"convert", "fitFormat=legacy", ride, name + "2"},
         {name},
     };
     for (const std::vector<std::string>& arguments : calls) {

@@ -11,8 +11,6 @@
 #include <csignal>
 #include <linux/filter.h>
 #include <linux/seccomp.h>
-#include <sched.h>
-#include <sys/mount.h>
 #include <sys/prctl.h>
 #include <sys/syscall.h>
 #include <tuple>
@@ -42,18 +40,6 @@ bool forbidCall(SystemCall call, int error)
     };
     sock_fprog program = {static_cast<unsigned short>(std::size(filter)), filter};
     return ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 && ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) == 0;
-}
-
-// Puts a small disk of its own over a folder, for this process alone. Needs root.
-bool mountSmallDisk(const std::string& folder, const char* size)
-{
-    return ::unshare(CLONE_NEWNS) == 0 && ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
-           ::mount("tmpfs", folder.c_str(), "tmpfs", 0, (std::string("size=") + size).c_str()) == 0;
-}
-
-bool makeDiskReadOnly(const std::string& folder)
-{
-    return ::mount("tmpfs", folder.c_str(), "tmpfs", MS_REMOUNT | MS_RDONLY, nullptr) == 0;
 }
 
 TEST(WriteFaults, theOldFileStands)
@@ -97,29 +83,6 @@ TEST(WriteFaults, aFileWhosePiecesEndEarlyIsNotReplaced)
     EXPECT_THROW(replaceFile(path, [&](auto& write) { return giveUp(write, true); }), std::bad_alloc);
     EXPECT_EQ(bytesOf(path), Bytes(5000, 1));
     EXPECT_EQ(folder.count(), 1u);
-}
-
-// A real disk: too small for the new file, then read-only.
-TEST(WriteFaults, aDiskWithoutRoomOrRight)
-{
-    TestFolder folder;
-    const std::string path = folder.path + "file";
-    auto stands = [&](FileResult result, FileResult expected) {
-        return result == expected && bytesOf(path) == Bytes(20'000, 1) && folder.count() == 1;
-    };
-    int result = inChild([&] {
-        if (!mountSmallDisk(folder.path, "64k"))
-            return childCannotTry;
-        writeBytes(path, Bytes(20'000, 1));
-        if (!stands(replaceFile(path, {Bytes(60'000, 2)}), FileResult::writeFailed))
-            return 1;
-        if (!makeDiskReadOnly(folder.path))
-            return childCannotTry;
-        return stands(replaceFile(path, {Bytes(10, 2)}), FileResult::cannotOpen) ? 0 : 2;
-    });
-    if (result == childCannotTry)
-        GTEST_SKIP() << "mounting a small disk needs root";
-    EXPECT_EQ(result, 0);
 }
 
 // Two programs that keep their settings in one file.

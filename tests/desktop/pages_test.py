@@ -129,14 +129,6 @@ class SheetTest(DesktopTest):
         wait_for(lambda: self.desktop.control(window, 1424)["text"] != before, "a predicted resist")
         self.desktop.press("Escape")
         self.desktop.gone(window)
-        window = self.open_profile(3, 1411)
-        self.desktop.click_control(window, 1411)
-        predict = self.desktop.dialog("predict wheel resist")
-        self.assertEqual(self.desktop.control(predict, 1451)["text"].strip(), "50", "cancelled with its page")
-        self.desktop.press("Escape")
-        self.desktop.gone(predict)
-        self.desktop.press("Escape")
-        self.desktop.gone(window)
 
     def test_profile_goes_to_a_file_and_back(self):
         path = desktop.BUILD / "desktop-tests" / "present.pro"

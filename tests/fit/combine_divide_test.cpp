@@ -49,15 +49,6 @@ TEST_P(CombineDivide, EqualStartsKeepTheOrderOfThePaths)
     EXPECT_EQ(bench.output(), expected.file());
 }
 
-TEST_P(CombineDivide, NoSourceInTheFirstPlaceMeansNoOrder)
-{
-    FitBuilder file = fitFile(bigEndian);
-    addRide(file, 1000, 2, bigEndian);
-    bench.from(file.file(), 1).from(file.file(), 2);
-    EXPECT_EQ(bench.run(checkCombine, runCombine), fitCannotOpen);
-    EXPECT_EQ(bench.outcome.path, bench.inputs.files[toolDestination].path);
-}
-
 // A ride whose distance and cycles run on.
 struct Ride : FitBuilder {
     bool bigEndian;

@@ -115,22 +115,17 @@ TEST(AccelerationDialog, AnotherFactorReloadsItsOwnValue)
 
 TEST(AccelerationDialog, AKickNeedsAStartFromStanding)
 {
-    struct Case {
-        const char *start, *kick;
-        bool enabled;
-        double stored;
-    };
-    // Not exactly 0; no limit holds a disabled kick.
-    constexpr Case cases[] = {{"0", "0.5", true, 0.5}, {"0.5", "0.5", true, 0}, {"1", "0", false, 0}};
-    for (const Case& c : cases) {
+    // Start and kick typed, whether it is enabled and what is stored. Not exactly 0; no limit holds a disabled kick.
+    constexpr std::tuple<const char*, const char*, bool, double> cases[] = {
+        {"0", "0.5", true, 0.5}, {"0.5", "0.5", true, 0}, {"1", "0", false, 0}};
+    for (auto [start, kick, enabled, stored] : cases) {
         OpenForm dialog;
         dialog.saved.initialKickTime = 0; // of a start in motion
         EXPECT_EQ(dialog.open(2022).confirm(), "");
         dialog.open(2022);
-        dialog.type(5242, c.start).type(5244, c.kick);
-        EXPECT_EQ(dialog.enabled(5244), c.enabled) << c.start;
-        EXPECT_EQ(dialog.confirm(), "") << c.start;
-        EXPECT_EQ(dialog.working.initialKickTime, c.stored) << c.start;
+        EXPECT_EQ(dialog.type(5242, start).type(5244, kick).enabled(5244), enabled) << start;
+        EXPECT_EQ(dialog.confirm(), "") << start;
+        EXPECT_EQ(dialog.working.initialKickTime, stored) << start;
     }
 }
 

@@ -123,22 +123,19 @@ TEST_F(TheoryTest, whatWouldBeNoNumberIsZeroAndSaysSo)
 
 TEST_F(TheoryTest, realPerformance)
 {
-    struct Case {
-        int calculator, target;
-        double inclination, kph, cadence, front, rear, torque, maxPower;
-    };
-    constexpr Case cases[] = {{0, 0, 0.0, 58.6, 100.4, 51, 11, 80.8, 873.2},
-                              {1, 1, 0.0, 44.7, 90.5, 51, 13, 39.8, 401.2},
-                              {1, 0, 6.0, 26.2, 94.0, 42, 19, 40.6, 419.7},
-                              {2, 2, 0.0, 40.0, 87.2, 51, 14, 29.9, 295.2}};
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.kph);
-        block.theoryInclination[c.calculator] = c.inclination;
-        ASSERT_EQ(calculate(c.calculator, c.target), 0u);
+    // Calculator, target, %; kph, cadence, teeth, Nm, W.
+    constexpr double cases[][9] = {{0, 0, 0.0, 58.6, 100.4, 51, 11, 80.8, 873.2},
+                                   {1, 1, 0.0, 44.7, 90.5, 51, 13, 39.8, 401.2},
+                                   {1, 0, 6.0, 26.2, 94.0, 42, 19, 40.6, 419.7},
+                                   {2, 2, 0.0, 40.0, 87.2, 51, 14, 29.9, 295.2}};
+    for (const auto& [calculator, target, inclination, velocity, cadence, front, rear, torque, maxPower] : cases) {
+        SCOPED_TRACE(velocity);
+        block.theoryInclination[static_cast<int>(calculator)] = inclination;
+        ASSERT_EQ(calculate(static_cast<int>(calculator), static_cast<int>(target)), 0u);
         EXPECT_EQ(theoryVerify(model, theory), 0u);
         expectFigures({theory.velocity * 3.6, theory.cadence, theory.frontTooth, theory.rearTooth, theory.torque,
                        theory.maxPower},
-                      {c.kph, c.cadence, c.front, c.rear, c.torque, c.maxPower}, 0.05);
+                      {velocity, cadence, front, rear, torque, maxPower}, 0.05);
     }
 }
 

@@ -42,6 +42,21 @@ std::vector<Item> itemsOf(const Picture& picture)
     return items;
 }
 
+TEST(GraphSeries, complaints)
+{
+    // Kind, series, complaint.
+    constexpr int cases[][3] = {
+        {0, 1, 0}, {0, 2, 1}, {1, 2, 0}, {1, 3, 1}, {2, 3, 0}, {2, 2, 1}, {3, 3, 0}, {3, 64, 0}, {3, 2, 1},  {4, 3, 1},
+        {5, 2, 0}, {5, 1, 2}, {6, 2, 0}, {6, 1, 1}, {7, 1, 2}, {8, 1, 2}, {8, 5, 0}, {9, 2, 4},  {-1, 2, 4},
+    };
+    for (auto [kind, series, complaint] : cases) {
+        GraphSeries graph;
+        graph.graphKind = kind;
+        graph.seriesNames.resize(static_cast<size_t>(series));
+        EXPECT_EQ(checkGraphSeries(graph), complaint) << kind << " with " << series;
+    }
+}
+
 TEST(Graph, rangesHoldZeroAndSkipWhatCannotBePlotted)
 {
     Graph graph = graphOf(3, 4, {5, -3, nan, 0, 7, -2, 1, -infinite, 6, -1, 2, 1e301});
@@ -111,21 +126,18 @@ TEST(Graph, clickPicksTheNearestMark)
 // truncated towards 0. A range that pixels could not show is 0 to 1.
 TEST(AxisScale, stepsAndLimits)
 {
-    struct Case {
-        double least, most, step;
-        int below, above;
-    };
-    constexpr Case cases[] = {
+    // Least and greatest value; step, ticks below and above 0.
+    constexpr double cases[][5] = {
         {0, 70, 10, 0, 7},    {-7, 0, 1, 7, 0},
         {0, 70.5, 10, 0, 8},  {-0.9, 0.4, 0.2, 5, 2},
         {0, 20, 2.5, 0, 8},   {0, 0, 0.1, 0, 10},
         {0, 1287, 200, 0, 7}, {0, 5e-310, 0.1, 0, 10},
         {0, 0.3, 0.05, 0, 6}, {-1e299, 1e299, 2.5e298, 4, 4},
     };
-    for (const Case& c : cases) {
-        AxisScale scale = scaleAxis(c.least, c.most);
-        EXPECT_NEAR(scale.step, c.step, c.step * 1e-12) << c.least << ' ' << c.most;
-        expectFigures({scale.ticksBelow, scale.ticksAbove}, {c.below, c.above});
+    for (auto [least, most, step, below, above] : cases) {
+        AxisScale scale = scaleAxis(least, most);
+        EXPECT_NEAR(scale.step, step, step * 1e-12) << least << ' ' << most;
+        expectFigures({scale.ticksBelow, scale.ticksAbove}, {below, above});
     }
 }
 

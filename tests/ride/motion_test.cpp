@@ -1,7 +1,8 @@
-// The laws that all runs share: step lengths, start gears, standstill.
+// What all runs share: step lengths, start gears, the record of a run.
 #include "ride/motion.h"
 
 #include "ride/ride_fixture.h"
+#include "ride/run_recorder.h"
 
 #include <limits>
 
@@ -27,6 +28,19 @@ TEST_F(MotionTest, aChosenStartGearStaysWithinTheTable)
     EXPECT_EQ(startGear(prepare(rideDeceleration, 0), 1, 5.0), m.gearCount - 1);
     block.startGearIndex[1] = -1;
     EXPECT_EQ(startGear(prepare(rideDeceleration, 0), 1, 5.0), 0);
+}
+
+TEST_F(MotionTest, aRecorderEndsTheRunWhenItsRowsAreUsedUp)
+{
+    block.expressGraph = 1;
+    prepare(rideInclinationAndVelocity, 0).log.sampleCount = 3;
+    RunRecorder recorder = beginRecording(*ride, GraphLayout::rolling);
+    StepState s;
+    int recorded = 0;
+    for (; recorded < 10 && recordStep(recorder, s); ++recorded)
+        s.time += 1.0;
+    EXPECT_EQ(recorded, 4);
+    EXPECT_EQ(ride->graph->pointCount(), 4);
 }
 
 } // namespace torvane
