@@ -1,6 +1,8 @@
 // What a record adds to the sums of its segment.
 #include "fit/add_segment.h"
 
+#include "fit/message_fields.h"
+
 #include <algorithm>
 #include <array>
 #include <iterator>
@@ -119,10 +121,11 @@ struct RecordField {
 };
 
 constexpr RecordField recordFields[] = {
-    {0, 4, takeLatitude},     {1, 4, takeLongitude}, {2, 2, takeAltitude},  {3, 1, takeHeartRate},
-    {4, 1, takeCadence},      {5, 4, takeDistance},  {6, 2, takeSpeed},     {7, 2, takePower},
-    {13, 1, takeTemperature}, {18, 1, takeCycles},   {31, 1, takeAccuracy}, {33, 2, takeCalories},
-    {253, 4, takeTimestamp},
+    {recordLatitude, 4, takeLatitude},   {recordLongitude, 4, takeLongitude}, {recordAltitude, 2, takeAltitude},
+    {recordHeartRate, 1, takeHeartRate}, {recordCadence, 1, takeCadence},     {recordDistance, 4, takeDistance},
+    {recordSpeed, 2, takeSpeed},         {recordPower, 2, takePower},         {recordTemperature, 1, takeTemperature},
+    {recordCycles, 1, takeCycles},       {recordAccuracy, 1, takeAccuracy},   {recordCalories, 2, takeCalories},
+    {recordTimestamp, 4, takeTimestamp},
 };
 
 constexpr uint8_t noRow = 0xFF;
@@ -140,7 +143,7 @@ constexpr std::array<uint8_t, 256> indexRecordFields()
 constexpr std::array<uint8_t, 256> recordRow = indexRecordFields();
 
 constexpr size_t speedRow = 6;
-static_assert(recordFields[speedRow].number == 6);
+static_assert(recordFields[speedRow].number == recordSpeed);
 
 // Values in the order of recordFields.
 using RecordValues = std::array<std::optional<uint32_t>, std::size(recordFields)>;

@@ -140,11 +140,11 @@ void writeFromFirst(const Part& part, uint32_t& first, uint32_t value, std::span
 void patchRecordField(Part& part, uint8_t field, uint32_t value, std::span<uint8_t> bytes, bool bigEndian)
 {
     switch (field) {
-    case 5: // distance
+    case recordDistance:
         return writeFromFirst(part, part.firstDistance, value, bytes, bigEndian);
-    case 19: // cycles so far
+    case recordTotalCycles:
         return writeFromFirst(part, part.firstCycles, value, bytes, bigEndian);
-    case 253: // timestamp
+    case recordTimestamp:
         if (part.keptRecords == 0)
             part.firstTimestamp = value;
         part.partTime = value;
@@ -156,21 +156,21 @@ void patchRecordField(Part& part, uint8_t field, uint32_t value, std::span<uint8
 void patchActivityField(const Part& part, uint8_t field, std::span<uint8_t> bytes, bool bigEndian)
 {
     switch (field) {
-    case 0: // total timer
+    case activityTotalTimer:
         return writeUint32Field(bytes, part.partTimer, bigEndian);
-    case 1: // sessions
+    case activitySessionCount:
         return writeUint16Field(bytes, 1, bigEndian);
-    case 5: // local timestamp
-    case 253:
+    case activityLocalTimestamp:
+    case timestampField:
         return writeUint32Field(bytes, part.partTime, bigEndian);
     }
 }
 
 void takeSummaryField(Part& part, uint8_t field, uint32_t value)
 {
-    if (field == 8)
+    if (field == summaryTotalTimer)
         part.partTimer = value;
-    else if (field == 253)
+    else if (field == timestampField)
         part.partTime = value;
 }
 
