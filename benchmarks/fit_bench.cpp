@@ -79,7 +79,7 @@ BENCHMARK(prepareRide)->Name("fit/prepareActivity")->Arg(10000)->Arg(seasonRide)
 struct Tool {
     MadeFile source;
     Verdict (*check)(ToolInputs&, ParameterBlock&);
-    ToolOutcome (*run)(ToolInputs&, ParameterBlock&);
+    ToolOutcome (*run)(const ToolInputs&, const ParameterBlock&);
 };
 
 // The run alone: read, work, write.

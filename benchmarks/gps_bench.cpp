@@ -117,8 +117,8 @@ void oneStroke(benchmark::State& state)
     Loaded ride(static_cast<int>(state.range(0)));
     session.model = ride.model;
     session.working.expressFieldsData = withTable;
-    toolInputs.files[0].path = madeRide(static_cast<int>(state.range(0)));
-    toolInputs.files[toolDestination].path = benchmarkFolder() + "analysed.fit";
+    session.inputs.files[0].path = madeRide(static_cast<int>(state.range(0)));
+    session.inputs.files[toolDestination].path = benchmarkFolder() + "analysed.fit";
     for (auto _ : state) {
         if (atOneStroke(session) != fitOk)
             state.SkipWithError("at one stroke failed");

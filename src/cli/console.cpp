@@ -9,9 +9,6 @@
 #include "core/files.h"
 #include "core/parameter_file.h"
 #include "core/text.h"
-#include "fit/fit_passes.h"
-#include "fit/fit_tools.h"
-#include "gps/prepare.h"
 #include "version.h"
 
 #include <algorithm>
@@ -19,16 +16,6 @@
 namespace torvane {
 
 namespace {
-
-// What a fresh process finds in its records.
-void resetRecords()
-{
-    clearToolInputs(toolInputs);
-    prepareOptions = {};
-    prepareFindings = {};
-    oneStrokePreparation = {};
-    clearFitBlocks();
-}
 
 std::string parPathOf(const Request& request)
 {
@@ -213,7 +200,6 @@ int runConsole(const std::vector<std::string>& arguments, std::ostream& out, std
     std::string fault = readRequest(arguments, request);
     if (!fault.empty())
         return refuse(streams, fault);
-    resetRecords();
     int code = answerRequest(request, streams);
     out.flush();
     if (out)

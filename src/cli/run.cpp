@@ -90,7 +90,7 @@ void listParts(Run& run)
 {
     std::string base = run.answer.outputs[0];
     run.answer.outputs.clear();
-    for (int part = 0; part < dividedPartCount(toolInputs.files[0]); ++part)
+    for (int part = 0; part < dividedPartCount(run.session.inputs.files[0]); ++part)
         run.answer.outputs.push_back(dividedFileName(base, part));
 }
 
@@ -124,11 +124,11 @@ bool mayWriteDestination(Run& run)
 }
 
 // For a command without a dialog.
-void takeSources(const Run& run)
+void takeSources(Run& run)
 {
-    clearToolInputs(toolInputs);
+    run.session.inputs = {};
     for (size_t i = 0; i < run.files.sources.size() && i < toolSourceCount; ++i)
-        toolInputs.files[i].path = run.files.sources[i];
+        run.session.inputs.files[i].path = run.files.sources[i];
 }
 
 // With the way in which the console takes an entry that stands in the wrong place.

@@ -1,6 +1,7 @@
 #include "command/fill.h"
 
 #include "command/nearest.h"
+#include "command/settings_command.h"
 #include "command/settings_entries.h"
 
 #include <algorithm>
@@ -71,7 +72,7 @@ bool confirm(FormState& state, Filling& filling)
             {RefusalKind::missing, {}, consoleName(filling.command) + " needs " + state.form->confirmNeeds});
         return false;
     }
-    Verdict verdict = confirmForm(state, filling.session.working);
+    Verdict verdict = confirmDialog(filling.session, state);
     filling.faults.beyond = state.refused;
     keepBoxes(filling, verdict);
     return verdict.passed;
@@ -133,7 +134,7 @@ bool fillDialog(Filling& filling)
     if (!enter(state, filling) || !fillChild(state, filling) || !confirm(state, filling))
         return false;
     if (!filling.files.destination.empty())
-        filling.destination = state.paths[destinationPath];
+        filling.destination = state.inputs.files[toolDestination].path;
     return true;
 }
 

@@ -9,12 +9,12 @@ namespace torvane {
 
 namespace {
 
-using ToolRun = ToolOutcome (*)(ToolInputs& inputs, ParameterBlock& options);
+using ToolRun = ToolOutcome (*)(const ToolInputs& inputs, const ParameterBlock& options);
 
 ResultStatus runTool(Session& session, ToolRun run)
 {
     beginProgress();
-    ToolOutcome outcome = run(toolInputs, session.working);
+    ToolOutcome outcome = run(session.inputs, session.working);
     endProgress();
     for (const Box& box : outcome.boxes)
         session.screens.showMessage(box.title, box.text);
@@ -50,6 +50,7 @@ ResultStatus excludeCommand(Session& session)
 
 ResultStatus increaseTimestampCommand(Session& session)
 {
+    session.working.timestampOffset = timestampShift(session.working); // what the dialog opens with next
     return runTool(session, runTimestamp);
 }
 

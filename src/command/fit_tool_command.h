@@ -1,5 +1,5 @@
 // The FIT tools as commands: what the worker runs after a tool's dialog was confirmed.
-// Reads toolInputs and the working block; reports the outcome. Knows nothing of dialogs.
+// Reads the session's inputs and its working block; reports the outcome. Knows nothing of dialogs.
 #pragma once
 
 #include "command/session.h"

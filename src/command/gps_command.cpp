@@ -25,6 +25,7 @@ struct Ride {
     Session& session;
     LoadedRide loaded;
     Analysis analysis = {};
+    PrepareFindings findings = {}; // where it is prepared first
 };
 
 // What the last load found, and the file as it is now.
@@ -42,7 +43,7 @@ StatusCode fail(const Ride& ride, const std::string& path, StatusCode code)
 StatusCode loadImage(Ride& ride, bool prepared)
 {
     if (prepared)
-        return loadPrepared(ride.loaded.image, ride.loaded.path, oneStrokePreparation.options, prepareFindings);
+        return loadPrepared(ride.loaded.image, ride.loaded.path, ride.session.preparation.options, ride.findings);
     return loadFitImage(ride.loaded.image, ride.loaded.path);
 }
 
@@ -123,8 +124,8 @@ StatusCode analyseAtOneStroke(Ride& ride, const std::string& destination)
     if (StatusCode code = analyse(ride))
         return code;
     reportRideSummary(ride, reportAnalysed);
-    if (oneStrokePreparation.enabled)
-        reportPreparation(ride.session.screens, prepareFindings);
+    if (ride.session.preparation.enabled)
+        reportPreparation(ride.session.screens, ride.findings);
     if (ride.session.working.expressFieldsData)
         reportRideFields(ride, reportAnalysed);
     if (StatusCode code = createFile(ride, destination))
@@ -170,17 +171,17 @@ StatusCode createAnalysedFile(Session& session)
         return code;
     if (StatusCode code = analyse(ride))
         return code;
-    return createFile(ride, toolInputs.files[toolDestination].path);
+    return createFile(ride, session.inputs.files[toolDestination].path);
 }
 
 StatusCode atOneStroke(Session& session)
 {
-    Ride ride = {session, {{}, toolInputs.files[0].path}};
-    if (StatusCode code = readRide(ride, oneStrokePreparation.enabled != 0))
+    Ride ride = {session, {{}, session.inputs.files[0].path}};
+    if (StatusCode code = readRide(ride, session.preparation.enabled != 0))
         return code;
     if (StatusCode code = gatherActivity(ride.loaded))
         return fail(ride, ride.loaded.path, code);
-    return analyseAtOneStroke(ride, toolInputs.files[toolDestination].path);
+    return analyseAtOneStroke(ride, session.inputs.files[toolDestination].path);
 }
 
 } // namespace torvane

@@ -14,11 +14,11 @@ StatusCode expressSourceData(Session& session);
 // The same with cadence, power and brake heat predicted.
 StatusCode analyseAndPredict(Session& session);
 
-// The analysis again, written to toolInputs.files[toolDestination]; no report but the status line.
+// The analysis again, written to the destination of the session's inputs; no report but the status line.
 StatusCode createAnalysedFile(Session& session);
 
-// Loads toolInputs.files[0], analyses, reports and writes files[toolDestination]. What was written is the loaded ride
-// from now on; where that fails, a ride loaded before stays as it was.
+// Loads the source of the session's inputs, analyses, reports and writes their destination. What was written is the
+// loaded ride from now on; where that fails, a ride loaded before stays as it was.
 StatusCode atOneStroke(Session& session);
 
 } // namespace torvane

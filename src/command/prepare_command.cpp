@@ -13,19 +13,19 @@ namespace torvane {
 ResultStatus prepareCommand(Session& session)
 {
     beginProgress();
-    ToolOutcome outcome = runPrepare(toolInputs);
+    PrepareOutcome outcome = runPrepare(session.inputs, session.preparation.options);
     endProgress();
-    if (outcome.code == fitPrepared) {
+    if (outcome.tool.code == fitPrepared) {
         session.screens.setText(Pane::lower, "");
-        reportPreparation(session.screens, prepareFindings);
+        reportPreparation(session.screens, outcome.findings);
     }
-    return reportStatus(session.screens, outcome.path, outcome.code);
+    return reportStatus(session.screens, outcome.tool.path, outcome.tool.code);
 }
 
 ResultStatus compareCommand(Session& session)
 {
     RideComparison comparison;
-    const std::string paths[] = {toolInputs.files[0].path, toolInputs.files[1].path};
+    const std::string paths[] = {session.inputs.files[0].path, session.inputs.files[1].path};
     beginProgress();
     ComparisonOutcome outcome = compareRides(paths[0], paths[1], comparison);
     endProgress();

@@ -1,5 +1,5 @@
 // Preparing a ride, and holding two rides with power against each other, as commands of the worker. Both read
-// toolInputs.
+// the session's inputs.
 #pragma once
 
 #include "command/session.h"

@@ -5,6 +5,7 @@
 #include "core/parameter_block.h"
 #include "core/screens.h"
 #include "gps/loaded_ride.h"
+#include "gps/prepare.h"
 #include "model/model.h"
 #include "ride/ride_records.h"
 
@@ -29,6 +30,8 @@ struct Session {
     std::string profilePath = {};          // answer of the profile file prompts; UTF-8
     std::string profileFault = {}; // the figure of the last profile file that its page would not take; empty: none
     std::string chosenRide = {};   // answer of the prompt of the load; UTF-8
+    ToolInputs inputs = {};        // of the dialog that was confirmed last: files of a tool, of a written ride
+    Preparation preparation = {};  // of the same
     Model model = modelOf(working);
     Drive lastDrive = {}; // of the last ride simulation
     // The ride that 902 to 904 work on. Each reads its file anew. A load that fails, and a stroke that does, leave it

@@ -106,6 +106,16 @@ Verdict confirmPage(Session& session, FormState& page)
     return verdict;
 }
 
+Verdict confirmDialog(Session& session, FormState& dialog)
+{
+    Verdict verdict = confirmForm(dialog, session.working);
+    if (verdict.passed) {
+        session.inputs = dialog.inputs;
+        session.preparation = dialog.preparation;
+    }
+    return verdict;
+}
+
 void chooseCalculator(const Command& command, ParameterBlock& working)
 {
     if (command.family == Family::theory)

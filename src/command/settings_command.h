@@ -14,6 +14,8 @@ void startFrom(Session& session, const ParameterBlock& defaults);
 
 // The confirming button of a page of a sheet: stores into the working block and marks for finishSettings.
 Verdict confirmPage(Session& session, FormState& page);
+// The same of a dialog: what runs next finds its files and options in the session.
+Verdict confirmDialog(Session& session, FormState& dialog);
 
 // Before the entry of a command of a family: its calculator (mode) becomes the present one; another one than before
 // starts from its first target.

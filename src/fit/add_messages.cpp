@@ -379,7 +379,7 @@ Verdict checkAddMessages(ToolInputs& inputs, ParameterBlock& options)
     return verdict;
 }
 
-ToolOutcome runAddMessages(ToolInputs& inputs, ParameterBlock& options)
+ToolOutcome runAddMessages(const ToolInputs& inputs, const ParameterBlock& options)
 {
     auto fill = [&](FitImage& destination, const FitImage& source) {
         return addMessages(destination, source, options);

@@ -14,28 +14,30 @@ namespace {
 using SourceImages = std::array<FitImage, toolSourceCount>;
 using SourceOrder = std::array<size_t, toolSourceCount>;
 
-std::span<SourceFileInfo> sourcesOf(ToolInputs& inputs)
+// The files but for the destination.
+template <class Inputs>
+auto sourcesOf(Inputs& inputs)
 {
-    return std::span(inputs.files).first(toolSourceCount);
+    return std::span(inputs.files).template first<toolSourceCount>();
 }
 
-int countInUse(ToolInputs& inputs)
+int countInUse(const ToolInputs& inputs)
 {
-    std::span<SourceFileInfo> sources = sourcesOf(inputs);
+    auto sources = sourcesOf(inputs);
     return static_cast<int>(
         std::count_if(sources.begin(), sources.end(), [](const SourceFileInfo& info) { return info.inUse; }));
 }
 
 size_t firstFree(ToolInputs& inputs)
 {
-    std::span<SourceFileInfo> sources = sourcesOf(inputs);
+    auto sources = sourcesOf(inputs);
     return static_cast<size_t>(std::ranges::find(sources, false, &SourceFileInfo::inUse) - sources.begin());
 }
 
 // A file that comes again later, by whatever name, is blanked there, so that it counts once.
 bool takeSources(ToolInputs& inputs, Verdict& verdict)
 {
-    std::span<SourceFileInfo> sources = sourcesOf(inputs);
+    auto sources = sourcesOf(inputs);
     for (size_t i = 0; i < sources.size(); i++) {
         sources[i].inUse = !sources[i].path.empty();
         if (!sources[i].inUse)
@@ -53,7 +55,7 @@ bool takeSources(ToolInputs& inputs, Verdict& verdict)
 
 bool surveySources(ToolInputs& inputs, Verdict& verdict)
 {
-    std::span<SourceFileInfo> sources = sourcesOf(inputs);
+    auto sources = sourcesOf(inputs);
     for (size_t i = 0; i < sources.size(); i++) {
         FitImage image = {};
         if (sources[i].inUse && surveyFitFile(image, sources[i]) != fitOk)
@@ -87,7 +89,7 @@ bool checkPair(const SourceFileInfo& a, const SourceFileInfo& b, Verdict& verdic
 
 bool checkPairs(ToolInputs& inputs, Verdict& verdict)
 {
-    std::span<SourceFileInfo> sources = sourcesOf(inputs);
+    auto sources = sourcesOf(inputs);
     for (size_t i = 0; i < sources.size(); i++)
         for (size_t j = i + 1; j < sources.size(); j++)
             if (sources[i].inUse && sources[j].inUse && !checkPair(sources[i], sources[j], verdict))
@@ -97,7 +99,7 @@ bool checkPairs(ToolInputs& inputs, Verdict& verdict)
 
 // By start, paths not in use last; equal starts keep their order. Without a start in the first path the order of the
 // paths stands, a blank one included, and reading that one will fail.
-SourceOrder orderOfSources(ToolInputs& inputs)
+SourceOrder orderOfSources(const ToolInputs& inputs)
 {
     constexpr uint32_t notInUse = 0xFFFFFFFE;
     SourceOrder order;
@@ -170,8 +172,8 @@ StatusCode combineCopyActivity(FitOutput& out, const FitImage& source, const Com
 }
 
 // One pass over all sources; fills in the outcome where a walk fails.
-StatusCode combineAll(FitOutput& out, const SourceImages& images, std::span<const size_t> order, ToolInputs& inputs,
-                      const OutputChoice& output, ToolOutcome& outcome)
+StatusCode combineAll(FitOutput& out, const SourceImages& images, std::span<const size_t> order,
+                      const ToolInputs& inputs, const OutputChoice& output, ToolOutcome& outcome)
 {
     for (size_t i : order) {
         StatusCode code =
@@ -195,8 +197,8 @@ StatusCode rereadSource(FitImage& image, const std::string& path)
 }
 
 // A pass over an empty block tells the size, the same pass over a block of that size writes it.
-bool combineInto(FitImage& destination, const SourceImages& images, std::span<const size_t> order, ToolInputs& inputs,
-                 const OutputChoice& output, ToolOutcome& outcome)
+bool combineInto(FitImage& destination, const SourceImages& images, std::span<const size_t> order,
+                 const ToolInputs& inputs, const OutputChoice& output, ToolOutcome& outcome)
 {
     FitOutput plan = {destination.data};
     if (combineAll(plan, images, order, inputs, output, outcome) != fitOk)
@@ -224,7 +226,7 @@ Verdict checkCombine(ToolInputs& inputs, ParameterBlock&)
     return verdict;
 }
 
-ToolOutcome runCombine(ToolInputs& inputs, ParameterBlock& options)
+ToolOutcome runCombine(const ToolInputs& inputs, const ParameterBlock& options)
 {
     const std::string& path = inputs.files[toolDestination].path;
     SourceOrder sorted = orderOfSources(inputs);

@@ -73,7 +73,7 @@ Verdict checkConvert(ToolInputs& inputs, ParameterBlock& options)
     return checkSameSizeTool(inputs, options.convertOutput);
 }
 
-ToolOutcome runConvert(ToolInputs& inputs, ParameterBlock& options)
+ToolOutcome runConvert(const ToolInputs& inputs, const ParameterBlock& options)
 {
     return rewriteSameSize(inputs, options.convertOutput, [&](const FitMessage& message, std::span<uint8_t> copy) {
         if (message.isDefinition)

@@ -340,9 +340,9 @@ Verdict checkDivide(ToolInputs& inputs, ParameterBlock&)
 }
 
 // The form of the parts' headers is that of the add tool's choice; the divide dialog's own form has no effect.
-ToolOutcome runDivide(ToolInputs& inputs, ParameterBlock& options)
+ToolOutcome runDivide(const ToolInputs& inputs, const ParameterBlock& options)
 {
-    SourceFileInfo& info = inputs.files[0];
+    SourceFileInfo info = inputs.files[0];
     FitImage source = {};
     if (StatusCode code = openSource(source, info); code != fitOk)
         return {code, info.path};

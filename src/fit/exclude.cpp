@@ -78,7 +78,7 @@ Verdict checkExclude(ToolInputs& inputs, ParameterBlock& options)
     return verdict;
 }
 
-ToolOutcome runExclude(ToolInputs& inputs, ParameterBlock& options)
+ToolOutcome runExclude(const ToolInputs& inputs, const ParameterBlock& options)
 {
     auto fill = [&](FitImage& destination, const FitImage& source) {
         return excludeFitMessages(destination, source, options);

@@ -327,9 +327,9 @@ Verdict checkFieldDump(ToolInputs& inputs, ParameterBlock&)
 }
 
 // Success leaves the panes and the status line as they are.
-ToolOutcome runFieldDump(ToolInputs& inputs, ParameterBlock&)
+ToolOutcome runFieldDump(const ToolInputs& inputs, const ParameterBlock&)
 {
-    SourceFileInfo& info = inputs.files[0];
+    SourceFileInfo info = inputs.files[0];
     FitImage source = {};
     if (StatusCode code = openSource(source, info); code != fitOk)
         return {code, info.path};

@@ -7,100 +7,102 @@
 
 namespace torvane {
 
-FitInventory fitInventory;
-FitSummary fitSummary;
-
-void clearFitBlocks()
-{
-    fitInventory = {};
-    fitSummary = {};
-}
-
 namespace {
 
 // Follows the smallest step between the timestamps of consecutive records, until it is known to be a second or less.
 struct IntervalSearch {
-    uint32_t previous;
+    uint32_t& shortest;
+    uint32_t previous = 0;
 
     void take(uint32_t timestamp)
     {
-        if (fitSummary.recordInterval <= 1)
+        if (shortest <= 1)
             return;
         uint32_t step = timestamp - previous; // huge when time runs backwards
         previous = timestamp;
-        if (step < fitSummary.recordInterval)
-            fitSummary.recordInterval = step;
+        if (step < shortest)
+            shortest = step;
     }
 };
 
-void scanTimestamp(uint32_t timestamp, bool first, IntervalSearch& interval)
+// The first pass at work.
+struct Scan {
+    FitInventory& inventory;
+    FitSummary& summary;
+    RecordDefinitions& recordDefinitions;
+    IntervalSearch interval = {summary.recordInterval};
+};
+
+void scanTimestamp(Scan& scan, uint32_t timestamp, bool first)
 {
     if (first) {
-        fitSummary.startTimestamp = static_cast<int32_t>(timestamp);
-        interval.previous = timestamp;
+        scan.summary.startTimestamp = static_cast<int32_t>(timestamp);
+        scan.interval.previous = timestamp;
     } else {
-        fitSummary.endTimestamp = static_cast<int32_t>(timestamp);
-        interval.take(timestamp);
+        scan.summary.endTimestamp = static_cast<int32_t>(timestamp);
+        scan.interval.take(timestamp);
     }
 }
 
-void scanRecord(const FitMessage& message, IntervalSearch& interval)
+void scanRecord(Scan& scan, const FitMessage& message)
 {
-    bool first = fitInventory.recordCount == 0;
+    FitSummary& summary = scan.summary;
+    bool first = scan.inventory.recordCount == 0;
     bool bigEndian = message.definition->bigEndian();
     forEachField(message, [&](const FieldDefinition& field, size_t offset) {
         if (field.number != recordLatitude && field.number != recordLongitude && field.number != recordTimestamp)
             return;
         uint32_t value = readUint32(message.payload, offset, bigEndian);
         if (field.number == recordTimestamp)
-            scanTimestamp(value, first, interval);
+            scanTimestamp(scan, value, first);
         else if (field.number == recordLatitude)
-            (first ? fitSummary.firstLatitude : fitSummary.lastLatitude) = static_cast<int32_t>(value);
+            (first ? summary.firstLatitude : summary.lastLatitude) = static_cast<int32_t>(value);
         else
-            (first ? fitSummary.firstLongitude : fitSummary.lastLongitude) = static_cast<int32_t>(value);
+            (first ? summary.firstLongitude : summary.lastLongitude) = static_cast<int32_t>(value);
     });
-    ++fitInventory.recordCount;
+    ++scan.inventory.recordCount;
 }
 
-void scanDefinition(const FitMessage& message, RecordDefinitions& recordDefinitions)
+void scanDefinition(Scan& scan, const FitMessage& message)
 {
-    ++fitInventory.definitionCount;
+    ++scan.inventory.definitionCount;
     if (message.globalMessage() != messageRecord)
         return;
     std::span<const FieldDefinition> fields = message.definition->fieldList();
-    recordDefinitions.emplace_back(fields.begin(), fields.end());
-    ++fitInventory.recordDefinitionCount;
+    scan.recordDefinitions.emplace_back(fields.begin(), fields.end());
+    ++scan.inventory.recordDefinitionCount;
 }
 
-void scanData(const FitMessage& message, IntervalSearch& interval)
+void scanData(Scan& scan, const FitMessage& message)
 {
-    ++(message.compressed ? fitInventory.compressedTimestampCount : fitInventory.normalDataCount);
+    FitInventory& inventory = scan.inventory;
+    ++(message.compressed ? inventory.compressedTimestampCount : inventory.normalDataCount);
     switch (message.globalMessage()) {
     case messageSession:
-        fitInventory.sessionSport.push_back(lastUint8(message, sessionSport).value_or(0));
-        ++fitInventory.sessionCount;
+        inventory.sessionSport.push_back(lastUint8(message, sessionSport).value_or(0));
+        ++inventory.sessionCount;
         break;
     case messageLap:
-        fitInventory.lapSport.push_back(lastUint8(message, lapSport).value_or(0));
-        ++fitInventory.lapCount;
+        inventory.lapSport.push_back(lastUint8(message, lapSport).value_or(0));
+        ++inventory.lapCount;
         break;
     case messageRecord:
-        scanRecord(message, interval);
+        scanRecord(scan, message);
         break;
     case messageActivity:
-        ++fitInventory.activityCount;
+        ++inventory.activityCount;
         break;
     }
 }
 
-void scanEnd(const LocalDefinitions& definitions)
+void scanEnd(const LocalDefinitions& definitions, FitInventory& inventory)
 {
     auto isRecord = [](const LocalDefinition& slot) { return slot.globalMessage == messageRecord; };
     auto record = std::ranges::find_if(definitions, isRecord);
     if (record == definitions.end())
         return;
     for (const FieldDefinition& field : record->fieldList())
-        fitInventory.recordFields.push_back(field.number);
+        inventory.recordFields.push_back(field.number);
 }
 
 constexpr EntryField sessionFieldRows[] = {
@@ -187,31 +189,32 @@ void add(Member& total, Member value)
     total = static_cast<Member>(total + value);
 }
 
-void addTotals(const SessionLapEntry& entry)
+void addTotals(FitContents& contents, const SessionLapEntry& entry)
 {
-    add(fitSummary.totalElapsed, entry.totalElapsed);
-    add(fitSummary.totalDistance, entry.totalDistance);
-    add(fitSummary.totalCycles, entry.totalCycles);
-    add(fitSummary.totalCalories, entry.totalCalories);
-    add(fitSummary.totalFatCalories, entry.totalFatCalories);
-    add(fitSummary.totalMovingTime, entry.totalMovingTime);
-    if (fitInventory.activityCount == 0)
-        add(fitSummary.totalTimer, entry.totalTimer);
+    FitSummary& summary = contents.summary;
+    add(summary.totalElapsed, entry.totalElapsed);
+    add(summary.totalDistance, entry.totalDistance);
+    add(summary.totalCycles, entry.totalCycles);
+    add(summary.totalCalories, entry.totalCalories);
+    add(summary.totalFatCalories, entry.totalFatCalories);
+    add(summary.totalMovingTime, entry.totalMovingTime);
+    if (contents.inventory.activityCount == 0)
+        add(summary.totalTimer, entry.totalTimer);
 }
 
-void widenExtremes(const SessionLapEntry& entry, bool first)
+void widenExtremes(FitSummary& summary, const SessionLapEntry& entry, bool first)
 {
-    raise(fitSummary.maxSpeed, entry.maxSpeed);
-    raise(fitSummary.maxHeartRate, entry.maxHeartRate);
-    raise(fitSummary.maxCadence, entry.maxCadence);
-    raise(fitSummary.maxPower, entry.maxPower);
-    raise(fitSummary.maxAltitude, entry.maxAltitude);
-    if (first || entry.maxTemperature > fitSummary.maxTemperature)
-        fitSummary.maxTemperature = entry.maxTemperature;
-    if (first || entry.minHeartRate < fitSummary.minHeartRate)
-        fitSummary.minHeartRate = entry.minHeartRate;
-    if (first || entry.minAltitude < fitSummary.minAltitude)
-        fitSummary.minAltitude = entry.minAltitude;
+    raise(summary.maxSpeed, entry.maxSpeed);
+    raise(summary.maxHeartRate, entry.maxHeartRate);
+    raise(summary.maxCadence, entry.maxCadence);
+    raise(summary.maxPower, entry.maxPower);
+    raise(summary.maxAltitude, entry.maxAltitude);
+    if (first || entry.maxTemperature > summary.maxTemperature)
+        summary.maxTemperature = entry.maxTemperature;
+    if (first || entry.minHeartRate < summary.minHeartRate)
+        summary.minHeartRate = entry.minHeartRate;
+    if (first || entry.minAltitude < summary.minAltitude)
+        summary.minAltitude = entry.minAltitude;
 }
 
 // Sum of a member over the entries, each as often as it has records. The product is taken in 32 bits and added as an
@@ -227,54 +230,62 @@ uint64_t weightedSum(std::span<const SessionLapEntry> entries, Member SessionLap
     return sum;
 }
 
-template <class Member>
-Member weightedMean(std::span<const SessionLapEntry> entries, Member SessionLapEntry::*member)
-{
-    return static_cast<Member>(weightedSum(entries, member) / fitInventory.recordCount);
-}
+// The entries, and the records that their means are over.
+struct Entries {
+    std::span<const SessionLapEntry> list;
+    uint32_t recordCount;
 
-void averageEntries(std::span<const SessionLapEntry> entries)
+    template <class Member>
+    Member mean(Member SessionLapEntry::*member) const
+    {
+        return static_cast<Member>(weightedSum(list, member) / recordCount);
+    }
+};
+
+void averageEntries(FitSummary& summary, const Entries& entries)
 {
-    fitSummary.avgAltitude = weightedMean(entries, &SessionLapEntry::avgAltitude);
-    fitSummary.avgHeartRate = weightedMean(entries, &SessionLapEntry::avgHeartRate);
-    fitSummary.avgCadence = weightedMean(entries, &SessionLapEntry::avgCadence);
-    fitSummary.avgPower = weightedMean(entries, &SessionLapEntry::avgPower);
-    fitSummary.gpsAccuracy = weightedMean(entries, &SessionLapEntry::gpsAccuracy);
-    int64_t temperatures = static_cast<int64_t>(weightedSum(entries, &SessionLapEntry::avgTemperature));
-    fitSummary.avgTemperature = static_cast<int8_t>(temperatures / static_cast<int64_t>(fitInventory.recordCount));
+    summary.avgAltitude = entries.mean(&SessionLapEntry::avgAltitude);
+    summary.avgHeartRate = entries.mean(&SessionLapEntry::avgHeartRate);
+    summary.avgCadence = entries.mean(&SessionLapEntry::avgCadence);
+    summary.avgPower = entries.mean(&SessionLapEntry::avgPower);
+    summary.gpsAccuracy = entries.mean(&SessionLapEntry::gpsAccuracy);
+    int64_t temperatures = static_cast<int64_t>(weightedSum(entries.list, &SessionLapEntry::avgTemperature));
+    summary.avgTemperature = static_cast<int8_t>(temperatures / static_cast<int64_t>(entries.recordCount));
 }
 
 // From the whole distance and time; without a time the mean of the entries.
-void averageSpeed(std::span<const SessionLapEntry> entries)
+void averageSpeed(FitSummary& summary, const Entries& entries)
 {
-    if (fitSummary.totalTimer != 0) {
-        double speed = (fitSummary.totalDistance * 1000.0 * 1000.0) / (fitSummary.totalTimer * 100.0); // mm/s
-        fitSummary.avgSpeed = static_cast<uint16_t>(truncateToInteger(speed));
-    } else if (fitInventory.recordCount != 0) {
-        fitSummary.avgSpeed = weightedMean(entries, &SessionLapEntry::avgSpeed);
+    if (summary.totalTimer != 0) {
+        double speed = (summary.totalDistance * 1000.0 * 1000.0) / (summary.totalTimer * 100.0); // mm/s
+        summary.avgSpeed = static_cast<uint16_t>(truncateToInteger(speed));
+    } else if (entries.recordCount != 0) {
+        summary.avgSpeed = entries.mean(&SessionLapEntry::avgSpeed);
     }
 }
 
 } // namespace
 
-StatusCode scanFitMessages(const FitImage& image, RecordDefinitions& recordDefinitions)
+StatusCode scanFitMessages(const FitImage& image, FitContents& contents, RecordDefinitions& recordDefinitions)
 {
-    fitSummary.recordInterval = 3600;
-    IntervalSearch interval = {};
+    contents.summary.recordInterval = 3600;
+    Scan scan = {contents.inventory, contents.summary, recordDefinitions};
     FitWalk walk = startWalk(image);
     StatusCode code = walkMessages(walk, [&](const FitMessage& message) {
         if (message.isDefinition)
-            scanDefinition(message, recordDefinitions);
+            scanDefinition(scan, message);
         else
-            scanData(message, interval);
+            scanData(scan, message);
     });
-    scanEnd(walk.definitions);
+    scanEnd(walk.definitions, contents.inventory);
     return code;
 }
 
-StatusCode extractFitMessages(const FitImage& image, std::vector<SessionLapEntry>& sessions,
+StatusCode extractFitMessages(const FitImage& image, FitContents& contents, std::vector<SessionLapEntry>& sessions,
                               std::vector<SessionLapEntry>& laps)
 {
+    FitInventory& inventory = contents.inventory;
+    FitSummary& summary = contents.summary;
     size_t session = 0;
     size_t lap = 0;
     StatusCode code = walkMessages(image, [&](const FitMessage& message) {
@@ -282,7 +293,7 @@ StatusCode extractFitMessages(const FitImage& image, std::vector<SessionLapEntry
             return;
         switch (message.globalMessage()) {
         case messageFileId:
-            fitInventory.fileType = fileTypeOf(message).value_or(fitInventory.fileType);
+            inventory.fileType = fileTypeOf(message).value_or(inventory.fileType);
             break;
         case messageSession:
             extractEntry(message, sessionFields, sessions[session++]);
@@ -295,32 +306,33 @@ StatusCode extractFitMessages(const FitImage& image, std::vector<SessionLapEntry
             ++laps[lap].recordCount;
             break;
         case messageActivity:
-            fitSummary.totalTimer = lastUint32(message, activityTotalTimer).value_or(fitSummary.totalTimer);
+            summary.totalTimer = lastUint32(message, activityTotalTimer).value_or(summary.totalTimer);
             break;
         }
     });
-    fitSummary.sessionTotal = static_cast<uint16_t>(session);
-    fitSummary.lapTotal = static_cast<uint16_t>(lap);
+    summary.sessionTotal = static_cast<uint16_t>(session);
+    summary.lapTotal = static_cast<uint16_t>(lap);
     return code;
 }
 
-StatusCode summariseFitMessages(const std::vector<SessionLapEntry>& sessions, const std::vector<SessionLapEntry>& laps)
+void summariseFitMessages(FitContents& contents, const std::vector<SessionLapEntry>& sessions,
+                          const std::vector<SessionLapEntry>& laps)
 {
-    bool bySessions = fitInventory.sessionCount != 0;
-    size_t count = bySessions ? fitInventory.sessionCount : fitInventory.lapCount;
+    FitInventory& inventory = contents.inventory;
+    bool bySessions = inventory.sessionCount != 0;
+    size_t count = bySessions ? inventory.sessionCount : inventory.lapCount;
     if (count == 0)
-        return fitOk;
-    std::span<const SessionLapEntry> entries = std::span(bySessions ? sessions : laps).first(count);
-    std::vector<uint8_t>& sports = bySessions ? fitInventory.sessionSport : fitInventory.lapSport;
+        return;
+    Entries entries = {std::span(bySessions ? sessions : laps).first(count), inventory.recordCount};
+    std::vector<uint8_t>& sports = bySessions ? inventory.sessionSport : inventory.lapSport;
     for (size_t i = 0; i < count; ++i) {
-        sports[i] = entries[i].sport;
-        addTotals(entries[i]);
-        widenExtremes(entries[i], i == 0);
+        sports[i] = entries.list[i].sport;
+        addTotals(contents, entries.list[i]);
+        widenExtremes(contents.summary, entries.list[i], i == 0);
     }
-    if (fitInventory.recordCount != 0)
-        averageEntries(entries);
-    averageSpeed(entries);
-    return fitOk;
+    if (inventory.recordCount != 0)
+        averageEntries(contents.summary, entries);
+    averageSpeed(contents.summary, entries);
 }
 
 } // namespace torvane

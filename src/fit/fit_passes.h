@@ -10,7 +10,7 @@
 
 namespace torvane {
 
-// What the file holds. Cleared at each load, valid until the next.
+// What the file holds.
 struct FitInventory {
     uint8_t fileType; // file_id, see fileTypeName
     uint32_t definitionCount;
@@ -70,7 +70,7 @@ void raise(Value& maximum, Value value)
         maximum = value;
 }
 
-// The file as a whole. Cleared at each load, valid until the next.
+// The file as a whole.
 struct FitSummary {
     // First pass
     uint32_t recordInterval; // s, smallest step between records; 3600 without any
@@ -119,24 +119,26 @@ struct FitSummary {
     double maxRearBrake;
 };
 
-extern FitInventory fitInventory;
-extern FitSummary fitSummary;
-
-void clearFitBlocks();
-
 // The fields of each definition of message 20, in file order.
 using RecordDefinitions = std::vector<std::vector<FieldDefinition>>;
 
+// What the passes make of a file, in their order; empty before the first.
+struct FitContents {
+    FitInventory inventory = {};
+    FitSummary summary = {};
+};
+
 // First pass: counts, sports, record definitions, times and positions of the first and last record. 0 or fitInvalid.
-StatusCode scanFitMessages(const FitImage& image, RecordDefinitions& recordDefinitions);
+StatusCode scanFitMessages(const FitImage& image, FitContents& contents, RecordDefinitions& recordDefinitions);
 
 // Second pass: file type, activity timer, and the sessions and laps, of which the arrays hold one more than the first
 // pass has counted: the records behind the last one count there. 0 or fitInvalid.
-StatusCode extractFitMessages(const FitImage& image, std::vector<SessionLapEntry>& sessions,
+StatusCode extractFitMessages(const FitImage& image, FitContents& contents, std::vector<SessionLapEntry>& sessions,
                               std::vector<SessionLapEntry>& laps);
 
-// Third pass: folds the sessions, or without any the laps, into fitSummary. Means are weighted by the records of each
-// entry and stay 0 in a file without records. Returns 0.
-StatusCode summariseFitMessages(const std::vector<SessionLapEntry>& sessions, const std::vector<SessionLapEntry>& laps);
+// Third pass: folds the sessions, or without any the laps, into the summary and their sports into the inventory. Means
+// are weighted by the records of each entry and stay 0 in a file without records.
+void summariseFitMessages(FitContents& contents, const std::vector<SessionLapEntry>& sessions,
+                          const std::vector<SessionLapEntry>& laps);
 
 } // namespace torvane

@@ -20,11 +20,6 @@ struct ToolInputs {
     std::array<SourceFileInfo, toolSourceCount + 1> files;
 };
 
-extern ToolInputs toolInputs;
-
-// Empties all paths: dialogs of tools never open with an earlier path.
-void clearToolInputs(ToolInputs& inputs);
-
 // What a run came to: the code and the file it is reported for.
 struct ToolOutcome {
     StatusCode code = fitOk;
@@ -45,14 +40,16 @@ Verdict checkTimestamp(ToolInputs& inputs, ParameterBlock& options);
 Verdict checkFieldDump(ToolInputs& inputs, ParameterBlock& options);
 
 // Runs read the inputs that a passed check left, and the stored options. A destination is replaced whole or not at all.
-ToolOutcome runCombine(ToolInputs& inputs, ParameterBlock& options);
-ToolOutcome runConvert(ToolInputs& inputs, ParameterBlock& options);
-ToolOutcome runAddMessages(ToolInputs& inputs, ParameterBlock& options);
-ToolOutcome runDivide(ToolInputs& inputs, ParameterBlock& options);
-ToolOutcome runExclude(ToolInputs& inputs, ParameterBlock& options);
-// Clears the low byte of options.timestampOffset first when timestampTruncate is set.
-ToolOutcome runTimestamp(ToolInputs& inputs, ParameterBlock& options);
-ToolOutcome runFieldDump(ToolInputs& inputs, ParameterBlock& options);
+ToolOutcome runCombine(const ToolInputs& inputs, const ParameterBlock& options);
+ToolOutcome runConvert(const ToolInputs& inputs, const ParameterBlock& options);
+ToolOutcome runAddMessages(const ToolInputs& inputs, const ParameterBlock& options);
+ToolOutcome runDivide(const ToolInputs& inputs, const ParameterBlock& options);
+ToolOutcome runExclude(const ToolInputs& inputs, const ParameterBlock& options);
+ToolOutcome runTimestamp(const ToolInputs& inputs, const ParameterBlock& options);
+ToolOutcome runFieldDump(const ToolInputs& inputs, const ParameterBlock& options);
+
+// By how much the timestamps move, in s: the stored offset, without its low byte when timestampTruncate is set.
+int32_t timestampShift(const ParameterBlock& options);
 
 // A destination needs an existing folder and a name; a name that does not end in ".fit" or ".FIT" gets ".fit" appended
 // (".csv" for a dump). On a fault the box is added to verdict and false comes back.

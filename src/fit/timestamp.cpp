@@ -38,11 +38,14 @@ Verdict checkTimestamp(ToolInputs& inputs, ParameterBlock& options)
     return checkSameSizeTool(inputs, options.timestampOutput);
 }
 
-ToolOutcome runTimestamp(ToolInputs& inputs, ParameterBlock& options)
+int32_t timestampShift(const ParameterBlock& options)
 {
-    if (options.timestampTruncate != 0)
-        options.timestampOffset &= ~0xFF;
-    uint32_t offset = static_cast<uint32_t>(options.timestampOffset);
+    return options.timestampTruncate != 0 ? options.timestampOffset & ~0xFF : options.timestampOffset;
+}
+
+ToolOutcome runTimestamp(const ToolInputs& inputs, const ParameterBlock& options)
+{
+    uint32_t offset = static_cast<uint32_t>(timestampShift(options));
     return rewriteSameSize(inputs, options.timestampOutput, [&](const FitMessage& message, std::span<uint8_t> copy) {
         if (message.isDefinition)
             return;

@@ -6,8 +6,6 @@
 
 namespace torvane {
 
-ToolInputs toolInputs;
-
 namespace {
 
 bool checkHeaderForm(const FitImage& source, const OutputChoice& output, Verdict& verdict)
@@ -23,11 +21,6 @@ bool checkHeaderForm(const FitImage& source, const OutputChoice& output, Verdict
 }
 
 } // namespace
-
-void clearToolInputs(ToolInputs& inputs)
-{
-    inputs = {};
-}
 
 bool refuse(Verdict& verdict, const char* title, const char* text, size_t file)
 {

@@ -33,9 +33,9 @@ struct RunCodes {
 // The run of a tool with one source and one destination: opens the source, lets `fill` make the data block, saves.
 // fill(destination, source) answers 0 or the code of a fault, which is reported for the source as all faults are.
 template <class Fill>
-ToolOutcome rewriteSource(ToolInputs& inputs, const OutputChoice& output, RunCodes codes, Fill&& fill)
+ToolOutcome rewriteSource(const ToolInputs& inputs, const OutputChoice& output, RunCodes codes, Fill&& fill)
 {
-    SourceFileInfo& info = inputs.files[0];
+    SourceFileInfo info = inputs.files[0];
     const std::string& path = inputs.files[toolDestination].path;
     FitImage source = {};
     if (StatusCode code = openSource(source, info); code != fitOk)
@@ -51,7 +51,7 @@ ToolOutcome rewriteSource(ToolInputs& inputs, const OutputChoice& output, RunCod
 // The run of all tools that keep the size of the data block: `rewrite` changes the copy of each message. Answers as the
 // conversion does.
 template <class Rewrite>
-ToolOutcome rewriteSameSize(ToolInputs& inputs, const OutputChoice& output, Rewrite&& rewrite)
+ToolOutcome rewriteSameSize(const ToolInputs& inputs, const OutputChoice& output, Rewrite&& rewrite)
 {
     auto fill = [&](FitImage& destination, const FitImage& source) {
         destination.data.resize(source.data.size());

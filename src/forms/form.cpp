@@ -258,7 +258,7 @@ std::string rowText(const FormState& state, const Row& row)
     if (row.kind == RowKind::label)
         return row.text ? row.text(state, row) : std::string();
     if (row.kind == RowKind::path)
-        return state.paths[static_cast<size_t>(row.index)];
+        return state.inputs.files[static_cast<size_t>(row.index)].path;
     return stateOf(state, row).text;
 }
 
@@ -332,7 +332,7 @@ void reprintRow(FormState& state, const Row& row)
 
 void setPath(FormState& state, const Row& row, std::string_view path)
 {
-    state.paths[static_cast<size_t>(row.index)] = path;
+    state.inputs.files[static_cast<size_t>(row.index)].path = path;
     tellChanged(state, row);
 }
 

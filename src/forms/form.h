@@ -6,6 +6,7 @@
 #include "core/parameter_block.h"
 #include "core/verdict.h"
 #include "gps/loaded_ride.h"
+#include "gps/prepare.h"
 #include "model/model.h"
 
 #include <array>
@@ -27,7 +28,7 @@ enum class RowKind : uint8_t {
     choice, // combo box over an int32_t: index of the label
     radio,  // radio buttons over an int32_t: index of the button
     check,  // check box over an int32_t: 0 or 1
-    path,   // edit box with a browse button; `index` of FormState::paths
+    path,   // edit box with a browse button; `index` of FormState::inputs
     label,  // static text or read-only edit box that the form computes
     button, // asks for another form, `child`
 };
@@ -35,8 +36,7 @@ enum class RowKind : uint8_t {
 enum class Browse : uint8_t { none, openFit, saveFit, saveCsv };
 
 constexpr size_t noField = SIZE_MAX;
-constexpr int pathCount = 6;                   // five sources and a destination
-constexpr int destinationPath = pathCount - 1; // `index` of a destination
+constexpr int destinationPath = static_cast<int>(toolDestination); // `index` of a destination
 
 using RowTest = bool (*)(const FormState&, const Row&);
 
@@ -145,7 +145,9 @@ struct FormState {
     std::vector<RowState> printed;
     ParameterBlock printedValues = {};
     const Row* refused = nullptr; // what the last confirmation refused; null: nothing, or no one entry
-    std::array<std::string, pathCount> paths;
+    // Entries that no block holds; the front end hands them to what runs once the form is confirmed. Never remembered.
+    ToolInputs inputs;
+    Preparation preparation;
     LoadedRide ride; // whose settings are asked for: the loaded one, or the source once its button has looked at it
 };
 

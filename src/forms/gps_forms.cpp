@@ -7,6 +7,8 @@
 #include "gps/analysis.h"
 #include "gps/one_stroke_check.h"
 
+#include <utility>
+
 namespace torvane {
 
 namespace {
@@ -177,18 +179,15 @@ constexpr Row createRows[] = {
 
 Verdict checkOutput(FormState& state)
 {
-    return checkPaths(state, [&](ToolInputs& inputs, ParameterBlock&) {
-        Verdict verdict;
-        std::string& path = inputs.files[toolDestination].path;
-        verdict.passed = checkDestinationPath(path, verdict) && checkNoSource(path, state.ride.path, verdict);
-        return verdict;
-    });
+    Verdict verdict;
+    std::string& path = state.inputs.files[toolDestination].path;
+    verdict.passed = checkDestinationPath(path, verdict) && checkNoSource(path, state.ride.path, verdict);
+    return aboutPaths(state, std::move(verdict));
 }
 
 constexpr Form makeCreateForm()
 {
     Form form = gpsForm(2054, "create a FIT file analysed", "Create", gpsCreate, createRows);
-    form.opened = forgetPaths;
     form.check = checkOutput;
     return form;
 }
@@ -197,9 +196,7 @@ constexpr Form makeCreateForm()
 
 Verdict checkSource(FormState& state, bool needDestination)
 {
-    return checkPaths(state, [&](ToolInputs& inputs, ParameterBlock&) {
-        return checkOneStrokeSource(inputs, needDestination, state.ride);
-    });
+    return aboutPaths(state, checkOneStrokeSource(state.inputs, state.preparation, needDestination, state.ride));
 }
 
 // The settings show the options of the source, so it has to be there first.
@@ -215,19 +212,19 @@ Verdict checkOneStroke(FormState& state)
 
 // The stroke can put the file in order first. The console alone asks for it.
 
-bool prepares(const FormState&, const Row&)
+bool prepares(const FormState& state, const Row&)
 {
-    return oneStrokePreparation.enabled != 0;
+    return state.preparation.enabled != 0;
 }
 
-double preparesShown(const FormState&, const Row&)
+double preparesShown(const FormState& state, const Row&)
 {
-    return oneStrokePreparation.enabled;
+    return state.preparation.enabled;
 }
 
-void takePrepares(FormState&, const Row&, int value)
+void takePrepares(FormState& state, const Row&, int value)
 {
-    oneStrokePreparation.enabled = value;
+    state.preparation.enabled = value;
 }
 
 constexpr Row prepareRow()
@@ -250,30 +247,22 @@ constexpr Row oneStrokeRows[] = {
     sportBoxRow(8643, createOutput),
     sportRow(8661, createOutput),
     prepareRow(),
-    enabledWhen(gapLimitRow<optionsOfOneStroke>(0, 0), prepares),
-    enabledWhen(jumpSpeedRow<optionsOfOneStroke>(0, 0), prepares),
-    enabledWhen(dropRow<optionsOfOneStroke, &PrepareOptions::dropPower>(0, "dropPower"), prepares),
-    enabledWhen(dropRow<optionsOfOneStroke, &PrepareOptions::dropCadence>(0, "dropCadence"), prepares),
+    enabledWhen(gapLimitRow(0, 0), prepares),
+    enabledWhen(jumpSpeedRow(0, 0), prepares),
+    enabledWhen(dropRow<&PrepareOptions::dropPower>(0, "dropPower"), prepares),
+    enabledWhen(dropRow<&PrepareOptions::dropCadence>(0, "dropCadence"), prepares),
 };
 static_assert(oneStrokeRows[oneStrokeGapLimit].kind == RowKind::whole &&
               oneStrokeRows[oneStrokeJumpSpeed].kind == RowKind::real);
 
-void openOneStroke(FormState& state)
-{
-    forgetPaths(state);
-    oneStrokePreparation = {};
-}
-
 void oneStrokeChanged(FormState& state, const Row&)
 {
-    takeLimits(state, oneStrokeRows[oneStrokeGapLimit], oneStrokeRows[oneStrokeJumpSpeed],
-               oneStrokePreparation.options);
+    takeLimits(state, oneStrokeRows[oneStrokeGapLimit], oneStrokeRows[oneStrokeJumpSpeed]);
 }
 
 constexpr Form makeOneStrokeForm()
 {
     Form form = gpsForm(2060, "load and analyse and create", "Execute", gpsOneStroke, oneStrokeRows);
-    form.opened = openOneStroke;
     form.changed = oneStrokeChanged;
     form.check = checkOneStroke;
     return form;

@@ -29,24 +29,11 @@ const Row* pathRow(const FormState& state, size_t file)
     return nullptr;
 }
 
-void forgetPaths(FormState&)
+Verdict aboutPaths(FormState& state, Verdict verdict)
 {
-    clearToolInputs(toolInputs);
-}
-
-void takePaths(const FormState& state)
-{
-    static_assert(pathCount == toolSourceCount + 1 && destinationPath == toolDestination);
-    for (size_t i = 0; i < state.paths.size(); ++i)
-        toolInputs.files[i].path = state.paths[i];
-}
-
-void showPaths(FormState& state, const Verdict& verdict)
-{
-    for (size_t i = 0; i < state.paths.size(); ++i)
-        state.paths[i] = toolInputs.files[i].path;
     if (!verdict.passed)
         state.refused = pathRow(state, verdict.file);
+    return verdict;
 }
 
 } // namespace torvane

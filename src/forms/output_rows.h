@@ -74,21 +74,8 @@ constexpr Form gpsForm(int id, const char* title, const char* confirm, GpsDialog
 
 // The row of one path; null where the form has none.
 const Row* pathRow(const FormState& state, size_t file);
-// Paths are never remembered.
-void forgetPaths(FormState& state);
-// Hands the paths of the form to the inputs of its tool; takes back what a check made of them, with the one it refused.
-void takePaths(const FormState& state);
-void showPaths(FormState& state, const Verdict& verdict);
-
-// Both, around a check of the inputs and of the form's own values.
-template <class Check>
-Verdict checkPaths(FormState& state, Check&& check)
-{
-    takePaths(state);
-    Verdict verdict = check(toolInputs, state.values);
-    showPaths(state, verdict);
-    return verdict;
-}
+// The verdict of a check of the form's inputs: the path that it refused is what the form refuses.
+Verdict aboutPaths(FormState& state, Verdict verdict);
 using ToolCheck = Verdict (*)(ToolInputs& inputs, ParameterBlock& options);
 
 } // namespace torvane

@@ -15,7 +15,6 @@ constexpr Form toolForm(int id, const char* title, const char* confirm, GpsDialo
                         Verdict (*check)(FormState&))
 {
     Form form = gpsForm(id, title, confirm, dialog, rows);
-    form.opened = forgetPaths;
     form.check = check;
     return form;
 }
@@ -23,7 +22,7 @@ constexpr Form toolForm(int id, const char* title, const char* confirm, GpsDialo
 template <ToolCheck check>
 Verdict checkTool(FormState& state)
 {
-    return checkPaths(state, check);
+    return aboutPaths(state, check(state.inputs, state.values));
 }
 
 // Combine
@@ -165,7 +164,7 @@ constexpr Row excludeRows[] = {
 template <const MessageTool& tool, ToolCheck check>
 Verdict checkMessages(FormState& state)
 {
-    Verdict verdict = checkPaths(state, check);
+    Verdict verdict = aboutPaths(state, check(state.inputs, state.values));
     verdict.passed = verdict.passed && tool.asksAny(state.values);
     return verdict;
 }
@@ -350,21 +349,15 @@ constexpr Form makeDumpForm()
 constexpr Row prepareRows[] = {
     sourceRow(9311, 9321),
     destinationRow(9312, 9322),
-    gapLimitRow<optionsOfTool>(9331, 9341),
-    jumpSpeedRow<optionsOfTool>(9332, 9342),
-    dropRow<optionsOfTool, &PrepareOptions::dropPower>(9351, "dropPower"),
-    dropRow<optionsOfTool, &PrepareOptions::dropCadence>(9352, "dropCadence"),
+    gapLimitRow(9331, 9341),
+    jumpSpeedRow(9332, 9342),
+    dropRow<&PrepareOptions::dropPower>(9351, "dropPower"),
+    dropRow<&PrepareOptions::dropCadence>(9352, "dropCadence"),
 };
-
-void openPrepare(FormState& state)
-{
-    forgetPaths(state);
-    prepareOptions = {};
-}
 
 void prepareChanged(FormState& state, const Row&)
 {
-    takeLimits(state, prepareRows[2], prepareRows[3], prepareOptions);
+    takeLimits(state, prepareRows[2], prepareRows[3]);
 }
 
 constexpr Form makePrepareForm()
@@ -373,7 +366,6 @@ constexpr Form makePrepareForm()
         toolForm(2093, "prepare activity FIT file", "Prepare", gpsTimestamp, prepareRows, checkTool<checkPrepare>);
     form.saveBox = 0;
     form.saveFlag = noField;
-    form.opened = openPrepare;
     form.changed = prepareChanged;
     return form;
 }

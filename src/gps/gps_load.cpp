@@ -5,6 +5,7 @@
 #include "fit/size_limits.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace torvane {
 
@@ -15,11 +16,11 @@ bool sportsDiffer(const std::vector<uint8_t>& sports)
     return std::any_of(sports.begin(), sports.end(), [&](uint8_t sport) { return sport != sports[0]; });
 }
 
-StatusCode sportsCode()
+StatusCode sportsCode(const FitInventory& inventory)
 {
-    if (fitInventory.sessionCount != 0)
-        return sportsDiffer(fitInventory.sessionSport) ? fitSessionSportsDiffer : fitOk;
-    return sportsDiffer(fitInventory.lapSport) ? fitLapSportsDiffer : fitOk;
+    if (inventory.sessionCount != 0)
+        return sportsDiffer(inventory.sessionSport) ? fitSessionSportsDiffer : fitOk;
+    return sportsDiffer(inventory.lapSport) ? fitLapSportsDiffer : fitOk;
 }
 
 uint8_t fieldSignature(const std::vector<FieldDefinition>& fields)
@@ -179,45 +180,47 @@ void fillRecord(const FitMessage& message, uint32_t& lastFull, GpsRecord& record
 }
 
 // Of the records, sessions and laps that the first pass has counted.
-size_t tableBytes()
+size_t tableBytes(const FitInventory& inventory)
 {
-    size_t summaries = size_t{fitInventory.sessionCount} + fitInventory.lapCount;
-    return fitInventory.recordCount * sizeof(GpsRecord) + summaries * sizeof(SessionLapEntry);
+    size_t summaries = size_t{inventory.sessionCount} + inventory.lapCount;
+    return inventory.recordCount * sizeof(GpsRecord) + summaries * sizeof(SessionLapEntry);
 }
 
-StatusCode runPasses(const FitImage& image)
+StatusCode runPasses(const FitImage& image, FitContents& contents)
 {
-    clearFitBlocks();
+    const FitInventory& inventory = contents.inventory;
     RecordDefinitions recordDefinitions;
-    StatusCode code = scanFitMessages(image, recordDefinitions);
+    StatusCode code = scanFitMessages(image, contents, recordDefinitions);
     if (code == fitOk)
-        code = checkCoherence(recordDefinitions);
-    if (code == fitOk && tableBytes() > mostTable(image.data.size()))
+        code = checkCoherence(inventory, recordDefinitions);
+    if (code == fitOk && tableBytes(inventory) > mostTable(image.data.size()))
         code = fitTooLarge;
     if (code != fitOk)
         return code;
-    std::vector<SessionLapEntry> sessions(fitInventory.sessionCount + 1);
-    std::vector<SessionLapEntry> laps(fitInventory.lapCount + 1);
-    code = extractFitMessages(image, sessions, laps);
-    return code != fitOk ? code : summariseFitMessages(sessions, laps);
+    std::vector<SessionLapEntry> sessions(inventory.sessionCount + 1);
+    std::vector<SessionLapEntry> laps(inventory.lapCount + 1);
+    code = extractFitMessages(image, contents, sessions, laps);
+    summariseFitMessages(contents, sessions, laps);
+    return code;
 }
 
 } // namespace
 
 StatusCode gatherActivity(LoadedRide& ride)
 {
-    if (StatusCode code = runPasses(ride.image))
+    FitContents contents;
+    if (StatusCode code = runPasses(ride.image, contents))
         return code;
-    ride.inventory = fitInventory;
-    ride.summary = fitSummary;
+    ride.inventory = std::move(contents.inventory);
+    ride.summary = contents.summary;
     setFieldPresence(ride);
     setReadiness(ride);
     return fitOk;
 }
 
-StatusCode checkCoherence(const RecordDefinitions& recordDefinitions)
+StatusCode checkCoherence(const FitInventory& inventory, const RecordDefinitions& recordDefinitions)
 {
-    StatusCode code = sportsCode();
+    StatusCode code = sportsCode(inventory);
     for (const std::vector<FieldDefinition>& fields : recordDefinitions) {
         if (fieldSignature(fields) != fieldSignature(recordDefinitions[0]))
             return code | fitRecordFieldsDiffer;

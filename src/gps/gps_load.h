@@ -14,7 +14,7 @@ StatusCode gatherActivity(LoadedRide& ride);
 // definitions define the same of the fields that matter. 0, or fitSessionSportsDiffer or fitLapSportsDiffer, with
 // fitRecordFieldsDiffer. The definitions are compared by the OR of their field numbers below 8, 13 and 253, so
 // different sets with the same OR pass.
-StatusCode checkCoherence(const RecordDefinitions& recordDefinitions);
+StatusCode checkCoherence(const FitInventory& inventory, const RecordDefinitions& recordDefinitions);
 
 // Sets the presence from inventory and summary.
 void setFieldPresence(LoadedRide& ride);

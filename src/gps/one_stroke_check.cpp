@@ -2,12 +2,10 @@
 
 #include "core/files.h"
 #include "fit/fit_image.h"
-#include "fit/fit_tools.h"
 #include "fit/fit_types.h"
 #include "fit/fit_walk.h"
 #include "fit/size_limits.h"
 #include "gps/gps_load.h"
-#include "gps/prepare.h"
 
 namespace torvane {
 
@@ -23,7 +21,7 @@ constexpr Fault error(const char* text)
     return {"error", text};
 }
 
-Fault checkReadiness(AnalysisReadiness readiness)
+Fault checkReadiness(AnalysisReadiness readiness, const Preparation& preparation)
 {
     switch (readiness) {
     case readyForAnalysis:
@@ -31,7 +29,7 @@ Fault checkReadiness(AnalysisReadiness readiness)
     case analysisImpossible:
         return error("can not analyse and predict due to a source file");
     case nothingToPredict:
-        if (oneStrokePreparation.enabled)
+        if (preparation.enabled)
             return {"warning", "no need to analyse and predict cause power and cadence are already existing. drop "
                                "one of them to predict it"};
         return {"warning", "no need to analyse and predict cause power and cadence are already existing"};
@@ -41,12 +39,12 @@ Fault checkReadiness(AnalysisReadiness readiness)
 }
 
 // Of the file as it is, or as it will be prepared.
-StatusCode surveySource(FitImage& image, SourceFileInfo& source)
+StatusCode surveySource(FitImage& image, SourceFileInfo& source, const Preparation& preparation)
 {
-    if (!oneStrokePreparation.enabled)
+    if (!preparation.enabled)
         return surveyFitFile(image, source);
     PrepareFindings findings;
-    if (StatusCode code = loadPrepared(image, source.path, oneStrokePreparation.options, findings))
+    if (StatusCode code = loadPrepared(image, source.path, preparation.options, findings))
         return code;
     return surveyFitMessages(image, source);
 }
@@ -56,14 +54,14 @@ bool severalSports(StatusCode code)
     return code == fitSessionSportsDiffer || code == fitLapSportsDiffer;
 }
 
-Fault checkSource(SourceFileInfo& source, LoadedRide& scanned)
+Fault checkSource(SourceFileInfo& source, const Preparation& preparation, LoadedRide& scanned)
 {
     FitImage image = {};
     if (!fileExists(source.path))
         return error("not existing a source file");
     if (readFitHeader(image, source.path) != fitOk)
         return error("detect an invalid source file structure");
-    StatusCode code = surveySource(image, source);
+    StatusCode code = surveySource(image, source, preparation);
     if (severalSports(code))
         return error("found several sports in a source file. please divide it first");
     if (code == fitTooLarge)
@@ -73,16 +71,17 @@ Fault checkSource(SourceFileInfo& source, LoadedRide& scanned)
     if (source.fileType != fileTypeActivity)
         return error("found an invalid file id type of a source file");
     presetPresenceFromScan(scanned, source);
-    return checkReadiness(scanned.readiness);
+    return checkReadiness(scanned.readiness, preparation);
 }
 
 } // namespace
 
-Verdict checkOneStrokeSource(ToolInputs& inputs, bool needDestination, LoadedRide& scanned)
+Verdict checkOneStrokeSource(ToolInputs& inputs, const Preparation& preparation, bool needDestination,
+                             LoadedRide& scanned)
 {
     Verdict verdict;
     clearSurvey(inputs.files[0]);
-    if (Fault fault = checkSource(inputs.files[0], scanned); fault.title) {
+    if (Fault fault = checkSource(inputs.files[0], preparation, scanned); fault.title) {
         verdict.passed = false;
         verdict.boxes.push_back({fault.title, fault.text});
         return verdict;

@@ -1,6 +1,5 @@
 #include "gps/prepare.h"
 
-#include "fit/fit_tools.h"
 #include "fit/fit_types.h"
 #include "fit/tool_support.h"
 #include "gps/activity.h"
@@ -11,10 +10,6 @@
 #include <utility>
 
 namespace torvane {
-
-PrepareOptions prepareOptions;
-PrepareFindings prepareFindings;
-OneStrokePreparation oneStrokePreparation;
 
 namespace {
 
@@ -153,16 +148,17 @@ Verdict checkPrepare(ToolInputs& inputs, ParameterBlock&)
     return verdict;
 }
 
-ToolOutcome runPrepare(ToolInputs& inputs)
+PrepareOutcome runPrepare(const ToolInputs& inputs, const PrepareOptions& options)
 {
     FitImage prepared = {};
+    PrepareFindings findings;
     const std::string& source = inputs.files[0].path;
     const std::string& destination = inputs.files[toolDestination].path;
-    if (StatusCode code = loadPrepared(prepared, source, prepareOptions, prepareFindings))
-        return {code, source};
+    if (StatusCode code = loadPrepared(prepared, source, options, findings))
+        return {{code, source}};
     if (!saveFitFile(prepared, destination))
-        return {fitPrepareFailed, source};
-    return {fitPrepared, destination};
+        return {{fitPrepareFailed, source}};
+    return {{fitPrepared, destination}, findings};
 }
 
 } // namespace torvane

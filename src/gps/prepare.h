@@ -5,13 +5,10 @@
 
 #include "core/verdict.h"
 #include "fit/fit_image.h"
+#include "fit/fit_tools.h"
 #include "gps/prepare_findings.h"
 
 namespace torvane {
-
-struct ToolInputs;
-struct ParameterBlock;
-struct ToolOutcome;
 
 struct PrepareOptions {
     int32_t gapLimit = 30; // s, longer steps stay as they are
@@ -22,17 +19,12 @@ struct PrepareOptions {
 constexpr int32_t leastGapLimit = 1, mostGapLimit = 300;    // s
 constexpr double leastJumpSpeed = 10, mostJumpSpeed = 1000; // m/s
 
-// Entries of the tool's dialog. They live for the session; no file keeps them.
-extern PrepareOptions prepareOptions;
-// What its last run found.
-extern PrepareFindings prepareFindings;
-
-// Whether a ride is prepared before it is loaded, analysed and written at one stroke, and how.
-struct OneStrokePreparation {
+// Whether a ride is prepared before it is loaded, analysed and written at one stroke, and how. The tool's own dialog
+// asks for the options alone. No file keeps them.
+struct Preparation {
     int32_t enabled = 0;
-    PrepareOptions options;
+    PrepareOptions options = {};
 };
-extern OneStrokePreparation oneStrokePreparation;
 
 // Makes the prepared file out of a loaded one, header and CRC included. Preparing a prepared file gives it back to the
 // byte. fitOk; fitInvalid; fitSessionSportsDiffer or fitLapSportsDiffer, to be divided first; fitPrepareFailed without
@@ -44,8 +36,12 @@ StatusCode prepareActivity(const FitImage& source, const PrepareOptions& options
 StatusCode loadPrepared(FitImage& prepared, const std::string& path, const PrepareOptions& options,
                         PrepareFindings& findings);
 
-// The tool's check and run, as those of fit_tools.h; the run reads prepareOptions and leaves prepareFindings.
+// The tool's check and run, as those of fit_tools.h.
 Verdict checkPrepare(ToolInputs& inputs, ParameterBlock& options);
-ToolOutcome runPrepare(ToolInputs& inputs);
+struct PrepareOutcome {
+    ToolOutcome tool;
+    PrepareFindings findings = {};
+};
+PrepareOutcome runPrepare(const ToolInputs& inputs, const PrepareOptions& options);
 
 } // namespace torvane

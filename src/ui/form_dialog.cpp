@@ -2,7 +2,7 @@
 // meaning.
 #include "ui/form_dialog.h"
 
-#include "core/parameter_block.h"
+#include "command/settings_command.h"
 #include "core/wide_text.h"
 #include "ui/form_controls.h"
 #include "ui/main_window.h"
@@ -30,7 +30,7 @@ INT_PTR onInitDialog(HWND dialog, LPARAM lParam)
 
 INT_PTR onConfirm(FormWindow& form)
 {
-    Verdict verdict = confirmForm(form.state, mainWindow.session.working);
+    Verdict verdict = confirmDialog(mainWindow.session, form.state);
     showBoxes(form.window, verdict);
     if (verdict.passed) {
         EndDialog(form.window, IDOK);

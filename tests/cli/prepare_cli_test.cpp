@@ -21,14 +21,8 @@ Bytes recordedRide()
 
 } // namespace
 
-// What a call asked for holds until the next one.
 struct PrepareConsole : ConsoleTest {
     const std::string source = in + "in.fit", out = in + "out.fit";
-
-    ~PrepareConsole() override
-    {
-        oneStrokePreparation = {};
-    }
 };
 
 TEST_F(PrepareConsole, PreparesAndTellsWhatItFound)
@@ -89,9 +83,9 @@ TEST(PrepareDialog, OpensWithTheProgramsDefaults)
     EXPECT_EQ(dialog.text(9331), "30");
     EXPECT_EQ(dialog.text(9332), "  40.0");
     dialog.type(9331, "45").type(9332, "22.5").pick(9351, 1);
-    const PrepareOptions& o = prepareOptions;
+    const PrepareOptions& o = dialog.state.preparation.options;
     expectFigures({o.gapLimit, o.jumpSpeed, o.dropPower, o.dropCadence}, {45, 22.5, 1, 0});
-    OpenForm(2093);
+    dialog.open(2093);
     expectFigures({o.gapLimit, o.jumpSpeed, o.dropPower, o.dropCadence}, {30, 40, 0, 0});
 }
 

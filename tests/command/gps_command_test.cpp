@@ -35,9 +35,9 @@ protected:
     {
         writeBytes(source, file);
         session.chosenRide = source;
-        toolInputs = {};
-        toolInputs.files[0].path = source;
-        toolInputs.files[toolDestination].path = destination;
+        session.inputs = {};
+        session.inputs.files[0].path = source;
+        session.inputs.files[toolDestination].path = destination;
         return loadGpsFile(session);
     }
     // What the reports of the loaded ride tell.
@@ -70,14 +70,15 @@ Reread reread(const std::string& path)
     FitImage image;
     file.code = loadFitImage(image, path);
     RecordDefinitions definitions;
-    clearFitBlocks();
+    FitContents contents;
+    const FitInventory& inventory = contents.inventory;
     if (file.code == fitOk)
-        file.code = scanFitMessages(image, definitions);
-    file.records.resize(fitInventory.recordCount);
-    file.sessions.resize(fitInventory.sessionCount + 1);
-    file.laps.resize(fitInventory.lapCount + 1);
+        file.code = scanFitMessages(image, contents, definitions);
+    file.records.resize(inventory.recordCount);
+    file.sessions.resize(inventory.sessionCount + 1);
+    file.laps.resize(inventory.lapCount + 1);
     if (file.code == fitOk)
-        file.code = extractFitMessages(image, file.sessions, file.laps);
+        file.code = extractFitMessages(image, contents, file.sessions, file.laps);
     if (file.code == fitOk)
         file.code = fillRecords(image, file.records);
     return file;
@@ -196,11 +197,11 @@ TEST_F(GpsCommandTest, failuresAreTold)
 {
     const std::tuple<StatusCode, const char*, void (*)(Session&)> cases[] = {
         {fitNoSector, "no effective sector. please try to set the threshold speed to be more shorter",
-         [](Session& own) { own.working.thresholdSpeed = 200; }},
+         [](Session& s) { s.working.thresholdSpeed = 200; }},
         {fitSaveFailed, "failed to save the data to a fit file 'x.fit'",
-         [](Session&) { toolInputs.files[toolDestination].path = "/no/such/folder/x.fit"; }},
+         [](Session& s) { s.inputs.files[toolDestination].path = "/no/such/folder/x.fit"; }},
         {fitCannotOpen, "failed to open the file 'ride.fit'",
-         [](Session&) { std::filesystem::remove(toolInputs.files[0].path); }},
+         [](Session& s) { std::filesystem::remove(s.inputs.files[0].path); }},
     };
     for (const auto& [code, text, spoil] : cases) {
         setDefaults(session.working);
@@ -247,12 +248,12 @@ TEST_F(GpsCommandTest, aStrokeLeavesTheLoadedRideUntilItSucceeds)
     }
     EXPECT_EQ(settingsOf(stroke.ride), ofOther);
     EXPECT_EQ(settingsOf(session.ride), own) << "the dialog was cancelled";
-    toolInputs.files[toolDestination].path = "/no/such/folder/x.fit";
+    session.inputs.files[toolDestination].path = "/no/such/folder/x.fit";
     EXPECT_EQ(atOneStroke(session), fitSaveFailed);
     EXPECT_EQ(settingsOf(session.ride), own) << "the stroke failed";
     EXPECT_EQ(expressSourceData(session), fitOk);
     EXPECT_NE(shown.lower.find("record data counted 320\n"), std::string::npos);
-    toolInputs.files[toolDestination].path = destination;
+    session.inputs.files[toolDestination].path = destination;
     EXPECT_EQ(atOneStroke(session), fitOk);
     EXPECT_EQ(session.ride.path, destination);
     EXPECT_EQ(session.readiness, nothingToPredict);
@@ -260,12 +261,12 @@ TEST_F(GpsCommandTest, aStrokeLeavesTheLoadedRideUntilItSucceeds)
 
 TEST_F(GpsCommandTest, checkOfTheSource)
 {
-    toolInputs = {};
-    toolInputs.files[0].path = source;
+    ToolInputs inputs;
+    inputs.files[0].path = source;
     LoadedRide scanned;
     const auto boxOf = [&](const Bytes& file, bool both) {
         writeBytes(source, file);
-        const Verdict verdict = checkOneStrokeSource(toolInputs, both, scanned);
+        const Verdict verdict = checkOneStrokeSource(inputs, {}, both, scanned);
         return verdict.boxes.empty() ? "" : verdict.boxes[0].text;
     };
     const std::tuple<int, std::vector<FitBuilder::Field>, const char*> cases[] = {
@@ -285,14 +286,14 @@ TEST_F(GpsCommandTest, checkOfTheSource)
     broken.back() ^= 1;
     EXPECT_EQ(boxOf({1, 2, 3}, true), "detect an invalid source file structure");
     EXPECT_EQ(boxOf(broken, true), "failed to read a source file which might be an invalid structure");
-    toolInputs.files[toolDestination].path = folder.path + "no/out.fit";
+    inputs.files[toolDestination].path = folder.path + "no/out.fit";
     EXPECT_EQ(boxOf(whole, true), "not existing directory for a destination file");
-    toolInputs.files[0].path = folder.path + "none.fit";
+    inputs.files[0].path = folder.path + "none.fit";
     EXPECT_EQ(boxOf(whole, true), "not existing a source file");
-    toolInputs.files[0].path = source;
-    toolInputs.files[toolDestination].path = folder.path + "out.txt";
-    EXPECT_TRUE(checkOneStrokeSource(toolInputs, true, scanned).passed);
-    EXPECT_EQ(toolInputs.files[toolDestination].path, folder.path + "out.txt.fit");
+    inputs.files[0].path = source;
+    inputs.files[toolDestination].path = folder.path + "out.txt";
+    EXPECT_TRUE(checkOneStrokeSource(inputs, {}, true, scanned).passed);
+    EXPECT_EQ(inputs.files[toolDestination].path, folder.path + "out.txt.fit");
     EXPECT_EQ(scanned.presence.positionFlags, 0x77);
     EXPECT_EQ(scanned.presence.temperatureFlags, 0);
 }

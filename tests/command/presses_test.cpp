@@ -169,7 +169,7 @@ bool confirm(const Form& form)
     openForm(state, form, session.saved, session.working, session.model, false, session.ride);
     for (const Row& row : form.rows)
         fillIn(state, row);
-    return confirmPage(session, state).passed;
+    return (form.confirm ? confirmDialog : confirmPage)(session, state).passed;
 }
 
 // What the menu greys without a ride, or after a tool, finds one here.
@@ -186,7 +186,7 @@ bool runEntry(const Command& command)
     loadFor(command.id);
     switch (command.entry) {
     case Entry::immediate:
-        toolInputs.files[0].path = toolInputs.files[1].path = folder + "half-1.fit";
+        session.inputs.files[0].path = session.inputs.files[1].path = folder + "half-1.fit";
         return true;
     case Entry::dialog:
         return confirm(*findForm(command.form));

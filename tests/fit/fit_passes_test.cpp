@@ -13,6 +13,7 @@ namespace {
 
 struct Gathered {
     StatusCode code = fitOk;
+    FitContents contents = {};
     RecordDefinitions recordDefinitions;
     std::vector<SessionLapEntry> sessions, laps;
 };
@@ -21,15 +22,20 @@ Gathered gather(const FitBuilder& builder)
 {
     Gathered all;
     const FitImage image = imageOf(builder.data);
-    clearFitBlocks();
-    all.code = scanFitMessages(image, all.recordDefinitions);
+    const FitInventory& inventory = all.contents.inventory;
+    all.code = scanFitMessages(image, all.contents, all.recordDefinitions);
     if (all.code != fitOk)
         return all;
-    all.sessions.resize(fitInventory.sessionCount + 1);
-    all.laps.resize(fitInventory.lapCount + 1);
-    all.code = extractFitMessages(image, all.sessions, all.laps);
-    summariseFitMessages(all.sessions, all.laps);
+    all.sessions.resize(inventory.sessionCount + 1);
+    all.laps.resize(inventory.lapCount + 1);
+    all.code = extractFitMessages(image, all.contents, all.sessions, all.laps);
+    summariseFitMessages(all.contents, all.sessions, all.laps);
     return all;
+}
+
+FitSummary summaryOf(const FitBuilder& builder)
+{
+    return gather(builder).contents.summary;
 }
 
 } // namespace
@@ -48,7 +54,7 @@ TEST(FitPasses, counts)
     builder.define(3, 4711, {{0, 1}}).message(3, {1});
     Gathered all = gather(builder);
     ASSERT_EQ(all.code, fitOk);
-    const FitInventory& found = fitInventory;
+    const FitInventory& found = all.contents.inventory;
     // The file type is in the first field 0.
     expectFigures({found.fileType, found.definitionCount, found.normalDataCount, found.compressedTimestampCount,
                    found.recordDefinitionCount, found.recordCount, found.activityCount},
@@ -57,7 +63,7 @@ TEST(FitPasses, counts)
     EXPECT_EQ(found.lapSport, (std::vector<uint8_t>{1, 2}));
     ASSERT_EQ(all.recordDefinitions.size(), 2u);
     EXPECT_EQ(all.recordDefinitions[0].size(), 3u);
-    const FitSummary& s = fitSummary; // the last record has no position
+    const FitSummary& s = all.contents.summary; // the last record has no position
     expectFigures({s.sessionTotal, s.lapTotal, s.startTimestamp, s.endTimestamp, s.recordInterval, s.firstLatitude,
                    s.lastLatitude, s.firstLongitude, s.lastLongitude, s.totalTimer},
                   {1, 2, 1000, 1003, 1, -11, -12, 21, 22, 77000});
@@ -71,8 +77,8 @@ TEST(FitPasses, repeatedFields)
     builder.define(1, messageRecord, {{253, 4}, {253, 4}}).message(1, {900, 1000}).message(1, {901, 1005});
     builder.define(2, messageSession, {{5, 1}, {8, 4}, {5, 1}, {8, 4}}).message(2, {1, 10, 2, 20});
     builder.define(3, messageActivity, {{0, 4}, {0, 4}}).message(3, {70, 80});
-    ASSERT_EQ(gather(builder).code, fitOk);
-    expectFigures({fitInventory.fileType, fitInventory.sessionSport.at(0), fitSummary.totalTimer}, {4, 2, 80});
+    const auto& [inventory, summary] = gather(builder).contents;
+    expectFigures({inventory.fileType, inventory.sessionSport.at(0), summary.totalTimer}, {4, 2, 80});
     SourceFileInfo info;
     ASSERT_EQ(surveyFitMessages(imageOf(builder.data), info), fitOk);
     expectFigures({info.fileType, info.startTimestamp, info.endTimestamp, info.recordInterval, info.activityTimer},
@@ -96,9 +102,9 @@ TEST(FitPasses, recordInterval)
         FitBuilder builder = FitBuilder().define(0, messageRecord, {{253, 4}});
         for (int64_t timestamp : timestamps)
             builder.message(0, {timestamp});
-        ASSERT_EQ(gather(builder).code, fitOk);
-        EXPECT_EQ(fitSummary.recordInterval, interval) << testing::PrintToString(timestamps);
-        EXPECT_EQ(fitSummary.endTimestamp, end) << testing::PrintToString(timestamps);
+        FitSummary summary = summaryOf(builder);
+        EXPECT_EQ(summary.recordInterval, interval) << testing::PrintToString(timestamps);
+        EXPECT_EQ(summary.endTimestamp, end) << testing::PrintToString(timestamps);
     }
 }
 
@@ -195,13 +201,12 @@ TEST(FitPasses, sumsExtremesAndMeans)
     const std::vector<FitBuilder::Field> fields = {{7, 4},  {8, 4},  {9, 4},  {11, 2}, {13, 2}, {14, 2}, {15, 2},
                                                    {16, 1}, {17, 1}, {64, 1}, {20, 2}, {21, 2}, {49, 2}, {71, 2},
                                                    {57, 1}, {58, 1}, {51, 1}, {34, 2}, {5, 1}};
-    gather(
+    const FitSummary s = summaryOf(
         twoSummaries(messageSession, fields,
                      {1000, 2000, 3000000, 40000, 5, 6000, 9000, 150, 160, 80, 200, 700, 2600, 2500, 20, -4, 3, 1, 2},
                      {1, 2000, 3, 40000, 6, 7000, 8000, 100, 170, 60, 100, 300, 3000, 2400, 21, -3, 5, 1, 2}));
     // Without an activity message the timers add up. Calories and the speed, 30000.03 m in 4 s, keep their low 16 bits;
     // means are over the five records: of heart rates (3 x 150 + 100) / 5.
-    const FitSummary& s = fitSummary;
     expectFigures({s.totalElapsed, s.totalTimer, s.totalDistance, s.totalCalories, s.totalFatCalories, s.avgSpeed,
                    s.maxSpeed, s.avgHeartRate, s.maxHeartRate, s.minHeartRate, s.avgPower, s.maxPower, s.avgAltitude,
                    s.minAltitude, s.avgTemperature, s.maxTemperature, s.gpsAccuracy, s.normalizedPower},
@@ -213,22 +218,22 @@ TEST(FitPasses, meansOfTheEntries)
 {
     // Below zero a temperature has no meaning: 3 x -2 in 32 bits is 4294967290; divided by the 5 records 858993458, of
     // which the low byte stays.
-    gather(twoSummaries(messageLap, {{50, 1}}, {-2}, {0}));
-    EXPECT_EQ(static_cast<uint8_t>(fitSummary.avgTemperature), 858993458 & 0xFF);
-    gather(twoSummaries(messageLap, {{13, 2}, {9, 4}}, {5000, 100}, {9000, 100}));
-    EXPECT_EQ(fitSummary.avgSpeed, 4800); // without a timer the mean of the entries, 24000 / 5
+    FitSummary cold = summaryOf(twoSummaries(messageLap, {{50, 1}}, {-2}, {0}));
+    EXPECT_EQ(static_cast<uint8_t>(cold.avgTemperature), 858993458 & 0xFF);
+    FitSummary fast = summaryOf(twoSummaries(messageLap, {{13, 2}, {9, 4}}, {5000, 100}, {9000, 100}));
+    EXPECT_EQ(fast.avgSpeed, 4800); // without a timer the mean of the entries, 24000 / 5
 }
 
 TEST(FitPasses, sessionsComeBeforeLapsAndActivityKeepsTheTimer)
 {
     FitBuilder builder = twoSummaries(messageLap, {{8, 4}, {9, 4}}, {10, 20}, {30, 40});
-    gather(builder);
-    expectFigures({fitSummary.totalTimer, fitSummary.totalDistance}, {40, 60});
+    FitSummary summary = summaryOf(builder);
+    expectFigures({summary.totalTimer, summary.totalDistance}, {40, 60});
     builder.define(2, messageSession, {{8, 4}, {9, 4}}).message(2, {500, 700});
-    gather(builder.define(3, messageActivity, {{0, 4}}).message(3, {999}));
-    expectFigures({fitSummary.totalTimer, fitSummary.totalDistance}, {999, 700});
-    gather(FitBuilder().define(0, messageSession, {{16, 1}, {14, 2}, {7, 4}}).message(0, {99, 5000, 7}));
-    expectFigures({fitSummary.avgHeartRate, fitSummary.avgSpeed, fitSummary.totalElapsed}, {0, 0, 7}); // no records
+    summary = summaryOf(builder.define(3, messageActivity, {{0, 4}}).message(3, {999}));
+    expectFigures({summary.totalTimer, summary.totalDistance}, {999, 700});
+    summary = summaryOf(FitBuilder().define(0, messageSession, {{16, 1}, {14, 2}, {7, 4}}).message(0, {99, 5000, 7}));
+    expectFigures({summary.avgHeartRate, summary.avgSpeed, summary.totalElapsed}, {0, 0, 7}); // no records
 }
 
 } // namespace torvane

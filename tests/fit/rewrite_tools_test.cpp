@@ -81,7 +81,7 @@ TEST_P(RewriteTools, TimestampShiftItsComplementAndTruncation)
         source = bench.output();
         EXPECT_EQ(source, times(bigEndian, marked, shift).file());
     }
-    EXPECT_EQ(bench.options.timestampOffset, 3584);
+    EXPECT_EQ(timestampShift(bench.options), 3584);
 }
 
 // A part repeats a definition of 250 fields in front of each byte; a lap has four fields of 255 bytes for one triple.

@@ -7,7 +7,7 @@
 namespace torvane {
 
 using Check = Verdict (*)(ToolInputs&, ParameterBlock&);
-using ToolRun = ToolOutcome (*)(ToolInputs&, ParameterBlock&);
+using ToolRun = ToolOutcome (*)(const ToolInputs&, const ParameterBlock&);
 
 struct ToolBench {
     TestFolder folder;

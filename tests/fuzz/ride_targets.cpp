@@ -76,8 +76,7 @@ Start open(Input input, bool several)
 {
     session.working = session.saved;
     memoryFiles.clear();
-    clearToolInputs(toolInputs);
-    clearFitBlocks();
+    session.inputs = {};
     Reader reader = {input};
     Start start = {reader.byte()};
     for (uint8_t& option : start.options)
@@ -91,10 +90,10 @@ Start open(Input input, bool several)
         }
         std::string path = inMemory("in" + std::to_string(i) + ".fit");
         memoryFiles[path] = fileOf(reader.bytes(length), start.shape);
-        toolInputs.files[i].path = path;
+        session.inputs.files[i].path = path;
     }
     bool overSource = (start.shape & inputOverSource) != 0;
-    toolInputs.files[toolDestination].path = overSource ? toolInputs.files[0].path : destinationFile;
+    session.inputs.files[toolDestination].path = overSource ? session.inputs.files[0].path : destinationFile;
     return start;
 }
 
@@ -116,7 +115,7 @@ enum class Keeps { nothing, records, size }; // what a tool must leave as it was
 
 struct Tool {
     Verdict (*check)(ToolInputs&, ParameterBlock&);
-    ToolOutcome (*run)(ToolInputs&, ParameterBlock&);
+    ToolOutcome (*run)(const ToolInputs&, const ParameterBlock&);
     StatusCode success;
     Keeps keeps;
 };
@@ -135,7 +134,7 @@ void requireSoundOutput(const FitImage& source, const Tool& tool)
     // cannot be read again.
     if (source.headerBytes[0] != legacyHeaderSize && source.headerBytes[0] != modernHeaderSize)
         return;
-    const std::string& path = toolInputs.files[toolDestination].path;
+    const std::string& path = session.inputs.files[toolDestination].path;
     if (tool.success != fitDivided) {
         requireSoundFile(path);
         requireKept(source, loaded(path), tool.keeps);
@@ -143,7 +142,7 @@ void requireSoundOutput(const FitImage& source, const Tool& tool)
     }
     // Divided by record definitions, a part holds its own definition alone: records of another one behind it cannot be
     // read there, as where several definitions alternate.
-    const SourceFileInfo& divided = toolInputs.files[0];
+    const SourceFileInfo& divided = session.inputs.files[0];
     if (divided.sessionCount < 2 && divided.lapCount < 2)
         return;
     for (int32_t part = 0; part < dividedPartCount(divided); part++)
@@ -152,11 +151,11 @@ void requireSoundOutput(const FitImage& source, const Tool& tool)
 
 void runTool(const Tool& tool)
 {
-    if (!tool.check(toolInputs, session.working).passed)
+    if (!tool.check(session.inputs, session.working).passed)
         return;
     FitImage source = {};
-    loadFitImage(source, toolInputs.files[0].path); // which a check need not have read whole
-    ToolOutcome outcome = tool.run(toolInputs, session.working);
+    loadFitImage(source, session.inputs.files[0].path); // which a check need not have read whole
+    ToolOutcome outcome = tool.run(session.inputs, session.working);
     reportStatus(session.screens, outcome.path, outcome.code);
     if (outcome.code == tool.success)
         requireSoundOutput(source, tool);
@@ -218,10 +217,10 @@ void shiftTime(Input input)
 void dump(Input input)
 {
     open(input, false);
-    toolInputs.files[toolDestination].path = inMemory("out.csv");
-    if (!checkFieldDump(toolInputs, session.working).passed)
+    session.inputs.files[toolDestination].path = inMemory("out.csv");
+    if (!checkFieldDump(session.inputs, session.working).passed)
         return;
-    ToolOutcome outcome = runFieldDump(toolInputs, session.working);
+    ToolOutcome outcome = runFieldDump(session.inputs, session.working);
     bool written = fileExists(inMemory("out.csv"));
     bool answered = outcome.code == fitOk || outcome.code == fitConverted || !outcome.reported;
     require(written == answered, "a dump is written where it succeeded");
@@ -230,18 +229,19 @@ void dump(Input input)
 void prepare(Input input)
 {
     Start start = open(input, false);
-    prepareOptions = {.gapLimit = leastGapLimit + start.options[1],
-                      .jumpSpeed = leastJumpSpeed + start.options[2],
-                      .dropPower = start.bit(0),
-                      .dropCadence = start.bit(1)};
-    if (!checkPrepare(toolInputs, session.working).passed || runPrepare(toolInputs).code != fitPrepared)
+    const PrepareOptions options = {.gapLimit = leastGapLimit + start.options[1],
+                                    .jumpSpeed = leastJumpSpeed + start.options[2],
+                                    .dropPower = start.bit(0),
+                                    .dropCadence = start.bit(1)};
+    if (!checkPrepare(session.inputs, session.working).passed ||
+        runPrepare(session.inputs, options).tool.code != fitPrepared)
         return;
-    const std::string& path = toolInputs.files[toolDestination].path;
+    const std::string& path = session.inputs.files[toolDestination].path;
     requireSoundFile(path);
     FitImage once = loaded(path), twice = {};
     PrepareFindings findings = {};
     // Rides of bytes at random may still change where their track leaps about; a device's do not.
-    require(prepareActivity(once, prepareOptions, twice, findings) == fitOk, "a prepared ride can be prepared");
+    require(prepareActivity(once, options, twice, findings) == fitOk, "a prepared ride can be prepared");
 }
 
 // Settings of the analysis, within the limits of their dialog.
@@ -265,7 +265,7 @@ void takeAnalysis(const Start& start, ParameterBlock& block)
 void load(Input input)
 {
     takeAnalysis(open(input, false), session.working);
-    session.chosenRide = toolInputs.files[0].path;
+    session.chosenRide = session.inputs.files[0].path;
     if (loadGpsFile(session) != fitOk)
         return;
     expressSourceData(session);
@@ -286,15 +286,15 @@ void writer(Input input)
 {
     takeAnalysis(open(input, false), session.working);
     LoadedRide scanned;
-    if (!checkOneStrokeSource(toolInputs, true, scanned).passed)
+    if (!checkOneStrokeSource(session.inputs, {}, true, scanned).passed)
         return;
-    std::string destination = toolInputs.files[toolDestination].path;
-    Bytes source = memoryFiles[toolInputs.files[0].path];
+    std::string destination = session.inputs.files[toolDestination].path;
+    Bytes source = memoryFiles[session.inputs.files[0].path];
     StatusCode code = atOneStroke(session);
     if (code == fitOk)
         requireAnalysed(destination);
     else
-        require(memoryFiles[toolInputs.files[0].path] == source, "a run that failed leaves its source");
+        require(memoryFiles[session.inputs.files[0].path] == source, "a run that failed leaves its source");
 }
 
 std::vector<Bytes> seeds(int optionSets)
