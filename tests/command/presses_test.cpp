@@ -4,6 +4,7 @@
 // afterwards.
 #include "command/protocol.h"
 
+#include "command/fill.h"
 #include "command/gps_load_command.h"
 #include "command/session.h"
 #include "command/settings_command.h"
@@ -141,35 +142,22 @@ const Screens windowScreens = {
     .showMessage = [](std::string_view, std::string_view) { mail.send([] {}); },
 };
 
-std::string sourceOf(const Form& form, const Row& row)
+// The dialog as it stands, but for what a tool cannot do without.
+bool fill(const Command& command)
 {
-    constexpr int addForm = 2057, divideForm = 2058;
-    if (form.id == addForm)
-        return folder + "no-laps.fit";
-    return folder + (form.id == divideForm ? "hills.fit" : row.index == 0 ? "half-1.fit" : "half-2.fit");
+    const std::vector<Assignment> entries = {{"addLap", "1"}, {"excludeActivity", "1"}, {"minutes", "5"}};
+    RunFiles files = {{folder + "half-1.fit", folder + "half-2.fit"}, folder + "out.fit"};
+    if (command.id == commandAddMessages || command.id == commandDivide)
+        files.sources = {folder + (command.id == commandDivide ? "hills.fit" : "no-laps.fit")};
+    Filling filling = {session, command, entries, files};
+    return fillDialog(filling);
 }
 
-void fillIn(FormState& state, const Row& row)
-{
-    constexpr int addLapBox = 8311, excludeActivityBox = 8513, minutes = 9133;
-    if (row.id == addLapBox || row.id == excludeActivityBox)
-        choose(state, row, 1);
-    else if (row.id == minutes)
-        typeText(state, row, "5");
-    else if (row.kind == RowKind::path && row.index == destinationPath)
-        setPath(state, row, folder + (row.browse == Browse::saveCsv ? "out.csv" : "out.fit"));
-    else if (row.kind == RowKind::path && row.index < 2)
-        setPath(state, row, sourceOf(*state.form, row));
-}
-
-// Opened and confirmed as it stands, but for what a tool cannot do without.
-bool confirm(const Form& form)
+void accept(const Form& page)
 {
     FormState state;
-    openForm(state, form, session.saved, session.working, session.model, false, session.ride);
-    for (const Row& row : form.rows)
-        fillIn(state, row);
-    return (form.confirm ? confirmDialog : confirmPage)(session, state).passed;
+    openForm(state, page, session.saved, session.working, session.model);
+    confirmPage(session, state);
 }
 
 // What the menu greys without a ride, or after a tool, finds one here.
@@ -189,10 +177,10 @@ bool runEntry(const Command& command)
         session.inputs.files[0].path = session.inputs.files[1].path = folder + "half-1.fit";
         return true;
     case Entry::dialog:
-        return confirm(*findForm(command.form));
+        return fill(command);
     case Entry::sheet:
         for (const Form* page : sheetPages(command.id))
-            confirm(*page);
+            accept(*page);
         return true;
     case Entry::openProfile:
     case Entry::saveProfile:
