@@ -272,7 +272,6 @@ TEST_F(GpsCommandTest, checkOfTheSource)
     const std::tuple<int, std::vector<FitBuilder::Field>, const char*> cases[] = {
         {4, {{6, 2}}, ""},
         {4, {{253, 4}, {5, 4}}, "can not analyse and predict due to a source file"},
-        {4, {{6, 2}, {4, 1}, {7, 2}}, "no need to analyse and predict cause power and cadence are already existing"},
         {6, {{6, 2}}, "found an invalid file id type of a source file"},
     };
     for (const auto& [fileType, fields, box] : cases) {

@@ -3,6 +3,7 @@
 #include "fit/fit_builder.h"
 #include "fit/fit_image.h"
 
+#include <tuple>
 #include <utility>
 
 namespace torvane {
@@ -36,26 +37,21 @@ TEST(FitImage, extensions)
 TEST(FitImage, refusals)
 {
     const Bytes good = smallBlock().file(14);
-    struct Case {
-        size_t place;
-        uint8_t change;
-        bool renewed; // the file's CRC made right again
-        StatusCode code;
-    };
-    // Of the signature, the data, the size it claims, the size of the header, and the header's own CRC.
-    constexpr Case cases[] = {
+    // Place and change, of the signature, the data, the size it claims, the size of the header, and the header's own
+    // CRC; whether the file's CRC is made right again.
+    constexpr std::tuple<size_t, uint8_t, bool, StatusCode> cases[] = {
         {9, 0x20, false, fitNotSupported}, {20, 0x10, false, fitWrongCrc}, {4, 4, false, fitWrongCrc},
         {7, 0x7F, false, fitWrongCrc},     {7, 0xFF, false, fitWrongCrc},  {0, 14 ^ 13, true, fitWrongCrc},
         {0, 14 ^ 255, true, fitWrongCrc},  {12, 1, true, fitOk},
     };
-    for (const Case& c : cases) {
+    for (auto [place, change, renewed, code] : cases) {
         Bytes bytes(good.begin(), good.end() - 2);
-        bytes[c.place] ^= c.change;
-        uint16_t crc = bitwiseCrc(c.renewed ? bytes : Bytes(good.begin(), good.end() - 2));
+        bytes[place] ^= change;
+        uint16_t crc = bitwiseCrc(renewed ? bytes : Bytes(good.begin(), good.end() - 2));
         bytes.insert(bytes.end(), {static_cast<uint8_t>(crc), static_cast<uint8_t>(crc >> 8), 0}); // one byte behind
         FitImage image;
-        EXPECT_EQ(loadBytes(image, bytes), c.code) << c.place << ' ' << int{c.change};
-        EXPECT_EQ(image.data.empty(), c.code != fitOk) << c.place << ' ' << int{c.change};
+        EXPECT_EQ(loadBytes(image, bytes), code) << place << ' ' << int{change};
+        EXPECT_EQ(image.data.empty(), code != fitOk) << place << ' ' << int{change};
     }
     for (size_t length = 0; length < good.size(); ++length) { // cut at any byte
         FitImage image;

@@ -38,6 +38,13 @@ FitSummary summaryOf(const FitBuilder& builder)
     return gather(builder).contents.summary;
 }
 
+// Of one message alone.
+Gathered gather(uint16_t message, const std::vector<FitBuilder::Field>& fields, const std::vector<int64_t>& values,
+                bool bigEndian = false)
+{
+    return gather(FitBuilder().define(0, message, fields, bigEndian).message(0, values));
+}
+
 } // namespace
 
 TEST(FitPasses, counts)
@@ -137,9 +144,7 @@ TEST(FitPasses, fieldsOfSessionsAndLaps)
                 fields.push_back({number, size});
                 values.push_back(-70000 - 3 * number);
             }
-            FitBuilder builder;
-            builder.define(5, lap ? messageLap : messageSession, fields, bigEndian).message(5, values);
-            Gathered all = gather(builder);
+            Gathered all = gather(lap ? messageLap : messageSession, fields, values, bigEndian);
             ASSERT_EQ(all.code, fitOk);
             const E& entry = lap ? all.laps[0] : all.sessions[0];
             for (const Row& row : rows) {
@@ -159,9 +164,9 @@ TEST(FitPasses, lapCaloriesTakeThePlaceOfTheCycles)
     const std::tuple<std::vector<FitBuilder::Field>, std::vector<int64_t>, uint32_t> cases[] = {
         {{{10, 4}, {11, 4}}, {1000, 222}, 222}, {{{11, 4}, {10, 4}}, {222, 1000}, 1000}};
     for (const auto& [fields, values, cycles] : cases) {
-        Gathered lap = gather(FitBuilder().define(0, messageLap, fields).message(0, values));
+        Gathered lap = gather(messageLap, fields, values);
         expectFigures({lap.laps[0].totalCycles, lap.laps[0].totalCalories}, {cycles, 0});
-        Gathered all = gather(FitBuilder().define(0, messageSession, fields).message(0, values));
+        Gathered all = gather(messageSession, fields, values);
         expectFigures({all.sessions[0].totalCycles, all.sessions[0].totalCalories}, {1000, 222});
     }
 }
@@ -169,13 +174,12 @@ TEST(FitPasses, lapCaloriesTakeThePlaceOfTheCycles)
 TEST(FitPasses, aFieldIsReadWithItsOwnWidth)
 {
     // maxSpeed of one byte picks up its neighbour, and at the end of the payload a zero.
-    Gathered all =
-        gather(FitBuilder().define(0, messageSession, {{15, 1}, {16, 1}, {8, 2}}).message(0, {1, 2, 0x0403}));
+    Gathered all = gather(messageSession, {{15, 1}, {16, 1}, {8, 2}}, {1, 2, 0x0403});
     expectFigures({all.sessions[0].maxSpeed, all.sessions[0].totalTimer}, {0x0201, 0x0403});
-    all = gather(FitBuilder().define(0, messageSession, {{8, 2}}, true).message(0, {0x0102}));
+    all = gather(messageSession, {{8, 2}}, {0x0102}, true);
     EXPECT_EQ(all.sessions[0].totalTimer, 0x01020000u);
     // Of a wider one the first bytes count.
-    all = gather(FitBuilder().define(0, messageSession, {{15, 4}}).message(0, {0x00050006}));
+    all = gather(messageSession, {{15, 4}}, {0x00050006});
     EXPECT_EQ(all.sessions[0].maxSpeed, 6);
 }
 
@@ -232,7 +236,7 @@ TEST(FitPasses, sessionsComeBeforeLapsAndActivityKeepsTheTimer)
     builder.define(2, messageSession, {{8, 4}, {9, 4}}).message(2, {500, 700});
     summary = summaryOf(builder.define(3, messageActivity, {{0, 4}}).message(3, {999}));
     expectFigures({summary.totalTimer, summary.totalDistance}, {999, 700});
-    summary = summaryOf(FitBuilder().define(0, messageSession, {{16, 1}, {14, 2}, {7, 4}}).message(0, {99, 5000, 7}));
+    summary = gather(messageSession, {{16, 1}, {14, 2}, {7, 4}}, {99, 5000, 7}).contents.summary;
     expectFigures({summary.avgHeartRate, summary.avgSpeed, summary.totalElapsed}, {0, 0, 7}); // no records
 }
 

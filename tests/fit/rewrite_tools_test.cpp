@@ -109,25 +109,19 @@ TEST(RewriteToolFaults, WhatDoesNotWalkIsNotWritten)
     EXPECT_EQ(folder.count(), 0u);
 }
 
-TEST(RewriteToolFaults, ReportedForTheSourceAndLeaveTheDestinationAlone)
+TEST(RewriteToolFaults, LeaveTheDestinationAlone)
 {
-    const std::tuple<Check, ToolRun, StatusCode> cases[] = {{checkConvert, runConvert, fitConvertFailed},
-                                                            {checkTimestamp, runTimestamp, fitConvertFailed},
-                                                            {checkExclude, runExclude, fitAddFailed}};
-    for (const auto& [check, run, code] : cases) {
+    constexpr std::pair<Check, ToolRun> tools[] = {
+        {checkConvert, runConvert}, {checkTimestamp, runTimestamp}, {checkExclude, runExclude}};
+    for (auto [check, run] : tools) {
         ToolBench bench;
         Bytes source = fitFile().file();
-        bench.from(source);
-        std::filesystem::create_directory(bench.folder.path + "out.fit");
-        EXPECT_EQ(bench.run(check, run), code); // a folder stands in the way
-        EXPECT_EQ(bench.outcome.path, bench.inputs.files[0].path);
-        bench.to("old.fit");
-        EXPECT_LE(fitConverted, bench.run(check, run));
-        Bytes old = bench.output("old.fit");
+        EXPECT_LE(fitConverted, bench.from(source).run(check, run));
+        const Bytes old = bench.output();
         source.back() ^= 1;
         bench.from(source);
         EXPECT_EQ(run(bench.inputs, bench.options).code, fitWrongCrc);
-        EXPECT_EQ(bench.output("old.fit"), old);
+        EXPECT_EQ(bench.output(), old);
     }
 }
 

@@ -4,6 +4,8 @@
 #include "figures.h"
 #include "model/model_fixture.h"
 
+#include <tuple>
+
 namespace torvane {
 
 using PhysiologyTest = ModelTest;
@@ -30,25 +32,19 @@ TEST_F(PhysiologyTest, anHourAtTheThreshold)
 
 TEST_F(PhysiologyTest, timeAndDistanceFollowEachOther)
 {
-    struct Case {
-        int intensionCase; // 0: by time
-        double velocity;
-        int first, second;
-        double otherFirst, otherSecond, duration;
-    };
-    constexpr Case cases[] = {
+    // Case (0: by time), velocity, what is entered; the other case's, and the duration.
+    constexpr std::tuple<int, double, int, int, double, double, double> cases[] = {
         {0, 10.0, 60, 0, 36, 0, 3600.0}, {0, 10.5, 1, 30, 0, 945, 90.0}, {1, 10.0, 50, 0, 83, 20, 5000.0},
         {1, 8.0, 0, 50, 0, 6, 6.25},     {1, 0.0, 50, 0, 0, 0, 0.0},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.velocity);
-        PhysiologyInputs in = {0, 0.25, c.intensionCase, {}};
-        in.length.intensionFirst[c.intensionCase] = c.first;
-        in.length.intensionSecond[c.intensionCase] = c.second;
-        const PhysiologyFigures body = physiologyOfSteadyRide(model, in, 100.0, c.velocity);
-        const int other = 1 - c.intensionCase;
-        expectFigures({body.length.intensionFirst[other], body.length.intensionSecond[other], body.duration},
-                      {c.otherFirst, c.otherSecond, c.duration});
+    for (auto [given, velocity, first, second, otherFirst, otherSecond, duration] : cases) {
+        SCOPED_TRACE(velocity);
+        PhysiologyInputs in = {0, 0.25, given, {}};
+        in.length.intensionFirst[given] = first;
+        in.length.intensionSecond[given] = second;
+        const PhysiologyFigures body = physiologyOfSteadyRide(model, in, 100.0, velocity);
+        expectFigures({body.length.intensionFirst[1 - given], body.length.intensionSecond[1 - given], body.duration},
+                      {otherFirst, otherSecond, duration});
     }
 }
 
