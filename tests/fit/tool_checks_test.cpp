@@ -130,6 +130,7 @@ TEST(ToolChecks, AddMessages)
     bench.options.addLap = bench.options.addSession = bench.options.addActivity = 1;
     checkActivityRefusals(bench, checkAddMessages,
                           "error: failed to read a source file which might be an invalid structure");
+    EXPECT_EQ(bench.from(fitFile().file()).boxes(checkAddMessages), "error: not existing record message");
     FitBuilder summaries = fitFile();
     summaries.define(5, 34, {}).define(2, 18, {}).define(9, 19, {});
     EXPECT_EQ(bench.from(summaries.file()).boxes(checkAddMessages),
