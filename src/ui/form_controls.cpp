@@ -5,6 +5,7 @@
 #include "core/wide_text.h"
 #include "ui/file_prompts.h"
 #include "ui/form_dialog.h"
+#include "ui/main_window.h"
 #include "ui/message_box.h"
 
 #include <algorithm>
