@@ -56,6 +56,8 @@ enum MotorLocation : int32_t { motorNone, motorCrank, motorHub, motorLocationCou
 inline constexpr const char* motorLocationNames[] = {"none", "crank", "hub"};
 static_assert(std::size(motorLocationNames) == motorLocationCount);
 
+constexpr int32_t assistRangeCount = 3; // one above the other
+
 // The first range starts at rest, where there is no ratio before it to come from: it has no "linear".
 enum RangeMode : int32_t { rangeNone, rangeConstant, rangeLinear, rangeModeCount };
 inline constexpr const char* rangeModeNames[] = {"none", "constant", "linear"};

@@ -4,16 +4,13 @@
 // physics (model).
 #pragma once
 
+#include "core/choices.h"
+#include "core/ride_choices.h"
+
 #include <cstddef>
 #include <cstdint>
 
 namespace torvane {
-
-constexpr int profilePageCount = 8;
-constexpr int pageCount = 17;
-constexpr int theoryCount = 3;
-constexpr int rideModeCount = 6;
-constexpr int gpsDialogCount = 10;
 
 // Order of ParameterBlock::pageChanged.
 enum Page : int {
@@ -34,6 +31,7 @@ enum Page : int {
     pageGraph,
     pageInitialValues,
     pageGpsData,
+    pageCount
 };
 
 // Order of ParameterBlock::gpsSaveFlag.
@@ -48,14 +46,15 @@ enum GpsDialog : int {
     gpsExclude,
     gpsOneStroke,
     gpsTimestamp,
+    gpsDialogCount
 };
 
 // What every tool that writes a FIT file lets the user choose about it.
 struct OutputChoice {
     int32_t convertEnabled; // write another header form than the source's
-    int32_t fitFormat;      // 0 legacy, 1 modern
+    int32_t fitFormat;      // HeaderForm; this and the sport are in fit_choices.h
     int32_t sportEnabled;   // write another sport
-    int32_t sportIndex;     // row of the sport list
+    int32_t sportIndex;     // Sport
 };
 
 struct ParameterBlock {
@@ -69,14 +68,14 @@ struct ParameterBlock {
     int32_t windowWidth;
     int32_t windowHeight;
     int32_t reserved04C[2];
-    int32_t pageChanged[pageCount];      // "save as default" of each page, in the order of Page
-    int32_t theorySaveFlag[theoryCount]; // by theoryCalculator
-    int32_t rideSaveFlag[rideModeCount]; // by rideMode
+    int32_t pageChanged[pageCount];          // "save as default" of each page, in the order of Page
+    int32_t theorySaveFlag[calculatorCount]; // by theoryCalculator
+    int32_t rideSaveFlag[rideModeCount];     // by rideMode
     int32_t reserved0BC;
     int32_t gpsSaveFlag[gpsDialogCount]; // in the order of GpsDialog
-    int32_t theoryCalculator;            // 0 cadence theory, 1 pedaling dynamics, 2 gear combination
+    int32_t theoryCalculator;            // TheoryCalculator; this and the choices of the rides are in ride_choices.h
     int32_t theoryTarget;
-    int32_t rideMode; // 0 power and velocity, 1 acceleration, 2 deceleration, 3 braking, 4 inclination, 5 cornering
+    int32_t rideMode; // RideMode
     int32_t rideTarget;
     char profileFileName[264]; // without folder, UTF-8
 
@@ -85,56 +84,56 @@ struct ParameterBlock {
     // Preferences; the page "GPS data" stands further down
     int32_t useFtp;
     double energyEfficiency;          // of muscle
-    int32_t accelerationIntervalMode; // 0 auto, 1 input
+    int32_t accelerationIntervalMode; // IntervalMode
     int32_t decelerationIntervalMode;
-    double accelerationInterval; // s
-    double decelerationInterval; // s
-    double specificHeat[3];      // J/gK of carbon, aluminum, stainless
-    double emittance[3];
+    double accelerationInterval;             // s
+    double decelerationInterval;             // s
+    double specificHeat[brakeMaterialCount]; // J/gK
+    double emittance[brakeMaterialCount];
     int32_t expressGraph;
     int32_t bandGraphPowerVelocity;
     int32_t bandGraphCornering;
-    int32_t initialValueMode; // 0 dialogs open with the defaults, 1 with the previous input
+    int32_t initialValueMode; // InitialValueMode: what dialogs open with
 
     // Theory calculators; arrays by theoryCalculator
-    double theoryCadence[theoryCount];     // rpm, follows cadenceUsual
-    double theoryPower[theoryCount];       // W
-    double theoryTorque[theoryCount];      // Nm
-    double theoryForce[theoryCount];       // kgf
-    double theoryCadenceMax[theoryCount];  // rpm, follows cadencePoweredMax
-    double theoryMaxPower[theoryCount];    // W
-    double theoryVelocity[theoryCount];    // m/s
-    double theoryInclination[theoryCount]; // %
-    int32_t torqueOrForce;                 // 0 torque, 1 force
+    double theoryCadence[calculatorCount];     // rpm, follows cadenceUsual
+    double theoryPower[calculatorCount];       // W
+    double theoryTorque[calculatorCount];      // Nm
+    double theoryForce[calculatorCount];       // kgf
+    double theoryCadenceMax[calculatorCount];  // rpm, follows cadencePoweredMax
+    double theoryMaxPower[calculatorCount];    // W
+    double theoryVelocity[calculatorCount];    // m/s
+    double theoryInclination[calculatorCount]; // %
+    int32_t torqueOrForce;                     // TorqueOrForce
     int32_t useMissionProfile;
     int32_t frontTooth;
     int32_t rearTooth;
 
     // Ride simulations; arrays by rideMode
-    double rideVelocity[rideModeCount];      // m/s
-    double ridePower[rideModeCount];         // W
-    double rideForce[rideModeCount];         // kgf
-    double rideStartVelocity[rideModeCount]; // m/s
-    double rideEndVelocity[rideModeCount];   // m/s
-    double rideLegTime[rideModeCount];       // s
-    double rideAccele[rideModeCount];        // m/s2
-    double rideGravity[rideModeCount];       // G
-    double rideDistance[rideModeCount];      // m
-    double rideInclination[rideModeCount];   // %
-    double brakingInclination[4];            // %, by braking pattern
-    int32_t ridePowerBase[rideModeCount];    // power stage: 0 pedaling, 1 crank, 2 hub, 3 thrust
-    double intervalDistance;                 // m
-    double totalDistance;                    // m
-    int32_t startGearMode[2];                // acceleration, deceleration: 0 automatic, 1 select
-    int32_t startGearIndex[2];               // row of the gear table
-    double initialKickTime;                  // s
-    int32_t inclinationLimit;                // 0 none, 1 distance, 2 time
+    double rideVelocity[rideModeCount];             // m/s
+    double ridePower[rideModeCount];                // W
+    double rideForce[rideModeCount];                // kgf
+    double rideStartVelocity[rideModeCount];        // m/s
+    double rideEndVelocity[rideModeCount];          // m/s
+    double rideLegTime[rideModeCount];              // s
+    double rideAccele[rideModeCount];               // m/s2
+    double rideGravity[rideModeCount];              // G
+    double rideDistance[rideModeCount];             // m
+    double rideInclination[rideModeCount];          // %
+    double brakingInclination[brakingPatternCount]; // %
+    int32_t ridePowerBase[rideModeCount];           // Stage
+    double intervalDistance;                        // m
+    double totalDistance;                           // m
+    int32_t startGearMode[gearedStartCount];        // StartGearMode
+    int32_t startGearIndex[gearedStartCount];       // row of the gear table
+    double initialKickTime;                         // s
+    int32_t inclinationLimit;                       // InclinationLimit
     int32_t reserved83C;
-    double corneringRadius;     // m
-    double safetyMargin;        // ratio of friction
-    int32_t intensionCase;      // 0 time, 1 distance
-    int32_t intensionFirst[2];  // min, km
-    int32_t intensionSecond[2]; // s, m
+    double corneringRadius;                      // m
+    double safetyMargin;                         // ratio of friction
+    int32_t intensionCase;                       // IntensionCase
+    int32_t intensionFirst[intensionCaseCount];  // min, km
+    int32_t intensionSecond[intensionCaseCount]; // s, m
     int32_t reserved864;
 
     // Preferences, page "GPS data"
@@ -157,7 +156,7 @@ struct ParameterBlock {
     int32_t analyseWindDirection;    // deg
     int32_t predictCadence;
     int32_t predictPower;
-    int32_t analysePowerBase;  // power stage, as ridePowerBase
+    int32_t analysePowerBase;  // Stage
     int32_t reserved8D0;       // kept with the analyse section, no reader
     int32_t expressFieldsData; // at one stroke
     OutputChoice createOutput; // create a FIT file analysed, at one stroke
@@ -192,12 +191,12 @@ struct ModelState {
     double effectiveFriction; // friction coefficient in force
     double frontFrictionShare;
     double rearFrictionShare;
-    double frontCircumference;  // mm, rolling
-    double rearCircumference;   // mm, rolling
-    double brakeSurfaceArea[2]; // m2, heat radiating area of rim or rotor
-    double brakeHeat[2];        // J
-    double brakeRadiated[2];    // J
-    double brakeTemperature[2]; // Cel
+    double frontCircumference;           // mm, rolling
+    double rearCircumference;            // mm, rolling
+    double brakeSurfaceArea[wheelCount]; // m2, heat radiating area of rim or rotor
+    double brakeHeat[wheelCount];        // J
+    double brakeRadiated[wheelCount];    // J
+    double brakeTemperature[wheelCount]; // Cel
 };
 
 // Writes every default into a block and clears all else, its flags included.

@@ -3,9 +3,7 @@
 //
 // A section is a list of members, written once and copied from any record that has them to any other: a block to a
 // block, a block to a model's state and back.
-#include "core/choices.h"
 #include "core/parameter_block.h"
-#include "core/ride_choices.h"
 
 #include <algorithm>
 #include <cstring>
@@ -93,7 +91,7 @@ template <typename Target, typename Source>
 void copyBrake(Target& target, const Source& source)
 {
     COPY(brakeType);
-    for (int wheel = 0; wheel < 2; ++wheel) {
+    for (int wheel = 0; wheel < wheelCount; ++wheel) {
         int type = source.brakeType[wheel] == brakeDisc ? brakeDisc : brakeRim;
         COPY(brakeMaterial[type][wheel]);
         COPY(brakeWeight[type][wheel]);
@@ -220,27 +218,27 @@ void copyRideMode(ParameterBlock& target, const ParameterBlock& source, int mode
 void copyRideExtras(ParameterBlock& target, const ParameterBlock& source, int mode)
 {
     switch (mode) {
-    case 0:
+    case ridePowerAndVelocity:
         COPY(intensionCase);
         COPY(intensionFirst);
         COPY(intensionSecond);
         break;
-    case 1:
+    case rideAcceleration:
         COPY(initialKickTime);
-        COPY(startGearMode[0]);
-        COPY(startGearIndex[0]);
+        COPY(startGearMode[startOfAcceleration]);
+        COPY(startGearIndex[startOfAcceleration]);
         break;
-    case 2:
-        COPY(startGearMode[1]);
-        COPY(startGearIndex[1]);
+    case rideDeceleration:
+        COPY(startGearMode[startOfDeceleration]);
+        COPY(startGearIndex[startOfDeceleration]);
         break;
-    case 3:
+    case ridePatternBraking:
         COPY(intervalDistance);
         COPY(totalDistance);
         if (source.rideTarget >= 0 && source.rideTarget < brakingPatternCount)
             COPY(brakingInclination[source.rideTarget]);
         break;
-    case 4:
+    case rideInclinationAndVelocity:
         COPY(inclinationLimit);
         break;
     default:
@@ -406,7 +404,7 @@ void commitPreference(ParameterBlock& saved, ParameterBlock& working)
 void commitTheory(ParameterBlock& saved, ParameterBlock& working)
 {
     int calculator = working.theoryCalculator;
-    if (calculator < 0 || calculator >= theoryCount || !working.theorySaveFlag[calculator])
+    if (calculator < 0 || calculator >= calculatorCount || !working.theorySaveFlag[calculator])
         return;
     copyTheory(saved, working, calculator);
     working.theorySaveFlag[calculator] = 0;

@@ -1,5 +1,4 @@
 // The values that a first start, or a parameter file that cannot be used, gives.
-#include "core/choices.h"
 #include "core/fit_choices.h"
 #include "core/parameter_block.h"
 
@@ -111,7 +110,7 @@ void setTheoryDefaults(ParameterBlock& block)
     block.rearTooth = 14;
 }
 
-// Columns by mode: power and velocity, acceleration, deceleration, braking, inclination, cornering.
+// Columns by RideMode.
 void setRideDefaults(ParameterBlock& block)
 {
     fill(block.rideVelocity, {40 / kph, 0.0, 0.0, 30 / kph, 40 / kph, 40 / kph});

@@ -1,8 +1,6 @@
 #include "core/record_check.h"
 
-#include "core/choices.h"
 #include "core/fit_choices.h"
-#include "core/ride_choices.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,8 +11,6 @@ namespace torvane {
 
 namespace {
 
-static_assert(theoryCount == calculatorCount);
-static_assert(std::extent_v<decltype(ParameterBlock::brakingInclination)> == brakingPatternCount);
 constexpr int mostGears =
     std::extent_v<decltype(ParameterBlock::chainring)> * std::extent_v<decltype(ParameterBlock::sprocket)>;
 
@@ -122,7 +118,7 @@ bool soundPreferences(const ParameterBlock& b)
 // lists, and a form takes one that its own list does not have as the first.
 bool soundTheory(const ParameterBlock& b)
 {
-    return isChoice(b.theoryCalculator, theoryCount) && isChoice(b.theoryTarget, theoryTargetCount) &&
+    return isChoice(b.theoryCalculator, calculatorCount) && isChoice(b.theoryTarget, theoryTargetCount) &&
            isChoice(b.torqueOrForce, torqueOrForceCount) &&
            allFinite(b.theoryCadence, b.theoryPower, b.theoryTorque, b.theoryForce, b.theoryCadenceMax,
                      b.theoryMaxPower, b.theoryVelocity, b.theoryInclination);
@@ -131,7 +127,7 @@ bool soundTheory(const ParameterBlock& b)
 bool soundRide(const ParameterBlock& b)
 {
     return isChoice(b.rideMode, rideModeCount) && isChoice(b.rideTarget, rideTargetCount) &&
-           isChoice(b.ridePowerBase, stageNameCount) && isChoice(b.startGearMode, startGearModeCount) &&
+           isChoice(b.ridePowerBase, stageCount) && isChoice(b.startGearMode, startGearModeCount) &&
            isChoice(b.startGearIndex, mostGears) && isChoice(b.inclinationLimit, inclinationLimitCount) &&
            isChoice(b.intensionCase, intensionCaseCount) &&
            allFinite(b.rideVelocity, b.ridePower, b.rideForce, b.rideStartVelocity, b.rideEndVelocity, b.rideLegTime,
@@ -146,9 +142,9 @@ bool soundOutput(const OutputChoice& output)
 
 bool soundGps(const ParameterBlock& b)
 {
-    return isChoice(b.analysePowerBase, stageNameCount) && soundOutput(b.createOutput) &&
-           soundOutput(b.combineOutput) && soundOutput(b.convertOutput) && soundOutput(b.addOutput) &&
-           soundOutput(b.divideOutput) && soundOutput(b.excludeOutput) && soundOutput(b.timestampOutput) &&
+    return isChoice(b.analysePowerBase, stageCount) && soundOutput(b.createOutput) && soundOutput(b.combineOutput) &&
+           soundOutput(b.convertOutput) && soundOutput(b.addOutput) && soundOutput(b.divideOutput) &&
+           soundOutput(b.excludeOutput) && soundOutput(b.timestampOutput) &&
            allFinite(b.expressUnrealInclination, b.expressUnrealAccele, b.analyseUnrealInclination,
                      b.analyseUnrealAccele, b.analyseWindSpeed, b.averageTemperature);
 }

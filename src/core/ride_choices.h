@@ -2,8 +2,6 @@
 // is stored without its calculator or simulation, so one number is looked up in several lists.
 #pragma once
 
-#include "core/names.h"
-
 #include <algorithm>
 #include <cstdint>
 #include <iterator>
@@ -32,13 +30,27 @@ enum GearTarget : int32_t { gearTargetCadence, gearTargetVelocity, gearTargetTee
 inline constexpr const char* gearTargetNames[] = {"cadence", "velocity", "gear tooth"};
 static_assert(std::size(gearTargetNames) == gearTargetCount);
 
-constexpr int32_t theoryTargetCount = std::max<int32_t>({cadenceTargetCount, pedalingTargetCount, gearTargetCount});
+// By TheoryCalculator.
+inline constexpr int32_t theoryTargetCounts[] = {cadenceTargetCount, pedalingTargetCount, gearTargetCount};
+static_assert(std::size(theoryTargetCounts) == calculatorCount);
+
+constexpr int32_t theoryTargetCount = std::ranges::max(theoryTargetCounts);
 
 enum TorqueOrForce : int32_t { givenTorque, givenForce, torqueOrForceCount };
 inline constexpr const char* torqueOrForceNames[] = {"torque", "force"};
 static_assert(std::size(torqueOrForceNames) == torqueOrForceCount);
 
 // Ride simulations and their targets, reference factors and patterns
+
+enum RideMode : int32_t {
+    ridePowerAndVelocity,
+    rideAcceleration,
+    rideDeceleration,
+    ridePatternBraking,
+    rideInclinationAndVelocity,
+    rideCriticalCornering,
+    rideModeCount
+};
 
 enum SteadyTarget : int32_t { steadyTargetPower, steadyTargetVelocity, steadyTargetCount };
 inline constexpr const char* steadyTargetNames[] = {"power", "velocity"};
@@ -56,6 +68,9 @@ enum AccelerationFactor : int32_t {
     accelerationConstantPower,
     accelerationFactorCount
 };
+inline constexpr const char* accelerationFactorNames[] = {"maxi power",  "mean power",  "PEV as maxi",
+                                                          "PEV as mean", "sector time", "distance",
+                                                          "accele",      "gravity",     "constant power"};
 static_assert(std::size(accelerationFactorNames) == accelerationFactorCount);
 
 enum DecelerationFactor : int32_t {
@@ -69,6 +84,8 @@ enum DecelerationFactor : int32_t {
     decelerationConstantPower,
     decelerationFactorCount
 };
+inline constexpr const char* decelerationFactorNames[] = {"maxi power", "mean power", "PEV as maxi", "sector time",
+                                                          "distance",   "accele",     "gravity",     "constant power"};
 static_assert(std::size(decelerationFactorNames) == decelerationFactorCount);
 
 enum BrakingPattern : int32_t {
@@ -78,6 +95,8 @@ enum BrakingPattern : int32_t {
     patternIntermittent,
     brakingPatternCount
 };
+inline constexpr const char* brakingPatternNames[] = {"constant force braking", "critical full braking",
+                                                      "constant velocity braking", "intermittent braking"};
 static_assert(std::size(brakingPatternNames) == brakingPatternCount);
 
 enum InclinationTarget : int32_t { inclinationTargetVelocity, inclinationTargetSlope, inclinationTargetCount };
@@ -93,13 +112,22 @@ enum CorneringTarget : int32_t {
 inline constexpr const char* corneringTargetNames[] = {"velocity", "line radius", "safty margin"};
 static_assert(std::size(corneringTargetNames) == corneringTargetCount);
 
-constexpr int32_t rideTargetCount =
-    std::max<int32_t>({steadyTargetCount, accelerationFactorCount, decelerationFactorCount, brakingPatternCount,
-                       inclinationTargetCount, corneringTargetCount});
+// By RideMode.
+inline constexpr int32_t rideTargetCounts[] = {steadyTargetCount,   accelerationFactorCount, decelerationFactorCount,
+                                               brakingPatternCount, inclinationTargetCount,  corneringTargetCount};
+static_assert(std::size(rideTargetCounts) == rideModeCount);
+
+constexpr int32_t rideTargetCount = std::ranges::max(rideTargetCounts);
 
 // Inputs of single simulations
 
-constexpr int32_t stageNameCount = std::size(stageNames);
+// The power stages, from the pedals to the road.
+enum Stage : int32_t { stagePedaling, stageCrank, stageHub, stageThrust, stageCount };
+inline constexpr const char* stageNames[] = {"pedaling", "crank", "hub", "thrust"};
+static_assert(std::size(stageNames) == stageCount);
+
+// The runs that start in a gear.
+enum GearedStart : int32_t { startOfAcceleration, startOfDeceleration, gearedStartCount };
 
 enum StartGearMode : int32_t { gearAutomatic, gearSelected, startGearModeCount };
 inline constexpr const char* startGearModeNames[] = {"automatic", "select"};

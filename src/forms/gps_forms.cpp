@@ -1,6 +1,6 @@
 // The dialogs of a recorded ride: express, analyse, create, and the three at one stroke. What the loaded file holds
 // decides what can be entered.
-#include "core/names.h"
+#include "core/ride_choices.h"
 #include "forms/dialogs.h"
 #include "forms/output_rows.h"
 #include "forms/prepare_rows.h"

@@ -70,12 +70,12 @@ constexpr int decelerationGearButtons[] = {5321, 5322};
 
 bool selectsAccelerationGear(const FormState& state, const Row&)
 {
-    return state.values.startGearMode[0] == gearSelected;
+    return state.values.startGearMode[startOfAcceleration] == gearSelected;
 }
 
 bool selectsDecelerationGear(const FormState& state, const Row&)
 {
-    return state.values.startGearMode[1] == gearSelected;
+    return state.values.startGearMode[startOfDeceleration] == gearSelected;
 }
 
 std::vector<std::string> gearLabels(const FormState& state)
@@ -96,14 +96,14 @@ constexpr Row gearRow(int id, Field field, RowTest test)
 }
 
 // Among the defaults there is no gear: the one that suits the default starting velocity stands for it.
-void proposeGear(FormState& state, int rideMode)
+void proposeGear(FormState& state, RideMode rideMode, GearedStart which)
 {
     if (!state.fromDefaults)
         return;
     double velocity = state.values.rideStartVelocity[rideMode];
     const ModelState& m = state.model->state;
     int row = nearestGear(*state.model, velocity * 60000 / (m.rearCircumference * m.cadenceUsual));
-    state.values.startGearIndex[rideMode - 1] = row;
+    state.values.startGearIndex[which] = row;
 }
 
 // Acceleration
@@ -113,7 +113,7 @@ constexpr double leastKickTime = 0.1; // s
 // A kick starts from standing.
 bool startsStanding(const FormState& state, const Row&)
 {
-    return std::trunc(state.values.rideStartVelocity[1] * 3.6) == 0;
+    return std::trunc(state.values.rideStartVelocity[rideAcceleration] * 3.6) == 0;
 }
 
 constexpr Row kickRow()
@@ -125,40 +125,43 @@ constexpr Row kickRow()
 constexpr Row accelerationRows[] = {
     rideTargetRow(5211, accelerationFactorNames),
     labelRow(5231, accelerationUnit),
-    factorRow(isAccelerationFactor, factorPower, 5241, TORVANE_FIELD_AS("ridePower", ridePower[1]), powers, "a power"),
-    factorRow(isAccelerationFactor, factorTime, 5241, TORVANE_FIELD_AS("rideLegTime", rideLegTime[1]), legTimes,
-              "a leg time"),
-    factorRow(isAccelerationFactor, factorDistance, 5241, TORVANE_FIELD_AS("rideDistance", rideDistance[1]), distances,
-              "a distance"),
-    factorRow(isAccelerationFactor, factorAccele, 5241, TORVANE_FIELD_AS("rideAccele", rideAccele[1]), {0, 10, 0.1},
-              "an accele"),
-    factorRow(isAccelerationFactor, factorGravity, 5241, TORVANE_FIELD_AS("rideGravity", rideGravity[1]),
+    factorRow(isAccelerationFactor, factorPower, 5241, TORVANE_FIELD_AS("ridePower", ridePower[rideAcceleration]),
+              powers, "a power"),
+    factorRow(isAccelerationFactor, factorTime, 5241, TORVANE_FIELD_AS("rideLegTime", rideLegTime[rideAcceleration]),
+              legTimes, "a leg time"),
+    factorRow(isAccelerationFactor, factorDistance, 5241,
+              TORVANE_FIELD_AS("rideDistance", rideDistance[rideAcceleration]), distances, "a distance"),
+    factorRow(isAccelerationFactor, factorAccele, 5241, TORVANE_FIELD_AS("rideAccele", rideAccele[rideAcceleration]),
+              {0, 10, 0.1}, "an accele"),
+    factorRow(isAccelerationFactor, factorGravity, 5241, TORVANE_FIELD_AS("rideGravity", rideGravity[rideAcceleration]),
               {0, 1.2, 0.01}, "a gravity", "%7.3lf"),
-    velocityRow(5242, TORVANE_FIELD_AS("rideStartVelocity", rideStartVelocity[1]), "a starting velocity"),
-    velocityRow(5243, TORVANE_FIELD_AS("rideEndVelocity", rideEndVelocity[1]), "a ending velocity"),
+    velocityRow(5242, TORVANE_FIELD_AS("rideStartVelocity", rideStartVelocity[rideAcceleration]),
+                "a starting velocity"),
+    velocityRow(5243, TORVANE_FIELD_AS("rideEndVelocity", rideEndVelocity[rideAcceleration]), "a ending velocity"),
     kickRow(),
-    inclinationRow(5245, TORVANE_FIELD_AS("rideInclination", rideInclination[1])),
-    radioRow(accelerationGearButtons, TORVANE_FIELD_AS("startGearMode", startGearMode[0]), startGearModeNames),
-    gearRow(5212, TORVANE_FIELD_AS("startGearIndex", startGearIndex[0]), selectsAccelerationGear),
+    inclinationRow(5245, TORVANE_FIELD_AS("rideInclination", rideInclination[rideAcceleration])),
+    radioRow(accelerationGearButtons, TORVANE_FIELD_AS("startGearMode", startGearMode[startOfAcceleration]),
+             startGearModeNames),
+    gearRow(5212, TORVANE_FIELD_AS("startGearIndex", startGearIndex[startOfAcceleration]), selectsAccelerationGear),
 };
 
 // A start in motion was stored without a kick; the next one may stand.
 void openAcceleration(FormState& state)
 {
-    proposeGear(state, 1);
+    proposeGear(state, rideAcceleration, startOfAcceleration);
     if (state.values.initialKickTime == 0)
         state.values.initialKickTime = leastKickTime;
 }
 
 void storeKickTime(FormState&, ParameterBlock& working)
 {
-    bool standing = working.rideStartVelocity[1] == 0;
+    bool standing = working.rideStartVelocity[rideAcceleration] == 0;
     working.initialKickTime = standing ? std::max(working.initialKickTime, leastKickTime) : 0;
 }
 
 constexpr Form makeAccelerationForm()
 {
-    Form form = rideForm(2022, "acceleration", 1, accelerationRows);
+    Form form = rideForm(2022, "acceleration", rideAcceleration, accelerationRows);
     form.opened = openAcceleration;
     form.changed = reloadValues;
     form.store = storeKickTime;
@@ -170,31 +173,33 @@ constexpr Form makeAccelerationForm()
 constexpr Row decelerationRows[] = {
     rideTargetRow(5311, decelerationFactorNames),
     labelRow(5331, decelerationUnit),
-    factorRow(isDecelerationFactor, factorPower, 5341, TORVANE_FIELD_AS("ridePower", ridePower[2]), {-15000, 3000},
-              "a power"),
-    factorRow(isDecelerationFactor, factorTime, 5341, TORVANE_FIELD_AS("rideLegTime", rideLegTime[2]), legTimes,
-              "a leg time"),
-    factorRow(isDecelerationFactor, factorDistance, 5341, TORVANE_FIELD_AS("rideDistance", rideDistance[2]), distances,
-              "a distance"),
-    factorRow(isDecelerationFactor, factorAccele, 5341, TORVANE_FIELD_AS("rideAccele", rideAccele[2]), {-10, 10, 0.1},
-              "an accele"),
-    factorRow(isDecelerationFactor, factorGravity, 5341, TORVANE_FIELD_AS("rideGravity", rideGravity[2]),
+    factorRow(isDecelerationFactor, factorPower, 5341, TORVANE_FIELD_AS("ridePower", ridePower[rideDeceleration]),
+              {-15000, 3000}, "a power"),
+    factorRow(isDecelerationFactor, factorTime, 5341, TORVANE_FIELD_AS("rideLegTime", rideLegTime[rideDeceleration]),
+              legTimes, "a leg time"),
+    factorRow(isDecelerationFactor, factorDistance, 5341,
+              TORVANE_FIELD_AS("rideDistance", rideDistance[rideDeceleration]), distances, "a distance"),
+    factorRow(isDecelerationFactor, factorAccele, 5341, TORVANE_FIELD_AS("rideAccele", rideAccele[rideDeceleration]),
+              {-10, 10, 0.1}, "an accele"),
+    factorRow(isDecelerationFactor, factorGravity, 5341, TORVANE_FIELD_AS("rideGravity", rideGravity[rideDeceleration]),
               {-1.2, 1.2, 0.01}, "a gravity", "%7.3lf"),
-    velocityRow(5342, TORVANE_FIELD_AS("rideStartVelocity", rideStartVelocity[2]), "a starting velocity"),
-    velocityRow(5343, TORVANE_FIELD_AS("rideEndVelocity", rideEndVelocity[2]), "a ending velocity"),
-    inclinationRow(5344, TORVANE_FIELD_AS("rideInclination", rideInclination[2])),
-    radioRow(decelerationGearButtons, TORVANE_FIELD_AS("startGearMode", startGearMode[1]), startGearModeNames),
-    gearRow(5312, TORVANE_FIELD_AS("startGearIndex", startGearIndex[1]), selectsDecelerationGear),
+    velocityRow(5342, TORVANE_FIELD_AS("rideStartVelocity", rideStartVelocity[rideDeceleration]),
+                "a starting velocity"),
+    velocityRow(5343, TORVANE_FIELD_AS("rideEndVelocity", rideEndVelocity[rideDeceleration]), "a ending velocity"),
+    inclinationRow(5344, TORVANE_FIELD_AS("rideInclination", rideInclination[rideDeceleration])),
+    radioRow(decelerationGearButtons, TORVANE_FIELD_AS("startGearMode", startGearMode[startOfDeceleration]),
+             startGearModeNames),
+    gearRow(5312, TORVANE_FIELD_AS("startGearIndex", startGearIndex[startOfDeceleration]), selectsDecelerationGear),
 };
 
 void proposeDecelerationGear(FormState& state)
 {
-    proposeGear(state, 2);
+    proposeGear(state, rideDeceleration, startOfDeceleration);
 }
 
 constexpr Form makeDecelerationForm()
 {
-    Form form = rideForm(2023, "deceleration", 2, decelerationRows);
+    Form form = rideForm(2023, "deceleration", rideDeceleration, decelerationRows);
     form.opened = proposeDecelerationGear;
     form.changed = reloadValues;
     return form;

@@ -57,12 +57,15 @@ constexpr Row intensionRow(int id, int intensionCase, Field field, const char* m
 
 constexpr Row powerVelocityRows[] = {
     rideTargetRow(5111, steadyTargetNames),
-    enabledWhen(choiceRow(5112, TORVANE_FIELD_AS("ridePowerBase", ridePowerBase[0]), stageNames), asksVelocity),
-    givenWhenNotTarget(rideRow(5131, TORVANE_FIELD_AS("ridePower", ridePower[0]), powers, "a power", "W"),
-                       steadyTargetPower),
-    givenWhenNotTarget(velocityRow(5132, TORVANE_FIELD_AS("rideVelocity", rideVelocity[0]), "a velocity"),
-                       steadyTargetVelocity),
-    inclinationRow(5133, TORVANE_FIELD_AS("rideInclination", rideInclination[0])),
+    enabledWhen(choiceRow(5112, TORVANE_FIELD_AS("ridePowerBase", ridePowerBase[ridePowerAndVelocity]), stageNames),
+                asksVelocity),
+    givenWhenNotTarget(
+        rideRow(5131, TORVANE_FIELD_AS("ridePower", ridePower[ridePowerAndVelocity]), powers, "a power", "W"),
+        steadyTargetPower),
+    givenWhenNotTarget(
+        velocityRow(5132, TORVANE_FIELD_AS("rideVelocity", rideVelocity[ridePowerAndVelocity]), "a velocity"),
+        steadyTargetVelocity),
+    inclinationRow(5133, TORVANE_FIELD_AS("rideInclination", rideInclination[ridePowerAndVelocity])),
     radioRow(intensionButtons, TORVANE_FIELD(intensionCase), intensionCaseNames),
     labelRow(5151, intensionBase),
     labelRow(5153, firstIntensionUnit),
@@ -125,17 +128,24 @@ constexpr Row patternInclinationRow(int pattern, Field field)
 constexpr Row patternBrakingRows[] = {
     rideTargetRow(5411, brakingPatternNames),
     labelRow(5421, patternLabel),
-    brakingRow(5431, TORVANE_FIELD_AS("rideForce", rideForce[3]), {-100, 0}, "a force", "kgf", brakesByForce),
-    enabledWhen(shortFormat(velocityRow(5432, TORVANE_FIELD_AS("rideStartVelocity", rideStartVelocity[3]),
-                                        "a starting velocity")),
-                brakesFromVelocity),
-    shortFormat(velocityRow(5433, TORVANE_FIELD_AS("rideEndVelocity", rideEndVelocity[3]), "a ending velocity")),
+    brakingRow(5431, TORVANE_FIELD_AS("rideForce", rideForce[ridePatternBraking]), {-100, 0}, "a force", "kgf",
+               brakesByForce),
+    enabledWhen(
+        shortFormat(velocityRow(5432, TORVANE_FIELD_AS("rideStartVelocity", rideStartVelocity[ridePatternBraking]),
+                                "a starting velocity")),
+        brakesFromVelocity),
+    shortFormat(velocityRow(5433, TORVANE_FIELD_AS("rideEndVelocity", rideEndVelocity[ridePatternBraking]),
+                            "a ending velocity")),
     brakingRow(5434, TORVANE_FIELD(intervalDistance), distances, "an interval distance", "m", brakesAtIntervals),
     brakingRow(5435, TORVANE_FIELD(totalDistance), distances, "a total distance", "m", brakesOverDistance),
-    patternInclinationRow(patternConstantForce, TORVANE_FIELD_AS("brakingInclination", brakingInclination[0])),
-    patternInclinationRow(patternCriticalFull, TORVANE_FIELD_AS("brakingInclination", brakingInclination[1])),
-    patternInclinationRow(patternConstantVelocity, TORVANE_FIELD_AS("brakingInclination", brakingInclination[2])),
-    patternInclinationRow(patternIntermittent, TORVANE_FIELD_AS("brakingInclination", brakingInclination[3])),
+    patternInclinationRow(patternConstantForce,
+                          TORVANE_FIELD_AS("brakingInclination", brakingInclination[patternConstantForce])),
+    patternInclinationRow(patternCriticalFull,
+                          TORVANE_FIELD_AS("brakingInclination", brakingInclination[patternCriticalFull])),
+    patternInclinationRow(patternConstantVelocity,
+                          TORVANE_FIELD_AS("brakingInclination", brakingInclination[patternConstantVelocity])),
+    patternInclinationRow(patternIntermittent,
+                          TORVANE_FIELD_AS("brakingInclination", brakingInclination[patternIntermittent])),
 };
 
 // Inclination and velocity
@@ -155,22 +165,27 @@ bool isLimit(const FormState& state, const Row& row)
 // A run without limit rolls from this velocity, too, though its control is disabled then.
 constexpr Row limitedStartRow()
 {
-    Row row = velocityRow(5533, TORVANE_FIELD_AS("rideStartVelocity", rideStartVelocity[4]), "a velocity");
+    Row row = velocityRow(5533, TORVANE_FIELD_AS("rideStartVelocity", rideStartVelocity[rideInclinationAndVelocity]),
+                          "a velocity");
     return countsWhen(enabledWhen(row, hasLimit), always);
 }
 
 constexpr Row inclinationRows[] = {
     rideTargetRow(5511, inclinationTargetNames),
-    givenWhenNotTarget(velocityRow(5531, TORVANE_FIELD_AS("rideVelocity", rideVelocity[4]), "a velocity"),
-                       inclinationTargetVelocity),
-    givenWhenNotTarget(inclinationRow(5532, TORVANE_FIELD_AS("rideInclination", rideInclination[4])),
-                       inclinationTargetSlope),
+    givenWhenNotTarget(
+        velocityRow(5531, TORVANE_FIELD_AS("rideVelocity", rideVelocity[rideInclinationAndVelocity]), "a velocity"),
+        inclinationTargetVelocity),
+    givenWhenNotTarget(
+        inclinationRow(5532, TORVANE_FIELD_AS("rideInclination", rideInclination[rideInclinationAndVelocity])),
+        inclinationTargetSlope),
     radioRow(limitButtons, TORVANE_FIELD(inclinationLimit), inclinationLimitNames),
     limitedStartRow(),
-    enabledWhen(numbered(rideRow(5534, TORVANE_FIELD_AS("rideDistance", rideDistance[4]), distances, "a distance", "m"),
+    enabledWhen(numbered(rideRow(5534, TORVANE_FIELD_AS("rideDistance", rideDistance[rideInclinationAndVelocity]),
+                                 distances, "a distance", "m"),
                          limitDistance),
                 isLimit),
-    enabledWhen(numbered(rideRow(5535, TORVANE_FIELD_AS("rideLegTime", rideLegTime[4]), legTimes, "a leg time", "sec"),
+    enabledWhen(numbered(rideRow(5535, TORVANE_FIELD_AS("rideLegTime", rideLegTime[rideInclinationAndVelocity]),
+                                 legTimes, "a leg time", "sec"),
                          limitTime),
                 isLimit),
 };
@@ -179,8 +194,9 @@ constexpr Row inclinationRows[] = {
 
 constexpr Row corneringRows[] = {
     rideTargetRow(5611, corneringTargetNames),
-    givenWhenNotTarget(velocityRow(5621, TORVANE_FIELD_AS("rideVelocity", rideVelocity[5]), "a velocity"),
-                       corneringTargetVelocity),
+    givenWhenNotTarget(
+        velocityRow(5621, TORVANE_FIELD_AS("rideVelocity", rideVelocity[rideCriticalCornering]), "a velocity"),
+        corneringTargetVelocity),
     givenWhenNotTarget(rideRow(5622, TORVANE_FIELD(corneringRadius), {0, 1000}, "a corner radius", "m"),
                        corneringTargetRadius),
     givenWhenNotTarget(rideRow(5623, TORVANE_FIELD(safetyMargin), {0, 0.5, 0.1}, "a friction safty margin", ""),
@@ -189,9 +205,10 @@ constexpr Row corneringRows[] = {
 
 } // namespace
 
-constinit const Form powerVelocityForm = rideForm(2021, "power and velocity", 0, powerVelocityRows);
-constinit const Form patternBrakingForm = rideForm(2024, "pattern braking", 3, patternBrakingRows);
-constinit const Form inclinationForm = rideForm(2025, "inclination and velocity", 4, inclinationRows);
-constinit const Form corneringForm = rideForm(2026, "critical cornering", 5, corneringRows);
+constinit const Form powerVelocityForm = rideForm(2021, "power and velocity", ridePowerAndVelocity, powerVelocityRows);
+constinit const Form patternBrakingForm = rideForm(2024, "pattern braking", ridePatternBraking, patternBrakingRows);
+constinit const Form inclinationForm =
+    rideForm(2025, "inclination and velocity", rideInclinationAndVelocity, inclinationRows);
+constinit const Form corneringForm = rideForm(2026, "critical cornering", rideCriticalCornering, corneringRows);
 
 } // namespace torvane

@@ -29,7 +29,7 @@ constexpr Row inclinationRow(int id, Field field)
     return rideRow(id, field, inclinations, "an inclination", "%");
 }
 
-constexpr Form rideForm(int id, const char* title, int rideMode, std::span<const Row> rows)
+constexpr Form rideForm(int id, const char* title, RideMode rideMode, std::span<const Row> rows)
 {
     return {.id = id,
             .title = title,

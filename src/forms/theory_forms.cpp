@@ -41,7 +41,7 @@ void takeCadences(FormState& state)
     std::ranges::fill(state.values.theoryCadenceMax, state.model->state.cadencePoweredMax);
 }
 
-constexpr Form theoryForm(int id, const char* title, int calculator, std::span<const Row> rows)
+constexpr Form theoryForm(int id, const char* title, TheoryCalculator calculator, std::span<const Row> rows)
 {
     return {.id = id,
             .title = title,
@@ -58,14 +58,15 @@ constexpr size_t powerRow = 2;
 
 constexpr Row cadenceRows[] = {
     targetRow(4111, cadenceTargetNames),
-    givenRow(cadenceTargetCadence, 4121, TORVANE_FIELD_AS("theoryCadence", theoryCadence[0]), cadences, "a cadence",
-             "rpm"),
-    givenRow(cadenceTargetPower, 4122, TORVANE_FIELD_AS("theoryPower", theoryPower[0]), powers, "a power", "W"),
-    givenRow(cadenceTargetSummit, 4123, TORVANE_FIELD_AS("theoryCadenceMax", theoryCadenceMax[0]), cadences,
-             "a cadence powered maximum", "rpm"),
-    givenRow(cadenceTargetMaxPower, 4124, TORVANE_FIELD_AS("theoryMaxPower", theoryMaxPower[0]), powers,
+    givenRow(cadenceTargetCadence, 4121, TORVANE_FIELD_AS("theoryCadence", theoryCadence[calculatorCadence]), cadences,
+             "a cadence", "rpm"),
+    givenRow(cadenceTargetPower, 4122, TORVANE_FIELD_AS("theoryPower", theoryPower[calculatorCadence]), powers,
+             "a power", "W"),
+    givenRow(cadenceTargetSummit, 4123, TORVANE_FIELD_AS("theoryCadenceMax", theoryCadenceMax[calculatorCadence]),
+             cadences, "a cadence powered maximum", "rpm"),
+    givenRow(cadenceTargetMaxPower, 4124, TORVANE_FIELD_AS("theoryMaxPower", theoryMaxPower[calculatorCadence]), powers,
              "a maximum power", "W"),
-    givenRow(noTarget, 4125, TORVANE_FIELD_AS("theoryInclination", theoryInclination[0]), inclinations,
+    givenRow(noTarget, 4125, TORVANE_FIELD_AS("theoryInclination", theoryInclination[calculatorCadence]), inclinations,
              "an inclination", "%"),
 };
 
@@ -76,7 +77,7 @@ Verdict checkSummit(FormState& state)
 {
     const ParameterBlock& values = state.values;
     bool needsPoint = values.theoryTarget == cadenceTargetCadence || values.theoryTarget == cadenceTargetSummit;
-    if (needsPoint && values.theoryPower[0] > values.theoryMaxPower[0])
+    if (needsPoint && values.theoryPower[calculatorCadence] > values.theoryMaxPower[calculatorCadence])
         return refuseRow(state, cadenceRows[powerRow], "found power tried to input over the maximal power");
     return {};
 }
@@ -117,12 +118,15 @@ constexpr Row torqueOrForceRow(int index, int id, Field field, const char* messa
 constexpr Row pedalingRows[] = {
     targetRow(4211, pedalingTargetNames),
     enabledWhen(radioRow(torqueOrForceButtons, TORVANE_FIELD(torqueOrForce), torqueOrForceNames), torqueOrForceIsGiven),
-    givenRow(pedalingTargetCadence, 4221, TORVANE_FIELD_AS("theoryCadence", theoryCadence[1]), cadences, "a cadence",
-             "rpm"),
-    givenRow(pedalingTargetPower, 4222, TORVANE_FIELD_AS("theoryPower", theoryPower[1]), powers, "a power", "W"),
-    torqueOrForceRow(givenTorque, 4223, TORVANE_FIELD_AS("theoryTorque", theoryTorque[1]), "a torque", "Nm"),
-    torqueOrForceRow(givenForce, 4224, TORVANE_FIELD_AS("theoryForce", theoryForce[1]), "a force", "kgf"),
-    givenRow(noTarget, 4225, TORVANE_FIELD_AS("theoryInclination", theoryInclination[1]), inclinations,
+    givenRow(pedalingTargetCadence, 4221, TORVANE_FIELD_AS("theoryCadence", theoryCadence[calculatorPedaling]),
+             cadences, "a cadence", "rpm"),
+    givenRow(pedalingTargetPower, 4222, TORVANE_FIELD_AS("theoryPower", theoryPower[calculatorPedaling]), powers,
+             "a power", "W"),
+    torqueOrForceRow(givenTorque, 4223, TORVANE_FIELD_AS("theoryTorque", theoryTorque[calculatorPedaling]), "a torque",
+                     "Nm"),
+    torqueOrForceRow(givenForce, 4224, TORVANE_FIELD_AS("theoryForce", theoryForce[calculatorPedaling]), "a force",
+                     "kgf"),
+    givenRow(noTarget, 4225, TORVANE_FIELD_AS("theoryInclination", theoryInclination[calculatorPedaling]), inclinations,
              "an inclination", "%"),
 };
 
@@ -262,11 +266,11 @@ constexpr Row listedToothRow(int id, const char* name, Labels labels, Shows show
 
 constexpr Row gearRows[] = {
     targetRow(4311, gearTargetNames),
-    givenRow(gearTargetCadence, 4321, TORVANE_FIELD_AS("theoryCadence", theoryCadence[2]), cadences, "a cadence",
-             "rpm"),
-    inKph(givenRow(gearTargetVelocity, 4322, TORVANE_FIELD_AS("theoryVelocity", theoryVelocity[2]), {0, 200},
-                   "a velocity", "")),
-    givenRow(noTarget, 4323, TORVANE_FIELD_AS("theoryInclination", theoryInclination[2]), inclinations,
+    givenRow(gearTargetCadence, 4321, TORVANE_FIELD_AS("theoryCadence", theoryCadence[calculatorGears]), cadences,
+             "a cadence", "rpm"),
+    inKph(givenRow(gearTargetVelocity, 4322, TORVANE_FIELD_AS("theoryVelocity", theoryVelocity[calculatorGears]),
+                   {0, 200}, "a velocity", "")),
+    givenRow(noTarget, 4323, TORVANE_FIELD_AS("theoryInclination", theoryInclination[calculatorGears]), inclinations,
              "an inclination", "%"),
     freeToothRow(4324, TORVANE_FIELD(frontTooth), {28, 70}, "a front tooth", shownFrontTooth),
     freeToothRow(4325, TORVANE_FIELD(rearTooth), {8, 40}, "a rear tooth", shownRearTooth),

@@ -9,16 +9,11 @@ namespace torvane {
 
 namespace {
 
-constexpr int rangeCount = 3;
-
-enum RangeMode : int { rangeNone, rangeConstant, rangeLinear };
-enum MotorLocation : int { motorNone, motorCrank, motorHub };
-
-// Range that a speed in kph lies in, its upper end included; rangeCount above all.
+// Range that a speed in kph lies in, its upper end included; assistRangeCount above all.
 int rangeAt(const ModelState& m, double kph)
 {
     int range = 0;
-    while (range < rangeCount && m.assistRangeSpeed[range] < kph) {
+    while (range < assistRangeCount && m.assistRangeSpeed[range] < kph) {
         ++range;
     }
     return range;
@@ -123,12 +118,12 @@ Solved assistedStagePowerAt(const Model& model, Evaluation& e, int stage, double
     return {stage == stageThrust ? required.value : stagePower(e, stage), required.status};
 }
 
-// First range at whose end an unassisted rider has the power; rangeCount when it is met above all ranges only.
+// First range at whose end an unassisted rider has the power; assistRangeCount when it is met above all ranges only.
 int rangeOfPower(const Model& model, Evaluation& e, int stage, double wanted)
 {
     const double* speed = model.state.assistRangeSpeed; // kph
     int range = 0;
-    while (range < rangeCount && powerAtVelocity(model, e, stage, speed[range] / 3.6).value < wanted) {
+    while (range < assistRangeCount && powerAtVelocity(model, e, stage, speed[range] / 3.6).value < wanted) {
         ++range;
     }
     return range;
@@ -136,7 +131,7 @@ int rangeOfPower(const Model& model, Evaluation& e, int stage, double wanted)
 
 int lastAssistedRange(const ModelState& m)
 {
-    int range = rangeCount - 1;
+    int range = assistRangeCount - 1;
     while (range > 0 && m.assistRangeMode[range] <= rangeNone) {
         --range;
     }
@@ -161,7 +156,7 @@ double assistRatioAt(const Model& model, double velocity)
     const ModelState& m = model.state;
     double kph = velocity * 3.6;
     int range = rangeAt(m, kph);
-    if (range == rangeCount) {
+    if (range == assistRangeCount) {
         return 0.0;
     }
     switch (m.assistRangeMode[range]) {
@@ -205,7 +200,7 @@ Solved assistedVelocityForPower(const Model& model, Evaluation& e, int stage, do
 {
     setLoads(model, e);
     int range = rangeOfPower(model, e, stage, wanted);
-    if (range == rangeCount) {
+    if (range == assistRangeCount) {
         double velocity = velocityForPower(model, e, stage, wanted).value;
         clearAssist(e);
         return {velocity, 0}; // whatever the plain solver said

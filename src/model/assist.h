@@ -1,6 +1,6 @@
 // A motor at the crank or the rear hub: twins of the drivetrain and solver operations that let it carry a share of the
 // power, by speed range and up to maxEPower. A ratio is motor power / human power.
-// The twins hold for motorLocation above 0; the functions at the end choose by it.
+// The twins hold for a motor; the functions at the end choose by it.
 #pragma once
 
 #include "model/drivetrain.h"

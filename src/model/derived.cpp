@@ -66,10 +66,10 @@ double rotorArea(double diameter)
 // Heat shedding surface of both brakes, m2.
 void deriveBrakeSurfaceArea(ModelState& m)
 {
-    for (int wheel = 0; wheel < 2; ++wheel) {
+    for (int wheel = 0; wheel < wheelCount; ++wheel) {
         int type = m.brakeType[wheel];
         double size = m.brakeSurfaceSize[type][wheel];
-        double area = type == 0 ? rimArea(m.rimDiameter[wheel], size) : rotorArea(size);
+        double area = type == brakeRim ? rimArea(m.rimDiameter[wheel], size) : rotorArea(size);
         m.brakeSurfaceArea[wheel] = area / 1000000.0;
     }
 }
@@ -81,7 +81,7 @@ void computeDerived(Model& model)
     ModelState& m = model.state;
     deriveWheels(m);
     deriveMasses(m);
-    if (m.airPressureSource == 0) {
+    if (m.airPressureSource == pressureComputed) {
         m.hectoPascal = airPressureAt(m.temperature, m.altitude);
     }
     deriveBrakeSurfaceArea(m);
@@ -91,7 +91,8 @@ void computeDerived(Model& model)
 double torsoAngleForPosition(int position)
 {
     constexpr double angles[] = {0.0, 24.0, 30.0, 41.0, 47.3, 72.5};
-    return position >= 1 && position <= 5 ? angles[position] : 0.0;
+    static_assert(std::size(angles) == positionCount);
+    return position > positionTorsoAngle && position < positionCount ? angles[position] : 0.0;
 }
 
 double airPressureAt(double temperature, double altitude)

@@ -11,7 +11,7 @@ namespace torvane {
 // Fills the derived fields of the state and the training levels from the entered fields. Part of rebuildModel.
 void computeDerived(Model& model);
 
-// Torso angle in degrees of the positions 1 to 5. Any other position is free entry: 0, keep what was entered.
+// Torso angle in degrees of a Position. positionTorsoAngle is free entry: 0, keep what was entered.
 double torsoAngleForPosition(int position);
 
 // Barometric pressure in hPa at a temperature in Celsius and an altitude in m. Never below 0.

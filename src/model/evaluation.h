@@ -3,12 +3,11 @@
 // Forces in kgf, powers in W, velocities in m/s, gradients in percent (plus is ascent), torques in Nm.
 #pragma once
 
+#include "core/ride_choices.h"
+
 #include <cstdint>
 
 namespace torvane {
-
-// The power stages, from the pedals to the road.
-enum Stage : int { stagePedaling, stageCrank, stageHub, stageThrust, stageCount };
 
 // Sine and cosine of a gradient, kept beside it.
 struct Slope {

@@ -94,7 +94,7 @@ double wheelDragOf(const ModelState& m, const Pace& pace)
 double helmetDragOf(const ModelState& m, const Pace& pace)
 {
     static constexpr double resists[] = {3.0, 0.0, -4.12}; // W at 50 kph
-    return m.helmet == 1 ? 0.0 : pace.squared * resists[m.helmet] / wattsPerKgfAt50Kph;
+    return m.helmet == helmetNormal ? 0.0 : pace.squared * resists[m.helmet] / wattsPerKgfAt50Kph;
 }
 
 // kgf, against air that comes with a velocity.
@@ -111,7 +111,7 @@ inline DragForces dragOf(const Model& model, double air)
     double all = b.weight * surface - pace.squared * 1.6 * 55.0 / wattsPerKgfAt50Kph;
     double shell = b.shellWeight * surface * 0.12;
     double body = all * 0.12 - shell + all * 0.88;
-    double covered = m.shellType != 0 ? shell * m.shellAeroRatio : shell;
+    double covered = m.shellType != shellNormal ? shell * m.shellAeroRatio : shell;
     return {covered, body * b.posture + helmetDragOf(m, pace), wheelDragOf(m, pace)};
 }
 
@@ -128,9 +128,9 @@ void updateRolling(const ModelState& m, Evaluation& e)
 {
     e.effectiveRolling = (m.rollingCoefficient[0] * e.frontWeightRatio + m.rollingCoefficient[1] * e.rearWeightRatio) *
                          m.bpn / bpnOfCoefficients;
-    if (m.roadSurface == 1) {
+    if (m.roadSurface == surfaceDamp) {
         e.effectiveRolling *= 0.8;
-    } else if (m.roadSurface == 2) {
+    } else if (m.roadSurface == surfaceRain) {
         e.effectiveRolling *= 1.1;
     }
 }
@@ -142,7 +142,7 @@ void updateGrip(const ModelState& m, Evaluation& e)
     e.frontFrictionShare = front / (front + rear);
     e.rearFrictionShare = 1.0 - e.frontFrictionShare;
     e.effectiveFriction = (front + rear) * m.bpn / bpnOfCoefficients;
-    if (m.roadSurface != 0) {
+    if (m.roadSurface != surfaceDry) {
         e.effectiveFriction *= 0.7;
     }
 }
@@ -186,7 +186,7 @@ double pelotonRatioAt(const Model& model, double airVelocity)
     }
     const Peloton& p = model.peloton;
     double ratio = p.train / std::pow(airVelocity * 3.6, 0.2) * p.spacing / std::pow(50.0, 0.2);
-    if (model.state.rotateTop == 1) {
+    if (model.state.rotateTop == topRotates) {
         ratio = ((riders - 1) * ratio + 1.0) / riders; // a share of the time in front, in free air
     }
     return ratio > 1.0 ? 1.0 : ratio;
@@ -196,7 +196,7 @@ Solved resistanceAtVelocity(const Model& model, Evaluation& e, double velocity)
 {
     const ModelState& m = model.state;
     double airVelocity = e.headWind + velocity;
-    double pelotonPart = m.pelotonMode != 0 ? pelotonRatioAt(model, airVelocity) : m.pelotonRatio;
+    double pelotonPart = m.pelotonMode != pelotonEntered ? pelotonRatioAt(model, airVelocity) : m.pelotonRatio;
     double density = e.airPressureRatio * pelotonPart;
 
     DragForces drag = dragOf(model, airVelocity);

@@ -139,7 +139,7 @@ ResultStatus cadenceOfTorque(const Model& model, Theory& r)
     if (anyZero({r.power, r.torque})) {
         return zeroValue(r);
     }
-    if (r.torqueOrForce != 0) {
+    if (r.torqueOrForce != givenTorque) {
         r.torque = torqueOfForce(model, r.force);
     } else {
         r.force = forceOfTorque(model, r.torque);
@@ -153,9 +153,9 @@ ResultStatus powerOfTorque(const Model& model, Theory& r)
     if (anyZero({r.cadence, r.torque})) {
         return zeroValue(r);
     }
-    if (r.torqueOrForce == 0) {
+    if (r.torqueOrForce == givenTorque) {
         r.force = forceOfTorque(model, r.torque);
-    } else if (r.torqueOrForce == 1) {
+    } else if (r.torqueOrForce == givenForce) {
         r.torque = torqueOfForce(model, r.force);
     }
     r.power = radiansPerSecond(r.cadence) * r.torque;
@@ -250,9 +250,7 @@ ResultStatus teethTarget(const Model& model, Theory& r)
 }
 
 using Case = ResultStatus (*)(const Model&, Theory&);
-constexpr int targetsPerCalculator = 4;
-
-constexpr Case cases[theoryCount][targetsPerCalculator] = {
+constexpr Case cases[calculatorCount][theoryTargetCount] = {
     {cadenceOfPower, powerOfCadence, cadenceMaxOfPower, maxPowerOfCadence},
     {cadenceOfTorque, powerOfTorque, torqueOfPower, nullptr},
     {cadenceOfVelocity, velocityOfCadence, teethTarget, nullptr},
@@ -280,7 +278,8 @@ ResultStatus verifyPower(const Model& model, Theory& r)
     r.velocity = found.value;
     r.cadence = r.road.cadence;
     ResultStatus status = found.status | teethOfVelocity(model, r, true);
-    if ((r.calculator == 0 && r.target != 1) || (r.calculator == 1 && r.target == 2)) {
+    if ((r.calculator == calculatorCadence && r.target != cadenceTargetPower) ||
+        (r.calculator == calculatorPedaling && r.target == pedalingTargetTorque)) {
         status |= cadenceOfVelocity(model, r);
     }
     return status | powerFromVelocity(model, r);
@@ -320,7 +319,8 @@ ResultStatus theoryCalculate(const Model& model, Theory& theory)
 
 ResultStatus theoryVerify(const Model& model, Theory& theory)
 {
-    ResultStatus status = theory.calculator == 2 ? powerFromVelocity(model, theory) : verifyPower(model, theory);
+    ResultStatus status =
+        theory.calculator == calculatorGears ? powerFromVelocity(model, theory) : verifyPower(model, theory);
     return (status & 0x7FFF) != 0 ? status << 4 : numbersOrZero(theory, status);
 }
 

@@ -11,19 +11,19 @@ namespace torvane {
 
 // One calculation: the figures as entered, of which the target's is found, and then those of the road.
 struct Theory {
-    int32_t calculator, target;
-    double cadence; // rpm
-    double power;   // W
-    double torque;  // Nm
-    double force;   // kgf
+    int32_t calculator, target; // TheoryCalculator, and of its targets
+    double cadence;             // rpm
+    double power;               // W
+    double torque;              // Nm
+    double force;               // kgf
     double velocity;
     double cadenceMax; // rpm, summit of the power parabola
     double maxPower;   // W, power at that summit
     int32_t frontTooth, rearTooth;
     double gearRatio;
-    double expectedRatio; // ratio that velocity and cadence ask for
-    double askedCadence;  // rpm, as entered; `cadence` moves on to the gear found
-    int32_t torqueOrForce;
+    double expectedRatio;  // ratio that velocity and cadence ask for
+    double askedCadence;   // rpm, as entered; `cadence` moves on to the gear found
+    int32_t torqueOrForce; // TorqueOrForce
     int32_t useMissionProfile;
     Evaluation road; // with its conditions
 };

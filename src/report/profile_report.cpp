@@ -2,7 +2,7 @@
 // off the source; they line up on a pane of fixed pitch.
 #include "report/profile_report.h"
 
-#include "core/names.h"
+#include "core/choices.h"
 #include "core/shown_text.h"
 #include "core/text.h"
 #include "report/report_text.h"
@@ -17,9 +17,10 @@ namespace {
 void appendHuman(std::string& text, const ModelState& model)
 {
     static constexpr const char* positions[] = {"aero bar", "drop position", "bracket", "top position", "dancing"};
+    static_assert(1 + std::size(positions) == positionCount);
     appendFormat(text, "\thuman height\t\t:%7.1lf cm\n", model.humanHeight);
     appendFormat(text, "\thuman weight\t\t:%7.1lf kg\n", model.humanWeight);
-    if (model.position != 0) {
+    if (model.position != positionTorsoAngle) {
         appendFormat(text, "\tposition selected is '%s' typified torso angle as follow:\n",
                      nameAt(positions, model.position - 1));
     }
@@ -35,6 +36,7 @@ void appendHuman(std::string& text, const ModelState& model)
 void appendEquipment(std::string& text, const ModelState& model)
 {
     static constexpr const char* helmets[] = {"no helmet", "normal helmet", "aero helmet"};
+    static_assert(std::size(helmets) == helmetCount);
     appendFormat(text, "\twear selected is\t\t:    '%s'\n", nameAt(wearNames, model.wear));
     appendFormat(text, "\thelmet selected is\t:    '%s'\n", nameAt(helmets, model.helmet));
     if (model.exceptWheels == 0) {
@@ -42,7 +44,7 @@ void appendEquipment(std::string& text, const ModelState& model)
     } else {
         appendFormat(text, "\tequipment weight\t\t:%7.1lf kg except wheels\n", model.bikeWeightExceptWheels);
     }
-    if (model.shellType == 0) {
+    if (model.shellType == shellNormal) {
         appendFormat(text, "\tshell air drag ratio\t:%9.3lf normal shell\n", 1.0);
     } else {
         appendFormat(text, "\tshell air drag ratio\t:%9.3lf aero shell\n", model.shellAeroRatio);
@@ -121,11 +123,10 @@ constexpr BrakeLabels brakeLabels[2] = {
 
 void appendBrake(std::string& text, const ModelState& model)
 {
-    static constexpr const char* systems[] = {"rim brake", "disc brake"};
-    for (int wheel = 0; wheel < 2; ++wheel) {
+    for (int wheel = 0; wheel < wheelCount; ++wheel) {
         const BrakeLabels& labels = brakeLabels[wheel];
-        int type = model.brakeType[wheel] != 0 ? 1 : 0;
-        appendFormat(text, "\t%s:  %s\n", labels.system, systems[type]);
+        int type = model.brakeType[wheel] != brakeRim ? brakeDisc : brakeRim;
+        appendFormat(text, "\t%s:  %s\n", labels.system, brakeTypeNames[type]);
         appendFormat(text, "\t%s:  %s\n", labels.material,
                      nameAt(brakeMaterialNames, model.brakeMaterial[type][wheel]));
         appendFormat(text, "\t%s:%7.1lf g\n", labels.weight[type], model.brakeWeight[type][wheel]);
@@ -146,13 +147,14 @@ void appendPowerLoss(std::string& text, const ModelState& model)
 void appendAssist(std::string& text, const ModelState& model)
 {
     static constexpr const char* ranges[] = {"first range", "second range", "third range"};
-    if (model.motorLocation < 1) {
+    static_assert(std::size(ranges) == assistRangeCount);
+    if (model.motorLocation <= motorNone) {
         text += "\te-Assist Power\t\t:  none\n";
         return;
     }
     appendFormat(text, "\te-Assist Power\t\t:%7.1lf watts as maximum\n", model.maxEPower);
-    for (int i = 0; i < 3 && model.assistRangeMode[i] >= 1; ++i) {
-        bool linear = model.assistRangeMode[i] > 1;
+    for (int i = 0; i < assistRangeCount && model.assistRangeMode[i] > rangeNone; ++i) {
+        bool linear = model.assistRangeMode[i] > rangeConstant;
         appendFormat(text, "\t%s\n", ranges[i]);
         appendFormat(text, "\t-- type\t\t\t:  %s\n", linear ? "linear" : "constant");
         appendFormat(text, "\t-- range\t\t\t:  ~ %5.1lf kph\n", model.assistRangeSpeed[i]);
@@ -164,7 +166,7 @@ void appendAssist(std::string& text, const ModelState& model)
 void appendCourse(std::string& text, const ModelState& model)
 {
     appendFormat(text, "\twind speed\t\t\t:%9.3lf mps\n", model.windSpeed);
-    if (model.airPressureSource == 0) {
+    if (model.airPressureSource == pressureComputed) {
         appendFormat(text, "\taltitude\t\t\t:%7.1lf m\n", model.altitude);
         appendFormat(text, "\ttemperature\t\t\t:%7.1lf Cel\n", model.temperature);
     } else {
@@ -176,10 +178,10 @@ void appendCourse(std::string& text, const ModelState& model)
 
 void appendPeloton(std::string& text, const ModelState& model)
 {
-    if (model.pelotonMode != 0) {
+    if (model.pelotonMode != pelotonEntered) {
         appendFormat(text, "\tpeloton number\t\t:%5d\n", model.pelotonNumber);
         appendFormat(text, "\twheel distance\t\t:%5d cm\n", model.wheelDistance);
-        appendFormat(text, "\trotation top\t\t:     %s\n", model.rotateTop != 0 ? "do" : "no");
+        appendFormat(text, "\trotation top\t\t:     %s\n", model.rotateTop != topStays ? "do" : "no");
     } else if (model.pelotonRatio < 1.0) {
         appendFormat(text, "\tair drag ratio\t\t:%11.1lf\n", model.pelotonRatio);
         appendFormat(text, "\t-- case of velocity\t:%7.1lf kph\n", model.pelotonVelocity);

@@ -1,7 +1,6 @@
 // Titles and order of lines of the ride reports; the blocks that they share are in ride_lines.h.
 #include "report/ride_report.h"
 
-#include "core/names.h"
 #include "core/text.h"
 #include "report/report_text.h"
 #include "report/ride_lines.h"
@@ -14,15 +13,8 @@ namespace torvane {
 
 namespace {
 
-constexpr const char* steadyTargets[] = {"power", "velocity"};
-constexpr const char* inclinationTargets[] = {"final velocity", "inclination"};
 constexpr const char* corneringTargets[] = {"cornering velocity", "cornering line radius", "friction safty margin"};
-
-// Targets that reports tell from the others.
-constexpr int accelerationConstantPower = 8;
-constexpr int decelerationPowerAtEnd = 2;
-constexpr int decelerationConstantPower = 7;
-enum Pattern : int { patternConstantForce, patternCriticalFull, patternConstantVelocity, patternIntermittent };
+static_assert(std::size(corneringTargets) == corneringTargetCount);
 
 double kph(double velocity)
 {
@@ -38,11 +30,11 @@ struct ModeTitle {
 };
 
 constexpr ModeTitle modeTitles[rideModeCount] = {
-    {"power and velocity which calculation target is", steadyTargets, false},
+    {"power and velocity which calculation target is", steadyTargetNames, false},
     {"acceleration which calculation referer is", accelerationFactorNames, true},
     {"deceleration which calculation referer is", decelerationFactorNames, true},
     {"pattern braking", brakingPatternNames, false},
-    {"inclination and velocity powered zero which calculation target is", inclinationTargets, false},
+    {"inclination and velocity powered zero which calculation target is", inclinationTargetNames, false},
     {"critical cornering which calculation target is", corneringTargets, false},
 };
 
@@ -58,8 +50,9 @@ std::string titleOf(const RideRun& ride)
 std::string paneTitle(const RideRun& ride, const std::string& title)
 {
     int target = ride.in.rideTarget;
-    bool brakes = ride.in.rideMode == rideDeceleration && ride.found.drive.thrustMode != 0 && !(ride.found.power < 0.0);
-    if (brakes && target == decelerationPowerAtEnd) {
+    bool brakes = ride.in.rideMode == rideDeceleration && ride.found.drive.thrustMode == thrustByBraking &&
+                  !(ride.found.power < 0.0);
+    if (brakes && target == decelerationEndingVelocity) {
         return formatText("%s '%s' required %5.3lf kgf", modeTitles[rideDeceleration].words,
                           decelerationFactorNames[target], ride.now.thrustForce);
     }
@@ -152,7 +145,7 @@ void appendRun(std::string& text, const RideRun& ride, bool requiresPower)
     if (ride.found.peakPower[stagePedaling] > 0.0) {
         appendPhysiology(text, ride);
     }
-    if (ride.found.drive.thrustMode == 1) {
+    if (ride.found.drive.thrustMode == thrustByBraking) {
         appendBrakeHeat(text, ride);
     }
 }
@@ -197,13 +190,13 @@ void appendBrakingRun(std::string& text, const RideRun& ride)
 void appendRollingRun(std::string& text, const RideRun& ride)
 {
     double start = kph(ride.in.startVelocity);
-    if (ride.in.inclinationLimit == 1) {
+    if (ride.in.inclinationLimit == limitDistance) {
         appendFormat(text, "-- starting velocity is %6.3lf kph, limitted %6.3lf m\n", start, ride.found.distance);
-    } else if (ride.in.inclinationLimit == 2) {
+    } else if (ride.in.inclinationLimit == limitTime) {
         appendFormat(text, "-- starting velocity is %6.3lf kph, limitted %6.3lf sec\n", start, ride.found.sectorTime);
     }
     appendFormat(text, "\tinclination\t\t\t:%9.3lf per\n", ride.now.inclination);
-    if (ride.in.inclinationLimit == 0) {
+    if (ride.in.inclinationLimit == limitNone) {
         appendFormat(text, "\tfinal poised velocity\t:%9.3lf kph\n", kph(ride.found.velocity));
         appendDrags(text, ride);
     } else {
@@ -249,7 +242,7 @@ constexpr Reference references[] = {
 std::string reportReference(const RideRun& ride)
 {
     int index = ride.in.rideTarget;
-    if (ride.in.rideMode == rideDeceleration && index >= 3) {
+    if (ride.in.rideMode == rideDeceleration && index >= decelerationSectorTime) {
         ++index; // a deceleration has no "PEV as mean"
     }
     if (index < 0 || index >= static_cast<int>(std::size(references))) {

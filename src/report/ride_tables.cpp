@@ -35,7 +35,7 @@ void appendSector(std::string& text, int number, const SectorRow& row)
 void reportProcessHeading(Screens& screens, const RideRun& ride)
 {
     const char* subject = "braking powered (wheel)thrust based";
-    if (ride.found.drive.thrustMode == 0) {
+    if (ride.found.drive.thrustMode == thrustByPedaling) {
         subject = ride.in.rideMode == rideAcceleration ? "acceleration powered pedaling based"
                                                        : "deceleration powered pedaling based";
     }

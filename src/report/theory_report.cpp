@@ -8,19 +8,19 @@ namespace torvane {
 
 namespace {
 
-enum Calculator : int { cadenceTheory, pedalingDynamics, gearCombination };
-constexpr int targetGearTeeth = 2; // of the gear combination
-
+// Some words differ from those of the dialogs.
 constexpr const char* cadenceTargets[] = {"cadence", "power", "cadence powered max", "maximal power"};
 constexpr const char* pedalingTargets[] = {"cadence", "power", "torque, forca"};
 constexpr const char* gearTargets[] = {"cadence", "velocity", "gear teeth"};
+static_assert(std::size(cadenceTargets) == cadenceTargetCount && std::size(pedalingTargets) == pedalingTargetCount &&
+              std::size(gearTargets) == gearTargetCount);
 
 struct CalculatorTitle {
     const char* name;
     std::span<const char* const> targets;
 };
 
-constexpr CalculatorTitle titles[theoryCount] = {
+constexpr CalculatorTitle titles[calculatorCount] = {
     {"cadence theory", cadenceTargets},
     {"pedaling dynamics", pedalingTargets},
     {"gear combination", gearTargets},
@@ -59,7 +59,7 @@ void appendGears(std::string& text, const Theory& theory)
     appendFormat(text, "\tfront chainring tooth\t:%5d\n", theory.frontTooth);
     appendFormat(text, "\trear cluster tooth\t:%5d\n", theory.rearTooth);
     appendFormat(text, "\tgear ratio\t\t\t:%9.3lf\n", theory.gearRatio);
-    if (theory.target != targetGearTeeth) {
+    if (theory.target != gearTargetTeeth) {
         return;
     }
     // The ratio answers the cadence as entered.
@@ -80,7 +80,7 @@ void reportTheoryResult(Screens& screens, const Theory& theory, ResultStatus sta
     std::string text = "\n " + theoryTitle(theory) + "\n" + theoryStatusLines(status);
     if (!isFatal(status)) {
         text += "\n";
-        auto append = theory.calculator == gearCombination ? appendGears : appendPedaling;
+        auto append = theory.calculator == calculatorGears ? appendGears : appendPedaling;
         append(text, theory);
     }
     handOver(screens, Pane::lower, text);
@@ -93,7 +93,7 @@ void reportTheoryReal(Screens& screens, const Theory& theory, ResultStatus statu
                                   theory.road.inclination);
     text += theoryStatusLines(status);
     if (!isFatal(status)) {
-        if (theory.calculator == gearCombination) {
+        if (theory.calculator == calculatorGears) {
             appendFormat(text, "\tpedaling power\t\t:%7.1lf W\n", theory.power);
         } else {
             appendFormat(text, "\tvelocity\t\t\t:%7.1lf kph for the power\n", theory.velocity * 3.6);

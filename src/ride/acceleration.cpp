@@ -60,8 +60,8 @@ bool isRising(const RideRun& ride)
 // Step by the velocity that the power can hold.
 double intervalFor(const RideRun& ride, double heldVelocity)
 {
-    return ride.in.accelerationIntervalMode == 0 ? automaticInterval(ride.model, heldVelocity)
-                                                 : ride.in.accelerationInterval;
+    return ride.in.accelerationIntervalMode == intervalAuto ? automaticInterval(ride.model, heldVelocity)
+                                                            : ride.in.accelerationInterval;
 }
 
 // What is to be known before the first step.
@@ -90,7 +90,7 @@ ResultStatus accelerate(RideRun& ride, PowerLaw law, RunRecorder* recorder)
     if (isFatal(start.status)) {
         return start.status;
     }
-    PedaledRun run = startPedaledRun(ride, law, start.dt, startGear(ride, 0, ride.in.startVelocity));
+    PedaledRun run = startPedaledRun(ride, law, start.dt, startGear(ride, startOfAcceleration, ride.in.startVelocity));
     const bool ended = runSteps(ride, run, recorder, accelerateStep);
     if (isFatal(run.status)) {
         return run.status;

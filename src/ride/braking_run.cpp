@@ -73,7 +73,7 @@ void settleAtDistance(RideRun& ride, BrakingRun& run)
 
 double interval(const RideRun& ride)
 {
-    return ride.in.decelerationIntervalMode == 0 ? automaticBrakingInterval : ride.in.decelerationInterval;
+    return ride.in.decelerationIntervalMode == intervalAuto ? automaticBrakingInterval : ride.in.decelerationInterval;
 }
 
 bool canRun(const RideRun& ride)
@@ -103,7 +103,7 @@ BrakingRun startBrakingRun(RideRun& ride, BrakeLaw law, double dt)
     StepState& s = run.state;
     clearPeaks(ride);
     s.velocity = ride.found.sectorStartVelocity;
-    s.gear = startGear(ride, 1, s.velocity);
+    s.gear = startGear(ride, startOfDeceleration, s.velocity);
     engageGear(ride.model, s);
     resetGrip(ride);
     s.resistance = solvePowerAtVelocity(ride.model, ride.now, stageThrust, s.velocity).value;

@@ -1,4 +1,4 @@
-// A run driven by the brakes (thrustMode 1): the wheel force, not pedaling, drives it, in one gear, with a
+// A run driven by the brakes (thrustByBraking): the wheel force, not pedaling, drives it, in one gear, with a
 // negative thrust. Knows nothing of what force is wanted (braking_seek.h, pattern_braking.h).
 #pragma once
 

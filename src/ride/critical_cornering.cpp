@@ -64,14 +64,12 @@ void drawBandOverMargin(const RideRun& ride, GraphSeries& graph)
     }
 }
 
-enum Target : int { targetVelocity, targetRadius };
-
 void solve(RideRun& ride)
 {
     const int target = ride.in.rideTarget;
-    if (target == targetVelocity) {
+    if (target == corneringTargetVelocity) {
         ride.found.velocity = velocityInCorner(ride, ride.found.corneringRadius);
-    } else if (target == targetRadius) {
+    } else if (target == corneringTargetRadius) {
         ride.found.corneringRadius = radiusAt(ride, ride.found.velocity, ride.found.safetyMargin);
     } else {
         ride.found.safetyMargin = marginInCorner(ride);
@@ -82,9 +80,9 @@ void draw(const RideRun& ride, GraphSeries& graph)
 {
     const int target = ride.in.rideTarget;
     beginGraphSeries(graph, GraphLayout::corneringBand, bandPoints);
-    if (target == targetVelocity) {
+    if (target == corneringTargetVelocity) {
         drawBandOverRadius(ride, graph);
-    } else if (target == targetRadius) {
+    } else if (target == corneringTargetRadius) {
         drawBandOverVelocity(ride, graph);
     } else {
         drawBandOverMargin(ride, graph);

@@ -57,7 +57,8 @@ ResultStatus comparePower(RideRun& ride)
 
 ResultStatus pedalDown(RideRun& ride, PowerLaw law, ResultStatus status, RunRecorder* recorder)
 {
-    PedaledRun run = startPedaledRun(ride, law, interval(ride), startGear(ride, 1, ride.in.startVelocity));
+    PedaledRun run =
+        startPedaledRun(ride, law, interval(ride), startGear(ride, startOfDeceleration, ride.in.startVelocity));
     run.status = status;
     if (!runSteps(ride, run, recorder, decelerateStep)) {
         run.status = statusNotConverged;
@@ -72,7 +73,7 @@ ResultStatus decelerate(RideRun& ride, PowerLaw law, RunRecorder* recorder)
         return statusIllegalValue;
     }
     if (ride.found.power < 0.0) {
-        ride.found.drive.thrustMode = 1;
+        ride.found.drive.thrustMode = thrustByBraking;
         return 0;
     }
     const ResultStatus status = comparePower(ride);
@@ -135,7 +136,7 @@ ResultStatus seekFactor(RideRun& ride, const Factor& factor, double wanted)
         return status | factor.beyond;
     }
     if (ride.found.seekLow > wanted) {
-        ride.found.drive.thrustMode = 1;
+        ride.found.drive.thrustMode = thrustByBraking;
         figure = wanted;
         return factor.brake(ride, wanted);
     }
@@ -167,7 +168,7 @@ ResultStatus decelSeekMeanPower(RideRun& ride)
     }
     ride.found.meanPower = wanted;
     if (wanted < 0.0) {
-        ride.found.drive.thrustMode = 1;
+        ride.found.drive.thrustMode = thrustByBraking;
         return seekBrakeForMeanPower(ride);
     }
     const double holding = powerForEndingVelocity(ride);
@@ -194,7 +195,7 @@ ResultStatus decelPowerForEndingVelocity(RideRun& ride)
     if (ride.now.totalLoad < 0.0) {
         ride.found.power = 0.0;
         ride.found.force = ride.now.totalLoad;
-        ride.found.drive.thrustMode = 1;
+        ride.found.drive.thrustMode = thrustByBraking;
         return brakeDryRun(ride, BrakeLaw::force) & endingVelocityMask;
     }
     const double ratio = usualRatio(ride.model, ride.in.endVelocity);
@@ -204,7 +205,7 @@ ResultStatus decelPowerForEndingVelocity(RideRun& ride)
         return statusNotConverged;
     }
     ResultStatus status = decelerateByParabola(ride);
-    if (ride.found.drive.thrustMode != 0) {
+    if (ride.found.drive.thrustMode == thrustByBraking) {
         // Pedals that would turn beyond the far end of the parabola ask for power below 0.
         status = brakeDryRun(ride, BrakeLaw::force);
     }

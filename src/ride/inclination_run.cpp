@@ -19,11 +19,11 @@ constexpr double closeVelocity = 0.01;    // m/s
 // The limit in force; the other figure reads 0 in the report.
 RollLimit takeLimit(RideRun& ride)
 {
-    RollLimit limit{static_cast<RollUntil>(ride.in.inclinationLimit), ride.in.distance, ride.in.sectorTime};
-    if (limit.until != RollUntil::distance) {
+    RollLimit limit{static_cast<InclinationLimit>(ride.in.inclinationLimit), ride.in.distance, ride.in.sectorTime};
+    if (limit.until != limitDistance) {
         ride.found.distance = limit.distance = 0.0;
     }
-    if (limit.until != RollUntil::time) {
+    if (limit.until != limitTime) {
         ride.found.sectorTime = limit.time = 0.0;
     }
     return limit;
@@ -32,14 +32,14 @@ RollLimit takeLimit(RideRun& ride)
 ResultStatus solveVelocity(RideRun& ride, const RollLimit& limit)
 {
     ResultStatus status = checkRollingGradient(ride);
-    if (status == 0 && limit.until == RollUntil::steady) {
+    if (status == 0 && limit.until == limitNone) {
         status = solveRollingVelocity(ride);
     }
     const double poised = ride.found.velocity;
     if (!isFatal(status)) {
         status |= rollDryRun(ride, limit);
     }
-    if (limit.until == RollUntil::steady) {
+    if (limit.until == limitNone) {
         ride.found.velocity = poised;
     }
     return status;
@@ -50,7 +50,7 @@ ResultStatus solveInclination(RideRun& ride, const RollLimit& limit)
     if (!(ride.in.velocity > 0.0)) {
         return statusTooSmallVelocity;
     }
-    if (limit.until != RollUntil::steady) {
+    if (limit.until != limitNone) {
         return seekInclinationOver(ride, limit);
     }
     ResultStatus status = seekInclinationForFinalVelocity(ride);
@@ -67,14 +67,15 @@ ResultStatus runInclination(RideRun& ride)
 {
     const RollLimit limit = takeLimit(ride);
     clearBrakeEnergy(ride);
-    const ResultStatus status = ride.in.rideTarget == 0 ? solveVelocity(ride, limit) : solveInclination(ride, limit);
+    const ResultStatus status =
+        ride.in.rideTarget == inclinationTargetVelocity ? solveVelocity(ride, limit) : solveInclination(ride, limit);
     if (status != 0) {
         return status;
     }
     clearBrakeEnergy(ride);
     const double solved = ride.found.velocity;
     const ResultStatus logged = rollLoggedRun(ride, limit);
-    if (limit.until == RollUntil::steady) {
+    if (limit.until == limitNone) {
         ride.found.velocity = solved; // what the report calls final, a little above where the run faded out
     }
     return logged;

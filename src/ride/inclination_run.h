@@ -7,7 +7,7 @@
 
 namespace torvane {
 
-// Inclination and velocity, as the target (0 final velocity, 1 inclination) and inclinationLimit name it.
+// Inclination and velocity, as the target and inclinationLimit name it.
 // Status: statusTooSmallGradient, statusTooSmallVelocity, statusNotConverged, the tolerance classes of the velocity
 // reached, or 0. With 0 the log and, when wanted, the curves are filled.
 ResultStatus runInclination(RideRun& ride);

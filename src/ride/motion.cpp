@@ -27,9 +27,9 @@ void engageGear(const Model& model, StepState& state)
     state.gearRatio = model.gearTable[state.gear].ratio;
 }
 
-int startGear(const RideRun& ride, int which, double velocity)
+int startGear(const RideRun& ride, GearedStart which, double velocity)
 {
-    if (ride.in.startGearMode[which] == 0) {
+    if (ride.in.startGearMode[which] == gearAutomatic) {
         return nearestGear(ride.model, usualRatio(ride.model, velocity));
     }
     return std::clamp(ride.in.startGearIndex[which], 0, std::max(0, ride.model.state.gearCount - 1));

@@ -20,7 +20,7 @@ double cadenceInGear(const Model& model, double velocity, double gearRatio);
 void engageGear(const Model& model, StepState& state);
 // The row that a run starts in: the user's choice, held within the gear table, or the one nearest to usualRatio.
 // which 0 accelerates, 1 decelerates.
-int startGear(const RideRun& ride, int which, double velocity);
+int startGear(const RideRun& ride, GearedStart which, double velocity);
 
 // The power found for a reference; false where losses that reach the whole of it leave no number, and then it is 0.
 bool takePower(RideRun& ride, double power);

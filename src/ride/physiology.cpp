@@ -8,8 +8,6 @@ namespace {
 
 constexpr double kiloCaloriePerKiloJoule = 0.238846;
 
-enum IntensionCase : int { timeBased, distanceBased };
-
 // Whole units of a length that may be infinite, or no number.
 int32_t wholePart(double value)
 {
@@ -19,20 +17,21 @@ int32_t wholePart(double value)
 
 double durationByTime(RideLength& length, double velocity)
 {
-    const double duration = length.intensionFirst[timeBased] * 60.0 + length.intensionSecond[timeBased];
+    const double duration = length.intensionFirst[intensionByTime] * 60.0 + length.intensionSecond[intensionByTime];
     const int32_t metres = wholePart(velocity * duration);
-    length.intensionFirst[distanceBased] = metres / 1000;
-    length.intensionSecond[distanceBased] = metres % 1000;
+    length.intensionFirst[intensionByDistance] = metres / 1000;
+    length.intensionSecond[intensionByDistance] = metres % 1000;
     return duration;
 }
 
 double durationByDistance(RideLength& length, double velocity)
 {
-    const double metres = length.intensionFirst[distanceBased] * 1000.0 + length.intensionSecond[distanceBased];
+    const double metres =
+        length.intensionFirst[intensionByDistance] * 1000.0 + length.intensionSecond[intensionByDistance];
     const double duration = velocity > 0.0 ? metres / velocity : 0.0; // standing still is no ride
     const int32_t seconds = wholePart(duration);
-    length.intensionFirst[timeBased] = seconds / 60;
-    length.intensionSecond[timeBased] = seconds % 60;
+    length.intensionFirst[intensionByTime] = seconds / 60;
+    length.intensionSecond[intensionByTime] = seconds % 60;
     return duration;
 }
 
@@ -50,7 +49,7 @@ int trainingLevelOf(const Model& model, double power)
 PhysiologyFigures physiologyOfSteadyRide(const Model& model, const PhysiologyInputs& in, double power, double velocity)
 {
     RideLength length = in.length;
-    const bool byDistance = in.intensionCase == distanceBased;
+    const bool byDistance = in.intensionCase == intensionByDistance;
     const double duration = byDistance ? durationByDistance(length, velocity) : durationByTime(length, velocity);
     const double positive = std::max(power, 0.0);
     PhysiologyFigures figures = physiologyOfRun(model, in, positive, positive, duration);
@@ -67,7 +66,7 @@ PhysiologyFigures physiologyOfRun(const Model& model, const PhysiologyInputs& in
     p.normalizedPower = normalizedPower;
     p.duration = time;
     p.variabilityIndex = p.meanPower > 0.0 ? normalizedPower / p.meanPower : 0.0;
-    if (in.useFtp == 1) {
+    if (in.useFtp != 0) {
         p.level = trainingLevelOf(model, p.meanPower);
         p.intensityFactor = normalizedPower / ftp;
         p.trainingStressScore = normalizedPower * time * p.intensityFactor / (ftp * 3600.0) * 100.0;

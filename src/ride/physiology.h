@@ -23,14 +23,14 @@ constexpr TrainingLevel trainingLevels[] = {
 
 // Length of a steady ride, twice: by time and by distance.
 struct RideLength {
-    int32_t intensionFirst[2];  // min, km
-    int32_t intensionSecond[2]; // s, m
+    int32_t intensionFirst[intensionCaseCount];  // min, km
+    int32_t intensionSecond[intensionCaseCount]; // s, m
 };
 
 struct PhysiologyInputs {
     int32_t useFtp;
     double energyEfficiency; // of muscle
-    int32_t intensionCase;   // the length is entered as 0 time, 1 distance
+    int32_t intensionCase;   // IntensionCase: how the length is entered
     RideLength length;
 };
 

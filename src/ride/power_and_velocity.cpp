@@ -75,7 +75,7 @@ ResultStatus solveVelocity(RideRun& ride)
 
 ResultStatus runPowerAndVelocity(RideRun& ride)
 {
-    const ResultStatus status = ride.in.rideTarget == 0 ? solvePower(ride) : solveVelocity(ride);
+    const ResultStatus status = ride.in.rideTarget == steadyTargetPower ? solvePower(ride) : solveVelocity(ride);
     ride.found.requiredPower = requiredPower(ride.found.power, ride.now.cadence, ride.model.state.cadencePoweredMax);
     return status;
 }

@@ -14,20 +14,12 @@
 
 namespace torvane {
 
-// Order of ParameterBlock::rideMode.
-enum RideMode : int {
-    ridePowerAndVelocity,
-    rideAcceleration,
-    rideDeceleration,
-    ridePatternBraking,
-    rideInclinationAndVelocity,
-    rideCriticalCornering,
-};
+enum ThrustMode : int32_t { thrustByPedaling, thrustByBraking };
 
 // What drives a run over time, and so which power its table shows. A mode that knows neither pedals nor brakes shows
 // what the run before it did.
 struct Drive {
-    int32_t thrustMode;  // 0 driven by pedaling, 1 by braking force at the wheel
+    int32_t thrustMode;  // ThrustMode: the pedals, or the braking force at the wheel
     int32_t kiloWattLog; // the thrust power column is in kW
 };
 
@@ -46,15 +38,15 @@ struct RideInputs {
     double gravity;    // G
     double distance;   // m
     double inclination;
-    int32_t inclinationLimit; // 0 none, 1 distance, 2 time
+    int32_t inclinationLimit; // InclinationLimit
     double corneringRadius;   // m
     double safetyMargin;
     double intervalDistance, totalDistance; // m
 
     double kickTime;                                            // s
-    int32_t accelerationIntervalMode, decelerationIntervalMode; // 0 auto, 1 input
+    int32_t accelerationIntervalMode, decelerationIntervalMode; // IntervalMode
     double accelerationInterval, decelerationInterval;          // s
-    int32_t startGearMode[2], startGearIndex[2];                // acceleration, deceleration
+    int32_t startGearMode[gearedStartCount], startGearIndex[gearedStartCount];
     BrakeMaterials materials;
     PhysiologyInputs physiology;
     Drive drive;

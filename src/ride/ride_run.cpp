@@ -23,30 +23,6 @@ namespace torvane {
 
 namespace {
 
-// Reference factors of an acceleration and of a deceleration, in the order of their lists.
-enum AccelerationFactor : int {
-    accelerationMaxiPower,
-    accelerationMeanPower,
-    accelerationEndingVelocityMaxi,
-    accelerationEndingVelocityMean,
-    accelerationSectorTime,
-    accelerationDistance,
-    accelerationAccele,
-    accelerationGravity,
-    accelerationConstantPower,
-};
-enum DecelerationFactor : int {
-    decelerationMaxiPower,
-    decelerationMeanPower,
-    decelerationEndingVelocity,
-    decelerationSectorTime,
-    decelerationDistance,
-    decelerationAccele,
-    decelerationGravity,
-    decelerationConstantPower,
-};
-enum BrakingPattern : int { patternForce, patternCritical, patternVelocity, patternIntermittent };
-
 constexpr double limitPerGravity = 35.30394; // 9.80665 x 3.6
 
 // The reference power is the one for the ending velocity; that it lies above the gears' reach is no news then.
@@ -105,7 +81,7 @@ ResultStatus decelerateByGravity(RideRun& ride)
 ResultStatus decelerateByPower(RideRun& ride, PowerLaw law)
 {
     const ResultStatus status = decelerateDryRun(ride, law);
-    if (ride.found.drive.thrustMode == 0) {
+    if (ride.found.drive.thrustMode == thrustByPedaling) {
         return status;
     }
     return law == PowerLaw::parabola ? seekBrakeForPeakPower(ride) : brakeDryRun(ride, BrakeLaw::power);
@@ -165,7 +141,7 @@ void runDeceleration(RideRun& ride)
         return;
     }
     const bool constant = factor == decelerationConstantPower;
-    if (ride.found.drive.thrustMode != 0) {
+    if (ride.found.drive.thrustMode == thrustByBraking) {
         runBrakes(ride, constant ? BrakeLaw::power : BrakeLaw::force);
         return;
     }
@@ -198,13 +174,13 @@ void runIntermittent(RideRun& ride)
 void runPattern(RideRun& ride)
 {
     const int pattern = ride.in.rideTarget;
-    if (pattern == patternVelocity) {
+    if (pattern == patternConstantVelocity) {
         return runConstantVelocity(ride);
     }
     if (pattern == patternIntermittent) {
         return runIntermittent(ride);
     }
-    ride.status = pattern == patternCritical ? criticalFullBraking(ride) : brakeDryRun(ride, BrakeLaw::force);
+    ride.status = pattern == patternCriticalFull ? criticalFullBraking(ride) : brakeDryRun(ride, BrakeLaw::force);
     if (!isFatal(ride.status)) {
         runBrakes(ride, BrakeLaw::force);
     }

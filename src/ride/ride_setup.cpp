@@ -19,7 +19,7 @@ void copyArray(Value (&target)[count], const Value (&source)[count])
 Drive driveOf(int mode, const Drive& last)
 {
     const bool overTime = mode == rideAcceleration || mode == rideDeceleration || mode == ridePatternBraking;
-    return overTime ? Drive{mode == ridePatternBraking ? 1 : 0, 0} : last;
+    return overTime ? Drive{mode == ridePatternBraking ? thrustByBraking : thrustByPedaling, 0} : last;
 }
 
 bool wantsGraph(const ParameterBlock& block, int mode)
@@ -46,8 +46,8 @@ void takeOfMode(RideInputs& in, const ParameterBlock& block, int mode)
     in.gravity = block.rideGravity[mode];
     in.distance = block.rideDistance[mode];
     const bool patterned = mode == ridePatternBraking;
-    in.inclination =
-        patterned ? block.brakingInclination[std::clamp(block.rideTarget, 0, 3)] : block.rideInclination[mode];
+    in.inclination = patterned ? block.brakingInclination[std::clamp(block.rideTarget, 0, brakingPatternCount - 1)]
+                               : block.rideInclination[mode];
 }
 
 void takeOfAllModes(RideInputs& in, const ParameterBlock& block)

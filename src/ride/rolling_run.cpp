@@ -33,9 +33,9 @@ void selectGear(const Model& model, StepState& s)
 bool recordRoll(RunRecorder& recorder, StepState& s, const RollLimit& limit)
 {
     selectGear(recorder.ride.model, s);
-    if (limit.until == RollUntil::distance) {
+    if (limit.until == limitDistance) {
         reportProgress(progressPercent(0.0, limit.distance, s.distance));
-    } else if (limit.until == RollUntil::time) {
+    } else if (limit.until == limitTime) {
         reportProgress(progressPercent(0.0, limit.time, s.time));
     }
     return recordStep(recorder, s);
@@ -44,7 +44,7 @@ bool recordRoll(RunRecorder& recorder, StepState& s, const RollLimit& limit)
 // Seconds that the step just done went beyond the limit; negative while it has not reached it.
 double secondsBeyond(const StepState& s, const RollLimit& limit, double dt)
 {
-    if (limit.until == RollUntil::time) {
+    if (limit.until == limitTime) {
         return s.time - (limit.time - dt);
     }
     return s.distance >= limit.distance ? (s.distance - limit.distance) / s.velocity : -1.0;
@@ -53,7 +53,7 @@ double secondsBeyond(const StepState& s, const RollLimit& limit, double dt)
 // Whether the step just done is the last; it is cut to the limit then.
 bool isLastStep(RideRun& ride, StepState& s, const RollLimit& limit, double dt)
 {
-    if (limit.until != RollUntil::distance && limit.until != RollUntil::time) {
+    if (limit.until != limitDistance && limit.until != limitTime) {
         return s.accele < steadyAccele;
     }
     const double over = secondsBeyond(s, limit, dt);
@@ -170,7 +170,7 @@ void endRollStep(StepState& state, double dt, double over)
 
 double rollInterval(const RideRun& ride)
 {
-    return ride.in.accelerationIntervalMode == 0 ? automaticRollInterval : ride.in.accelerationInterval;
+    return ride.in.accelerationIntervalMode == intervalAuto ? automaticRollInterval : ride.in.accelerationInterval;
 }
 
 ResultStatus rollDryRun(RideRun& ride, const RollLimit& limit)

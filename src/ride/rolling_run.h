@@ -8,10 +8,8 @@
 
 namespace torvane {
 
-enum class RollUntil : int { steady, distance, time }; // order of inclinationLimit
-
 struct RollLimit {
-    RollUntil until = RollUntil::steady;
+    InclinationLimit until = limitNone;
     double distance = 0; // m
     double time = 0;     // s
 };

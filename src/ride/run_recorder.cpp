@@ -34,7 +34,7 @@ SampleRow sampleOf(const RideRun& ride, const StepState& s)
     const Drive& drive = ride.found.drive;
     SampleRow row = {s.time,     s.velocity,   now.pedalingPower, now.pedalingTorque, now.pedalingForce, s.accele,
                      s.distance, s.frontTooth, s.rearTooth,       s.gearRatio,        s.cadence};
-    if (drive.thrustMode != 0) {
+    if (drive.thrustMode == thrustByBraking) {
         row.power = drive.kiloWattLog != 0 ? now.thrustPower / 1000.0 : now.thrustPower;
         row.torque = now.thrustTorque;
         row.force = now.thrustForce;

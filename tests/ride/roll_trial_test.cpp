@@ -31,8 +31,8 @@ void takeAnyConditions(ParameterBlock& in, Random& random)
 RollLimit anyLimit(Random& random)
 {
     if (random() % 2 == 0)
-        return {RollUntil::time, 0.0, uniform(random, 0.0, 150.0)};
-    return {RollUntil::distance, uniform(random, 0.0, 3000.0), 0.0};
+        return {limitTime, 0.0, uniform(random, 0.0, 150.0)};
+    return {limitDistance, uniform(random, 0.0, 3000.0), 0.0};
 }
 
 using Figures = std::vector<uint64_t>;
@@ -94,7 +94,7 @@ TEST_F(RollTrialTest, aSeekAnswersAsIfEveryRunWentToItsEnd)
     setDefaults(block);
     block.accelerationIntervalMode = 1;
     block.accelerationInterval = 0.05;
-    const RollLimit brief{RollUntil::time, 0.0, 6.0};
+    const RollLimit brief{limitTime, 0.0, 6.0};
     const Figures plain = seekOnce(80.0, brief, plainSeek);
     EXPECT_EQ(plain[0], statusNotConverged);
     EXPECT_EQ(seekOnce(80.0, brief, seekInclinationOver), plain);

@@ -68,9 +68,9 @@ const RunCase runCases[] = {
     {"constant force", BrakeLaw::force, 60, 20, -20, 0},
     {"constant force to a stop", BrakeLaw::force, 60, 0, -25, -6},
     {"constant braking power", BrakeLaw::power, 60, 20, -900, 0},
-    {"until steady", RollLimit{RollUntil::steady, 0, 0}, 10, 0, 0, -5},
-    {"over a distance", RollLimit{RollUntil::distance, 150, 0}, 0, 0, 0, -7},
-    {"over a time", RollLimit{RollUntil::time, 0, 20}, 30, 0, 0, -3},
+    {"until steady", RollLimit{limitNone, 0, 0}, 10, 0, 0, -5},
+    {"over a distance", RollLimit{limitDistance, 150, 0}, 0, 0, 0, -7},
+    {"over a time", RollLimit{limitTime, 0, 20}, 30, 0, 0, -3},
 };
 
 struct Outcome {
