@@ -127,7 +127,7 @@ std::vector<std::string> wordsOf(const FormState& state, const Row& row)
 std::string formEntries(const Session& session, const Form& form, bool working)
 {
     LoadedRide ride;
-    ride.presence.altitudeFlags = 1;
+    ride.presence.altitudeFlags = presentInRecords;
     FormState state;
     openForm(state, form, working ? session.working : session.saved, session.working, session.model, true, ride);
     std::string text;

@@ -110,11 +110,10 @@ StatusCode createFile(const Ride& ride, const std::string& path)
 // The written file holds what was predicted: the flags now speak of it.
 void adoptPredictions(LoadedRide& ride, uint32_t analysisFlags)
 {
-    constexpr uint8_t definedAndFilled = 0b111;
     if (analysisFlags & analysisPredictCadence)
-        ride.presence.cadenceFlags |= definedAndFilled;
+        ride.presence.cadenceFlags |= presentWithBoth;
     if (analysisFlags & analysisPredictPower)
-        ride.presence.powerFlags |= definedAndFilled;
+        ride.presence.powerFlags |= presentWithBoth;
     if (ride.presence.cadenceFlags != 0 && ride.presence.powerFlags != 0)
         ride.readiness = nothingToPredict;
 }

@@ -26,7 +26,7 @@ void greyActivityCommands(EnableCommand enableCommand)
 
 void adjustMenu(MenuAfter rule, ResultStatus status, AnalysisReadiness readiness, EnableCommand enableCommand)
 {
-    bool succeeded = status == 0;
+    bool succeeded = status == statusDone;
     switch (rule) {
     case MenuAfter::none:
         break;

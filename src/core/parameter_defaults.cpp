@@ -1,6 +1,7 @@
 // The values that a first start, or a parameter file that cannot be used, gives.
 #include "core/fit_choices.h"
 #include "core/parameter_block.h"
+#include "core/units.h"
 
 #include <algorithm>
 #include <cstring>
@@ -9,8 +10,6 @@
 namespace torvane {
 
 namespace {
-
-constexpr double kph = 3.6; // kph per m/s
 
 template <typename T, size_t count>
 void fill(T (&target)[count], const T (&values)[count])
@@ -104,7 +103,7 @@ void setTheoryDefaults(ParameterBlock& block)
     fill(block.theoryForce, {0.0, 25.0, 0.0});
     fill(block.theoryCadenceMax, {120.0, 120.0, 120.0});
     fill(block.theoryMaxPower, {900.0, 0.0, 0.0});
-    fill(block.theoryVelocity, {0.0, 0.0, 40 / kph});
+    fill(block.theoryVelocity, {0.0, 0.0, 40 / kphPerMps});
     block.useMissionProfile = 1;
     block.frontTooth = 52;
     block.rearTooth = 14;
@@ -113,11 +112,11 @@ void setTheoryDefaults(ParameterBlock& block)
 // Columns by RideMode.
 void setRideDefaults(ParameterBlock& block)
 {
-    fill(block.rideVelocity, {40 / kph, 0.0, 0.0, 30 / kph, 40 / kph, 40 / kph});
+    fill(block.rideVelocity, {40 / kphPerMps, 0.0, 0.0, 30 / kphPerMps, 40 / kphPerMps, 40 / kphPerMps});
     fill(block.ridePower, {400.0, 800.0, 0.0, 1000.0, 0.0, 0.0});
     fill(block.rideForce, {0.0, 0.0, 0.0, -30.0, 0.0, 0.0});
-    fill(block.rideStartVelocity, {0.0, 0.0, 70 / kph, 70 / kph, 0.0, 0.0});
-    fill(block.rideEndVelocity, {0.0, 40 / kph, 30 / kph, 30 / kph, 0.0, 0.0});
+    fill(block.rideStartVelocity, {0.0, 0.0, 70 / kphPerMps, 70 / kphPerMps, 0.0, 0.0});
+    fill(block.rideEndVelocity, {0.0, 40 / kphPerMps, 30 / kphPerMps, 30 / kphPerMps, 0.0, 0.0});
     fill(block.rideLegTime, {0.0, 15.0, 50.0, 10.0, 60.0, 0.0});
     fill(block.rideAccele, {0.0, 0.8, -0.2, -0.8, 0.0, 0.0});
     fill(block.rideGravity, {0.0, 0.1, -0.03, -0.1, 0.0, 0.0});

@@ -16,14 +16,43 @@ constexpr bool isFatal(ResultStatus status)
     return (status & fatalBits) != 0;
 }
 
-// Bits that the physical model sets.
-constexpr ResultStatus statusIllegalValue = 0x1;    // theory: power above its maximum; rides: illegal initial value
-constexpr ResultStatus statusNotConverged = 0x2;    // 5,000 rounds, or 900 simulated seconds
-constexpr ResultStatus statusBeyondTolerance = 0x4; // converged, but beyond the wide tolerance
-constexpr ResultStatus statusTooShortPower = 0x8;   // a velocity solver ended below zero
-constexpr ResultStatus statusNoAssistedVelocity = 0x4000; // no velocity for the power inside the assist ranges
-constexpr ResultStatus statusLooseTolerance = 0x20000;    // between the narrow and the wide tolerance
-constexpr ResultStatus statusZeroValue = 0x40000;         // theory: a zero where a value is needed
-constexpr ResultStatus statusOverReach = 0x100000;        // velocity above reachVelocity
+enum StatusBit : ResultStatus {
+    statusDone = 0,
+
+    // Of the physical model
+    statusIllegalValue = 1u << 0,        // theory: power above its maximum; rides: illegal initial value
+    statusNotConverged = 1u << 1,        // 5,000 rounds, or 900 simulated seconds
+    statusBeyondTolerance = 1u << 2,     // converged, but beyond the wide tolerance
+    statusTooShortPower = 1u << 3,       // a velocity solver ended below zero
+    statusNoAssistedVelocity = 1u << 14, // no velocity for the power inside the assist ranges
+    statusLooseTolerance = 1u << 17,     // between the narrow and the wide tolerance
+    statusOverReach = 1u << 20,          // velocity above reachVelocity
+
+    // Of the simulations
+    statusTooLargePower = 1u << 4,    // holds or raises the velocity that is to fall
+    statusNoAcceleration = 1u << 5,   // slows down while pedaling
+    statusNoDeceleration = 1u << 6,   // rolls at the starting velocity without power
+    statusTooSmallGradient = 1u << 7, // does not beat the rolling resistance
+    statusTooSmallVelocity = 1u << 8, // no velocity to roll at
+    statusTooLongTime = 1u << 9,      // this and the next two: beyond what seekLow and seekHigh tell
+    statusTooLongDistance = 1u << 10,
+    statusTooHighAccele = 1u << 11,
+    statusNoBrakingNeeded = 1u << 12,  // rolls no faster than the velocity asked for
+    statusTooShortInterval = 1u << 13, // one brake application takes more
+    statusWheelSpin = 1u << 18,        // thrust beyond the grip of the rear tyre
+    statusSlip = 1u << 19,             // braking beyond the grip of both tyres
+    statusEndNotReached = 1u << 22,    // acceleration faded before the ending velocity
+    statusDeclineMayStop = 1u << 23,   // power holds a velocity above the ending one
+
+    // Of the calculators
+    statusZeroValue = 1u << 18,          // a zero where a value is needed
+    statusTheoryNotConverged = 1u << 21, // no operation sets this one and those below
+    statusTheoryTooShortPower = 1u << 22,
+
+    // The reports have a line for these
+    statusUnknownFault = 1u << 15,
+    statusNonsense = 1u << 16,
+    statusTooLargeRatio = 1u << 21,
+};
 
 } // namespace torvane

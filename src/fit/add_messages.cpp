@@ -1,6 +1,7 @@
 // The add tool: builds the lap, session and activity messages that a device has not stored, from the records. The file
 // is taken in segments, one for each definition of records; each gets a lap and a session of its own behind it.
 // The only tool that invents definitions.
+#include "core/units.h"
 #include "fit/add_layout.h"
 #include "fit/add_segment.h"
 #include "fit/fit_types.h"
@@ -275,7 +276,7 @@ StatusCode writeActivity(AddRun& run)
 // Low 16 bits, as all speeds of records.
 uint16_t thresholdOf(const ParameterBlock& options)
 {
-    return static_cast<uint16_t>(truncateToInteger(options.thresholdSpeed * 1000 / 3.6)); // mm/s from kph
+    return static_cast<uint16_t>(truncateToInteger(options.thresholdSpeed * 1000 / kphPerMps)); // mm/s from kph
 }
 
 StatusCode writeSegments(AddRun& run)

@@ -1,13 +1,12 @@
 // The convert tool: another header form, another sport, and speeds in m/s for files that hold them in kph.
 // The data block keeps its size, so there is nothing to plan.
+#include "core/units.h"
 #include "fit/fit_types.h"
 #include "fit/tool_support.h"
 
 namespace torvane {
 
 namespace {
-
-constexpr double kphPerMps = 3.6;
 
 enum class SpeedKind { unsigned16, unsigned32, signed16, firstByte };
 

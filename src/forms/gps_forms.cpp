@@ -13,18 +13,14 @@ namespace torvane {
 
 namespace {
 
-constexpr uint8_t definedBit = 0x01;
-constexpr uint8_t anyPosition = 0x11; // latitude or longitude
-constexpr uint8_t withAverage = 0b11; // temperatures in the records, and their average in the summary
-
 bool fileHasAltitude(const FormState& state, const Row&)
 {
-    return (state.ride.presence.altitudeFlags & definedBit) != 0;
+    return (state.ride.presence.altitudeFlags & presentInRecords) != 0;
 }
 
 bool fileHasPosition(const FormState& state, const Row&)
 {
-    return (state.ride.presence.positionFlags & anyPosition) != 0;
+    return (state.ride.presence.positionFlags & eitherInRecords) != 0;
 }
 
 bool fileLacksTemperature(const FormState& state, const Row&)
@@ -34,12 +30,12 @@ bool fileLacksTemperature(const FormState& state, const Row&)
 
 bool fileLacksCadence(const FormState& state, const Row&)
 {
-    return (state.ride.presence.cadenceFlags & definedBit) == 0;
+    return (state.ride.presence.cadenceFlags & presentInRecords) == 0;
 }
 
 bool fileLacksPower(const FormState& state, const Row&)
 {
-    return (state.ride.presence.powerFlags & definedBit) == 0;
+    return (state.ride.presence.powerFlags & presentInRecords) == 0;
 }
 
 constexpr Range unrealInclinations = {1, 100, 0.1}, unrealAcceles = {0.5, 5, 0.1};
@@ -110,7 +106,7 @@ constexpr Row windDirectionRow()
 // Records with temperatures and a summary with their average: the entry has always stood for both.
 bool replacesTemperatures(const FormState& state, const Row&)
 {
-    return state.ride.presence.temperatureFlags == withAverage;
+    return state.ride.presence.temperatureFlags == (presentInRecords | presentAverage);
 }
 
 constexpr Row temperatureRow()

@@ -2,6 +2,7 @@
 // gear.
 #include "core/ride_choices.h"
 #include "core/text.h"
+#include "core/units.h"
 #include "forms/dialogs.h"
 #include "forms/ride_rows.h"
 #include "model/gear_table.h"
@@ -101,9 +102,7 @@ void proposeGear(FormState& state, RideMode rideMode, GearedStart which)
     if (!state.fromDefaults)
         return;
     double velocity = state.values.rideStartVelocity[rideMode];
-    const ModelState& m = state.model->state;
-    int row = nearestGear(*state.model, velocity * 60000 / (m.rearCircumference * m.cadenceUsual));
-    state.values.startGearIndex[which] = row;
+    state.values.startGearIndex[which] = usualGear(*state.model, velocity);
 }
 
 // Acceleration
@@ -113,7 +112,7 @@ constexpr double leastKickTime = 0.1; // s
 // A kick starts from standing.
 bool startsStanding(const FormState& state, const Row&)
 {
-    return std::trunc(state.values.rideStartVelocity[rideAcceleration] * 3.6) == 0;
+    return std::trunc(state.values.rideStartVelocity[rideAcceleration] * kphPerMps) == 0;
 }
 
 constexpr Row kickRow()

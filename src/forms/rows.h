@@ -1,6 +1,7 @@
 // Short words for the rows of a form table, so that a table reads like the page it describes. For the tables alone.
 #pragma once
 
+#include "core/units.h"
 #include "forms/form.h"
 
 #include <cstddef>
@@ -126,7 +127,7 @@ constexpr Row numbered(Row row, int index)
 // Held in m/s, shown in kph.
 constexpr Row inKph(Row row)
 {
-    row.shownPerStored = 3.6;
+    row.shownPerStored = kphPerMps;
     row.unit = "kph";
     return row;
 }

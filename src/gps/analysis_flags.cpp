@@ -7,24 +7,19 @@ namespace torvane {
 
 namespace {
 
-constexpr uint8_t definedBit = 0x01;      // the field, or the first of the two that share a flag set
-constexpr uint8_t bothDefined = 0x11;     // latitude and longitude, or distance and speed
-constexpr uint8_t temperatureRecords = 1; // values of temperatureFlags
-constexpr uint8_t temperatureAverage = 2;
-
 uint32_t positionFlag(const FieldPresence& presence)
 {
-    return (presence.positionFlags & bothDefined) == bothDefined ? analysisPosition : 0;
+    return (presence.positionFlags & eitherInRecords) == eitherInRecords ? analysisPosition : 0;
 }
 
 uint32_t motionFlag(const FieldPresence& presence)
 {
-    switch (presence.motionFlags & bothDefined) {
+    switch (presence.motionFlags & eitherInRecords) {
     case 0:
         return analysisMotionFromPosition;
-    case definedBit:
+    case presentInRecords:
         return analysisSpeedFromDistance;
-    case bothDefined:
+    case eitherInRecords:
         return presence.timestampFlags == 0 ? analysisNoTimestamps : 0;
     default:
         return 0;
@@ -33,28 +28,28 @@ uint32_t motionFlag(const FieldPresence& presence)
 
 bool hasAltitude(const FieldPresence& presence)
 {
-    return (presence.altitudeFlags & definedBit) != 0;
+    return (presence.altitudeFlags & presentInRecords) != 0;
 }
 
 uint32_t temperatureFlag(const FieldPresence& presence)
 {
-    if (presence.temperatureFlags == temperatureRecords)
+    if (presence.temperatureFlags == presentInRecords)
         return analysisRecordTemperature;
-    return presence.temperatureFlags == temperatureAverage ? analysisAverageTemperature : 0;
+    return presence.temperatureFlags == presentAverage ? analysisAverageTemperature : 0;
 }
 
 // No acceleration without timestamps and distances.
 uint32_t steadyFlag(const FieldPresence& presence)
 {
-    return ((presence.timestampFlags | presence.motionFlags) & definedBit) == 0 ? analysisSteady : 0;
+    return ((presence.timestampFlags | presence.motionFlags) & presentInRecords) == 0 ? analysisSteady : 0;
 }
 
 uint32_t predictionFlags(const ParameterBlock& block, const FieldPresence& presence)
 {
     uint32_t flags = 0;
-    if ((presence.cadenceFlags & definedBit) == 0 && block.predictCadence)
+    if ((presence.cadenceFlags & presentInRecords) == 0 && block.predictCadence)
         flags |= analysisPredictCadence;
-    if ((presence.powerFlags & definedBit) == 0 && block.predictPower)
+    if ((presence.powerFlags & presentInRecords) == 0 && block.predictPower)
         flags |= analysisPredictPower | static_cast<uint32_t>(block.analysePowerBase) << analysisPowerBaseShift;
     return flags;
 }
@@ -94,12 +89,12 @@ void applyAnalysisRules(ParameterBlock& block, const LoadedRide& ride)
 {
     if (!hasAltitude(ride.presence))
         block.flatCourse = 1;
-    if (ride.presence.temperatureFlags == temperatureAverage)
+    if (ride.presence.temperatureFlags == presentAverage)
         block.analyseUnrealAccele =
             ride.summary.avgTemperature; // this slot, not averageTemperature: it has always been so
-    if (ride.presence.cadenceFlags & definedBit)
+    if (ride.presence.cadenceFlags & presentInRecords)
         block.predictCadence = 0;
-    if (ride.presence.powerFlags & definedBit)
+    if (ride.presence.powerFlags & presentInRecords)
         block.predictPower = 0;
 }
 

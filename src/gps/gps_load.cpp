@@ -33,9 +33,10 @@ uint8_t fieldSignature(const std::vector<FieldDefinition>& fields)
     return signature;
 }
 
-// Where the two values of a flag set start.
-constexpr uint8_t lowHalf = 0x01;
-constexpr uint8_t highHalf = 0x10;
+constexpr uint8_t ofSecond(PresenceFlag flag)
+{
+    return static_cast<uint8_t>(flag << secondField);
+}
 
 // A summary value and the flag that it sets when it is not 0.
 struct PresentValue {
@@ -54,57 +55,57 @@ struct PresenceRow {
 constexpr PresenceRow presenceRows[] = {
     {recordTimestamp,
      &FieldPresence::timestampFlags,
-     0x01,
-     {{0x10, [](const FitSummary& s) { return s.totalElapsed != 0; }}}},
+     presentInRecords,
+     {{secondInRecords, [](const FitSummary& s) { return s.totalElapsed != 0; }}}},
     {recordLatitude,
      &FieldPresence::positionFlags,
-     0x01,
-     {{0x02, [](const FitSummary& s) { return s.firstLatitude != 0; }},
-      {0x04, [](const FitSummary& s) { return s.lastLatitude != 0; }}}},
+     presentInRecords,
+     {{presentFirst, [](const FitSummary& s) { return s.firstLatitude != 0; }},
+      {presentLast, [](const FitSummary& s) { return s.lastLatitude != 0; }}}},
     {recordLongitude,
      &FieldPresence::positionFlags,
-     0x10,
-     {{0x20, [](const FitSummary& s) { return s.firstLongitude != 0; }},
-      {0x40, [](const FitSummary& s) { return s.lastLongitude != 0; }}}},
+     secondInRecords,
+     {{ofSecond(presentFirst), [](const FitSummary& s) { return s.firstLongitude != 0; }},
+      {ofSecond(presentLast), [](const FitSummary& s) { return s.lastLongitude != 0; }}}},
     {recordAltitude,
      &FieldPresence::altitudeFlags,
-     0x01,
-     {{0x02, [](const FitSummary& s) { return s.avgAltitude != 0; }},
-      {0x04, [](const FitSummary& s) { return s.maxAltitude != 0; }}}},
+     presentInRecords,
+     {{presentAverage, [](const FitSummary& s) { return s.avgAltitude != 0; }},
+      {presentMaximum, [](const FitSummary& s) { return s.maxAltitude != 0; }}}},
     {recordDistance,
      &FieldPresence::motionFlags,
-     0x01,
-     {{0x02, [](const FitSummary& s) { return s.totalDistance != 0; }}}},
+     presentInRecords,
+     {{presentTotal, [](const FitSummary& s) { return s.totalDistance != 0; }}}},
     {recordSpeed,
      &FieldPresence::motionFlags,
-     0x10,
-     {{0x20, [](const FitSummary& s) { return s.avgSpeed != 0; }},
-      {0x40, [](const FitSummary& s) { return s.maxSpeed != 0; }}}},
+     secondInRecords,
+     {{ofSecond(presentAverage), [](const FitSummary& s) { return s.avgSpeed != 0; }},
+      {ofSecond(presentMaximum), [](const FitSummary& s) { return s.maxSpeed != 0; }}}},
     {recordTemperature,
      &FieldPresence::temperatureFlags,
-     0x01,
-     {{0x02, [](const FitSummary& s) { return s.avgTemperature != 0; }}}},
+     presentInRecords,
+     {{presentAverage, [](const FitSummary& s) { return s.avgTemperature != 0; }}}},
     {recordHeartRate,
      &FieldPresence::heartRateFlags,
-     0x01,
-     {{0x02, [](const FitSummary& s) { return s.avgHeartRate != 0; }},
-      {0x04, [](const FitSummary& s) { return s.maxHeartRate != 0; }}}},
+     presentInRecords,
+     {{presentAverage, [](const FitSummary& s) { return s.avgHeartRate != 0; }},
+      {presentMaximum, [](const FitSummary& s) { return s.maxHeartRate != 0; }}}},
     {recordCadence,
      &FieldPresence::cadenceFlags,
-     0x01,
-     {{0x02, [](const FitSummary& s) { return s.avgCadence != 0; }},
-      {0x04, [](const FitSummary& s) { return s.maxCadence != 0; }}}},
-    {recordFractionalCadence, &FieldPresence::cadenceFlags, 0x10, {}},
+     presentInRecords,
+     {{presentAverage, [](const FitSummary& s) { return s.avgCadence != 0; }},
+      {presentMaximum, [](const FitSummary& s) { return s.maxCadence != 0; }}}},
+    {recordFractionalCadence, &FieldPresence::cadenceFlags, secondInRecords, {}},
     {recordPower,
      &FieldPresence::powerFlags,
-     0x01,
-     {{0x02, [](const FitSummary& s) { return s.avgPower != 0; }},
-      {0x04, [](const FitSummary& s) { return s.maxPower != 0; }},
-      {0x08, [](const FitSummary& s) { return s.normalizedPower != 0; }}}},
+     presentInRecords,
+     {{presentAverage, [](const FitSummary& s) { return s.avgPower != 0; }},
+      {presentMaximum, [](const FitSummary& s) { return s.maxPower != 0; }},
+      {presentNormalized, [](const FitSummary& s) { return s.normalizedPower != 0; }}}},
     {recordAccuracy,
      &FieldPresence::accuracyFlags,
-     0x01,
-     {{0x02, [](const FitSummary& s) { return s.gpsAccuracy != 0; }}}},
+     presentInRecords,
+     {{presentAverage, [](const FitSummary& s) { return s.gpsAccuracy != 0; }}}},
 };
 
 void setPresenceOf(LoadedRide& ride, uint8_t fieldNumber)
@@ -242,12 +243,12 @@ void setFieldPresence(LoadedRide& ride)
 void setReadiness(LoadedRide& ride)
 {
     const FieldPresence& p = ride.presence;
-    bool hasDistance = (p.motionFlags & lowHalf) != 0;
-    bool hasSpeed = (p.motionFlags & highHalf) != 0;
-    bool hasFix =
-        (p.timestampFlags & lowHalf) != 0 && (p.positionFlags & lowHalf) != 0 && (p.positionFlags & highHalf) != 0;
+    bool hasDistance = (p.motionFlags & presentInRecords) != 0;
+    bool hasSpeed = (p.motionFlags & secondInRecords) != 0;
+    bool hasFix = (p.timestampFlags & presentInRecords) != 0 && (p.positionFlags & presentInRecords) != 0 &&
+                  (p.positionFlags & secondInRecords) != 0;
     ride.readiness = p.hasRecords ? readyForAnalysis : analysisImpossible;
-    if ((p.cadenceFlags & lowHalf) != 0 && (p.powerFlags & lowHalf) != 0)
+    if ((p.cadenceFlags & presentInRecords) != 0 && (p.powerFlags & presentInRecords) != 0)
         ride.readiness = nothingToPredict;
     if (!hasSpeed && !hasDistance)
         ride.readiness = analysisImpossible;

@@ -9,20 +9,39 @@
 
 namespace torvane {
 
+// What a set of presence flags says of a field, or of the first of two fields.
+enum PresenceFlag : uint8_t {
+    presentInRecords = 0x01,
+    presentAverage = 0x02,
+    presentMaximum = 0x04,
+    presentNormalized = 0x08,
+    presentTotal = presentAverage,
+    presentFirst = presentAverage,
+    presentLast = presentMaximum,
+};
+
+constexpr uint8_t presentWithBoth = presentInRecords | presentAverage | presentMaximum; // or first and last
+
+// A second field has the high half of the set, and the same flags there.
+constexpr int secondField = 4;
+constexpr uint8_t presentFirstField = 0x0F;
+constexpr uint8_t secondInRecords = presentInRecords << secondField;
+constexpr uint8_t eitherInRecords = presentInRecords | secondInRecords;
+
 // Which fields the record messages define, and which of their summary values are there. A byte stays 0 when the field
 // is not defined.
 struct FieldPresence {
     uint8_t isActivity = 0;       // 1: file type 4
     uint8_t hasRecords = 0;       // 1: a record definition; without one all that follows is 0
-    uint8_t timestampFlags = 0;   // bit 0 defined, bit 4 total elapsed time
-    uint8_t positionFlags = 0;    // bits 0 to 2 latitude defined, first, last; bits 4 to 6 longitude alike
-    uint8_t altitudeFlags = 0;    // bit 0 defined, 1 average, 2 maximum
-    uint8_t motionFlags = 0;      // bits 0, 1 distance defined, total; bits 4 to 6 speed defined, average, maximum
-    uint8_t temperatureFlags = 0; // bit 0 defined, 1 average
-    uint8_t heartRateFlags = 0;   // bit 0 defined, 1 average, 2 maximum
-    uint8_t cadenceFlags = 0;     // bit 0 defined, 1 average, 2 maximum, 4 fractional cadence defined
-    uint8_t powerFlags = 0;       // bit 0 defined, 1 average, 2 maximum, 3 normalized
-    uint8_t accuracyFlags = 0;    // bit 0 defined, 1 average
+    uint8_t timestampFlags = 0;   // and, as a second field, the total elapsed time
+    uint8_t positionFlags = 0;    // latitude: first, last; longitude alike
+    uint8_t altitudeFlags = 0;    // average, maximum
+    uint8_t motionFlags = 0;      // distance: total; speed: average, maximum
+    uint8_t temperatureFlags = 0; // average
+    uint8_t heartRateFlags = 0;   // average, maximum
+    uint8_t cadenceFlags = 0;     // average, maximum; fractional cadence
+    uint8_t powerFlags = 0;       // average, maximum, normalized
+    uint8_t accuracyFlags = 0;    // average
 };
 
 enum AnalysisReadiness : uint32_t {

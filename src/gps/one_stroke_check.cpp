@@ -99,13 +99,15 @@ void presetPresenceFromScan(LoadedRide& ride, const SourceFileInfo& info)
     FieldPresence& presence = ride.presence;
     presence.isActivity = info.fileType == fileTypeActivity;
     presence.hasRecords = info.recordDefinitionCount != 0;
-    set(presence.timestampFlags, present(fieldTimestamp, 0x11));
-    set(presence.positionFlags, present(fieldLatitude, 0x07) | present(fieldLongitude, 0x70));
-    set(presence.altitudeFlags, present(fieldAltitude, 0x07));
-    set(presence.motionFlags, present(fieldDistance, 0x03) | present(fieldSpeed, 0x70));
-    set(presence.temperatureFlags, present(fieldTemperature, 0x03));
-    set(presence.cadenceFlags, present(fieldCadence, 0x07));
-    set(presence.powerFlags, present(fieldPower, 0x07));
+    set(presence.timestampFlags, present(fieldTimestamp, eitherInRecords));
+    set(presence.positionFlags,
+        present(fieldLatitude, presentWithBoth) | present(fieldLongitude, presentWithBoth << secondField));
+    set(presence.altitudeFlags, present(fieldAltitude, presentWithBoth));
+    set(presence.motionFlags,
+        present(fieldDistance, presentInRecords | presentTotal) | present(fieldSpeed, presentWithBoth << secondField));
+    set(presence.temperatureFlags, present(fieldTemperature, presentInRecords | presentAverage));
+    set(presence.cadenceFlags, present(fieldCadence, presentWithBoth));
+    set(presence.powerFlags, present(fieldPower, presentWithBoth));
     setReadiness(ride);
 }
 

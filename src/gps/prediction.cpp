@@ -40,9 +40,7 @@ double airTemperatureOf(const ParameterBlock& settings, const FitSummary& summar
 // The cadence in the gear that comes nearest to the usual one at a speed; no limit holds it.
 double cadenceAt(const Model& model, double speed)
 {
-    const ModelState& m = model.state;
-    double wanted = (speed * 60000.0) / (m.cadenceUsual * m.rearCircumference);
-    return (speed * 60000.0) / (model.gearTable[nearestGear(model, wanted)].ratio * m.rearCircumference);
+    return cadenceInGear(model, speed, model.gearTable[usualGear(model, speed)].ratio);
 }
 
 // Turns the power at the tyre contact, as the row holds it, into that of the stage asked for.

@@ -1,5 +1,6 @@
 #include "gps/track.h"
 
+#include "core/units.h"
 #include "gps/analysis.h"
 #include "gps/gps_load.h"
 #include "gps/sectors.h"
@@ -155,7 +156,7 @@ StatusCode prepareTrack(const FitImage& image, GpsRecords& records, const Parame
 {
     if (StatusCode code = fillRecords(image, records))
         return code;
-    if (!formSectors(records, settings.thresholdSpeed / 3.6, analysisFlags))
+    if (!formSectors(records, settings.thresholdSpeed / kphPerMps, analysisFlags))
         return fitNoSector;
     if (limits == TrackLimits::analyse)
         refineTrack(records, settings.analyseUnrealInclination, settings.analyseUnrealAccele, analysisFlags);

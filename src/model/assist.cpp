@@ -1,5 +1,6 @@
 #include "model/assist.h"
 
+#include "core/units.h"
 #include "model/drivetrain_chain.h"
 #include "model/power_search.h"
 
@@ -123,7 +124,7 @@ int rangeOfPower(const Model& model, Evaluation& e, int stage, double wanted)
 {
     const double* speed = model.state.assistRangeSpeed; // kph
     int range = 0;
-    while (range < assistRangeCount && powerAtVelocity(model, e, stage, speed[range] / 3.6).value < wanted) {
+    while (range < assistRangeCount && powerAtVelocity(model, e, stage, speed[range] / kphPerMps).value < wanted) {
         ++range;
     }
     return range;
@@ -144,7 +145,7 @@ void sampleAssistEdge(const Model& model, Evaluation& e)
     e.assistSampleVelocity[0] = model.state.assistRangeSpeed[lastAssistedRange(model.state)];
     e.assistSampleVelocity[1] = e.assistSampleVelocity[0] + 0.001;
     for (int n = 0; n < 2; ++n) {
-        double velocity = e.assistSampleVelocity[n] / 3.6;
+        double velocity = e.assistSampleVelocity[n] / kphPerMps;
         e.assistSamplePower[n] = assistedPowerAtVelocity(model, e, stagePedaling, velocity).value;
     }
 }
@@ -154,7 +155,7 @@ void sampleAssistEdge(const Model& model, Evaluation& e)
 double assistRatioAt(const Model& model, double velocity)
 {
     const ModelState& m = model.state;
-    double kph = velocity * 3.6;
+    double kph = velocity * kphPerMps;
     int range = rangeAt(m, kph);
     if (range == assistRangeCount) {
         return 0.0;
@@ -207,11 +208,11 @@ Solved assistedVelocityForPower(const Model& model, Evaluation& e, int stage, do
     }
     const double* speed = model.state.assistRangeSpeed;
     double firstKph = range == 0 ? speed[0] * 0.5 : speed[range - 1];
-    PowerSearch search{firstKph / 3.6, 2.0};
+    PowerSearch search{firstKph / kphPerMps, 2.0};
     searchPower(search, wanted, [&](double velocity) { return assistedStagePowerAt(model, e, stage, velocity); });
     double velocity = search.velocity < 0.0 ? 0.0 : search.velocity;
     if (search.exhausted) {
-        ResultStatus below = search.velocity < 0.0 ? statusTooShortPower : 0;
+        ResultStatus below = search.velocity < 0.0 ? statusTooShortPower : statusDone;
         return {velocity, search.status | statusNotConverged | below};
     }
     ResultStatus closeness = toleranceClass(search.power, wanted);

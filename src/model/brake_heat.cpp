@@ -1,5 +1,6 @@
 #include "model/brake_heat.h"
 
+#include "core/units.h"
 #include "model/constants.h"
 
 #include <algorithm>
@@ -38,7 +39,8 @@ double heatLossRate(const Model& model, const BrakeMaterials& materials, BrakeHe
     double ambient = model.state.temperature;
     heat.brakeTemperature[wheel] =
         (heat.brakeHeat[wheel] + heat.brakeRadiated[wheel]) / brakeHeatCapacity(model, materials, wheel) + ambient;
-    return brakeLossRate(model, materials, wheel, heat.brakeTemperature[wheel], ambient, velocity * 0.5 * 3.6 + 7.0);
+    return brakeLossRate(model, materials, wheel, heat.brakeTemperature[wheel], ambient,
+                         velocity * 0.5 * kphPerMps + 7.0);
 }
 
 void keepBrakeHeat(ModelState& state, const BrakeHeat& heat)

@@ -11,7 +11,7 @@ double radiansPerSecond(double rpm)
 
 double wheelRpmAt(const Model& model, double velocity)
 {
-    return velocity * 60000.0 / model.state.rearCircumference;
+    return velocity * mmPerMinute / model.state.rearCircumference;
 }
 
 double forceAtLever(double torque, double lever)

@@ -49,7 +49,7 @@ void chainBack(const Model& model, Evaluation& e, double velocity, double thrust
         e.currentRearTooth = rearToothOf(model, 0);
         return;
     }
-    int gear = nearestGear(model, velocity * 60000.0 / (m.cadenceUsual * m.rearCircumference));
+    int gear = usualGear(model, velocity);
     e.currentFrontTooth = frontToothOf(model, gear);
     e.currentRearTooth = rearToothOf(model, gear);
     double wheelRpm = wheelRpmAt(model, velocity);

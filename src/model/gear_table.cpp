@@ -1,5 +1,7 @@
 #include "model/gear_table.h"
 
+#include "model/constants.h"
+
 #include <array>
 #include <cmath>
 
@@ -27,7 +29,7 @@ double ratioOf(const ModelState& m, int ring, int sprocket)
 GearEntry gearOf(const ModelState& m, int ring, int sprocket)
 {
     double ratio = ratioOf(m, ring, sprocket);
-    auto velocityAt = [&m, ratio](double cadence) { return cadence * ratio * m.rearCircumference / 60000.0; };
+    auto velocityAt = [&m, ratio](double cadence) { return cadence * ratio * m.rearCircumference / mmPerMinute; };
     return {ratio,
             ring,
             sprocket,
@@ -79,6 +81,26 @@ int nearestGear(const Model& model, double ratio)
         }
     }
     return nearest;
+}
+
+double ratioAtCadence(const Model& model, double velocity, double cadence)
+{
+    return velocity * mmPerMinute / (cadence * model.state.rearCircumference);
+}
+
+double usualRatio(const Model& model, double velocity)
+{
+    return ratioAtCadence(model, velocity, model.state.cadenceUsual);
+}
+
+int usualGear(const Model& model, double velocity)
+{
+    return nearestGear(model, usualRatio(model, velocity));
+}
+
+double cadenceInGear(const Model& model, double velocity, double gearRatio)
+{
+    return velocity * mmPerMinute / (model.state.rearCircumference * gearRatio);
 }
 
 int32_t frontToothOf(const Model& model, int row)

@@ -1,5 +1,6 @@
 #include "model/resistance.h"
 
+#include "core/units.h"
 #include "model/constants.h"
 
 #include <algorithm>
@@ -75,7 +76,7 @@ Pair pairOf(const double (&values)[2])
 struct Pace {
     double kph, squared;
 
-    explicit Pace(double air) : kph(air * 3.6), squared((kph / 50.0) * (kph / 50.0)) {}
+    explicit Pace(double air) : kph(air * kphPerMps), squared((kph / 50.0) * (kph / 50.0)) {}
 };
 
 // kgf of both wheels.
@@ -185,7 +186,7 @@ double pelotonRatioAt(const Model& model, double airVelocity)
         return 1.0;
     }
     const Peloton& p = model.peloton;
-    double ratio = p.train / std::pow(airVelocity * 3.6, 0.2) * p.spacing / std::pow(50.0, 0.2);
+    double ratio = p.train / std::pow(airVelocity * kphPerMps, 0.2) * p.spacing / std::pow(50.0, 0.2);
     if (model.state.rotateTop == topRotates) {
         ratio = ((riders - 1) * ratio + 1.0) / riders; // a share of the time in front, in free air
     }
@@ -214,7 +215,8 @@ Solved resistanceAtVelocity(const Model& model, Evaluation& e, double velocity)
     e.totalLoad = e.rollingLoad + e.airDrag + e.slopeLoad;
     e.rollingPower = e.rollingLoad * velocity * standardGravity;
     e.slopePower = e.slopeLoad * velocity * standardGravity;
-    return {e.rollingPower + e.airDragPower + e.slopePower, velocity > model.reachVelocity ? statusOverReach : 0};
+    return {e.rollingPower + e.airDragPower + e.slopePower,
+            velocity > model.reachVelocity ? statusOverReach : statusDone};
 }
 
 } // namespace torvane

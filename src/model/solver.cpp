@@ -46,7 +46,7 @@ ResultStatus toleranceClass(double value, double wanted)
     if (value > wanted + wide || value < wanted - wide) {
         return statusBeyondTolerance;
     }
-    return within(value, wanted - narrow, wanted + narrow) ? 0 : statusLooseTolerance;
+    return within(value, wanted - narrow, wanted + narrow) ? statusDone : statusLooseTolerance;
 }
 
 double requiredPower(double power, double cadence, double cadenceMax)

@@ -68,7 +68,7 @@ ResultStatus maxPowerStep(Theory& r)
 {
     const double summit = requiredPower(r.power, r.cadence, r.cadenceMax);
     r.maxPower = std::isfinite(summit) ? summit : 0.0;
-    return std::isfinite(summit) ? 0 : statusZeroValue;
+    return std::isfinite(summit) ? statusDone : statusZeroValue;
 }
 
 // Cadence theory: one point of the parabola, solved for one of its four figures.
@@ -193,7 +193,7 @@ ResultStatus cadenceOfVelocity(const Model& model, Theory& r)
         return statusZeroValue;
     }
     r.gearRatio = enteredRatio(r);
-    r.cadence = r.velocity * 60000.0 / (model.state.rearCircumference * r.gearRatio);
+    r.cadence = cadenceInGear(model, r.velocity, r.gearRatio);
     return 0;
 }
 
@@ -205,7 +205,7 @@ ResultStatus velocityOfCadence(const Model& model, Theory& r)
         return statusZeroValue;
     }
     r.gearRatio = enteredRatio(r);
-    r.velocity = model.state.rearCircumference * r.gearRatio * r.cadence / 60000.0;
+    r.velocity = model.state.rearCircumference * r.gearRatio * r.cadence / mmPerMinute;
     return 0;
 }
 
@@ -234,7 +234,7 @@ ResultStatus teethOfVelocity(const Model& model, Theory& r, bool ownGears)
         takeGear(model, r, 0);
         return statusZeroValue;
     }
-    r.expectedRatio = r.velocity * 60000.0 / (model.state.rearCircumference * r.cadence);
+    r.expectedRatio = ratioAtCadence(model, r.velocity, r.cadence);
     if (ownGears) {
         takeGear(model, r, nearestGear(model, r.expectedRatio));
     } else {
@@ -321,7 +321,7 @@ ResultStatus theoryVerify(const Model& model, Theory& theory)
 {
     ResultStatus status =
         theory.calculator == calculatorGears ? powerFromVelocity(model, theory) : verifyPower(model, theory);
-    return (status & 0x7FFF) != 0 ? status << 4 : numbersOrZero(theory, status);
+    return isFatal(status) ? status << 4 : numbersOrZero(theory, status);
 }
 
 } // namespace torvane

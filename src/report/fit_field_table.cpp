@@ -1,4 +1,5 @@
 // The table of a track's records, one row for each record in a sector.
+#include "core/units.h"
 #include "report/fit_report.h"
 
 #include "core/parameter_block.h"
@@ -22,13 +23,12 @@ struct ColumnChoice {
 
 ColumnChoice chooseColumns(const ReportedRide& ride, uint32_t predicted)
 {
-    constexpr uint8_t defined = 1;
     const FieldPresence& p = ride.presence;
     ColumnChoice choice = {};
     choice.presence = p;
-    choice.cadence = (p.cadenceFlags & defined) != 0 || (predicted & predictedCadence) != 0;
-    choice.power = (p.powerFlags & defined) != 0 || (predicted & predictedPower) != 0;
-    choice.braking = choice.power && (p.powerFlags & defined) == 0 && ride.settings.detectBraking;
+    choice.cadence = (p.cadenceFlags & presentInRecords) != 0 || (predicted & predictedCadence) != 0;
+    choice.power = (p.powerFlags & presentInRecords) != 0 || (predicted & predictedPower) != 0;
+    choice.braking = choice.power && (p.powerFlags & presentInRecords) == 0 && ride.settings.detectBraking;
     return choice;
 }
 
@@ -42,23 +42,23 @@ struct Column {
 
 bool hasHeading(const ColumnChoice& c)
 {
-    return (c.presence.positionFlags & 0x11) != 0;
+    return (c.presence.positionFlags & eitherInRecords) != 0;
 }
 bool hasAltitude(const ColumnChoice& c)
 {
-    return (c.presence.altitudeFlags & 0x01) != 0;
+    return (c.presence.altitudeFlags & presentInRecords) != 0;
 }
 bool hasSpeed(const ColumnChoice& c)
 {
-    return (c.presence.motionFlags & 0x10) != 0;
+    return (c.presence.motionFlags & secondInRecords) != 0;
 }
 bool hasDistance(const ColumnChoice& c)
 {
-    return (c.presence.motionFlags & 0x01) != 0;
+    return (c.presence.motionFlags & presentInRecords) != 0;
 }
 bool hasTemperature(const ColumnChoice& c)
 {
-    return (c.presence.temperatureFlags & 0x01) != 0;
+    return (c.presence.temperatureFlags & presentInRecords) != 0;
 }
 bool hasCadence(const ColumnChoice& c)
 {
@@ -78,7 +78,7 @@ constexpr Column columns[] = {
     {"heading", "degree", 1, hasHeading, [](const GpsRecord& r) { return r.heading; }},
     {"altitude", "m", 1, hasAltitude, [](const GpsRecord& r) { return r.altitude; }},
     {"inclinat", "%", 1, hasAltitude, [](const GpsRecord& r) { return r.inclination; }},
-    {"speed", "kph", 1, hasSpeed, [](const GpsRecord& r) { return r.speed * 3.6; }},
+    {"speed", "kph", 1, hasSpeed, [](const GpsRecord& r) { return r.speed * kphPerMps; }},
     {"distance", "km", 3, hasDistance, [](const GpsRecord& r) { return r.distance / 1000; }},
     {"temperat", "Cel", 1, hasTemperature, [](const GpsRecord& r) { return r.temperature; }},
     {"cadence", "rpm", 1, hasCadence, [](const GpsRecord& r) { return r.cadence; }},
@@ -100,7 +100,7 @@ struct Table {
 Table makeTable(const ReportedRide& ride, uint32_t predicted)
 {
     ColumnChoice choice = chooseColumns(ride, predicted);
-    Table table = {(choice.presence.timestampFlags & 0x01) != 0, {}};
+    Table table = {(choice.presence.timestampFlags & presentInRecords) != 0, {}};
     for (const Column& column : columns) {
         if (column.present(choice))
             table.columns.push_back(column);

@@ -2,6 +2,7 @@
 #include "core/parameter_block.h"
 #include "core/screens.h"
 #include "core/text.h"
+#include "core/units.h"
 #include "fit/fit_types.h"
 #include "report/fit_report.h"
 #include "report/report_text.h"
@@ -32,17 +33,17 @@ void reportSports(Screens& screens, const FitInventory& inventory, const FitSumm
 
 namespace {
 
-constexpr uint8_t lowDefined = 0x01;
-constexpr uint8_t highDefined = 0x10;
+constexpr int recordsAndAverage = presentInRecords | presentAverage;
+constexpr int recordsAndMaximum = presentInRecords | presentMaximum;
 
 bool positionComplete(const FieldPresence& presence)
 {
-    return (presence.positionFlags & lowDefined) != 0 && (presence.positionFlags & highDefined) != 0;
+    return (presence.positionFlags & presentInRecords) != 0 && (presence.positionFlags & secondInRecords) != 0;
 }
 
 double kph(uint16_t speed)
 {
-    return speed * 3.6 / 1000.0;
+    return speed * kphPerMps / 1000.0;
 }
 
 void appendHead(std::string& text, const ReportedRide& ride)
@@ -98,7 +99,7 @@ void appendTimestamp(std::string& text, const ReportedRide& ride)
                  formatDateTime(static_cast<uint32_t>(summary.startTimestamp)).c_str(),
                  formatDateTime(static_cast<uint32_t>(summary.endTimestamp)).c_str(),
                  static_cast<int>(summary.recordInterval));
-    if (flags == 0x11)
+    if (flags == eitherInRecords)
         text += ", timer " + hms(static_cast<int32_t>(summary.totalTimer / 1000));
     text += "\n";
 }
@@ -106,16 +107,16 @@ void appendTimestamp(std::string& text, const ReportedRide& ride)
 void appendCoordinate(std::string& text, const char* name, int flags, int32_t first, int32_t last)
 {
     switch (flags) {
-    case 1:
+    case presentInRecords:
         appendFormat(text, "\t%s: existing\n", name);
         break;
-    case 3:
+    case presentInRecords | presentFirst:
         appendFormat(text, "\t%s: existing, start %11.6lf\n", name, degreesOf(first));
         break;
-    case 5:
+    case presentInRecords | presentLast:
         appendFormat(text, "\t%s: existing, end   %11.6lf\n", name, degreesOf(last));
         break;
-    case 7:
+    case presentWithBoth:
         appendFormat(text, "\t%s: existing, start %11.6lf, end %11.6lf\n", name, degreesOf(first), degreesOf(last));
         break;
     default:
@@ -127,12 +128,12 @@ void appendPosition(std::string& text, const ReportedRide& ride)
 {
     const FitSummary& summary = ride.summary;
     uint8_t flags = ride.presence.positionFlags;
-    if ((flags & (lowDefined | highDefined)) == 0) {
+    if ((flags & eitherInRecords) == 0) {
         text += "\tlatitude and longitude\t: none, prediction is impossible except flat calm\n";
         return;
     }
-    appendCoordinate(text, "latitude\t\t\t", flags & 0x0F, summary.firstLatitude, summary.lastLatitude);
-    appendCoordinate(text, "longitude\t\t\t", flags >> 4, summary.firstLongitude, summary.lastLongitude);
+    appendCoordinate(text, "latitude\t\t\t", flags & presentFirstField, summary.firstLatitude, summary.lastLatitude);
+    appendCoordinate(text, "longitude\t\t\t", flags >> secondField, summary.firstLongitude, summary.lastLongitude);
 }
 
 void appendAltitude(std::string& text, const ReportedRide& ride)
@@ -141,16 +142,16 @@ void appendAltitude(std::string& text, const ReportedRide& ride)
     double average = metresOf(summary.avgAltitude);
     double highest = metresOf(summary.maxAltitude);
     switch (ride.presence.altitudeFlags) {
-    case 1:
+    case presentInRecords:
         text += "\taltitude\t\t\t: existing\n";
         break;
-    case 3:
+    case recordsAndAverage:
         appendFormat(text, "\taltitude\t\t\t: existing, average %4.1lf m\n", average);
         break;
-    case 5:
+    case recordsAndMaximum:
         appendFormat(text, "\taltitude\t\t\t: existing, maxi %7.1lf m\n", highest);
         break;
-    case 7:
+    case presentWithBoth:
         appendFormat(text, "\taltitude\t\t\t: existing, average %4.1lf m,    maxi %5.1lf m\n", average, highest);
         break;
     default:
@@ -161,9 +162,9 @@ void appendAltitude(std::string& text, const ReportedRide& ride)
 void appendAccuracy(std::string& text, const ReportedRide& ride)
 {
     const FitSummary& summary = ride.summary;
-    if (ride.presence.accuracyFlags == 1)
+    if (ride.presence.accuracyFlags == presentInRecords)
         text += "\tGPS accuracy\t\t: existing\n";
-    else if (ride.presence.accuracyFlags == 3)
+    else if (ride.presence.accuracyFlags == recordsAndAverage)
         appendFormat(text, "\tGPS accuracy\t\t: existing, average %2d m\n", summary.gpsAccuracy);
     else
         text += "\tGPS accuracy\t\t: none\n";
@@ -173,12 +174,12 @@ void appendDistance(std::string& text, const ReportedRide& ride)
 {
     const FitSummary& summary = ride.summary;
     double kilometres = summary.totalDistance * 0.001 / 100;
-    int flags = ride.presence.motionFlags & 0x0F;
+    int flags = ride.presence.motionFlags & presentFirstField;
     if (ride.mode == reportAnalysed)
         appendFormat(text, "\tdistance\t\t\t: analysed, total %8.3lf km\n", kilometres);
-    else if (flags == 1)
+    else if (flags == presentInRecords)
         text += "\tdistance\t\t\t: existing\n";
-    else if (flags == 3)
+    else if (flags == (presentInRecords | presentTotal))
         appendFormat(text, "\tdistance\t\t\t: existing, total %8.3lf km\n", kilometres);
     else
         text += "\tdistance\t\t\t: none\n";
@@ -187,7 +188,7 @@ void appendDistance(std::string& text, const ReportedRide& ride)
 // Without speeds in the records they can be had from timestamps and positions alone.
 const char* noSpeedText(const FieldPresence& presence)
 {
-    bool fromPosition = (presence.timestampFlags & lowDefined) != 0 && positionComplete(presence);
+    bool fromPosition = (presence.timestampFlags & presentInRecords) != 0 && positionComplete(presence);
     return fromPosition ? "\tspeed\t\t\t\t: none\n"
                         : "\t-- besides no timestamp, latitude nor longitude that makes prediction to be impossible\n";
 }
@@ -201,17 +202,17 @@ void appendSpeed(std::string& text, const ReportedRide& ride)
         appendFormat(text, "\tspeed\t\t\t\t: analysed, average %5.2lf kph, maxi %6.2lf kph\n", average, highest);
         return;
     }
-    switch (ride.presence.motionFlags >> 4) {
-    case 1:
+    switch (ride.presence.motionFlags >> secondField) {
+    case presentInRecords:
         text += "\tspeed\t\t\t\t: existing\n";
         break;
-    case 3:
+    case recordsAndAverage:
         appendFormat(text, "\tspeed\t\t\t\t: existing, average %5.2lf kph\n", average);
         break;
-    case 5:
+    case recordsAndMaximum:
         appendFormat(text, "\tspeed\t\t\t\t: existing, maxi %8.2lf kph\n", highest);
         break;
-    case 7:
+    case presentWithBoth:
         appendFormat(text, "\tspeed\t\t\t\t: existing, average %5.2lf kph, maxi %6.2lf kph\n", average, highest);
         break;
     default:
@@ -221,7 +222,7 @@ void appendSpeed(std::string& text, const ReportedRide& ride)
 
 void appendMotion(std::string& text, const ReportedRide& ride)
 {
-    if ((ride.presence.motionFlags & (lowDefined | highDefined)) == 0) {
+    if ((ride.presence.motionFlags & eitherInRecords) == 0) {
         text += "\tspeed and distance\t: none, prediction is impossible\n";
         return;
     }
@@ -233,13 +234,13 @@ void appendTemperature(std::string& text, const ReportedRide& ride)
 {
     const FitSummary& summary = ride.summary;
     switch (ride.presence.temperatureFlags) {
-    case 1:
+    case presentInRecords:
         text += "\ttemperature\t\t\t: existing\n";
         break;
-    case 2:
+    case presentAverage:
         appendFormat(text, "\ttemperature\t\t\t: none, but average %2d Cel\n", summary.avgTemperature);
         break;
-    case 3:
+    case recordsAndAverage:
         appendFormat(text, "\ttemperature\t\t\t: existing, average %2d Cel\n", summary.avgTemperature);
         break;
     default:
@@ -253,16 +254,16 @@ void appendHeartRate(std::string& text, const ReportedRide& ride)
 {
     const FitSummary& summary = ride.summary;
     switch (ride.presence.heartRateFlags) {
-    case 1:
+    case presentInRecords:
         text += "\theart rate\t\t\t: existing\n";
         break;
-    case 2:
+    case presentAverage:
         appendFormat(text, "\theart rate\t\t\t: none, but average %3d bpm\n", summary.avgHeartRate);
         break;
-    case 3:
+    case recordsAndAverage:
         appendFormat(text, "\theart rate\t\t\t: existing, average %3d bpm\n", summary.avgHeartRate);
         break;
-    case 7:
+    case presentWithBoth:
         appendFormat(text, "\theart rate\t\t\t: existing, average %3d bpm,   maxi %3d bpm\n", summary.avgHeartRate,
                      summary.maxHeartRate);
         break;
@@ -280,21 +281,21 @@ void appendCadence(std::string& text, const ReportedRide& ride)
         return;
     }
     switch (ride.presence.cadenceFlags) {
-    case 1:
-    case 16:
-    case 17:
+    case presentInRecords:
+    case secondInRecords:
+    case eitherInRecords:
         text += "\tcadence\t\t\t: existing\n";
         break;
-    case 3:
-    case 19:
+    case recordsAndAverage:
+    case secondInRecords | recordsAndAverage:
         appendFormat(text, "\tcadence\t\t\t: existing, average %3d rpm\n", summary.avgCadence);
         break;
-    case 5:
-    case 21:
+    case recordsAndMaximum:
+    case secondInRecords | recordsAndMaximum:
         appendFormat(text, "\tcadence\t\t\t: existing, maxi %6d rpm\n", summary.maxCadence);
         break;
-    case 7:
-    case 23:
+    case presentWithBoth:
+    case secondInRecords | presentWithBoth:
         appendFormat(text, "\tcadence\t\t\t: existing, average %3d rpm,   maxi %3d rpm\n", summary.avgCadence,
                      summary.maxCadence);
         break;
@@ -319,20 +320,20 @@ void appendPower(std::string& text, const ReportedRide& ride)
         return;
     }
     switch (ride.presence.powerFlags) {
-    case 1:
+    case presentInRecords:
         text += "\tpower\t\t\t\t: existing\n";
         break;
-    case 3:
+    case recordsAndAverage:
         appendFormat(text, "\tpower\t\t\t\t: existing, average %3d watts\n", summary.avgPower);
         break;
-    case 5:
+    case recordsAndMaximum:
         appendFormat(text, "\tpower\t\t\t\t: existing, maxi %5d watts\n", summary.maxPower);
         break;
-    case 7:
+    case presentWithBoth:
         appendFormat(text, "\tpower\t\t\t\t: existing, average %3d watts, maxi %3d watts\n", summary.avgPower,
                      summary.maxPower);
         break;
-    case 15:
+    case presentWithBoth | presentNormalized:
         appendFormat(text, "\tpower\t\t\t\t: existing, average %3d watts, maxi %3d watts, normalized %3d watts\n",
                      summary.avgPower, summary.maxPower, summary.normalizedPower);
         break;
@@ -344,7 +345,7 @@ void appendPower(std::string& text, const ReportedRide& ride)
 void appendBraking(std::string& text, const ReportedRide& ride)
 {
     const FitSummary& summary = ride.summary;
-    bool powerPredicted = (ride.presence.powerFlags & lowDefined) == 0 && ride.settings.predictPower;
+    bool powerPredicted = (ride.presence.powerFlags & presentInRecords) == 0 && ride.settings.predictPower;
     if (ride.mode != reportAnalysed || !powerPredicted || !ride.settings.detectBraking)
         return;
     appendFormat(text, "\tbraking force\t\t: analysed, average %5.1lf kgf, maxi %5.1lf kgf\n", summary.avgBrakeForce,
@@ -380,7 +381,7 @@ void reportSummary(Screens& screens, const ReportedRide& ride)
         appendTableHeading(text, ride);
         appendFields(text, ride);
         appendBraking(text, ride);
-        if ((presence.cadenceFlags & lowDefined) != 0 && (presence.powerFlags & lowDefined) != 0)
+        if ((presence.cadenceFlags & presentInRecords) != 0 && (presence.powerFlags & presentInRecords) != 0)
             text += "\t-- cadence and power are existing and no need to predict\n";
     } else {
         text += "\n\t\timpossible to analyse and predict cause no record data message\n";

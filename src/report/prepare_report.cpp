@@ -2,6 +2,7 @@
 
 #include "core/screens.h"
 #include "core/text.h"
+#include "core/units.h"
 
 #include <span>
 #include <string>
@@ -113,7 +114,7 @@ void appendSpeed(std::string& text, const PrepareFindings& findings)
     if (findings.seconds == 0 || !findings.fields[rideDistance].written)
         return;
     double mean = static_cast<double>(findings.centimetres) / 100 / findings.seconds; // m/s
-    appendFormat(text, "\taverage speed: %.2f kph over %u s", mean * 3.6, findings.seconds);
+    appendFormat(text, "\taverage speed: %.2f kph over %u s", mean * kphPerMps, findings.seconds);
     if (findings.deviceSpeed > 0)
         appendFormat(text, ", by the device %.2f kph", findings.deviceSpeed * 0.0036);
     text += "\n";

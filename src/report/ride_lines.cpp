@@ -1,6 +1,8 @@
 #include "report/ride_lines.h"
 
 #include "core/text.h"
+#include "core/units.h"
+#include "model/constants.h"
 #include "report/time_text.h"
 
 #include <algorithm>
@@ -51,7 +53,8 @@ void appendFourHeads(std::string& text, const char* first, const char* second, c
 
 void appendAcceleration(std::string& text, const char* label, double accele)
 {
-    appendFormat(text, "\t%s\t\t\t:%9.3lfmpss,%9.3lfkphs,%9.3lf G\n", label, accele, accele * 3.6, accele / 9.80665);
+    appendFormat(text, "\t%s\t\t\t:%9.3lfmpss,%9.3lfkphs,%9.3lf G\n", label, accele, accele * kphPerMps,
+                 accele / standardGravity);
 }
 
 void appendTrainingLevel(std::string& text, const RideRun& ride)

@@ -2,6 +2,7 @@
 #include "report/ride_report.h"
 
 #include "core/text.h"
+#include "core/units.h"
 #include "report/report_text.h"
 #include "report/ride_lines.h"
 #include "report/status_text.h"
@@ -18,7 +19,7 @@ static_assert(std::size(corneringTargets) == corneringTargetCount);
 
 double kph(double velocity)
 {
-    return velocity * 3.6;
+    return velocity * kphPerMps;
 }
 
 // Title
@@ -90,7 +91,7 @@ void appendPattern(std::string& text, const RideRun& ride)
         break;
     case patternConstantVelocity:
         appendFormat(text, "velocity is constant %3.1lf kph", end);
-        text += ride.status == 0 ? formatText(" due to braking %3.1lf kgf\n", ride.found.force) : "\n";
+        text += ride.status == statusDone ? formatText(" due to braking %3.1lf kgf\n", ride.found.force) : "\n";
         break;
     default:
         appendFormat(text, "intermittent braking %3.1lf kgf to %3.1lf kph for every %3.1lf m\n", ride.found.force, end,

@@ -1,5 +1,6 @@
 // The tables under a ride report: the steps of a run, and the sectors of an intermittent braking.
 #include "core/text.h"
+#include "core/units.h"
 #include "report/report_text.h"
 #include "report/ride_report.h"
 
@@ -20,14 +21,14 @@ void reportHeading(Screens& screens, const char* subject, bool kiloWatt)
 void appendRow(std::string& text, const SampleRow& row)
 {
     appendFormat(text, "%8.3lf,%8.3lf,%9.3lf,%8.3lf,%8.3lf,%8.3lf,%8.3lf,%3d/%2d,%6.3lf,%8.3lf\n", row.time,
-                 row.velocity * 3.6, row.power, row.torque, row.force, row.accele, row.distance, row.frontTooth,
+                 row.velocity * kphPerMps, row.power, row.torque, row.force, row.accele, row.distance, row.frontTooth,
                  row.rearTooth, row.gearRatio, row.cadence);
 }
 
 void appendSector(std::string& text, int number, const SectorRow& row)
 {
     appendFormat(text, "%9d,%9.1lf,%9.1lf,%9.3lf,%9.3lf,%9.3lf,%9.3lf,%9.3lf,%9.3lf\n", number, row.time, row.distance,
-                 row.velocity * 3.6, row.brake[0], row.brake[1], row.heat[0], row.radiate[0], row.residual[0]);
+                 row.velocity * kphPerMps, row.brake[0], row.brake[1], row.heat[0], row.radiate[0], row.residual[0]);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "report/status_text.h"
 
 #include "core/text.h"
+#include "core/units.h"
 
 #include <span>
 
@@ -9,7 +10,7 @@ namespace torvane {
 namespace {
 
 struct StatusLine {
-    int bit;
+    StatusBit bit;
     const char* text; // with a quote: a format of one double
     double (*quote)(const RideRun& ride) = nullptr;
 };
@@ -22,60 +23,58 @@ double seekLimit(const RideRun& ride)
 
 double velocityKph(const RideRun& ride)
 {
-    return ride.found.velocity * 3.6;
+    return ride.found.velocity * kphPerMps;
 }
 
 double reachKph(const RideRun& ride)
 {
-    return ride.model.reachVelocity * 3.6;
+    return ride.model.reachVelocity * kphPerMps;
 }
 
 constexpr StatusLine theoryAlerts[] = {
-    {0, "illegal variate value\n"},
+    {statusIllegalValue, "illegal variate value\n"},
 };
 
 constexpr StatusLine theoryWarnings[] = {
-    {18, "non-sence variate value\n"},
-    {20, "over maximal velocity under current profile\n"},
-    {21, "velocity not converged under current profile\n"},
-    {22, "too short power under current profile\n"},
+    {statusZeroValue, "non-sence variate value\n"},
+    {statusOverReach, "over maximal velocity under current profile\n"},
+    {statusTheoryNotConverged, "velocity not converged under current profile\n"},
+    {statusTheoryTooShortPower, "too short power under current profile\n"},
 };
 
-constexpr int assistRangeBit = 14;
-
 constexpr StatusLine rideAlerts[] = {
-    {0, "illegal initial variate value\n"},
-    {1, "not converged cause illegal initial values\n"},
-    {2, "sorry, not converged and failed to seak\n"},
-    {3, "too short power or too short accele\n"},
-    {4, "could not decelerate cause too large power for the ending velocity\n"},
-    {5, "could not accelerate cause too short power or too low cadence\n"},
-    {6, "could not decelerate even if powered zero\n"},
-    {7, "too small gradient for rolling\n"},
-    {8, "too small velocity for rolling\n"},
-    {9, "too long sector time limitted maximum %lf sec\n", seekLimit},
-    {10, "too long distance limitted maximum %lf m\n", seekLimit},
-    {11, "too hi accele limitted maximum %lf\n", seekLimit},
-    {12, "no need braking cause maximal velocity is %3.1lf kph as ending poised\n", velocityKph},
-    {13, "too large inclination or too small braking force or too short interval\n"},
-    {assistRangeBit, " The specified human power is in the velocity range of the assist,\n"
-                     "and can be expected to be assisted by the motor,\n"
-                     "but the total power assisted will exceed the velocity of that assist range.\n"
-                     "\n The settings in question do not converge to a specific velocity.\n"
-                     "\n refer to in and out of assist range due to the current profile,\n"
-                     "as following samples:\n"},
-    {15, "-- .\n"}, // no operation of the model sets this bit
+    {statusIllegalValue, "illegal initial variate value\n"},
+    {statusNotConverged, "not converged cause illegal initial values\n"},
+    {statusBeyondTolerance, "sorry, not converged and failed to seak\n"},
+    {statusTooShortPower, "too short power or too short accele\n"},
+    {statusTooLargePower, "could not decelerate cause too large power for the ending velocity\n"},
+    {statusNoAcceleration, "could not accelerate cause too short power or too low cadence\n"},
+    {statusNoDeceleration, "could not decelerate even if powered zero\n"},
+    {statusTooSmallGradient, "too small gradient for rolling\n"},
+    {statusTooSmallVelocity, "too small velocity for rolling\n"},
+    {statusTooLongTime, "too long sector time limitted maximum %lf sec\n", seekLimit},
+    {statusTooLongDistance, "too long distance limitted maximum %lf m\n", seekLimit},
+    {statusTooHighAccele, "too hi accele limitted maximum %lf\n", seekLimit},
+    {statusNoBrakingNeeded, "no need braking cause maximal velocity is %3.1lf kph as ending poised\n", velocityKph},
+    {statusTooShortInterval, "too large inclination or too small braking force or too short interval\n"},
+    {statusNoAssistedVelocity, " The specified human power is in the velocity range of the assist,\n"
+                               "and can be expected to be assisted by the motor,\n"
+                               "but the total power assisted will exceed the velocity of that assist range.\n"
+                               "\n The settings in question do not converge to a specific velocity.\n"
+                               "\n refer to in and out of assist range due to the current profile,\n"
+                               "as following samples:\n"},
+    {statusUnknownFault, "-- .\n"},
 };
 
 constexpr StatusLine rideWarnings[] = {
-    {16, "found non-sence variate value\n"},
-    {17, "sorry, converged not so good and seak result has a few percentage error\n"},
-    {18, "over friction of tyre that makes wheel-spin\n"},
-    {19, "over friction of tyre that makes slip and fall\n"},
-    {20, "over %5.3lf kph as max powered cadence on top gear\n", reachKph},
-    {21, "too large gear ratio for the power\n"},
-    {22, "too short power for the ending velocity\n"},
-    {23, "could not decelerate cause too large power for the ending velocity\n"},
+    {statusNonsense, "found non-sence variate value\n"},
+    {statusLooseTolerance, "sorry, converged not so good and seak result has a few percentage error\n"},
+    {statusWheelSpin, "over friction of tyre that makes wheel-spin\n"},
+    {statusSlip, "over friction of tyre that makes slip and fall\n"},
+    {statusOverReach, "over %5.3lf kph as max powered cadence on top gear\n", reachKph},
+    {statusTooLargeRatio, "too large gear ratio for the power\n"},
+    {statusEndNotReached, "too short power for the ending velocity\n"},
+    {statusDeclineMayStop, "could not decelerate cause too large power for the ending velocity\n"},
 };
 
 void appendLine(std::string& text, const StatusLine& line, const RideRun* ride)
@@ -105,9 +104,9 @@ std::string statusLines(ResultStatus status, std::span<const StatusLine> alerts,
     }
     std::string text = fatal ? "alert :\n" : "warning :\n";
     for (const StatusLine& line : fatal ? alerts : warnings) {
-        if ((status >> line.bit & 1) != 0) {
+        if ((status & line.bit) != 0) {
             appendLine(text, line, ride);
-            if (line.bit == assistRangeBit && ride != nullptr) {
+            if (line.bit == statusNoAssistedVelocity && ride != nullptr) {
                 appendAssistSamples(text, ride->now);
             }
         }

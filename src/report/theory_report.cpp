@@ -1,6 +1,7 @@
 #include "report/theory_report.h"
 
 #include "core/text.h"
+#include "core/units.h"
 #include "report/report_text.h"
 #include "report/status_text.h"
 
@@ -55,7 +56,7 @@ void appendPedaling(std::string& text, const Theory& theory)
 void appendGears(std::string& text, const Theory& theory)
 {
     appendFormat(text, "\tcadence\t\t\t:%7.1lf rpm\n", theory.cadence);
-    appendFormat(text, "\tvelocity\t\t\t:%7.1lf kph\n", theory.velocity * 3.6);
+    appendFormat(text, "\tvelocity\t\t\t:%7.1lf kph\n", theory.velocity * kphPerMps);
     appendFormat(text, "\tfront chainring tooth\t:%5d\n", theory.frontTooth);
     appendFormat(text, "\trear cluster tooth\t:%5d\n", theory.rearTooth);
     appendFormat(text, "\tgear ratio\t\t\t:%9.3lf\n", theory.gearRatio);
@@ -96,7 +97,7 @@ void reportTheoryReal(Screens& screens, const Theory& theory, ResultStatus statu
         if (theory.calculator == calculatorGears) {
             appendFormat(text, "\tpedaling power\t\t:%7.1lf W\n", theory.power);
         } else {
-            appendFormat(text, "\tvelocity\t\t\t:%7.1lf kph for the power\n", theory.velocity * 3.6);
+            appendFormat(text, "\tvelocity\t\t\t:%7.1lf kph for the power\n", theory.velocity * kphPerMps);
             appendFormat(text, "\texpected cadence\t\t:%7.1lf rpm, geared %2d/%2d ratio %5.3lf\n", theory.cadence,
                          theory.frontTooth, theory.rearTooth, theory.gearRatio);
         }

@@ -81,7 +81,7 @@ Start prepareAcceleration(RideRun& ride)
         return {statusTooShortPower};
     }
     double dt = intervalFor(ride, heldVelocity);
-    return {dt >= leastInterval ? 0 : statusIllegalValue, dt};
+    return {dt >= leastInterval ? statusDone : statusIllegalValue, dt};
 }
 
 ResultStatus accelerate(RideRun& ride, PowerLaw law, RunRecorder* recorder)

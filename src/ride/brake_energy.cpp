@@ -1,5 +1,6 @@
 #include "ride/brake_energy.h"
 
+#include "core/units.h"
 #include "model/brake_heat.h"
 #include "model/constants.h"
 
@@ -16,7 +17,7 @@ double brakeShare(const RideRun& ride, int wheel)
 
 double kineticEnergy(const RideRun& ride, double velocity)
 {
-    double v = velocity / 3.6;
+    double v = velocity / kphPerMps;
     return v * v * ride.model.state.inertialWeight * 0.5;
 }
 

@@ -1,13 +1,14 @@
 #include "ride/braking_run.h"
 
+#include "core/result_status.h"
 #include "core/screens.h"
 #include "model/assist.h"
 #include "model/constants.h"
 #include "model/drivetrain.h"
+#include "model/gear_table.h"
 #include "model/resistance.h"
 #include "ride/brake_energy.h"
 #include "ride/motion.h"
-#include "ride/ride_status.h"
 
 #include <cmath>
 

@@ -1,8 +1,8 @@
 #include "ride/braking_seek.h"
 
+#include "core/result_status.h"
 #include "model/constants.h"
 #include "ride/braking_run.h"
-#include "ride/ride_status.h"
 #include "ride/seek.h"
 
 namespace torvane {

@@ -1,6 +1,7 @@
 #include "ride/critical_cornering.h"
 
 #include "core/text.h"
+#include "core/units.h"
 #include "model/assist.h"
 #include "model/constants.h"
 
@@ -41,7 +42,7 @@ void drawBandOverRadius(const RideRun& ride, GraphSeries& graph)
     graph.seriesNames[1] = formatText("corner radius(m) under %5.3lf safty margin", ride.found.safetyMargin);
     for (int i = 0; i < bandPoints; ++i) {
         const double radius = i * ride.found.corneringRadius / (bandPoints - 1);
-        addGraphPoint(graph, {velocityInCorner(ride, radius) * 3.6, radius});
+        addGraphPoint(graph, {velocityInCorner(ride, radius) * kphPerMps, radius});
     }
 }
 
@@ -50,14 +51,15 @@ void drawBandOverVelocity(const RideRun& ride, GraphSeries& graph)
     graph.seriesNames[1] = formatText("corner radius(m) under %5.3lf safty margin", ride.found.safetyMargin);
     for (int i = 0; i < bandPoints; ++i) {
         const double v = i * ride.found.velocity / (bandPoints - 1);
-        addGraphPoint(graph, {v * 3.6, v * v / friction(ride) / ((1.0 - ride.found.safetyMargin) * standardGravity)});
+        addGraphPoint(graph,
+                      {v * kphPerMps, v * v / friction(ride) / ((1.0 - ride.found.safetyMargin) * standardGravity)});
     }
 }
 
 void drawBandOverMargin(const RideRun& ride, GraphSeries& graph)
 {
     graph.seriesNames[0] = "safty margin ratio";
-    graph.seriesNames[1] = formatText("corner radius(m) for %5.3lf kph", ride.found.velocity * 3.6);
+    graph.seriesNames[1] = formatText("corner radius(m) for %5.3lf kph", ride.found.velocity * kphPerMps);
     for (int i = 0; i < bandPoints; ++i) {
         const double margin = i * mostMarginDrawn / (bandPoints - 1);
         addGraphPoint(graph, {margin, radiusAt(ride, ride.found.velocity, margin)});

@@ -52,7 +52,7 @@ ResultStatus comparePower(RideRun& ride)
     if (heldVelocity >= ride.in.startVelocity) {
         return statusTooLargePower;
     }
-    return heldVelocity > ride.in.endVelocity ? statusDeclineMayStop : 0;
+    return heldVelocity > ride.in.endVelocity ? statusDeclineMayStop : statusDone;
 }
 
 ResultStatus pedalDown(RideRun& ride, PowerLaw law, ResultStatus status, RunRecorder* recorder)
@@ -146,7 +146,7 @@ ResultStatus seekFactor(RideRun& ride, const Factor& factor, double wanted)
 }
 
 // What this reference lets through of a status: all that a run can set today.
-constexpr ResultStatus endingVelocityMask = 0x7FDFFFFF;
+constexpr ResultStatus endingVelocityMask = ~ResultStatus{statusTooLargeRatio};
 
 } // namespace
 

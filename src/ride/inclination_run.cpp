@@ -1,9 +1,9 @@
 #include "ride/inclination_run.h"
 
+#include "core/result_status.h"
 #include "model/assist.h"
 #include "ride/brake_energy.h"
 #include "ride/motion.h"
-#include "ride/ride_status.h"
 #include "ride/seek.h"
 
 #include <cmath>
@@ -32,7 +32,7 @@ RollLimit takeLimit(RideRun& ride)
 ResultStatus solveVelocity(RideRun& ride, const RollLimit& limit)
 {
     ResultStatus status = checkRollingGradient(ride);
-    if (status == 0 && limit.until == limitNone) {
+    if (status == statusDone && limit.until == limitNone) {
         status = solveRollingVelocity(ride);
     }
     const double poised = ride.found.velocity;
@@ -69,7 +69,7 @@ ResultStatus runInclination(RideRun& ride)
     clearBrakeEnergy(ride);
     const ResultStatus status =
         ride.in.rideTarget == inclinationTargetVelocity ? solveVelocity(ride, limit) : solveInclination(ride, limit);
-    if (status != 0) {
+    if (status != statusDone) {
         return status;
     }
     clearBrakeEnergy(ride);
@@ -94,7 +94,7 @@ ResultStatus seekInclinationForFinalVelocity(RideRun& ride)
         return statusNotConverged;
     }
     // Near standstill hardly any power is needed on any slope, and the first one would do.
-    return std::fabs(missing) > std::fabs(ride.now.slopePower) * 0.01 ? statusLooseTolerance : 0;
+    return std::fabs(missing) > std::fabs(ride.now.slopePower) * 0.01 ? statusLooseTolerance : statusDone;
 }
 
 ResultStatus seekInclinationOver(RideRun& ride, const RollLimit& limit)

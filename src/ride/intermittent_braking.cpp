@@ -1,11 +1,12 @@
 #include "ride/intermittent_braking.h"
 
+#include "core/result_status.h"
 #include "core/screens.h"
+#include "core/units.h"
 #include "model/assist.h"
 #include "ride/brake_energy.h"
 #include "ride/braking_run.h"
 #include "ride/motion.h"
-#include "ride/ride_status.h"
 #include "ride/rolling_run.h"
 #include "ride/run_recorder.h"
 
@@ -29,7 +30,7 @@ struct Way {
 void addPoint(RideRun& ride, const Way& way, const StepState& s)
 {
     if (ride.graph) {
-        addGraphPoint(*ride.graph, {s.time + way.time, s.velocity * 3.6, s.distance + way.distance,
+        addGraphPoint(*ride.graph, {s.time + way.time, s.velocity * kphPerMps, s.distance + way.distance,
                                     drawnTemperature(ride, 0), drawnTemperature(ride, 1)});
     }
 }

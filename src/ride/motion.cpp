@@ -10,16 +10,6 @@
 
 namespace torvane {
 
-double usualRatio(const Model& model, double velocity)
-{
-    return velocity * 60000.0 / (model.state.cadenceUsual * model.state.rearCircumference);
-}
-
-double cadenceInGear(const Model& model, double velocity, double gearRatio)
-{
-    return velocity * 60000.0 / (model.state.rearCircumference * gearRatio);
-}
-
 void engageGear(const Model& model, StepState& state)
 {
     state.frontTooth = frontToothOf(model, state.gear);
@@ -30,7 +20,7 @@ void engageGear(const Model& model, StepState& state)
 int startGear(const RideRun& ride, GearedStart which, double velocity)
 {
     if (ride.in.startGearMode[which] == gearAutomatic) {
-        return nearestGear(ride.model, usualRatio(ride.model, velocity));
+        return usualGear(ride.model, velocity);
     }
     return std::clamp(ride.in.startGearIndex[which], 0, std::max(0, ride.model.state.gearCount - 1));
 }

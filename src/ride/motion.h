@@ -2,6 +2,7 @@
 // Reads ride.model.state and ride.found; keeps its place in a StepState.
 #pragma once
 
+#include "core/ride_choices.h"
 #include "model/step_state.h"
 #include "ride/ride_records.h"
 
@@ -11,15 +12,9 @@ constexpr double longestRun = 900.0;      // s simulated; a run is cut there
 constexpr double plateauAccele = 0.00025; // m/s2; below it a velocity counts as steady
 constexpr double leastInterval = 0.001;   // s; a finer step would take hours
 
-// Gear ratio that a velocity asks for at the usual cadence.
-double usualRatio(const Model& model, double velocity);
-// Cadence in rpm of a velocity in a gear.
-double cadenceInGear(const Model& model, double velocity, double gearRatio);
-
 // Teeth and ratio of the row state.gear.
 void engageGear(const Model& model, StepState& state);
 // The row that a run starts in: the user's choice, held within the gear table, or the one nearest to usualRatio.
-// which 0 accelerates, 1 decelerates.
 int startGear(const RideRun& ride, GearedStart which, double velocity);
 
 // The power found for a reference; false where losses that reach the whole of it leave no number, and then it is 0.

@@ -1,13 +1,14 @@
 #include "ride/pattern_braking.h"
 
+#include "core/result_status.h"
 #include "core/screens.h"
+#include "core/units.h"
 #include "model/assist.h"
 #include "model/constants.h"
 #include "model/resistance.h"
 #include "ride/brake_energy.h"
 #include "ride/braking_run.h"
 #include "ride/motion.h"
-#include "ride/ride_status.h"
 #include "ride/rolling_run.h"
 #include "ride/run_recorder.h"
 #include "ride/seek.h"
@@ -52,7 +53,7 @@ void addPoint(RideRun& ride, double time)
 {
     const double velocity = ride.in.endVelocity;
     addGraphPoint(*ride.graph,
-                  {time, velocity * 3.6, time * velocity, drawnTemperature(ride, 0), drawnTemperature(ride, 1)});
+                  {time, velocity * kphPerMps, time * velocity, drawnTemperature(ride, 0), drawnTemperature(ride, 1)});
 }
 
 } // namespace

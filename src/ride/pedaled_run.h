@@ -2,9 +2,9 @@
 // and whose work is added up on the way.
 #pragma once
 
+#include "core/result_status.h"
 #include "ride/motion.h"
 #include "ride/ride_records.h"
-#include "ride/ride_status.h"
 #include "ride/run_recorder.h"
 #include "ride/stage_totals.h"
 

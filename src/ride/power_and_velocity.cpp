@@ -1,5 +1,6 @@
 #include "ride/power_and_velocity.h"
 
+#include "core/units.h"
 #include "model/assist.h"
 
 #include <algorithm>
@@ -45,7 +46,7 @@ void drawBand(RideRun& ride, int stage, double velocity, double shownPerStored)
     beginGraphSeries(graph, GraphLayout::frequencyBand, bandPoints);
     for (int i = 0; i < bandPoints; ++i) {
         const double v = i * velocity / (bandPoints - 1);
-        const bool solved = solvePowerAtVelocity(ride.model, ride.now, stage, v).status == 0;
+        const bool solved = solvePowerAtVelocity(ride.model, ride.now, stage, v).status == statusDone;
         addBandPoint(ride, graph, solved, v * shownPerStored);
     }
 }
@@ -66,7 +67,7 @@ ResultStatus solveVelocity(RideRun& ride)
     const Solved velocity = solveVelocityForPower(ride.model, ride.now, stage, ride.found.power);
     ride.found.velocity = velocity.value;
     if (ride.in.wantsGraph != 0) {
-        drawBand(ride, stage, velocity.value, 3.6);
+        drawBand(ride, stage, velocity.value, kphPerMps);
     }
     return velocity.status;
 }

@@ -2,6 +2,8 @@
 #include "ride/ride_run.h"
 
 #include "core/parameter_block.h"
+#include "core/result_status.h"
+#include "core/units.h"
 #include "model/assist.h"
 #include "model/constants.h"
 #include "ride/acceleration.h"
@@ -17,18 +19,17 @@
 #include "ride/pattern_braking.h"
 #include "ride/physiology.h"
 #include "ride/power_and_velocity.h"
-#include "ride/ride_status.h"
 
 namespace torvane {
 
 namespace {
 
-constexpr double limitPerGravity = 35.30394; // 9.80665 x 3.6
+constexpr double limitPerGravity = standardGravity * kphPerMps;
 
 // The reference power is the one for the ending velocity; that it lies above the gears' reach is no news then.
 ResultStatus accelerateByEndingVelocity(RideRun& ride, bool asMean)
 {
-    constexpr ResultStatus mask = 0x7FEFFFFF;
+    constexpr ResultStatus mask = ~ResultStatus{statusOverReach};
     if (!(ride.in.startVelocity < ride.in.endVelocity)) {
         return statusIllegalValue;
     }
@@ -189,7 +190,7 @@ void runPattern(RideRun& ride)
 void runInclinationMode(RideRun& ride)
 {
     ride.status = runInclination(ride);
-    if (ride.status != 0) {
+    if (ride.status != statusDone) {
         ride.graph.reset();
     }
 }

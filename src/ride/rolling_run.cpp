@@ -1,5 +1,6 @@
 #include "ride/rolling_run.h"
 
+#include "core/result_status.h"
 #include "core/screens.h"
 #include "model/assist.h"
 #include "model/drivetrain.h"
@@ -7,7 +8,6 @@
 #include "model/resistance.h"
 #include "ride/brake_energy.h"
 #include "ride/motion.h"
-#include "ride/ride_status.h"
 #include "ride/roll_bound.h"
 #include "ride/run_recorder.h"
 #include "ride/seek.h"
@@ -25,7 +25,7 @@ constexpr int stepsBetweenLooks = 32;         // of a trial, at where it leads t
 
 void selectGear(const Model& model, StepState& s)
 {
-    s.gear = nearestGear(model, usualRatio(model, s.velocity));
+    s.gear = usualGear(model, s.velocity);
     engageGear(model, s);
     s.cadence = cadenceInGear(model, s.velocity, s.gearRatio);
 }
@@ -106,7 +106,7 @@ std::optional<ResultStatus> roll(RideRun& ride, const RollLimit& limit, double e
     } else {
         ride.log.sampleCount = count;
     }
-    return std::isfinite(s.velocity) ? 0 : statusNotConverged;
+    return std::isfinite(s.velocity) ? statusDone : statusNotConverged;
 }
 
 constexpr double anyVelocity = 0.0; // is enough: the run goes to its end
@@ -138,7 +138,7 @@ ResultStatus solveRollingVelocity(RideRun& ride)
         return -solvePowerAtVelocity(ride.model, ride.now, stageThrust, v).value;
     });
     ride.found.velocity = velocity.value > 0.0 ? velocity.value : 0.0;
-    return settled == Settled::met ? 0 : statusNotConverged;
+    return settled == Settled::met ? statusDone : statusNotConverged;
 }
 
 StepState startRolling(RideRun& ride)

@@ -1,5 +1,6 @@
 #include "ride/run_recorder.h"
 
+#include "core/units.h"
 #include "ride/brake_energy.h"
 
 #include <algorithm>
@@ -12,7 +13,7 @@ void addPoint(const RunRecorder& recorder, const StepState& s)
 {
     RideRun& ride = recorder.ride;
     GraphSeries& graph = *ride.graph;
-    const double kph = s.velocity * 3.6;
+    const double kph = s.velocity * kphPerMps;
     switch (recorder.layout) {
     case GraphLayout::process:
         addGraphPoint(graph,

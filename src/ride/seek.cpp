@@ -1,7 +1,7 @@
 #include "ride/seek.h"
 
+#include "core/result_status.h"
 #include "model/solver.h"
-#include "ride/ride_status.h"
 
 #include <algorithm>
 #include <cmath>
@@ -34,7 +34,7 @@ constexpr double leastStep = 10.0; // W
 // Of an error that the tolerance took: after some hundred rounds that is wider than any wanted figure.
 ResultStatus missClass(double error, double wanted)
 {
-    return error > std::fabs(wanted) * 0.01 ? statusLooseTolerance : 0;
+    return error > std::fabs(wanted) * 0.01 ? statusLooseTolerance : statusDone;
 }
 
 ResultStatus walk(RideRun& ride, const Seek& seek, ResultStatus (*run)(RideRun&))

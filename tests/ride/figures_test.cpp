@@ -1,8 +1,8 @@
 // Figures of whole rides, computed by others from the same formulas. A row holds to half of its last digit.
+#include "core/result_status.h"
 #include "figures.h"
 #include "ride/physiology.h"
 #include "ride/ride_fixture.h"
-#include "ride/ride_status.h"
 
 namespace torvane {
 

@@ -1,10 +1,10 @@
 // Trials of rolls that are given up early, against the whole runs, to the last bit: what a slope seek answers must not
 // depend on them.
+#include "core/result_status.h"
 #include "model/solver.h"
 #include "ride/inclination_run.h"
 #include "ride/motion.h"
 #include "ride/ride_fixture.h"
-#include "ride/ride_status.h"
 #include "ride/seek.h"
 
 namespace torvane {

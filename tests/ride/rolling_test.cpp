@@ -1,8 +1,8 @@
 // Rolling without power, and the slopes that give a wanted velocity.
+#include "core/result_status.h"
 #include "model/solver.h"
 #include "ride/inclination_run.h"
 #include "ride/ride_fixture.h"
-#include "ride/ride_status.h"
 
 namespace torvane {
 

@@ -1,8 +1,8 @@
 // The search loops, on runs whose answer is known in closed form.
 #include "ride/seek.h"
 
+#include "core/result_status.h"
 #include "ride/ride_fixture.h"
-#include "ride/ride_status.h"
 
 #include <limits>
 

@@ -1,5 +1,5 @@
 // What every simulation answers when it cannot run, or runs into a limit.
-#include "ride/ride_status.h"
+#include "core/result_status.h"
 
 #include "ride/ride_fixture.h"
 

@@ -1,7 +1,7 @@
 // The two rides without time: power and velocity, critical cornering; and their bands.
+#include "core/result_status.h"
 #include "figures.h"
 #include "ride/ride_fixture.h"
-#include "ride/ride_status.h"
 
 namespace torvane {
 
