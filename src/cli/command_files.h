@@ -11,11 +11,8 @@
 
 namespace torvane {
 
-// "RIDE.fit OUT.fit", as the help shows it; empty for a command without files.
-const char* filePattern(int command);
-
 // A file that a command writes, as the rules of writing see it.
-Output outputOf(int command, const std::string& path);
+Output outputOf(const Command& command, const std::string& path);
 
 // Deals the files of a request out to runs: one, or with --into one for each file. An empty text on success.
 std::string planRuns(const Command& command, const Request& request, std::vector<RunFiles>& runs);

@@ -1,6 +1,5 @@
 #include "cli/help.h"
 
-#include "cli/command_files.h"
 #include "command/command_table.h"
 #include "command/entries.h"
 #include "command/fill.h"
@@ -19,11 +18,11 @@ constexpr size_t lineWidth = 100;
 
 struct Topic {
     std::string_view name;
-    int sheet;
+    Sheet sheet;
 };
 
 constexpr Topic topics[] = {
-    {"profile", commandProfile}, {"condition", commandCondition}, {"preference", commandPreference}};
+    {"profile", Sheet::profile}, {"condition", Sheet::condition}, {"preference", Sheet::preference}};
 
 const Topic* findTopic(std::string_view name)
 {
@@ -143,7 +142,7 @@ std::string formEntries(const Session& session, const Form& form, bool working)
     return text;
 }
 
-std::string pageEntries(const Session& session, int sheet)
+std::string pageEntries(const Session& session, Sheet sheet)
 {
     std::string text;
     for (const Form* page : sheetPages(sheet)) {
@@ -182,7 +181,7 @@ std::string callOf(const Command& command)
     std::string call = "torvane-cli " + consoleName(command);
     if (takesEntries(command))
         call += " [NAME=VALUE]...";
-    std::string pattern = filePattern(command.id);
+    std::string pattern = command.files.pattern;
     return pattern.empty() ? call : call + " " + pattern;
 }
 
@@ -194,7 +193,7 @@ std::string commandHelp(const Session& session, const Command& command)
         text += ", also: " + aliasList(command);
     text += "\n";
     if (command.entry == Entry::sheet)
-        return text + pageEntries(session, command.id);
+        return text + pageEntries(session, command.sheet);
     for (const Form* form : {takesEntries(command) ? findForm(command.form) : nullptr, settingsForm(command)})
         if (form)
             text += formatText("\n%s\n", form->title) + formEntries(session, *form, false);

@@ -5,6 +5,7 @@
 #include "cli/json.h"
 #include "cli/piped_sources.h"
 #include "command/fill.h"
+#include "command/gps_load_command.h"
 #include "command/settings_command.h"
 #include "command/settings_entries.h"
 #include "core/files.h"
@@ -37,7 +38,7 @@ struct Run {
 
 bool succeeded(const Command& command, ResultStatus result)
 {
-    if (command.id < commandLoadRide)
+    if (command.answers == Answers::bits)
         return !isFatal(result);
     return result == fitOk || (result >= fitLoaded && result <= fitPrepared);
 }
@@ -59,7 +60,7 @@ const Box* greyed(const Command& command, AnalysisReadiness readiness)
                                  "no need to analyse and predict cause power and cadence are already existing"};
     if (readiness & analysisImpossible)
         return &impossible;
-    if (command.id != commandExpress && readiness != readyForAnalysis)
+    if (command.ride != RideUse::loaded && readiness != readyForAnalysis)
         return &needless;
     return nullptr;
 }
@@ -68,7 +69,7 @@ const Box* greyed(const Command& command, AnalysisReadiness readiness)
 int loadRide(Run& run)
 {
     run.session.chosenRide = run.files.sources[0];
-    ResultStatus result = findCommand(commandLoadRide)->operation(run.session);
+    ResultStatus result = loadGpsFile(run.session);
     if (result != fitOk)
         return finish(run, result);
     run.answer.status.clear();
@@ -82,7 +83,7 @@ int loadRide(Run& run)
 
 bool worksOnLoadedRide(const Command& command)
 {
-    return command.id >= commandExpress && command.id <= commandCreate;
+    return command.ride >= RideUse::loaded;
 }
 
 // Names of the parts that a division writes.
@@ -114,10 +115,10 @@ bool mayWrite(Run& run, const Output& output)
 
 bool mayWriteDestination(Run& run)
 {
-    if (!run.answer.outputs.empty() && run.command.id == commandDivide)
+    if (!run.answer.outputs.empty() && run.command.files.inParts)
         listParts(run);
-    bool may = std::ranges::all_of(
-        run.answer.outputs, [&](const std::string& path) { return mayWrite(run, outputOf(run.command.id, path)); });
+    bool may = std::ranges::all_of(run.answer.outputs,
+                                   [&](const std::string& path) { return mayWrite(run, outputOf(run.command, path)); });
     if (!may)
         run.answer.outputs.clear();
     return may;
@@ -178,9 +179,9 @@ bool enterDialog(Run& run)
 int runLong(Run& run)
 {
     chooseCalculator(run.command, run.session.working);
-    if (run.command.id == commandLoadRide)
+    if (run.command.ride == RideUse::chosen)
         run.session.chosenRide = run.files.sources[0];
-    if (run.command.id == commandCompare)
+    if (run.command.entry == Entry::immediate)
         takeSources(run);
     if (worksOnLoadedRide(run.command)) {
         if (int code = loadRide(run))
@@ -210,7 +211,7 @@ int runProfileFile(Run& run)
 {
     bool writes = run.command.entry == Entry::saveProfile;
     const std::string& path = writes ? run.files.destination : run.files.sources[0];
-    if (writes && !mayWrite(run, outputOf(run.command.id, path)))
+    if (writes && !mayWrite(run, outputOf(run.command, path)))
         return exitRefused;
     int code = finish(run, finishProfileFile(run.session, run.command, path, run.streams));
     if (code == exitDone && writes)
@@ -336,8 +337,6 @@ std::string checkRequest(const Command& command, const Request& request)
 {
     if (command.work == Work::frontEnd)
         return consoleName(command) + " is a command of the desktop program";
-    if (!isBuilt(command))
-        return consoleName(command) + " is not built yet";
     if (!request.graph.empty() && command.graph == GraphWhen::never)
         return consoleName(command) + " has no graph";
     return command.entry == Entry::sheet ? std::string() : consoleText(checkNames(command, request.entries));
@@ -359,7 +358,7 @@ std::vector<std::string> sourcesOf(const Command& command, const Request& reques
 std::string checkDestinations(const WriteRules& rules, const Command& command, const std::vector<RunFiles>& runs)
 {
     std::string fault;
-    for (size_t i = 0; fault.empty() && i < runs.size() && command.id != commandDivide; ++i)
+    for (size_t i = 0; fault.empty() && i < runs.size() && !command.files.inParts; ++i)
         fault = rules.sourceFault(runs[i].destination);
     return fault;
 }
@@ -400,7 +399,7 @@ void tellSettings(bool applied, const EntryFaults& faults, const std::vector<Box
 ResultStatus finishProfileFile(Session& session, const Command& command, const std::string& path, Streams& streams)
 {
     session.profilePath = path;
-    ResultStatus result = finishSettings(session, command);
+    ResultStatus result = command.operation(session);
     if (command.entry == Entry::openProfile && !session.profileFault.empty())
         refuse(streams, path + ": " + session.profileFault);
     return result;

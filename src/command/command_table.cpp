@@ -6,6 +6,7 @@
 #include "command/gps_load_command.h"
 #include "command/prepare_command.h"
 #include "command/ride_command.h"
+#include "command/settings_command.h"
 #include "command/theory_command.h"
 #include "report/profile_report.h"
 
@@ -32,10 +33,31 @@ constexpr Command windowCommand(int id, const char* label, char key = 0)
 using Operation = ResultStatus (*)(Session&);
 using Commit = void (*)(ParameterBlock&, ParameterBlock&);
 
-constexpr Command settingsCommand(int id, const char* label, char key, Entry entry, Commit commit, const char* aliases)
+constexpr Command sheetCommand(int id, const char* label, char key, Sheet sheet, Commit commit, Operation operation,
+                               const char* aliases)
 {
-    return {
-        .id = id, .label = label, .key = key, .entry = entry, .work = settings, .commit = commit, .aliases = aliases};
+    return {.id = id,
+            .label = label,
+            .key = key,
+            .entry = Entry::sheet,
+            .sheet = sheet,
+            .work = settings,
+            .commit = commit,
+            .operation = operation,
+            .aliases = aliases};
+}
+
+constexpr Command profileCommand(int id, const char* label, char key, Entry entry, FileKind writes, Operation operation,
+                                 const char* aliases)
+{
+    return {.id = id,
+            .label = label,
+            .key = key,
+            .entry = entry,
+            .work = settings,
+            .operation = operation,
+            .files = {1, 1, writes, "FILE.pro"},
+            .aliases = aliases};
 }
 
 template <uint32_t sections>
@@ -57,7 +79,7 @@ constexpr Command reportCommand(int id, const char* label, char key, Operation o
     return {.id = id, .label = label, .key = key, .shift = key != 0, .work = report, .operation = operation};
 }
 
-constexpr Command theoryCommand(int id, const char* label, char key, int form, Operation operation)
+constexpr Command theoryCommand(int id, const char* label, char key, int form, TheoryCalculator calculator)
 {
     return {.id = id,
             .label = label,
@@ -67,12 +89,13 @@ constexpr Command theoryCommand(int id, const char* label, char key, int form, O
             .form = form,
             .work = worker,
             .commit = commitTheory,
-            .operation = operation,
+            .operation = runTheory,
             .family = Family::theory,
+            .member = calculator,
             .showsLower = true};
 }
 
-constexpr Command rideCommand(int id, const char* label, char key, int form, GraphWhen graph)
+constexpr Command rideCommand(int id, const char* label, char key, int form, RideMode mode, GraphWhen graph)
 {
     return {.id = id,
             .label = label,
@@ -83,12 +106,16 @@ constexpr Command rideCommand(int id, const char* label, char key, int form, Gra
             .commit = commitRide,
             .operation = dispatchRide,
             .family = Family::ride,
+            .member = mode,
             .graph = graph,
             .showsLower = true};
 }
 
-constexpr Command gpsCommand(int id, const char* label, char key, bool shift, int form, MenuAfter menu,
-                             Operation operation, const char* aliases)
+constexpr CommandFiles oneRide = {1, 1, FileKind::nothing, "RIDE.fit"};
+constexpr CommandFiles rideToRide = {2, 2, FileKind::fit, "RIDE.fit OUT.fit"};
+
+constexpr Command gpsCommand(int id, const char* label, char key, bool shift, int form, RideUse ride, MenuAfter menu,
+                             Operation operation, const char* aliases, CommandFiles files = oneRide)
 {
     return {.id = id,
             .label = label,
@@ -99,6 +126,10 @@ constexpr Command gpsCommand(int id, const char* label, char key, bool shift, in
             .work = worker,
             .commit = form ? commitGps : nullptr,
             .operation = operation,
+            .answers = Answers::codes,
+            .ride = ride,
+            .takesSettings = files.writes != FileKind::nothing,
+            .files = files,
             .menu = menu,
             .showsLower = true,
             .aliases = aliases};
@@ -106,7 +137,7 @@ constexpr Command gpsCommand(int id, const char* label, char key, bool shift, in
 
 // The FIT tools leave their "save as default" flags to the next commit of the recorded rides.
 constexpr Command toolCommand(int id, const char* label, char key, bool shift, int form, Operation operation,
-                              const char* aliases)
+                              const char* aliases, CommandFiles files = {2, 2, FileKind::fit, "IN.fit OUT.fit"})
 {
     return {.id = id,
             .label = label,
@@ -116,9 +147,13 @@ constexpr Command toolCommand(int id, const char* label, char key, bool shift, i
             .form = form,
             .work = worker,
             .operation = operation,
+            .answers = Answers::codes,
+            .files = files,
             .menu = MenuAfter::toolRan,
             .aliases = aliases};
 }
+
+constexpr bool onlyNew = true, inParts = true;
 
 constexpr Command commands[] = {
     dialogCommand(commandAbout, "About", 'Q', 107),
@@ -138,11 +173,14 @@ constexpr Command commands[] = {
     windowCommand(commandOpenUpper, "Open Upper", '1'),
     windowCommand(commandOpenLower, "Open Lower", '2'),
     windowCommand(commandPageSetUp, "Page SetUp"),
-    settingsCommand(commandProfile, "Setup Profile", 'P', Entry::sheet, commitProfile, "profile"),
-    settingsCommand(commandLoadProfile, "Load Profile Data", 'O', Entry::openProfile, nullptr, "load-profile"),
-    settingsCommand(commandSaveProfile, "Save Current Profile", 'S', Entry::saveProfile, nullptr, "save-profile"),
-    settingsCommand(commandCondition, "Setup Condition", 'R', Entry::sheet, commitCondition, ""),
-    settingsCommand(commandPreference, "Preference", 'K', Entry::sheet, commitPreference, "preferences"),
+    sheetCommand(commandProfile, "Setup Profile", 'P', Sheet::profile, commitProfile, finishProfile, "profile"),
+    profileCommand(commandLoadProfile, "Load Profile Data", 'O', Entry::openProfile, FileKind::nothing,
+                   loadNamedProfile, "load-profile"),
+    profileCommand(commandSaveProfile, "Save Current Profile", 'S', Entry::saveProfile, FileKind::profile,
+                   saveNamedProfile, "save-profile"),
+    sheetCommand(commandCondition, "Setup Condition", 'R', Sheet::condition, commitCondition, finishCondition, ""),
+    sheetCommand(commandPreference, "Preference", 'K', Sheet::preference, commitPreference, finishPreference,
+                 "preferences"),
     reportCommand(commandReportHuman, "Human", 'H', profileReport<sectionHuman>),
     reportCommand(commandReportEquipment, "Equipments", 'E', profileReport<sectionEquipment>),
     reportCommand(commandReportShifting, "Shifting", 'S', profileReport<sectionShifting>),
@@ -155,32 +193,46 @@ constexpr Command commands[] = {
     reportCommand(commandReportCourse, "Course", 0, conditionReport<sectionCourse>),
     reportCommand(commandReportPeloton, "Peloton", 0, conditionReport<sectionPeloton>),
     reportCommand(commandReportCondition, "Condition", 'C', conditionReport<allConditionSections>),
-    theoryCommand(commandCadenceTheory, "Cadence Theory", 'T', 2011, runTheory),
-    theoryCommand(commandPedalingDynamics, "Pedaling Dynamics", 'D', 2012, runTheory),
-    theoryCommand(commandGearCombination, "Gear Combination", 'G', 2013, runTheory),
-    rideCommand(commandPowerAndVelocity, "Power and Velocity", 'V', 2021, GraphWhen::bandPowerVelocity),
-    rideCommand(commandAcceleration, "Acceleration", 'A', 2022, GraphWhen::express),
-    rideCommand(commandDeceleration, "Deceleration", 'D', 2023, GraphWhen::express),
-    rideCommand(commandPatternBraking, "Pattern Braking", 'B', 2024, GraphWhen::express),
-    rideCommand(commandInclinationAndVelocity, "Inclination and Velocity", 'I', 2025, GraphWhen::express),
-    rideCommand(commandCriticalCornering, "Critical Cornering", 'C', 2026, GraphWhen::bandCornering),
-    gpsCommand(commandLoadRide, "Load Activity FIT File", 'L', false, 0, MenuAfter::loaded, loadGpsFile, "load"),
-    gpsCommand(commandExpress, "Express Source Data", 'E', false, 2052, MenuAfter::expressed, expressSourceData,
-               "express"),
-    gpsCommand(commandAnalyse, "Analyse And Predict", 'T', false, 2053, MenuAfter::analysed, analyseAndPredict,
-               "analyse predict"),
-    gpsCommand(commandCreate, "Create FIT File Analysed", 'F', false, 2054, MenuAfter::none, createAnalysedFile,
-               "create"),
-    toolCommand(commandCombine, "Combine FIT Files", 'M', false, 2055, combineCommand, "combine"),
+    theoryCommand(commandCadenceTheory, "Cadence Theory", 'T', 2011, calculatorCadence),
+    theoryCommand(commandPedalingDynamics, "Pedaling Dynamics", 'D', 2012, calculatorPedaling),
+    theoryCommand(commandGearCombination, "Gear Combination", 'G', 2013, calculatorGears),
+    rideCommand(commandPowerAndVelocity, "Power and Velocity", 'V', 2021, ridePowerAndVelocity,
+                GraphWhen::bandPowerVelocity),
+    rideCommand(commandAcceleration, "Acceleration", 'A', 2022, rideAcceleration, GraphWhen::express),
+    rideCommand(commandDeceleration, "Deceleration", 'D', 2023, rideDeceleration, GraphWhen::express),
+    rideCommand(commandPatternBraking, "Pattern Braking", 'B', 2024, ridePatternBraking, GraphWhen::express),
+    rideCommand(commandInclinationAndVelocity, "Inclination and Velocity", 'I', 2025, rideInclinationAndVelocity,
+                GraphWhen::express),
+    rideCommand(commandCriticalCornering, "Critical Cornering", 'C', 2026, rideCriticalCornering,
+                GraphWhen::bandCornering),
+    gpsCommand(commandLoadRide, "Load Activity FIT File", 'L', false, 0, RideUse::chosen, MenuAfter::loaded,
+               loadGpsFile, "load"),
+    gpsCommand(commandExpress, "Express Source Data", 'E', false, 2052, RideUse::loaded, MenuAfter::expressed,
+               expressSourceData, "express"),
+    gpsCommand(commandAnalyse, "Analyse And Predict", 'T', false, 2053, RideUse::ready, MenuAfter::analysed,
+               analyseAndPredict, "analyse predict"),
+    gpsCommand(commandCreate, "Create FIT File Analysed", 'F', false, 2054, RideUse::analysed, MenuAfter::none,
+               createAnalysedFile, "create", rideToRide),
+    toolCommand(commandCombine, "Combine FIT Files", 'M', false, 2055, combineCommand, "combine",
+                {2, 6, FileKind::fit, "A.fit B.fit [C.fit [D.fit [E.fit]]] OUT.fit", onlyNew}),
     toolCommand(commandConvert, "Convert FIT File Format", 'N', false, 2056, convertCommand, "convert"),
     toolCommand(commandAddMessages, "Add Messages", 'U', false, 2057, addMessagesCommand, "add"),
-    toolCommand(commandDivide, "Divide A Fit File", 'V', true, 2058, divideCommand, "divide"),
+    toolCommand(commandDivide, "Divide A Fit File", 'V', true, 2058, divideCommand, "divide",
+                {2, 2, FileKind::fit, "IN.fit BASE.fit", false, inParts}),
     toolCommand(commandExclude, "Exclude Messages", 'X', true, 2059, excludeCommand, "exclude"),
-    gpsCommand(commandOneStroke, "At One Stroke", 'F', true, 2060, MenuAfter::oneStroke, atOneStroke, "stroke"),
+    gpsCommand(commandOneStroke, "At One Stroke", 'F', true, 2060, RideUse::none, MenuAfter::oneStroke, atOneStroke,
+               "stroke", rideToRide),
     toolCommand(commandTimestamp, "Increase Timestamp", 'I', true, 2091, increaseTimestampCommand, "timestamp"),
-    toolCommand(commandFieldDump, "Field Dump", 'Q', true, 2092, fieldDumpCommand, "dump"),
+    toolCommand(commandFieldDump, "Field Dump", 'Q', true, 2092, fieldDumpCommand, "dump",
+                {2, 2, FileKind::csv, "IN.fit OUT.csv"}),
     toolCommand(commandPrepare, "Prepare Activity FIT File", 'R', true, 2093, prepareCommand, "prepare"),
-    {.id = commandCompare, .label = "Compare Rides", .work = worker, .operation = compareCommand, .aliases = "compare"},
+    {.id = commandCompare,
+     .label = "Compare Rides",
+     .work = worker,
+     .operation = compareCommand,
+     .answers = Answers::codes,
+     .files = {2, 2, FileKind::nothing, "A.fit B.fit"},
+     .aliases = "compare"},
 };
 
 constexpr bool idsRise()
@@ -227,6 +279,11 @@ const Command* findCommand(int id)
     return found != std::end(commands) && found->id == id ? found : nullptr;
 }
 
+const Command* findCommand(Sheet sheet)
+{
+    return std::ranges::find(commands, sheet, &Command::sheet);
+}
+
 const Command* findCommand(std::string_view name)
 {
     int id = 0;
@@ -245,11 +302,6 @@ std::string consoleName(const Command& command)
     for (char& c : name)
         c = c == ' ' ? '-' : static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
     return name;
-}
-
-bool isBuilt(const Command& command)
-{
-    return command.operation != nullptr || command.work == frontEnd || command.work == settings;
 }
 
 } // namespace torvane

@@ -3,8 +3,10 @@
 #pragma once
 
 #include "core/command_ids.h"
+#include "core/file_kind.h"
 #include "core/parameter_block.h"
 #include "core/result_status.h"
+#include "forms/sheet.h"
 
 #include <cstdint>
 #include <span>
@@ -34,7 +36,7 @@ enum class Work : uint8_t {
 };
 
 // Which record of last choices a long command moves to itself before its dialog opens.
-enum class Family : uint8_t { none, theory, ride }; // theoryCalculator, rideMode: by the order of ids
+enum class Family : uint8_t { none, theory, ride }; // theoryCalculator, rideMode
 
 // When the graph window opens after a long command.
 enum class GraphWhen : uint8_t {
@@ -44,7 +46,28 @@ enum class GraphWhen : uint8_t {
     bandCornering,     // bandGraphCornering is set
 };
 
-// What becomes of the menu entries 902, 903, 904 after a long command.
+// What a command has to do with the ride of the session.
+enum class RideUse : uint8_t {
+    none,
+    chosen,   // loads the one that was chosen
+    loaded,   // works on the loaded one
+    ready,    // on a loaded one that lacks cadence or power and can be analysed
+    analysed, // likewise, once it has been
+};
+
+// What a status of a command is: bits of result_status.h, or a code of fit_codes.h.
+enum class Answers : uint8_t { bits, codes };
+
+// The files that the console takes for a command, the destination last.
+struct CommandFiles {
+    size_t least = 0, most = 0;
+    FileKind writes = FileKind::nothing; // of the destination; nothing: there is none
+    const char* pattern = "";            // as the help shows them
+    bool onlyNew = false;                // the destination must not be there
+    bool inParts = false;                // the destination names the files that are written
+};
+
+// What becomes of the menu entries of the loaded ride after a long command.
 enum class MenuAfter : uint8_t { none, loaded, expressed, analysed, toolRan, oneStroke };
 
 struct Command {
@@ -54,11 +77,18 @@ struct Command {
     bool shift = false; // and Shift
     Entry entry = Entry::immediate;
     int form = 0; // dialog template of the first entry, 0 none
+    Sheet sheet = Sheet::none;
     Work work = Work::frontEnd;
     void (*commit)(ParameterBlock& saved, ParameterBlock& working) = nullptr; // after the dialog or sheet, null none
-    // Of a report or on the worker. Null: nothing to run, or, where `work` promises something, not built yet.
+    // A report, what follows a sheet or the prompt of a profile file, or what runs on the worker; null for the front
+    // end's own.
     ResultStatus (*operation)(Session& session) = nullptr;
     Family family = Family::none;
+    int32_t member = 0; // TheoryCalculator or RideMode of the family
+    Answers answers = Answers::bits;
+    RideUse ride = RideUse::none;
+    bool takesSettings = false; // the console takes the settings of the analysis besides the form's entries
+    CommandFiles files = {};
     GraphWhen graph = GraphWhen::never;
     MenuAfter menu = MenuAfter::none;
     bool showsLower = false;  // after its run the lower pane takes the focus and scrolls to its top
@@ -70,8 +100,7 @@ std::span<const Command> commandTable();
 const Command* findCommand(int id);                       // null: no such command
 const Command* findCommand(std::string_view consoleName); // number, label with hyphens, or alias; null: no such command
 std::string consoleName(const Command& command);          // label in lower case with hyphens
-// False for a command whose operation is still to be built; its menu entry is greyed.
-bool isBuilt(const Command& command);
+const Command* findCommand(Sheet sheet);                  // that opens it
 
 // The menu bar, in order. A menu or submenu holds what follows it up to its end.
 enum class MenuKind : uint8_t { menu, submenu, end, command, separator };

@@ -105,8 +105,7 @@ bool fillChild(FormState& state, Filling& filling)
 
 const Form* settingsForm(const Command& command)
 {
-    bool analyses = command.id == commandCreate || command.menu == MenuAfter::oneStroke;
-    return analyses ? findForm(analyseFormId) : nullptr;
+    return command.takesSettings ? findForm(analyseFormId) : nullptr;
 }
 
 Refusal checkNames(const Command& command, const std::vector<Assignment>& entries)

@@ -1,27 +1,32 @@
 // The loaded activity opens and greys the commands that work on it.
 #include "command/menu_rules.h"
 
-#include "core/command_ids.h"
-
 namespace torvane {
 
 namespace {
 
 using EnableCommand = void (*)(int id, bool enabled);
 
+void enableUses(RideUse use, bool enabled, EnableCommand enableCommand)
+{
+    for (const Command& command : commandTable())
+        if (command.ride == use)
+            enableCommand(command.id, enabled);
+}
+
 void afterLoad(AnalysisReadiness readiness, EnableCommand enableCommand)
 {
-    enableCommand(commandExpress, (readiness & analysisImpossible) == 0);
-    enableCommand(commandAnalyse, readiness == readyForAnalysis);
-    enableCommand(commandCreate, false);
+    enableUses(RideUse::loaded, (readiness & analysisImpossible) == 0, enableCommand);
+    enableUses(RideUse::ready, readiness == readyForAnalysis, enableCommand);
+    enableUses(RideUse::analysed, false, enableCommand);
 }
 
 } // namespace
 
 void greyActivityCommands(EnableCommand enableCommand)
 {
-    for (int id : {commandExpress, commandAnalyse, commandCreate})
-        enableCommand(id, false);
+    for (RideUse use : {RideUse::loaded, RideUse::ready, RideUse::analysed})
+        enableUses(use, false, enableCommand);
 }
 
 void adjustMenu(MenuAfter rule, ResultStatus status, AnalysisReadiness readiness, EnableCommand enableCommand)
@@ -38,7 +43,7 @@ void adjustMenu(MenuAfter rule, ResultStatus status, AnalysisReadiness readiness
             greyActivityCommands(enableCommand);
         break;
     case MenuAfter::analysed:
-        enableCommand(commandCreate, succeeded && readiness == readyForAnalysis);
+        enableUses(RideUse::analysed, succeeded && readiness == readyForAnalysis, enableCommand);
         break;
     case MenuAfter::toolRan:
         greyActivityCommands(enableCommand);

@@ -1,4 +1,4 @@
-// Which of the menu entries 902 to 904 a finished command opens or greys.
+// Which of the menu entries of the loaded ride a finished command opens or greys.
 #pragma once
 
 #include "command/command_table.h"

@@ -178,7 +178,7 @@ void enterSettings(const Command& command)
     if (!front.runEntry(command))
         return;
     bool reports = sessionOfWorker->formMarks.profile || sessionOfWorker->formMarks.condition;
-    finishSettings(*sessionOfWorker, command);
+    command.operation(*sessionOfWorker);
     if (reports)
         front.focusPane(false);
 }

@@ -21,6 +21,8 @@ void choose(int32_t& present, int32_t& target, int32_t number)
     present = number;
 }
 
+} // namespace
+
 // Of both sheets: what was accepted comes into force. A sheet that was cancelled leaves the figures as they are, those
 // that a profile file has put into the model alone among them.
 ResultStatus finishProfile(Session& session)
@@ -79,18 +81,6 @@ ResultStatus saveNamedProfile(Session& session)
     return saveProfile(session.screens, session.model.state, session.working, session.profilePath) == 0 ? 0 : 1;
 }
 
-struct Settings {
-    int command;
-    ResultStatus (*finish)(Session& session);
-};
-
-constexpr Settings settings[] = {
-    {commandProfile, finishProfile},     {commandLoadProfile, loadNamedProfile}, {commandSaveProfile, saveNamedProfile},
-    {commandCondition, finishCondition}, {commandPreference, finishPreference},
-};
-
-} // namespace
-
 void startFrom(Session& session, const ParameterBlock& defaults)
 {
     session.saved = session.working = defaults;
@@ -119,17 +109,9 @@ Verdict confirmDialog(Session& session, FormState& dialog)
 void chooseCalculator(const Command& command, ParameterBlock& working)
 {
     if (command.family == Family::theory)
-        choose(working.theoryCalculator, working.theoryTarget, command.id - commandCadenceTheory);
+        choose(working.theoryCalculator, working.theoryTarget, command.member);
     if (command.family == Family::ride)
-        choose(working.rideMode, working.rideTarget, command.id - commandPowerAndVelocity);
-}
-
-ResultStatus finishSettings(Session& session, const Command& command)
-{
-    for (const Settings& row : settings)
-        if (row.command == command.id)
-            return row.finish(session);
-    return 1;
+        choose(working.rideMode, working.rideTarget, command.member);
 }
 
 } // namespace torvane

@@ -24,6 +24,10 @@ void chooseCalculator(const Command& command, ParameterBlock& working);
 // What follows the entry of a Work::settings command: the sheet, whatever button ended it, or the file prompt whose
 // answer is session.profilePath. Commits, applies, rebuilds and reports to the upper pane. 0, or 1 where a profile file
 // could not be read or written; the status line tells.
-ResultStatus finishSettings(Session& session, const Command& command);
+ResultStatus finishProfile(Session& session);
+ResultStatus finishCondition(Session& session);
+ResultStatus finishPreference(Session& session);
+ResultStatus loadNamedProfile(Session& session);
+ResultStatus saveNamedProfile(Session& session);
 
 } // namespace torvane

@@ -107,7 +107,7 @@ bool fillPage(const Form& page, std::vector<Assignment> pending, Applying& apply
     }
 }
 
-bool fillSheet(int sheet, const std::vector<Assignment>& settings, Applying& applying)
+bool fillSheet(Sheet sheet, const std::vector<Assignment>& settings, Applying& applying)
 {
     bool touched = false;
     for (const Form* page : sheetPages(sheet)) {
@@ -123,7 +123,7 @@ bool fillSheet(int sheet, const std::vector<Assignment>& settings, Applying& app
             return false;
     }
     if (touched)
-        finishSettings(applying.session, *findCommand(sheet));
+        findCommand(sheet)->operation(applying.session);
     return true;
 }
 
@@ -153,7 +153,7 @@ bool namesAreKnown(const std::vector<Assignment>& settings, EntryFaults& faults)
 std::vector<std::string> settingNames()
 {
     std::vector<std::string> names;
-    for (int sheet : settingsSheets)
+    for (Sheet sheet : settingsSheets)
         for (const Form* page : sheetPages(sheet))
             collectNames(*page, names);
     collectNames(*findForm(predictFormId), names);
@@ -166,7 +166,7 @@ bool applySettings(Session& session, const std::vector<Assignment>& settings, bo
     Applying applying = {session, save, faults, boxes};
     if (!namesAreKnown(settings, faults))
         return false;
-    return std::ranges::all_of(settingsSheets, [&](int sheet) { return fillSheet(sheet, settings, applying); });
+    return std::ranges::all_of(settingsSheets, [&](Sheet sheet) { return fillSheet(sheet, settings, applying); });
 }
 
 } // namespace torvane

@@ -3,16 +3,16 @@
 
 #include "command/entries.h"
 #include "command/session.h"
-#include "core/command_ids.h"
+#include "forms/sheet.h"
 
 #include <string>
 #include <vector>
 
 namespace torvane {
 
-// The three commands whose sheets are settings, in the order in which they are applied: what a preference enables on
+// The sheets in the order in which they are applied: what a preference enables on
 // another page is known there.
-constexpr int settingsSheets[] = {commandPreference, commandProfile, commandCondition};
+constexpr Sheet settingsSheets[] = {Sheet::preference, Sheet::profile, Sheet::condition};
 
 // Sets, checks and stores into the working block; the sheets touched are finished as by their commands. The first fault
 // ends it: its box or refusal is added, and false comes back. With save the pages touched become defaults.

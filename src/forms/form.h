@@ -5,6 +5,7 @@
 
 #include "core/parameter_block.h"
 #include "core/verdict.h"
+#include "forms/sheet.h"
 #include "gps/loaded_ride.h"
 #include "gps/prepare.h"
 #include "model/model.h"
@@ -154,9 +155,8 @@ struct FormState {
 // Every form of the program by its id; null for an unknown one.
 const Form* findForm(int id);
 std::span<const Form* const> allForms();
-// Pages of the property sheet of commandProfile, commandCondition or commandPreference, in the order of their tabs;
-// empty for any other.
-std::span<const Form* const> sheetPages(int command);
+// Pages of a property sheet in the order of their tabs.
+std::span<const Form* const> sheetPages(Sheet sheet);
 
 // Loads the private copy by the form's rule and prints all texts. The model outlives the open form.
 void openForm(FormState& state, const Form& form, const ParameterBlock& saved, const ParameterBlock& working,

@@ -1,5 +1,4 @@
 // Every form of the program, and which pages make a sheet.
-#include "core/command_ids.h"
 #include "forms/dialogs.h"
 #include "forms/pages.h"
 
@@ -70,18 +69,19 @@ std::span<const Form* const> allForms()
     return forms;
 }
 
-std::span<const Form* const> sheetPages(int command)
+std::span<const Form* const> sheetPages(Sheet sheet)
 {
-    switch (command) {
-    case commandProfile:
+    switch (sheet) {
+    case Sheet::profile:
         return profileSheet;
-    case commandCondition:
+    case Sheet::condition:
         return conditionSheet;
-    case commandPreference:
+    case Sheet::preference:
         return preferenceSheet;
-    default:
-        return {};
+    case Sheet::none:
+        break;
     }
+    return {};
 }
 
 } // namespace torvane

@@ -1,6 +1,5 @@
 #include "forms/profile_limits.h"
 
-#include "core/command_ids.h"
 #include "core/text.h"
 #include "forms/form.h"
 
@@ -29,8 +28,7 @@ std::string figureBeyondLimits(const Form& page, const Model& model, const Param
 
 std::string figureBeyondLimits(const Model& model, const ParameterBlock& block)
 {
-    constexpr int sheets[] = {commandProfile, commandCondition};
-    for (int sheet : sheets)
+    for (Sheet sheet : {Sheet::profile, Sheet::condition})
         for (const Form* page : sheetPages(sheet))
             if (std::string text = figureBeyondLimits(*page, model, block); !text.empty())
                 return text;

@@ -65,7 +65,7 @@ CHARFORMATW toFormat(const CHOOSEFONTW& choice)
     return format;
 }
 
-bool applyChoice(HWND pane, int scope)
+bool applyChoice(HWND pane, FontScope scope)
 {
     CHARFORMATW format = selectedFormat(pane);
     LOGFONTW font = toLogicalFont(format, verticalPixelsPerInch(pane));
@@ -78,13 +78,13 @@ bool applyChoice(HWND pane, int scope)
     if (!ChooseFontW(&choice))
         return true;
     format = toFormat(choice);
-    WPARAM range = scope == 0 ? SCF_SELECTION : SCF_ALL;
+    WPARAM range = scope == FontScope::selection ? SCF_SELECTION : SCF_ALL;
     return SendMessageW(pane, EM_SETCHARFORMAT, range, reinterpret_cast<LPARAM>(&format)) != 0;
 }
 
 } // namespace
 
-bool chooseScreenFont(HWND pane, int scope)
+bool chooseScreenFont(HWND pane, FontScope scope)
 {
     bool applied = applyChoice(pane, scope);
     SetFocus(pane);

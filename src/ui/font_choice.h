@@ -5,8 +5,11 @@
 
 namespace torvane {
 
-// Runs the system's font dialog on the format of the pane's selection. Scope 0 changes the selection, any other scope
-// all the text. The focus returns to the pane, also after a cancel. False when the format could not be applied.
-bool chooseScreenFont(HWND pane, int scope);
+// What of a pane's text a font is chosen for.
+enum class FontScope { selection, all };
+
+// Runs the system's font dialog on the format of the pane's selection. The focus returns to the pane, also after a
+// cancel. False when the format could not be applied.
+bool chooseScreenFont(HWND pane, FontScope scope);
 
 } // namespace torvane

@@ -3,7 +3,6 @@
 #include "ui/form_page.h"
 
 #include "command/settings_command.h"
-#include "core/command_ids.h"
 #include "core/wide_text.h"
 #include "forms/form.h"
 #include "ui/form_controls.h"
@@ -130,12 +129,12 @@ HPROPSHEETPAGE createPage(PageData& data)
     return CreatePropertySheetPageW(&page);
 }
 
-const wchar_t* sheetTitle(int command)
+const wchar_t* sheetTitle(Sheet sheet)
 {
-    switch (command) {
-    case commandProfile:
+    switch (sheet) {
+    case Sheet::profile:
         return L"profile";
-    case commandCondition:
+    case Sheet::condition:
         return L"condition";
     default:
         return L"preference";
@@ -144,23 +143,23 @@ const wchar_t* sheetTitle(int command)
 
 } // namespace
 
-void runPropertySheet(HWND owner, int command)
+void runPropertySheet(HWND owner, Sheet sheet)
 {
     std::deque<PageData> data;
     std::vector<HPROPSHEETPAGE> pages;
-    for (const Form* form : sheetPages(command)) {
+    for (const Form* form : sheetPages(sheet)) {
         data.push_back({form, widen(form->title), {}});
         pages.push_back(createPage(data.back()));
     }
-    PROPSHEETHEADERW sheet = {};
-    sheet.dwSize = sizeof sheet;
-    sheet.dwFlags = PSH_NOCONTEXTHELP;
-    sheet.hwndParent = owner;
-    sheet.hInstance = mainWindow.instance;
-    sheet.pszCaption = sheetTitle(command);
-    sheet.nPages = static_cast<UINT>(pages.size());
-    sheet.phpage = pages.data();
-    PropertySheetW(&sheet);
+    PROPSHEETHEADERW header = {};
+    header.dwSize = sizeof header;
+    header.dwFlags = PSH_NOCONTEXTHELP;
+    header.hwndParent = owner;
+    header.hInstance = mainWindow.instance;
+    header.pszCaption = sheetTitle(sheet);
+    header.nPages = static_cast<UINT>(pages.size());
+    header.phpage = pages.data();
+    PropertySheetW(&header);
 }
 
 } // namespace torvane

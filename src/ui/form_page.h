@@ -1,12 +1,12 @@
 // The property sheets, and the one procedure behind every page.
 #pragma once
 
+#include "forms/sheet.h"
 #include "ui/win32.h"
 
 namespace torvane {
 
-// Runs the sheet of commandProfile, commandCondition or commandPreference. What was accepted stands in the working
-// block when it returns.
-void runPropertySheet(HWND owner, int command);
+// Runs a sheet. What was accepted stands in the working block when it returns.
+void runPropertySheet(HWND owner, Sheet sheet);
 
 } // namespace torvane

@@ -26,7 +26,7 @@ bool askDialog(const Command& command)
 
 bool askSheet(const Command& command)
 {
-    runPropertySheet(mainWindow.window, command.id);
+    runPropertySheet(mainWindow.window, command.sheet);
     return true;
 }
 

@@ -24,7 +24,7 @@ void appendCommand(HMENU menu, int id)
     const Command* command = findCommand(id);
     if (command == nullptr)
         return;
-    UINT state = isBuilt(*command) ? MF_ENABLED : MF_GRAYED;
+    UINT state = MF_ENABLED;
     AppendMenuW(menu, MF_STRING | state, static_cast<UINT_PTR>(id), widen(command->label + keyText(*command)).c_str());
 }
 
@@ -75,7 +75,7 @@ HACCEL buildAccelerators()
 void enableMenuCommand(int id, bool enabled)
 {
     const Command* command = findCommand(id);
-    bool open = enabled && command != nullptr && isBuilt(*command);
+    bool open = enabled && command != nullptr;
     EnableMenuItem(mainWindow.menu, static_cast<UINT>(id), MF_BYCOMMAND | (open ? MF_ENABLED : MF_GRAYED));
 }
 

@@ -14,49 +14,53 @@ namespace torvane {
 
 namespace {
 
-void about(HWND, int)
+void about(HWND)
 {
     runAboutDialog(mainWindow.window);
 }
 
-void exitProgram(HWND, int)
+void exitProgram(HWND)
 {
     if (confirmExit(mainWindow.window))
         SendMessageW(mainWindow.window, WM_CLOSE, 0, 0);
 }
 
-// Its distance from the first font command is the scope: so both commands of the lower pane change all of its text.
-void chooseFont(HWND pane, int id)
+void chooseFontOfSelection(HWND pane)
 {
-    chooseScreenFont(pane, id - commandFontSelectedUpper);
+    chooseScreenFont(pane, FontScope::selection);
 }
 
-void clear(HWND pane, int)
+void chooseFontOfAll(HWND pane)
+{
+    chooseScreenFont(pane, FontScope::all);
+}
+
+void clear(HWND pane)
 {
     clearPane(pane);
 }
 
-void print(HWND pane, int)
+void print(HWND pane)
 {
     printPane(mainWindow.window, pane);
 }
 
-void save(HWND pane, int)
+void save(HWND pane)
 {
     saveScreen(pane);
 }
 
-void saveAs(HWND pane, int)
+void saveAs(HWND pane)
 {
     saveScreenAs(pane);
 }
 
-void open(HWND pane, int)
+void open(HWND pane)
 {
     openScreen(pane);
 }
 
-void setUpPage(HWND, int)
+void setUpPage(HWND)
 {
     pageSetUp(mainWindow.window);
     setPrintWidth(screenSet.upperScreen);
@@ -65,7 +69,7 @@ void setUpPage(HWND, int)
 
 struct WindowCommand {
     int id;
-    void (*run)(HWND pane, int id);
+    void (*run)(HWND pane);
     HWND ScreenSet::*pane;
     bool showsTop; // afterwards the pane takes the focus and scrolls to its top
 };
@@ -73,13 +77,14 @@ struct WindowCommand {
 constexpr HWND ScreenSet::*upper = &ScreenSet::upperScreen;
 constexpr HWND ScreenSet::*lower = &ScreenSet::lowerScreen;
 
+// Both font commands of the lower pane change all of its text, as ever.
 constexpr WindowCommand commands[] = {
     {commandAbout, about, upper, false},
     {commandExit, exitProgram, upper, false},
-    {commandFontSelectedUpper, chooseFont, upper, false},
-    {commandFontAllUpper, chooseFont, upper, false},
-    {commandFontSelectedLower, chooseFont, lower, true},
-    {commandFontAllLower, chooseFont, lower, true},
+    {commandFontSelectedUpper, chooseFontOfSelection, upper, false},
+    {commandFontAllUpper, chooseFontOfAll, upper, false},
+    {commandFontSelectedLower, chooseFontOfAll, lower, true},
+    {commandFontAllLower, chooseFontOfAll, lower, true},
     {commandClearUpper, clear, upper, true},
     {commandClearLower, clear, lower, true},
     {commandPrintUpper, print, upper, true},
@@ -100,7 +105,7 @@ void runWindowCommand(const Command& command)
     for (const WindowCommand& row : commands) {
         if (row.id != command.id)
             continue;
-        row.run(screenSet.*row.pane, row.id);
+        row.run(screenSet.*row.pane);
         if (row.showsTop)
             showTop(screenSet.*row.pane);
     }

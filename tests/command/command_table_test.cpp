@@ -16,8 +16,8 @@ TEST(CommandTable, DialogsHaveTheirForms)
         bool ownWindow = command.work == Work::frontEnd; // about, exit
         const bool asks = command.entry == Entry::dialog && !ownWindow;
         EXPECT_TRUE(!asks || findForm(command.form) != nullptr) << command.id;
-        EXPECT_EQ(command.entry == Entry::sheet, !sheetPages(command.id).empty()) << command.id;
-        EXPECT_TRUE(isBuilt(command)) << command.id;
+        EXPECT_EQ(command.entry == Entry::sheet, !sheetPages(command.sheet).empty()) << command.id;
+        EXPECT_EQ(command.operation == nullptr, ownWindow) << command.id;
     }
 }
 

@@ -179,7 +179,7 @@ bool runEntry(const Command& command)
     case Entry::dialog:
         return fill(command);
     case Entry::sheet:
-        for (const Form* page : sheetPages(command.id))
+        for (const Form* page : sheetPages(command.sheet))
             accept(*page);
         return true;
     case Entry::openProfile:
@@ -256,7 +256,7 @@ protected:
         mail.pressesDuringRuns = 0;
         runMayGoOn.set();
         session.profilePath = folder + "rider.pro";
-        finishSettings(session, *findCommand("save-profile"));
+        findCommand("save-profile")->operation(session);
         startWorker(window, session);
     }
     void TearDown() override

@@ -112,7 +112,11 @@ void runFrontEnd(const Command& command)
 
 constexpr Command fakeCommands[] = {
     {.id = 303, .label = "front end"},
-    {.id = 325, .label = "settings", .entry = Entry::sheet, .work = Work::settings},
+    {.id = 325,
+     .label = "settings",
+     .entry = Entry::sheet,
+     .work = Work::settings,
+     .operation = [](Session&) -> ResultStatus { return 0; }},
     {.id = 501, .label = "report", .work = Work::report, .operation = fakeReport},
     ride(801, GraphWhen::bandPowerVelocity),
     ride(802, GraphWhen::express),

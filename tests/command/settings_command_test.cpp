@@ -32,7 +32,7 @@ TEST_F(SettingsCommand, aCancelledSheetLeavesEveryFigure)
     const ModelState model = inForce;
     const ParameterBlock working = session.working;
     for (int sheet : {321, 324, 325}) {
-        EXPECT_EQ(finishSettings(session, *findCommand(sheet)), 0u);
+        EXPECT_EQ(findCommand(sheet)->operation(session), 0u);
         EXPECT_EQ(std::memcmp(&inForce, &model, sizeof model), 0) << sheet;
         EXPECT_EQ(std::memcmp(&session.working, &working, sizeof working), 0) << sheet;
     }
@@ -49,7 +49,7 @@ TEST_F(SettingsCommand, aProfileSavedAfterARunWithoutAnAnswerLoads)
     session.working.rideEndVelocity[rideAcceleration] = 140 / 3.6;
     findCommand(802)->operation(session);
     ASSERT_FALSE(std::isfinite(inForce.frontWeightRatio));
-    EXPECT_EQ(finishSettings(session, *findCommand(323)), 0u);
+    EXPECT_EQ(findCommand(323)->operation(session), 0u);
     auto put = [&](size_t offset) {
         Bytes bytes = bytesOf(session.profilePath);
         const double none = std::nan("");
@@ -57,14 +57,14 @@ TEST_F(SettingsCommand, aProfileSavedAfterARunWithoutAnAnswerLoads)
         writeBytes(session.profilePath, bytes);
     };
     for (size_t leftover : {offsetof(ModelState, totalWeight), offsetof(ModelState, brakeHeat)}) {
-        EXPECT_EQ(finishSettings(session, *findCommand(322)), 0u) << shown.status;
+        EXPECT_EQ(findCommand(322)->operation(session), 0u) << shown.status;
         EXPECT_EQ(inForce.totalWeight, 60 + 7.39);
         EXPECT_TRUE(std::isfinite(inForce.frontWeightRatio) && std::isfinite(inForce.brakeHeat[0]));
         put(leftover); // as older versions wrote them
     }
-    EXPECT_EQ(finishSettings(session, *findCommand(322)), 0u) << shown.status;
+    EXPECT_EQ(findCommand(322)->operation(session), 0u) << shown.status;
     put(offsetof(ModelState, crankLength));
-    EXPECT_EQ(finishSettings(session, *findCommand(322)), 1u);
+    EXPECT_EQ(findCommand(322)->operation(session), 1u);
 }
 
 TEST_F(SettingsCommand, aProfileHoldsWhatItsPagesTake)
@@ -86,9 +86,9 @@ TEST_F(SettingsCommand, aProfileHoldsWhatItsPagesTake)
         startFrom(session, defaultBlock());
         const ModelState model = inForce;
         change(inForce);
-        EXPECT_EQ(finishSettings(session, *findCommand(323)), 0u);
+        EXPECT_EQ(findCommand(323)->operation(session), 0u);
         inForce = model;
-        EXPECT_EQ(finishSettings(session, *findCommand(322)), fault.empty() ? 0u : 1u) << fault;
+        EXPECT_EQ(findCommand(322)->operation(session), fault.empty() ? 0u : 1u) << fault;
         EXPECT_EQ(session.profileFault, fault);
         EXPECT_EQ(std::memcmp(&inForce, &model, sizeof model) == 0, !fault.empty()) << fault;
     }

@@ -130,7 +130,7 @@ std::vector<std::string> randomArguments(Dice& dice, const Command& command)
 {
     std::vector<std::string> arguments = {"--json"};
     if (dice.once(3))
-        for (int sheet : {325, 321, 324})
+        for (Sheet sheet : {Sheet::preference, Sheet::profile, Sheet::condition})
             for (const Form* page : sheetPages(sheet))
                 addEntries(dice, *page, 12, "--set", arguments);
     if (dice.once(4))
@@ -140,7 +140,7 @@ std::vector<std::string> randomArguments(Dice& dice, const Command& command)
     arguments.push_back(consoleName(command));
     for (const std::string& file : filesOf(dice, command))
         arguments.push_back(file);
-    for (const Form* page : sheetPages(command.id))
+    for (const Form* page : sheetPages(command.sheet))
         addEntries(dice, *page, 8, "", arguments);
     if (const Form* form = findForm(command.form))
         addEntries(dice, *form, 2, "", arguments);
