@@ -12,7 +12,7 @@ namespace torvane {
 // in force.
 void startFrom(Session& session, const ParameterBlock& defaults);
 
-// The confirming button of a page of a sheet: stores into the working block and marks for finishSettings.
+// The confirming button of a page of a sheet: stores into the working block and marks for what follows the sheet.
 Verdict confirmPage(Session& session, FormState& page);
 // The same of a dialog: what runs next finds its files and options in the session.
 Verdict confirmDialog(Session& session, FormState& dialog);

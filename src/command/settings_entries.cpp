@@ -56,7 +56,7 @@ bool storeBuilds(const std::vector<Assignment>& builds, Applying& applying)
 {
     int32_t before = applying.session.working.predictWheel;
     bool stored = true;
-    for (int wheel = 0; stored && wheel < 2; ++wheel) {
+    for (int wheel = 0; stored && wheel < wheelCount; ++wheel) {
         applying.session.working.predictWheel = wheel;
         stored = fillPrediction(builds, applying);
     }

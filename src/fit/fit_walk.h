@@ -70,10 +70,6 @@ struct LocalDefinition {
     {
         return {fields.data(), fieldCount};
     }
-    std::span<const FieldDefinition> developerFieldList() const
-    {
-        return {developerFields.data(), developerFieldCount};
-    }
 };
 
 using LocalDefinitions = std::array<LocalDefinition, localTypeCount>;

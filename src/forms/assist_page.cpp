@@ -112,7 +112,7 @@ Verdict validateAssist(FormState& state)
     if (!power.passed)
         return power;
     // Without a motor the ranges are only kept for later.
-    for (size_t n = 1; n < 3 && values.motorLocation != motorNone; ++n)
+    for (size_t n = 1; n < assistRangeCount && values.motorLocation != motorNone; ++n)
         if (Misfit fault = misfit(values, n); fault.text)
             return refuseRow(state, assistRows[fault.row], formatText(fault.text, static_cast<int>(n)));
     return checkLimits(state, powerRow + 1, std::size(assistRows));

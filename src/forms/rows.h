@@ -151,9 +151,4 @@ constexpr Form pageForm(int saveBox, const char* title, Page page, Marks marks, 
             .rows = rows};
 }
 
-constexpr bool hasControl(const Form& form, size_t row, int id)
-{
-    return form.rows[row].id == id;
-}
-
 } // namespace torvane

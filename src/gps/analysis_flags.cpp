@@ -15,7 +15,7 @@ uint32_t positionFlag(const FieldPresence& presence)
 uint32_t motionFlag(const FieldPresence& presence)
 {
     switch (presence.motionFlags & eitherInRecords) {
-    case 0:
+    case absentFromRecords:
         return analysisMotionFromPosition;
     case presentInRecords:
         return analysisSpeedFromDistance;

@@ -11,6 +11,7 @@ namespace torvane {
 
 // What a set of presence flags says of a field, or of the first of two fields.
 enum PresenceFlag : uint8_t {
+    absentFromRecords = 0,
     presentInRecords = 0x01,
     presentAverage = 0x02,
     presentMaximum = 0x04,

@@ -118,7 +118,7 @@ void brakeHeatStep(const TrackModel& track, std::span<GpsRecord> records, double
     const GpsRecord& last = records[index - 1];
     GpsRecord& record = records[index];
     bool braking = record.power == 0 && netPower < 0;
-    for (int wheel = 0; wheel < 2; wheel++) {
+    for (int wheel = 0; wheel < wheelCount; wheel++) {
         double share = wheel == 0 ? track.now.frontFrictionShare : track.now.rearFrictionShare;
         double frictionRate = applyBrake(record, braking, netPower, share);
         brakeHeatStepOf(track, wheel, last, record, frictionRate, braking);

@@ -45,7 +45,7 @@ double heatLossRate(const Model& model, const BrakeMaterials& materials, BrakeHe
 
 void keepBrakeHeat(ModelState& state, const BrakeHeat& heat)
 {
-    for (int wheel = 0; wheel < 2; ++wheel) {
+    for (int wheel = 0; wheel < wheelCount; ++wheel) {
         state.brakeHeat[wheel] = heat.brakeHeat[wheel];
         state.brakeRadiated[wheel] = heat.brakeRadiated[wheel];
         state.brakeTemperature[wheel] = heat.brakeTemperature[wheel];

@@ -110,12 +110,6 @@ ResultStatus accelerateByParabola(RideRun& ride)
     return accelerateDryRun(ride, PowerLaw::parabola);
 }
 
-double powerForEndingVelocity(RideRun& ride)
-{
-    resetGrip(ride);
-    return solvePowerAtVelocity(ride.model, ride.now, stagePedaling, ride.in.endVelocity).value;
-}
-
 // A figure of the run that asks for more power than the ending velocity does.
 struct Factor {
     double RideFigures::*figure;

@@ -25,7 +25,7 @@ double kineticEnergy(const RideRun& ride, double velocity)
 
 void clearBrakeEnergy(RideRun& ride)
 {
-    for (int wheel = 0; wheel < 2; ++wheel) {
+    for (int wheel = 0; wheel < wheelCount; ++wheel) {
         ride.heat.brakeHeat[wheel] = 0.0;
         ride.heat.brakeRadiated[wheel] = 0.0;
     }
@@ -35,7 +35,7 @@ void clearBrakeEnergy(RideRun& ride)
 
 void accumulateBrakeStep(RideRun& ride, double velocity, double thrustPower, double dt)
 {
-    for (int wheel = 0; wheel < 2; ++wheel) {
+    for (int wheel = 0; wheel < wheelCount; ++wheel) {
         ride.heat.brakeHeat[wheel] += std::fabs(thrustPower) * dt * brakeShare(ride, wheel);
         ride.heat.brakeRadiated[wheel] -= heatLossRate(ride.model, ride.in.materials, ride.heat, velocity, wheel) * dt;
     }
@@ -44,7 +44,7 @@ void accumulateBrakeStep(RideRun& ride, double velocity, double thrustPower, dou
 
 void undoBrakeOvershoot(RideRun& ride, double velocity, double thrustPower, double dt, double fraction)
 {
-    for (int wheel = 0; wheel < 2; ++wheel) {
+    for (int wheel = 0; wheel < wheelCount; ++wheel) {
         ride.heat.brakeHeat[wheel] -= std::fabs(thrustPower) * dt * brakeShare(ride, wheel) * fraction;
         ride.heat.brakeRadiated[wheel] +=
             heatLossRate(ride.model, ride.in.materials, ride.heat, velocity, wheel) * dt * fraction;
@@ -55,7 +55,7 @@ void undoBrakeOvershoot(RideRun& ride, double velocity, double thrustPower, doub
 
 void coolBrakes(RideRun& ride, double velocity, double dt)
 {
-    for (int wheel = 0; wheel < 2; ++wheel) {
+    for (int wheel = 0; wheel < wheelCount; ++wheel) {
         ride.heat.brakeRadiated[wheel] -= heatLossRate(ride.model, ride.in.materials, ride.heat, velocity, wheel) * dt;
     }
 }

@@ -85,12 +85,6 @@ ResultStatus decelerateByParabola(RideRun& ride)
     return decelerateDryRun(ride, PowerLaw::parabola);
 }
 
-double powerForEndingVelocity(RideRun& ride)
-{
-    resetGrip(ride);
-    return solvePowerAtVelocity(ride.model, ride.now, stagePedaling, ride.in.endVelocity).value;
-}
-
 // A figure of the run that grows with the power: the time, the distance, and the acceleration, which is negative.
 struct Factor {
     double RideFigures::*figure;

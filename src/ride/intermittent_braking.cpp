@@ -98,7 +98,7 @@ void addSector(RideRun& ride, Way& way, double distance)
     way.time += ride.found.sectorTime;
     way.distance += distance;
     SectorRow row{way.time, ride.found.velocity, way.distance, {}, {}, {}, {}};
-    for (int wheel = 0; wheel < 2; ++wheel) {
+    for (int wheel = 0; wheel < wheelCount; ++wheel) {
         row.brake[wheel] = ride.heat.brakeTemperature[wheel];
         row.heat[wheel] = ride.heat.brakeHeat[wheel] / 1000.0;
         row.radiate[wheel] = ride.heat.brakeRadiated[wheel] / 1000.0;

@@ -1,5 +1,6 @@
 #include "ride/motion.h"
 
+#include "model/assist.h"
 #include "model/constants.h"
 #include "model/drivetrain.h"
 #include "model/gear_table.h"
@@ -34,6 +35,12 @@ bool takePower(RideRun& ride, double power)
 void resetGrip(RideRun& ride)
 {
     updateLoadAndGrip(ride.model, ride.now, 0.0);
+}
+
+double powerForEndingVelocity(RideRun& ride)
+{
+    resetGrip(ride);
+    return solvePowerAtVelocity(ride.model, ride.now, stagePedaling, ride.in.endVelocity).value;
 }
 
 void showStart(RideRun& ride, const StepState& state)

@@ -24,6 +24,9 @@ bool takePower(RideRun& ride, double power);
 // passes are the same physics to the last bit, whatever ran before.
 void resetGrip(RideRun& ride);
 
+// Pedaling power in W that holds the ending velocity, on that grip.
+double powerForEndingVelocity(RideRun& ride);
+
 // The stages of a log's first row: the power that holds the starting velocity, as if it were pedaled.
 void showStart(RideRun& ride, const StepState& state);
 

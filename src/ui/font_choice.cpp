@@ -30,20 +30,6 @@ int verticalPixelsPerInch(HWND pane)
     return pixels;
 }
 
-LOGFONTW toLogicalFont(const CHARFORMATW& format, int pixelsPerInch)
-{
-    LOGFONTW font = {};
-    font.lfHeight = MulDiv(format.yHeight, pixelsPerInch, -twipsPerInch);
-    font.lfWeight = format.dwEffects & CFE_BOLD ? FW_BOLD : FW_NORMAL;
-    font.lfItalic = (format.dwEffects & CFE_ITALIC) != 0;
-    font.lfUnderline = (format.dwEffects & CFE_UNDERLINE) != 0;
-    font.lfStrikeOut = (format.dwEffects & CFE_STRIKEOUT) != 0;
-    font.lfCharSet = format.bCharSet;
-    font.lfPitchAndFamily = format.bPitchAndFamily;
-    wcsncpy(font.lfFaceName, format.szFaceName, LF_FACESIZE - 1);
-    return font;
-}
-
 DWORD effectsOf(const LOGFONTW& font)
 {
     return (font.lfWeight >= FW_BOLD ? CFE_BOLD : 0) | (font.lfItalic ? CFE_ITALIC : 0) |
@@ -83,6 +69,20 @@ bool applyChoice(HWND pane, FontScope scope)
 }
 
 } // namespace
+
+LOGFONTW toLogicalFont(const CHARFORMATW& format, int pixelsPerInch)
+{
+    LOGFONTW font = {};
+    font.lfHeight = MulDiv(format.yHeight, pixelsPerInch, -twipsPerInch);
+    font.lfWeight = format.dwEffects & CFE_BOLD ? FW_BOLD : FW_NORMAL;
+    font.lfItalic = (format.dwEffects & CFE_ITALIC) != 0;
+    font.lfUnderline = (format.dwEffects & CFE_UNDERLINE) != 0;
+    font.lfStrikeOut = (format.dwEffects & CFE_STRIKEOUT) != 0;
+    font.lfCharSet = format.bCharSet;
+    font.lfPitchAndFamily = format.bPitchAndFamily;
+    wcsncpy(font.lfFaceName, format.szFaceName, LF_FACESIZE - 1);
+    return font;
+}
 
 bool chooseScreenFont(HWND pane, FontScope scope)
 {

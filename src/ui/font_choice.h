@@ -12,4 +12,7 @@ enum class FontScope { selection, all };
 // cancel. False when the format could not be applied.
 bool chooseScreenFont(HWND pane, FontScope scope);
 
+// A font of the format on a device of so many pixels an inch.
+LOGFONTW toLogicalFont(const CHARFORMATW& format, int pixelsPerInch);
+
 } // namespace torvane

@@ -24,8 +24,8 @@ void appendCommand(HMENU menu, int id)
     const Command* command = findCommand(id);
     if (command == nullptr)
         return;
-    UINT state = MF_ENABLED;
-    AppendMenuW(menu, MF_STRING | state, static_cast<UINT_PTR>(id), widen(command->label + keyText(*command)).c_str());
+    AppendMenuW(menu, MF_STRING | MF_ENABLED, static_cast<UINT_PTR>(id),
+                widen(command->label + keyText(*command)).c_str());
 }
 
 HMENU openSubmenu(HMENU parent, const char* label)

@@ -1,6 +1,7 @@
 // Lines are measured with the printer's own metrics, so that what fits here fits on the paper.
 #include "ui/paginator.h"
 
+#include "ui/font_choice.h"
 #include "ui/screen_files.h"
 #include "ui/screen_set.h"
 
@@ -32,15 +33,7 @@ CHARFORMATW formatOf(HWND pane)
 
 HFONT createPrinterFont(const CHARFORMATW& format, HDC printer)
 {
-    LOGFONTW font = {};
-    font.lfHeight = -MulDiv(format.yHeight, GetDeviceCaps(printer, LOGPIXELSY), twipsPerInch);
-    font.lfWeight = format.dwEffects & CFE_BOLD ? FW_BOLD : FW_NORMAL;
-    font.lfItalic = (format.dwEffects & CFE_ITALIC) != 0;
-    font.lfUnderline = (format.dwEffects & CFE_UNDERLINE) != 0;
-    font.lfStrikeOut = (format.dwEffects & CFE_STRIKEOUT) != 0;
-    font.lfCharSet = format.bCharSet;
-    font.lfPitchAndFamily = format.bPitchAndFamily;
-    wcsncpy(font.lfFaceName, format.szFaceName, LF_FACESIZE - 1);
+    LOGFONTW font = toLogicalFont(format, GetDeviceCaps(printer, LOGPIXELSY));
     return CreateFontIndirectW(&font);
 }
 
