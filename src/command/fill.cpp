@@ -3,14 +3,13 @@
 #include "command/nearest.h"
 #include "command/settings_command.h"
 #include "command/settings_entries.h"
+#include "forms/dialogs.h"
 
 #include <algorithm>
 
 namespace torvane {
 
 namespace {
-
-constexpr int analyseFormId = 2053;
 
 bool formTakes(const Form* form, std::string_view name)
 {
@@ -105,7 +104,7 @@ bool fillChild(FormState& state, Filling& filling)
 
 const Form* settingsForm(const Command& command)
 {
-    return command.takesSettings ? findForm(analyseFormId) : nullptr;
+    return command.takesSettings ? &analyseForm : nullptr;
 }
 
 Refusal checkNames(const Command& command, const std::vector<Assignment>& entries)

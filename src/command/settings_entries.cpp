@@ -4,15 +4,13 @@
 #include "command/nearest.h"
 #include "command/settings_command.h"
 #include "forms/form.h"
+#include "forms/pages.h"
 
 #include <algorithm>
 
 namespace torvane {
 
 namespace {
-
-constexpr int wheelPageId = 1004;
-constexpr int predictFormId = 1450;
 
 struct Applying {
     Session& session;
@@ -44,8 +42,7 @@ bool confirm(FormState& state, Applying& applying)
 bool fillPrediction(const std::vector<Assignment>& settings, Applying& applying)
 {
     FormState child;
-    openForm(child, *findForm(predictFormId), applying.session.saved, applying.session.working, applying.session.model,
-             true);
+    openForm(child, predictWheelForm, applying.session.saved, applying.session.working, applying.session.model, true);
     setEntries(child, settings, applying.faults);
     return confirm(child, applying);
 }
@@ -112,8 +109,8 @@ bool fillSheet(Sheet sheet, const std::vector<Assignment>& settings, Applying& a
     bool touched = false;
     for (const Form* page : sheetPages(sheet)) {
         std::vector<Assignment> own = entriesOf(*page, settings), builds;
-        if (page->id == wheelPageId)
-            builds = entriesOf(*findForm(predictFormId), settings);
+        if (page == &wheelPage)
+            builds = entriesOf(predictWheelForm, settings);
         if (own.empty() && builds.empty())
             continue;
         touched = true;
@@ -156,7 +153,7 @@ std::vector<std::string> settingNames()
     for (Sheet sheet : settingsSheets)
         for (const Form* page : sheetPages(sheet))
             collectNames(*page, names);
-    collectNames(*findForm(predictFormId), names);
+    collectNames(predictWheelForm, names);
     return names;
 }
 

@@ -128,7 +128,7 @@ void appendChain(std::string& text, const RideRun& ride)
     appendChainRow(text, stageLabels[stageCrank], now.crankPower, now.crankTorque, now.crankForce);
     appendChainRow(text, stageLabels[stageHub], now.hubPower, now.hubTorque, now.hubForce);
     appendChainRow(text, stageLabels[stageThrust], now.thrustPower, now.thrustTorque, now.thrustForce);
-    if (ride.model.state.motorLocation > 0) {
+    if (ride.model.state.motorLocation > motorNone) {
         appendChainRow(text, assistLabel, now.assistPower, now.assistTorque, now.assistForce);
     }
 }
@@ -139,7 +139,7 @@ void appendRunChain(std::string& text, const RideRun& ride)
     for (int stage = 0; stage < stageCount; ++stage) {
         appendRunStage(text, ride, stageLabels[stage], stage);
     }
-    if (ride.model.state.motorLocation > 0) {
+    if (ride.model.state.motorLocation > motorNone) {
         appendRunRow(text, ride, assistLabel, ride.found.assistMeanPower, ride.found.assistPeakPower,
                      ride.found.assistMeanTorque, ride.found.assistMeanForce);
     }
