@@ -25,9 +25,9 @@ TEST_F(MotionTest, aChosenStartGearStaysWithinTheTable)
 {
     block.startGearMode[1] = 1;
     block.startGearIndex[1] = 99;
-    EXPECT_EQ(startGear(prepare(rideDeceleration, 0), 1, 5.0), m.gearCount - 1);
+    EXPECT_EQ(startGear(prepare(rideDeceleration, 0), startOfDeceleration, 5.0), m.gearCount - 1);
     block.startGearIndex[1] = -1;
-    EXPECT_EQ(startGear(prepare(rideDeceleration, 0), 1, 5.0), 0);
+    EXPECT_EQ(startGear(prepare(rideDeceleration, 0), startOfDeceleration, 5.0), 0);
 }
 
 TEST_F(MotionTest, aRecorderEndsTheRunWhenItsRowsAreUsedUp)
