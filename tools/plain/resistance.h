@@ -141,7 +141,8 @@ inline Solved resistanceAtVelocity(const Model& model, Evaluation& e, double vel
     e.totalLoad = e.rollingLoad + e.airDrag + e.slopeLoad;
     e.rollingPower = e.rollingLoad * velocity * standardGravity;
     e.slopePower = e.slopeLoad * velocity * standardGravity;
-    return {e.rollingPower + e.airDragPower + e.slopePower, velocity > model.reachVelocity ? statusOverReach : statusDone};
+    return {e.rollingPower + e.airDragPower + e.slopePower,
+            velocity > model.reachVelocity ? statusOverReach : statusDone};
 }
 
 } // namespace torvane::plain
