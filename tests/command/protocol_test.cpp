@@ -86,6 +86,7 @@ constexpr Command ride(int id, GraphWhen graph)
     Command command{.id = id, .label = "ride", .entry = Entry::dialog, .work = Work::worker, .commit = fakeCommit};
     command.operation = fakeOperation;
     command.family = Family::ride;
+    command.member = id - commandPowerAndVelocity;
     command.graph = graph;
     command.showsLower = true;
     return command;
