@@ -79,7 +79,7 @@ BENCHMARK(prepareRide)->Name("fit/prepareActivity")->Arg(10000)->Arg(seasonRide)
 struct Tool {
     MadeFile source;
     Verdict (*check)(ToolInputs&, ParameterBlock&);
-    ToolOutcome (*run)(const ToolInputs&, const ParameterBlock&);
+    ToolOutcome (*run)(const ToolInputs&, const ParameterBlock&, Progress*);
 };
 
 // The run alone: read, work, write.
@@ -102,7 +102,7 @@ void runTool(benchmark::State& state, Tool tool)
     for (const Box& box : tool.check(inputs, options).boxes)
         state.SkipWithError(box.text.c_str());
     for (auto _ : state)
-        benchmark::DoNotOptimize(tool.run(inputs, options).code);
+        benchmark::DoNotOptimize(tool.run(inputs, options, nullptr).code);
     countBytes(state, bytes);
 }
 #define TORVANE_TOOL(name, source, check, run)                                                                         \

@@ -1,5 +1,4 @@
-// Screens that keep what they are told, for tests of what commands and reports show. One at a time; the screens are
-// put back at its end.
+// Screens that keep what they are told, for tests of what commands and reports show.
 #pragma once
 
 #include "core/screens.h"
@@ -11,7 +10,7 @@
 namespace torvane {
 
 struct CapturedScreens {
-    CapturedScreens() : before(theScreens)
+    CapturedScreens()
     {
         screens.setText = [this](Pane pane, std::string_view text) { paneOf(pane) = text; };
         screens.appendText = [this](Pane pane, std::string_view text) {
@@ -23,11 +22,6 @@ struct CapturedScreens {
         screens.showMessage = [this](std::string_view title, std::string_view text) {
             messages.emplace_back(title, text);
         };
-        theScreens = screens;
-    }
-    ~CapturedScreens()
-    {
-        theScreens = before;
     }
     CapturedScreens(const CapturedScreens&) = delete;
     CapturedScreens& operator=(const CapturedScreens&) = delete;
@@ -42,9 +36,6 @@ struct CapturedScreens {
     std::vector<size_t> pieces; // size of each append
     std::vector<int> progress;
     std::vector<std::pair<std::string, std::string>> messages;
-
-private:
-    Screens before;
 };
 
 } // namespace torvane

@@ -73,7 +73,7 @@ std::string jsonGraph(const GraphSeries& graph)
 } // namespace
 
 ScreensInto::ScreensInto(Session& toSession, Answer& answer, Streams& streams)
-    : session(toSession), before(session.screens), processBefore(theScreens)
+    : session(toSession), before(session.screens)
 {
     auto line = std::make_shared<PercentLine>(PercentLine{streams});
     session.screens = {
@@ -91,14 +91,12 @@ ScreensInto::ScreensInto(Session& toSession, Answer& answer, Streams& streams)
                 tellBoxes(answer, streams, {{std::string(title), std::string(text)}});
             },
     };
-    theScreens = session.screens;
 }
 
 ScreensInto::~ScreensInto()
 {
     session.screens.showProgress(false);
     session.screens = before;
-    theScreens = processBefore;
 }
 
 void tellBoxes(Answer& answer, Streams& streams, const std::vector<Box>& boxes)

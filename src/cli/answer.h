@@ -42,7 +42,6 @@ public:
 private:
     Session& session;
     Screens before;
-    Screens processBefore;
 };
 
 // "title: text" to standard error, and into the answer.

@@ -53,16 +53,13 @@ int finish(Run& run, ResultStatus result)
 }
 
 // What the menu greys after a load: told in the words of the check that asks the same.
-const Box* greyed(const Command& command, AnalysisReadiness readiness)
+std::vector<Box> greyed(const Command& command, AnalysisReadiness readiness)
 {
-    static const Box impossible = {"error", "can not analyse and predict due to a source file"};
-    static const Box needless = {"warning",
-                                 "no need to analyse and predict cause power and cadence are already existing"};
     if (readiness & analysisImpossible)
-        return &impossible;
+        return {{"error", "can not analyse and predict due to a source file"}};
     if (command.ride != RideUse::loaded && readiness != readyForAnalysis)
-        return &needless;
-    return nullptr;
+        return {{"warning", "no need to analyse and predict cause power and cadence are already existing"}};
+    return {};
 }
 
 // The commands of a loaded ride load it first and then show their own text alone.
@@ -74,11 +71,9 @@ int loadRide(Run& run)
         return finish(run, result);
     run.answer.status.clear();
     run.answer.lower.clear();
-    const Box* box = greyed(run.command, run.session.readiness);
-    if (!box)
-        return exitDone;
-    tellBoxes(run.answer, run.streams, {*box});
-    return exitRefused;
+    const std::vector<Box> boxes = greyed(run.command, run.session.readiness);
+    tellBoxes(run.answer, run.streams, boxes);
+    return boxes.empty() ? exitDone : exitRefused;
 }
 
 bool worksOnLoadedRide(const Command& command)

@@ -1,7 +1,7 @@
 // The FIT tools as commands: run, show, report.
 #include "command/fit_tool_command.h"
 
-#include "core/screens.h"
+#include "core/progress.h"
 #include "fit/fit_tools.h"
 #include "report/fit_report.h"
 
@@ -9,13 +9,17 @@ namespace torvane {
 
 namespace {
 
-using ToolRun = ToolOutcome (*)(const ToolInputs& inputs, const ParameterBlock& options);
+using ToolRun = ToolOutcome (*)(const ToolInputs& inputs, const ParameterBlock& options, Progress* progress);
+
+ToolOutcome underProgress(Session& session, ToolRun run)
+{
+    Progress progress(session.screens);
+    return run(session.inputs, session.working, &progress);
+}
 
 ResultStatus runTool(Session& session, ToolRun run)
 {
-    beginProgress();
-    ToolOutcome outcome = run(session.inputs, session.working);
-    endProgress();
+    ToolOutcome outcome = underProgress(session, run);
     for (const Box& box : outcome.boxes)
         session.screens.showMessage(box.title, box.text);
     return outcome.reported ? reportStatus(session.screens, outcome.path, outcome.code) : outcome.code;

@@ -1,7 +1,7 @@
 #include "command/gps_command.h"
 
 #include "core/parameter_block.h"
-#include "core/screens.h"
+#include "core/progress.h"
 #include "fit/fit_crc.h"
 #include "fit/fit_image.h"
 #include "fit/fit_output.h"
@@ -13,6 +13,7 @@
 #include "report/fit_report.h"
 #include "report/prepare_report.h"
 
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -25,7 +26,8 @@ struct Ride {
     Session& session;
     LoadedRide loaded;
     Analysis analysis = {};
-    PrepareFindings findings = {}; // where it is prepared first
+    PrepareFindings findings = {};         // where it is prepared first
+    std::optional<Progress> progress = {}; // once its file is read
 };
 
 // What the last load found, and the file as it is now.
@@ -36,7 +38,6 @@ Ride rideOf(Session& session)
 
 StatusCode fail(const Ride& ride, const std::string& path, StatusCode code)
 {
-    endProgress();
     return reportStatus(ride.session.screens, path, code);
 }
 
@@ -52,7 +53,7 @@ StatusCode readRide(Ride& ride, bool prepared = false)
     if (StatusCode code = loadImage(ride, prepared))
         return reportStatus(ride.session.screens, ride.loaded.path, code);
     ride.session.screens.setStatus("");
-    beginProgress();
+    ride.loaded.image.progress = &ride.progress.emplace(ride.session.screens);
     return fitOk;
 }
 
@@ -76,7 +77,7 @@ void reportRideSummary(const Ride& ride, FitReportMode mode)
 void reportRideFields(const Ride& ride, FitReportMode mode)
 {
     reportFields(ride.session.screens, reported(ride, mode), ride.analysis.records,
-                 addedFieldsOf(ride.analysis.flags) & (predictedCadence | predictedPower));
+                 addedFieldsOf(ride.analysis.flags) & (predictedCadence | predictedPower), ride.loaded.image.progress);
     reportStatus(ride.session.screens, ride.loaded.path, fitExpressed);
 }
 
@@ -103,7 +104,6 @@ StatusCode createFile(const Ride& ride, const std::string& path)
     if (!saveFitFile(destination, path))
         return fail(ride, path, fitSaveFailed);
     reportStatus(ride.session.screens, path, fitPredictionSaved);
-    endProgress();
     return fitOk;
 }
 
@@ -146,7 +146,6 @@ StatusCode expressSourceData(Session& session)
         return fail(ride, ride.loaded.path, code);
     reportRideSummary(ride, reportExpressed);
     reportRideFields(ride, reportExpressed);
-    endProgress();
     return fitOk;
 }
 
@@ -159,7 +158,6 @@ StatusCode analyseAndPredict(Session& session)
         return code;
     reportRideSummary(ride, reportAnalysed);
     reportRideFields(ride, reportAnalysed);
-    endProgress();
     return fitOk;
 }
 

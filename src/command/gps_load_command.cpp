@@ -1,10 +1,23 @@
 #include "command/gps_load_command.h"
 
-#include "core/screens.h"
+#include "core/progress.h"
 #include "gps/gps_load.h"
 #include "report/fit_report.h"
 
 namespace torvane {
+
+namespace {
+
+StatusCode gather(const Session& session, LoadedRide& ride)
+{
+    Progress progress(session.screens);
+    ride.image.progress = &progress;
+    const StatusCode code = gatherActivity(ride);
+    ride.image.progress = nullptr;
+    return code;
+}
+
+} // namespace
 
 StatusCode loadGpsFile(Session& session)
 {
@@ -14,9 +27,7 @@ StatusCode loadGpsFile(Session& session)
     if (code != fitOk)
         return reportStatus(session.screens, path, code);
     session.screens.setStatus("");
-    beginProgress();
-    code = gatherActivity(ride);
-    endProgress();
+    code = gather(session, ride);
     if (code != fitOk)
         return reportStatus(session.screens, path, code);
     session.take(std::move(ride));

@@ -1,6 +1,6 @@
 #include "command/prepare_command.h"
 
-#include "core/screens.h"
+#include "core/progress.h"
 #include "fit/fit_tools.h"
 #include "gps/prepare.h"
 #include "gps/ride_comparison.h"
@@ -10,11 +10,25 @@
 
 namespace torvane {
 
+namespace {
+
+PrepareOutcome prepareFor(Session& session)
+{
+    Progress progress(session.screens);
+    return runPrepare(session.inputs, session.preparation.options, &progress);
+}
+
+ComparisonOutcome compareFor(Session& session, const std::string (&paths)[2], RideComparison& comparison)
+{
+    Progress progress(session.screens);
+    return compareRides(paths[0], paths[1], comparison, &progress);
+}
+
+} // namespace
+
 ResultStatus prepareCommand(Session& session)
 {
-    beginProgress();
-    PrepareOutcome outcome = runPrepare(session.inputs, session.preparation.options);
-    endProgress();
+    PrepareOutcome outcome = prepareFor(session);
     if (outcome.tool.code == fitPrepared) {
         session.screens.setText(Pane::lower, "");
         reportPreparation(session.screens, outcome.findings);
@@ -26,9 +40,7 @@ ResultStatus compareCommand(Session& session)
 {
     RideComparison comparison;
     const std::string paths[] = {session.inputs.files[0].path, session.inputs.files[1].path};
-    beginProgress();
-    ComparisonOutcome outcome = compareRides(paths[0], paths[1], comparison);
-    endProgress();
+    ComparisonOutcome outcome = compareFor(session, paths, comparison);
     if (outcome.code != fitOk)
         return reportStatus(session.screens, paths[outcome.second], outcome.code);
     session.screens.setText(Pane::lower, "");

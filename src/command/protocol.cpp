@@ -7,14 +7,10 @@
 #include "forms/form.h"
 
 #include <algorithm>
-#include <deque>
 #include <string>
-#include <thread>
 #include <utility>
 
 namespace torvane {
-
-WorkerBlock workerBlock;
 
 void ManualResetEvent::set()
 {
@@ -45,19 +41,15 @@ namespace {
 
 constexpr std::chrono::milliseconds pollInterval{100};
 
-FrontEnd front;
-Session* sessionOfWorker = nullptr;
-std::span<const Command> commandList;
-ManualResetEvent threadEvent; // set at every entry, never reset: after the first command the loop polls
-ManualResetEvent workerEnded;
-std::thread worker;
-bool workerRunning = false;            // from the first entry of a command to its second
-const Command* pressedInRun = nullptr; // the worker's run is not over, and it needs the results
-std::mutex takingUp;                   // either the worker takes a command up, or a press withdraws it before
-std::deque<const Command*> waiting;    // behind the present command, in the order of the presses
-int entered = 0;                       // entries that are not over: a dialog of theirs may be open
+// A graph, or a ride in place of the loaded one: not there before the run is over.
+bool needsResults(const Command& command)
+{
+    return command.graph != GraphWhen::never || command.menu == MenuAfter::oneStroke;
+}
 
-const Command* findListed(int id)
+} // namespace
+
+const Command* Protocol::findListed(int id) const
 {
     for (const Command& command : commandList)
         if (command.id == id)
@@ -65,49 +57,43 @@ const Command* findListed(int id)
     return nullptr;
 }
 
-const Command* findLong(int id)
+const Command* Protocol::findLong(int id) const
 {
     const Command* command = findListed(id);
     return command != nullptr && command->work == Work::worker ? command : nullptr;
 }
 
-bool graphIsDue(GraphWhen when, ResultStatus status)
+bool Protocol::graphIsDue(GraphWhen when, ResultStatus status) const
 {
     switch (when) {
     case GraphWhen::never:
         return false;
     case GraphWhen::bandPowerVelocity:
-        return sessionOfWorker->working.bandGraphPowerVelocity != 0;
+        return session->working.bandGraphPowerVelocity != 0;
     case GraphWhen::express:
-        return sessionOfWorker->working.expressGraph != 0 && !isFatal(status);
+        return session->working.expressGraph != 0 && !isFatal(status);
     case GraphWhen::bandCornering:
-        return sessionOfWorker->working.bandGraphCornering != 0;
+        return session->working.bandGraphCornering != 0;
     }
     return false;
 }
 
-// A graph, or a ride in place of the loaded one: not there before the run is over.
-bool needsResults(const Command& command)
-{
-    return command.graph != GraphWhen::never || command.menu == MenuAfter::oneStroke;
-}
-
-void takeResults(const Command& command)
+void Protocol::takeResults(const Command& command)
 {
     ResultStatus status = workerBlock.resultStatus;
     if (graphIsDue(command.graph, status))
         front.openGraph();
-    adjustMenu(command.menu, status, sessionOfWorker->readiness, front.enableCommand);
+    adjustMenu(command.menu, status, session->readiness, front.enableCommand);
 }
 
 // The end of a run during which there was a press.
-void endPressedRun()
+void Protocol::endPressedRun()
 {
     if (const Command* command = std::exchange(pressedInRun, nullptr))
         takeResults(*command);
 }
 
-void showWaiting()
+void Protocol::showWaiting()
 {
     std::string text;
     for (const Command* command : waiting)
@@ -115,7 +101,7 @@ void showWaiting()
     front.showWaiting(text);
 }
 
-void letWait(const Command& command)
+void Protocol::letWait(const Command& command)
 {
     if (std::ranges::find(waiting, &command) == waiting.end())
         waiting.push_back(&command);
@@ -123,28 +109,28 @@ void letWait(const Command& command)
 }
 
 // Behind a press during a run the worker goes on, and still reads what the entry would write.
-void firstEntry(const Command& command)
+void Protocol::firstEntry(const Command& command)
 {
     if (workerBlock.busy != 0)
         return letWait(command);
-    chooseCalculator(command, sessionOfWorker->working);
+    chooseCalculator(command, session->working);
     if (!front.runEntry(command))
         return;
     if (command.commit != nullptr)
-        command.commit(sessionOfWorker->saved, sessionOfWorker->working);
+        command.commit(session->saved, session->working);
     front.closeGraph();
     workerBlock.ActiveCommand = command.id;
     threadEvent.set();
     workerRunning = true;
 }
 
-void leaveActiveCommand()
+void Protocol::leaveActiveCommand()
 {
     std::lock_guard lock(takingUp);
     workerBlock.ActiveCommand = 0;
 }
 
-void secondEntry(const Command& command)
+void Protocol::secondEntry(const Command& command)
 {
     leaveActiveCommand();
     threadEvent.set();
@@ -157,7 +143,7 @@ void secondEntry(const Command& command)
         front.focusPane(true);
 }
 
-void enterLong(const Command& command)
+void Protocol::enterLong(const Command& command)
 {
     if (workerBlock.ActiveCommand == 0)
         firstEntry(command);
@@ -165,25 +151,25 @@ void enterLong(const Command& command)
         secondEntry(command);
 }
 
-void enterReport(const Command& command)
+void Protocol::enterReport(const Command& command)
 {
-    command.operation(*sessionOfWorker);
+    command.operation(*session);
     front.focusPane(false);
 }
 
-void enterSettings(const Command& command)
+void Protocol::enterSettings(const Command& command)
 {
     if (workerBlock.ActiveCommand != 0 || workerBlock.busy != 0)
         return letWait(command);
     if (!front.runEntry(command))
         return;
-    bool reports = sessionOfWorker->formMarks.profile || sessionOfWorker->formMarks.condition;
-    command.operation(*sessionOfWorker);
+    bool reports = session->formMarks.profile || session->formMarks.condition;
+    command.operation(*session);
     if (reports)
         front.focusPane(false);
 }
 
-void dispatch(const Command& command)
+void Protocol::dispatch(const Command& command)
 {
     switch (command.work) {
     case Work::frontEnd:
@@ -197,14 +183,14 @@ void dispatch(const Command& command)
     }
 }
 
-void enter(const Command& command)
+void Protocol::enter(const Command& command)
 {
     ++entered;
     dispatch(command);
     --entered;
 }
 
-const Command* takeUpCommand()
+const Command* Protocol::takeUpCommand()
 {
     std::lock_guard lock(takingUp);
     const Command* command = findLong(workerBlock.ActiveCommand);
@@ -212,16 +198,16 @@ const Command* takeUpCommand()
     return command;
 }
 
-void runActiveCommand()
+void Protocol::runActiveCommand()
 {
     const Command* command = takeUpCommand();
     if (command == nullptr)
         return;
-    workerBlock.resultStatus = command->operation(*sessionOfWorker);
+    workerBlock.resultStatus = command->operation(*session);
     front.sendCompletion();
 }
 
-void workerLoop()
+void Protocol::workerLoop()
 {
     while (workerBlock.quit == 0) {
         std::this_thread::sleep_for(pollInterval);
@@ -231,12 +217,10 @@ void workerLoop()
     workerEnded.set();
 }
 
-} // namespace
-
-void startWorker(const FrontEnd& frontEnd, Session& session, std::span<const Command> commands)
+void Protocol::startWorker(const FrontEnd& frontEnd, Session& ofFrontEnd, std::span<const Command> commands)
 {
     front = frontEnd;
-    sessionOfWorker = &session;
+    session = &ofFrontEnd;
     commandList = commands;
     workerBlock.quit = 0;
     workerBlock.ActiveCommand = 0;
@@ -245,10 +229,10 @@ void startWorker(const FrontEnd& frontEnd, Session& session, std::span<const Com
     waiting.clear();
     threadEvent.reset();
     workerEnded.reset();
-    worker = std::thread(workerLoop);
+    worker = std::thread(&Protocol::workerLoop, this);
 }
 
-void handleCommand(int id)
+void Protocol::handleCommand(int id)
 {
     const Command* command = findListed(id);
     if (command == nullptr)
@@ -257,7 +241,7 @@ void handleCommand(int id)
     openWaiting();
 }
 
-void endRun()
+void Protocol::endRun()
 {
     workerBlock.busy = 0;
     if (const Command* command = findLong(workerBlock.ActiveCommand))
@@ -268,7 +252,7 @@ void endRun()
         front.postOpenWaiting();
 }
 
-void openWaiting()
+void Protocol::openWaiting()
 {
     while (entered == 0 && !waiting.empty() && workerBlock.ActiveCommand == 0 && workerBlock.busy == 0) {
         const Command& command = *waiting.front();
@@ -278,7 +262,7 @@ void openWaiting()
     }
 }
 
-bool stopWorker()
+bool Protocol::stopWorker()
 {
     if (workerBlock.ActiveCommand != 0 || !waiting.empty())
         return false;

@@ -1,7 +1,7 @@
 #include "command/ride_command.h"
 
 #include "core/parameter_block.h"
-#include "core/screens.h"
+#include "core/progress.h"
 #include "report/ride_report.h"
 #include "ride/ride_run.h"
 
@@ -18,7 +18,7 @@ bool runsOverTime(int mode)
 }
 
 // The table under the report, where the mode has one and the log came to be.
-void reportTable(Screens& screens, const RideRun& ride)
+void reportTable(Screens& screens, const RideRun& ride, Progress& progress)
 {
     if (ride.log.bySectors) {
         reportSectorHeading(screens);
@@ -33,7 +33,7 @@ void reportTable(Screens& screens, const RideRun& ride)
     } else {
         reportProcessHeading(screens, ride);
     }
-    reportProcessRows(screens, ride.log);
+    reportProcessRows(screens, ride.log, &progress);
 }
 
 // What the run leaves to the commands after it.
@@ -57,17 +57,12 @@ ResultStatus dispatchRide(Session& session)
     if (mode < 0 || mode >= rideModeCount) {
         return 0;
     }
-    if (runsOverTime(mode)) {
-        beginProgress();
-    }
-    RideRun ride = runRide(session.model, takeRideInputs(session.working, session.lastDrive));
+    Progress progress = runsOverTime(mode) ? Progress(session.screens) : Progress();
+    RideRun ride = runRide(session.model, takeRideInputs(session.working, session.lastDrive), &progress);
     leave(session, ride);
     reportRide(session.screens, ride);
     if (!isFatal(ride.status)) {
-        reportTable(session.screens, ride);
-    }
-    if (runsOverTime(mode)) {
-        endProgress();
+        reportTable(session.screens, ride, progress);
     }
     return ride.status;
 }

@@ -42,6 +42,7 @@ struct Session {
     void take(LoadedRide&& loaded)
     {
         loaded.image.data = {};
+        loaded.image.progress = nullptr; // goes with the command
         ride = std::move(loaded);
         readiness = ride.readiness;
     }

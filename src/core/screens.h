@@ -1,6 +1,6 @@
-// The seam to the front end: where text, progress and questions go. Set once by the front end before any command runs;
-// every call may come from the worker thread, and the front end brings it to its own.
-// Nothing below the front ends knows another way out.
+// The seam to the front end: where text, progress and questions go. Set by the front end before any command of its
+// session runs; every call may come from the worker thread, and the front end brings it to its own. Nothing below the
+// front ends knows another way out.
 #pragma once
 
 #include <functional>
@@ -23,18 +23,5 @@ struct Screens {
     std::function<void(std::string_view title, std::string_view text)> showMessage = [](std::string_view,
                                                                                         std::string_view) {};
 };
-
-// The one front end of the process.
-extern Screens theScreens;
-
-// Passes progress on to the screens when its whole percentage has changed since the last call.
-void reportProgress(int percent);
-// Shows the bar at 0, or hides it.
-void beginProgress();
-void endProgress();
-
-// Position of a value on the way from low to high, as a whole percentage; anything that is no number, or leads out of
-// 0 to 100, is held at the nearer end.
-int progressPercent(double low, double high, double present);
 
 } // namespace torvane

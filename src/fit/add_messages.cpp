@@ -380,12 +380,12 @@ Verdict checkAddMessages(ToolInputs& inputs, ParameterBlock& options)
     return verdict;
 }
 
-ToolOutcome runAddMessages(const ToolInputs& inputs, const ParameterBlock& options)
+ToolOutcome runAddMessages(const ToolInputs& inputs, const ParameterBlock& options, Progress* progress)
 {
     auto fill = [&](FitImage& destination, const FitImage& source) {
         return addMessages(destination, source, options);
     };
-    return rewriteSource(inputs, options.addOutput, {fitAdded, fitAddFailed}, fill);
+    return rewriteSource(inputs, options.addOutput, progress, {fitAdded, fitAddFailed}, fill);
 }
 
 } // namespace torvane

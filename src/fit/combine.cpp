@@ -226,7 +226,7 @@ Verdict checkCombine(ToolInputs& inputs, ParameterBlock&)
     return verdict;
 }
 
-ToolOutcome runCombine(const ToolInputs& inputs, const ParameterBlock& options)
+ToolOutcome runCombine(const ToolInputs& inputs, const ParameterBlock& options, Progress* progress)
 {
     const std::string& path = inputs.files[toolDestination].path;
     SourceOrder sorted = orderOfSources(inputs);
@@ -237,6 +237,8 @@ ToolOutcome runCombine(const ToolInputs& inputs, const ParameterBlock& options)
     for (size_t i : order)
         if (StatusCode code = rereadSource(images[i], inputs.files[i].path); code != fitOk)
             return {code, path};
+    for (FitImage& image : images)
+        image.progress = progress;
     FitImage destination = {};
     ToolOutcome outcome;
     if (!combineInto(destination, images, order, inputs, options.combineOutput, outcome))

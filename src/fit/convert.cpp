@@ -72,16 +72,17 @@ Verdict checkConvert(ToolInputs& inputs, ParameterBlock& options)
     return checkSameSizeTool(inputs, options.convertOutput);
 }
 
-ToolOutcome runConvert(const ToolInputs& inputs, const ParameterBlock& options)
+ToolOutcome runConvert(const ToolInputs& inputs, const ParameterBlock& options, Progress* progress)
 {
-    return rewriteSameSize(inputs, options.convertOutput, [&](const FitMessage& message, std::span<uint8_t> copy) {
-        if (message.isDefinition)
-            return;
-        markManufacturer(message, copy);
-        applySport(message, copy, options.convertOutput);
-        if (options.convertSpeedUnit != 0)
-            convertSpeeds(message, copy);
-    });
+    return rewriteSameSize(inputs, options.convertOutput, progress,
+                           [&](const FitMessage& message, std::span<uint8_t> copy) {
+                               if (message.isDefinition)
+                                   return;
+                               markManufacturer(message, copy);
+                               applySport(message, copy, options.convertOutput);
+                               if (options.convertSpeedUnit != 0)
+                                   convertSpeeds(message, copy);
+                           });
 }
 
 } // namespace torvane

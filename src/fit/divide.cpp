@@ -340,11 +340,11 @@ Verdict checkDivide(ToolInputs& inputs, ParameterBlock&)
 }
 
 // The form of the parts' headers is that of the add tool's choice; the divide dialog's own form has no effect.
-ToolOutcome runDivide(const ToolInputs& inputs, const ParameterBlock& options)
+ToolOutcome runDivide(const ToolInputs& inputs, const ParameterBlock& options, Progress* progress)
 {
     SourceFileInfo info = inputs.files[0];
     FitImage source = {};
-    if (StatusCode code = openSource(source, info); code != fitOk)
+    if (StatusCode code = openSource(source, info, progress); code != fitOk)
         return {code, info.path};
     DividePlan plan = planDivision(info);
     if (plan.parts > mostParts)

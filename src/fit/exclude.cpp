@@ -78,13 +78,13 @@ Verdict checkExclude(ToolInputs& inputs, ParameterBlock& options)
     return verdict;
 }
 
-ToolOutcome runExclude(const ToolInputs& inputs, const ParameterBlock& options)
+ToolOutcome runExclude(const ToolInputs& inputs, const ParameterBlock& options, Progress* progress)
 {
     auto fill = [&](FitImage& destination, const FitImage& source) {
         return excludeFitMessages(destination, source, options);
     };
     // In the words of the add tool, as ever.
-    return rewriteSource(inputs, options.excludeOutput, {fitAdded, fitAddFailed}, fill);
+    return rewriteSource(inputs, options.excludeOutput, progress, {fitAdded, fitAddFailed}, fill);
 }
 
 } // namespace torvane

@@ -327,11 +327,11 @@ Verdict checkFieldDump(ToolInputs& inputs, ParameterBlock&)
 }
 
 // Success leaves the panes and the status line as they are.
-ToolOutcome runFieldDump(const ToolInputs& inputs, const ParameterBlock&)
+ToolOutcome runFieldDump(const ToolInputs& inputs, const ParameterBlock&, Progress* progress)
 {
     SourceFileInfo info = inputs.files[0];
     FitImage source = {};
-    if (StatusCode code = openSource(source, info); code != fitOk)
+    if (StatusCode code = openSource(source, info, progress); code != fitOk)
         return {code, info.path};
     if (!writeOverFront(inputs.files[toolDestination].path, source))
         return {fitCannotOpen, info.path, false, {{"error", "failed to create a file"}}};

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "core/fit_choices.h"
+#include "core/progress.h"
 #include "fit/fit_codes.h"
 
 #include <array>
@@ -28,6 +29,7 @@ struct FitImage {
     uint16_t fileCrc = 0;      // as read, or as computed for a destination
     uint8_t protocolVersion = 0;
     uint16_t profileVersion = 0;
+    Progress* progress = nullptr; // moved by every walk over the data
 };
 
 // What stands behind the last "." of a path, in exact case: 1 "fit", 2 "tcx", 3 "gpx", 4 "kml", 0 anything else.

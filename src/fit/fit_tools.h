@@ -3,6 +3,7 @@
 #pragma once
 
 #include "core/parameter_block.h"
+#include "core/progress.h"
 #include "core/verdict.h"
 #include "fit/fit_codes.h"
 #include "fit/fit_survey.h"
@@ -40,13 +41,14 @@ Verdict checkTimestamp(ToolInputs& inputs, ParameterBlock& options);
 Verdict checkFieldDump(ToolInputs& inputs, ParameterBlock& options);
 
 // Runs read the inputs that a passed check left, and the stored options. A destination is replaced whole or not at all.
-ToolOutcome runCombine(const ToolInputs& inputs, const ParameterBlock& options);
-ToolOutcome runConvert(const ToolInputs& inputs, const ParameterBlock& options);
-ToolOutcome runAddMessages(const ToolInputs& inputs, const ParameterBlock& options);
-ToolOutcome runDivide(const ToolInputs& inputs, const ParameterBlock& options);
-ToolOutcome runExclude(const ToolInputs& inputs, const ParameterBlock& options);
-ToolOutcome runTimestamp(const ToolInputs& inputs, const ParameterBlock& options);
-ToolOutcome runFieldDump(const ToolInputs& inputs, const ParameterBlock& options);
+// They move the progress, where somebody looks.
+ToolOutcome runCombine(const ToolInputs& inputs, const ParameterBlock& options, Progress* progress = nullptr);
+ToolOutcome runConvert(const ToolInputs& inputs, const ParameterBlock& options, Progress* progress = nullptr);
+ToolOutcome runAddMessages(const ToolInputs& inputs, const ParameterBlock& options, Progress* progress = nullptr);
+ToolOutcome runDivide(const ToolInputs& inputs, const ParameterBlock& options, Progress* progress = nullptr);
+ToolOutcome runExclude(const ToolInputs& inputs, const ParameterBlock& options, Progress* progress = nullptr);
+ToolOutcome runTimestamp(const ToolInputs& inputs, const ParameterBlock& options, Progress* progress = nullptr);
+ToolOutcome runFieldDump(const ToolInputs& inputs, const ParameterBlock& options, Progress* progress = nullptr);
 
 // By how much the timestamps move, in s: the stored offset, without its low byte when timestampTruncate is set.
 int32_t timestampShift(const ParameterBlock& options);

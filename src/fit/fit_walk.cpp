@@ -1,7 +1,5 @@
 #include "fit/fit_walk.h"
 
-#include "core/screens.h"
-
 namespace torvane {
 
 namespace {
@@ -105,7 +103,7 @@ bool isDefinition(const FitWalk& walk, uint8_t header)
 void showProgress(FitWalk& walk)
 {
     size_t percent = walk.position * 100 / walk.block.size();
-    reportProgress(static_cast<int>(percent));
+    reportProgress(walk.progress, static_cast<int>(percent));
     walk.progressAt = ((percent + 1) * walk.block.size() + 99) / 100;
 }
 
@@ -115,6 +113,7 @@ FitWalk startWalk(const FitImage& image)
 {
     FitWalk walk;
     walk.block = image.data;
+    walk.progress = image.progress;
     return walk;
 }
 

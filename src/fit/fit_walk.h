@@ -106,7 +106,8 @@ enum class WalkStep { message, end, fault };
 struct FitWalk {
     std::span<const uint8_t> block;
     size_t position = 0;   // of the next message
-    size_t progressAt = 0; // position at which the progress bar moves on by a whole percent
+    size_t progressAt = 0; // position at which the progress moves on by a whole percent
+    Progress* progress = nullptr;
     // Bit 7 of a header byte is looked at first: compressed timestamps of local types 2 and 3 are what they are.
     bool compressedFirst = false;
     LocalDefinitions definitions = {}; // of each local type the last one; undefined at the start
@@ -115,7 +116,7 @@ struct FitWalk {
 // A walk from the first message on.
 FitWalk startWalk(const FitImage& image);
 
-// Takes the next message and moves on behind it, the progress bar with it; a definition is put into its slot. On a
+// Takes the next message and moves on behind it, the image's progress with it; a definition is put into its slot. On a
 // fault the position stays and the slots are unchanged.
 WalkStep nextMessage(FitWalk& walk, FitMessage& message);
 

@@ -43,16 +43,17 @@ int32_t timestampShift(const ParameterBlock& options)
     return options.timestampTruncate != 0 ? options.timestampOffset & ~0xFF : options.timestampOffset;
 }
 
-ToolOutcome runTimestamp(const ToolInputs& inputs, const ParameterBlock& options)
+ToolOutcome runTimestamp(const ToolInputs& inputs, const ParameterBlock& options, Progress* progress)
 {
     uint32_t offset = static_cast<uint32_t>(timestampShift(options));
-    return rewriteSameSize(inputs, options.timestampOutput, [&](const FitMessage& message, std::span<uint8_t> copy) {
-        if (message.isDefinition)
-            return;
-        shiftTimestamps(message, copy, offset);
-        markManufacturer(message, copy);
-        applySport(message, copy, options.timestampOutput);
-    });
+    return rewriteSameSize(inputs, options.timestampOutput, progress,
+                           [&](const FitMessage& message, std::span<uint8_t> copy) {
+                               if (message.isDefinition)
+                                   return;
+                               shiftTimestamps(message, copy, offset);
+                               markManufacturer(message, copy);
+                               applySport(message, copy, options.timestampOutput);
+                           });
 }
 
 } // namespace torvane

@@ -67,10 +67,11 @@ Verdict checkSameSizeTool(ToolInputs& inputs, const OutputChoice& output)
     return verdict;
 }
 
-StatusCode openSource(FitImage& source, SourceFileInfo& info)
+StatusCode openSource(FitImage& source, SourceFileInfo& info, Progress* progress)
 {
     if (StatusCode code = loadFitImage(source, info.path); code != fitOk)
         return code;
+    source.progress = progress;
     return surveyFitMessages(source, info);
 }
 

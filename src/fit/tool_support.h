@@ -18,8 +18,8 @@ bool endsWithDefinitionOf(const SourceFileInfo& info, uint16_t message);
 // The check of all tools that keep the size of the data block, by their own format choice.
 Verdict checkSameSizeTool(ToolInputs& inputs, const OutputChoice& output);
 
-// Loads and surveys a source for a run.
-StatusCode openSource(FitImage& source, SourceFileInfo& info);
+// Loads and surveys a source for a run, whose progress its walks move.
+StatusCode openSource(FitImage& source, SourceFileInfo& info, Progress* progress);
 // Header and CRC for the data that stand in destination, then the file. The header's form is that of `output`.
 bool saveDestination(FitImage& destination, const FitImage& source, const OutputChoice& output,
                      const std::string& path);
@@ -33,12 +33,13 @@ struct RunCodes {
 // The run of a tool with one source and one destination: opens the source, lets `fill` make the data block, saves.
 // fill(destination, source) answers 0 or the code of a fault, which is reported for the source as all faults are.
 template <class Fill>
-ToolOutcome rewriteSource(const ToolInputs& inputs, const OutputChoice& output, RunCodes codes, Fill&& fill)
+ToolOutcome rewriteSource(const ToolInputs& inputs, const OutputChoice& output, Progress* progress, RunCodes codes,
+                          Fill&& fill)
 {
     SourceFileInfo info = inputs.files[0];
     const std::string& path = inputs.files[toolDestination].path;
     FitImage source = {};
-    if (StatusCode code = openSource(source, info); code != fitOk)
+    if (StatusCode code = openSource(source, info, progress); code != fitOk)
         return {code, info.path};
     FitImage destination = {};
     if (StatusCode code = fill(destination, static_cast<const FitImage&>(source)); code != fitOk)
@@ -51,14 +52,14 @@ ToolOutcome rewriteSource(const ToolInputs& inputs, const OutputChoice& output, 
 // The run of all tools that keep the size of the data block: `rewrite` changes the copy of each message. Answers as the
 // conversion does.
 template <class Rewrite>
-ToolOutcome rewriteSameSize(const ToolInputs& inputs, const OutputChoice& output, Rewrite&& rewrite)
+ToolOutcome rewriteSameSize(const ToolInputs& inputs, const OutputChoice& output, Progress* progress, Rewrite&& rewrite)
 {
     auto fill = [&](FitImage& destination, const FitImage& source) {
         destination.data.resize(source.data.size());
         FitOutput out = {destination.data};
         return walkMessages(source, [&](const FitMessage& message) { rewrite(message, copyMessage(out, message)); });
     };
-    return rewriteSource(inputs, output, {fitConverted, fitConvertFailed}, fill);
+    return rewriteSource(inputs, output, progress, {fitConverted, fitConvertFailed}, fill);
 }
 
 // Writes the chosen sport into the copy of a session or lap, if the choice says so.

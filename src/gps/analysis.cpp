@@ -19,7 +19,7 @@ StatusCode analyseRide(const Model& model, const ParameterBlock& settings, const
     analysis.flags = buildAnalysisFlags(analysis.settings, ride.presence);
     if (StatusCode code = takeTrack(ride, analysis, TrackLimits::analyse))
         return code;
-    predictAndFinish(model, analysis.records, analysis.settings, ride.summary, analysis.flags);
+    predictAndFinish(model, analysis.records, analysis.settings, ride.summary, analysis.flags, ride.image.progress);
     analysis.stats = analysedStats(analysis.records, ride);
     return fitOk;
 }

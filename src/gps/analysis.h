@@ -48,7 +48,7 @@ StatusCode prepareTrack(const FitImage& image, GpsRecords& records, const Parame
 // Predicts cadence and power of every row, smooths both, and follows the heat of the brakes where that is wanted.
 // Does not fail.
 void predictAndFinish(const Model& model, GpsRecords& records, const ParameterBlock& settings,
-                      const FitSummary& summary, uint32_t analysisFlags);
+                      const FitSummary& summary, uint32_t analysisFlags, Progress* progress = nullptr);
 
 // A ride's inventory and summary, told anew from the kept rows. A mean over nothing is 0.
 struct AnalysedStats {
@@ -64,8 +64,8 @@ struct Analysis {
     AnalysedStats stats = {};
 };
 
-// All steps of an analysis, with and without prediction. Read the ride's image; a file that has changed since its load
-// is taken as it is. 0, fitInvalid, or fitNoSector when no row is left.
+// All steps of an analysis, with and without prediction. Read the ride's image and move its progress; a file that has
+// changed since its load is taken as it is. 0, fitInvalid, or fitNoSector when no row is left.
 StatusCode analyseRide(const Model& model, const ParameterBlock& settings, const LoadedRide& ride, Analysis& analysis);
 StatusCode expressRide(const ParameterBlock& settings, const LoadedRide& ride, Analysis& analysis);
 

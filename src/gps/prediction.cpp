@@ -1,7 +1,6 @@
 #include "gps/prediction.h"
 
 #include "core/parameter_block.h"
-#include "core/screens.h"
 #include "gps/analysis.h"
 #include "gps/smoothing.h"
 #include "gps/track_brake_heat.h"
@@ -115,7 +114,7 @@ void prepareModelForRecord(TrackModel& track, GpsRecord& record)
     setAir(track, record.temperature, record.altitude);
 }
 
-void predictTrack(TrackModel& track, std::span<GpsRecord> records)
+void predictTrack(TrackModel& track, std::span<GpsRecord> records, Progress* progress)
 {
     for (size_t i = 0; i < records.size(); i++) {
         prepareModelForRecord(track, records[i]);
@@ -123,15 +122,15 @@ void predictTrack(TrackModel& track, std::span<GpsRecord> records)
             records[i].cadence = cadenceAt(track.model, records[i].speed);
         if (track.settings.predictPower)
             predictPowerOf(track, records[i]);
-        reportProgress(static_cast<int>(100 * i / records.size()));
+        reportProgress(progress, static_cast<int>(100 * i / records.size()));
     }
 }
 
 void predictAndFinish(const Model& model, GpsRecords& records, const ParameterBlock& settings,
-                      const FitSummary& summary, uint32_t analysisFlags)
+                      const FitSummary& summary, uint32_t analysisFlags, Progress* progress)
 {
     TrackModel track = startTrackModel(model, settings, summary, analysisFlags);
-    predictTrack(track, records);
+    predictTrack(track, records, progress);
     if (analysisFlags & analysisSmoothing)
         smoothPredictions(records, settings);
     if (settings.detectBraking)

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "core/parameter_block.h"
+#include "core/progress.h"
 #include "fit/fit_passes.h"
 #include "gps/gps_record.h"
 #include "model/brake_heat.h"
@@ -38,6 +39,6 @@ void prepareModelForRecord(TrackModel& track, GpsRecord& record);
 // Rewrites cadence and power of every row, of excluded ones as well, as far as the settings ask for it. A row that asks
 // for no power has no cadence either. No row gets a power that is infinite or no number: a bicycle that stands still
 // against a head wind counts as 0 W.
-void predictTrack(TrackModel& track, std::span<GpsRecord> records);
+void predictTrack(TrackModel& track, std::span<GpsRecord> records, Progress* progress = nullptr);
 
 } // namespace torvane

@@ -127,11 +127,12 @@ StatusCode prepareActivity(const FitImage& source, const PrepareOptions& options
 }
 
 StatusCode loadPrepared(FitImage& prepared, const std::string& path, const PrepareOptions& options,
-                        PrepareFindings& findings)
+                        PrepareFindings& findings, Progress* progress)
 {
     FitImage source = {};
     if (StatusCode code = loadFitImage(source, path))
         return code;
+    source.progress = progress;
     return prepareActivity(source, options, prepared, findings);
 }
 
@@ -148,13 +149,13 @@ Verdict checkPrepare(ToolInputs& inputs, ParameterBlock&)
     return verdict;
 }
 
-PrepareOutcome runPrepare(const ToolInputs& inputs, const PrepareOptions& options)
+PrepareOutcome runPrepare(const ToolInputs& inputs, const PrepareOptions& options, Progress* progress)
 {
     FitImage prepared = {};
     PrepareFindings findings;
     const std::string& source = inputs.files[0].path;
     const std::string& destination = inputs.files[toolDestination].path;
-    if (StatusCode code = loadPrepared(prepared, source, options, findings))
+    if (StatusCode code = loadPrepared(prepared, source, options, findings, progress))
         return {{code, source}};
     if (!saveFitFile(prepared, destination))
         return {{fitPrepareFailed, source}};

@@ -34,7 +34,7 @@ StatusCode prepareActivity(const FitImage& source, const PrepareOptions& options
 
 // Loads a file and prepares it. The codes of loading and those above.
 StatusCode loadPrepared(FitImage& prepared, const std::string& path, const PrepareOptions& options,
-                        PrepareFindings& findings);
+                        PrepareFindings& findings, Progress* progress = nullptr);
 
 // The tool's check and run, as those of fit_tools.h.
 Verdict checkPrepare(ToolInputs& inputs, ParameterBlock& options);
@@ -42,6 +42,6 @@ struct PrepareOutcome {
     ToolOutcome tool;
     PrepareFindings findings = {};
 };
-PrepareOutcome runPrepare(const ToolInputs& inputs, const PrepareOptions& options);
+PrepareOutcome runPrepare(const ToolInputs& inputs, const PrepareOptions& options, Progress* progress = nullptr);
 
 } // namespace torvane

@@ -18,11 +18,12 @@ struct CommonSecond {
 
 using CommonSeconds = std::span<const CommonSecond>;
 
-StatusCode readPowers(const std::string& path, std::vector<TimedPower>& powers)
+StatusCode readPowers(const std::string& path, std::vector<TimedPower>& powers, Progress* progress)
 {
     FitImage image = {};
     if (StatusCode code = loadFitImage(image, path))
         return code;
+    image.progress = progress;
     Activity activity;
     PrepareFindings findings;
     if (StatusCode code = readActivity(image, UINT32_MAX, activity, findings))
@@ -160,12 +161,13 @@ StatusCode comparePowers(const std::vector<TimedPower>& first, const std::vector
     return fitOk;
 }
 
-ComparisonOutcome compareRides(const std::string& first, const std::string& second, RideComparison& comparison)
+ComparisonOutcome compareRides(const std::string& first, const std::string& second, RideComparison& comparison,
+                               Progress* progress)
 {
     std::vector<TimedPower> powers[2];
-    if (StatusCode code = readPowers(first, powers[0]))
+    if (StatusCode code = readPowers(first, powers[0], progress))
         return {code, false};
-    if (StatusCode code = readPowers(second, powers[1]))
+    if (StatusCode code = readPowers(second, powers[1], progress))
         return {code, true};
     return {comparePowers(powers[0], powers[1], comparison), true};
 }

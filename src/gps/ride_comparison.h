@@ -2,6 +2,7 @@
 // power meter.
 #pragma once
 
+#include "core/progress.h"
 #include "fit/fit_codes.h"
 
 #include <cstdint>
@@ -34,7 +35,8 @@ struct ComparisonOutcome {
 };
 
 // fitOk, a code of loading, or fitNotComparable when no second has a power in both.
-ComparisonOutcome compareRides(const std::string& first, const std::string& second, RideComparison& comparison);
+ComparisonOutcome compareRides(const std::string& first, const std::string& second, RideComparison& comparison,
+                               Progress* progress = nullptr);
 
 // The powers of one ride by time: rising, one for each second that has one.
 struct TimedPower {

@@ -3,6 +3,7 @@
 #include "report/fit_report.h"
 
 #include "core/parameter_block.h"
+#include "core/progress.h"
 #include "core/screens.h"
 #include "core/text.h"
 #include "report/report_text.h"
@@ -137,7 +138,8 @@ void appendRow(std::string& text, const Table& table, const GpsRecord& record)
 
 } // namespace
 
-void reportFields(Screens& screens, const ReportedRide& ride, const GpsRecords& records, uint32_t predicted)
+void reportFields(Screens& screens, const ReportedRide& ride, const GpsRecords& records, uint32_t predicted,
+                  Progress* progress)
 {
     constexpr uint32_t smoothed = 1;
     Table table = makeTable(ride, predicted);
@@ -152,7 +154,7 @@ void reportFields(Screens& screens, const ReportedRide& ride, const GpsRecords& 
             continue;
         appendRow(text, table, records[i]);
         handOverWhenLarge(screens, Pane::lower, text);
-        reportProgress(static_cast<int>(100 * i / records.size()));
+        reportProgress(progress, static_cast<int>(100 * i / records.size()));
     }
     handOver(screens, Pane::lower, text);
 }

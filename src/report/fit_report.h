@@ -3,6 +3,7 @@
 #pragma once
 
 #include "core/parameter_block.h"
+#include "core/progress.h"
 #include "core/screens.h"
 #include "gps/gps_record.h"
 #include "gps/loaded_ride.h"
@@ -60,6 +61,7 @@ constexpr uint32_t predictedCadence = 0x10;
 constexpr uint32_t predictedPower = 0x20;
 
 // Appends the table of all rows in a sector.
-void reportFields(Screens& screens, const ReportedRide& ride, const GpsRecords& records, uint32_t predicted);
+void reportFields(Screens& screens, const ReportedRide& ride, const GpsRecords& records, uint32_t predicted,
+                  Progress* progress = nullptr);
 
 } // namespace torvane

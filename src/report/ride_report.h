@@ -1,6 +1,7 @@
 // The reports of the six ride simulations, into the lower pane and the status line.
 #pragma once
 
+#include "core/progress.h"
 #include "core/screens.h"
 #include "ride/ride_records.h"
 
@@ -17,7 +18,7 @@ void reportProcessHeading(Screens& screens, const RideRun& ride);
 // The same table for a run that rolls without power.
 void reportRollingHeading(Screens& screens);
 // One line for each row of the log; the progress bar follows the rows.
-void reportProcessRows(Screens& screens, const SampleLog& log);
+void reportProcessRows(Screens& screens, const SampleLog& log, Progress* progress = nullptr);
 
 // Table of intermittent braking: one line for each sector.
 void reportSectorHeading(Screens& screens);

@@ -48,14 +48,14 @@ void reportRollingHeading(Screens& screens)
     reportHeading(screens, "inclination and velocity powered zero", false);
 }
 
-void reportProcessRows(Screens& screens, const SampleLog& log)
+void reportProcessRows(Screens& screens, const SampleLog& log, Progress* progress)
 {
     std::string text;
     int rows = shownRows(log);
     for (int row = 0; row < rows; ++row) {
         appendRow(text, log.rows[static_cast<size_t>(row)]);
         handOverWhenLarge(screens, Pane::lower, text);
-        reportProgress(progressPercent(0.0, rows, row));
+        reportProgress(progress, progressPercent(0.0, rows, row));
     }
     handOver(screens, Pane::lower, text);
 }

@@ -1,7 +1,6 @@
 #include "ride/braking_run.h"
 
 #include "core/result_status.h"
-#include "core/screens.h"
 #include "model/assist.h"
 #include "model/constants.h"
 #include "model/drivetrain.h"
@@ -92,7 +91,7 @@ bool recordBraking(RunRecorder& recorder, StepState& s)
 {
     const RideRun& ride = recorder.ride;
     s.cadence = cadenceInGear(ride.model, s.velocity, s.gearRatio);
-    reportProgress(progressPercent(ride.found.sectorStartVelocity, ride.in.endVelocity, s.velocity));
+    reportProgress(ride.progress, progressPercent(ride.found.sectorStartVelocity, ride.in.endVelocity, s.velocity));
     return recordStep(recorder, s);
 }
 

@@ -85,7 +85,7 @@ ResultStatus seekInclinationForFinalVelocity(RideRun& ride)
 {
     Stepper inclination{firstInclination, -1.0, 0.3};
     double missing = 0.0; // W
-    const Settled settled = settle(inclination, noThrust, [&](double percent) {
+    const Settled settled = settle(ride.progress, inclination, noThrust, [&](double percent) {
         ride.now.inclination = percent;
         resetGrip(ride);
         return missing = solvePowerAtVelocity(ride.model, ride.now, stageThrust, ride.in.velocity).value;
@@ -104,7 +104,7 @@ ResultStatus seekInclinationOver(RideRun& ride, const RollLimit& limit)
     ride.now.inclination = inclination.value;
     resetGrip(ride);
     std::optional<ResultStatus> rolled = 0;
-    const Settled settled = settle(inclination, closeVelocity, rollThreshold(ride), [&](double percent) {
+    const Settled settled = settle(ride.progress, inclination, closeVelocity, rollThreshold(ride), [&](double percent) {
         ride.now.inclination = percent;
         rolled = rollTrial(ride, limit, wanted - 2.0 * closeVelocity);
         return ride.found.velocity - wanted; // too fast: a gentler slope

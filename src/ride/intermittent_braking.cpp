@@ -1,7 +1,6 @@
 #include "ride/intermittent_braking.h"
 
 #include "core/result_status.h"
-#include "core/screens.h"
 #include "core/units.h"
 #include "model/assist.h"
 #include "ride/brake_energy.h"
@@ -193,7 +192,7 @@ ResultStatus intermittentDryRun(RideRun& ride, int& intervalCount)
     intervalCount = isFatal(status) ? 0 : static_cast<int>(intervals);
     int steps = 0;
     for (int round = 0; round < settlingRounds && !isFatal(status); ++round) {
-        reportProgress(progressPercent(0.0, intervalCount + 6.0, round));
+        reportProgress(ride.progress, progressPercent(0.0, intervalCount + 6.0, round));
         status = rehearseInterval(ride, intervalCount > 0, steps);
     }
     ride.log.sampleCount = static_cast<int>(std::min((intervalCount + 1.0) * steps, mostPoints));
@@ -208,7 +207,7 @@ ResultStatus intermittentLoggedRun(RideRun& ride, int intervalCount)
     ride.log.bySectors = true;
     for (int interval = 0; interval < intervalCount && !isFatal(status); ++interval) {
         status |= rideInterval(ride, way);
-        reportProgress(progressPercent(0.0, intervalCount + 6.0, interval + 6.0));
+        reportProgress(ride.progress, progressPercent(0.0, intervalCount + 6.0, interval + 6.0));
     }
     const double remainder = ride.in.totalDistance - intervalCount * ride.in.intervalDistance;
     if (remainder != 0.0 && !isFatal(status)) {

@@ -1,7 +1,6 @@
 #include "ride/pattern_braking.h"
 
 #include "core/result_status.h"
-#include "core/screens.h"
 #include "core/units.h"
 #include "model/assist.h"
 #include "model/constants.h"
@@ -68,7 +67,7 @@ ResultStatus criticalFullBraking(RideRun& ride)
         return statusNotConverged; // no force to find
     }
     Stepper deceleration{-8.2, -2.0, 0.7}; // m/s2; its step is negative, so that lowering it brakes less
-    const Settled settled = settle(deceleration, 0.0015, [&](double accele) {
+    const Settled settled = settle(ride.progress, deceleration, 0.0015, [&](double accele) {
         ride.found.force = ride.model.state.totalWeight * accele / standardGravity;
         return gripLeft(ride, ride.found.force);
     });
@@ -110,7 +109,7 @@ void constantVelocityLoggedRun(RideRun& ride)
     beginCurves(ride, GraphLayout::braking, ride.log.sampleCount);
     double time = 0.0;
     while (time <= duration) {
-        reportProgress(progressPercent(0.0, duration, time));
+        reportProgress(ride.progress, progressPercent(0.0, duration, time));
         if (ride.graph) {
             addPoint(ride, time);
         }

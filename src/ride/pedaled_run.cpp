@@ -1,6 +1,5 @@
 #include "ride/pedaled_run.h"
 
-#include "core/screens.h"
 #include "model/assist.h"
 #include "model/drivetrain.h"
 #include "model/gear_table.h"
@@ -92,7 +91,7 @@ void rideStep(RideRun& ride, PedaledRun& run, RunRecorder* recorder)
     addStages(ride, run.totals, run.dt);
     if (recorder != nullptr) {
         addToBins(recorder->bins, ride.now.pedalingPower, run.dt);
-        reportProgress(progressPercent(ride.in.startVelocity, ride.in.endVelocity, run.state.velocity));
+        reportProgress(ride.progress, progressPercent(ride.in.startVelocity, ride.in.endVelocity, run.state.velocity));
     }
     advance(run.state, run.dt);
 }

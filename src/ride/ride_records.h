@@ -2,6 +2,7 @@
 // Forces in kgf, powers in W, velocities in m/s, gradients in percent (plus is ascent), torques in Nm.
 #pragma once
 
+#include "core/progress.h"
 #include "core/result_status.h"
 #include "model/brake_heat.h"
 #include "model/evaluation.h"
@@ -87,6 +88,7 @@ struct RideRun {
     ResultStatus status = 0;
     SampleLog log = {};                    // rows where the mode has a table and the status is not fatal
     std::optional<GraphSeries> graph = {}; // where one was asked for and the status is not fatal
+    Progress* progress = nullptr;          // that its loops move, while it runs
 };
 
 } // namespace torvane

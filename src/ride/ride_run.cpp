@@ -213,10 +213,12 @@ constexpr void (*modes[rideModeCount])(RideRun& ride) = {runPowerMode, runAccele
 
 } // namespace
 
-RideRun runRide(const Model& model, const RideInputs& in)
+RideRun runRide(const Model& model, const RideInputs& in, Progress* progress)
 {
     RideRun ride = prepareRideRun(model, in);
+    ride.progress = progress;
     modes[in.rideMode](ride);
+    ride.progress = nullptr; // the run outlives it
     if (!isFatal(ride.status) && !endedInNumbers(ride)) {
         ride.status |= statusNotConverged;
         ride.log = {};

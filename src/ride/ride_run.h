@@ -13,7 +13,7 @@ RideInputs takeRideInputs(const ParameterBlock& block, const Drive& lastDrive);
 RideRun prepareRideRun(const Model& model, const RideInputs& in);
 
 // Runs the simulation that the inputs' mode and target name. Where a figure that it leaves is no number, the status has
-// statusNotConverged.
-RideRun runRide(const Model& model, const RideInputs& in);
+// statusNotConverged. Moves the progress, where somebody looks.
+RideRun runRide(const Model& model, const RideInputs& in, Progress* progress = nullptr);
 
 } // namespace torvane

@@ -1,7 +1,6 @@
 #include "ride/rolling_run.h"
 
 #include "core/result_status.h"
-#include "core/screens.h"
 #include "model/assist.h"
 #include "model/drivetrain.h"
 #include "model/gear_table.h"
@@ -34,9 +33,9 @@ bool recordRoll(RunRecorder& recorder, StepState& s, const RollLimit& limit)
 {
     selectGear(recorder.ride.model, s);
     if (limit.until == limitDistance) {
-        reportProgress(progressPercent(0.0, limit.distance, s.distance));
+        reportProgress(recorder.ride.progress, progressPercent(0.0, limit.distance, s.distance));
     } else if (limit.until == limitTime) {
-        reportProgress(progressPercent(0.0, limit.time, s.time));
+        reportProgress(recorder.ride.progress, progressPercent(0.0, limit.time, s.time));
     }
     return recordStep(recorder, s);
 }
@@ -134,7 +133,7 @@ ResultStatus solveRollingVelocity(RideRun& ride)
 {
     resetGrip(ride);
     Stepper velocity{1.4, 2.8, 0.3};
-    const Settled settled = settle(velocity, noThrust, [&](double v) {
+    const Settled settled = settle(ride.progress, velocity, noThrust, [&](double v) {
         return -solvePowerAtVelocity(ride.model, ride.now, stageThrust, v).value;
     });
     ride.found.velocity = velocity.value > 0.0 ? velocity.value : 0.0;

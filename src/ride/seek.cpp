@@ -57,7 +57,7 @@ ResultStatus walk(RideRun& ride, const Seek& seek, ResultStatus (*run)(RideRun&)
             return statusNotConverged;
         }
         firstError = round == 0 ? error : firstError;
-        reportProgress(progressPercent(firstError, tolerance, error));
+        reportProgress(ride.progress, progressPercent(firstError, tolerance, error));
         if (error < tolerance && !isFatal(status)) {
             return toleranceClass(ride.found.velocity, ride.in.endVelocity) | missClass(error, seek.wanted);
         }

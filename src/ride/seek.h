@@ -2,7 +2,7 @@
 // the result meets what was asked for. Allocates nothing and prints nothing; only the progress bar moves.
 #pragma once
 
-#include "core/screens.h"
+#include "core/progress.h"
 #include "ride/ride_records.h"
 
 #include <cmath>
@@ -39,7 +39,7 @@ enum class Settled { met, beyond, never };
 // Walks until |miss| is below the tolerance; a miss above 0 asks for a higher value, any other for a lower one. It
 // depends on nothing but the value. beyond: the value passed `most`. never: 5,000 rounds, or a miss that is no number.
 template <class Miss>
-Settled settle(Stepper& stepper, double tolerance, double most, Miss miss)
+Settled settle(Progress* progress, Stepper& stepper, double tolerance, double most, Miss miss)
 {
     double firstError = 0.0;
     for (int round = 0; round < seekRounds; ++round) {
@@ -49,7 +49,7 @@ Settled settle(Stepper& stepper, double tolerance, double most, Miss miss)
         const double missed = miss(stepper.value);
         const double error = std::fabs(missed);
         firstError = round == 0 ? error : firstError;
-        reportProgress(progressPercent(firstError, tolerance, error));
+        reportProgress(progress, progressPercent(firstError, tolerance, error));
         if (error < tolerance || !std::isfinite(error)) {
             return error < tolerance ? Settled::met : Settled::never;
         }
@@ -63,9 +63,9 @@ Settled settle(Stepper& stepper, double tolerance, double most, Miss miss)
 }
 
 template <class Miss>
-Settled settle(Stepper& stepper, double tolerance, Miss miss)
+Settled settle(Progress* progress, Stepper& stepper, double tolerance, Miss miss)
 {
-    return settle(stepper, tolerance, std::numeric_limits<double>::infinity(), miss);
+    return settle(progress, stepper, tolerance, std::numeric_limits<double>::infinity(), miss);
 }
 
 // Which results ask for a lower variable.

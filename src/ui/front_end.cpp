@@ -84,18 +84,18 @@ void serveWorker()
     PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
 }
 
-template <void (*act)()>
+template <void (Protocol::*act)()>
 LRESULT onMessage(HWND, WPARAM, LPARAM)
 {
     flushScreens(); // what the worker has gathered, when this is the end of its run
-    act();
+    (mainWindow.protocol.*act)();
     flushScreens();
     return 0;
 }
 
 constexpr MessageRow messages[] = {
-    {messageEndRun, onMessage<endRun>},
-    {messageOpenWaiting, onMessage<openWaiting>},
+    {messageEndRun, onMessage<&Protocol::endRun>},
+    {messageOpenWaiting, onMessage<&Protocol::openWaiting>},
 };
 
 constexpr FrontEnd frontEnd = {

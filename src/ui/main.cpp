@@ -96,7 +96,6 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int)
     mainWindow.session.screens.showMessage = [](std::string_view title, std::string_view text) {
         showMessageBox(nullptr, title, text);
     };
-    theScreens = mainWindow.session.screens;
     mainWindow.parameterPath = parameterFilePath();
     registerCommonControls();
     ParameterBlock defaults;

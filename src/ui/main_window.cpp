@@ -2,7 +2,6 @@
 #include "ui/main_window.h"
 
 #include "command/menu_rules.h"
-#include "command/protocol.h"
 #include "command/settings_command.h"
 #include "core/parameter_file.h"
 #include "report/profile_report.h"
@@ -45,7 +44,7 @@ void reportAtStart()
 LRESULT onCreate(HWND window, WPARAM, LPARAM)
 {
     mainWindow.window = window;
-    startWorker(desktopFrontEnd(), mainWindow.session);
+    mainWindow.protocol.startWorker(desktopFrontEnd(), mainWindow.session);
     SetWindowTextW(window, L"Torvane");
     mainWindow.richEdit = loadRichEdit();
     if (createScreens(window) != 0 || createProgressBar() != 0 || registerGraphClass() != 0) {
@@ -62,7 +61,7 @@ LRESULT onCommand(HWND window, WPARAM wParam, LPARAM lParam)
     // Notifications of the panes carry their ids in the same place, and their handle beside it.
     if (lParam != 0)
         return DefWindowProcW(window, WM_COMMAND, wParam, lParam);
-    handleCommand(LOWORD(wParam));
+    mainWindow.protocol.handleCommand(LOWORD(wParam));
     flushScreens();
     return 0;
 }
@@ -96,7 +95,7 @@ void keepWindowMetrics(HWND window)
 LRESULT onClose(HWND window, WPARAM, LPARAM)
 {
     // A modal dialog disables its owner; closing beneath it would leave it without one.
-    if (!IsWindowEnabled(window) || !stopWorker())
+    if (!IsWindowEnabled(window) || !mainWindow.protocol.stopWorker())
         return 0;
     keepWindowMetrics(window);
     if (mainWindow.writesParameters)

@@ -1,6 +1,7 @@
 // The one top-level window of the desktop program: its creation, its messages, its end.
 #pragma once
 
+#include "command/protocol.h"
 #include "command/session.h"
 #include "ui/win32.h"
 
@@ -10,6 +11,7 @@ namespace torvane {
 
 struct MainWindow {
     Session session;
+    Protocol protocol;
     HINSTANCE instance;
     HWND window;
     HMENU menu;

@@ -209,7 +209,6 @@ void installScreens(HWND window)
         .setProgress = setProgressBar,
         .showMessage = showBox,
     };
-    theScreens = mainWindow.session.screens;
 }
 
 void flushScreens()

@@ -28,6 +28,7 @@ using namespace std::chrono_literals;
 
 constexpr auto longEnough = 10s;
 
+Protocol protocol;
 ManualResetEvent runBegan, runMayGoOn; // the worker wants to show something; the user has pressed
 
 // What waits for the window thread: what the worker sends, which is held until it was served, and what was posted, such
@@ -62,8 +63,8 @@ public:
     void press(int id)
     {
         post([this, id] {
-            pressesDuringRuns += workerBlock.busy;
-            handleCommand(id);
+            pressesDuringRuns += protocol.workerBlock.busy;
+            protocol.handleCommand(id);
         });
     }
     void serveSent()
@@ -203,16 +204,17 @@ constexpr FrontEnd window = {
     .sendCompletion =
         [] {
             handOver();
-            mail.send(endRun);
+            mail.send([] { protocol.endRun(); });
         },
-    .postOpenWaiting = [] { mail.post(openWaiting); },
+    .postOpenWaiting = [] { mail.post([] { protocol.openWaiting(); }); },
     .runFrontEndCommand = [](const Command&) {},
     .serveWorker = [] { mail.serveSent(); },
 };
 
 bool isIdle()
 {
-    return mail.isEmpty() && workerBlock.ActiveCommand == 0 && workerBlock.busy == 0 && !somethingWaits;
+    return mail.isEmpty() && protocol.workerBlock.ActiveCommand == 0 && protocol.workerBlock.busy == 0 &&
+           !somethingWaits;
 }
 
 int anyCommand(std::mt19937& random)
@@ -251,26 +253,25 @@ protected:
             std::filesystem::copy_file(std::string(TORVANE_CHECKOUT "/samples/rides/") + name, folder + name);
         startFrom(session, defaultBlock());
         session.working.expressGraph = session.working.bandGraphPowerVelocity = session.working.bandGraphCornering = 1;
-        theScreens = session.screens = windowScreens;
+        session.screens = windowScreens;
         mail.ownThreadServes();
         mail.pressesDuringRuns = 0;
         runMayGoOn.set();
         session.profilePath = folder + "rider.pro";
         findCommand("save-profile")->operation(session);
-        startWorker(window, session);
+        protocol.startWorker(window, session);
     }
     void TearDown() override
     {
-        ASSERT_TRUE(stopWorker());
-        theScreens = before;
+        ASSERT_TRUE(protocol.stopWorker());
     }
     // What a command shows that nobody disturbs.
     static std::string run(int id)
     {
         lowerText.clear();
         statusText.clear();
-        handleCommand(id);
-        EXPECT_EQ(workerBlock.ActiveCommand, id);
+        protocol.handleCommand(id);
+        EXPECT_EQ(protocol.workerBlock.ActiveCommand, id);
         while (!isIdle())
             mail.serve();
         return statusText + "\n" + lowerText;
@@ -278,7 +279,6 @@ protected:
 
 private:
     TestFolder ownFolder;
-    Screens before = theScreens;
 };
 
 TEST_P(PressesTest, spoilNothing)

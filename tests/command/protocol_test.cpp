@@ -17,6 +17,7 @@
 namespace torvane {
 namespace {
 
+Protocol protocol;
 bool opensWaiting = false; // posted
 
 // What the worker sends to the window thread, one at a time; the worker is held until it was served.
@@ -40,9 +41,9 @@ struct Mail {
         if (!changed.wait_for(lock, limit, [this] { return waiting; }))
             return false;
         lock.unlock();
-        endRun();
+        protocol.endRun();
         if (std::exchange(opensWaiting, false))
-            openWaiting();
+            protocol.openWaiting();
         lock.lock();
         waiting = false;
         changed.notify_all();
@@ -155,31 +156,31 @@ protected:
         operationStarted.reset();
         operationResult = 0;
         operationRuns = 0;
-        startWorker(fakeFrontEnd, session, fakeCommands);
+        protocol.startWorker(fakeFrontEnd, session, fakeCommands);
     }
 
     void TearDown() override
     {
         operationMayEnd.set();
-        while (!stopWorker())
+        while (!protocol.stopWorker())
             mail.serve(std::chrono::milliseconds(10));
     }
 };
 
 TEST_F(ProtocolTest, runsALongCommandThroughBothEntries)
 {
-    handleCommand(802);
+    protocol.handleCommand(802);
     EXPECT_EQ(journal, (Calls{"entry 802", "commit", "close graph"}));
-    EXPECT_EQ(workerBlock.ActiveCommand, 802);
+    EXPECT_EQ(protocol.workerBlock.ActiveCommand, 802);
 
     journal.clear();
     operationMayEnd.set();
     ASSERT_TRUE(mail.serve(longEnough));
-    EXPECT_EQ(workerBlock.ActiveCommand, 0);
+    EXPECT_EQ(protocol.workerBlock.ActiveCommand, 0);
     EXPECT_EQ(journal, (Calls{"open graph", "focus lower"}));
 
     // The event stays set: the next command starts by the poll alone.
-    handleCommand(802);
+    protocol.handleCommand(802);
     ASSERT_TRUE(mail.serve(longEnough));
     EXPECT_EQ(operationRuns, 2);
 }
@@ -189,26 +190,26 @@ TEST_F(ProtocolTest, cancelStartsNothingButKeepsTheMode)
     session.working.rideMode = 0;
     session.working.rideTarget = 1;
     confirms = false;
-    handleCommand(12345);
-    handleCommand(802);
+    protocol.handleCommand(12345);
+    protocol.handleCommand(802);
     EXPECT_EQ(journal, (Calls{"entry 802"})); // the unknown id did nothing
-    EXPECT_EQ(workerBlock.ActiveCommand, 0);
+    EXPECT_EQ(protocol.workerBlock.ActiveCommand, 0);
     EXPECT_EQ(session.working.rideMode, 1);
     EXPECT_EQ(session.working.rideTarget, 0);
 
     session.working.rideTarget = 5;
-    handleCommand(802);
+    protocol.handleCommand(802);
     EXPECT_EQ(session.working.rideTarget, 5) << "the same mode again keeps its target";
 }
 
 TEST_F(ProtocolTest, pressDuringARunIsASecondEntryAndStopsNothing)
 {
-    handleCommand(802);
+    protocol.handleCommand(802);
     operationStarted.wait();
     journal.clear();
-    handleCommand(905);
+    protocol.handleCommand(905);
     EXPECT_EQ(journal, (Calls{"grey 902", "grey 903", "grey 904"})) << "the pressed command's own actions";
-    EXPECT_EQ(workerBlock.ActiveCommand, 0);
+    EXPECT_EQ(protocol.workerBlock.ActiveCommand, 0);
 
     journal.clear();
     operationMayEnd.set();
@@ -221,17 +222,17 @@ TEST_F(ProtocolTest, pressDuringARunIsASecondEntryAndStopsNothing)
 TEST_F(ProtocolTest, thePressBehindAPressWaitsForTheWorker)
 {
     session.working.expressGraph = 1;
-    handleCommand(802);
+    protocol.handleCommand(802);
     operationStarted.wait();
-    handleCommand(325);
+    protocol.handleCommand(325);
     EXPECT_EQ(waitingLine, "status : waiting for the present command : settings");
     journal.clear();
-    handleCommand(802);
+    protocol.handleCommand(802);
     EXPECT_EQ(journal, Calls{"focus lower"}) << "there is no graph yet";
     for (int pressed : {905, 325, 905, 303})
-        handleCommand(pressed);
+        protocol.handleCommand(pressed);
     EXPECT_EQ(waitingLine, "status : waiting for the present command : settings, tool");
-    EXPECT_FALSE(stopWorker());
+    EXPECT_FALSE(protocol.stopWorker());
     EXPECT_EQ(journal, (Calls{"focus lower", "front end 303"}));
 
     journal.clear();
@@ -239,57 +240,57 @@ TEST_F(ProtocolTest, thePressBehindAPressWaitsForTheWorker)
     ASSERT_TRUE(mail.serve(longEnough));
     EXPECT_EQ(journal, (Calls{"open graph", "entry 325", "entry 905", "close graph"}));
     EXPECT_EQ(waitingLine, "");
-    while (workerBlock.ActiveCommand != 0)
+    while (protocol.workerBlock.ActiveCommand != 0)
         mail.serve(longEnough);
     EXPECT_EQ(operationRuns, 2) << "the end of the first run was not taken for its own";
 }
 
 TEST_F(ProtocolTest, whatWaitsOpensBehindABoxAndNotOverIt)
 {
-    handleCommand(905);
+    protocol.handleCommand(905);
     operationStarted.wait();
-    handleCommand(325);
+    protocol.handleCommand(325);
     journal.clear();
     boxOutlastsRun = true;
-    handleCommand(303);
+    protocol.handleCommand(303);
     EXPECT_EQ(journal, (Calls{"front end 303", "grey 902", "grey 903", "grey 904", "box closed", "entry 325"}));
 }
 
 // Withdrawn before the worker has seen it, a command ends at once, and no end of a run will open what waits.
 TEST_F(ProtocolTest, aCommandThatNeverRanHoldsNothingUp)
 {
-    handleCommand(802);
-    handleCommand(325);
+    protocol.handleCommand(802);
+    protocol.handleCommand(325);
     journal.clear();
-    handleCommand(905);
+    protocol.handleCommand(905);
     EXPECT_EQ(journal.back(), "entry 325");
     EXPECT_EQ(operationRuns, 0);
 }
 
 TEST_F(ProtocolTest, shortCommandsDuringARunAreTakenButClosingIsRefused)
 {
-    handleCommand(802);
+    protocol.handleCommand(802);
     operationStarted.wait();
     journal.clear();
-    handleCommand(501);
-    handleCommand(303);
+    protocol.handleCommand(501);
+    protocol.handleCommand(303);
     EXPECT_EQ(journal, (Calls{"report", "focus upper", "front end 303"}));
-    EXPECT_FALSE(stopWorker());
-    EXPECT_EQ(workerBlock.quit, 0);
-    EXPECT_EQ(workerBlock.ActiveCommand, 802);
+    EXPECT_FALSE(protocol.stopWorker());
+    EXPECT_EQ(protocol.workerBlock.quit, 0);
+    EXPECT_EQ(protocol.workerBlock.ActiveCommand, 802);
 }
 
 // TearDown closes while the worker is busy behind an ActiveCommand of 0: it must let the worker's message through.
 TEST_F(ProtocolTest, closeAfterAPressWaitsForTheWorker)
 {
-    handleCommand(802);
+    protocol.handleCommand(802);
     operationStarted.wait();
-    handleCommand(802);
-    EXPECT_EQ(workerBlock.busy, 1);
+    protocol.handleCommand(802);
+    EXPECT_EQ(protocol.workerBlock.busy, 1);
     operationMayEnd.set();
-    EXPECT_TRUE(stopWorker());
-    EXPECT_EQ(workerBlock.busy, 0);
-    startWorker(fakeFrontEnd, session, fakeCommands);
+    EXPECT_TRUE(protocol.stopWorker());
+    EXPECT_EQ(protocol.workerBlock.busy, 0);
+    protocol.startWorker(fakeFrontEnd, session, fakeCommands);
 }
 
 TEST_F(ProtocolTest, graphFollowsPreferenceAndStatus)
@@ -304,7 +305,7 @@ TEST_F(ProtocolTest, graphFollowsPreferenceAndStatus)
         session.working.expressGraph = expressGraph;
         session.working.bandGraphPowerVelocity = bandGraph;
         operationResult = status;
-        handleCommand(id);
+        protocol.handleCommand(id);
         journal.clear();
         ASSERT_TRUE(mail.serve(longEnough));
         EXPECT_EQ(std::count(journal.begin(), journal.end(), "open graph"), opens) << id << " " << status;

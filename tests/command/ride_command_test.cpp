@@ -16,7 +16,7 @@ class RideCommand : public testing::Test {
 protected:
     RideCommand()
     {
-        theScreens.showProgress = session.screens.showProgress = [](bool visible) { shown.push_back(visible); };
+        session.screens.showProgress = [](bool visible) { shown.push_back(visible); };
         shown.clear();
         session.working.expressGraph = 0;
     }

@@ -120,7 +120,7 @@ TEST(RewriteToolFaults, LeaveTheDestinationAlone)
         const Bytes old = bench.output();
         source.back() ^= 1;
         bench.from(source);
-        EXPECT_EQ(run(bench.inputs, bench.options).code, fitWrongCrc);
+        EXPECT_EQ(run(bench.inputs, bench.options, nullptr).code, fitWrongCrc);
         EXPECT_EQ(bench.output(), old);
     }
 }

@@ -7,7 +7,7 @@
 namespace torvane {
 
 using Check = Verdict (*)(ToolInputs&, ParameterBlock&);
-using ToolRun = ToolOutcome (*)(const ToolInputs&, const ParameterBlock&);
+using ToolRun = ToolOutcome (*)(const ToolInputs&, const ParameterBlock&, Progress*);
 
 struct ToolBench {
     TestFolder folder;
@@ -47,7 +47,7 @@ struct ToolBench {
     StatusCode run(Check check, ToolRun runTool)
     {
         EXPECT_EQ(boxes(check), "");
-        outcome = runTool(inputs, options);
+        outcome = runTool(inputs, options, nullptr);
         return outcome.code;
     }
     Bytes output(const std::string& name = "out.fit")

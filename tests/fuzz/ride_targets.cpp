@@ -115,7 +115,7 @@ enum class Keeps { nothing, records, size }; // what a tool must leave as it was
 
 struct Tool {
     Verdict (*check)(ToolInputs&, ParameterBlock&);
-    ToolOutcome (*run)(const ToolInputs&, const ParameterBlock&);
+    ToolOutcome (*run)(const ToolInputs&, const ParameterBlock&, Progress*);
     StatusCode success;
     Keeps keeps;
 };
@@ -155,7 +155,7 @@ void runTool(const Tool& tool)
         return;
     FitImage source = {};
     loadFitImage(source, session.inputs.files[0].path); // which a check need not have read whole
-    ToolOutcome outcome = tool.run(session.inputs, session.working);
+    ToolOutcome outcome = tool.run(session.inputs, session.working, nullptr);
     reportStatus(session.screens, outcome.path, outcome.code);
     if (outcome.code == tool.success)
         requireSoundOutput(source, tool);

@@ -56,7 +56,7 @@ ResultStatus plainSeek(RideRun& ride, const RollLimit& limit)
     ride.now.inclination = slope.value;
     resetGrip(ride);
     ResultStatus status = 0;
-    const Settled settled = settle(slope, 0.01, rollThreshold(ride), [&](double percent) {
+    const Settled settled = settle(nullptr, slope, 0.01, rollThreshold(ride), [&](double percent) {
         ride.now.inclination = percent;
         status = rollDryRun(ride, limit);
         return ride.found.velocity - wanted;

@@ -108,11 +108,11 @@ TEST_F(SeekTest, aPeakBeyondItsLimitEndsIt)
 TEST(Settle, tellsHowItFailed)
 {
     Stepper beyond{0.0, 1.0, 0.3}, stuck{0.0, 1.0, 0.3}, lost{0.0, 1.0, 0.3};
-    EXPECT_EQ(settle(beyond, 0.1, 10.0, [](double) { return 1.0; }), Settled::beyond);
+    EXPECT_EQ(settle(nullptr, beyond, 0.1, 10.0, [](double) { return 1.0; }), Settled::beyond);
     EXPECT_EQ(beyond.value, 11.0);
-    EXPECT_EQ(settle(stuck, 0.1, [](double) { return -1.0; }), Settled::never);
+    EXPECT_EQ(settle(nullptr, stuck, 0.1, [](double) { return -1.0; }), Settled::never);
     EXPECT_EQ(stuck.value, -5000.0);
-    EXPECT_EQ(settle(lost, 0.1, [](double x) { return std::sqrt(-1.0 - x); }), Settled::never);
+    EXPECT_EQ(settle(nullptr, lost, 0.1, [](double x) { return std::sqrt(-1.0 - x); }), Settled::never);
     EXPECT_EQ(lost.value, 0.0);
 }
 
@@ -125,7 +125,7 @@ TEST(Settle, aStepThatIsUsedUpEndsTheWalk)
             return x < edge ? 5.0 : -5.0;
         };
         Stepper walked{-3.0, 0.1, 0.3}, plain = walked;
-        EXPECT_EQ(settle(walked, 0.01, jump), Settled::never);
+        EXPECT_EQ(settle(nullptr, walked, 0.01, jump), Settled::never);
         EXPECT_LT(rounds, 500);
         for (rounds = 0; rounds < seekRounds;) {
             jump(plain.value) > 0.0 ? plain.raise() : plain.lower();

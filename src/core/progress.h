@@ -1,0 +1,32 @@
+// How far an operation is. The command that begins one makes a Progress and hands it down to the loops that move it.
+#pragma once
+
+#include "core/screens.h"
+
+namespace torvane {
+
+// The progress bar for as long as this lives. For one thread at a time.
+class Progress {
+public:
+    Progress() = default;                      // nobody looks
+    explicit Progress(const Screens& screens); // which outlive it: shows the bar at 0
+    ~Progress();                               // hides it
+    Progress(const Progress&) = delete;
+    Progress& operator=(const Progress&) = delete;
+
+    // Passed on when the whole percentage has changed since the last call.
+    void report(int percent);
+
+private:
+    const Screens* screens = nullptr;
+    int shown = 0;
+};
+
+// Of an operation that may have nobody who looks: null.
+void reportProgress(Progress* progress, int percent);
+
+// Position of a value on the way from low to high, as a whole percentage; anything that is no number, or leads out of
+// 0 to 100, is held at the nearer end.
+int progressPercent(double low, double high, double present);
+
+} // namespace torvane
