@@ -6,6 +6,8 @@
 #include "cli/piped_sources.h"
 #include "command/fill.h"
 #include "command/gps_load_command.h"
+#include "command/menu_rules.h"
+#include "command/ride_command.h"
 #include "command/settings_command.h"
 #include "command/settings_entries.h"
 #include "core/files.h"
@@ -36,13 +38,6 @@ struct Run {
     std::vector<std::string> notes = {}; // entries without effect
 };
 
-bool succeeded(const Command& command, ResultStatus result)
-{
-    if (command.answers == Answers::bits)
-        return !isFatal(result);
-    return result == fitOk || (result >= fitLoaded && result <= fitPrepared);
-}
-
 int finish(Run& run, ResultStatus result)
 {
     run.answer.result = result;
@@ -50,16 +45,6 @@ int finish(Run& run, ResultStatus result)
         return exitDone;
     run.answer.outputs.clear();
     return exitFailed;
-}
-
-// What the menu greys after a load: told in the words of the check that asks the same.
-std::vector<Box> greyed(const Command& command, AnalysisReadiness readiness)
-{
-    if (readiness & analysisImpossible)
-        return {{"error", "can not analyse and predict due to a source file"}};
-    if (command.ride != RideUse::loaded && readiness != readyForAnalysis)
-        return {{"warning", "no need to analyse and predict cause power and cadence are already existing"}};
-    return {};
 }
 
 // The commands of a loaded ride load it first and then show their own text alone.
@@ -71,23 +56,11 @@ int loadRide(Run& run)
         return finish(run, result);
     run.answer.status.clear();
     run.answer.lower.clear();
-    const std::vector<Box> boxes = greyed(run.command, run.session.readiness);
-    tellBoxes(run.answer, run.streams, boxes);
-    return boxes.empty() ? exitDone : exitRefused;
-}
-
-bool worksOnLoadedRide(const Command& command)
-{
-    return command.ride >= RideUse::loaded;
-}
-
-// Names of the parts that a division writes.
-void listParts(Run& run)
-{
-    std::string base = run.answer.outputs[0];
-    run.answer.outputs.clear();
-    for (int part = 0; part < dividedPartCount(run.session.inputs.files[0]); ++part)
-        run.answer.outputs.push_back(dividedFileName(base, part));
+    const std::optional<Box> box = whyGreyed(run.command, run.session.readiness);
+    if (!box)
+        return exitDone;
+    tellBoxes(run.answer, run.streams, {*box});
+    return exitRefused;
 }
 
 int operate(Run& run)
@@ -110,8 +83,6 @@ bool mayWrite(Run& run, const Output& output)
 
 bool mayWriteDestination(Run& run)
 {
-    if (!run.answer.outputs.empty() && run.command.files.inParts)
-        listParts(run);
     bool may = std::ranges::all_of(run.answer.outputs,
                                    [&](const std::string& path) { return mayWrite(run, outputOf(run.command, path)); });
     if (!may)
@@ -167,7 +138,7 @@ bool enterDialog(Run& run)
     Filling filling = fillingOf(run);
     bool accepted = tellFilling(fillDialog(filling), filling, run);
     if (accepted && !filling.destination.empty())
-        run.answer.outputs = {filling.destination};
+        run.answer.outputs = filesOf(filling);
     return accepted;
 }
 
@@ -358,16 +329,6 @@ std::string checkDestinations(const WriteRules& rules, const Command& command, c
     return fault;
 }
 
-// A graph that is asked for is drawn, whatever the preference says.
-void wantGraph(Session& session, const Request& request)
-{
-    if (request.graph.empty())
-        return;
-    session.working.expressGraph = 1;
-    session.working.bandGraphPowerVelocity = 1;
-    session.working.bandGraphCornering = 1;
-}
-
 } // namespace
 
 int refuse(Streams& streams, const std::string& text)
@@ -411,7 +372,8 @@ int runCommand(Session& session, const Command& command, const Request& request,
         fault = checkDestinations(rules, command, runs);
     if (!fault.empty())
         return refuse(streams, fault);
-    wantGraph(session, request);
+    if (!request.graph.empty())
+        wantGraph(session.working);
     int code = request.into.empty() ? runSingle(session, command, request, runs[0], rules, answer, streams)
                                     : runBatch(session, command, request, runs, rules, answer, streams);
     // What a tool ticked waits for the next commit of the recorded rides, and there will be none.

@@ -304,4 +304,16 @@ std::string consoleName(const Command& command)
     return name;
 }
 
+bool worksOnLoadedRide(const Command& command)
+{
+    return command.ride >= RideUse::loaded;
+}
+
+bool succeeded(const Command& command, ResultStatus status)
+{
+    if (command.answers == Answers::bits)
+        return !isFatal(status);
+    return status == fitOk || (status >= fitLoaded && status <= fitPrepared);
+}
+
 } // namespace torvane

@@ -101,6 +101,9 @@ const Command* findCommand(int id);                       // null: no such comma
 const Command* findCommand(std::string_view consoleName); // number, label with hyphens, or alias; null: no such command
 std::string consoleName(const Command& command);          // label in lower case with hyphens
 const Command* findCommand(Sheet sheet);                  // that opens it
+bool worksOnLoadedRide(const Command& command);
+// Whether a command that ended with this status did what it is for, warnings included.
+bool succeeded(const Command& command, ResultStatus status);
 
 // The menu bar, in order. A menu or submenu holds what follows it up to its end.
 enum class MenuKind : uint8_t { menu, submenu, end, command, separator };

@@ -160,6 +160,16 @@ void makeChoices(FormState& state, const std::vector<Assignment>& assignments, s
 
 } // namespace
 
+void keepRefused(EntryFaults& faults, const FormState& state)
+{
+    faults.refused = state.refused;
+    if (!faults.refused || !isEdit(*faults.refused))
+        return;
+    const Row& row = *faults.refused;
+    const double value = shownValue(state, row);
+    faults.beyondLimits = (row.leastBinds && !(value >= row.least)) || (row.mostBinds && !(value <= row.most));
+}
+
 std::vector<Assignment> setEntries(FormState& state, const std::vector<Assignment>& assignments, EntryFaults& faults)
 {
     std::vector<bool> placed(assignments.size());

@@ -30,8 +30,11 @@ struct Refusal {
 struct EntryFaults {
     std::vector<Refusal> refusals;  // the form must not be confirmed
     std::vector<std::string> notes; // accepted, but without effect
-    const Row* beyond = nullptr;    // what the form refused when it was confirmed, where that was one entry
+    // What a form refused when it was confirmed, where that was one entry; and whether by the entry's limits.
+    const Row* refused = nullptr;
+    bool beyondLimits = false;
 };
+void keepRefused(EntryFaults& faults, const FormState& state);
 
 // Sets the named rows of an open form: choices first, in the order of the rows, then what is typed. Names that the
 // form does not have are left alone. Returns the assignments whose row another choice hides.

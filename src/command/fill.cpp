@@ -3,6 +3,7 @@
 #include "command/nearest.h"
 #include "command/settings_command.h"
 #include "command/settings_entries.h"
+#include "fit/fit_tools.h"
 #include "forms/dialogs.h"
 
 #include <algorithm>
@@ -72,7 +73,7 @@ bool confirm(FormState& state, Filling& filling)
         return false;
     }
     Verdict verdict = confirmDialog(filling.session, state);
-    filling.faults.beyond = state.refused;
+    keepRefused(filling.faults, state);
     keepBoxes(filling, verdict);
     return verdict.passed;
 }
@@ -105,6 +106,16 @@ bool fillChild(FormState& state, Filling& filling)
 const Form* settingsForm(const Command& command)
 {
     return command.takesSettings ? &analyseForm : nullptr;
+}
+
+std::vector<std::string> filesOf(const Filling& filling)
+{
+    if (!filling.command.files.inParts)
+        return {filling.destination};
+    std::vector<std::string> parts;
+    for (int part = 0; part < dividedPartCount(filling.session.inputs.files[0]); ++part)
+        parts.push_back(dividedFileName(filling.destination, part));
+    return parts;
 }
 
 Refusal checkNames(const Command& command, const std::vector<Assignment>& entries)

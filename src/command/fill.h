@@ -32,6 +32,9 @@ struct Filling {
 // Creating a file and doing all at one stroke analyse first: the form of those settings, null for any other command.
 const Form* settingsForm(const Command& command);
 
+// The files that the command will write, by the destination that its dialog has left: a division writes parts.
+std::vector<std::string> filesOf(const Filling& filling);
+
 // What is wrong with the names of a command's entries; no text when its dialogs have them all.
 Refusal checkNames(const Command& command, const std::vector<Assignment>& entries);
 

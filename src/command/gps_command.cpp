@@ -45,7 +45,10 @@ StatusCode loadImage(Ride& ride, bool prepared)
 {
     if (prepared)
         return loadPrepared(ride.loaded.image, ride.loaded.path, ride.session.preparation.options, ride.findings);
-    return loadFitImage(ride.loaded.image, ride.loaded.path);
+    if (!ride.loaded.inMemory)
+        return loadFitImage(ride.loaded.image, ride.loaded.path);
+    ride.loaded.image = *ride.loaded.inMemory;
+    return fitOk;
 }
 
 StatusCode readRide(Ride& ride, bool prepared = false)
@@ -61,6 +64,12 @@ StatusCode analyse(Ride& ride)
 {
     StatusCode code = analyseRide(ride.session.model, ride.session.working, ride.loaded, ride.analysis);
     return code != fitOk ? fail(ride, ride.loaded.path, code) : code;
+}
+
+StatusCode readAndAnalyse(Ride& ride)
+{
+    const StatusCode code = readRide(ride);
+    return code != fitOk ? code : analyse(ride);
 }
 
 ReportedRide reported(const Ride& ride, FitReportMode mode)
@@ -96,11 +105,17 @@ StatusCode rewriteRide(FitImage& destination, const Ride& ride)
     return fitOk;
 }
 
+StatusCode createImage(const Ride& ride, FitImage& destination)
+{
+    const StatusCode code = rewriteRide(destination, ride);
+    return code != fitOk ? fail(ride, ride.loaded.path, code) : code;
+}
+
 StatusCode createFile(const Ride& ride, const std::string& path)
 {
     FitImage destination = {};
-    if (StatusCode code = rewriteRide(destination, ride))
-        return fail(ride, ride.loaded.path, code);
+    if (StatusCode code = createImage(ride, destination))
+        return code;
     if (!saveFitFile(destination, path))
         return fail(ride, path, fitSaveFailed);
     reportStatus(ride.session.screens, path, fitPredictionSaved);
@@ -152,9 +167,7 @@ StatusCode expressSourceData(Session& session)
 StatusCode analyseAndPredict(Session& session)
 {
     Ride ride = rideOf(session);
-    if (StatusCode code = readRide(ride))
-        return code;
-    if (StatusCode code = analyse(ride))
+    if (StatusCode code = readAndAnalyse(ride))
         return code;
     reportRideSummary(ride, reportAnalysed);
     reportRideFields(ride, reportAnalysed);
@@ -164,11 +177,17 @@ StatusCode analyseAndPredict(Session& session)
 StatusCode createAnalysedFile(Session& session)
 {
     Ride ride = rideOf(session);
-    if (StatusCode code = readRide(ride))
-        return code;
-    if (StatusCode code = analyse(ride))
+    if (StatusCode code = readAndAnalyse(ride))
         return code;
     return createFile(ride, session.inputs.files[toolDestination].path);
+}
+
+StatusCode createAnalysedImage(Session& session, FitImage& destination)
+{
+    Ride ride = rideOf(session);
+    if (StatusCode code = readAndAnalyse(ride))
+        return code;
+    return createImage(ride, destination);
 }
 
 StatusCode atOneStroke(Session& session)

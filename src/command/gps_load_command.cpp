@@ -4,6 +4,8 @@
 #include "gps/gps_load.h"
 #include "report/fit_report.h"
 
+#include <utility>
+
 namespace torvane {
 
 namespace {
@@ -17,25 +19,36 @@ StatusCode gather(const Session& session, LoadedRide& ride)
     return code;
 }
 
+// The session's ride comes last: until then a fault leaves the earlier one as it was.
+StatusCode load(Session& session, LoadedRide&& ride)
+{
+    session.screens.setStatus("");
+    const StatusCode code = gather(session, ride);
+    if (code != fitOk)
+        return reportStatus(session.screens, ride.path, code);
+    session.take(std::move(ride));
+    const LoadedRide& loaded = session.ride;
+    reportSummary(session.screens,
+                  {loaded.path, reportLoaded, loaded.inventory, loaded.summary, loaded.presence, session.working});
+    reportStatus(session.screens, loaded.path, fitLoaded);
+    return fitOk;
+}
+
 } // namespace
 
 StatusCode loadGpsFile(Session& session)
 {
-    const std::string& path = session.chosenRide;
-    LoadedRide ride = {{}, path};
-    StatusCode code = loadFitImage(ride.image, path);
-    if (code != fitOk)
-        return reportStatus(session.screens, path, code);
-    session.screens.setStatus("");
-    code = gather(session, ride);
-    if (code != fitOk)
-        return reportStatus(session.screens, path, code);
-    session.take(std::move(ride));
-    const LoadedRide& loaded = session.ride;
-    reportSummary(session.screens,
-                  {path, reportLoaded, loaded.inventory, loaded.summary, loaded.presence, session.working});
-    reportStatus(session.screens, path, fitLoaded);
-    return fitOk;
+    LoadedRide ride = {{}, session.chosenRide};
+    if (StatusCode code = loadFitImage(ride.image, ride.path))
+        return reportStatus(session.screens, ride.path, code);
+    return load(session, std::move(ride));
+}
+
+StatusCode loadRideInMemory(Session& session, FitImage&& image, const std::string& name)
+{
+    LoadedRide ride = {image, name};
+    ride.inMemory = std::make_shared<const FitImage>(std::move(image));
+    return load(session, std::move(ride));
 }
 
 } // namespace torvane

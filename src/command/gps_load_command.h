@@ -10,4 +10,7 @@ namespace torvane {
 // The track itself is not kept.
 StatusCode loadGpsFile(Session& session);
 
+// The same with a ride in memory, which stays there; reports give it the name.
+StatusCode loadRideInMemory(Session& session, FitImage&& image, const std::string& name);
+
 } // namespace torvane

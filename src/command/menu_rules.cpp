@@ -29,6 +29,15 @@ void greyActivityCommands(EnableCommand enableCommand)
         enableUses(use, false, enableCommand);
 }
 
+std::optional<Box> whyGreyed(const Command& command, AnalysisReadiness readiness)
+{
+    if (readiness & analysisImpossible)
+        return Box{"error", "can not analyse and predict due to a source file"};
+    if (command.ride != RideUse::loaded && readiness != readyForAnalysis)
+        return Box{"warning", "no need to analyse and predict cause power and cadence are already existing"};
+    return std::nullopt;
+}
+
 void adjustMenu(MenuAfter rule, ResultStatus status, AnalysisReadiness readiness, EnableCommand enableCommand)
 {
     bool succeeded = status == statusDone;

@@ -50,6 +50,13 @@ void leave(Session& session, RideRun& ride)
 
 } // namespace
 
+void wantGraph(ParameterBlock& working)
+{
+    working.expressGraph = 1;
+    working.bandGraphPowerVelocity = 1;
+    working.bandGraphCornering = 1;
+}
+
 ResultStatus dispatchRide(Session& session)
 {
     const int mode = session.working.rideMode;

@@ -34,8 +34,8 @@ struct Session {
     Preparation preparation = {};  // of the same
     Model model = modelOf(working);
     Drive lastDrive = {}; // of the last ride simulation
-    // The ride that express, analyse and create work on. Each reads its file anew. A load that fails, and a stroke that
-    // does, leave it as it was.
+    // The ride that express, analyse and create work on. Each reads its file anew, unless the ride is in
+    // memory. A load that fails, and a stroke that does, leave it as it was.
     LoadedRide ride = {};
     std::atomic<AnalysisReadiness> readiness = readyForAnalysis; // of the ride: the menu asks while a load may run
 

@@ -33,7 +33,7 @@ bool confirm(FormState& state, Applying& applying)
     if (!applying.faults.refusals.empty())
         return false;
     Verdict verdict = confirmPage(applying.session, state);
-    applying.faults.beyond = state.refused;
+    keepRefused(applying.faults, state);
     applying.boxes.insert(applying.boxes.end(), verdict.boxes.begin(), verdict.boxes.end());
     return verdict.passed;
 }

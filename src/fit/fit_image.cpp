@@ -49,6 +49,19 @@ StatusCode splitFile(FitImage& image, std::vector<uint8_t>&& bytes)
     return fitCrc(image) == image.fileCrc ? fitOk : fitWrongCrc;
 }
 
+std::span<const uint8_t> headerOf(const FitImage& image)
+{
+    const std::span<const uint8_t> header = image.headerBytes;
+    return header.first(std::min<size_t>(header[0], header.size()));
+}
+
+std::array<uint8_t, crcSize> crcBytes(const FitImage& image)
+{
+    std::array<uint8_t, crcSize> crc;
+    writeUint16Field(crc, image.fileCrc, false);
+    return crc;
+}
+
 } // namespace
 
 int checkFileExtension(std::string_view path)
@@ -103,6 +116,15 @@ StatusCode loadFitImage(FitImage& image, const std::string& path)
     return code != fitOk ? code : readFitFile(image, path);
 }
 
+StatusCode takeFitImage(FitImage& image, std::vector<uint8_t>&& bytes)
+{
+    image = {};
+    std::copy_n(bytes.begin(), std::min<size_t>(bytes.size(), modernHeaderSize), image.headerBytes.begin());
+    if (StatusCode code = checkFitSignature(image))
+        return code;
+    return image.dataSize < 0 ? fitWrongCrc : splitFile(image, std::move(bytes));
+}
+
 StatusCode buildFitHeader(FitImage& destination, const FitImage& source, int32_t form)
 {
     std::array<uint8_t, modernHeaderSize>& header = destination.headerBytes;
@@ -122,13 +144,21 @@ uint16_t fitCrc(const FitImage& image)
     return fitCrc(image.headerBytes, image.data);
 }
 
+std::vector<uint8_t> fitFileBytes(const FitImage& image)
+{
+    const std::span<const uint8_t> header = headerOf(image);
+    const std::array<uint8_t, crcSize> crc = crcBytes(image);
+    std::vector<uint8_t> bytes;
+    bytes.reserve(header.size() + image.data.size() + crc.size());
+    for (const std::span<const uint8_t> piece :
+         {header, std::span<const uint8_t>(image.data), std::span<const uint8_t>(crc)})
+        bytes.insert(bytes.end(), piece.begin(), piece.end());
+    return bytes;
+}
+
 int writeFitFile(const FitImage& image, const std::string& path)
 {
-    std::span<const uint8_t> header = image.headerBytes;
-    std::array<uint8_t, crcSize> crc;
-    writeUint16Field(crc, image.fileCrc, false);
-    size_t headerSize = std::min<size_t>(header[0], header.size());
-    return replaceFile(path, {header.first(headerSize), image.data, crc}) == FileResult::ok ? 0 : 1;
+    return replaceFile(path, {headerOf(image), image.data, crcBytes(image)}) == FileResult::ok ? 0 : 1;
 }
 
 } // namespace torvane

@@ -49,6 +49,9 @@ StatusCode readFitFile(FitImage& image, const std::string& path);
 // readFitHeader, then readFitFile.
 StatusCode loadFitImage(FitImage& image, const std::string& path);
 
+// The same of a file's bytes, which become the image's data. Nothing is asked of a name.
+StatusCode takeFitImage(FitImage& image, std::vector<uint8_t>&& bytes);
+
 // Header of a rewritten file: the source's, with the form asked for, the destination's dataSize (to be set before) and
 // its own CRC. Returns 0.
 StatusCode buildFitHeader(FitImage& destination, const FitImage& source, int32_t form);
@@ -63,6 +66,9 @@ constexpr int32_t headerForm(int32_t convertEnabled, int32_t fitFormat)
 
 // CRC of header and data, as fileCrc is to hold it.
 uint16_t fitCrc(const FitImage& image);
+
+// The bytes of the file, header and CRC included.
+std::vector<uint8_t> fitFileBytes(const FitImage& image);
 
 // Creates or replaces the file, as a whole or not at all. 0, or 1 when that failed.
 int writeFitFile(const FitImage& image, const std::string& path);

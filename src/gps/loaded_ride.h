@@ -5,6 +5,7 @@
 #include "fit/fit_passes.h"
 
 #include <cstdint>
+#include <memory>
 #include <string>
 
 namespace torvane {
@@ -58,6 +59,9 @@ struct LoadedRide {
     FitSummary summary = {};
     FieldPresence presence = {};
     AnalysisReadiness readiness = readyForAnalysis;
+    // Of a ride without a file of its own, whose path is a name alone: what its commands take instead. Shared, since
+    // whoever asks about a ride has a copy of it.
+    std::shared_ptr<const FitImage> inMemory = {};
 };
 
 } // namespace torvane

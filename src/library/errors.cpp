@@ -1,0 +1,95 @@
+#include "library/errors.h"
+
+#include "core/command_ids.h"
+#include "fit/fit_codes.h"
+
+#include <algorithm>
+
+namespace torvane::library {
+
+namespace {
+
+struct KindOfCode {
+    StatusCode code;
+    ErrorKind kind;
+};
+
+// All others, those of a ride without coherence among them, are of a whole ride that does not suit.
+constexpr KindOfCode kindsOfCodes[] = {
+    {fitNotSupported, ErrorKind::badFile},      {fitCannotOpen, ErrorKind::cannotRead},
+    {fitInvalid, ErrorKind::badFile},           {fitWrongCrc, ErrorKind::badFile},
+    {fitTooLarge, ErrorKind::badFile},          {fitNotLoaded, ErrorKind::incomplete},
+    {fitSaveFailed, ErrorKind::cannotWrite},    {fitCombineFailed, ErrorKind::cannotWrite},
+    {fitConvertFailed, ErrorKind::cannotWrite}, {fitAddFailed, ErrorKind::cannotWrite},
+    {fitDivideFailed, ErrorKind::cannotWrite},
+};
+
+ErrorKind kindOf(const Command& command, ResultStatus status)
+{
+    if (command.answers == Answers::bits)
+        return ErrorKind::noAnswer;
+    const KindOfCode* found = std::ranges::find(kindsOfCodes, status, &KindOfCode::code);
+    return found == std::end(kindsOfCodes) ? ErrorKind::unsuitable : found->kind;
+}
+
+ErrorKind kindOf(RefusalKind kind)
+{
+    if (kind == RefusalKind::badValue)
+        return ErrorKind::badValue;
+    return kind == RefusalKind::missing ? ErrorKind::incomplete : ErrorKind::unknownEntry;
+}
+
+// Without the blanks and empty lines around it.
+std::string trimmed(const std::string& text)
+{
+    constexpr const char* blanks = " \t\n";
+    const size_t first = text.find_first_not_of(blanks);
+    return first == text.npos ? std::string() : text.substr(first, text.find_last_not_of(blanks) + 1 - first);
+}
+
+std::string joined(const std::vector<Box>& boxes)
+{
+    std::string text;
+    for (const Box& box : boxes)
+        text += (text.empty() ? "" : "\n") + box.text;
+    return text;
+}
+
+} // namespace
+
+Limits limitsOf(const Row& row)
+{
+    Limits limits = {.unit = row.unit};
+    if (row.leastBinds)
+        limits.least = row.least;
+    if (row.mostBinds)
+        limits.most = row.most;
+    return limits;
+}
+
+Error errorOf(const Refusal& refusal)
+{
+    return {.kind = kindOf(refusal.kind), .text = refusal.text, .entry = refusal.entry};
+}
+
+Error errorOf(const EntryFaults& faults, const std::vector<Box>& boxes)
+{
+    if (!faults.refusals.empty())
+        return errorOf(faults.refusals.front());
+    Error error = {.kind = ErrorKind::refused, .text = joined(boxes)};
+    if (faults.refused && faults.refused->name)
+        error.entry = faults.refused->name;
+    if (faults.beyondLimits) {
+        error.kind = ErrorKind::beyondLimits;
+        error.limits = limitsOf(*faults.refused);
+    }
+    return error;
+}
+
+Error errorOf(const Command& command, ResultStatus status, const Answer& answer)
+{
+    const std::string report = trimmed(answer.lower);
+    return {.kind = kindOf(command, status), .text = report.empty() ? answer.statusLine : report, .status = status};
+}
+
+} // namespace torvane::library

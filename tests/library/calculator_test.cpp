@@ -1,0 +1,171 @@
+#include "torvane/calculator.h"
+
+#include "cli/console_fixture.h"
+#include "core/parameter_file.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace torvane::library {
+
+namespace {
+
+const Question question = {.command = "power-and-velocity", .entries = {{"rideTarget", "power"}, {"rideVelocity", 33}}};
+
+Calculator makeCalculator()
+{
+    return *Calculator::make();
+}
+
+std::string textOf(const Result<Answer>& result)
+{
+    return result ? result->upper + result->lower : "error: " + result.error().text;
+}
+
+class LibraryTest : public ConsoleTest {
+protected:
+    Calculator calculator = makeCalculator();
+    const torvane::Bytes ride = plainRide();
+};
+
+struct Fault {
+    const char* what;
+    ErrorKind kind;
+    const char* entry;
+    std::function<Result<Answer>(Calculator&)> call;
+};
+
+} // namespace
+
+// And none leaves a trace.
+TEST_F(LibraryTest, TellsWhatIsWrongInAValue)
+{
+    torvane::Bytes cut = ride, broken = ride;
+    cut.resize(cut.size() / 2);
+    broken[broken.size() / 2] ^= 1;
+    const std::string profile = in + "profile.pro", garbage = put("garbage.pro", ride), missing = in + "no.pro";
+    ASSERT_TRUE(calculator.saveProfile(profile));
+    torvane::Bytes beyond = bytesOf(profile);
+    std::fill_n(beyond.begin() + profileHeaderSize + offsetof(ModelState, crankLength), sizeof(double), uint8_t{0});
+    const std::string beyondPath = put("beyond.pro", beyond);
+    ASSERT_TRUE(calculator.set({{"humanWeight", 71.25}}));
+    const Fault faults[] = {
+        {"command", ErrorKind::unknownCommand, "", [](Calculator& c) { return c.ask({.command = "about"}); }},
+        {"setting", ErrorKind::unknownEntry, "humanWeigt",
+         [](Calculator& c) {
+             return c.set({{"humanWeigt", 70}});
+         }},
+        {"entry of a page", ErrorKind::unknownEntry, "humanWeight",
+         [](Calculator& c) {
+             return c.ask({.command = "801", .entries = {{"humanWeight", 70}}});
+         }},
+        {"number", ErrorKind::badValue, "humanWeight",
+         [](Calculator& c) {
+             return c.set({{"humanWeight", "heavy"}});
+         }},
+        {"choice", ErrorKind::badValue, "rideTarget",
+         [](Calculator& c) {
+             return c.ask({.command = "801", .entries = {{"rideTarget", "glory"}}});
+         }},
+        {"limit", ErrorKind::beyondLimits, "rideVelocity",
+         [](Calculator& c) {
+             return c.ask({.command = "801", .entries = {{"rideVelocity", 201}}});
+         }},
+        {"second of two", ErrorKind::beyondLimits, "windSpeed",
+         [](Calculator& c) {
+             return c.set({{"humanHeight", 170}, {"windSpeed", 1000}});
+         }},
+        {"check", ErrorKind::refused, "theoryPower",
+         [](Calculator& c) {
+             return c.ask({.command = "cadence-theory", .entries = {{"theoryPower", 3000}}});
+         }},
+        {"no answer", ErrorKind::noAnswer, "",
+         [](Calculator& c) {
+             return c.ask({.command = "acceleration", .entries = {{"ridePower", 1}}});
+         }},
+        {"no profile", ErrorKind::cannotRead, "", [&](Calculator& c) { return c.loadProfile(missing); }},
+        {"garbage", ErrorKind::badFile, "", [&](Calculator& c) { return c.loadProfile(garbage); }},
+        {"figure of a profile", ErrorKind::beyondLimits, "", [&](Calculator& c) { return c.loadProfile(beyondPath); }},
+        {"folder", ErrorKind::cannotWrite, "", [&](Calculator& c) { return c.saveProfile(in); }},
+        {"no ride", ErrorKind::incomplete, "", [](Calculator& c) { return c.analyseRide(); }},
+        {"nothing to prepare", ErrorKind::incomplete, "", [](Calculator& c) { return c.prepareRide(); }},
+        {"ride's file", ErrorKind::cannotRead, "", [&](Calculator& c) { return c.loadRide(in + "no.fit"); }},
+        {"no bytes", ErrorKind::badFile, "", [&](Calculator& c) { return c.loadRide({}, "a.fit"); }},
+        {"half a ride", ErrorKind::badFile, "", [&](Calculator& c) { return c.loadRide(cut, "a.fit"); }},
+        {"broken ride", ErrorKind::badFile, "", [&](Calculator& c) { return c.loadRide(broken, "a.fit"); }},
+    };
+    const std::string before = textOf(calculator.ask(question));
+    for (const Fault& fault : faults) {
+        SCOPED_TRACE(fault.what);
+        const Result<Answer> result = fault.call(calculator);
+        ASSERT_FALSE(result);
+        EXPECT_EQ(static_cast<int>(result.error().kind), static_cast<int>(fault.kind)) << result.error().text;
+        EXPECT_EQ(result.error().entry, fault.entry);
+        EXPECT_NE(result.error().text, "");
+        EXPECT_EQ(result.error().limits.has_value(), fault.entry[0] != '\0' && fault.kind == ErrorKind::beyondLimits);
+        EXPECT_EQ(textOf(calculator.ask(question)), before);
+    }
+    EXPECT_EQ(calculator.ask({.command = "801", .entries = {{"rideVelocity", 201}}}).error().limits->most, 200);
+}
+
+TEST_F(LibraryTest, AnswersAsTheConsoleDoes)
+{
+    const std::string path = put("ride.fit", ride), analysed = in + "analysed.fit";
+    ASSERT_TRUE(calculator.set({{"humanWeight", 71.25}, {"windSpeed", 2}}));
+    const std::vector<std::string> front = {"--set", "humanWeight=71.25", "--set", "windSpeed=2"};
+    EXPECT_EQ(textOf(calculator.ask({.command = "acceleration"})), call(front, {"acceleration"}).out);
+    EXPECT_EQ(textOf(calculator.ask(question)), call(front, {"801", "rideTarget=power", "rideVelocity=33"}).out);
+    ASSERT_TRUE(calculator.loadRide(path));
+    std::filesystem::remove(path);
+    const Result<Answer> answer = calculator.analyseRide({{"flatCourse", 1}});
+    const Result<Bytes> file = calculator.analysedFile({{"flatCourse", 1}});
+    put("ride.fit", ride);
+    EXPECT_EQ(textOf(answer), call(front, {"analyse", "flatCourse=1", path}).out);
+    ASSERT_EQ(call(front, {"create", "flatCourse=1", path, analysed}).code, 0);
+    ASSERT_TRUE(file);
+    EXPECT_EQ(*file, bytesOf(analysed));
+    EXPECT_EQ(*calculator.rideFile(), ride);
+    ASSERT_EQ(call({"prepare", path, analysed}).code, 0);
+    ASSERT_TRUE(calculator.prepareRide());
+    EXPECT_EQ(*calculator.rideFile(), bytesOf(analysed));
+    EXPECT_EQ(calculator.prepareRide({.gapLimit = 0}).error().entry, "gapLimit");
+    EXPECT_EQ(*calculator.rideFile(), bytesOf(analysed));
+}
+
+TEST_F(LibraryTest, OneCalculatorKnowsNothingOfAnother)
+{
+    const std::string before = textOf(calculator.ask(question));
+    Calculator other = makeCalculator();
+    ASSERT_TRUE(other.set({{"humanWeight", 120}, {"expressGraph", "off"}}));
+    ASSERT_TRUE(other.loadRide(ride, "ride.fit"));
+    EXPECT_NE(textOf(other.ask(question)), before);
+    EXPECT_EQ(textOf(calculator.ask(question)), before);
+    EXPECT_FALSE(calculator.rideFile());
+    Calculator moved = std::move(other);
+    EXPECT_EQ(other.ask(question).error().kind, ErrorKind::incomplete); // NOLINT(bugprone-use-after-move): its promise
+    EXPECT_TRUE(moved.analyseRide());
+}
+
+TEST_F(LibraryTest, DescribesEveryEntryThatItTakes)
+{
+    const std::string before = textOf(calculator.ask(question));
+    for (const EntryInfo& info : *calculator.settings()) {
+        EXPECT_NE(info.kind == EntryKind::choice, info.choices.empty()) << info.name;
+        EXPECT_TRUE(info.name == "predictWheel" || calculator.set({{info.name, info.value}})) << info.name;
+    }
+    EXPECT_EQ(textOf(calculator.ask(question)), before);
+    const std::vector<EntryInfo> entries = *calculator.entriesOf("power-and-velocity");
+    const auto velocity = std::ranges::find(entries, "rideVelocity", &EntryInfo::name);
+    ASSERT_NE(velocity, entries.end());
+    EXPECT_EQ(velocity->unit, "kph");
+    EXPECT_EQ(velocity->most, 200);
+    Question drawn = question;
+    drawn.graph = true;
+    const Result<Answer> answer = calculator.ask(drawn);
+    ASSERT_TRUE(answer && answer->graph);
+    EXPECT_EQ(answer->graph->series.front().values.size(), answer->graph->series.back().values.size());
+    EXPECT_GT(answer->graph->series.front().values.size(), 10u);
+}
+
+} // namespace torvane::library
