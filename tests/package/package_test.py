@@ -1,5 +1,5 @@
 """Makes the packages, and uses them as whoever gets them would: the ZIP unpacked into a path with blanks and run under
-Wine, the Debian package installed into a clean root."""
+Wine, the Debian packages installed into a clean root."""
 
 import os
 import pathlib
@@ -24,8 +24,8 @@ def run(*words, **options):
                           **options).stdout
 
 
-def the_package(kind):
-    found = list(PACKAGES.glob("*." + kind))
+def the_package(pattern):
+    found = list(PACKAGES.glob(pattern))
     assert len(found) == 1, found
     return found[0]
 
@@ -35,7 +35,7 @@ class ZipTest(unittest.TestCase):
     def setUpClass(cls):
         place = BUILD / "package test" / "a folder with blanks"
         shutil.rmtree(place, ignore_errors=True)
-        with zipfile.ZipFile(the_package("zip")) as archive:
+        with zipfile.ZipFile(the_package("*.zip")) as archive:
             archive.extractall(place)
         (cls.folder,) = place.iterdir()
         make_prefix()
@@ -82,7 +82,8 @@ class DebTest(unittest.TestCase):
         dpkg = ["dpkg", "--force-not-root", "--force-script-chrootless", "--log=/dev/null"]
         if os.geteuid() != 0:
             dpkg.insert(0, "fakeroot")
-        run(*dpkg, f"--root={cls.root}", "--install", the_package("deb"))
+        run(*dpkg, f"--root={cls.root}", "--install", the_package("torvane-cli_*.deb"),
+            the_package("libtorvane-dev_*.deb"))
 
     def installed(self, path):
         return self.root / "usr" / path
@@ -91,6 +92,15 @@ class DebTest(unittest.TestCase):
         profile = self.installed("share/torvane/samples/profiles/road.pro")
         printed = run(self.installed("bin/torvane-cli"), "--profile", profile, *QUESTION)
         self.assertIn("369.157 W", printed)
+
+    def test_library_builds_a_program(self):
+        env = {**os.environ, "PKG_CONFIG_PATH": str(self.installed("lib/pkgconfig"))}
+        flags = run("pkg-config", "--cflags", "--libs", "torvane", env=env).split()
+        source = self.installed("share/doc/libtorvane-dev/examples/climb.cpp")
+        run("c++", "-std=c++20", source, "-o", self.root / "climb", *flags)
+        printed = run(self.root / "climb", "250", "9", self.installed("share/torvane/samples/profiles/road.pro"))
+        self.assertIn("36 teeth: velocity", printed)
+        self.assertTrue(self.installed("lib/cmake/Torvane/TorvaneConfig.cmake").exists())
 
     def test_manual_page_reads_without_complaint_and_names_the_version(self):
         source = run("zcat", self.installed("share/man/man1/torvane-cli.1.gz"))
