@@ -79,7 +79,7 @@ Error errorOf(const EntryFaults& faults, const std::vector<Box>& boxes)
     Error error = {.kind = ErrorKind::refused, .text = joined(boxes)};
     if (faults.refused && faults.refused->name)
         error.entry = faults.refused->name;
-    if (faults.beyondLimits) {
+    if (faults.refused && faults.beyondLimits) {
         error.kind = ErrorKind::beyondLimits;
         error.limits = limitsOf(*faults.refused);
     }
