@@ -137,6 +137,22 @@ void commandOnFile(benchmark::State& state, const FileCommand& command)
     std::filesystem::remove_all(folder);
 }
 
+// A folder of rides by one call, on so many threads: hold_limits.py holds what a second one gains.
+void batch(benchmark::State& state)
+{
+    constexpr int rides = 100;
+    const std::filesystem::path folder = benchmarkFolder() + "batch";
+    std::filesystem::create_directories(folder / "out");
+    Arguments arguments = {"--jobs", std::to_string(state.range(0)), "--into", folder / "out", "stroke"};
+    for (int i = 0; i < rides; ++i) {
+        arguments.push_back(folder / formatText("ride-%d.fit", i));
+        std::filesystem::copy_file(madeRide(10000), arguments.back());
+    }
+    console(state, arguments);
+    std::filesystem::remove_all(folder);
+}
+BENCHMARK(batch)->Name("console/batch")->Arg(1)->Arg(2)->ArgName("jobs")->UseRealTime()->Unit(benchmark::kMillisecond);
+
 int registerCommands()
 {
     for (const FileCommand& command : fileCommands)

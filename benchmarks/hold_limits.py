@@ -1,5 +1,5 @@
 """Holds the commands that work on files to their limits, by the figures of the benchmarks: what a file ten times as long
-costs, and how much memory a command takes. Prints every figure; fails when one is beyond its limit, or when a command
+costs, how much memory a command takes, and how much faster a batch is with two jobs. Prints every figure; fails when one is beyond its limit, or when a command
 was not measured that was asked for."""
 
 import json
@@ -11,18 +11,19 @@ FIT_TOOLS = ("combine", "convert", "add", "divide", "exclude", "timestamp", "dum
 MORE_THAN_FILES = 16.0  # MB that a tool may take beside its source and destination
 # MB of the commands that write a ride from rows of their own for its records.
 ROW_MEMORY = {"stroke": 80.0, "prepare": 80.0}
+LEAST_GAIN = 1.8  # of the second job of a batch, by the clock
 COMMANDS = ("load", "express", "analyse", "create", "compare", *FIT_TOOLS, *ROW_MEMORY)
 
 
 def measured(path):
-    """Median figures by command and number of records."""
+    """Median figures by command and number of records, of a batch by its jobs."""
     with open(path, encoding="utf-8") as file:
         rows = json.load(file)["benchmarks"]
     found = {}
     for row in rows:
         parts = row["name"].split("/")
-        if parts[0] == "console" and parts[2].startswith("records:") and row.get("aggregate_name") == "median":
-            found[parts[1], int(parts[2].removeprefix("records:"))] = row
+        if parts[0] == "console" and len(parts) > 2 and ":" in parts[2] and row.get("aggregate_name") == "median":
+            found[parts[1], int(parts[2].split(":")[1])] = row
     return found
 
 
@@ -30,10 +31,20 @@ def memory_limit(command, row):
     return row["files MB"] + MORE_THAN_FILES if command in FIT_TOOLS else ROW_MEMORY.get(command)
 
 
+def batch_faults(figures):
+    one, two = figures.get(("batch", 1)), figures.get(("batch", 2))
+    if one is None or two is None:
+        return ["batch: not measured"]
+    gain = one["real_time"] / two["real_time"]
+    print(f"batch      two jobs are {gain:5.2f} times as fast as one")
+    return [] if gain >= LEAST_GAIN else [f"batch: two jobs are {gain:.2f} times as fast, not {LEAST_GAIN}"]
+
+
 def main(path, complete):
     figures = measured(path)
-    wanted = COMMANDS if complete else sorted({command for command, _ in figures})
-    faults = []
+    measured_commands = {command for command, _ in figures}
+    wanted = COMMANDS if complete else sorted(measured_commands - {"batch"})
+    faults = batch_faults(figures) if complete or "batch" in measured_commands else []
     for command in wanted:
         small, large = figures.get((command, SMALL)), figures.get((command, LARGE))
         if small is None or large is None:

@@ -20,7 +20,7 @@ _torvane_cli_command()
     local i
     for ((i = 1; i < COMP_CWORD; i++)); do
         case ${COMP_WORDS[i]} in
-        --par | --profile | --set | --graph | --into) ((i++)) ;;
+        --par | --profile | --set | --graph | --into | --jobs) ((i++)) ;;
         -*) ;;
         *)
             echo "${COMP_WORDS[i]}"
@@ -46,11 +46,12 @@ _torvane_cli()
     case $before in
     --par | --profile | --graph) compopt -o default 2>/dev/null ;;
     --into) mapfile -t COMPREPLY < <(compgen -d -- "$word") ;;
+    --jobs) ;;
     --set) _torvane_cli_words "$(_torvane_cli_entries profile condition preference)" "$word" ;;
     help) _torvane_cli_words "$(_torvane_cli_commands) profile condition preference" "$word" ;;
     *)
         if [[ $word == -* ]]; then
-            _torvane_cli_words "--par --profile --set --save --graph --json --into --force --prepare --help --version" "$word"
+            _torvane_cli_words "--par --profile --set --save --graph --json --into --jobs --force --prepare --help --version" "$word"
         elif [[ -z $command ]]; then
             _torvane_cli_words "$(_torvane_cli_commands) help" "$word"
         else

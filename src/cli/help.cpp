@@ -210,7 +210,8 @@ bool isOfConsole(const Command& command)
 std::string usageText()
 {
     return "usage: torvane-cli [--par FILE] [--profile FILE.pro] [--save] [--set NAME=VALUE]... [--graph FILE.svg]\n"
-           "                   [--json] [--into FOLDER] [--force] [--prepare] COMMAND [NAME=VALUE]... [FILE]...\n"
+           "                   [--json] [--into FOLDER [--jobs N]] [--force] [--prepare] COMMAND [NAME=VALUE]...\n"
+           "                   [FILE]...\n"
            "       torvane-cli --help | --version | help COMMAND | help profile | condition | preference\n";
 }
 
@@ -226,6 +227,7 @@ std::string generalHelp()
         "  --graph FILE.svg    draw the graph of the command into a file\n"
         "  --json              print the answer as one JSON object\n"
         "  --into FOLDER       for several files: write one file for each into a folder\n"
+        "  --jobs N            with --into: so many files at a time; as many as the machine has cores unless given\n"
         "  --force             write over a file of another kind, or one that is there already; never over a source\n"
         "  --prepare           at-one-stroke: first put the ride as its device wrote it in order\n"
         "\n"

@@ -3,6 +3,7 @@
 #include "command/nearest.h"
 
 #include <cctype>
+#include <charconv>
 #include <string_view>
 
 namespace torvane {
@@ -12,16 +13,23 @@ namespace {
 struct Option {
     std::string_view name;
     bool Request::*flag;        // null where a value follows
-    std::string Request::*text; // null for a flag, and for --set
+    std::string Request::*text; // null for a flag, for --set and --jobs
 };
 
 constexpr Option options[] = {
-    {"--help", &Request::help, nullptr},       {"-h", &Request::help, nullptr},
-    {"--version", &Request::version, nullptr}, {"--save", &Request::save, nullptr},
-    {"--json", &Request::json, nullptr},       {"--par", nullptr, &Request::par},
-    {"--profile", nullptr, &Request::profile}, {"--graph", nullptr, &Request::graph},
-    {"--into", nullptr, &Request::into},       {"--set", nullptr, nullptr},
-    {"--prepare", &Request::prepare, nullptr}, {"--force", &Request::force, nullptr},
+    {"--help", &Request::help, nullptr},
+    {"-h", &Request::help, nullptr},
+    {"--version", &Request::version, nullptr},
+    {"--save", &Request::save, nullptr},
+    {"--json", &Request::json, nullptr},
+    {"--par", nullptr, &Request::par},
+    {"--profile", nullptr, &Request::profile},
+    {"--graph", nullptr, &Request::graph},
+    {"--into", nullptr, &Request::into},
+    {"--set", nullptr, nullptr},
+    {"--jobs", nullptr, nullptr},
+    {"--prepare", &Request::prepare, nullptr},
+    {"--force", &Request::force, nullptr},
 };
 
 const Option* findOption(std::string_view name)
@@ -40,12 +48,24 @@ std::string unknownOption(const std::string& name)
     return "unknown option " + name + suggestion(name, names);
 }
 
+std::string takeJobs(const std::string& value, Request& request)
+{
+    constexpr int mostJobs = 256;
+    const char* end = value.data() + value.size();
+    auto [read, fault] = std::from_chars(value.data(), end, request.jobs);
+    if (fault == std::errc() && read == end && request.jobs >= 1 && request.jobs <= mostJobs)
+        return {};
+    return "--jobs needs a number from 1 to " + std::to_string(mostJobs) + ", not '" + value + "'";
+}
+
 std::string takeValue(const Option& option, const std::string& value, Request& request)
 {
     if (option.text) {
         request.*option.text = value;
         return value.empty() ? std::string(option.name) + " needs a path" : std::string();
     }
+    if (option.name == "--jobs")
+        return takeJobs(value, request);
     Assignment assignment;
     if (!readAssignment(value, assignment))
         return "--set needs NAME=VALUE, not '" + value + "'";

@@ -19,6 +19,7 @@ struct Request {
     std::string profile;              // --profile FILE
     std::string graph;                // --graph FILE
     std::string into;                 // --into FOLDER
+    int jobs = 0;                     // --jobs N; 0: as many as there are cores
     std::vector<Assignment> settings; // --set NAME=VALUE
     std::string command;              // empty: none
     std::vector<Assignment> entries;  // NAME=VALUE behind the command

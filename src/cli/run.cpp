@@ -1,8 +1,8 @@
 #include "cli/run.h"
 
+#include "cli/batch.h"
 #include "cli/command_files.h"
 #include "cli/ending_signals.h"
-#include "cli/json.h"
 #include "cli/piped_sources.h"
 #include "command/fill.h"
 #include "command/gps_load_command.h"
@@ -253,41 +253,6 @@ int runOnce(Run& run)
     return code;
 }
 
-// The reports of a batch follow one another, so each ends its line.
-Answer endedLine(Answer answer)
-{
-    if (!answer.lower.empty() && answer.lower.back() != '\n')
-        answer.lower += '\n';
-    return answer;
-}
-
-// Each ride of a batch starts from the same settings; one that fails is named, and the rest go on.
-int runBatch(Session& session, const Command& command, const Request& request, const std::vector<RunFiles>& runs,
-             WriteRules& rules, Answer& answer, Streams& streams)
-{
-    ParameterBlock settings = session.working;
-    JsonList list('[');
-    int code = exitDone;
-    for (const RunFiles& files : runs) {
-        if (code > signalExit)
-            break;
-        session.working = settings;
-        Run run = {session, command, request, streams, rules, files};
-        int own = runHeld([&] { return runOnce(run); });
-        if (own != exitDone) {
-            code = std::max<int>(own > signalExit ? own : exitFailed, code);
-            streams.err << "failed: " << shownText(files.sources[0]) << '\n';
-        }
-        if (request.json)
-            list.element(jsonAnswer(run.answer));
-        else
-            printAnswer(endedLine(run.answer), streams);
-    }
-    if (request.json)
-        answer.runs = list.close();
-    return code;
-}
-
 int runSingle(Session& session, const Command& command, const Request& request, const RunFiles& files,
               WriteRules& rules, Answer& answer, Streams& streams)
 {
@@ -305,6 +270,8 @@ std::string checkRequest(const Command& command, const Request& request)
         return consoleName(command) + " is a command of the desktop program";
     if (!request.graph.empty() && command.graph == GraphWhen::never)
         return consoleName(command) + " has no graph";
+    if (request.jobs != 0 && request.into.empty())
+        return "--jobs is for the rides of --into";
     return command.entry == Entry::sheet ? std::string() : consoleText(checkNames(command, request.entries));
 }
 
@@ -374,8 +341,14 @@ int runCommand(Session& session, const Command& command, const Request& request,
         return refuse(streams, fault);
     if (!request.graph.empty())
         wantGraph(session.working);
+    auto ride = [&](Session& own, const RunFiles& files, Answer& itsAnswer, Streams& itsStreams) {
+        Run run = {own, command, request, itsStreams, rules, files};
+        int code = runOnce(run);
+        itsAnswer = std::move(run.answer);
+        return code;
+    };
     int code = request.into.empty() ? runSingle(session, command, request, runs[0], rules, answer, streams)
-                                    : runBatch(session, command, request, runs, rules, answer, streams);
+                                    : runBatch(session, request, runs, ride, answer, streams);
     // What a tool ticked waits for the next commit of the recorded rides, and there will be none.
     if (request.save && command.menu == MenuAfter::toolRan)
         commitGps(session.saved, session.working);

@@ -48,7 +48,7 @@ std::string WriteRules::fault(const Output& output) const
 {
     if (std::string own = sourceFault(output.path); !own.empty())
         return own;
-    if (contains(written, output.path))
+    if (isWritten(output.path))
         return "two files would be written to " + output.path;
     FileKind present = fileKind(output.path);
     if (present == FileKind::pipe)
@@ -56,8 +56,15 @@ std::string WriteRules::fault(const Output& output) const
     return force ? std::string() : replaceFault(output, present);
 }
 
+bool WriteRules::isWritten(const std::string& path) const
+{
+    std::lock_guard lock(guard);
+    return contains(written, path);
+}
+
 void WriteRules::wrote(const std::string& path)
 {
+    std::lock_guard lock(guard);
     add(written, path);
 }
 

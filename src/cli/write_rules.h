@@ -5,6 +5,7 @@
 #include "core/file_kind.h"
 #include "core/files.h"
 
+#include <mutex>
 #include <set>
 #include <string>
 #include <vector>
@@ -18,7 +19,8 @@ struct Output {
     bool onlyNew = false; // not over a file of its kind either
 };
 
-// The rules of one call of the console, which knows what it reads and what it has written.
+// The rules of one call of the console, which knows what it reads and what it has written. The rides of a batch share
+// them.
 class WriteRules {
 public:
     // With force only those rules hold that keep a call from destroying its own work.
@@ -32,8 +34,12 @@ public:
     void wrote(const std::string& path);
 
 private:
+    bool isWritten(const std::string& path) const;
+
     bool force;
-    std::set<FileIdentity> sources, written;
+    std::set<FileIdentity> sources;
+    mutable std::mutex guard; // of what is written
+    std::set<FileIdentity> written;
 };
 
 } // namespace torvane

@@ -46,6 +46,10 @@ TEST_F(Console, RefusesInOneLine)
         {{"801", "ride.fit"}, "torvane-cli: power-and-velocity takes no file; 'ride.fit' is no NAME=VALUE\n"},
         {{"combine", "a.fit"}, "torvane-cli: combine-fit-files takes A.fit B.fit [C.fit [D.fit [E.fit]]] OUT.fit\n"},
         {{"--into", "/no/such/folder", "stroke", "a.fit"}, "torvane-cli: there is no folder /no/such/folder\n"},
+        {{"--jobs", "2", "stroke", "a.fit", "b.fit"}, "torvane-cli: --jobs is for the rides of --into\n"},
+        {{"--jobs=0", "--into", ".", "stroke", "a.fit"}, "torvane-cli: --jobs needs a number from 1 to 256, not '0'\n"},
+        {{"--jobs", "2x", "--into", ".", "stroke", "a.fit"},
+         "torvane-cli: --jobs needs a number from 1 to 256, not '2x'\n"},
         {{"add", "in.fit", "out.fit"}, "torvane-cli: add-messages needs one of addLap, addSession, addActivity\n"},
         {{"timestamp", "in.fit", "out.fit"},
          "torvane-cli: increase-timestamp needs days, hours, minutes or timestampOffset\n"},
@@ -214,7 +218,11 @@ TEST_F(Console, WorksThroughManyRides)
     std::string out = in + "out";
     std::filesystem::create_directories(out);
     std::string a = put("a.fit", plainRide()), b = put("b.fit", {}), c = put("c.fit", plainRide(80));
-    Call answer = call({"--into", out, "at-one-stroke", a, b, c});
+    const std::string longest = put("l.fit", plainRide(9000)); // the first one that ends is not the first one given
+    const std::vector<std::string> rides = {"--into", out, "at-one-stroke", longest, a, b, c};
+    Call answer = call({"--jobs", "1"}, rides), many = call({"--jobs", "3"}, rides);
+    EXPECT_EQ(many.out, answer.out);
+    EXPECT_EQ(many.err, answer.err);
     EXPECT_EQ(answer.code, 1);
     EXPECT_TRUE(contains(answer.err, "failed: " + b + "\n"));
     for (const char* name : {"/a.fit", "/b.fit", "/c.fit"})

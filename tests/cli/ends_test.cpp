@@ -56,18 +56,24 @@ struct ConsoleEnds : testing::Test {
     const std::string a = in + "a.fit", b = in + "b.fit", c = in + "c.fit", printed = in + "printed";
 };
 
-// The second ride of a batch waits for the writer of its pipe when the signal comes.
+// The second ride of a batch, and with two threads the third one, waits for the writer of its pipe when the signal
+// comes.
 TEST_F(ConsoleEnds, aSignalEndsABatchInOrder)
 {
-    ASSERT_EQ(::mkfifo(b.c_str(), 0600), 0);
-    for (int signal : {SIGINT, SIGTERM, SIGHUP}) {
-        pid_t child = startChild([&] {
-            return callInChild({"--json", "--into", in + "out", "convert", "fitFormat=legacy", a, b, c}, printed);
+    const std::string d = in + "d.fit";
+    for (const std::string& pipe : {b, d})
+        ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    for (auto [signal, jobs] : {std::pair{SIGINT, "1"}, {SIGTERM, "2"}, {SIGHUP, "2"}}) {
+        pid_t child = startChild([&, jobs = jobs] {
+            return callInChild(
+                {"--json", "--jobs", jobs, "--into", in + "out", "convert", "fitFormat=legacy", a, b, d, c}, printed);
         });
         int pipe = ::open(b.c_str(), O_WRONLY); // waits for its reader
+        int second = *jobs == '2' ? ::open(d.c_str(), O_WRONLY) : ::dup(pipe);
         ::kill(child, signal);
         EXPECT_EQ(endOf(child), 128 + signal);
         ::close(pipe);
+        ::close(second);
         EXPECT_EQ(countIn("out"), 1u) << "the first ride";
         EXPECT_EQ(countIn("temporary"), 0u);
         EXPECT_TRUE(contains(textOf(printed), "out/a.fit\"]}, {") && contains(textOf(printed), "}]}\n"));

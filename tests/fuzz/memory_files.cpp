@@ -6,6 +6,7 @@
 #include "core/files.h"
 
 #include <algorithm>
+#include <mutex>
 
 namespace torvane {
 
@@ -13,8 +14,11 @@ std::map<std::string, Bytes> memoryFiles;
 
 namespace {
 
+std::mutex guard; // the rides of a batch are on several threads
+
 FileResult readPart(const std::string& path, size_t start, size_t limit, std::vector<uint8_t>& bytes)
 {
+    std::lock_guard lock(guard);
     bytes.clear();
     auto found = memoryFiles.find(path);
     if (found == memoryFiles.end())
@@ -60,6 +64,7 @@ FileResult replaceFile(const std::string& path, const std::function<bool(const W
     };
     if (!make(append))
         return FileResult::writeFailed;
+    std::lock_guard lock(guard);
     memoryFiles[path] = std::move(whole);
     return FileResult::ok;
 }
@@ -68,11 +73,13 @@ FileType fileType(const std::string& path)
 {
     if (path == memoryFolder || path + "/" == memoryFolder || path == "/")
         return FileType::folder;
+    std::lock_guard lock(guard);
     return memoryFiles.contains(path) ? FileType::file : FileType::nothing;
 }
 
 std::optional<FileIdentity> fileIdentity(const std::string& path)
 {
+    std::lock_guard lock(guard);
     auto found = memoryFiles.find(path);
     if (found == memoryFiles.end())
         return {};
@@ -81,6 +88,7 @@ std::optional<FileIdentity> fileIdentity(const std::string& path)
 
 bool renameFile(const std::string& from, const std::string& to)
 {
+    std::lock_guard lock(guard);
     auto node = memoryFiles.extract(from);
     if (node.empty())
         return false;

@@ -145,6 +145,7 @@ std::vector<Bytes> consoleSeeds()
         "express\na.fit\nexpressSmoothing=2",
         "--json\nstroke\na.fit\nout.fit\npredictPower=1",
         "--into\n/memory\nconvert\nb.fit",
+        "--jobs=2\n--into\n/memory\nconvert\na.fit\nb.fit",
         "combine\na.fit\nb.fit\nout.fit",
         "add\na.fit\nout.fit\naddLap=1",
         "divide\nb.fit\nout.fit",

@@ -1,0 +1,23 @@
+// Many rides by one call of the console: several at a time, answered in the order in which they were given.
+#pragma once
+
+#include "cli/answer.h"
+#include "cli/request.h"
+#include "command/fill.h"
+
+#include <functional>
+#include <vector>
+
+namespace torvane {
+
+// One ride: its exit code; its answer, and what it has to say at once, go where they are told to.
+using RideOfBatch = std::function<int(Session& session, const RunFiles& files, Answer& answer, Streams& streams)>;
+
+// Each ride has a session of its own, which starts from the settings of `session`; one that fails is named, and the
+// rest go on. A signal to end lets those end that are begun. Afterwards the session has the settings that the last ride
+// in order which was done has left. The exit code of them all; where JSON is asked for, their answers go to
+// answer.runs.
+int runBatch(Session& session, const Request& request, const std::vector<RunFiles>& runs, const RideOfBatch& run,
+             Answer& answer, Streams& streams);
+
+} // namespace torvane
