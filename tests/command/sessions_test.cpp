@@ -1,0 +1,190 @@
+// Two sessions in two threads, as users who know nothing of each other: random simulations, analyses and tools, each
+// behind its dialog with random entries. What either sees and writes is what it does alone. What the threads share
+// without order shows under the thread sanitizer.
+#include "command/fill.h"
+#include "command/gps_load_command.h"
+#include "command/settings_command.h"
+#include "command/settings_entries.h"
+#include "core/command_ids.h"
+#include "core/text.h"
+
+#include "captured_screens.h"
+#include "fit/fit_builder.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <random>
+#include <thread>
+
+namespace torvane {
+
+namespace {
+
+#ifdef __SANITIZE_THREAD__
+constexpr int commandsOfUser = 150; // each takes some fifteen times as long
+#else
+constexpr int commandsOfUser = 1000;
+#endif
+
+Bytes rideOf(int records, int64_t start, bool withPower)
+{
+    FitBuilder fit;
+    fit.define(0, 0, {{0, 1}}).message(0, {4});
+    std::vector<FitBuilder::Field> fields = {{253, 4}, {0, 4}, {1, 4}, {2, 2}, {5, 4}, {6, 2}};
+    if (withPower)
+        fields.insert(fields.end(), {{7, 2}, {4, 1}});
+    fit.define(1, 20, fields);
+    fit.define(3, 19, {{253, 4}, {25, 1}});
+    for (int64_t i = 0; i < records; ++i) {
+        if (i % 50 == 49)
+            fit.message(3, {start + i, 2});
+        std::vector<int64_t> values = {start + i, 500'000'000 + 900 * i, 100'000'000, 2'600 + i % 40, 800 * i, 8'000};
+        if (withPower)
+            values.insert(values.end(), {180 + i % 30, 85});
+        fit.message(1, values);
+    }
+    fit.define(2, 18, {{253, 4}, {2, 4}, {5, 1}, {7, 4}, {9, 4}});
+    return fit.message(2, {start + records, start, 2, 1000 * records, 800 * records}).file();
+}
+
+class User {
+public:
+    User(unsigned seed, const std::string& ownFolder) : folder(ownFolder), random(seed)
+    {
+        std::filesystem::create_directory(folder);
+        for (int i = 0; i < rides; ++i)
+            writeBytes(rideName(i), rideOf(60 + 40 * i, 1'000'000'000 + 10'000 * i, i >= rides - 2));
+        session.screens = shown.screens;
+    }
+    // What each command has come to: its name, and a number made of all that was shown and written.
+    std::vector<std::string> work()
+    {
+        std::vector<const Command*> commands;
+        for (const Command& command : commandTable())
+            if (command.work == Work::worker)
+                commands.push_back(&command);
+        std::vector<std::string> told;
+        while (told.size() < commandsOfUser) {
+            const Command& command = *commands[below(commands.size())];
+            changeRider();
+            run(command);
+            told.push_back(command.label + formatText(" %zx", std::hash<std::string>()(takeSeen())));
+        }
+        return told;
+    }
+
+private:
+    static constexpr int rides = 5;
+
+    size_t below(size_t count)
+    {
+        return random() % count;
+    }
+    std::string rideName(size_t number) const
+    {
+        return folder + formatText("ride-%zu.fit", number);
+    }
+    std::string entryFor(const FormState& state, const Row& row)
+    {
+        double shownNow = shownValue(state, row);
+        double near = shownNow == 0 ? 1 : shownNow * (0.9 + 0.02 * static_cast<double>(below(11)));
+        const std::vector<std::string> labels = rowLabels(state, row);
+        switch (row.kind) {
+        case RowKind::real:
+            return formatText("%.3f", std::clamp(near, row.least, row.most));
+        case RowKind::whole:
+            return formatText("%d", static_cast<int>(std::clamp(near, row.least, row.most)));
+        case RowKind::check:
+            return std::to_string(below(2));
+        default:
+            return labels.empty() ? "" : labels[below(labels.size())];
+        }
+    }
+    std::vector<Assignment> entriesFor(const Form* form)
+    {
+        std::vector<Assignment> entries;
+        FormState state;
+        if (form)
+            openForm(state, *form, session.saved, session.working, session.model, true, session.ride);
+        for (const Row& row : form ? form->rows : std::span<const Row>())
+            if (row.name && row.kind != RowKind::path && isEnabled(state, row) && below(3) == 0)
+                entries.push_back({row.name, entryFor(state, row)});
+        return entries;
+    }
+    void changeRider()
+    {
+        EntryFaults faults;
+        std::vector<Box> boxes;
+        if (below(5) == 0)
+            applySettings(session,
+                          {{"humanWeight", std::to_string(55 + below(40))}, {"windSpeed", std::to_string(below(4))}},
+                          below(2) == 0, faults, boxes);
+    }
+    void run(const Command& command)
+    {
+        const RunFiles files = {{rideName(below(rides)), rideName(below(rides))},
+                                folder + (command.id == commandFieldDump ? "out.csv" : "out.fit")};
+        session.chosenRide = files.sources[0];
+        if (command.id == commandCompare)
+            session.inputs.files[0].path = session.inputs.files[1].path = rideName(rides - 1);
+        if (command.id >= commandExpress && command.id <= commandCreate)
+            loadGpsFile(session);
+        chooseCalculator(command, session.working);
+        const std::vector<Assignment> entries = entriesFor(findForm(command.form));
+        Filling filling = {session, command, entries, files};
+        if (!fillDialog(filling)) {
+            for (const Box& box : filling.boxes)
+                shown.lower += box.text;
+            return;
+        }
+        if (command.commit)
+            command.commit(session.saved, session.working);
+        shown.lower += std::to_string(command.operation(session));
+        if (session.graph)
+            shown.lower += std::to_string(session.graph->pointCount());
+    }
+    std::string takeSeen()
+    {
+        std::string seen = shown.upper + shown.lower + shown.status;
+        for (const auto& [title, text] : shown.messages)
+            seen += title + text;
+        shown.upper = shown.lower = shown.status = "";
+        shown.messages.clear();
+        std::vector<std::filesystem::path> written;
+        for (const auto& file : std::filesystem::directory_iterator(folder))
+            if (file.path().filename().string().starts_with("out"))
+                written.push_back(file.path());
+        std::ranges::sort(written);
+        for (const std::filesystem::path& path : written) {
+            const Bytes bytes = bytesOf(path);
+            seen.append(path.filename().string()).append(bytes.begin(), bytes.end());
+            std::filesystem::remove(path);
+        }
+        return seen;
+    }
+
+    std::string folder;
+    std::mt19937 random;
+    CapturedScreens shown;
+    Session session;
+};
+
+} // namespace
+
+TEST(Sessions, TwoInTwoThreadsAnswerAsEachAlone)
+{
+    const TestFolder folder;
+    const std::string first = folder.path + "first/", second = folder.path + "second/";
+    const std::vector<std::string> alone[] = {User(1, first).work(), User(2, second).work()};
+    std::vector<std::string> together[2];
+    {
+        std::jthread other([&] { together[1] = User(2, second).work(); });
+        together[0] = User(1, first).work();
+    }
+    for (int user : {0, 1})
+        EXPECT_EQ(together[user], alone[user]);
+}
+
+} // namespace torvane
