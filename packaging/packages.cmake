@@ -35,6 +35,7 @@ else()
   set(CPACK_DEBIAN_PROGRAMS_PACKAGE_SHLIBDEPS ON)
   set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libtorvane-dev)
   set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
+  set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "libexpat1-dev, zlib1g-dev") # which the archive is linked with
   set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_RECOMMENDS g++)
   set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION
       "The library behind the programs, for programs of one's own in C++20: archive,\nheaders, what CMake and pkg-config find it by, and examples.")

@@ -29,12 +29,26 @@ RunFiles plainRun(const Command& command, const std::vector<std::string>& files)
     return run;
 }
 
+// Endings of rides that are no FIT files: what is written for such a one gets another.
+constexpr std::string_view otherRides[] = {".gpx", ".tcx", ".fit"};
+
+// "ride.gpx.gz" to "ride.fit"; the name of a FIT file stays.
+std::string fitName(std::string_view name)
+{
+    const bool packed = name.ends_with(".gz");
+    name.remove_suffix(packed ? 3 : 0);
+    for (std::string_view ending : otherRides)
+        if (name.ends_with(ending) && (packed || ending != ".fit"))
+            return std::string(name.substr(0, name.size() - ending.size())) + ".fit";
+    return std::string(name);
+}
+
 // The same name in another folder, with the extension of what is written there.
 std::string nameInFolder(const std::string& folder, const std::string& source, FileKind kind)
 {
     std::string_view name = fileName(source);
     bool table = kind == FileKind::csv;
-    std::string stem(table ? name.substr(0, name.rfind('.')) : name);
+    std::string stem = table ? std::string(name.substr(0, name.rfind('.'))) : fitName(name);
 #ifdef _WIN32
     constexpr char separator = '\\';
 #else

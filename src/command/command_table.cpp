@@ -225,13 +225,14 @@ constexpr Command commands[] = {
     toolCommand(commandTimestamp, "Increase Timestamp", 'I', true, 2091, increaseTimestampCommand, "timestamp"),
     toolCommand(commandFieldDump, "Field Dump", 'Q', true, 2092, fieldDumpCommand, "dump",
                 {2, 2, FileKind::csv, "IN.fit OUT.csv"}),
-    toolCommand(commandPrepare, "Prepare Activity FIT File", 'R', true, 2093, prepareCommand, "prepare"),
+    toolCommand(commandPrepare, "Prepare Activity FIT File", 'R', true, 2093, prepareCommand, "prepare",
+                {2, 2, FileKind::fit, "RIDE OUT.fit"}),
     {.id = commandCompare,
      .label = "Compare Rides",
      .work = worker,
      .operation = compareCommand,
      .answers = Answers::codes,
-     .files = {2, 2, FileKind::nothing, "A.fit B.fit"},
+     .files = {2, 2, FileKind::nothing, "RIDE RIDE"},
      .aliases = "compare"},
 };
 

@@ -40,6 +40,9 @@ FileResult readWholeFile(const std::string& path, std::vector<uint8_t>& bytes);
 // Reads at most limit bytes from the start of a file.
 FileResult readFileStart(const std::string& path, size_t limit, std::vector<uint8_t>& bytes);
 
+// Reads at most limit bytes behind the first `start`; nothing where there are no more.
+FileResult readFilePart(const std::string& path, size_t start, size_t limit, std::vector<uint8_t>& bytes);
+
 // What stands behind the first `start` bytes; nothing where there are no more.
 FileResult readFileFrom(const std::string& path, size_t start, std::vector<uint8_t>& bytes);
 

@@ -212,6 +212,11 @@ FileResult readFileStart(const std::string& path, size_t limit, std::vector<uint
     return readUpTo(path, 0, limit, bytes);
 }
 
+FileResult readFilePart(const std::string& path, size_t start, size_t limit, std::vector<uint8_t>& bytes)
+{
+    return readUpTo(path, start, limit, bytes);
+}
+
 FileResult readFileFrom(const std::string& path, size_t start, std::vector<uint8_t>& bytes)
 {
     return readUpTo(path, start, SSIZE_MAX, bytes);

@@ -59,9 +59,11 @@ Fault checkSource(SourceFileInfo& source, const Preparation& preparation, Loaded
     FitImage image = {};
     if (!fileExists(source.path))
         return error("not existing a source file");
-    if (readFitHeader(image, source.path) != fitOk)
+    if (!preparation.enabled && readFitHeader(image, source.path) != fitOk)
         return error("detect an invalid source file structure");
     StatusCode code = surveySource(image, source, preparation);
+    if (code == fitNotSupported)
+        return error("detect an invalid source file structure");
     if (severalSports(code))
         return error("found several sports in a source file. please divide it first");
     if (code == fitTooLarge)

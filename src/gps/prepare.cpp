@@ -1,10 +1,13 @@
 #include "gps/prepare.h"
 
+#include "core/files.h"
+
 #include "fit/fit_types.h"
 #include "fit/tool_support.h"
 #include "gps/activity.h"
 #include "gps/prepare_writer.h"
 #include "gps/ride_cleaning.h"
+#include "gps/ride_source.h"
 #include "gps/ride_summaries.h"
 
 #include <utility>
@@ -55,6 +58,8 @@ void finishFile(FitImage& prepared, const FitImage& source)
 const char* faultText(StatusCode code)
 {
     switch (code) {
+    case fitNotSupported:
+        return "detect an invalid source file structure";
     case fitSessionSportsDiffer:
     case fitLapSportsDiffer:
         return "found several sports in a source file. please divide it first";
@@ -130,7 +135,7 @@ StatusCode loadPrepared(FitImage& prepared, const std::string& path, const Prepa
                         PrepareFindings& findings, Progress* progress)
 {
     FitImage source = {};
-    if (StatusCode code = loadFitImage(source, path))
+    if (StatusCode code = loadRideSource(source, path))
         return code;
     source.progress = progress;
     return prepareActivity(source, options, prepared, findings);
@@ -140,10 +145,12 @@ Verdict checkPrepare(ToolInputs& inputs, ParameterBlock&)
 {
     Verdict verdict;
     FitImage source = {};
-    if (!checkSourceHeader(inputs, source, verdict, "detect an invalid source file structure"))
-        return verdict;
-    if (readFitFile(source, inputs.files[0].path) != fitOk)
-        refuse(verdict, "error", "failed to read a source file which might be an invalid structure");
+    for (SourceFileInfo& info : inputs.files)
+        clearSurvey(info);
+    if (!fileExists(inputs.files[0].path))
+        refuse(verdict, "error", "not existing a source file");
+    else if (StatusCode code = loadRideSource(source, inputs.files[0].path))
+        refuse(verdict, "error", faultText(code));
     else if (checkActivityToPrepare(source, verdict))
         checkDestination(inputs, verdict);
     return verdict;

@@ -1,6 +1,7 @@
 #include "gps/ride_comparison.h"
 
 #include "gps/activity.h"
+#include "gps/ride_source.h"
 
 #include <cmath>
 #include <span>
@@ -21,7 +22,7 @@ using CommonSeconds = std::span<const CommonSecond>;
 StatusCode readPowers(const std::string& path, std::vector<TimedPower>& powers, Progress* progress)
 {
     FitImage image = {};
-    if (StatusCode code = loadFitImage(image, path))
+    if (StatusCode code = loadRideSource(image, path))
         return code;
     image.progress = progress;
     Activity activity;

@@ -1,5 +1,6 @@
 // Preparing and comparing from the console, and the dialog whose entries they share.
 #include "console_fixture.h"
+#include "core/text.h"
 #include "figures.h"
 #include "forms/form_fixture.h"
 #include "gps/prepare_fixture.h"
@@ -63,6 +64,34 @@ TEST_F(PrepareConsole, PreparesAnalysesAndWritesAtOneStroke)
     EXPECT_TRUE(contains(compared.out, ": first 154.5, second ")) << compared.out;
     EXPECT_EQ(call({"compare", source, in + "none.fit"}).code, 1);
     EXPECT_EQ(call({"convert", "--prepare", source, out}).code, 2);
+}
+
+// A track a second apart, at 10 m/s to the north.
+Bytes trackOf(int points)
+{
+    std::string text = "<gpx xmlns='http://www.topografix.com/GPX/1/1'><trk><type>cycling</type><trkseg>";
+    for (int i = 0; i < points; ++i)
+        text += formatText("<trkpt lat='%.8f' lon='8'><ele>400</ele><time>2024-06-15T07:%02d:%02dZ</time></trkpt>",
+                           47 + i * 10 / 111194.9, i / 60, i % 60);
+    text += "</trkseg></trk></gpx>";
+    return {text.begin(), text.end()};
+}
+
+TEST_F(PrepareConsole, TakesTracksAndTheirFileIsTheSameWhenPreparedAgain)
+{
+    const std::string track = in + "ride.GPX", again = in + "again.fit";
+    writeBytes(track, trackOf(600));
+    Call done = call({"prepare", track, out});
+    EXPECT_EQ(done.code, 0) << done.err;
+    EXPECT_TRUE(contains(done.out, "\taverage speed: 36.0")) << done.out;
+    call({"prepare", out, again});
+    EXPECT_EQ(bytesOf(again), bytesOf(out));
+    EXPECT_EQ(call({"at-one-stroke", "--prepare", track, again}).code, 0);
+    EXPECT_EQ(call({"at-one-stroke", track, again}).code, 2) << "which reads FIT files";
+    Bytes cut = trackOf(600);
+    cut.resize(5000);
+    writeBytes(track, cut);
+    EXPECT_EQ(call({"prepare", track, again}).code, 2);
 }
 
 TEST_F(PrepareConsole, AdvisesToDivideSeveralSports)

@@ -1,5 +1,6 @@
 """The console program for Windows prints the same bytes as the native one."""
 
+import gzip
 import pathlib
 import subprocess
 import tempfile
@@ -28,9 +29,21 @@ COMMANDS = (
     ["load", "ride.fit"],
     ["express", "ride.fit"],
     ["analyse", "ride.fit"],
+    ["prepare", "ride.gpx", "from-track.fit"],
+    ["prepare", "latin.gpx.gz", "from-track.fit"],
+    ["prepare", "bomb.gpx", "none.fit"],
     ["load", "missing.fit"],
     ["nonsense"],
 )
+
+POINTS = "".join(f"<trkpt lat='{47 + i / 1e4:.4f}' lon='8'><ele>{i}</ele><time>2024-06-15T07:{i // 60:02}:{i % 60:02}Z"
+                 "</time><extensions><t:hr>120</t:hr></extensions></trkpt>" for i in range(120))
+TRACK = f"<gpx xmlns:t='urn:t'><trk><name>F\xfcr</name><type>bike</type><trkseg>{POINTS}</trkseg></trk></gpx>"
+TRACKS = {
+    "ride.gpx": TRACK.encode(),
+    "latin.gpx.gz": gzip.compress(("<?xml version='1.0' encoding='ISO-8859-1'?>" + TRACK).encode("latin-1")),
+    "bomb.gpx": ("<!DOCTYPE gpx [<!ENTITY a 'aaaa'>]>" + TRACK).encode(),
+}
 
 
 class ConsoleTest(desktop.DesktopTest):
@@ -47,6 +60,8 @@ class ConsoleTest(desktop.DesktopTest):
     def test_same_bytes(self):
         with tempfile.TemporaryDirectory() as folder:
             (pathlib.Path(folder) / "ride.fit").write_bytes(fit_file.ride(400))
+            for name, track in TRACKS.items():
+                (pathlib.Path(folder) / name).write_bytes(track)
             for arguments in COMMANDS:
                 with self.subTest(" ".join(arguments)):
                     native, under_wine = self.run_both(arguments, folder)

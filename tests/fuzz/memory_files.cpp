@@ -47,6 +47,11 @@ FileResult readFileFrom(const std::string& path, size_t start, std::vector<uint8
     return readPart(path, start, SIZE_MAX, bytes);
 }
 
+FileResult readFilePart(const std::string& path, size_t start, size_t limit, std::vector<uint8_t>& bytes)
+{
+    return readPart(path, start, limit, bytes);
+}
+
 FileResult readPipe(const std::string&, size_t, const std::function<bool()>&, std::vector<uint8_t>&)
 {
     return FileResult::cannotOpen;

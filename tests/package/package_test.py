@@ -75,7 +75,7 @@ class DebTest(unittest.TestCase):
         records = cls.root / "var" / "lib" / "dpkg"
         for folder in ("info", "updates", "triggers"):
             (records / folder).mkdir(parents=True)
-        needed = ["libc6", "libgcc-s1", "libstdc++6"]
+        needed = ["libc6", "libexpat1", "libexpat1-dev", "libgcc-s1", "libstdc++6", "zlib1g", "zlib1g-dev"]
         status = run("dpkg-query", "-W", "-f", "Package: ${Package}\nStatus: ${Status}\nVersion: ${Version}\n"
                      "Architecture: ${Architecture}\nMaintainer: nobody\nDescription: -\n\n", *needed)
         (records / "status").write_text(status)

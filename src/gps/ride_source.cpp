@@ -1,0 +1,103 @@
+#include "gps/ride_source.h"
+
+#include "core/files.h"
+#include "gps/track_import.h"
+#include "tracks/tracks.h"
+
+#include <algorithm>
+#include <cstring>
+#include <iterator>
+#include <utility>
+
+namespace torvane {
+
+namespace {
+
+constexpr size_t mostUnpacked = size_t{1} << 30; // bytes
+
+enum class Content { other, fit, xml };
+
+bool startsAsFit(std::span<const uint8_t> start)
+{
+    constexpr char signature[] = {'.', 'F', 'I', 'T'};
+    constexpr size_t place = 8;
+    return start.size() >= place + sizeof signature &&
+           std::memcmp(start.data() + place, signature, sizeof signature) == 0;
+}
+
+// Behind blanks and the marks of encodings, XML begins with "<".
+bool startsAsXml(std::span<const uint8_t> start)
+{
+    constexpr uint8_t skipped[] = {0xEF, 0xBB, 0xBF, 0xFE, 0xFF, 0, ' ', '\t', '\r', '\n'};
+    const auto* first = std::ranges::find_if(start.data(), start.data() + start.size(), [&](uint8_t byte) {
+        return std::ranges::find(skipped, byte) == std::end(skipped);
+    });
+    return first != start.data() + start.size() && *first == '<';
+}
+
+StatusCode codeOf(SourceFault fault)
+{
+    switch (fault) {
+    case SourceFault::none:
+        return fitOk;
+    case SourceFault::cannotOpen:
+        return fitCannotOpen;
+    case SourceFault::tooLarge:
+        return fitTooLarge;
+    default:
+        return fitInvalid;
+    }
+}
+
+StatusCode codeOf(const TrackReading& reading)
+{
+    switch (reading.result) {
+    case TrackResult::ok:
+        return reading.tracks.planned ? fitNotSupported : fitOk;
+    case TrackResult::empty:
+        return fitPrepareFailed;
+    case TrackResult::sourceFault:
+        return codeOf(reading.fault);
+    case TrackResult::otherRoot:
+    case TrackResult::noParser:
+        return fitNotSupported;
+    default:
+        return fitInvalid;
+    }
+}
+
+StatusCode loadTracks(FitImage& image, NextPiece pieces)
+{
+    const TrackReading reading = readTracks(std::move(pieces));
+    if (StatusCode code = codeOf(reading))
+        return code;
+    ImportFindings findings;
+    return importTracks(reading.tracks, image, findings);
+}
+
+StatusCode loadPacked(FitImage& image, const NextPiece& pieces)
+{
+    std::vector<uint8_t> bytes, piece;
+    do {
+        if (StatusCode code = codeOf(pieces(piece)))
+            return code;
+        bytes.insert(bytes.end(), piece.begin(), piece.end());
+    } while (!piece.empty());
+    return takeFitImage(image, std::move(bytes));
+}
+
+} // namespace
+
+StatusCode loadRideSource(FitImage& image, const std::string& path)
+{
+    std::vector<uint8_t> start;
+    const NextPiece look = unpacked(piecesOfFile(path), mostUnpacked);
+    if (StatusCode code = codeOf(look(start)))
+        return code;
+    NextPiece pieces = unpacked(piecesOfFile(path), mostUnpacked);
+    if (startsAsFit(start))
+        return loadPacked(image, pieces);
+    return startsAsXml(start) ? loadTracks(image, std::move(pieces)) : loadFitImage(image, path);
+}
+
+} // namespace torvane

@@ -1,0 +1,347 @@
+#include "gps/track_import.h"
+
+#include "fit/fit_bytes.h"
+#include "fit/fit_types.h"
+#include "fit/message_fields.h"
+
+#include <algorithm>
+#include <cmath>
+#include <initializer_list>
+#include <numeric>
+#include <optional>
+#include <string_view>
+
+namespace torvane {
+
+namespace {
+
+constexpr double fitEpoch = 631065600; // s since 1970: the last second of 1989
+
+// FIT's numbers of the sports that track files name.
+constexpr uint8_t fitRunning = 1, fitCycling = 2, fitSwimming = 5, fitWalking = 11, fitHiking = 17;
+
+struct SportWord {
+    std::string_view word; // in small letters
+    uint8_t sport;
+};
+constexpr SportWord sportWords[] = {
+    {"cycl", fitCycling},  {"bik", fitCycling},  {"ride", fitCycling}, {"run", fitRunning},
+    {"swim", fitSwimming}, {"walk", fitWalking}, {"hik", fitHiking},
+};
+
+// None where a leg names no sport that is known: it may be a ride.
+std::optional<uint8_t> sportOf(const TrackLeg& leg)
+{
+    std::string name = leg.sport;
+    std::ranges::transform(name, name.begin(), [](char c) { return c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c; });
+    for (const SportWord& row : sportWords)
+        if (name.find(row.word) != std::string::npos)
+            return row.sport;
+    return std::nullopt;
+}
+
+// Points from first to the one before last, of one leg.
+struct Stretch {
+    size_t first, last;
+    uint8_t sport;
+};
+
+// A message's fields in the order of its definition.
+struct FieldLayout {
+    uint8_t number, width, baseType;
+};
+enum : uint8_t {
+    byteEnum = 0x00,
+    signed8 = 0x01,
+    unsigned8 = 0x02,
+    unsigned16 = 0x84,
+    signed32 = 0x85,
+    unsigned32 = 0x86
+};
+enum : uint8_t { localFileId, localEvent, localRecord, localLap, localSession, localActivity };
+
+constexpr FieldLayout fileIdLayout[] = {
+    {fileIdType, 1, byteEnum}, {fileIdManufacturer, 2, unsigned16}, {fileIdTimeCreated, 4, unsigned32}};
+constexpr FieldLayout eventLayout[] = {{timestampField, 4, unsigned32}, {0, 1, byteEnum}, {1, 1, byteEnum}};
+constexpr FieldLayout recordLayout[] = {
+    {timestampField, 4, unsigned32}, {recordLatitude, 4, signed32},   {recordLongitude, 4, signed32},
+    {recordAltitude, 2, unsigned16}, {recordDistance, 4, unsigned32}, {recordSpeed, 2, unsigned16},
+    {recordHeartRate, 1, unsigned8}, {recordCadence, 1, unsigned8},   {recordPower, 2, unsigned16},
+    {recordTemperature, 1, signed8},
+};
+// Laps and sessions: end, start, elapsed and timer time in ms, distance in cm, sport.
+constexpr FieldLayout lapLayout[] = {{timestampField, 4, unsigned32},
+                                     {summaryStartTime, 4, unsigned32},
+                                     {7, 4, unsigned32},
+                                     {summaryTotalTimer, 4, unsigned32},
+                                     {9, 4, unsigned32},
+                                     {lapSport, 1, byteEnum}};
+constexpr FieldLayout sessionLayout[] = {{timestampField, 4, unsigned32},
+                                         {summaryStartTime, 4, unsigned32},
+                                         {7, 4, unsigned32},
+                                         {summaryTotalTimer, 4, unsigned32},
+                                         {9, 4, unsigned32},
+                                         {sessionSport, 1, byteEnum}};
+// Of an activity: timer time, sessions, "manual", the event "activity", "stop".
+constexpr FieldLayout activityLayout[] = {{timestampField, 4, unsigned32},
+                                          {activityTotalTimer, 4, unsigned32},
+                                          {activitySessionCount, 2, unsigned16},
+                                          {2, 1, byteEnum},
+                                          {3, 1, byteEnum},
+                                          {4, 1, byteEnum}};
+
+constexpr uint8_t timerEvent = 0, timerStarts = 0, timerStops = 4;
+
+class Writer {
+public:
+    std::vector<uint8_t> block;
+
+    void define(uint8_t local, uint16_t message, std::span<const FieldLayout> layout)
+    {
+        constexpr uint8_t definition = 0x40;
+        for (uint8_t byte : {static_cast<uint8_t>(definition | local), uint8_t{0}, uint8_t{0}})
+            block.push_back(byte);
+        put(message, 2);
+        put(layout.size(), 1);
+        for (const FieldLayout& field : layout)
+            block.insert(block.end(), {field.number, field.width, field.baseType});
+    }
+
+    void message(uint8_t local, std::span<const FieldLayout> layout, std::initializer_list<uint64_t> values)
+    {
+        block.push_back(local);
+        const FieldLayout* field = layout.data();
+        for (uint64_t value : values)
+            put(value, (field++)->width);
+    }
+
+private:
+    void put(uint64_t value, size_t width)
+    {
+        for (size_t i = 0; i < width; ++i)
+            block.push_back(static_cast<uint8_t>(value >> 8 * i));
+    }
+};
+
+// A figure as a field stores it, or the mark of a missing one where it is none or beyond the field.
+uint64_t stored(double value, double scale, double least, double most, uint64_t missing)
+{
+    double scaled = std::round(value * scale);
+    if (!(scaled >= least && scaled <= most))
+        return missing;
+    return static_cast<uint64_t>(static_cast<int64_t>(scaled));
+}
+
+uint64_t storedDegrees(double degrees)
+{
+    constexpr double semicircles = 2147483648.0 / 180.0;
+    return stored(degrees, semicircles, -2147483648.0, 2147483646.0, INT32_MAX);
+}
+
+std::optional<uint32_t> fitSecond(double time)
+{
+    double second = std::round(time - fitEpoch);
+    if (!(second > 0 && second < 4294967295.0))
+        return std::nullopt;
+    return static_cast<uint32_t>(second);
+}
+
+void writeRecord(Writer& writer, const TrackPoint& point, uint32_t second)
+{
+    writer.message(localRecord, recordLayout,
+                   {second, storedDegrees(point.latitude), storedDegrees(point.longitude),
+                    stored(point.elevation + 500, 5, 0, 65534, UINT16_MAX),
+                    stored(point.distance, 100, 0, 4294967294.0, UINT32_MAX),
+                    stored(point.speed, 1000, 0, 65534, UINT16_MAX), stored(point.heartRate, 1, 0, 254, UINT8_MAX),
+                    stored(point.cadence, 1, 0, 254, UINT8_MAX), stored(point.power, 1, 0, 65534, UINT16_MAX),
+                    stored(point.temperature, 1, -127, 126, INT8_MAX)});
+}
+
+// Time and way of a lap or of the session, while its points go by.
+struct Total {
+    std::optional<uint32_t> start = {};
+    uint32_t end = 0;
+    uint32_t paused = 0; // s
+    double firstDistance = notThere, lastDistance = notThere;
+
+    void add(uint32_t second, double distance)
+    {
+        if (!start)
+            start = second;
+        end = std::max(end, second);
+        if (std::isnan(distance))
+            return;
+        if (std::isnan(firstDistance))
+            firstDistance = distance;
+        lastDistance = distance;
+    }
+    uint64_t elapsed() const
+    {
+        return (end - *start) * uint64_t{1000};
+    }
+    uint64_t timer() const
+    {
+        return elapsed() - paused * uint64_t{1000};
+    }
+    uint64_t centimetres() const
+    {
+        return stored(lastDistance - firstDistance, 100, 0, 4294967294.0, UINT32_MAX);
+    }
+};
+
+class Import {
+public:
+    Import(const Tracks& from, ImportFindings& found) : tracks(from), findings(found) {}
+
+    StatusCode write(FitImage& image)
+    {
+        std::vector<Stretch> stretches = chosenStretches();
+        defineAll();
+        for (const Stretch& stretch : stretches)
+            writeStretch(stretch);
+        if (!session.start)
+            return fitPrepareFailed;
+        endLap();
+        endFile();
+        constexpr size_t largestBlock = 0x7FFFFFFF;
+        if (writer.block.size() > largestBlock)
+            return fitTooLarge;
+        wrap(image);
+        return fitOk;
+    }
+
+private:
+    // Rides alone where there are any, in the order of their times.
+    std::vector<Stretch> chosenStretches()
+    {
+        std::vector<TrackLeg> legs = tracks.legs;
+        if (legs.empty())
+            legs.push_back({});
+        bool hasRide = std::ranges::any_of(legs, [](const TrackLeg& leg) { return sportOf(leg) == fitCycling; });
+        std::vector<Stretch> stretches;
+        for (size_t i = 0; i < legs.size(); ++i) {
+            std::optional<uint8_t> own = sportOf(legs[i]);
+            if (hasRide && own && *own != fitCycling) {
+                ++findings.legsOfOtherSports;
+                continue;
+            }
+            size_t last = i + 1 < legs.size() ? legs[i + 1].first : tracks.points.size();
+            stretches.push_back({legs[i].first, last, hasRide ? fitCycling : own.value_or(fitCycling)});
+        }
+        std::ranges::stable_sort(stretches, {}, [&](const Stretch& stretch) { return firstTime(stretch); });
+        sport = stretches[0].sport;
+        return stretches;
+    }
+
+    double firstTime(const Stretch& stretch) const
+    {
+        for (size_t i = stretch.first; i < stretch.last; ++i)
+            if (!std::isnan(tracks.points[i].time))
+                return tracks.points[i].time;
+        return std::numeric_limits<double>::infinity();
+    }
+
+    void defineAll()
+    {
+        writer.define(localFileId, messageFileId, fileIdLayout);
+        writer.define(localEvent, messageEvent, eventLayout);
+        writer.define(localRecord, messageRecord, recordLayout);
+        writer.define(localLap, messageLap, lapLayout);
+        writer.define(localSession, messageSession, sessionLayout);
+        writer.define(localActivity, messageActivity, activityLayout);
+    }
+
+    void writeStretch(const Stretch& stretch)
+    {
+        for (size_t i = stretch.first; i < stretch.last; ++i) {
+            bool newLap = std::ranges::binary_search(tracks.laps, i);
+            bool goesOn = i == stretch.first || (std::ranges::binary_search(tracks.segments, i) && !newLap);
+            if (newLap)
+                endLap();
+            afterPause = afterPause || goesOn;
+            writePoint(tracks.points[i]);
+        }
+    }
+
+    void writePoint(const TrackPoint& point)
+    {
+        std::optional<uint32_t> second = fitSecond(point.time);
+        if (!second) {
+            ++findings.pointsWithoutTime;
+            return;
+        }
+        if (!session.start)
+            startFile(*second);
+        else if (afterPause && *second > session.end + 1)
+            writePause(session.end, *second);
+        afterPause = false;
+        writeRecord(writer, point, *second);
+        lap.add(*second, point.distance);
+        session.add(*second, point.distance);
+    }
+
+    void startFile(uint32_t second)
+    {
+        constexpr uint64_t development = 255; // as manufacturer
+        writer.message(localFileId, fileIdLayout, {fileTypeActivity, development, second});
+        writer.message(localEvent, eventLayout, {second, timerEvent, timerStarts});
+    }
+
+    void writePause(uint32_t from, uint32_t to)
+    {
+        writer.message(localEvent, eventLayout, {from, timerEvent, timerStops});
+        writer.message(localEvent, eventLayout, {to, timerEvent, timerStarts});
+        session.paused += to - from;
+        if (lap.start)
+            lap.paused += to - from;
+    }
+
+    void endLap()
+    {
+        if (lap.start)
+            writer.message(localLap, lapLayout,
+                           {lap.end, *lap.start, lap.elapsed(), lap.timer(), lap.centimetres(), sport});
+        lap = {};
+    }
+
+    void endFile()
+    {
+        constexpr uint64_t oneSession = 1, manual = 0, activityEvent = 26, stop = 1;
+        writer.message(localEvent, eventLayout, {session.end, timerEvent, timerStops});
+        writer.message(localSession, sessionLayout,
+                       {session.end, *session.start, session.elapsed(), session.timer(), session.centimetres(), sport});
+        writer.message(localActivity, activityLayout,
+                       {session.end, session.timer(), oneSession, manual, activityEvent, stop});
+    }
+
+    void wrap(FitImage& image)
+    {
+        constexpr uint8_t protocol = 0x10;
+        constexpr uint16_t profile = 2132;
+        image = {};
+        image.headerBytes = {modernHeaderSize, protocol, profile & 0xFF, profile >> 8, 0, 0, 0, 0, '.', 'F', 'I', 'T'};
+        image.protocolVersion = protocol;
+        image.profileVersion = profile;
+        FitImage form = image;
+        image.data = std::move(writer.block);
+        image.dataSize = static_cast<int32_t>(image.data.size());
+        buildFitHeader(image, form, formModern);
+        image.fileCrc = fitCrc(image);
+    }
+
+    const Tracks& tracks;
+    ImportFindings& findings;
+    Writer writer = {};
+    Total lap = {}, session = {};
+    uint8_t sport = fitCycling;
+    bool afterPause = false;
+};
+
+} // namespace
+
+StatusCode importTracks(const Tracks& tracks, FitImage& image, ImportFindings& findings)
+{
+    return Import(tracks, findings).write(image);
+}
+
+} // namespace torvane
