@@ -22,11 +22,7 @@ namespace torvane {
 
 namespace {
 
-#ifdef __SANITIZE_THREAD__
-constexpr int commandsOfUser = 150; // each takes some fifteen times as long
-#else
 constexpr int commandsOfUser = 1000;
-#endif
 
 Bytes rideOf(int records, int64_t start, bool withPower)
 {
