@@ -21,7 +21,7 @@ using Arguments = std::vector<std::string>;
 
 [[noreturn]] void becomeProgram(const std::vector<char*>& values)
 {
-    const int nothing = open("/dev/null", O_WRONLY);
+    int nothing = open("/dev/null", O_WRONLY);
     dup2(nothing, 1);
     dup2(nothing, 2);
     execv(TORVANE_CONSOLE, values.data());
@@ -102,7 +102,7 @@ const FileCommand fileCommands[] = {
 void addPower(const std::string& ride, benchmark::State& state)
 {
     rusage used = {};
-    const std::string analysed = ride + ".fit";
+    std::string analysed = ride + ".fit";
     if (!runProgram({"stroke", ride, analysed}, used))
         state.SkipWithError("the ride was not analysed");
     else
@@ -120,7 +120,7 @@ double megabytesIn(const std::filesystem::path& folder)
 // Its sources lie in a folder of their own, where its destinations come to lie beside them.
 void commandOnFile(benchmark::State& state, const FileCommand& command)
 {
-    const std::filesystem::path folder = benchmarkFolder() + "console";
+    std::filesystem::path folder = benchmarkFolder() + "console";
     std::filesystem::create_directory(folder);
     Arguments arguments = command.words;
     arguments.insert(arguments.begin(), command.name);
@@ -141,7 +141,7 @@ void commandOnFile(benchmark::State& state, const FileCommand& command)
 void batch(benchmark::State& state)
 {
     constexpr int rides = 100;
-    const std::filesystem::path folder = benchmarkFolder() + "batch";
+    std::filesystem::path folder = benchmarkFolder() + "batch";
     std::filesystem::create_directories(folder / "out");
     Arguments arguments = {"--jobs", std::to_string(state.range(0)), "--into", folder / "out", "stroke"};
     for (int i = 0; i < rides; ++i) {

@@ -135,7 +135,7 @@ void dumpTo(benchmark::State& state, const std::filesystem::path& destination)
 
 void dumpToDisk(benchmark::State& state)
 {
-    const std::filesystem::path path = formatText("torvane-bench-%d.csv", getpid());
+    std::filesystem::path path = formatText("torvane-bench-%d.csv", getpid());
     dumpTo(state, std::filesystem::temp_directory_path() / path);
     std::filesystem::remove(std::filesystem::temp_directory_path() / path);
 }
@@ -143,7 +143,7 @@ BENCHMARK(dumpToDisk)->Name("tool/dump/temporary folder")->Unit(benchmark::kMill
 
 void dumpToNothing(benchmark::State& state)
 {
-    const std::filesystem::path path = benchmarkFolder() + "nothing.csv";
+    std::filesystem::path path = benchmarkFolder() + "nothing.csv";
     if (!std::filesystem::exists(path))
         std::filesystem::create_symlink("/dev/null", path);
     dumpTo(state, path);

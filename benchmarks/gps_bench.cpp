@@ -18,7 +18,7 @@ namespace {
 
 // A ride loaded and ready for its analysis.
 struct Loaded {
-    const Model model = plainModel();
+    Model model = plainModel();
     LoadedRide ride;
     ParameterBlock settings;
     uint32_t flags;
@@ -70,7 +70,7 @@ BENCHMARK(prepare)->Name("gps/prepareTrack")->Unit(benchmark::kMillisecond);
 void predict(benchmark::State& state)
 {
     Loaded ride(seasonRide);
-    const GpsRecords track = ride.records;
+    GpsRecords track = ride.records;
     for (auto _ : state) {
         ride.records = track;
         ride.predict();
@@ -83,8 +83,8 @@ void rewrite(benchmark::State& state)
 {
     Loaded ride(seasonRide);
     ride.predict();
-    const uint32_t timer = analysedStats(ride.records, ride.ride).summary.totalTimer;
-    const uint32_t added = addedFieldsOf(ride.flags);
+    uint32_t timer = analysedStats(ride.records, ride.ride).summary.totalTimer;
+    uint32_t added = addedFieldsOf(ride.flags);
     for (auto _ : state) {
         FitImage destination = {};
         planRewrittenSize(destination, ride.ride.image, ride.records, added);
@@ -101,7 +101,7 @@ void fields(benchmark::State& state)
     Loaded ride(static_cast<int>(state.range(0)));
     ride.predict();
     const LoadedRide& loaded = ride.ride;
-    const ReportedRide reported = {
+    ReportedRide reported = {
         "", reportAnalysed, loaded.inventory, loaded.summary, loaded.presence, ride.settings, ride.flags};
     Screens screens;
     for (auto _ : state)
@@ -113,16 +113,15 @@ BENCHMARK(fields)->Name("gps/reportFields")->Arg(10000)->Arg(seasonRide)->Unit(b
 void oneStroke(benchmark::State& state)
 {
     Session session;
-    const bool withTable = state.range(1) != 0;
+    bool withTable = state.range(1) != 0;
     Loaded ride(static_cast<int>(state.range(0)));
     session.model = ride.model;
     session.working.expressFieldsData = withTable;
     session.inputs.files[0].path = madeRide(static_cast<int>(state.range(0)));
     session.inputs.files[toolDestination].path = benchmarkFolder() + "analysed.fit";
-    for (auto _ : state) {
+    for (auto _ : state)
         if (atOneStroke(session) != fitOk)
             state.SkipWithError("at one stroke failed");
-    }
     countRows(state, static_cast<int>(state.range(0)));
 }
 BENCHMARK(oneStroke)

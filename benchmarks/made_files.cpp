@@ -16,7 +16,7 @@ constexpr int madeSeconds = 5000; // of riding by the model; longer rides repeat
 // Some of the ride's seconds again, further on in time and along the road.
 GpsRecord recordAt(const GpsRecords& made, int index)
 {
-    const int round = index / madeSeconds;
+    int round = index / madeSeconds;
     GpsRecord record = made[static_cast<size_t>(index % madeSeconds)];
     record.timestamp += static_cast<uint32_t>(round * madeSeconds);
     record.distance += round * made.back().distance;
@@ -40,7 +40,7 @@ void addRecord(FitBuilder& fit, const GpsRecord& record)
 
 void addSummaries(FitBuilder& fit, uint32_t start, uint32_t end)
 {
-    const int64_t elapsed = int64_t{end - start} * 1000;
+    int64_t elapsed = int64_t{end - start} * 1000;
     fit.define(3, messageLap, {{253, 4}, {2, 4}, {7, 4}, {8, 4}, {9, 4}, {13, 2}, {14, 2}, {25, 1}});
     fit.message(3, {end, start, elapsed, elapsed, 0, 0, 0, 2});
     fit.define(4, messageSession, {{253, 4}, {2, 4}, {7, 4}, {8, 4}, {9, 4}, {14, 2}, {15, 2}, {5, 1}});

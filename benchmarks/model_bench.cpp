@@ -26,7 +26,7 @@ Evaluation levelRoad(const Model& model)
 template <class Evaluate>
 void overVelocities(benchmark::State& state, Evaluate evaluate)
 {
-    const Model model = plainModel();
+    Model model = plainModel();
     Evaluation now = levelRoad(model);
     std::array<double, 2000> velocities;
     for (size_t i = 0; i < velocities.size(); ++i)

@@ -27,7 +27,7 @@ void setAsked(ParameterBlock& in, int mode, double asked)
 // One command's whole computation, its logged run included.
 void simulate(benchmark::State& state, const RideCase& ride)
 {
-    const Model model = plainModel();
+    Model model = plainModel();
     ParameterBlock in;
     setDefaults(in);
     in.rideMode = ride.mode;
@@ -40,9 +40,8 @@ void simulate(benchmark::State& state, const RideCase& ride)
     in.rideInclination[ride.mode] = ride.inclination;
     in.inclinationLimit = ride.limit;
     setAsked(in, ride.mode, ride.asked);
-    for (auto _ : state) {
+    for (auto _ : state)
         benchmark::DoNotOptimize(runRide(model, takeRideInputs(in, {})).status);
-    }
 }
 
 const RideCase cases[] = {

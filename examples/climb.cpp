@@ -10,7 +10,7 @@ using namespace torvane::library;
 // The line of a report that tells of something, without the tabs around its figures.
 std::string lineOf(const std::string& report, const std::string& name)
 {
-    const size_t start = report.find("\n\t" + name + "\t") + 1;
+    size_t start = report.find("\n\t" + name + "\t") + 1;
     std::string line;
     for (char c : report.substr(start, report.find('\n', start) - start))
         if (c != '\t')

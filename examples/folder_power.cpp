@@ -20,7 +20,7 @@ std::string powerOf(Calculator& calculator, const std::string& ride)
         answer = calculator.analyseRide();
     if (!answer)
         return answer.error().text;
-    const size_t start = answer->lower.find("\tpedaling power") + 1;
+    size_t start = answer->lower.find("\tpedaling power") + 1;
     return answer->lower.substr(start, answer->lower.find('\n', start) - start);
 }
 
@@ -37,8 +37,8 @@ int main(int count, char** values)
     std::atomic<size_t> next = 0;
     auto work = [&] {
         Result<Calculator> calculator = Calculator::make();
-        const bool ready = calculator && (count < 3 || calculator->loadProfile(values[2]));
-        for (size_t i = next++; i < rides.size(); i = next++)
+        bool ready = calculator && (count < 3 || calculator->loadProfile(values[2]));
+        for (size_t i = next++; i < rides.size(); i = ++next)
             lines[i] = ready ? powerOf(*calculator, rides[i]) : "no calculator with this profile";
     };
     {

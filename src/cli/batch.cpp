@@ -151,7 +151,7 @@ int runBatch(Session& session, const Request& request, const std::vector<RunFile
              Answer& answer, Streams& streams)
 {
     Batch batch = {session, request, runs, run, streams};
-    const OrderedWork work = {
+    OrderedWork work = {
         .run = [&](size_t ride) { runRide(batch, ride); },
         .take = [&](size_t ride) { takeRide(batch, ride); },
         .ended = [&](size_t count) { batch.line.show(count); },

@@ -35,7 +35,7 @@ constexpr std::string_view otherRides[] = {".gpx", ".tcx", ".fit"};
 // "ride.gpx.gz" to "ride.fit"; the name of a FIT file stays.
 std::string fitName(std::string_view name)
 {
-    const bool packed = name.ends_with(".gz");
+    bool packed = name.ends_with(".gz");
     name.remove_suffix(packed ? 3 : 0);
     for (std::string_view ending : otherRides)
         if (name.ends_with(ending) && (packed || ending != ".fit"))

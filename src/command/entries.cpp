@@ -166,7 +166,7 @@ void keepRefused(EntryFaults& faults, const FormState& state)
     if (!faults.refused || !isEdit(*faults.refused))
         return;
     const Row& row = *faults.refused;
-    const double value = shownValue(state, row);
+    double value = shownValue(state, row);
     faults.beyondLimits = (row.leastBinds && !(value >= row.least)) || (row.mostBinds && !(value <= row.most));
 }
 

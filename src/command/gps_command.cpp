@@ -68,7 +68,7 @@ StatusCode analyse(Ride& ride)
 
 StatusCode readAndAnalyse(Ride& ride)
 {
-    const StatusCode code = readRide(ride);
+    StatusCode code = readRide(ride);
     return code != fitOk ? code : analyse(ride);
 }
 
@@ -107,7 +107,7 @@ StatusCode rewriteRide(FitImage& destination, const Ride& ride)
 
 StatusCode createImage(const Ride& ride, FitImage& destination)
 {
-    const StatusCode code = rewriteRide(destination, ride);
+    StatusCode code = rewriteRide(destination, ride);
     return code != fitOk ? fail(ride, ride.loaded.path, code) : code;
 }
 

@@ -14,7 +14,7 @@ StatusCode gather(const Session& session, LoadedRide& ride)
 {
     Progress progress(session.screens);
     ride.image.progress = &progress;
-    const StatusCode code = gatherActivity(ride);
+    StatusCode code = gatherActivity(ride);
     ride.image.progress = nullptr;
     return code;
 }
@@ -23,7 +23,7 @@ StatusCode gather(const Session& session, LoadedRide& ride)
 StatusCode load(Session& session, LoadedRide&& ride)
 {
     session.screens.setStatus("");
-    const StatusCode code = gather(session, ride);
+    StatusCode code = gather(session, ride);
     if (code != fitOk)
         return reportStatus(session.screens, ride.path, code);
     session.take(std::move(ride));

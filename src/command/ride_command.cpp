@@ -25,14 +25,12 @@ void reportTable(Screens& screens, const RideRun& ride, Progress& progress)
         reportSectorRows(screens, ride.log);
         return;
     }
-    if (ride.log.rows.empty()) {
+    if (ride.log.rows.empty())
         return;
-    }
-    if (ride.in.rideMode == rideInclinationAndVelocity) {
+    if (ride.in.rideMode == rideInclinationAndVelocity)
         reportRollingHeading(screens);
-    } else {
+    else
         reportProcessHeading(screens, ride);
-    }
     reportProcessRows(screens, ride.log, &progress);
 }
 
@@ -42,9 +40,8 @@ void leave(Session& session, RideRun& ride)
     session.lastDrive = ride.found.drive;
     keepEvaluation(session.model.state, ride.now);
     keepBrakeHeat(session.model.state, ride.heat);
-    if (ride.graph && checkGraphSeries(*ride.graph) != 0) {
+    if (ride.graph && checkGraphSeries(*ride.graph) != 0)
         session.screens.showMessage("alert", "illegal initializing of graph structure");
-    }
     session.graph = std::move(ride.graph);
 }
 
@@ -59,18 +56,16 @@ void wantGraph(ParameterBlock& working)
 
 ResultStatus dispatchRide(Session& session)
 {
-    const int mode = session.working.rideMode;
+    int mode = session.working.rideMode;
     session.graph.reset();
-    if (mode < 0 || mode >= rideModeCount) {
+    if (mode < 0 || mode >= rideModeCount)
         return 0;
-    }
     Progress progress = runsOverTime(mode) ? Progress(session.screens) : Progress();
     RideRun ride = runRide(session.model, takeRideInputs(session.working, session.lastDrive), &progress);
     leave(session, ride);
     reportRide(session.screens, ride);
-    if (!isFatal(ride.status)) {
+    if (!isFatal(ride.status))
         reportTable(session.screens, ride, progress);
-    }
     return ride.status;
 }
 

@@ -90,7 +90,7 @@ void startFrom(Session& session, const ParameterBlock& defaults)
 Verdict confirmPage(Session& session, FormState& page)
 {
     Verdict verdict = confirmForm(page, session.working);
-    const Marks marks = verdict.passed ? page.form->marks : Marks::nothing;
+    Marks marks = verdict.passed ? page.form->marks : Marks::nothing;
     session.formMarks.profile = session.formMarks.profile || marks == Marks::profile;
     session.formMarks.condition = session.formMarks.condition || marks == Marks::condition;
     return verdict;

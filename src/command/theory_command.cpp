@@ -9,12 +9,11 @@ namespace {
 
 ResultStatus answer(Session& session, Theory& theory)
 {
-    const ResultStatus calculated = theoryCalculate(session.model, theory);
+    ResultStatus calculated = theoryCalculate(session.model, theory);
     reportTheoryResult(session.screens, theory, calculated);
-    if (calculated != 0) {
+    if (calculated != 0)
         return calculated;
-    }
-    const ResultStatus verified = theoryVerify(session.model, theory);
+    ResultStatus verified = theoryVerify(session.model, theory);
     reportTheoryReal(session.screens, theory, verified);
     return verified;
 }
@@ -24,7 +23,7 @@ ResultStatus answer(Session& session, Theory& theory)
 ResultStatus runTheory(Session& session)
 {
     Theory theory = theorySetUp(session.model, session.working);
-    const ResultStatus status = answer(session, theory);
+    ResultStatus status = answer(session, theory);
     keepEvaluation(session.model.state, theory.road);
     return status;
 }

@@ -12,31 +12,27 @@ Progress::Progress(const Screens& toScreens) : screens(&toScreens)
 
 Progress::~Progress()
 {
-    if (screens != nullptr) {
+    if (screens != nullptr)
         screens->showProgress(false);
-    }
 }
 
 void Progress::report(int percent)
 {
-    if (screens != nullptr && std::exchange(shown, percent) != percent) {
+    if (screens != nullptr && std::exchange(shown, percent) != percent)
         screens->setProgress(percent);
-    }
 }
 
 void reportProgress(Progress* progress, int percent)
 {
-    if (progress != nullptr) {
+    if (progress != nullptr)
         progress->report(percent);
-    }
 }
 
 int progressPercent(double low, double high, double present)
 {
-    const double percent = 100 * (present - low) / (high - low);
-    if (!(percent > 0)) {
+    double percent = 100 * (present - low) / (high - low);
+    if (!(percent > 0))
         return 0;
-    }
     return percent < 100 ? static_cast<int>(percent) : 100;
 }
 

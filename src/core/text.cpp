@@ -32,9 +32,8 @@ void appendFormatted(std::string& text, const char* format, va_list arguments)
 
 void appendRight(std::string& text, std::string_view digits, int width)
 {
-    if (width > static_cast<int>(digits.size())) {
+    if (width > static_cast<int>(digits.size()))
         text.append(static_cast<size_t>(width) - digits.size(), ' ');
-    }
     text += digits;
 }
 
@@ -47,15 +46,14 @@ uint64_t roundedDecimals(double magnitude, uint64_t powerOfTen)
 {
     constexpr int fractionBits = 52;
     constexpr uint64_t leadingOne = uint64_t{1} << fractionBits;
-    const uint64_t bits = std::bit_cast<uint64_t>(magnitude);
-    const uint64_t scaled = (bits % leadingOne + leadingOne) * powerOfTen;
-    const int shift = 1023 + fractionBits - static_cast<int>(bits / leadingOne); // not below 0
-    if (shift == 0 || shift >= 64) {
+    uint64_t bits = std::bit_cast<uint64_t>(magnitude);
+    uint64_t scaled = (bits % leadingOne + leadingOne) * powerOfTen;
+    int shift = 1023 + fractionBits - static_cast<int>(bits / leadingOne); // not below 0
+    if (shift == 0 || shift >= 64)
         return shift == 0 ? scaled : 0; // 0 and all that is far below half a unit
-    }
-    const uint64_t whole = scaled >> shift;
-    const uint64_t rest = scaled & ((uint64_t{1} << shift) - 1);
-    const uint64_t half = uint64_t{1} << (shift - 1);
+    uint64_t whole = scaled >> shift;
+    uint64_t rest = scaled & ((uint64_t{1} << shift) - 1);
+    uint64_t half = uint64_t{1} << (shift - 1);
     return whole + (rest > half || (rest == half && (whole & 1) != 0));
 }
 
@@ -65,10 +63,10 @@ constexpr uint32_t eightDigits = 100'000'000;
 // side by side in one word: by a multiplication and a shift that are exact for numbers this small.
 uint64_t digitsOf(uint32_t number)
 {
-    const uint64_t halves = number / 10000 | uint64_t{number % 10000} << 32;
-    const uint64_t hundreds = halves * 5243 >> 19 & 0x7F'0000'007F;
-    const uint64_t quarters = hundreds | (halves - 100 * hundreds) << 16;
-    const uint64_t tens = quarters * 103 >> 10 & 0xF'000F'000F'000F;
+    uint64_t halves = number / 10000 | uint64_t{number % 10000} << 32;
+    uint64_t hundreds = halves * 5243 >> 19 & 0x7F'0000'007F;
+    uint64_t quarters = hundreds | (halves - 100 * hundreds) << 16;
+    uint64_t tens = quarters * 103 >> 10 & 0xF'000F'000F'000F;
     return tens | (quarters - 10 * tens) << 8;
 }
 
@@ -89,7 +87,7 @@ char* writeInt32(char* to, int32_t value)
     } else {
         shown -= std::countr_zero(digitsOf(rest) | uint64_t{1} << 56) / 8; // leading zeros go, the last digit stays
     }
-    const uint64_t text = (digitsOf(rest) | 0x3030303030303030) >> 8 * (8 - shown);
+    uint64_t text = (digitsOf(rest) | 0x3030303030303030) >> 8 * (8 - shown);
     std::memcpy(to, &text, sizeof text);
     return to + shown;
 }
@@ -112,12 +110,10 @@ void appendFixed(std::string& text, double value, int width, int decimals)
     char digits[32] = "-";
     char* end = digits + (std::signbit(value) ? 1 : 0);
     end = std::to_chars(end, digits + sizeof digits, rounded / power).ptr;
-    if (decimals > 0) {
+    if (decimals > 0)
         *end++ = '.';
-    }
-    for (uint64_t rest = rounded % power, place = power / 10; place > 0; place /= 10) {
+    for (uint64_t rest = rounded % power, place = power / 10; place > 0; place /= 10)
         *end++ = static_cast<char>('0' + rest / place % 10);
-    }
     appendRight(text, {digits, end}, width);
 }
 

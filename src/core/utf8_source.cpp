@@ -87,9 +87,9 @@ void dropDeclaration(std::vector<uint8_t>& piece)
 {
     std::string_view text(reinterpret_cast<const char*>(piece.data()), piece.size());
     constexpr std::string_view end = "?>";
-    const size_t closes = text.starts_with("<?xml") ? text.find(end) : std::string_view::npos;
-    const size_t from = closes == std::string_view::npos ? 0 : closes + end.size();
-    const size_t begins = std::min(text.find_first_not_of(" \t\r\n", from), text.size());
+    size_t closes = text.starts_with("<?xml") ? text.find(end) : std::string_view::npos;
+    size_t from = closes == std::string_view::npos ? 0 : closes + end.size();
+    size_t begins = std::min(text.find_first_not_of(" \t\r\n", from), text.size());
     piece.erase(piece.begin(), piece.begin() + static_cast<std::ptrdiff_t>(begins));
 }
 
@@ -146,12 +146,11 @@ private:
             return;
         std::vector<uint8_t> recoded;
         recoded.reserve(piece.size() + piece.size() / 8);
-        for (uint8_t byte : piece) {
+        for (uint8_t byte : piece)
             if (encoding == Encoding::latin1 || byte < 0x80 || byte >= 0xA0 || encoding != Encoding::windows1252)
                 takeByte(recoded, byte);
             else
                 appendUtf8(recoded, windows1252[byte - 0x80]);
-        }
         piece = std::move(recoded);
     }
 

@@ -63,7 +63,7 @@ void planMessage(AddPlan& plan, const FitMessage& message, const ParameterBlock&
         plan.sessionTotal += message.globalMessage() == messageSession;
         return;
     }
-    for (size_t kind = 0; kind < addedKindCount; kind++)
+    for (size_t kind = 0; kind < addedKindCount; ++kind)
         plan.inSource[kind] |= message.globalMessage() == addedMessages[kind].message;
     if (message.globalMessage() == messageRecord)
         planRecordDefinition(plan, *message.definition, options);
@@ -82,7 +82,7 @@ StatusCode planAddedSize(AddPlan& plan, const FitImage& source, const ParameterB
 // Gives each added message the lowest local type that is free. False when there are too few.
 bool assignLocalTypes(AddPlan& plan, const ParameterBlock& options)
 {
-    for (size_t kind = 0; kind < addedKindCount; kind++) {
+    for (size_t kind = 0; kind < addedKindCount; ++kind) {
         if (!isAdded(options, kind))
             continue;
         int lowest = std::countr_one(plan.localUsed);
@@ -283,7 +283,7 @@ StatusCode writeSegments(AddRun& run)
 {
     uint32_t totalTimer = 0;
     run.walk = startWalk(run.source);
-    for (int i = 0; i < run.plan.recordDefinitionTotal; i++) {
+    for (int i = 0; i < run.plan.recordDefinitionTotal; ++i) {
         run.segment = {.threshold = thresholdOf(run.options)};
         StatusCode code = segmentWalk(run);
         if (code == fitOk)
@@ -339,7 +339,7 @@ void warnAndClear(ParameterBlock& options, size_t kind, const char* text, Verdic
 void checkExisting(const SourceFileInfo& info, ParameterBlock& options, Verdict& verdict)
 {
     for (uint16_t message : info.messagesAtEnd)
-        for (size_t kind = 0; kind < addedKindCount; kind++)
+        for (size_t kind = 0; kind < addedKindCount; ++kind)
             if (message == addedMessages[kind].message && isAdded(options, kind))
                 warnAndClear(options, kind, addedMessages[kind].alreadyThere, verdict);
 }

@@ -135,7 +135,7 @@ constexpr std::array<uint8_t, 256> indexRecordFields()
 {
     std::array<uint8_t, 256> rows = {};
     rows.fill(noRow);
-    for (size_t row = 0; row < std::size(recordFields); row++)
+    for (size_t row = 0; row < std::size(recordFields); ++row)
         rows[recordFields[row].number] = static_cast<uint8_t>(row);
     return rows;
 }
@@ -167,7 +167,7 @@ void countRecord(Segment& segment, const FitMessage& message)
     RecordValues values = decodeRecord(message);
     if (values[speedRow].value_or(0) < segment.threshold)
         return;
-    for (size_t row = 0; row < values.size(); row++)
+    for (size_t row = 0; row < values.size(); ++row)
         if (values[row])
             recordFields[row].take(segment, *values[row]);
     segment.set.recordCount++;

@@ -38,7 +38,7 @@ size_t firstFree(ToolInputs& inputs)
 bool takeSources(ToolInputs& inputs, Verdict& verdict)
 {
     auto sources = sourcesOf(inputs);
-    for (size_t i = 0; i < sources.size(); i++) {
+    for (size_t i = 0; i < sources.size(); ++i) {
         sources[i].inUse = !sources[i].path.empty();
         if (!sources[i].inUse)
             continue;
@@ -56,12 +56,12 @@ bool takeSources(ToolInputs& inputs, Verdict& verdict)
 bool surveySources(ToolInputs& inputs, Verdict& verdict)
 {
     auto sources = sourcesOf(inputs);
-    for (size_t i = 0; i < sources.size(); i++) {
+    for (size_t i = 0; i < sources.size(); ++i) {
         FitImage image = {};
         if (sources[i].inUse && surveyFitFile(image, sources[i]) != fitOk)
             return refuse(verdict, "error", "failed to read a source file which might be invalid structure", i);
     }
-    for (size_t i = 0; i < sources.size(); i++)
+    for (size_t i = 0; i < sources.size(); ++i)
         if (sources[i].inUse && sources[i].fileType != fileTypeActivity)
             return refuse(verdict, "error", "found an invalid file id type of a source file", i);
     return true;
@@ -90,8 +90,8 @@ bool checkPair(const SourceFileInfo& a, const SourceFileInfo& b, Verdict& verdic
 bool checkPairs(ToolInputs& inputs, Verdict& verdict)
 {
     auto sources = sourcesOf(inputs);
-    for (size_t i = 0; i < sources.size(); i++)
-        for (size_t j = i + 1; j < sources.size(); j++)
+    for (size_t i = 0; i < sources.size(); ++i)
+        for (size_t j = i + 1; j < sources.size(); ++j)
             if (sources[i].inUse && sources[j].inUse && !checkPair(sources[i], sources[j], verdict))
                 return false;
     return true;
@@ -103,7 +103,7 @@ SourceOrder orderOfSources(const ToolInputs& inputs)
 {
     constexpr uint32_t notInUse = 0xFFFFFFFE;
     SourceOrder order;
-    for (size_t i = 0; i < order.size(); i++)
+    for (size_t i = 0; i < order.size(); ++i)
         order[i] = i;
     auto key = [&](size_t i) { return inputs.files[i].inUse ? inputs.files[i].startTimestamp : notInUse; };
     if (inputs.files[0].startTimestamp != 0)

@@ -351,7 +351,7 @@ ToolOutcome runDivide(const ToolInputs& inputs, const ParameterBlock& options, P
         return {fitTooLarge, info.path};
     std::vector<Part> parts;
     Division division;
-    for (int32_t k = 0; k < plan.parts; k++) {
+    for (int32_t k = 0; k < plan.parts; ++k) {
         if (k % partsPerWalk == 0)
             if (StatusCode code = fillParts(parts, source, options.divideOutput, plan, k); code != fitOk)
                 return {code, info.path};

@@ -159,7 +159,7 @@ DumpText::DumpText(const WritePiece& writer)
 
 void handOver(DumpText& text)
 {
-    const size_t length = static_cast<size_t>(text.end - text.block.get());
+    size_t length = static_cast<size_t>(text.end - text.block.get());
     text.taken = text.taken && text.write({reinterpret_cast<const uint8_t*>(text.block.get()), length});
     text.written += length;
     text.end = text.block.get();

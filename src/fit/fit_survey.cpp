@@ -95,7 +95,7 @@ void surveyMessage(const FitMessage& message, Survey& survey)
 
 void surveyEnd(const LocalDefinitions& definitions, SourceFileInfo& info)
 {
-    for (size_t i = 0; i < definitions.size(); i++) {
+    for (size_t i = 0; i < definitions.size(); ++i) {
         info.messagesAtEnd[i] = definitions[i].globalMessage;
         info.localTypesDefined |= definitions[i].defined() ? 1u << i : 0;
     }

@@ -30,10 +30,9 @@ const char* fileTypeName(uint8_t fileType)
         {35, "segment file"},
         {40, "configuration file"},
     };
-    for (const FileType& known : fileTypes) {
+    for (const FileType& known : fileTypes)
         if (known.value == fileType)
             return known.name;
-    }
     return "unknown file type";
 }
 

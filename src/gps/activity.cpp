@@ -247,12 +247,11 @@ void orderPauses(std::vector<Pause>& pauses)
 {
     std::ranges::sort(pauses, {}, &Pause::from);
     size_t last = 0;
-    for (size_t i = 1; i < pauses.size(); ++i) {
+    for (size_t i = 1; i < pauses.size(); ++i)
         if (pauses[i].from <= pauses[last].to)
             pauses[last].to = std::max(pauses[last].to, pauses[i].to);
         else
             pauses[++last] = pauses[i];
-    }
     if (!pauses.empty())
         pauses.resize(last + 1);
 }

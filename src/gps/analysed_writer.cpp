@@ -243,7 +243,7 @@ void writeMessage(Rewrite& rewrite, const FitMessage& message)
 StatusCode planRewrittenSize(FitImage& destination, const FitImage& source, const GpsRecords& records,
                              uint32_t addedFields)
 {
-    const Growths growths = growthsOf(addedFields);
+    Growths growths = growthsOf(addedFields);
     size_t size = 0;
     size_t index = 0;
     bool fits = true;

@@ -26,10 +26,9 @@ StatusCode sportsCode(const FitInventory& inventory)
 uint8_t fieldSignature(const std::vector<FieldDefinition>& fields)
 {
     uint8_t signature = 0;
-    for (const FieldDefinition& field : fields) {
+    for (const FieldDefinition& field : fields)
         if (field.number < 8 || field.number == recordTemperature || field.number == recordTimestamp)
             signature |= field.number;
-    }
     return signature;
 }
 
@@ -115,10 +114,9 @@ void setPresenceOf(LoadedRide& ride, uint8_t fieldNumber)
             continue;
         uint8_t& flags = ride.presence.*row.flags;
         flags |= row.defined;
-        for (const PresentValue& value : row.values) {
+        for (const PresentValue& value : row.values)
             if (value.present && value.present(ride.summary))
                 flags |= value.flag;
-        }
     }
 }
 
@@ -222,10 +220,9 @@ StatusCode gatherActivity(LoadedRide& ride)
 StatusCode checkCoherence(const FitInventory& inventory, const RecordDefinitions& recordDefinitions)
 {
     StatusCode code = sportsCode(inventory);
-    for (const std::vector<FieldDefinition>& fields : recordDefinitions) {
+    for (const std::vector<FieldDefinition>& fields : recordDefinitions)
         if (fieldSignature(fields) != fieldSignature(recordDefinitions[0]))
             return code | fitRecordFieldsDiffer;
-    }
     return code;
 }
 

@@ -116,7 +116,7 @@ void prepareModelForRecord(TrackModel& track, GpsRecord& record)
 
 void predictTrack(TrackModel& track, std::span<GpsRecord> records, Progress* progress)
 {
-    for (size_t i = 0; i < records.size(); i++) {
+    for (size_t i = 0; i < records.size(); ++i) {
         prepareModelForRecord(track, records[i]);
         if (track.settings.predictCadence)
             records[i].cadence = cadenceAt(track.model, records[i].speed);

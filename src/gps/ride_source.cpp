@@ -68,7 +68,7 @@ StatusCode codeOf(const TrackReading& reading)
 
 StatusCode loadTracks(FitImage& image, NextPiece pieces)
 {
-    const TrackReading reading = readTracks(std::move(pieces));
+    TrackReading reading = readTracks(std::move(pieces));
     if (StatusCode code = codeOf(reading))
         return code;
     ImportFindings findings;
@@ -91,7 +91,7 @@ StatusCode loadPacked(FitImage& image, const NextPiece& pieces)
 StatusCode loadRideSource(FitImage& image, const std::string& path)
 {
     std::vector<uint8_t> start;
-    const NextPiece look = unpacked(piecesOfFile(path), mostUnpacked);
+    NextPiece look = unpacked(piecesOfFile(path), mostUnpacked);
     if (StatusCode code = codeOf(look(start)))
         return code;
     NextPiece pieces = unpacked(piecesOfFile(path), mostUnpacked);

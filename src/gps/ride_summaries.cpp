@@ -169,12 +169,11 @@ bool isSummary(uint16_t global)
 
 void addFields(Rewriting& work, const Parts& parts, const SummaryRules& rules, PrepareFindings& findings)
 {
-    for (size_t i = 0; i < parts.fields.size(); ++i) {
+    for (size_t i = 0; i < parts.fields.size(); ++i)
         if (isSummary(parts.global))
             rewriteField(work, parts, i, rules, findings);
         else
             addField(work, parts.fields[i], parts.values[i]);
-    }
     addSport(work, parts, messageSession, sessionSport, rules.sessionSport);
     addSport(work, parts, messageLap, lapSport, rules.lapSport);
 }

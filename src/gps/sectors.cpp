@@ -19,7 +19,7 @@ uint32_t secondsBefore(std::span<const GpsRecord> records, size_t i)
 uint32_t smallestInterval(std::span<const GpsRecord> records)
 {
     uint32_t smallest = longestInterval;
-    for (size_t i = 1; i < records.size() && smallest != 1; i++) {
+    for (size_t i = 1; i < records.size() && smallest != 1; ++i) {
         uint32_t step = secondsBefore(records, i);
         if (step < smallest)
             smallest = step;
@@ -30,10 +30,9 @@ uint32_t smallestInterval(std::span<const GpsRecord> records)
 // Mean speed over the first step that takes time; 0 without any.
 double firstSpeed(std::span<const GpsRecord> records)
 {
-    for (size_t i = 1; i < records.size(); i++) {
+    for (size_t i = 1; i < records.size(); ++i)
         if (uint32_t seconds = secondsBefore(records, i))
             return (records[i].distance - records[i - 1].distance) / seconds;
-    }
     return 0;
 }
 
@@ -54,7 +53,7 @@ void distanceFromPositions(std::span<GpsRecord> records)
 {
     if (!records.empty())
         records[0].distance = 0;
-    for (size_t i = 1; i < records.size(); i++) {
+    for (size_t i = 1; i < records.size(); ++i) {
         const GpsRecord& last = records[i - 1];
         GpsRecord& record = records[i];
         record.distance =
@@ -67,7 +66,7 @@ void speedFromDistance(std::span<GpsRecord> records)
     if (records.size() < 2)
         return;
     records[0].speed = firstSpeed(records);
-    for (size_t i = 1; i < records.size(); i++) {
+    for (size_t i = 1; i < records.size(); ++i) {
         double last = records[i - 1].speed;
         double speed = 2 * (records[i].distance - records[i - 1].distance) / secondsBefore(records, i) - last;
         records[i].speed = std::isfinite(speed) ? speed : last;
@@ -87,7 +86,7 @@ bool formSectors(std::span<GpsRecord> records, double thresholdSpeed, uint32_t a
     uint32_t current = records[0].speed >= thresholdSpeed ? 1 : 0;
     uint32_t members = current; // rows of the last sector begun
     records[0].sector = current;
-    for (size_t i = 1; i < records.size(); i++) {
+    for (size_t i = 1; i < records.size(); ++i) {
         GpsRecord& record = records[i];
         if (!(record.speed >= thresholdSpeed)) {
             record.sector = 0;

@@ -61,7 +61,7 @@ Reach reachOf(size_t i, int window, size_t total)
 Gathered gather(const std::vector<double>& values, Reach reach, ExtremesStart start)
 {
     Gathered gathered(start);
-    for (size_t k = reach.first; k < reach.end; k++)
+    for (size_t k = reach.first; k < reach.end; ++k)
         gathered.add(values[k]);
     return gathered;
 }
@@ -75,14 +75,13 @@ std::vector<double> copyOf(std::span<const GpsRecord> records, RecordField field
 
 void smoothWithinSectors(std::span<GpsRecord> records, RecordField field, int window, ExtremesStart start)
 {
-    const std::vector<double> values = copyOf(records, field);
-    for (size_t i = 0; i < records.size(); i++) {
+    std::vector<double> values = copyOf(records, field);
+    for (size_t i = 0; i < records.size(); ++i) {
         Gathered gathered(start);
         Reach reach = reachOf(i, window, records.size());
-        for (size_t k = reach.first; k < reach.end; k++) {
+        for (size_t k = reach.first; k < reach.end; ++k)
             if (records[k].sector == records[i].sector)
                 gathered.add(values[k]);
-        }
         if (gathered.meanKnown())
             records[i].*field = gathered.trimmedMean();
     }
@@ -93,10 +92,9 @@ Gathered gatherHeadings(std::span<const GpsRecord> records, const std::vector<do
                         double offset)
 {
     Gathered gathered(headingStart);
-    for (size_t k = reach.first; k < reach.end; k++) {
+    for (size_t k = reach.first; k < reach.end; ++k)
         if (records[k].sector == records[i].sector)
             gathered.add(std::fmod(headings[k] + offset, 360.0));
-    }
     return gathered;
 }
 
@@ -111,7 +109,7 @@ int chooseWindow(std::span<const GpsRecord> records)
 {
     double sum = 0;
     size_t count = 0;
-    for (size_t i = 1; i < records.size(); i++) {
+    for (size_t i = 1; i < records.size(); ++i) {
         double step = records[i].distance - records[i - 1].distance;
         if (step >= 1.0) {
             sum += step;
@@ -131,7 +129,7 @@ int choosePositionWindow(std::span<const GpsRecord> records)
     if (records.size() < 2)
         return 0;
     double sum = 0;
-    for (size_t i = 1; i < records.size(); i++) {
+    for (size_t i = 1; i < records.size(); ++i) {
         sum += greatCircleDistance(records[i - 1].latitude, records[i - 1].longitude, records[i].latitude,
                                    records[i].longitude);
     }
@@ -144,7 +142,7 @@ int choosePositionWindow(std::span<const GpsRecord> records)
 void smoothInto(std::span<GpsRecord> records, RecordField field, const std::vector<double>& values, int window,
                 ExtremesStart start)
 {
-    for (size_t i = 0; i < records.size(); i++) {
+    for (size_t i = 0; i < records.size(); ++i) {
         Gathered gathered = gather(values, reachOf(i, window, records.size()), start);
         if (gathered.meanKnown())
             records[i].*field = gathered.trimmedMean();
@@ -164,8 +162,8 @@ void smoothPositions(std::span<GpsRecord> records, int window)
 
 void smoothHeading(std::span<GpsRecord> records, int window)
 {
-    const std::vector<double> headings = copyOf(records, &GpsRecord::heading);
-    for (size_t i = 0; i < records.size(); i++) {
+    std::vector<double> headings = copyOf(records, &GpsRecord::heading);
+    for (size_t i = 0; i < records.size(); ++i) {
         Reach reach = reachOf(i, window, records.size());
         double offset = 0.0;
         Gathered gathered = gatherHeadings(records, headings, i, reach, offset);
@@ -181,9 +179,9 @@ void smoothHeading(std::span<GpsRecord> records, int window)
 void smoothDistance(std::span<GpsRecord> records, int window)
 {
     std::vector<double> steps(records.size());
-    for (size_t i = 1; i < records.size(); i++)
+    for (size_t i = 1; i < records.size(); ++i)
         steps[i] = records[i].distance - records[i - 1].distance;
-    for (size_t i = 1; i < records.size(); i++) {
+    for (size_t i = 1; i < records.size(); ++i) {
         Gathered gathered = gather(steps, reachOf(i, window, records.size()), stepStart);
         double step = gathered.meanKnown() ? gathered.trimmedMean() : steps[i];
         records[i].distance = step + records[i - 1].distance;

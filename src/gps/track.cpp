@@ -21,7 +21,7 @@ constexpr double slowestSlope = 2.0; // m/s; slower, the altitude's own noise ma
 void computeHeadings(std::span<GpsRecord> records)
 {
     size_t last = records.size() - 1;
-    for (size_t i = 0; i < last; i++) {
+    for (size_t i = 0; i < last; ++i) {
         records[i].heading =
             bearing(records[i].latitude, records[i].longitude, records[i + 1].latitude, records[i + 1].longitude);
     }
@@ -41,7 +41,7 @@ double accelerationOverTime(const GpsRecord& from, const GpsRecord& to)
 
 void computeAcceleration(std::span<GpsRecord> records, bool overDistance)
 {
-    for (size_t i = 0; i + 1 < records.size(); i++) {
+    for (size_t i = 0; i + 1 < records.size(); ++i) {
         double acceleration = overDistance ? accelerationOverDistance(records[i], records[i + 1])
                                            : accelerationOverTime(records[i], records[i + 1]);
         records[i].acceleration = std::isfinite(acceleration) ? acceleration : 0;
@@ -64,10 +64,9 @@ std::vector<double> slopesOf(std::span<const GpsRecord> records)
         return slopes;
     size_t last = records.size() - 1;
     slopes[0] = slopeBetween(records[0], records[1]);
-    for (size_t i = 1; i < last; i++) {
+    for (size_t i = 1; i < last; ++i)
         if (!(records[i].speed < slowestSlope))
             slopes[i] = slopeBetween(records[i], records[i + 1]);
-    }
     slopes[last] = slopeBetween(records[last - 1], records[last]);
     return slopes;
 }
@@ -76,14 +75,13 @@ void computeInclination(std::span<GpsRecord> records, int window, double unrealI
 {
     std::vector<double> slopes = slopesOf(records);
     if (window == 0) {
-        for (size_t i = 0; i < records.size(); i++)
+        for (size_t i = 0; i < records.size(); ++i)
             records[i].inclination = slopes[i];
         return;
     }
-    for (size_t i = 1; i + 1 < slopes.size(); i++) { // the first and the last are never rejected
+    for (size_t i = 1; i + 1 < slopes.size(); ++i) // the first and the last are never rejected
         if (std::fabs(slopes[i]) > unrealInclination)
             slopes[i] = 0;
-    }
     smoothInto(records, &GpsRecord::inclination, slopes, window, inclinationStart);
 }
 
@@ -98,10 +96,9 @@ double slopeGravity(double inclination)
 void rejectAcceleration(std::span<GpsRecord> records, int window, double unrealAccele)
 {
     std::vector<double> kept(records.size());
-    for (size_t i = 0; i < records.size(); i++) {
+    for (size_t i = 0; i < records.size(); ++i)
         if (records[i].acceleration <= slopeGravity(records[i].inclination) + unrealAccele)
             kept[i] = records[i].acceleration;
-    }
     smoothInto(records, &GpsRecord::acceleration, kept, window, accelerationStart);
 }
 

@@ -62,7 +62,7 @@ double brakeSecond(Brake& brake, double frictionRate)
 void runBrake(Brake& brake, double frictionRate, uint32_t seconds)
 {
     double lost = 0;
-    for (uint32_t i = 0; i < std::min(seconds, restAfter); i++)
+    for (uint32_t i = 0; i < std::min(seconds, restAfter); ++i)
         lost = brakeSecond(brake, frictionRate);
     if (seconds > restAfter)
         brake.radiated += lost * (seconds - restAfter);
@@ -118,7 +118,7 @@ void brakeHeatStep(const TrackModel& track, std::span<GpsRecord> records, double
     const GpsRecord& last = records[index - 1];
     GpsRecord& record = records[index];
     bool braking = record.power == 0 && netPower < 0;
-    for (int wheel = 0; wheel < wheelCount; wheel++) {
+    for (int wheel = 0; wheel < wheelCount; ++wheel) {
         double share = wheel == 0 ? track.now.frontFrictionShare : track.now.rearFrictionShare;
         double frictionRate = applyBrake(record, braking, netPower, share);
         brakeHeatStepOf(track, wheel, last, record, frictionRate, braking);
@@ -130,7 +130,7 @@ void trackBrakeHeat(TrackModel& track, std::span<GpsRecord> records)
     if (!track.settings.predictPower || records.empty())
         return;
     startCold(records[0]);
-    for (size_t i = 1; i < records.size(); i++)
+    for (size_t i = 1; i < records.size(); ++i)
         brakeHeatStep(track, records, powerAskedBy(track, records[i]), i);
 }
 

@@ -115,7 +115,7 @@ Result<Answer> run(Asking& asking)
     if (asking.command.commit)
         asking.command.commit(session.saved, session.working);
     session.graph.reset();
-    const ResultStatus status = asking.command.operation(session);
+    ResultStatus status = asking.command.operation(session);
     if (std::optional<GraphSeries> curves = std::exchange(session.graph, std::nullopt))
         asking.answer.graph = graphOf(*curves);
     return outcome(asking.command, status, std::move(asking.answer));
@@ -124,10 +124,10 @@ Result<Answer> run(Asking& asking)
 // The commands of the ride in hand take no source.
 std::optional<Error> checkFiles(const Command& command, const Question& question)
 {
-    const size_t destinations = command.files.writes != FileKind::nothing;
-    const bool inHand = worksOnLoadedRide(command);
-    const size_t least = inHand ? 0 : command.files.least - std::min(destinations, command.files.least);
-    const size_t most = inHand ? 0 : command.files.most - std::min(destinations, command.files.most);
+    size_t destinations = command.files.writes != FileKind::nothing;
+    bool inHand = worksOnLoadedRide(command);
+    size_t least = inHand ? 0 : command.files.least - std::min(destinations, command.files.least);
+    size_t most = inHand ? 0 : command.files.most - std::min(destinations, command.files.most);
     if (question.sources.size() < least || question.destination.empty() != (destinations == 0))
         return incomplete(command, destinations ? "its sources and a destination" : "its sources, and no destination");
     if (question.sources.size() > most)

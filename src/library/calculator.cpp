@@ -148,7 +148,7 @@ Result<Answer> Calculator::loadRide(std::string_view path) noexcept
 {
     return change(state, [&](Session& session, Answer& answer) -> std::optional<Error> {
         FitImage image = {};
-        const std::string file = absolutePath(std::string(path));
+        std::string file = absolutePath(std::string(path));
         return takeRide(session, loadFitImage(image, file), std::move(image), file, answer);
     });
 }
@@ -157,7 +157,7 @@ Result<Answer> Calculator::loadRide(std::span<const std::uint8_t> bytes, std::st
 {
     return change(state, [&](Session& session, Answer& answer) -> std::optional<Error> {
         FitImage image = {};
-        const StatusCode code = takeFitImage(image, {bytes.begin(), bytes.end()});
+        StatusCode code = takeFitImage(image, {bytes.begin(), bytes.end()});
         return takeRide(session, code, std::move(image), std::string(name), answer);
     });
 }
@@ -189,7 +189,7 @@ Result<Bytes> Calculator::analysedFile(const Entries& entries) noexcept
 Result<Done> writeFile(std::string_view path, std::span<const std::uint8_t> bytes) noexcept
 {
     return guarded<Done>([&]() -> Result<Done> {
-        const std::string file(path);
+        std::string file(path);
         if (replaceFile(file, {bytes}) == FileResult::ok)
             return Done{};
         return Error{.kind = ErrorKind::cannotWrite, .text = "failed to write " + file};

@@ -43,7 +43,7 @@ ErrorKind kindOf(RefusalKind kind)
 std::string trimmed(const std::string& text)
 {
     constexpr const char* blanks = " \t\n";
-    const size_t first = text.find_first_not_of(blanks);
+    size_t first = text.find_first_not_of(blanks);
     return first == text.npos ? std::string() : text.substr(first, text.find_last_not_of(blanks) + 1 - first);
 }
 
@@ -88,7 +88,7 @@ Error errorOf(const EntryFaults& faults, const std::vector<Box>& boxes)
 
 Error errorOf(const Command& command, ResultStatus status, const Answer& answer)
 {
-    const std::string report = trimmed(answer.lower);
+    std::string report = trimmed(answer.lower);
     return {.kind = kindOf(command, status), .text = report.empty() ? answer.statusLine : report, .status = status};
 }
 

@@ -63,12 +63,12 @@ std::optional<Error> prepareInHand(Session& session, const Preparation& preparat
         return noRide();
     if (std::optional<Error> error = check(preparation))
         return error;
-    const PrepareOptions options = {preparation.gapLimit, preparation.jumpSpeed, preparation.dropPower,
-                                    preparation.dropCadence};
+    PrepareOptions options = {preparation.gapLimit, preparation.jumpSpeed, preparation.dropPower,
+                              preparation.dropCadence};
     FitImage prepared = {};
     PrepareFindings findings;
     Gathering gathering(session, answer);
-    const std::string name = session.ride.path;
+    std::string name = session.ride.path;
     StatusCode code = prepareActivity(*session.ride.inMemory, options, prepared, findings);
     code = code != fitOk ? reportStatus(session.screens, name, code)
                          : loadRideInMemory(session, std::move(prepared), name);

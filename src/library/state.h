@@ -42,9 +42,9 @@ public:
 private:
     Session& session;
     const ParameterBlock saved, working;
-    const FormMarks formMarks;
-    const Model model;
-    const Drive lastDrive;
+    FormMarks formMarks;
+    Model model;
+    Drive lastDrive;
     LoadedRide ride;
     bool held = true;
 };

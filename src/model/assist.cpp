@@ -14,9 +14,8 @@ namespace {
 int rangeAt(const ModelState& m, double kph)
 {
     int range = 0;
-    while (range < assistRangeCount && m.assistRangeSpeed[range] < kph) {
+    while (range < assistRangeCount && m.assistRangeSpeed[range] < kph)
         ++range;
-    }
     return range;
 }
 
@@ -60,35 +59,30 @@ struct Motor {
     }
     void shareAtHub() const
     {
-        if (m.motorLocation == motorHub) {
+        if (m.motorLocation == motorHub)
             e.crankPower = riderPower(m, e, share(), m.missionLossPercent, stageHub);
-        }
     }
     void shareAtCrank(double shellLoss) const
     {
-        if (m.motorLocation == motorCrank) {
+        if (m.motorLocation == motorCrank)
             e.pedalingPower = riderPower(m, e, share(), shellLoss, stageCrank);
-        }
     }
     void addAtCrank() const
     {
-        if (m.motorLocation == motorCrank) {
+        if (m.motorLocation == motorCrank)
             addTo(e.crankPower);
-        }
     }
     void addAtHub() const
     {
-        if (m.motorLocation == motorHub) {
+        if (m.motorLocation == motorHub)
             addTo(e.hubPower);
-        }
     }
     void finish() const
     {
-        if (m.motorLocation == motorCrank) {
+        if (m.motorLocation == motorCrank)
             shareOf(e.crankPower, e.crankTorque, e.crankForce);
-        } else if (m.motorLocation == motorHub) {
+        else if (m.motorLocation == motorHub)
             shareOf(e.hubPower, e.hubTorque, e.hubForce);
-        }
     }
 
 private:
@@ -124,18 +118,16 @@ int rangeOfPower(const Model& model, Evaluation& e, int stage, double wanted)
 {
     const double* speed = model.state.assistRangeSpeed; // kph
     int range = 0;
-    while (range < assistRangeCount && powerAtVelocity(model, e, stage, speed[range] / kphPerMps).value < wanted) {
+    while (range < assistRangeCount && powerAtVelocity(model, e, stage, speed[range] / kphPerMps).value < wanted)
         ++range;
-    }
     return range;
 }
 
 int lastAssistedRange(const ModelState& m)
 {
     int range = assistRangeCount - 1;
-    while (range > 0 && m.assistRangeMode[range] <= rangeNone) {
+    while (range > 0 && m.assistRangeMode[range] <= rangeNone)
         --range;
-    }
     return range;
 }
 
@@ -157,9 +149,8 @@ double assistRatioAt(const Model& model, double velocity)
     const ModelState& m = model.state;
     double kph = velocity * kphPerMps;
     int range = rangeAt(m, kph);
-    if (range == assistRangeCount) {
+    if (range == assistRangeCount)
         return 0.0;
-    }
     switch (m.assistRangeMode[range]) {
     case rangeConstant:
         return m.assistRangeRatio[range];
@@ -226,20 +217,18 @@ Solved assistedVelocityForPower(const Model& model, Evaluation& e, int stage, do
 void driveStagesFromThrust(const Model& model, Evaluation& e, double velocity, double thrustPower, double wheelSpeed,
                            double crankSpeed)
 {
-    if (model.state.motorLocation > motorNone) {
+    if (model.state.motorLocation > motorNone)
         assistedStagesFromThrust(model, e, velocity, thrustPower, wheelSpeed, crankSpeed);
-    } else {
+    else
         stagesFromThrust(model, e, thrustPower, wheelSpeed, crankSpeed);
-    }
 }
 
 void driveFromPedaling(const Model& model, Evaluation& e, const StepState& step, double pedalingPower)
 {
-    if (model.state.motorLocation > motorNone) {
+    if (model.state.motorLocation > motorNone)
         assistedDrivetrainFromPedaling(model, e, step, pedalingPower);
-    } else {
+    else
         drivetrainFromPedaling(model, e, step, pedalingPower);
-    }
 }
 
 Solved solvePowerAtVelocity(const Model& model, Evaluation& e, int stage, double velocity)

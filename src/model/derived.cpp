@@ -32,9 +32,8 @@ void deriveWheels(ModelState& m)
 
 void deriveMasses(ModelState& m)
 {
-    if (m.exceptWheels != 0) {
+    if (m.exceptWheels != 0)
         m.bikeWeight = (m.wheelsWeight + m.tyresWeight) * 0.001 + m.bikeWeightExceptWheels;
-    }
     m.totalWeight = m.humanWeight + m.bikeWeight;
     // Rotating mass counts again, wheels by half and tyres by 0.9; both in grams.
     m.bikeInertialWeight = m.wheelsWeight * 0.0005 + m.bikeWeight + m.tyresWeight * 0.0009;
@@ -44,9 +43,8 @@ void deriveMasses(ModelState& m)
 void deriveTrainingLevels(Model& model)
 {
     constexpr double shares[trainingLevelBoundCount] = {0.0, 0.56, 0.76, 0.91, 1.06, 1.21, 1.51};
-    for (int level = 0; level < trainingLevelBoundCount; ++level) {
+    for (int level = 0; level < trainingLevelBoundCount; ++level)
         model.trainingLevelBound[level] = model.state.ftp * shares[level];
-    }
 }
 
 // Both sides of the rim's braking band, mm2. The metal below a low band sheds heat too.
@@ -81,9 +79,8 @@ void computeDerived(Model& model)
     ModelState& m = model.state;
     deriveWheels(m);
     deriveMasses(m);
-    if (m.airPressureSource == pressureComputed) {
+    if (m.airPressureSource == pressureComputed)
         m.hectoPascal = airPressureAt(m.temperature, m.altitude);
-    }
     deriveBrakeSurfaceArea(m);
     deriveTrainingLevels(model);
 }

@@ -12,9 +12,8 @@ namespace {
 // Sprockets that each chainring starts with, from the inner ring outward. Neighbouring rings share one.
 std::array<int, 3> sprocketsPerRing(int rings, int sprockets)
 {
-    if (rings == 1) {
+    if (rings == 1)
         return {sprockets, 0, 0};
-    }
     int inner = sprockets / rings + 1;
     int middle = (sprockets - inner) / (rings - 1) + 1;
     int outer = sprockets - middle - inner + 2;
@@ -45,8 +44,8 @@ void buildGearTable(Model& model)
 {
     ModelState& m = model.state;
     GearEntry* gearTable = model.gearTable;
-    const int rings = m.chainringCount;
-    const double widestJump = m.cadenceShiftUp / m.cadenceShiftDown;
+    int rings = m.chainringCount;
+    double widestJump = m.cadenceShiftUp / m.cadenceShiftDown;
     std::array<int, 3> counts = sprocketsPerRing(rings, m.sprocketCount);
 
     int rows = 0;
@@ -61,9 +60,8 @@ void buildGearTable(Model& model)
                 ++counts[fromInner];
             }
         }
-        for (int n = 0; n < counts[fromInner]; ++n) {
+        for (int n = 0; n < counts[fromInner]; ++n)
             gearTable[rows++] = gearOf(m, ring, sprocket--);
-        }
     }
     m.gearCount = rows;
     model.reachVelocity = gearTable[rows - 1].velocityMax;

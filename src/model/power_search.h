@@ -29,9 +29,8 @@ void searchPower(PowerSearch& search, double wanted, PowerAt powerAt)
         Solved found = powerAt(search.velocity);
         search.power = found.value;
         search.status = found.status;
-        if (std::fabs(wanted - search.power) < tolerance) {
+        if (std::fabs(wanted - search.power) < tolerance)
             return;
-        }
         if (wanted > search.power) {
             rising = true;
             search.velocity += search.step;
@@ -42,9 +41,8 @@ void searchPower(PowerSearch& search, double wanted, PowerAt powerAt)
             }
             search.velocity -= search.step;
         }
-        if (round % 50 == 0) {
+        if (round % 50 == 0)
             tolerance *= 1.4;
-        }
     }
     search.exhausted = true;
 }

@@ -40,9 +40,8 @@ double postureOf(double torso, int32_t wear)
 {
     static constexpr double wearFactors[] = {0.956, 1.0, 1.07, 1.2, 1.3};
     double posture = std::sin(radians(torso)) / std::sin(radians(30.0)) * 0.8 + 0.2;
-    if (torso < 20.0) {
+    if (torso < 20.0)
         posture += std::sin(radians(20.0 - torso)); // very low gets worse again
-    }
     return posture * wearFactors[wear];
 }
 
@@ -129,11 +128,10 @@ void updateRolling(const ModelState& m, Evaluation& e)
 {
     e.effectiveRolling = (m.rollingCoefficient[0] * e.frontWeightRatio + m.rollingCoefficient[1] * e.rearWeightRatio) *
                          m.bpn / bpnOfCoefficients;
-    if (m.roadSurface == surfaceDamp) {
+    if (m.roadSurface == surfaceDamp)
         e.effectiveRolling *= 0.8;
-    } else if (m.roadSurface == surfaceRain) {
+    else if (m.roadSurface == surfaceRain)
         e.effectiveRolling *= 1.1;
-    }
 }
 
 void updateGrip(const ModelState& m, Evaluation& e)
@@ -143,9 +141,8 @@ void updateGrip(const ModelState& m, Evaluation& e)
     e.frontFrictionShare = front / (front + rear);
     e.rearFrictionShare = 1.0 - e.frontFrictionShare;
     e.effectiveFriction = (front + rear) * m.bpn / bpnOfCoefficients;
-    if (m.roadSurface != surfaceDry) {
+    if (m.roadSurface != surfaceDry)
         e.effectiveFriction *= 0.7;
-    }
 }
 
 } // namespace
@@ -182,14 +179,12 @@ void setLoads(const Model& model, Evaluation& e)
 double pelotonRatioAt(const Model& model, double airVelocity)
 {
     int32_t riders = model.state.pelotonNumber;
-    if (riders < 2 || !(airVelocity > 0.0)) {
+    if (riders < 2 || !(airVelocity > 0.0))
         return 1.0;
-    }
     const Peloton& p = model.peloton;
     double ratio = p.train / std::pow(airVelocity * kphPerMps, 0.2) * p.spacing / std::pow(50.0, 0.2);
-    if (model.state.rotateTop == topRotates) {
+    if (model.state.rotateTop == topRotates)
         ratio = ((riders - 1) * ratio + 1.0) / riders; // a share of the time in front, in free air
-    }
     return ratio > 1.0 ? 1.0 : ratio;
 }
 

@@ -24,9 +24,8 @@ Solved searchVelocity(const Model& model, Evaluation& e, int stage, double wante
     PowerSearch search{firstVelocity, firstStep};
     searchPower(search, wanted, [&](double velocity) { return stagePowerAt(model, e, stage, velocity); });
     ResultStatus status = search.status;
-    if (search.velocity < 0.0) {
+    if (search.velocity < 0.0)
         status |= statusTooShortPower;
-    }
     status |= search.exhausted ? statusNotConverged : toleranceClass(search.power, wanted);
     return {search.velocity, status};
 }
@@ -43,9 +42,8 @@ ResultStatus toleranceClass(double value, double wanted)
     double wide = wanted == 0.0 ? 0.5 : wanted * 0.05;
     double narrow = wanted == 0.0 ? 0.1 : wanted * 0.01;
     // A negative wanted turns its bounds round, so that every value lies beyond one of them.
-    if (value > wanted + wide || value < wanted - wide) {
+    if (value > wanted + wide || value < wanted - wide)
         return statusBeyondTolerance;
-    }
     return within(value, wanted - narrow, wanted + narrow) ? statusDone : statusLooseTolerance;
 }
 

@@ -16,11 +16,9 @@ namespace {
 
 bool anyZero(std::initializer_list<double> values)
 {
-    for (double value : values) {
-        if (value == 0.0) {
+    for (double value : values)
+        if (value == 0.0)
             return true;
-        }
-    }
     return false;
 }
 
@@ -39,9 +37,8 @@ bool areNumbers(std::initializer_list<double> values)
 ResultStatus numbersOrZero(Theory& r, ResultStatus status)
 {
     if (areNumbers({r.cadence, r.power, r.cadenceMax, r.maxPower, r.torque, r.force, r.gearRatio, r.expectedRatio}) &&
-        std::isfinite(r.velocity)) {
+        std::isfinite(r.velocity))
         return status;
-    }
     r.velocity = std::isfinite(r.velocity) ? r.velocity : 0.0;
     r.expectedRatio = std::isfinite(r.expectedRatio) ? r.expectedRatio : 0.0;
     return status | zeroValue(r);
@@ -66,7 +63,7 @@ void torqueStep(const Model& model, Theory& r)
 // No summit at all gives a power at twice its cadence, where every parabola is down to 0.
 ResultStatus maxPowerStep(Theory& r)
 {
-    const double summit = requiredPower(r.power, r.cadence, r.cadenceMax);
+    double summit = requiredPower(r.power, r.cadence, r.cadenceMax);
     r.maxPower = std::isfinite(summit) ? summit : 0.0;
     return std::isfinite(summit) ? statusDone : statusZeroValue;
 }
@@ -75,13 +72,11 @@ ResultStatus maxPowerStep(Theory& r)
 
 ResultStatus cadenceOfPower(const Model& model, Theory& r)
 {
-    if (anyZero({r.power, r.maxPower, r.cadenceMax})) {
+    if (anyZero({r.power, r.maxPower, r.cadenceMax}))
         return zeroValue(r);
-    }
     double m = r.cadenceMax;
-    if (r.power > r.maxPower) {
+    if (r.power > r.maxPower)
         return statusIllegalValue;
-    }
     if (r.power == r.maxPower) {
         r.cadence = m;
         return 0;
@@ -93,9 +88,8 @@ ResultStatus cadenceOfPower(const Model& model, Theory& r)
 
 ResultStatus powerOfCadence(const Model& model, Theory& r)
 {
-    if (anyZero({r.cadence, r.maxPower, r.cadenceMax})) {
+    if (anyZero({r.cadence, r.maxPower, r.cadenceMax}))
         return zeroValue(r);
-    }
     double m = r.cadenceMax;
     r.power = (2.0 * m - r.cadence) * r.maxPower * r.cadence / (m * m);
     torqueStep(model, r);
@@ -104,13 +98,11 @@ ResultStatus powerOfCadence(const Model& model, Theory& r)
 
 ResultStatus cadenceMaxOfPower(const Model& model, Theory& r)
 {
-    if (anyZero({r.cadence, r.power, r.maxPower})) {
+    if (anyZero({r.cadence, r.power, r.maxPower}))
         return zeroValue(r);
-    }
     double c = r.cadence;
-    if (r.power > r.maxPower) {
+    if (r.power > r.maxPower)
         return statusIllegalValue;
-    }
     if (r.power == r.maxPower) {
         r.cadenceMax = c;
         return 0;
@@ -125,9 +117,8 @@ ResultStatus cadenceMaxOfPower(const Model& model, Theory& r)
 
 ResultStatus maxPowerOfCadence(const Model& model, Theory& r)
 {
-    if (anyZero({r.cadence, r.power, r.cadenceMax})) {
+    if (anyZero({r.cadence, r.power, r.cadenceMax}))
         return zeroValue(r);
-    }
     torqueStep(model, r);
     return maxPowerStep(r);
 }
@@ -136,37 +127,32 @@ ResultStatus maxPowerOfCadence(const Model& model, Theory& r)
 
 ResultStatus cadenceOfTorque(const Model& model, Theory& r)
 {
-    if (anyZero({r.power, r.torque})) {
+    if (anyZero({r.power, r.torque}))
         return zeroValue(r);
-    }
-    if (r.torqueOrForce != givenTorque) {
+    if (r.torqueOrForce != givenTorque)
         r.torque = torqueOfForce(model, r.force);
-    } else {
+    else
         r.force = forceOfTorque(model, r.torque);
-    }
     r.cadence = r.power * 60.0 / (r.torque * 2.0 * pi);
     return maxPowerStep(r);
 }
 
 ResultStatus powerOfTorque(const Model& model, Theory& r)
 {
-    if (anyZero({r.cadence, r.torque})) {
+    if (anyZero({r.cadence, r.torque}))
         return zeroValue(r);
-    }
-    if (r.torqueOrForce == givenTorque) {
+    if (r.torqueOrForce == givenTorque)
         r.force = forceOfTorque(model, r.torque);
-    } else if (r.torqueOrForce == givenForce) {
+    else if (r.torqueOrForce == givenForce)
         r.torque = torqueOfForce(model, r.force);
-    }
     r.power = radiansPerSecond(r.cadence) * r.torque;
     return maxPowerStep(r);
 }
 
 ResultStatus torqueOfPower(const Model& model, Theory& r)
 {
-    if (anyZero({r.cadence, r.power})) {
+    if (anyZero({r.cadence, r.power}))
         return zeroValue(r);
-    }
     torqueStep(model, r);
     return maxPowerStep(r);
 }
@@ -235,11 +221,10 @@ ResultStatus teethOfVelocity(const Model& model, Theory& r, bool ownGears)
         return statusZeroValue;
     }
     r.expectedRatio = ratioAtCadence(model, r.velocity, r.cadence);
-    if (ownGears) {
+    if (ownGears)
         takeGear(model, r, nearestGear(model, r.expectedRatio));
-    } else {
+    else
         takeNearestTeeth(model.state, r, r.expectedRatio);
-    }
     r.cadence = r.cadence * (r.expectedRatio / r.gearRatio);
     return 0;
 }
@@ -279,9 +264,8 @@ ResultStatus verifyPower(const Model& model, Theory& r)
     r.cadence = r.road.cadence;
     ResultStatus status = found.status | teethOfVelocity(model, r, true);
     if ((r.calculator == calculatorCadence && r.target != cadenceTargetPower) ||
-        (r.calculator == calculatorPedaling && r.target == pedalingTargetTorque)) {
+        (r.calculator == calculatorPedaling && r.target == pedalingTargetTorque))
         status |= cadenceOfVelocity(model, r);
-    }
     return status | powerFromVelocity(model, r);
 }
 
@@ -289,7 +273,7 @@ ResultStatus verifyPower(const Model& model, Theory& r)
 
 Theory theorySetUp(const Model& model, const ParameterBlock& in)
 {
-    const int n = in.theoryCalculator;
+    int n = in.theoryCalculator;
     Theory r = {};
     r.calculator = n;
     r.target = in.theoryTarget;

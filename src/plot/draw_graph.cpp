@@ -45,9 +45,8 @@ std::string tickLabel(double value)
 {
     std::string label = formatText("%lf", value);
     label.erase(label.find_last_not_of('0') + 1);
-    if (label.back() == '.') {
+    if (label.back() == '.')
         label.pop_back();
-    }
     return label;
 }
 
@@ -109,11 +108,10 @@ void drawTicks(const Drawing& d, Axis axis)
     const AxisScale& scale = d.geometry.axis[axis];
     for (int n = -scale.ticksBelow; n <= scale.ticksAbove; ++n) {
         double value = n * scale.step;
-        if (axis == axisX) {
+        if (axis == axisX)
             drawXTick(d, value);
-        } else {
+        else
             drawYTick(d, axis, value);
-        }
     }
 }
 
@@ -148,12 +146,10 @@ void drawYAxis(const Drawing& d, Axis axis)
 void drawAxes(const Drawing& d)
 {
     drawXAxis(d);
-    if (d.kind.axes == 1) {
+    if (d.kind.axes == 1)
         drawYLine(d, axisY);
-    }
-    for (int axis = axisY; axis < d.kind.axes; ++axis) {
+    for (int axis = axisY; axis < d.kind.axes; ++axis)
         drawYAxis(d, static_cast<Axis>(axis));
-    }
 }
 
 // Data
@@ -165,23 +161,19 @@ void drawCurve(const Drawing& d, Axis vertical)
     for (int point = 0; point < d.graph.series.pointCount(); ++point) {
         Pixel place;
         if (placeOf(d.graph, d.geometry, point, vertical, place) &&
-            (line.points.empty() || line.points.back() != place)) {
+            (line.points.empty() || line.points.back() != place))
             line.points.push_back(place);
-        }
     }
-    if (line.points.size() == 1) {
+    if (line.points.size() == 1)
         line.points.push_back(line.points.front());
-    }
-    if (!line.points.empty()) {
+    if (!line.points.empty())
         d.picture.items.push_back(std::move(line));
-    }
 }
 
 void drawCurves(const Drawing& d)
 {
-    for (int axis = axisY; axis < d.kind.axes; ++axis) {
+    for (int axis = axisY; axis < d.kind.axes; ++axis)
         drawCurve(d, static_cast<Axis>(axis));
-    }
 }
 
 void drawBar(const Drawing& d, int row, double rowHeight)
@@ -205,9 +197,8 @@ void drawBars(const Drawing& d)
     if (hasSeries(d.graph, axisX)) {
         int rows = d.graph.series.pointCount();
         double rowHeight = (d.geometry.height - 2 * d.geometry.marginY) / static_cast<double>(rows);
-        for (int row = 0; row < rows; ++row) {
+        for (int row = 0; row < rows; ++row)
             drawBar(d, row, rowHeight);
-        }
     }
 }
 
@@ -223,9 +214,8 @@ constexpr MarkStyle pickedMark = {2, colourPicked, colourPicked, true};
 void drawMark(const Drawing& d, int point, const MarkStyle& style)
 {
     Pixel at;
-    if (!placeOf(d.graph, d.geometry, point, axisY, at)) {
+    if (!placeOf(d.graph, d.geometry, point, axisY, at))
         return;
-    }
     int radius = d.geometry.lineWidth;
     d.picture.items.push_back(PictureLine{{{at.x - radius, at.y},
                                            {at.x, at.y - radius},
@@ -243,12 +233,10 @@ void drawMark(const Drawing& d, int point, const MarkStyle& style)
 void drawMarks(const Drawing& d)
 {
     int count = d.graph.series.pointCount();
-    for (int point = 0; point < count; ++point) {
+    for (int point = 0; point < count; ++point)
         drawMark(d, point, plainMark);
-    }
-    if (d.graph.picked > 0 && d.graph.picked <= count) {
+    if (d.graph.picked > 0 && d.graph.picked <= count)
         drawMark(d, d.graph.picked - 1, pickedMark);
-    }
 }
 
 } // namespace
@@ -259,18 +247,14 @@ Picture drawGraph(const Graph& graph, int width, int height)
     GraphGeometry geometry = layOut(graph, picture.width, picture.height);
     Drawing d{graph, kindOf(graph), geometry, picture};
     drawAxes(d);
-    if (d.kind.bars) {
+    if (d.kind.bars)
         drawBars(d);
-    }
-    if (d.kind.lines) {
+    if (d.kind.lines)
         drawCurves(d);
-    }
-    if (d.kind.vectors) {
+    if (d.kind.vectors)
         drawVectors(graph, geometry, picture);
-    }
-    if (d.kind.marks) {
+    if (d.kind.marks)
         drawMarks(d);
-    }
     return picture;
 }
 

@@ -19,9 +19,8 @@ double reach(const GraphGeometry& g, const Vector& v, bool forward)
     const double components[] = {v.x, v.y};
     for (int axis = axisX; axis <= axisY; ++axis) {
         double component = forward ? components[axis] : -components[axis];
-        if (component != 0.0) {
+        if (component != 0.0)
             most = std::min(most, (component > 0.0 ? g.axis[axis].top() : g.axis[axis].bottom()) / component);
-        }
     }
     return forward ? most : -most;
 }
@@ -63,9 +62,8 @@ void drawVector(const GraphGeometry& g, const Vector& v, bool arrow, Picture& pi
     Pixel end = placeAt(g, v, reach(g, v, true));
     Pixel tip = arrow ? placeAt(g, v, 1.0) : end;
     picture.items.push_back(PictureLine{{start, end}, 1, colourVector});
-    if (arrow) {
+    if (arrow)
         picture.items.push_back(PictureLine{{{g.originX, g.originY}, tip}, g.lineWidth, colourVector});
-    }
     picture.items.push_back(arrowHead(g, v, tip, start, end));
     picture.items.push_back(PictureText{nameAt(g, v, tip), v.name, g.fontHeight, colourVector, false});
 }
@@ -76,16 +74,14 @@ void drawVectors(const Graph& graph, const GraphGeometry& geometry, Picture& pic
 {
     const GraphSeries& series = graph.series;
     size_t width = series.seriesNames.size();
-    if (!hasSeries(graph, axisX) || !hasSeries(graph, axisY)) {
+    if (!hasSeries(graph, axisX) || !hasSeries(graph, axisY))
         return;
-    }
     size_t count = std::min(series.vectorNames.size(), series.vectorValues.size() / width);
     for (size_t i = 0; i < count; ++i) {
         const double* row = &series.vectorValues[i * width];
         Vector v{row[graph.axisSeries[axisX]], row[graph.axisSeries[axisY]], series.vectorNames[i]};
-        if (plottable(v.x) && plottable(v.y) && (v.x != 0.0 || v.y != 0.0)) {
+        if (plottable(v.x) && plottable(v.y) && (v.x != 0.0 || v.y != 0.0))
             drawVector(geometry, v, series.vectorStyle == 1, picture);
-        }
     }
 }
 

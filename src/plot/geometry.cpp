@@ -81,15 +81,12 @@ AxisScale scaleAxis(double least, double most)
         least = 0.0;
     }
     double step = std::pow(10.0, std::trunc(std::log10(range)));
-    while (step > 0.5 * range) {
+    while (step > 0.5 * range)
         step *= 0.1;
-    }
-    while (step > 0.2 * range) {
+    while (step > 0.2 * range)
         step *= 0.5;
-    }
-    while (0.1 * range > step) {
+    while (0.1 * range > step)
         step *= 2.0;
-    }
     AxisScale scale;
     scale.step = step;
     scale.ticksBelow = least < 0.0 ? stepsTo(-least, step) : 0;
@@ -110,9 +107,8 @@ GraphGeometry layOut(const Graph& graph, int width, int height)
     geometry.topStrip = kind.select || kind.search ? 20 : 0;
     geometry.lineWidth = weight.lineWidth;
     geometry.fontHeight = weight.fontHeight;
-    for (int axis = axisX; axis < kind.axes; ++axis) {
+    for (int axis = axisX; axis < kind.axes; ++axis)
         geometry.axis[axis] = scaleOf(graph, static_cast<Axis>(axis));
-    }
     AxisScale& first = geometry.axis[axisY];
     AxisScale& second = geometry.axis[axisSecondY];
     fillAxis(geometry.axis[axisX], width - 2 * geometry.marginX);
@@ -137,9 +133,8 @@ int placeY(const GraphGeometry& geometry, double value, Axis axis)
 
 bool placeOf(const Graph& graph, const GraphGeometry& geometry, int point, Axis vertical, Pixel& place)
 {
-    if (!hasSeries(graph, axisX) || !hasSeries(graph, vertical)) {
+    if (!hasSeries(graph, axisX) || !hasSeries(graph, vertical))
         return false;
-    }
     double x = graph.series.value(point, graph.axisSeries[axisX]);
     double y = graph.series.value(point, graph.axisSeries[vertical]);
     place = {placeX(geometry, x), placeY(geometry, y, vertical)};

@@ -74,9 +74,8 @@ int axisOf(const Graph& graph, int controlId)
 std::vector<std::string> entriesOf(const Graph& graph, int controlId)
 {
     const GraphSeries& series = graph.series;
-    if (!isSelect(controlId)) {
+    if (!isSelect(controlId))
         return withEmptyFirst(controlId == firstSearch ? series.pointLabels : series.secondLabels);
-    }
     std::ptrdiff_t skipped = std::min<std::ptrdiff_t>(firstChoice(graph), std::ssize(series.seriesNames));
     return {series.seriesNames.begin() + skipped, series.seriesNames.end()};
 }
@@ -106,9 +105,8 @@ GraphControl makeCombo(const Graph& graph, int id, int x)
 {
     std::vector<std::string> entries = entriesOf(graph, id);
     int selected = isSelect(id) ? graph.axisSeries[axisOf(graph, id)] - firstChoice(graph) : graph.picked;
-    if (selected < 0 || selected >= std::ssize(entries)) {
+    if (selected < 0 || selected >= std::ssize(entries))
         selected = -1;
-    }
     return {id, nullptr, x, 10, 80, 140, std::move(entries), selected};
 }
 
@@ -132,9 +130,8 @@ Graph storeGraph(GraphSeries series)
     size_t count = graph.series.seriesNames.size();
     graph.seriesMin.assign(count, 0.0);
     graph.seriesMax.assign(count, 0.0);
-    for (size_t i = 0; i < count; ++i) {
+    for (size_t i = 0; i < count; ++i)
         takeRange(graph, static_cast<int>(i));
-    }
     shareRanges(graph);
     return graph;
 }
@@ -153,30 +150,26 @@ std::vector<GraphControl> graphControls(const Graph& graph)
         controls.push_back(makeLabel(searchLabel, "Search", left));
         controls.push_back(makeCombo(graph, firstSearch, left + 40));
     }
-    if (hasCombo(graph, secondSearch)) {
+    if (hasCombo(graph, secondSearch))
         controls.push_back(makeCombo(graph, secondSearch, 370));
-    }
     return controls;
 }
 
 void chooseEntry(Graph& graph, int controlId, int entry)
 {
-    if (!hasCombo(graph, controlId) || entry < 0 || entry >= std::ssize(entriesOf(graph, controlId))) {
+    if (!hasCombo(graph, controlId) || entry < 0 || entry >= std::ssize(entriesOf(graph, controlId)))
         return;
-    }
-    if (isSelect(controlId)) {
+    if (isSelect(controlId))
         graph.axisSeries[axisOf(graph, controlId)] = entry + firstChoice(graph);
-    } else {
+    else
         graph.picked = entry;
-    }
 }
 
 bool pickPoint(Graph& graph, int width, int height, int x, int y)
 {
     constexpr int64_t farthest = 351; // squared pixels, not reached by a hit
-    if (!kindOf(graph).search) {
+    if (!kindOf(graph).search)
         return false;
-    }
     GraphGeometry geometry = layOut(graph, width, height);
     int64_t nearest = farthest;
     int found = 0;
@@ -192,9 +185,8 @@ bool pickPoint(Graph& graph, int width, int height, int x, int y)
             }
         }
     }
-    if (found != 0) {
+    if (found != 0)
         graph.picked = found;
-    }
     return found != 0;
 }
 

@@ -42,9 +42,8 @@ struct SvgWriter {
     void operator()(const PictureLine& line) const
     {
         svg += "<polyline fill=\"none\" points=\"";
-        for (const Pixel& point : line.points) {
+        for (const Pixel& point : line.points)
             appendFormat(svg, "%d,%d ", point.x, point.y);
-        }
         svg.pop_back();
         appendFormat(svg, "\" stroke=\"%s\" stroke-width=\"%d\"/>\n", colourText(line.colour).c_str(), line.width);
     }
@@ -78,9 +77,8 @@ std::string svgText(const Picture& picture)
                                  "viewBox=\"0 0 %d %d\" font-family=\"Arial, Helvetica, sans-serif\">\n"
                                  "<rect width=\"%d\" height=\"%d\" fill=\"#ffffff\"/>\n",
                                  w, h, w, h, w, h);
-    for (const PictureItem& item : picture.items) {
+    for (const PictureItem& item : picture.items)
         std::visit(SvgWriter{svg}, item);
-    }
     return svg + "</svg>\n";
 }
 

@@ -102,10 +102,9 @@ Table makeTable(const ReportedRide& ride, uint32_t predicted)
 {
     ColumnChoice choice = chooseColumns(ride, predicted);
     Table table = {(choice.presence.timestampFlags & presentInRecords) != 0, {}};
-    for (const Column& column : columns) {
+    for (const Column& column : columns)
         if (column.present(choice))
             table.columns.push_back(column);
-    }
     return table;
 }
 

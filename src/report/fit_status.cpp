@@ -89,10 +89,9 @@ StatusCode reportStatus(Screens& screens, std::string_view path, StatusCode stat
         screens.setStatus("");
     if (isIncoherence(statusCode))
         reportIncoherence(screens, statusCode, name);
-    for (const CodeText& row : codeTexts) {
+    for (const CodeText& row : codeTexts)
         if (row.code == statusCode)
             reportText(screens, row, name);
-    }
     return statusCode;
 }
 

@@ -39,25 +39,22 @@ void appendEquipment(std::string& text, const ModelState& model)
     static_assert(std::size(helmets) == helmetCount);
     appendFormat(text, "\twear selected is\t\t:    '%s'\n", nameAt(wearNames, model.wear));
     appendFormat(text, "\thelmet selected is\t:    '%s'\n", nameAt(helmets, model.helmet));
-    if (model.exceptWheels == 0) {
+    if (model.exceptWheels == 0)
         appendFormat(text, "\tequipment weight\t\t:%7.1lf kg\n", model.bikeWeight);
-    } else {
+    else
         appendFormat(text, "\tequipment weight\t\t:%7.1lf kg except wheels\n", model.bikeWeightExceptWheels);
-    }
-    if (model.shellType == shellNormal) {
+    if (model.shellType == shellNormal)
         appendFormat(text, "\tshell air drag ratio\t:%9.3lf normal shell\n", 1.0);
-    } else {
+    else
         appendFormat(text, "\tshell air drag ratio\t:%9.3lf aero shell\n", model.shellAeroRatio);
-    }
 }
 
 void appendTeeth(std::string& text, const char* label, std::span<const int32_t> teeth, int32_t count)
 {
     text += label;
     size_t shown = static_cast<size_t>(std::clamp<int32_t>(count, 0, static_cast<int32_t>(teeth.size())));
-    for (size_t i = 0; i < shown; ++i) {
+    for (size_t i = 0; i < shown; ++i)
         appendFormat(text, i == 0 ? "%5d, " : "%d, ", teeth[i]);
-    }
     text += "\n";
 }
 

@@ -13,9 +13,8 @@ void handOver(Screens& screens, Pane pane, std::string& text)
 void handOverWhenLarge(Screens& screens, Pane pane, std::string& text)
 {
     constexpr size_t largePiece = 64 * 1024;
-    if (text.size() >= largePiece) {
+    if (text.size() >= largePiece)
         handOver(screens, pane, text);
-    }
 }
 
 const char* nameAt(std::span<const char* const> names, int index)

@@ -128,17 +128,15 @@ void appendChain(std::string& text, const RideRun& ride)
     appendChainRow(text, stageLabels[stageCrank], now.crankPower, now.crankTorque, now.crankForce);
     appendChainRow(text, stageLabels[stageHub], now.hubPower, now.hubTorque, now.hubForce);
     appendChainRow(text, stageLabels[stageThrust], now.thrustPower, now.thrustTorque, now.thrustForce);
-    if (ride.model.state.motorLocation > motorNone) {
+    if (ride.model.state.motorLocation > motorNone)
         appendChainRow(text, assistLabel, now.assistPower, now.assistTorque, now.assistForce);
-    }
 }
 
 void appendRunChain(std::string& text, const RideRun& ride)
 {
     appendFourHeads(text, "mean", "maximal", "torque", "force");
-    for (int stage = 0; stage < stageCount; ++stage) {
+    for (int stage = 0; stage < stageCount; ++stage)
         appendRunStage(text, ride, stageLabels[stage], stage);
-    }
     if (ride.model.state.motorLocation > motorNone) {
         appendRunRow(text, ride, assistLabel, ride.found.assistMeanPower, ride.found.assistPeakPower,
                      ride.found.assistMeanTorque, ride.found.assistMeanForce);
@@ -184,24 +182,21 @@ void appendDrags(std::string& text, const RideRun& ride)
         {"rolling drag", now.rollingLoad, now.rollingPower},   {"gradient drag", now.slopeLoad, now.slopePower},
     };
     text += "\n\tdiverse drag as force and power as follows:\n";
-    for (const DragLine& line : lines) {
+    for (const DragLine& line : lines)
         appendFormat(text, "\t%s\t\t:%9.3lf kgf,%9.3lf W\n", line.label, line.force, line.power);
-    }
 }
 
 void appendPhysiology(std::string& text, const RideRun& ride)
 {
     const PhysiologyFigures& body = ride.physiology;
-    if (ride.in.physiology.useFtp != 0) {
+    if (ride.in.physiology.useFtp != 0)
         appendTrainingLevel(text, ride);
-    }
     text += "\n";
     appendIntension(text, ride);
     appendFormat(text, "\tnormalized power\t\t:%9.3lf W\n", body.normalizedPower);
     appendFormat(text, "\tvariability index\t\t:%9.3lf\n", body.variabilityIndex);
-    if (ride.in.physiology.useFtp != 0) {
+    if (ride.in.physiology.useFtp != 0)
         appendFormat(text, "\ttraning stress score\t:%9.3lf\n", body.trainingStressScore);
-    }
     appendFormat(text, "\tenergy kilo joule\t\t:%9.3lf kJ\n", body.kiloJoule);
     appendFormat(text, "\tenergy kilo calorie\t:%9.3lf kcal\n", body.kiloCalorie);
     appendFormat(text, "\trequired food calorie\t:%9.3lf kcal except daily basal metabolism\n", body.foodKiloCalorie);

@@ -71,9 +71,8 @@ void appendRunLimits(std::string& text, const RideRun& ride)
 // A rider whose cranks are whirled round by a gear far too low holds the wheel back as well, and is told of it so.
 void appendDecelerationLimits(std::string& text, const RideRun& ride)
 {
-    if (ride.found.meanStagePower[stageThrust] < 0.0 && ride.in.rideTarget < decelerationConstantPower) {
+    if (ride.found.meanStagePower[stageThrust] < 0.0 && ride.in.rideTarget < decelerationConstantPower)
         text += "with braking due to constant force\n";
-    }
     appendRunLimits(text, ride);
 }
 
@@ -139,16 +138,13 @@ void appendSteadyRide(std::string& text, const RideRun& ride)
 void appendRun(std::string& text, const RideRun& ride, bool requiresPower)
 {
     appendRunChain(text, ride);
-    if (requiresPower) {
+    if (requiresPower)
         appendRequiredPower(text, ride, ride.found.power);
-    }
     appendMotion(text, ride);
-    if (ride.found.peakPower[stagePedaling] > 0.0) {
+    if (ride.found.peakPower[stagePedaling] > 0.0)
         appendPhysiology(text, ride);
-    }
-    if (ride.found.drive.thrustMode == thrustByBraking) {
+    if (ride.found.drive.thrustMode == thrustByBraking)
         appendBrakeHeat(text, ride);
-    }
 }
 
 void appendAccelerationRun(std::string& text, const RideRun& ride)
@@ -191,11 +187,10 @@ void appendBrakingRun(std::string& text, const RideRun& ride)
 void appendRollingRun(std::string& text, const RideRun& ride)
 {
     double start = kph(ride.in.startVelocity);
-    if (ride.in.inclinationLimit == limitDistance) {
+    if (ride.in.inclinationLimit == limitDistance)
         appendFormat(text, "-- starting velocity is %6.3lf kph, limitted %6.3lf m\n", start, ride.found.distance);
-    } else if (ride.in.inclinationLimit == limitTime) {
+    else if (ride.in.inclinationLimit == limitTime)
         appendFormat(text, "-- starting velocity is %6.3lf kph, limitted %6.3lf sec\n", start, ride.found.sectorTime);
-    }
     appendFormat(text, "\tinclination\t\t\t:%9.3lf per\n", ride.now.inclination);
     if (ride.in.inclinationLimit == limitNone) {
         appendFormat(text, "\tfinal poised velocity\t:%9.3lf kph\n", kph(ride.found.velocity));
@@ -212,9 +207,8 @@ void appendCornering(std::string& text, const RideRun& ride)
     appendFormat(text, "\tcornering velocity\t:%9.3lf kph\n", kph(ride.found.velocity));
     appendFormat(text, "\tcornering line radius\t:%9.3lf m\n", ride.found.corneringRadius);
     appendFormat(text, "\tfriction safty margin\t:%9.3lf (ratio)\n", ride.found.safetyMargin);
-    if (ride.found.safetyMargin < 0.0) {
+    if (ride.found.safetyMargin < 0.0)
         text += "\tminor friction safty margin means over velocity and the bike would slip and fall\n";
-    }
     appendChain(text, ride);
     appendCadence(text, ride);
     appendRequiredPower(text, ride, ride.found.requiredPower);
@@ -243,12 +237,10 @@ constexpr Reference references[] = {
 std::string reportReference(const RideRun& ride)
 {
     int index = ride.in.rideTarget;
-    if (ride.in.rideMode == rideDeceleration && index >= decelerationSectorTime) {
+    if (ride.in.rideMode == rideDeceleration && index >= decelerationSectorTime)
         ++index; // a deceleration has no "PEV as mean"
-    }
-    if (index < 0 || index >= static_cast<int>(std::size(references))) {
+    if (index < 0 || index >= static_cast<int>(std::size(references)))
         return {};
-    }
     const Reference& reference = references[index];
     return formatText(reference.format, reference.value != nullptr ? ride.found.*reference.value : ride.in.gravity);
 }

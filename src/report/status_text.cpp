@@ -79,11 +79,10 @@ constexpr StatusLine rideWarnings[] = {
 
 void appendLine(std::string& text, const StatusLine& line, const RideRun* ride)
 {
-    if (line.quote != nullptr && ride != nullptr) {
+    if (line.quote != nullptr && ride != nullptr)
         appendFormat(text, line.text, line.quote(*ride));
-    } else {
+    else
         text += line.text;
-    }
 }
 
 // The pedaling power on both sides of the edge of the assist ranges.
@@ -99,16 +98,14 @@ std::string statusLines(ResultStatus status, std::span<const StatusLine> alerts,
                         const RideRun* ride)
 {
     bool fatal = isFatal(status);
-    if (!fatal && (status & warningBits) == 0) {
+    if (!fatal && (status & warningBits) == 0)
         return {};
-    }
     std::string text = fatal ? "alert :\n" : "warning :\n";
     for (const StatusLine& line : fatal ? alerts : warnings) {
         if ((status & line.bit) != 0) {
             appendLine(text, line, ride);
-            if (line.bit == statusNoAssistedVelocity && ride != nullptr) {
+            if (line.bit == statusNoAssistedVelocity && ride != nullptr)
                 appendAssistSamples(text, ride->now);
-            }
         }
     }
     return text;
@@ -118,9 +115,8 @@ std::string statusLines(ResultStatus status, std::span<const StatusLine> alerts,
 
 const char* statusTail(ResultStatus status)
 {
-    if (isFatal(status)) {
+    if (isFatal(status))
         return ", with fatal error";
-    }
     return (status & warningBits) != 0 ? ", with any warning" : "";
 }
 

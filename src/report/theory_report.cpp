@@ -60,9 +60,8 @@ void appendGears(std::string& text, const Theory& theory)
     appendFormat(text, "\tfront chainring tooth\t:%5d\n", theory.frontTooth);
     appendFormat(text, "\trear cluster tooth\t:%5d\n", theory.rearTooth);
     appendFormat(text, "\tgear ratio\t\t\t:%9.3lf\n", theory.gearRatio);
-    if (theory.target != gearTargetTeeth) {
+    if (theory.target != gearTargetTeeth)
         return;
-    }
     // The ratio answers the cadence as entered.
     appendFormat(text, "\texpected gear ratio\t:%9.3lf case of %4.1lf rpm\n", theory.expectedRatio,
                  theory.askedCadence);

@@ -26,15 +26,14 @@ void testWheelSpin(RideRun& ride, PedaledRun& run)
 {
     updateLoadAndGrip(ride.model, ride.now, ride.now.thrustForce);
     double grip = ride.now.rearWeightRatio * ride.now.effectiveFriction * ride.model.state.totalWeight;
-    if (ride.now.thrustForce > grip) {
+    if (ride.now.thrustForce > grip)
         run.status = statusWheelSpin; // whatever warning stood before
-    }
 }
 
 bool accelerateStep(RideRun& ride, PedaledRun& run, RunRecorder* recorder)
 {
     StepState& s = run.state;
-    const bool kick = isKick(ride, s);
+    bool kick = isKick(ride, s);
     pedalOrShift(ride, run, kick ? kickVelocity(run.law) : 0.0);
     s.accele = kick ? gravityAcceleration(ride, ride.now.thrustForce) : powerAcceleration(ride, s);
     if (!kick && !run.shifting && s.accele < plateauAccele) {
@@ -72,35 +71,29 @@ struct Start {
 
 Start prepareAcceleration(RideRun& ride)
 {
-    if (!(ride.found.power >= 0.0) || !isRising(ride)) {
+    if (!(ride.found.power >= 0.0) || !isRising(ride))
         return {statusIllegalValue};
-    }
     resetGrip(ride);
     double heldVelocity = solveVelocityForPower(ride.model, ride.now, stagePedaling, ride.found.power).value;
-    if (!(ride.in.startVelocity < heldVelocity)) {
+    if (!(ride.in.startVelocity < heldVelocity))
         return {statusTooShortPower};
-    }
     double dt = intervalFor(ride, heldVelocity);
     return {dt >= leastInterval ? statusDone : statusIllegalValue, dt};
 }
 
 ResultStatus accelerate(RideRun& ride, PowerLaw law, RunRecorder* recorder)
 {
-    const Start start = prepareAcceleration(ride);
-    if (isFatal(start.status)) {
+    Start start = prepareAcceleration(ride);
+    if (isFatal(start.status))
         return start.status;
-    }
     PedaledRun run = startPedaledRun(ride, law, start.dt, startGear(ride, startOfAcceleration, ride.in.startVelocity));
-    const bool ended = runSteps(ride, run, recorder, accelerateStep);
-    if (isFatal(run.status)) {
+    bool ended = runSteps(ride, run, recorder, accelerateStep);
+    if (isFatal(run.status))
         return run.status;
-    }
-    if (!ended || !std::isfinite(run.state.velocity)) {
+    if (!ended || !std::isfinite(run.state.velocity))
         run.status = statusNotConverged;
-    }
-    if (run.state.velocity > ride.model.reachVelocity) {
+    if (run.state.velocity > ride.model.reachVelocity)
         run.status |= statusOverReach;
-    }
     finishPedaledRun(ride, run, recorder);
     return run.status;
 }
@@ -125,8 +118,8 @@ constexpr Factor acceleFactor = {&RideFigures::accele, 0.0015, HighSide::aboveWa
 // Sets the limits that a message quotes, by the run with the power for the ending velocity.
 bool isWithinLimit(RideRun& ride, const Factor& factor, double wanted)
 {
-    const double limit = ride.found.*factor.figure;
-    const bool atLeast = factor.highSide == HighSide::aboveWanted;
+    double limit = ride.found.*factor.figure;
+    bool atLeast = factor.highSide == HighSide::aboveWanted;
     ride.found.seekLow = atLeast ? limit : 0.0;
     ride.found.seekHigh = atLeast ? 0.0 : limit;
     return !(atLeast ? wanted < limit : wanted > limit);
@@ -135,17 +128,16 @@ bool isWithinLimit(RideRun& ride, const Factor& factor, double wanted)
 ResultStatus seekFactor(RideRun& ride, const Factor& factor, double wanted)
 {
     double& figure = ride.found.*factor.figure;
-    if (!(wanted > 0.0) || !isRising(ride)) {
+    if (!(wanted > 0.0) || !isRising(ride))
         return statusIllegalValue;
-    }
     ride.found.power = powerForEndingVelocity(ride);
-    const double step = 0.2 * ride.found.power;
+    double step = 0.2 * ride.found.power;
     accelerateByParabola(ride);
     if (!isWithinLimit(ride, factor, wanted)) {
         figure = wanted;
         return factor.beyond;
     }
-    const Seek seek = {&ride.found.power, &figure, wanted, step, factor.tolerance, factor.highSide, 0.0};
+    Seek seek = {&ride.found.power, &figure, wanted, step, factor.tolerance, factor.highSide, 0.0};
     return seekTarget(ride, seek, accelerateByParabola);
 }
 
@@ -164,11 +156,10 @@ double accelerateLoggedRun(RideRun& ride, PowerLaw law)
 ResultStatus seekMeanPower(RideRun& ride, double wanted)
 {
     ride.found.power = ride.found.meanPower = wanted;
-    if (!(wanted > 0.0) || !isRising(ride)) {
+    if (!(wanted > 0.0) || !isRising(ride))
         return statusIllegalValue;
-    }
-    const double step = 0.4 * powerForEndingVelocity(ride);
-    const Seek seek = {
+    double step = 0.4 * powerForEndingVelocity(ride);
+    Seek seek = {
         &ride.found.power, &ride.found.meanStagePower[stagePedaling], wanted, step, 0.001, HighSide::aboveWanted, 0.0};
     return seekTarget(ride, seek, accelerateByParabola);
 }

@@ -55,9 +55,8 @@ void undoBrakeOvershoot(RideRun& ride, double velocity, double thrustPower, doub
 
 void coolBrakes(RideRun& ride, double velocity, double dt)
 {
-    for (int wheel = 0; wheel < wheelCount; ++wheel) {
+    for (int wheel = 0; wheel < wheelCount; ++wheel)
         ride.heat.brakeRadiated[wheel] -= heatLossRate(ride.model, ride.in.materials, ride.heat, velocity, wheel) * dt;
-    }
 }
 
 void addDragQuantities(RideRun& ride, double dt)

@@ -23,16 +23,15 @@ void brakeByForce(RideRun& ride, double velocity)
 {
     ride.now.thrustForce = ride.found.force;
     ride.now.thrustPower = ride.found.force * velocity * standardGravity;
-    const double wheel = wheelRpmAt(ride.model, velocity);
-    if (wheel > slowestWheel) {
+    double wheel = wheelRpmAt(ride.model, velocity);
+    if (wheel > slowestWheel)
         ride.now.thrustTorque = ride.now.thrustPower / radiansPerSecond(wheel);
-    }
 }
 
 void brakeByPower(RideRun& ride, double velocity)
 {
     ride.now.thrustPower = ride.found.power;
-    const double wheel = wheelRpmAt(ride.model, velocity);
+    double wheel = wheelRpmAt(ride.model, velocity);
     if (wheel > slowestWheel) {
         ride.now.thrustTorque = ride.found.power / radiansPerSecond(wheel);
         ride.now.thrustForce = forceAtLever(ride.now.thrustTorque, rearWheelLever(ride.model));
@@ -42,30 +41,27 @@ void brakeByPower(RideRun& ride, double velocity)
 void testSlip(RideRun& ride, BrakingRun& run)
 {
     updateLoadAndGrip(ride.model, ride.now, ride.now.thrustForce);
-    const double pressed = std::cos(std::atan(ride.now.inclination / 100.0)) * ride.model.state.totalWeight;
-    if (std::fabs(ride.now.thrustForce) > pressed * ride.now.effectiveFriction) {
+    double pressed = std::cos(std::atan(ride.now.inclination / 100.0)) * ride.model.state.totalWeight;
+    if (std::fabs(ride.now.thrustForce) > pressed * ride.now.effectiveFriction)
         run.status = statusSlip;
-    }
 }
 
 void settleAtEnd(RideRun& ride, BrakingRun& run)
 {
     StepState& s = run.state;
-    const double passed = s.velocity;
-    const double overshoot = settleAtVelocity(ride, s, run.dt);
+    double passed = s.velocity;
+    double overshoot = settleAtVelocity(ride, s, run.dt);
     takeThrustBack(ride, run.totals, run.dt, overshoot);
-    if (run.heats) {
+    if (run.heats)
         undoBrakeOvershoot(ride, passed, ride.now.thrustPower, run.dt, overshoot);
-    }
 }
 
 void settleAtDistance(RideRun& ride, BrakingRun& run)
 {
     StepState& s = run.state;
-    const double over = (s.distance - run.distanceLimit) / s.velocity; // s
-    if (run.heats) {
+    double over = (s.distance - run.distanceLimit) / s.velocity; // s
+    if (run.heats)
         undoBrakeOvershoot(ride, s.velocity, ride.now.thrustPower, over, 1.0);
-    }
     s.time += run.dt - over;
     s.velocity -= over * s.accele;
     s.distance = run.distanceLimit;
@@ -119,13 +115,11 @@ bool brakeStep(RideRun& ride, BrakingRun& run)
     s.accele = powerAcceleration(ride, s);
     testSlip(ride, run);
     followLargestAccele(ride, s.accele);
-    if (std::fabs(s.accele) < plateauAccele) {
+    if (std::fabs(s.accele) < plateauAccele)
         return false;
-    }
     addThrust(ride, run.totals, run.dt);
-    if (run.heats) {
+    if (run.heats)
         accumulateBrakeStep(ride, s.velocity, ride.now.thrustPower, run.dt);
-    }
     advance(s, run.dt);
     if (s.velocity <= ride.in.endVelocity) {
         settleAtEnd(ride, run);
@@ -141,26 +135,22 @@ bool brakeStep(RideRun& ride, BrakingRun& run)
 
 ResultStatus brakeDryRun(RideRun& ride, BrakeLaw law)
 {
-    if (!canRun(ride)) {
+    if (!canRun(ride))
         return statusIllegalValue;
-    }
     BrakingRun run = startBrakingRun(ride, law, interval(ride));
     ride.log.sampleCount = 1;
-    while (run.state.time < longestRun && brakeStep(ride, run)) {
+    while (run.state.time < longestRun && brakeStep(ride, run))
         ++ride.log.sampleCount;
-    }
     finishBrakingRun(ride, run);
     return run.status;
 }
 
 void brakeLoggedRun(RideRun& ride, BrakeLaw law)
 {
-    if (!canRun(ride)) {
+    if (!canRun(ride))
         return;
-    }
-    if (ride.found.peakPower[stageThrust] <= kiloWattPeak) {
+    if (ride.found.peakPower[stageThrust] <= kiloWattPeak)
         ride.found.drive.kiloWattLog = 1;
-    }
     RunRecorder recorder = beginRecording(ride, GraphLayout::braking);
     BrakingRun run = startBrakingRun(ride, law, interval(ride));
     run.heats = true;

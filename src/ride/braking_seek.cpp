@@ -28,11 +28,10 @@ ResultStatus seekForce(RideRun& ride, double firstForce, double step, double wan
 
 ResultStatus seekForPower(RideRun& ride, double& result)
 {
-    const double wanted = ride.in.power;
-    if (!(wanted < 0.0) || !isFalling(ride)) {
+    double wanted = ride.in.power;
+    if (!(wanted < 0.0) || !isFalling(ride))
         return statusIllegalValue;
-    }
-    const double force = wanted / (ride.in.startVelocity * standardGravity);
+    double force = wanted / (ride.in.startVelocity * standardGravity);
     return seekForce(ride, force, 0.4 * force, wanted, result, 0.001);
 }
 
@@ -50,27 +49,24 @@ ResultStatus seekBrakeForMeanPower(RideRun& ride)
 
 ResultStatus seekBrakeForSectorTime(RideRun& ride, double wanted)
 {
-    if (!(wanted > 0.0) || !isFalling(ride)) {
+    if (!(wanted > 0.0) || !isFalling(ride))
         return statusIllegalValue;
-    }
-    const ResultStatus status = seekForce(ride, -5.0, -2.0, wanted, ride.found.sectorTime, 0.01);
+    ResultStatus status = seekForce(ride, -5.0, -2.0, wanted, ride.found.sectorTime, 0.01);
     ride.found.sectorTime = wanted;
     return status;
 }
 
 ResultStatus seekBrakeForDistance(RideRun& ride, double wanted)
 {
-    if (!(wanted > 0.0) || !isFalling(ride)) {
+    if (!(wanted > 0.0) || !isFalling(ride))
         return statusIllegalValue;
-    }
     return seekForce(ride, -7.0, -2.8, wanted, ride.found.distance, 0.1);
 }
 
 ResultStatus seekBrakeForAccele(RideRun& ride, double wanted)
 {
-    if (!(wanted < 0.0) || !isFalling(ride)) {
+    if (!(wanted < 0.0) || !isFalling(ride))
         return statusIllegalValue;
-    }
     return seekForce(ride, -7.0, -2.8, wanted, ride.found.accele, 0.0015);
 }
 

@@ -32,8 +32,8 @@ double radiusAt(const RideRun& ride, double velocity, double margin)
 
 double marginInCorner(const RideRun& ride)
 {
-    const double grip = ride.found.corneringRadius * friction(ride);
-    const double velocity = ride.found.velocity;
+    double grip = ride.found.corneringRadius * friction(ride);
+    double velocity = ride.found.velocity;
     return grip == 0.0 ? noMargin : 1.0 - velocity * velocity / (grip * standardGravity);
 }
 
@@ -41,7 +41,7 @@ void drawBandOverRadius(const RideRun& ride, GraphSeries& graph)
 {
     graph.seriesNames[1] = formatText("corner radius(m) under %5.3lf safty margin", ride.found.safetyMargin);
     for (int i = 0; i < bandPoints; ++i) {
-        const double radius = i * ride.found.corneringRadius / (bandPoints - 1);
+        double radius = i * ride.found.corneringRadius / (bandPoints - 1);
         addGraphPoint(graph, {velocityInCorner(ride, radius) * kphPerMps, radius});
     }
 }
@@ -50,7 +50,7 @@ void drawBandOverVelocity(const RideRun& ride, GraphSeries& graph)
 {
     graph.seriesNames[1] = formatText("corner radius(m) under %5.3lf safty margin", ride.found.safetyMargin);
     for (int i = 0; i < bandPoints; ++i) {
-        const double v = i * ride.found.velocity / (bandPoints - 1);
+        double v = i * ride.found.velocity / (bandPoints - 1);
         addGraphPoint(graph,
                       {v * kphPerMps, v * v / friction(ride) / ((1.0 - ride.found.safetyMargin) * standardGravity)});
     }
@@ -61,34 +61,32 @@ void drawBandOverMargin(const RideRun& ride, GraphSeries& graph)
     graph.seriesNames[0] = "safty margin ratio";
     graph.seriesNames[1] = formatText("corner radius(m) for %5.3lf kph", ride.found.velocity * kphPerMps);
     for (int i = 0; i < bandPoints; ++i) {
-        const double margin = i * mostMarginDrawn / (bandPoints - 1);
+        double margin = i * mostMarginDrawn / (bandPoints - 1);
         addGraphPoint(graph, {margin, radiusAt(ride, ride.found.velocity, margin)});
     }
 }
 
 void solve(RideRun& ride)
 {
-    const int target = ride.in.rideTarget;
-    if (target == corneringTargetVelocity) {
+    int target = ride.in.rideTarget;
+    if (target == corneringTargetVelocity)
         ride.found.velocity = velocityInCorner(ride, ride.found.corneringRadius);
-    } else if (target == corneringTargetRadius) {
+    else if (target == corneringTargetRadius)
         ride.found.corneringRadius = radiusAt(ride, ride.found.velocity, ride.found.safetyMargin);
-    } else {
+    else
         ride.found.safetyMargin = marginInCorner(ride);
-    }
 }
 
 void draw(const RideRun& ride, GraphSeries& graph)
 {
-    const int target = ride.in.rideTarget;
+    int target = ride.in.rideTarget;
     beginGraphSeries(graph, GraphLayout::corneringBand, bandPoints);
-    if (target == corneringTargetVelocity) {
+    if (target == corneringTargetVelocity)
         drawBandOverRadius(ride, graph);
-    } else if (target == corneringTargetRadius) {
+    else if (target == corneringTargetRadius)
         drawBandOverVelocity(ride, graph);
-    } else {
+    else
         drawBandOverMargin(ride, graph);
-    }
 }
 
 } // namespace
@@ -96,10 +94,9 @@ void draw(const RideRun& ride, GraphSeries& graph)
 ResultStatus runCriticalCornering(RideRun& ride)
 {
     solve(ride);
-    if (ride.in.wantsGraph != 0) {
+    if (ride.in.wantsGraph != 0)
         draw(ride, ride.graph.emplace());
-    }
-    const Solved power = solvePowerAtVelocity(ride.model, ride.now, stagePedaling, ride.found.velocity);
+    Solved power = solvePowerAtVelocity(ride.model, ride.now, stagePedaling, ride.found.velocity);
     ride.found.power = power.value;
     ride.found.requiredPower = requiredPower(ride.found.power, ride.now.cadence, ride.model.state.cadencePoweredMax);
     return power.status;

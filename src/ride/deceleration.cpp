@@ -18,9 +18,8 @@ bool decelerateStep(RideRun& ride, PedaledRun& run, RunRecorder* recorder)
     pedalOrShift(ride, run, 0.0);
     s.accele = powerAcceleration(ride, s);
     followLargestAccele(ride, s.accele);
-    if (std::fabs(s.accele) < plateauAccele) {
+    if (std::fabs(s.accele) < plateauAccele)
         return false;
-    }
     rideStep(ride, run, recorder);
     if (s.velocity <= ride.in.endVelocity) {
         settleAtEnd(ride, run);
@@ -45,13 +44,11 @@ double interval(const RideRun& ride)
 ResultStatus comparePower(RideRun& ride)
 {
     resetGrip(ride);
-    if (solveVelocityForPower(ride.model, ride.now, stagePedaling, 0.0).value >= ride.in.startVelocity) {
+    if (solveVelocityForPower(ride.model, ride.now, stagePedaling, 0.0).value >= ride.in.startVelocity)
         return statusNoDeceleration;
-    }
-    const double heldVelocity = solveVelocityForPower(ride.model, ride.now, stagePedaling, ride.found.power).value;
-    if (heldVelocity >= ride.in.startVelocity) {
+    double heldVelocity = solveVelocityForPower(ride.model, ride.now, stagePedaling, ride.found.power).value;
+    if (heldVelocity >= ride.in.startVelocity)
         return statusTooLargePower;
-    }
     return heldVelocity > ride.in.endVelocity ? statusDeclineMayStop : statusDone;
 }
 
@@ -60,23 +57,21 @@ ResultStatus pedalDown(RideRun& ride, PowerLaw law, ResultStatus status, RunReco
     PedaledRun run =
         startPedaledRun(ride, law, interval(ride), startGear(ride, startOfDeceleration, ride.in.startVelocity));
     run.status = status;
-    if (!runSteps(ride, run, recorder, decelerateStep)) {
+    if (!runSteps(ride, run, recorder, decelerateStep))
         run.status = statusNotConverged;
-    }
     finishPedaledRun(ride, run, recorder);
     return run.status;
 }
 
 ResultStatus decelerate(RideRun& ride, PowerLaw law, RunRecorder* recorder)
 {
-    if (!isFalling(ride) || !(interval(ride) >= leastInterval) || std::isnan(ride.found.power)) {
+    if (!isFalling(ride) || !(interval(ride) >= leastInterval) || std::isnan(ride.found.power))
         return statusIllegalValue;
-    }
     if (ride.found.power < 0.0) {
         ride.found.drive.thrustMode = thrustByBraking;
         return 0;
     }
-    const ResultStatus status = comparePower(ride);
+    ResultStatus status = comparePower(ride);
     return isFatal(status) ? status : pedalDown(ride, law, status, recorder);
 }
 
@@ -102,10 +97,10 @@ constexpr Factor acceleFactor = {&RideFigures::accele, 0.0015, statusTooHighAcce
 double firstPower(RideRun& ride, const Factor& factor, double wanted, ResultStatus& status)
 {
     double& figure = ride.found.*factor.figure;
-    const double coasting = figure;
+    double coasting = figure;
     double power = 0.0;
     if (ride.in.endVelocity != 0.0) {
-        const double holding = powerForEndingVelocity(ride);
+        double holding = powerForEndingVelocity(ride);
         ride.found.power = holding;
         status = decelerateByParabola(ride);
         power = holding * (figure - wanted) / (figure - coasting);
@@ -124,7 +119,7 @@ ResultStatus seekFactor(RideRun& ride, const Factor& factor, double wanted)
         figure = wanted;
         return status;
     }
-    const double power = firstPower(ride, factor, wanted, status);
+    double power = firstPower(ride, factor, wanted, status);
     if (!(wanted <= ride.found.seekHigh - factor.tolerance)) {
         figure = wanted;
         return status | factor.beyond;
@@ -135,7 +130,7 @@ ResultStatus seekFactor(RideRun& ride, const Factor& factor, double wanted)
         return factor.brake(ride, wanted);
     }
     ride.found.power = power;
-    const Seek seek = {&ride.found.power, &figure, wanted, 0.2 * power, factor.tolerance, HighSide::aboveWanted, 0.0};
+    Seek seek = {&ride.found.power, &figure, wanted, 0.2 * power, factor.tolerance, HighSide::aboveWanted, 0.0};
     return seekTarget(ride, seek, decelerateByParabola);
 }
 
@@ -156,48 +151,44 @@ double decelerateLoggedRun(RideRun& ride, PowerLaw law)
 
 ResultStatus decelSeekMeanPower(RideRun& ride)
 {
-    const double wanted = ride.in.power;
-    if (!isFalling(ride)) {
+    double wanted = ride.in.power;
+    if (!isFalling(ride))
         return statusIllegalValue;
-    }
     ride.found.meanPower = wanted;
     if (wanted < 0.0) {
         ride.found.drive.thrustMode = thrustByBraking;
         return seekBrakeForMeanPower(ride);
     }
-    const double holding = powerForEndingVelocity(ride);
-    if (wanted > holding) {
+    double holding = powerForEndingVelocity(ride);
+    if (wanted > holding)
         return statusTooLargePower;
-    }
-    const Seek seek = {&ride.found.power,
-                       &ride.found.meanStagePower[stagePedaling],
-                       wanted,
-                       0.4 * holding,
-                       0.001,
-                       HighSide::aboveWanted,
-                       0.0,
-                       holding};
+    Seek seek = {&ride.found.power,
+                 &ride.found.meanStagePower[stagePedaling],
+                 wanted,
+                 0.4 * holding,
+                 0.001,
+                 HighSide::aboveWanted,
+                 0.0,
+                 holding};
     return seekTarget(ride, seek, decelerateByParabola);
 }
 
 ResultStatus decelPowerForEndingVelocity(RideRun& ride)
 {
-    if (!isFalling(ride)) {
+    if (!isFalling(ride))
         return statusIllegalValue;
-    }
-    const double holding = powerForEndingVelocity(ride);
+    double holding = powerForEndingVelocity(ride);
     if (ride.now.totalLoad < 0.0) {
         ride.found.power = 0.0;
         ride.found.force = ride.now.totalLoad;
         ride.found.drive.thrustMode = thrustByBraking;
         return brakeDryRun(ride, BrakeLaw::force) & endingVelocityMask;
     }
-    const double ratio = usualRatio(ride.model, ride.in.endVelocity);
-    const double gearRatio = ride.model.gearTable[nearestGear(ride.model, ratio)].ratio;
-    const double cadence = ride.model.state.cadenceUsual * ratio / gearRatio;
-    if (!takePower(ride, requiredPower(holding, cadence, ride.model.state.cadencePoweredMax))) {
+    double ratio = usualRatio(ride.model, ride.in.endVelocity);
+    double gearRatio = ride.model.gearTable[nearestGear(ride.model, ratio)].ratio;
+    double cadence = ride.model.state.cadenceUsual * ratio / gearRatio;
+    if (!takePower(ride, requiredPower(holding, cadence, ride.model.state.cadencePoweredMax)))
         return statusNotConverged;
-    }
     ResultStatus status = decelerateByParabola(ride);
     if (ride.found.drive.thrustMode == thrustByBraking) {
         // Pedals that would turn beyond the far end of the parabola ask for power below 0.

@@ -83,9 +83,8 @@ void addGraphPoint(GraphSeries& graph, std::initializer_list<double> row)
 int checkGraphSeries(const GraphSeries& graph)
 {
     constexpr int unknownKind = 4;
-    if (graph.graphKind < 0 || graph.graphKind >= static_cast<int>(std::size(kindRules))) {
+    if (graph.graphKind < 0 || graph.graphKind >= static_cast<int>(std::size(kindRules)))
         return unknownKind;
-    }
     const KindRule& rule = kindRules[graph.graphKind];
     bool fits = graph.seriesCount() >= rule.least && graph.seriesCount() <= rule.most;
     return fits ? 0 : rule.complaint;

@@ -20,43 +20,35 @@ constexpr double closeVelocity = 0.01;    // m/s
 RollLimit takeLimit(RideRun& ride)
 {
     RollLimit limit{static_cast<InclinationLimit>(ride.in.inclinationLimit), ride.in.distance, ride.in.sectorTime};
-    if (limit.until != limitDistance) {
+    if (limit.until != limitDistance)
         ride.found.distance = limit.distance = 0.0;
-    }
-    if (limit.until != limitTime) {
+    if (limit.until != limitTime)
         ride.found.sectorTime = limit.time = 0.0;
-    }
     return limit;
 }
 
 ResultStatus solveVelocity(RideRun& ride, const RollLimit& limit)
 {
     ResultStatus status = checkRollingGradient(ride);
-    if (status == statusDone && limit.until == limitNone) {
+    if (status == statusDone && limit.until == limitNone)
         status = solveRollingVelocity(ride);
-    }
-    const double poised = ride.found.velocity;
-    if (!isFatal(status)) {
+    double poised = ride.found.velocity;
+    if (!isFatal(status))
         status |= rollDryRun(ride, limit);
-    }
-    if (limit.until == limitNone) {
+    if (limit.until == limitNone)
         ride.found.velocity = poised;
-    }
     return status;
 }
 
 ResultStatus solveInclination(RideRun& ride, const RollLimit& limit)
 {
-    if (!(ride.in.velocity > 0.0)) {
+    if (!(ride.in.velocity > 0.0))
         return statusTooSmallVelocity;
-    }
-    if (limit.until != limitNone) {
+    if (limit.until != limitNone)
         return seekInclinationOver(ride, limit);
-    }
     ResultStatus status = seekInclinationForFinalVelocity(ride);
-    if (!isFatal(status)) {
+    if (!isFatal(status))
         status |= rollDryRun(ride, limit);
-    }
     ride.found.velocity = ride.in.velocity;
     return status;
 }
@@ -65,19 +57,17 @@ ResultStatus solveInclination(RideRun& ride, const RollLimit& limit)
 
 ResultStatus runInclination(RideRun& ride)
 {
-    const RollLimit limit = takeLimit(ride);
+    RollLimit limit = takeLimit(ride);
     clearBrakeEnergy(ride);
     const ResultStatus status =
         ride.in.rideTarget == inclinationTargetVelocity ? solveVelocity(ride, limit) : solveInclination(ride, limit);
-    if (status != statusDone) {
+    if (status != statusDone)
         return status;
-    }
     clearBrakeEnergy(ride);
-    const double solved = ride.found.velocity;
-    const ResultStatus logged = rollLoggedRun(ride, limit);
-    if (limit.until == limitNone) {
+    double solved = ride.found.velocity;
+    ResultStatus logged = rollLoggedRun(ride, limit);
+    if (limit.until == limitNone)
         ride.found.velocity = solved; // what the report calls final, a little above where the run faded out
-    }
     return logged;
 }
 
@@ -85,31 +75,30 @@ ResultStatus seekInclinationForFinalVelocity(RideRun& ride)
 {
     Stepper inclination{firstInclination, -1.0, 0.3};
     double missing = 0.0; // W
-    const Settled settled = settle(ride.progress, inclination, noThrust, [&](double percent) {
+    Settled settled = settle(ride.progress, inclination, noThrust, [&](double percent) {
         ride.now.inclination = percent;
         resetGrip(ride);
         return missing = solvePowerAtVelocity(ride.model, ride.now, stageThrust, ride.in.velocity).value;
     });
-    if (settled != Settled::met) {
+    if (settled != Settled::met)
         return statusNotConverged;
-    }
     // Near standstill hardly any power is needed on any slope, and the first one would do.
     return std::fabs(missing) > std::fabs(ride.now.slopePower) * 0.01 ? statusLooseTolerance : statusDone;
 }
 
 ResultStatus seekInclinationOver(RideRun& ride, const RollLimit& limit)
 {
-    const double wanted = ride.in.velocity;
+    double wanted = ride.in.velocity;
     Stepper inclination{firstInclination, 0.1, 0.3};
     ride.now.inclination = inclination.value;
     resetGrip(ride);
     std::optional<ResultStatus> rolled = 0;
-    const Settled settled = settle(ride.progress, inclination, closeVelocity, rollThreshold(ride), [&](double percent) {
+    Settled settled = settle(ride.progress, inclination, closeVelocity, rollThreshold(ride), [&](double percent) {
         ride.now.inclination = percent;
         rolled = rollTrial(ride, limit, wanted - 2.0 * closeVelocity);
         return ride.found.velocity - wanted; // too fast: a gentler slope
     });
-    const ResultStatus status = rolled ? *rolled : rollDryRun(ride, limit); // a search that ends shows its last run
+    ResultStatus status = rolled ? *rolled : rollDryRun(ride, limit); // a search that ends shows its last run
     return status | (settled == Settled::never ? statusNotConverged : toleranceClass(ride.found.velocity, wanted));
 }
 

@@ -45,10 +45,9 @@ void storeCoast(RideRun& ride, const StepState& s, double distance)
 // Cuts a coast to the distance that its last step went beyond.
 void endCoast(RideRun& ride, StepState& s, double dt, double distance, bool cools)
 {
-    const double over = (s.distance - distance) / s.velocity; // s
-    if (cools) {
+    double over = (s.distance - distance) / s.velocity; // s
+    if (cools)
         coolBrakes(ride, s.velocity, -over);
-    }
     endRollStep(s, dt, over);
     storeCoast(ride, s, distance);
 }
@@ -57,7 +56,7 @@ void endCoast(RideRun& ride, StepState& s, double dt, double distance, bool cool
 // what a log of the sector needs.
 ResultStatus coast(RideRun& ride, double distance, const Way* way, int& count)
 {
-    const double dt = rollInterval(ride);
+    double dt = rollInterval(ride);
     StepState s = startRolling(ride);
     for (count = 1; s.time < longestRun; ++count) {
         if (way != nullptr) {
@@ -110,7 +109,7 @@ ResultStatus coastSector(RideRun& ride, double distance, Way& way)
 {
     int count = 0;
     ride.found.sectorStartVelocity = ride.in.endVelocity;
-    const ResultStatus status = coast(ride, distance, &way, count);
+    ResultStatus status = coast(ride, distance, &way, count);
     addSector(ride, way, distance);
     return status;
 }
@@ -118,7 +117,7 @@ ResultStatus coastSector(RideRun& ride, double distance, Way& way)
 ResultStatus spotSector(RideRun& ride, double distanceLimit, double distance, Way& way)
 {
     ride.found.sectorStartVelocity = ride.found.velocity;
-    const ResultStatus status = brakeSpot(ride, distanceLimit, way);
+    ResultStatus status = brakeSpot(ride, distanceLimit, way);
     addSector(ride, way, distance);
     return status;
 }
@@ -131,7 +130,7 @@ double coastDistance(const RideRun& ride)
 
 ResultStatus rideInterval(RideRun& ride, Way& way)
 {
-    const double coasted = coastDistance(ride);
+    double coasted = coastDistance(ride);
     ResultStatus status = coastSector(ride, coasted, way);
     status |= spotSector(ride, ride.in.totalDistance, ride.in.intervalDistance - coasted, way);
     return status;
@@ -139,10 +138,9 @@ ResultStatus rideInterval(RideRun& ride, Way& way)
 
 ResultStatus rideRemainder(RideRun& ride, double remainder, Way& way)
 {
-    const double coasted = coastDistance(ride);
-    if (!(remainder > coasted)) {
+    double coasted = coastDistance(ride);
+    if (!(remainder > coasted))
         return coastSector(ride, remainder, way);
-    }
     ResultStatus status = coastSector(ride, coasted, way);
     status |= spotSector(ride, remainder - coasted, remainder - coasted, way);
     return status;
@@ -154,12 +152,11 @@ ResultStatus rehearseInterval(RideRun& ride, bool ridden, int& steps)
 {
     int coastSteps = 0;
     ride.found.sectorStartVelocity = ride.in.endVelocity;
-    const ResultStatus status = coast(ride, coastDistance(ride), nullptr, coastSteps);
-    if (isFatal(status) && ridden) {
+    ResultStatus status = coast(ride, coastDistance(ride), nullptr, coastSteps);
+    if (isFatal(status) && ridden)
         return status;
-    }
     ride.found.sectorStartVelocity = ride.found.velocity;
-    const ResultStatus braking = brakeDryRun(ride, BrakeLaw::force);
+    ResultStatus braking = brakeDryRun(ride, BrakeLaw::force);
     steps = coastSteps + ride.log.sampleCount;
     return braking & fatalBits;
 }
@@ -168,15 +165,15 @@ ResultStatus rehearseInterval(RideRun& ride, bool ridden, int& steps)
 ResultStatus checkInterval(RideRun& ride)
 {
     resetGrip(ride);
-    const double poised = solveVelocityForPower(ride.model, ride.now, stageThrust, 0.0).value;
+    double poised = solveVelocityForPower(ride.model, ride.now, stageThrust, 0.0).value;
     if (!(ride.in.endVelocity < poised)) {
         solveRollingVelocity(ride);
         return statusNoBrakingNeeded;
     }
     ride.found.sectorStartVelocity = poised;
-    const ResultStatus status = brakeDryRun(ride, BrakeLaw::force);
+    ResultStatus status = brakeDryRun(ride, BrakeLaw::force);
     // A force that fades out above the ending velocity would take any interval.
-    const bool fits = ride.found.distance <= ride.in.intervalDistance && ride.found.velocity <= ride.in.endVelocity;
+    bool fits = ride.found.distance <= ride.in.intervalDistance && ride.found.velocity <= ride.in.endVelocity;
     return isFatal(status) || fits ? status & fatalBits : statusTooShortInterval;
 }
 
@@ -185,10 +182,9 @@ ResultStatus checkInterval(RideRun& ride)
 ResultStatus intermittentDryRun(RideRun& ride, int& intervalCount)
 {
     ResultStatus status = checkInterval(ride);
-    const double intervals = ride.in.totalDistance / ride.in.intervalDistance;
-    if (!isFatal(status) && (!(rollInterval(ride) >= leastInterval) || !(intervals <= mostIntervals))) {
+    double intervals = ride.in.totalDistance / ride.in.intervalDistance;
+    if (!isFatal(status) && (!(rollInterval(ride) >= leastInterval) || !(intervals <= mostIntervals)))
         status = statusIllegalValue;
-    }
     intervalCount = isFatal(status) ? 0 : static_cast<int>(intervals);
     int steps = 0;
     for (int round = 0; round < settlingRounds && !isFatal(status); ++round) {
@@ -209,10 +205,9 @@ ResultStatus intermittentLoggedRun(RideRun& ride, int intervalCount)
         status |= rideInterval(ride, way);
         reportProgress(ride.progress, progressPercent(0.0, intervalCount + 6.0, interval + 6.0));
     }
-    const double remainder = ride.in.totalDistance - intervalCount * ride.in.intervalDistance;
-    if (remainder != 0.0 && !isFatal(status)) {
+    double remainder = ride.in.totalDistance - intervalCount * ride.in.intervalDistance;
+    if (remainder != 0.0 && !isFatal(status))
         status |= rideRemainder(ride, remainder, way);
-    }
     ride.found.sectorTime = way.time;
     ride.log.sampleCount = static_cast<int>(ride.log.sectors.size());
     return status;

@@ -20,9 +20,8 @@ void engageGear(const Model& model, StepState& state)
 
 int startGear(const RideRun& ride, GearedStart which, double velocity)
 {
-    if (ride.in.startGearMode[which] == gearAutomatic) {
+    if (ride.in.startGearMode[which] == gearAutomatic)
         return usualGear(ride.model, velocity);
-    }
     return std::clamp(ride.in.startGearIndex[which], 0, std::max(0, ride.model.state.gearCount - 1));
 }
 
@@ -70,9 +69,8 @@ double gravityAcceleration(const RideRun& ride, double thrustForce)
 
 void followLargestAccele(RideRun& ride, double accele)
 {
-    if (std::fabs(accele) > std::fabs(ride.found.maxAccele)) {
+    if (std::fabs(accele) > std::fabs(ride.found.maxAccele))
         ride.found.maxAccele = accele;
-    }
 }
 
 void advance(StepState& state, double dt)
@@ -84,7 +82,7 @@ void advance(StepState& state, double dt)
 
 double settleAtVelocity(const RideRun& ride, StepState& state, double dt)
 {
-    const double end = ride.in.endVelocity;
+    double end = ride.in.endVelocity;
     double overshoot = (state.velocity - end) / state.accele;
     state.distance -= (end + state.velocity) * 0.5 * dt * overshoot;
     state.time += (1.0 - overshoot) * dt;
@@ -108,11 +106,9 @@ double meanAccele(double from, double to, double time)
 double quantizeInterval(double wanted)
 {
     int best = 2;
-    for (int n = 100; n > 2; --n) {
-        if (1000 % n == 0 && std::fabs(1.0 / n - wanted) < std::fabs(1.0 / best - wanted)) {
+    for (int n = 100; n > 2; --n)
+        if (1000 % n == 0 && std::fabs(1.0 / n - wanted) < std::fabs(1.0 / best - wanted))
             best = n;
-        }
-    }
     return 1.0 / best;
 }
 

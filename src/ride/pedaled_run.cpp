@@ -12,10 +12,9 @@ namespace {
 
 double pedalingPowerAt(const RideRun& ride, PowerLaw law, double cadence)
 {
-    if (law == PowerLaw::constant) {
+    if (law == PowerLaw::constant)
         return ride.found.power;
-    }
-    const double summit = ride.model.state.cadencePoweredMax;
+    double summit = ride.model.state.cadencePoweredMax;
     return (2.0 * summit - cadence) * (ride.found.power / summit / summit) * cadence;
 }
 
@@ -46,9 +45,8 @@ int moveGear(const RideRun& ride, StepState& s, int rows)
 
 void loseTime(const RideRun& ride, PedaledRun& run, int changes)
 {
-    if (changes != 0) {
+    if (changes != 0)
         run.shiftRemaining = changes * ride.model.state.shiftTimeLoss;
-    }
 }
 
 } // namespace
@@ -104,12 +102,12 @@ void settleAtEnd(RideRun& ride, PedaledRun& run)
 void shiftUp(const RideRun& ride, PedaledRun& run)
 {
     StepState& s = run.state;
-    const int last = ride.model.state.gearCount - 1;
+    int last = ride.model.state.gearCount - 1;
     int changes = 0;
     bool again = s.velocity > ride.model.gearTable[s.gear].velocityShiftUp;
     while (again && s.gear < last) {
         changes += moveGear(ride, s, 1);
-        const double limit = ride.model.gearTable[s.gear].velocityShiftUp;
+        double limit = ride.model.gearTable[s.gear].velocityShiftUp;
         again = !(velocityAfterShift(ride, s, changes) < limit) && s.velocity > limit;
     }
     loseTime(ride, run, changes);
@@ -133,11 +131,10 @@ void finishPedaledRun(RideRun& ride, const PedaledRun& run, RunRecorder* recorde
     const StepState& s = run.state;
     storeMeans(ride, run.totals, s.time);
     storeMotion(ride, s);
-    if (recorder != nullptr) {
+    if (recorder != nullptr)
         finishRecording(*recorder, s);
-    } else {
+    else
         ride.log.sampleCount = run.count;
-    }
 }
 
 } // namespace torvane

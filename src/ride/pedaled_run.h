@@ -49,12 +49,10 @@ template <class Step>
 bool runSteps(RideRun& ride, PedaledRun& run, RunRecorder* recorder, Step step)
 {
     while (run.state.time < longestRun) {
-        if (recorder != nullptr && !recordStep(*recorder, run.state)) {
+        if (recorder != nullptr && !recordStep(*recorder, run.state))
             return true;
-        }
-        if (!step(ride, run, recorder)) {
+        if (!step(ride, run, recorder))
             return true;
-        }
         ++run.count;
         run.state.time += run.dt;
     }

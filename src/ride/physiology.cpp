@@ -17,8 +17,8 @@ int32_t wholePart(double value)
 
 double durationByTime(RideLength& length, double velocity)
 {
-    const double duration = length.intensionFirst[intensionByTime] * 60.0 + length.intensionSecond[intensionByTime];
-    const int32_t metres = wholePart(velocity * duration);
+    double duration = length.intensionFirst[intensionByTime] * 60.0 + length.intensionSecond[intensionByTime];
+    int32_t metres = wholePart(velocity * duration);
     length.intensionFirst[intensionByDistance] = metres / 1000;
     length.intensionSecond[intensionByDistance] = metres % 1000;
     return duration;
@@ -28,8 +28,8 @@ double durationByDistance(RideLength& length, double velocity)
 {
     const double metres =
         length.intensionFirst[intensionByDistance] * 1000.0 + length.intensionSecond[intensionByDistance];
-    const double duration = velocity > 0.0 ? metres / velocity : 0.0; // standing still is no ride
-    const int32_t seconds = wholePart(duration);
+    double duration = velocity > 0.0 ? metres / velocity : 0.0; // standing still is no ride
+    int32_t seconds = wholePart(duration);
     length.intensionFirst[intensionByTime] = seconds / 60;
     length.intensionSecond[intensionByTime] = seconds % 60;
     return duration;
@@ -40,18 +40,17 @@ double durationByDistance(RideLength& length, double velocity)
 int trainingLevelOf(const Model& model, double power)
 {
     int level = 1;
-    for (int bound = 1; bound < trainingLevelBoundCount; ++bound) {
+    for (int bound = 1; bound < trainingLevelBoundCount; ++bound)
         level += power < model.trainingLevelBound[bound] ? 0 : 1;
-    }
     return level;
 }
 
 PhysiologyFigures physiologyOfSteadyRide(const Model& model, const PhysiologyInputs& in, double power, double velocity)
 {
     RideLength length = in.length;
-    const bool byDistance = in.intensionCase == intensionByDistance;
-    const double duration = byDistance ? durationByDistance(length, velocity) : durationByTime(length, velocity);
-    const double positive = std::max(power, 0.0);
+    bool byDistance = in.intensionCase == intensionByDistance;
+    double duration = byDistance ? durationByDistance(length, velocity) : durationByTime(length, velocity);
+    double positive = std::max(power, 0.0);
     PhysiologyFigures figures = physiologyOfRun(model, in, positive, positive, duration);
     figures.length = length;
     return figures;
@@ -60,7 +59,7 @@ PhysiologyFigures physiologyOfSteadyRide(const Model& model, const PhysiologyInp
 PhysiologyFigures physiologyOfRun(const Model& model, const PhysiologyInputs& in, double meanPower,
                                   double normalizedPower, double time)
 {
-    const double ftp = model.state.ftp;
+    double ftp = model.state.ftp;
     PhysiologyFigures p = {};
     p.meanPower = std::max(meanPower, 0.0);
     p.normalizedPower = normalizedPower;

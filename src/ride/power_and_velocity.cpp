@@ -26,16 +26,15 @@ StagePowers stagePowers(const RideRun& ride)
 void addBandPoint(const RideRun& ride, GraphSeries& graph, bool solved, double shownVelocity)
 {
     if (solved) {
-        const StagePowers p = stagePowers(ride);
+        StagePowers p = stagePowers(ride);
         addGraphPoint(graph, {shownVelocity, p[0], p[1], p[2], p[3], ride.now.airDragPower, ride.now.rollingPower,
                               ride.now.slopePower});
         return;
     }
     std::array<double, 5> last = {};
-    const int points = graph.pointCount();
-    for (size_t series = 0; points > 0 && series < last.size(); ++series) {
+    int points = graph.pointCount();
+    for (size_t series = 0; points > 0 && series < last.size(); ++series)
         last[series] = graph.value(points - 1, static_cast<int>(series));
-    }
     addGraphPoint(graph, {last[0], last[1], last[2], last[3], last[4], 0.0, 0.0, 0.0});
 }
 
@@ -45,30 +44,28 @@ void drawBand(RideRun& ride, int stage, double velocity, double shownPerStored)
     GraphSeries& graph = ride.graph.emplace();
     beginGraphSeries(graph, GraphLayout::frequencyBand, bandPoints);
     for (int i = 0; i < bandPoints; ++i) {
-        const double v = i * velocity / (bandPoints - 1);
-        const bool solved = solvePowerAtVelocity(ride.model, ride.now, stage, v).status == statusDone;
+        double v = i * velocity / (bandPoints - 1);
+        bool solved = solvePowerAtVelocity(ride.model, ride.now, stage, v).status == statusDone;
         addBandPoint(ride, graph, solved, v * shownPerStored);
     }
 }
 
 ResultStatus solvePower(RideRun& ride)
 {
-    const Solved power = solvePowerAtVelocity(ride.model, ride.now, stagePedaling, ride.found.velocity);
+    Solved power = solvePowerAtVelocity(ride.model, ride.now, stagePedaling, ride.found.velocity);
     ride.found.power = power.value;
-    if (ride.in.wantsGraph != 0) {
+    if (ride.in.wantsGraph != 0)
         drawBand(ride, stagePedaling, ride.found.velocity, 1.0); // in m/s under a name in kph; meant so
-    }
     return power.status;
 }
 
 ResultStatus solveVelocity(RideRun& ride)
 {
-    const int stage = ride.in.powerBaseIndex;
-    const Solved velocity = solveVelocityForPower(ride.model, ride.now, stage, ride.found.power);
+    int stage = ride.in.powerBaseIndex;
+    Solved velocity = solveVelocityForPower(ride.model, ride.now, stage, ride.found.power);
     ride.found.velocity = velocity.value;
-    if (ride.in.wantsGraph != 0) {
+    if (ride.in.wantsGraph != 0)
         drawBand(ride, stage, velocity.value, kphPerMps);
-    }
     return velocity.status;
 }
 
@@ -76,7 +73,7 @@ ResultStatus solveVelocity(RideRun& ride)
 
 ResultStatus runPowerAndVelocity(RideRun& ride)
 {
-    const ResultStatus status = ride.in.rideTarget == steadyTargetPower ? solvePower(ride) : solveVelocity(ride);
+    ResultStatus status = ride.in.rideTarget == steadyTargetPower ? solvePower(ride) : solveVelocity(ride);
     ride.found.requiredPower = requiredPower(ride.found.power, ride.now.cadence, ride.model.state.cadencePoweredMax);
     return status;
 }

@@ -21,13 +21,11 @@ double meanPowerOf(const PowerBin& bin)
 PowerBins makePowerBins(double sectorTime)
 {
     PowerBins result;
-    if (!(sectorTime > 0.0 && std::isfinite(sectorTime))) {
+    if (!(sectorTime > 0.0 && std::isfinite(sectorTime)))
         return result;
-    }
     int count = static_cast<int>(std::min(sectorTime, 2.0 * longestRun) / longestBin);
-    if (count * longestBin < sectorTime) {
+    if (count * longestBin < sectorTime)
         ++count;
-    }
     result.width = sectorTime / count;
     result.bins.resize(static_cast<size_t>(count));
     return result;
@@ -35,24 +33,20 @@ PowerBins makePowerBins(double sectorTime)
 
 void addToBins(PowerBins& bins, double power, double dt)
 {
-    if (bins.present < bins.bins.size() && bins.bins[bins.present].time >= bins.width) {
+    if (bins.present < bins.bins.size() && bins.bins[bins.present].time >= bins.width)
         ++bins.present;
-    }
-    if (bins.present == bins.bins.size()) {
+    if (bins.present == bins.bins.size())
         return;
-    }
     PowerBin& bin = bins.bins[bins.present];
     bin.time += dt;
-    if (power > 0.0) {
+    if (power > 0.0)
         bin.energy += power * dt;
-    }
 }
 
 double normalizedPower(const PowerBins& bins)
 {
-    if (bins.bins.empty()) {
+    if (bins.bins.empty())
         return 0.0;
-    }
     double sum = 0.0;
     for (const PowerBin& bin : bins.bins) {
         double power = meanPowerOf(bin);

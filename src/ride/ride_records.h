@@ -80,7 +80,7 @@ struct RideFigures {
 // One run: the model and the inputs that it was given, where it stands, and what it has found.
 struct RideRun {
     const Model& model; // outlives the run
-    const RideInputs in;
+    RideInputs in;
     RideFigures found = {};
     Evaluation now = {}; // of the last step, and of the road
     BrakeHeat heat = {};

@@ -30,18 +30,16 @@ constexpr double limitPerGravity = standardGravity * kphPerMps;
 ResultStatus accelerateByEndingVelocity(RideRun& ride, bool asMean)
 {
     constexpr ResultStatus mask = ~ResultStatus{statusOverReach};
-    if (!(ride.in.startVelocity < ride.in.endVelocity)) {
+    if (!(ride.in.startVelocity < ride.in.endVelocity))
         return statusIllegalValue;
-    }
-    if (!takePower(ride, solvePowerAtVelocity(ride.model, ride.now, stagePedaling, ride.in.endVelocity).value)) {
+    if (!takePower(ride, solvePowerAtVelocity(ride.model, ride.now, stagePedaling, ride.in.endVelocity).value))
         return statusNotConverged;
-    }
     return (asMean ? seekMeanPower(ride, ride.found.power) : accelerateDryRun(ride, PowerLaw::parabola)) & mask;
 }
 
 ResultStatus accelerateByGravity(RideRun& ride)
 {
-    const ResultStatus status = seekAccele(ride, ride.in.gravity * standardGravity);
+    ResultStatus status = seekAccele(ride, ride.in.gravity * standardGravity);
     ride.found.seekLow /= limitPerGravity;
     ride.found.seekHigh = 0.0;
     return status;
@@ -72,7 +70,7 @@ ResultStatus dryAcceleration(RideRun& ride, int factor)
 
 ResultStatus decelerateByGravity(RideRun& ride)
 {
-    const ResultStatus status = decelSeekAccele(ride, ride.in.gravity * standardGravity);
+    ResultStatus status = decelSeekAccele(ride, ride.in.gravity * standardGravity);
     ride.found.seekLow /= limitPerGravity;
     ride.found.seekHigh /= limitPerGravity;
     return status;
@@ -81,10 +79,9 @@ ResultStatus decelerateByGravity(RideRun& ride)
 // A power that turns out negative is one of the brakes.
 ResultStatus decelerateByPower(RideRun& ride, PowerLaw law)
 {
-    const ResultStatus status = decelerateDryRun(ride, law);
-    if (ride.found.drive.thrustMode == thrustByPedaling) {
+    ResultStatus status = decelerateDryRun(ride, law);
+    if (ride.found.drive.thrustMode == thrustByPedaling)
         return status;
-    }
     return law == PowerLaw::parabola ? seekBrakeForPeakPower(ride) : brakeDryRun(ride, BrakeLaw::power);
 }
 
@@ -125,23 +122,21 @@ void addPhysiology(RideRun& ride, double normalizedPower)
 
 void runAcceleration(RideRun& ride)
 {
-    const int factor = ride.in.rideTarget;
+    int factor = ride.in.rideTarget;
     ride.status = dryAcceleration(ride, factor);
-    if (isFatal(ride.status)) {
+    if (isFatal(ride.status))
         return;
-    }
-    const PowerLaw law = factor == accelerationConstantPower ? PowerLaw::constant : PowerLaw::parabola;
+    PowerLaw law = factor == accelerationConstantPower ? PowerLaw::constant : PowerLaw::parabola;
     addPhysiology(ride, accelerateLoggedRun(ride, law));
 }
 
 void runDeceleration(RideRun& ride)
 {
-    const int factor = ride.in.rideTarget;
+    int factor = ride.in.rideTarget;
     ride.status = dryDeceleration(ride, factor);
-    if (isFatal(ride.status)) {
+    if (isFatal(ride.status))
         return;
-    }
-    const bool constant = factor == decelerationConstantPower;
+    bool constant = factor == decelerationConstantPower;
     if (ride.found.drive.thrustMode == thrustByBraking) {
         runBrakes(ride, constant ? BrakeLaw::power : BrakeLaw::force);
         return;
@@ -152,9 +147,8 @@ void runDeceleration(RideRun& ride)
 void runConstantVelocity(RideRun& ride)
 {
     ride.status = constantVelocityDryRun(ride);
-    if (isFatal(ride.status)) {
+    if (isFatal(ride.status))
         return;
-    }
     clearBrakeEnergy(ride);
     constantVelocityLoggedRun(ride);
     energyLedger(ride, ride.in.totalDistance, ride.in.endVelocity, ride.in.endVelocity);
@@ -164,9 +158,8 @@ void runIntermittent(RideRun& ride)
 {
     int intervals = 0;
     ride.status = intermittentDryRun(ride, intervals);
-    if (isFatal(ride.status)) {
+    if (isFatal(ride.status))
         return;
-    }
     clearBrakeEnergy(ride);
     ride.status = intermittentLoggedRun(ride, intervals);
     energyLedger(ride, ride.in.totalDistance, ride.found.sectorStartVelocity, ride.found.velocity);
@@ -174,25 +167,21 @@ void runIntermittent(RideRun& ride)
 
 void runPattern(RideRun& ride)
 {
-    const int pattern = ride.in.rideTarget;
-    if (pattern == patternConstantVelocity) {
+    int pattern = ride.in.rideTarget;
+    if (pattern == patternConstantVelocity)
         return runConstantVelocity(ride);
-    }
-    if (pattern == patternIntermittent) {
+    if (pattern == patternIntermittent)
         return runIntermittent(ride);
-    }
     ride.status = pattern == patternCriticalFull ? criticalFullBraking(ride) : brakeDryRun(ride, BrakeLaw::force);
-    if (!isFatal(ride.status)) {
+    if (!isFatal(ride.status))
         runBrakes(ride, BrakeLaw::force);
-    }
 }
 
 void runInclinationMode(RideRun& ride)
 {
     ride.status = runInclination(ride);
-    if (ride.status != statusDone) {
+    if (ride.status != statusDone)
         ride.graph.reset();
-    }
 }
 
 void runPowerMode(RideRun& ride)

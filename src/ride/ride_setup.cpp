@@ -18,15 +18,14 @@ void copyArray(Value (&target)[count], const Value (&source)[count])
 
 Drive driveOf(int mode, const Drive& last)
 {
-    const bool overTime = mode == rideAcceleration || mode == rideDeceleration || mode == ridePatternBraking;
+    bool overTime = mode == rideAcceleration || mode == rideDeceleration || mode == ridePatternBraking;
     return overTime ? Drive{mode == ridePatternBraking ? thrustByBraking : thrustByPedaling, 0} : last;
 }
 
 bool wantsGraph(const ParameterBlock& block, int mode)
 {
-    if (mode == ridePowerAndVelocity) {
+    if (mode == ridePowerAndVelocity)
         return block.bandGraphPowerVelocity != 0;
-    }
     return (mode == rideCriticalCornering ? block.bandGraphCornering : block.expressGraph) != 0;
 }
 
@@ -45,7 +44,7 @@ void takeOfMode(RideInputs& in, const ParameterBlock& block, int mode)
     in.accele = block.rideAccele[mode];
     in.gravity = block.rideGravity[mode];
     in.distance = block.rideDistance[mode];
-    const bool patterned = mode == ridePatternBraking;
+    bool patterned = mode == ridePatternBraking;
     in.inclination = patterned ? block.brakingInclination[std::clamp(block.rideTarget, 0, brakingPatternCount - 1)]
                                : block.rideInclination[mode];
 }
@@ -99,7 +98,7 @@ RideFigures figuresOf(const RideInputs& in)
 
 RideInputs takeRideInputs(const ParameterBlock& block, const Drive& lastDrive)
 {
-    const int mode = std::clamp(block.rideMode, 0, rideModeCount - 1);
+    int mode = std::clamp(block.rideMode, 0, rideModeCount - 1);
     RideInputs in = {};
     takeOfMode(in, block, mode);
     takeOfAllModes(in, block);

@@ -47,22 +47,20 @@ double mostPower(Road& road, double load, double low, double high)
 
 bool staysBelow(const RideRun& ride, const StepState& state, double before, double most, double dt)
 {
-    const double load = ride.now.rollingLoad + ride.now.slopeLoad;
-    const double slower = std::min(before, state.velocity);
-    const double faster = std::max(before, state.velocity);
-    const double low = std::max(slower - (most - slower) * 0.5, slower * 0.5);
-    if (!(load < 0.0 && faster < most && low > 0.0 && low + ride.now.headWind > 0.0)) {
+    double load = ride.now.rollingLoad + ride.now.slopeLoad;
+    double slower = std::min(before, state.velocity);
+    double faster = std::max(before, state.velocity);
+    double low = std::max(slower - (most - slower) * 0.5, slower * 0.5);
+    if (!(load < 0.0 && faster < most && low > 0.0 && low + ride.now.headWind > 0.0))
         return false;
-    }
     Road road = {ride.model, ride.now};
-    const double fullDrag = airPowerAt(road, most);
-    const double unsure = fullDrag * spare;
-    if (!(fullDrag + load * standardGravity * most > unsure)) { // the road still wins there
+    double fullDrag = airPowerAt(road, most);
+    double unsure = fullDrag * spare;
+    if (!(fullDrag + load * standardGravity * most > unsure)) // the road still wins there
         return false;
-    }
-    const double strongest = std::max(-leastPower(road, load, low, most), mostPower(road, load, low, most));
-    const double gain = dt * strongest / (ride.model.state.inertialWeight * low) * (1.0 + spare);
-    const double high = most - gain; // a cut takes back less than a step
+    double strongest = std::max(-leastPower(road, load, low, most), mostPower(road, load, low, most));
+    double gain = dt * strongest / (ride.model.state.inertialWeight * low) * (1.0 + spare);
+    double high = most - gain; // a cut takes back less than a step
     return gain > 0.0 && low + 2.0 * gain <= slower && faster <= high - 2.0 * gain &&
            mostPower(road, load, low, low + 2.0 * gain) < -unsure &&
            leastPower(road, load, high - 2.0 * gain, high) > unsure;

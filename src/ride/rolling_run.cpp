@@ -32,33 +32,29 @@ void selectGear(const Model& model, StepState& s)
 bool recordRoll(RunRecorder& recorder, StepState& s, const RollLimit& limit)
 {
     selectGear(recorder.ride.model, s);
-    if (limit.until == limitDistance) {
+    if (limit.until == limitDistance)
         reportProgress(recorder.ride.progress, progressPercent(0.0, limit.distance, s.distance));
-    } else if (limit.until == limitTime) {
+    else if (limit.until == limitTime)
         reportProgress(recorder.ride.progress, progressPercent(0.0, limit.time, s.time));
-    }
     return recordStep(recorder, s);
 }
 
 // Seconds that the step just done went beyond the limit; negative while it has not reached it.
 double secondsBeyond(const StepState& s, const RollLimit& limit, double dt)
 {
-    if (limit.until == limitTime) {
+    if (limit.until == limitTime)
         return s.time - (limit.time - dt);
-    }
     return s.distance >= limit.distance ? (s.distance - limit.distance) / s.velocity : -1.0;
 }
 
 // Whether the step just done is the last; it is cut to the limit then.
 bool isLastStep(RideRun& ride, StepState& s, const RollLimit& limit, double dt)
 {
-    if (limit.until != limitDistance && limit.until != limitTime) {
+    if (limit.until != limitDistance && limit.until != limitTime)
         return s.accele < steadyAccele;
-    }
-    const double over = secondsBeyond(s, limit, dt);
-    if (over < 0.0) {
+    double over = secondsBeyond(s, limit, dt);
+    if (over < 0.0)
         return false;
-    }
     addDragQuantities(ride, -over);
     endRollStep(s, dt, over);
     return true;
@@ -75,36 +71,32 @@ void storeRoll(RideRun& ride, const StepState& s)
 // A run that is certain to end below `enough` may be given up: nothing then.
 std::optional<ResultStatus> roll(RideRun& ride, const RollLimit& limit, double enough, RunRecorder* recorder)
 {
-    const double dt = rollInterval(ride);
-    if (!(dt >= leastInterval)) {
+    double dt = rollInterval(ride);
+    if (!(dt >= leastInterval))
         return statusIllegalValue;
-    }
     StepState s = startRolling(ride);
     showStart(ride, s);
     double before = s.velocity;
     int count = 1;
     while (s.time < longestRun) {
-        if (recorder != nullptr && !recordRoll(*recorder, s, limit)) {
+        if (recorder != nullptr && !recordRoll(*recorder, s, limit))
             break;
-        }
         if (count % stepsBetweenLooks == 0 && staysBelow(ride, s, before, enough, dt)) {
             ride.found.velocity = s.velocity;
             return {};
         }
         before = s.velocity;
         rollStep(ride, s, dt);
-        if (isLastStep(ride, s, limit, dt)) {
+        if (isLastStep(ride, s, limit, dt))
             break;
-        }
         ++count;
         s.time += dt;
     }
     storeRoll(ride, s);
-    if (recorder != nullptr) {
+    if (recorder != nullptr)
         finishRecording(*recorder, s);
-    } else {
+    else
         ride.log.sampleCount = count;
-    }
     return std::isfinite(s.velocity) ? statusDone : statusNotConverged;
 }
 
@@ -114,7 +106,7 @@ constexpr double anyVelocity = 0.0; // is enough: the run goes to its end
 
 double rollThreshold(const RideRun& ride)
 {
-    const double weight = ride.model.state.humanWeight + ride.model.state.bikeWeight;
+    double weight = ride.model.state.humanWeight + ride.model.state.bikeWeight;
     const double rolling =
         weight * ride.now.effectiveRolling * tyreLoadFactor(ride.model, ride.now); // kgf on the level
     return std::tan(std::asin(-rolling / ride.model.state.inertialWeight)) * 100.0 - 0.01;
@@ -133,7 +125,7 @@ ResultStatus solveRollingVelocity(RideRun& ride)
 {
     resetGrip(ride);
     Stepper velocity{1.4, 2.8, 0.3};
-    const Settled settled = settle(ride.progress, velocity, noThrust, [&](double v) {
+    Settled settled = settle(ride.progress, velocity, noThrust, [&](double v) {
         return -solvePowerAtVelocity(ride.model, ride.now, stageThrust, v).value;
     });
     ride.found.velocity = velocity.value > 0.0 ? velocity.value : 0.0;

@@ -13,7 +13,7 @@ void addPoint(const RunRecorder& recorder, const StepState& s)
 {
     RideRun& ride = recorder.ride;
     GraphSeries& graph = *ride.graph;
-    const double kph = s.velocity * kphPerMps;
+    double kph = s.velocity * kphPerMps;
     switch (recorder.layout) {
     case GraphLayout::process:
         addGraphPoint(graph,
@@ -47,9 +47,8 @@ SampleRow sampleOf(const RideRun& ride, const StepState& s)
 
 void beginCurves(RideRun& ride, GraphLayout layout, int pointsExpected)
 {
-    if (ride.in.wantsGraph != 0) {
+    if (ride.in.wantsGraph != 0)
         beginGraphSeries(ride.graph.emplace(), layout, pointsExpected);
-    }
 }
 
 RunRecorder beginRecording(RideRun& ride, GraphLayout layout)
@@ -62,13 +61,11 @@ RunRecorder beginRecording(RideRun& ride, GraphLayout layout)
 bool recordStep(RunRecorder& recorder, const StepState& state)
 {
     RideRun& ride = recorder.ride;
-    if (recorder.row > ride.log.sampleCount) {
+    if (recorder.row > ride.log.sampleCount)
         return false;
-    }
     recordSample(ride.log, sampleOf(ride, state), recorder.row++);
-    if (ride.graph) {
+    if (ride.graph)
         addPoint(recorder, state);
-    }
     return true;
 }
 

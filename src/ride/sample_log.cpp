@@ -11,9 +11,8 @@ void allocateSampleLog(SampleLog& log)
 
 void recordSample(SampleLog& log, const SampleRow& sample, int row)
 {
-    if (row >= 0 && static_cast<size_t>(row) < log.rows.size()) {
+    if (row >= 0 && static_cast<size_t>(row) < log.rows.size())
         log.rows[static_cast<size_t>(row)] = sample;
-    }
 }
 
 int shownRows(const SampleLog& log)

@@ -22,9 +22,8 @@ bool isLost(const RideRun& ride, double error, double variable)
 
 bool isHigh(const Seek& seek, ResultStatus status)
 {
-    if ((status & refused) != 0) {
+    if ((status & refused) != 0)
         return (status & tooWeak) == 0;
-    }
     return seek.highSide == HighSide::aboveWanted ? *seek.result >= seek.wanted : *seek.result <= seek.wanted;
 }
 
@@ -49,18 +48,15 @@ ResultStatus walk(RideRun& ride, const Seek& seek, ResultStatus (*run)(RideRun&)
             *seek.variable = stepper.value;
             status = run(ride);
         }
-        if (ride.found.peakPower[stagePedaling] > seek.peakLimit) {
+        if (ride.found.peakPower[stagePedaling] > seek.peakLimit)
             return statusTooLargePower;
-        }
-        const double error = std::fabs(seek.wanted - *seek.result);
-        if (isLost(ride, error, stepper.value)) {
+        double error = std::fabs(seek.wanted - *seek.result);
+        if (isLost(ride, error, stepper.value))
             return statusNotConverged;
-        }
         firstError = round == 0 ? error : firstError;
         reportProgress(ride.progress, progressPercent(firstError, tolerance, error));
-        if (error < tolerance && !isFatal(status)) {
+        if (error < tolerance && !isFatal(status))
             return toleranceClass(ride.found.velocity, ride.in.endVelocity) | missClass(error, seek.wanted);
-        }
         isHigh(seek, status) ? stepper.lower() : stepper.raise();
         stepper.value = std::max(stepper.value, seek.least);
         tolerance = round % 50 == 0 ? tolerance * 1.4 : tolerance;
@@ -72,10 +68,9 @@ ResultStatus walk(RideRun& ride, const Seek& seek, ResultStatus (*run)(RideRun&)
 
 ResultStatus seekTarget(RideRun& ride, const Seek& seek, ResultStatus (*run)(RideRun&))
 {
-    const ResultStatus status = walk(ride, seek, run);
-    if (isFatal(status)) {
+    ResultStatus status = walk(ride, seek, run);
+    if (isFatal(status))
         *seek.result = seek.wanted;
-    }
     return status;
 }
 

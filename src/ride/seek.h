@@ -43,21 +43,18 @@ Settled settle(Progress* progress, Stepper& stepper, double tolerance, double mo
 {
     double firstError = 0.0;
     for (int round = 0; round < seekRounds; ++round) {
-        if (stepper.value > most) {
+        if (stepper.value > most)
             return Settled::beyond;
-        }
-        const double missed = miss(stepper.value);
-        const double error = std::fabs(missed);
+        double missed = miss(stepper.value);
+        double error = std::fabs(missed);
         firstError = round == 0 ? error : firstError;
         reportProgress(progress, progressPercent(firstError, tolerance, error));
-        if (error < tolerance || !std::isfinite(error)) {
+        if (error < tolerance || !std::isfinite(error))
             return error < tolerance ? Settled::met : Settled::never;
-        }
-        const double tried = stepper.value;
+        double tried = stepper.value;
         missed > 0.0 ? stepper.raise() : stepper.lower();
-        if (stepper.value == tried) {
+        if (stepper.value == tried)
             return Settled::never; // the step is used up, and all rounds to come would repeat this one
-        }
     }
     return Settled::never;
 }

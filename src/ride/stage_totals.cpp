@@ -21,9 +21,8 @@ static_assert(sizeof stages / sizeof stages[0] == stageCount);
 
 void raise(double& peak, double value)
 {
-    if (value > peak) {
+    if (value > peak)
         peak = value;
-    }
 }
 
 double meanOver(double integral, double time)
@@ -35,9 +34,8 @@ double meanOver(double integral, double time)
 
 void clearPeaks(RideRun& ride)
 {
-    for (double& peak : ride.found.peakPower) {
+    for (double& peak : ride.found.peakPower)
         peak = 0.0;
-    }
     ride.found.assistPeakPower = 0.0;
     ride.found.maxAccele = 0.0;
 }
@@ -72,9 +70,8 @@ void takeStagesBack(const RideRun& ride, StageTotals& totals, double dt, double 
 
 void lowerThrustPeak(RideRun& ride)
 {
-    if (ride.now.thrustPower < ride.found.peakPower[stageThrust]) {
+    if (ride.now.thrustPower < ride.found.peakPower[stageThrust])
         ride.found.peakPower[stageThrust] = ride.now.thrustPower;
-    }
 }
 
 void addThrust(const RideRun& ride, StageTotals& totals, double dt)

@@ -143,7 +143,7 @@ TEST_F(Console, KeepsWhatWasNotTypedToTheLastBit)
 // A call after the other with one parameter file: what the first saves is what the next opens with.
 TEST_F(Console, OpensWithWhatWasSaved)
 {
-    const std::string ride = put("a.fit", plainRide());
+    std::string ride = put("a.fit", plainRide());
     const std::tuple<std::vector<std::string>, std::vector<std::string>, const char*> cases[] = {
         {{"801", "rideTarget=velocity"}, {"801"}, "calculation target is 'velocity'"},
         {{"702", "theoryTarget=power"}, {"702"}, "calculation target is 'power'"},
@@ -218,8 +218,8 @@ TEST_F(Console, WorksThroughManyRides)
     std::string out = in + "out";
     std::filesystem::create_directories(out);
     std::string a = put("a.fit", plainRide()), b = put("b.fit", {}), c = put("c.fit", plainRide(80));
-    const std::string longest = put("l.fit", plainRide(9000)); // the first one that ends is not the first one given
-    const std::vector<std::string> rides = {"--into", out, "at-one-stroke", longest, a, b, c};
+    std::string longest = put("l.fit", plainRide(9000)); // the first one that ends is not the first one given
+    std::vector<std::string> rides = {"--into", out, "at-one-stroke", longest, a, b, c};
     Call answer = call({"--jobs", "1"}, rides), many = call({"--jobs", "3"}, rides);
     EXPECT_EQ(many.out, answer.out);
     EXPECT_EQ(many.err, answer.err);

@@ -53,14 +53,14 @@ struct ConsoleEnds : testing::Test {
 
     TestFolder folder;
     const std::string& in = folder.path;
-    const std::string a = in + "a.fit", b = in + "b.fit", c = in + "c.fit", printed = in + "printed";
+    std::string a = in + "a.fit", b = in + "b.fit", c = in + "c.fit", printed = in + "printed";
 };
 
 // The second ride of a batch, and with two threads the third one, waits for the writer of its pipe when the signal
 // comes.
 TEST_F(ConsoleEnds, aSignalEndsABatchInOrder)
 {
-    const std::string d = in + "d.fit";
+    std::string d = in + "d.fit";
     for (const std::string& pipe : {b, d})
         ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
     for (auto [signal, jobs] : {std::pair{SIGINT, "1"}, {SIGTERM, "2"}, {SIGHUP, "2"}}) {
@@ -83,7 +83,7 @@ TEST_F(ConsoleEnds, aSignalEndsABatchInOrder)
 
 TEST_F(ConsoleEnds, aSignalAtAnyMomentLeavesNothingHalfMade)
 {
-    const Bytes ride = plainRide(5000);
+    Bytes ride = plainRide(5000);
     writeBytes(a, ride);
     for (int round = 0; round < 20; ++round) {
         pid_t child = startChild([&] {

@@ -15,8 +15,8 @@ using ConsoleFiles = ConsoleTest;
 // By whatever name the source goes, in the words of the dialogs.
 TEST_F(ConsoleFiles, WritesOverNoSource)
 {
-    const std::string source = in + "ride.fit", two = in + "two.fit", both = in + "both_000.fit";
-    const Bytes ride = plainRide();
+    std::string source = in + "ride.fit", two = in + "two.fit", both = in + "both_000.fit";
+    Bytes ride = plainRide();
     const std::string names[] = {source, in + "./ride.fit", in + "link.fit", in + "hard.fit"};
     const std::vector<std::string> tools[] = {
         {"convert", "fitFormat=legacy", source},
@@ -53,13 +53,13 @@ TEST_F(ConsoleFiles, WritesOverNoSource)
 // What stands where a command would write, and what is told of it; empty: it is written over.
 TEST_F(ConsoleFiles, WritesOverItsOwnKindAlone)
 {
-    const std::string ride = in + "ride.fit", two = in + "two.fit", target = in + "target";
+    std::string ride = in + "ride.fit", two = in + "two.fit", target = in + "target";
     writeBytes(ride, plainRide());
     writeBytes(two, plainRide(60, 1'000'001'000));
     ASSERT_EQ(call({"combine", ride, two, in + "both.fit"}).code, 0);
     ASSERT_EQ(call({"save-profile", in + "rider.pro"}).code, 0);
     ASSERT_EQ(call({"--graph", in + "g.svg", "801"}).code, 0);
-    const Bytes fit = plainRide(), none, words = {'w'};
+    Bytes fit = plainRide(), none, words = {'w'};
     Bytes profile = bytesOf(in + "rider.pro"), svg = bytesOf(in + "g.svg");
     profile[4] = 1; // a reserved byte
     svg.push_back(' ');
@@ -107,8 +107,8 @@ TEST_F(ConsoleFiles, WritesOverItsOwnKindAlone)
 // As <(gunzip -c ride.fit.gz) gives it: read once, though the command reads more often.
 TEST_F(ConsoleFiles, ReadsARideThroughAPipeAndWritesToNone)
 {
-    const std::string pipe = in + "63", out = in + "out.fit";
-    const Bytes ride = plainRide();
+    std::string pipe = in + "63", out = in + "out.fit";
+    Bytes ride = plainRide();
     writeBytes(in + "ride.fit", ride);
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
     auto piped = [&](const std::vector<std::string>& arguments) {
@@ -140,7 +140,7 @@ TEST_F(ConsoleFiles, TellsThatStandardOutputCannotBeWritten)
 // Whatever is printed of a name, by all that prints one.
 TEST_F(ConsoleFiles, ShowsNothingOfANameThatSteersATerminal)
 {
-    const std::string name = in + "\x1B[7m\n\xE2\x80\xAE", ride = name + ".fit", profile = name + ".pro";
+    std::string name = in + "\x1B[7m\n\xE2\x80\xAE", ride = name + ".fit", profile = name + ".pro";
     writeBytes(ride, plainRide());
     const std::vector<std::string> calls[] = {
         {"load", ride},

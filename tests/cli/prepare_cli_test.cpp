@@ -23,7 +23,7 @@ Bytes recordedRide()
 } // namespace
 
 struct PrepareConsole : ConsoleTest {
-    const std::string source = in + "in.fit", out = in + "out.fit";
+    std::string source = in + "in.fit", out = in + "out.fit";
 };
 
 TEST_F(PrepareConsole, PreparesAndTellsWhatItFound)
@@ -79,7 +79,7 @@ Bytes trackOf(int points)
 
 TEST_F(PrepareConsole, TakesTracksAndTheirFileIsTheSameWhenPreparedAgain)
 {
-    const std::string track = in + "ride.GPX", again = in + "again.fit";
+    std::string track = in + "ride.GPX", again = in + "again.fit";
     writeBytes(track, trackOf(600));
     Call done = call({"prepare", track, out});
     EXPECT_EQ(done.code, 0) << done.err;

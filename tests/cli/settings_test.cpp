@@ -18,7 +18,7 @@ using ConsoleSettings = ConsoleTest;
 TEST_F(ConsoleSettings, AnEntrySetToItsValueChangesNothing)
 {
     Call plain = call({"801"});
-    const ParameterBlock defaults = defaultBlock();
+    ParameterBlock defaults = defaultBlock();
     Model model;
     for (const Form* form : allForms()) {
         FormState state;
@@ -93,9 +93,9 @@ TEST_F(ConsoleSettings, LeavesAParameterFileThatItCannotUse)
 // With and without --save. Devices by a link of the test's own: a fault must not cost the machine its device.
 TEST_F(ConsoleSettings, WritesOverNothingInPlaceOfAParameterFile)
 {
-    const std::string rider = in + "b.pro", ride = put("c.fit", FitBuilder().file()), pipe = in + "pipe";
+    std::string rider = in + "b.pro", ride = put("c.fit", FitBuilder().file()), pipe = in + "pipe";
     call({"save-profile", rider});
-    const Bytes profile = bytesOf(rider);
+    Bytes profile = bytesOf(rider);
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
     std::filesystem::create_symlink("/dev/zero", in + "zero");
     std::filesystem::create_symlink("/proc/self/mem", in + "mem");

@@ -14,7 +14,7 @@ TEST(CommandTable, DialogsHaveTheirForms)
 {
     for (const Command& command : commandTable()) {
         bool ownWindow = command.work == Work::frontEnd; // about, exit
-        const bool asks = command.entry == Entry::dialog && !ownWindow;
+        bool asks = command.entry == Entry::dialog && !ownWindow;
         EXPECT_TRUE(!asks || findForm(command.form) != nullptr) << command.id;
         EXPECT_EQ(command.entry == Entry::sheet, !sheetPages(command.sheet).empty()) << command.id;
         EXPECT_EQ(command.operation == nullptr, ownWindow) << command.id;

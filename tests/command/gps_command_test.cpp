@@ -89,7 +89,7 @@ Bytes cadenceRide()
 {
     FitBuilder fit;
     fit.define(2, 0, {{0, 1}}).message(2, {4}).define(0, 20, {{253, 4}, {5, 4}, {6, 2}, {4, 1}});
-    for (int i = 0; i < 20; i++)
+    for (int i = 0; i < 20; ++i)
         fit.message(0, {1000 + i, i * 800, 8000, 77});
     return fit.file();
 }
@@ -144,7 +144,7 @@ TEST_F(GpsCommandTest, shapesOfFilesAtOneStroke)
             power = std::max<double>(power, record.power);
             cadence = std::max<double>(cadence, record.cadence);
         }
-        const double kept = static_cast<double>(c.kept);
+        double kept = static_cast<double>(c.kept);
         EXPECT_TRUE(!c.meanHolds || std::fabs(sum / kept / 200 - 1) < 0.06) << c.name;
         expectFigures({power, cadence, file.sessions[0].recordCount, file.laps[0].recordCount},
                       {told.maxPower, told.maxCadence, kept, kept});
@@ -226,12 +226,12 @@ TEST_F(GpsCommandTest, aStrokeLeavesTheLoadedRideUntilItSucceeds)
     ASSERT_EQ(loadMade(shortRide(model)), fitOk);
     std::string other = folder.path + "other.fit";
     writeBytes(other, cadenceRide());
-    const auto settingsOf = [this](const LoadedRide& ride) { // flat course, predicted cadence
+    auto settingsOf = [this](const LoadedRide& ride) { // flat course, predicted cadence
         FormState state;
         openForm(state, *findForm(2053), session.saved, session.working, model, false, ride);
         return std::pair(state.values.flatCourse, state.values.predictCadence);
     };
-    const std::pair own(0, 1), ofOther(1, 0);
+    std::pair own(0, 1), ofOther(1, 0);
     FormState stroke;
     openForm(stroke, *findForm(2060), session.saved, session.working, model, false, session.ride);
     for (const Row& row : stroke.form->rows) {
@@ -259,9 +259,9 @@ TEST_F(GpsCommandTest, checkOfTheSource)
     ToolInputs inputs;
     inputs.files[0].path = source;
     LoadedRide scanned;
-    const auto boxOf = [&](const Bytes& file, bool both) {
+    auto boxOf = [&](const Bytes& file, bool both) {
         writeBytes(source, file);
-        const Verdict verdict = checkOneStrokeSource(inputs, {}, both, scanned);
+        Verdict verdict = checkOneStrokeSource(inputs, {}, both, scanned);
         return verdict.boxes.empty() ? "" : verdict.boxes[0].text;
     };
     const std::tuple<int, std::vector<FitBuilder::Field>, const char*> cases[] = {
@@ -275,7 +275,7 @@ TEST_F(GpsCommandTest, checkOfTheSource)
         fit.message(0, std::vector<int64_t>(fields.size(), 1));
         EXPECT_EQ(boxOf(fit.file(), false), box);
     }
-    const Bytes whole = fitOf(shortRide(model)).file();
+    Bytes whole = fitOf(shortRide(model)).file();
     Bytes broken = whole;
     broken.back() ^= 1;
     EXPECT_EQ(boxOf({1, 2, 3}, true), "detect an invalid source file structure");

@@ -283,8 +283,8 @@ private:
 
 TEST_P(PressesTest, spoilNothing)
 {
-    const int id = GetParam();
-    const std::string quiet = run(id);
+    int id = GetParam();
+    std::string quiet = run(id);
     std::atomic<bool> pressing = true;
     std::thread user([&] {
         pressDuringRuns(id);

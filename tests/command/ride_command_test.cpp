@@ -53,7 +53,7 @@ TEST_F(RideCommand, theTableFollowsTheReport)
     };
     for (const auto& [mode, target, heading] : cases) {
         EXPECT_EQ(dispatch(mode, target), 0u);
-        const bool table = lowerHas("process of") || lowerHas("cumulative data");
+        bool table = lowerHas("process of") || lowerHas("cumulative data");
         EXPECT_EQ(table, heading != nullptr) << mode << " " << target;
         EXPECT_TRUE(heading == nullptr || lowerHas(heading)) << heading;
     }

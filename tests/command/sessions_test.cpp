@@ -86,7 +86,7 @@ private:
     {
         double shownNow = shownValue(state, row);
         double near = shownNow == 0 ? 1 : shownNow * (0.9 + 0.02 * static_cast<double>(below(11)));
-        const std::vector<std::string> labels = rowLabels(state, row);
+        std::vector<std::string> labels = rowLabels(state, row);
         switch (row.kind) {
         case RowKind::real:
             return formatText("%.3f", std::clamp(near, row.least, row.most));
@@ -120,8 +120,8 @@ private:
     }
     void run(const Command& command)
     {
-        const RunFiles files = {{rideName(below(rides)), rideName(below(rides))},
-                                folder + (command.id == commandFieldDump ? "out.csv" : "out.fit")};
+        RunFiles files = {{rideName(below(rides)), rideName(below(rides))},
+                          folder + (command.id == commandFieldDump ? "out.csv" : "out.fit")};
         session.chosenRide = files.sources[0];
         if (command.id == commandCompare)
             session.inputs.files[0].path = session.inputs.files[1].path = rideName(rides - 1);
@@ -154,7 +154,7 @@ private:
                 written.push_back(file.path());
         std::ranges::sort(written);
         for (const std::filesystem::path& path : written) {
-            const Bytes bytes = bytesOf(path);
+            Bytes bytes = bytesOf(path);
             seen.append(path.filename().string()).append(bytes.begin(), bytes.end());
             std::filesystem::remove(path);
         }
@@ -171,8 +171,8 @@ private:
 
 TEST(Sessions, TwoInTwoThreadsAnswerAsEachAlone)
 {
-    const TestFolder folder;
-    const std::string first = folder.path + "first/", second = folder.path + "second/";
+    TestFolder folder;
+    std::string first = folder.path + "first/", second = folder.path + "second/";
     const std::vector<std::string> alone[] = {User(1, first).work(), User(2, second).work()};
     std::vector<std::string> together[2];
     {

@@ -29,8 +29,8 @@ TEST_F(SettingsCommand, aCancelledSheetLeavesEveryFigure)
 {
     inForce.windSpeed = 3; // out of a profile file: no block holds it
     session.working.theoryCadence[1] = 70;
-    const ModelState model = inForce;
-    const ParameterBlock working = session.working;
+    ModelState model = inForce;
+    ParameterBlock working = session.working;
     for (int sheet : {321, 324, 325}) {
         EXPECT_EQ(findCommand(sheet)->operation(session), 0u);
         EXPECT_EQ(std::memcmp(&inForce, &model, sizeof model), 0) << sheet;
@@ -52,7 +52,7 @@ TEST_F(SettingsCommand, aProfileSavedAfterARunWithoutAnAnswerLoads)
     EXPECT_EQ(findCommand(323)->operation(session), 0u);
     auto put = [&](size_t offset) {
         Bytes bytes = bytesOf(session.profilePath);
-        const double none = std::nan("");
+        double none = std::nan("");
         std::memcpy(bytes.data() + profileHeaderSize + offset, &none, sizeof none);
         writeBytes(session.profilePath, bytes);
     };
@@ -84,7 +84,7 @@ TEST_F(SettingsCommand, aProfileHoldsWhatItsPagesTake)
     session.profilePath = folder.path + "a.pro";
     for (auto [change, fault] : cases) {
         startFrom(session, defaultBlock());
-        const ModelState model = inForce;
+        ModelState model = inForce;
         change(inForce);
         EXPECT_EQ(findCommand(323)->operation(session), 0u);
         inForce = model;

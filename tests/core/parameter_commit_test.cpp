@@ -77,7 +77,7 @@ TEST(ParameterCommit, eachFlagMovesItsSectionAlone)
         disturb(b.working);
         b.working.brakeType[0] = b.working.brakeType[1] = 1;
         b.working.rideMode = b.working.theoryCalculator = c.flags == ride || c.flags == theory ? c.index : 0;
-        const size_t flag = c.flags + 4 * static_cast<size_t>(c.index);
+        size_t flag = c.flags + 4 * static_cast<size_t>(c.index);
         std::memset(reinterpret_cast<uint8_t*>(&b.working) + flag, 1, 1);
         ParameterBlock before = b.saved;
         c.commit(b.saved, b.working);

@@ -35,7 +35,7 @@ protected:
     ParameterBlock saved;
     TestFolder own;
     const std::string& folder = own.path;
-    const std::string settings = folder + "Torvane.par";
+    std::string settings = folder + "Torvane.par";
 };
 
 } // namespace
@@ -124,11 +124,11 @@ TEST_F(ParameterFile, aProfileComesBackWholeOrLeavesTheModel)
     block.humanWeight = 71.5;
     ModelState model = {};
     startModel(model, block);
-    const ModelState written = model;
-    const std::string path = folder + "Ünïcode rider.pro";
+    ModelState written = model;
+    std::string path = folder + "Ünïcode rider.pro";
     ASSERT_EQ(saveProfile(shown.screens, model, block, path), 0);
     EXPECT_EQ(shown.status, "status : success to save current profile to 'Ünïcode rider.pro'");
-    const Bytes good = bytesOf(path);
+    Bytes good = bytesOf(path);
     EXPECT_EQ(good.size(), 876u);
     model = {};
     EXPECT_EQ(loadProfile(shown.screens, model, other, path), 0);

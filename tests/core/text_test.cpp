@@ -46,11 +46,11 @@ TEST(Text, showsNothingThatSteersATerminal)
 // Values of every kind: any bits, usual sizes, halves of the last decimal and their neighbours.
 double anyNumber(std::mt19937_64& random)
 {
-    const uint64_t bits = random();
+    uint64_t bits = random();
     const double scales[] = {1e-4, 1e-2, 1, 10, 1e3, 1e5, 1e9, 1e15, 1e16, 1e17};
-    const double usual = (static_cast<double>(bits >> 11) * 0x1p-52 - 1) * scales[bits % std::size(scales)];
-    const double tie = (static_cast<double>(bits >> 44) + 0.5) / static_cast<double>(16 << bits % 12);
-    const double near = std::nextafter(std::round(usual * 20) / 20, bits % 2 != 0 ? HUGE_VAL : -HUGE_VAL);
+    double usual = (static_cast<double>(bits >> 11) * 0x1p-52 - 1) * scales[bits % std::size(scales)];
+    double tie = (static_cast<double>(bits >> 44) + 0.5) / static_cast<double>(16 << bits % 12);
+    double near = std::nextafter(std::round(usual * 20) / 20, bits % 2 != 0 ? HUGE_VAL : -HUGE_VAL);
     const double kinds[] = {std::bit_cast<double>(bits), tie, near, usual};
     return kinds[random() % 4];
 }
@@ -64,13 +64,13 @@ TEST(Text, fixedNumbersAndIntegersReadAsFormatted)
         values.push_back(anyNumber(random));
     std::string text;
     for (size_t i = 0; i < values.size(); ++i) {
-        const int width = i % 3 == 0 ? 0 : 9;
+        int width = i % 3 == 0 ? 0 : 9;
         for (int decimals = 0; decimals < 5; ++decimals) {
             text.clear();
             appendFixed(text, values[i], width, decimals);
             ASSERT_EQ(text, formatText("%*.*f", width, decimals, values[i])) << formatText("%a", values[i]);
         }
-        const int64_t whole = std::bit_cast<int64_t>(values[i]) >> (i % 64);
+        int64_t whole = std::bit_cast<int64_t>(values[i]) >> (i % 64);
         text.clear();
         appendInteger(text, whole, width);
         ASSERT_EQ(text, formatText("%*lld", width, static_cast<long long>(whole)));

@@ -98,12 +98,12 @@ TEST(WriteFaults, twoInstancesOnOneParameterFile)
         writers.push_back(startChild([&] {
             saved.humanWeight = saved.thresholdPower = weight;
             int failed = 0;
-            for (int i = 0; i < 200; i++)
+            for (int i = 0; i < 200; ++i)
                 failed += !saveParameters(screens, path, saved);
             return failed;
         }));
     double defaultPower = saved.thresholdPower;
-    for (int i = 0; i < 500; i++) {
+    for (int i = 0; i < 500; ++i) {
         ParameterBlock block;
         ASSERT_EQ(readParameters(path, block), ParametersRead::ok);
         ASSERT_EQ(block.thresholdPower, block.humanWeight == 60 ? defaultPower : block.humanWeight);

@@ -113,7 +113,7 @@ TEST_P(AddMessages, SessionToSegmentsWithLapsAndActivityIsRefusedByTheSize)
 {
     bench.options.addSession = 1;
     bench.options.thresholdSpeed = 0;
-    for (int segment = 0; segment < 2; segment++) {
+    for (int segment = 0; segment < 2; ++segment) {
         source.define(1, 20, {{253, 4, 0x86}}, bigEndian).message(1, {1000});
         source.define(2, 19, {{8, 4}}, bigEndian).message(2, {1});
     }
@@ -127,7 +127,7 @@ TEST_P(AddMessages, SessionToSegmentsWithLapsAndActivityIsRefusedByTheSize)
 // comes to stand. Behind the first segment the laps of the source bring it along, else it goes to the end.
 TEST_P(AddMessages, ActivityWhoseLocalTypeIsDefinedAnew)
 {
-    const Fields time = {{253, 4, 0x86}}, timer = {{0, 4, 0x86}};
+    Fields time = {{253, 4, 0x86}}, timer = {{0, 4, 0x86}};
     bench.options.thresholdSpeed = 0;
     auto defineActivity = [&](FitBuilder& file) { file.define(0, 34, timer, bigEndian); };
     auto tail = [&](FitBuilder& file) { file.define(0, 23, time, bigEndian).message(0, {1100}); };

@@ -169,11 +169,11 @@ TEST_P(Division, ByRecordDefinitionWithRecordsOfAnEarlierOne)
 TEST_P(Division, IntoHundredsOfParts)
 {
     constexpr int parts = 300;
-    for (int part = 0; part < parts; part++)
+    for (int part = 0; part < parts; ++part)
         source.records(2).data(2, {1000 + part, 500, 40, part % 200});
     source.activity(1, 2);
     divide();
-    for (int part = 0; part < parts; part++) {
+    for (int part = 0; part < parts; ++part) {
         Ride expected = Ride(bigEndian, marked).records(2).data(2, {1000 + part, 0, 0, part % 200});
         ASSERT_EQ(bench.output(dividedFileName("part.fit", part)), expected.activity(0, 1000 + part).file()) << part;
     }

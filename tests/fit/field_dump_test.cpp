@@ -71,11 +71,11 @@ TEST(FieldDump, MegabytesToTheCharacter)
     auto linesOf = [](const FitBuilder& made) {
         ToolBench bench;
         bench.from(made.file());
-        const std::string dump = dumpOf(bench);
-        const size_t first = dump.find("-- record --");
+        std::string dump = dumpOf(bench);
+        size_t first = dump.find("-- record --");
         return dump.substr(first, dump.find("-- crc --") - first);
     };
-    const std::string once = linesOf(block);
+    std::string once = linesOf(block);
     std::string wanted;
     for (int part = 0; part < 10; ++part) {
         file.data.insert(file.data.end(), block.data.begin(), block.data.end());

@@ -27,7 +27,7 @@ TEST(FitCrc, anyLengthAndAnyCutAgreeWithTheBitwiseRule)
 
 TEST(FitBytes, positionsOfBigEndianRecordsComeFromTheBytesInFront)
 {
-    const Bytes bytes = {0x11, 0x22, 0x33, 0x44, 0x55, 0x66, 0x77, 0x88};
+    Bytes bytes = {0x11, 0x22, 0x33, 0x44, 0x55, 0x66, 0x77, 0x88};
     // Of those at 4 0x44 is the lowest, of those at 9 the nearest is beyond the end.
     expectFigures({copyUint32Bytes(bytes, 4, false), copyUint32Bytes(bytes, 4, true), copyUint32Bytes(bytes, 2, true),
                    copyUint32Bytes(bytes, 0, true), copyUint32Bytes(bytes, 9, true)},

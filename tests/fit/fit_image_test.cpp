@@ -36,7 +36,7 @@ TEST(FitImage, extensions)
 
 TEST(FitImage, refusals)
 {
-    const Bytes good = smallBlock().file(14);
+    Bytes good = smallBlock().file(14);
     // Place and change, of the signature, the data, the size it claims, the size of the header, and the header's own
     // CRC; whether the file's CRC is made right again.
     constexpr std::tuple<size_t, uint8_t, bool, StatusCode> cases[] = {

@@ -21,7 +21,7 @@ struct Gathered {
 Gathered gather(const FitBuilder& builder)
 {
     Gathered all;
-    const FitImage image = imageOf(builder.data);
+    FitImage image = imageOf(builder.data);
     const FitInventory& inventory = all.contents.inventory;
     all.code = scanFitMessages(image, all.contents, all.recordDefinitions);
     if (all.code != fitOk)
@@ -205,7 +205,7 @@ TEST(FitPasses, sumsExtremesAndMeans)
     const std::vector<FitBuilder::Field> fields = {{7, 4},  {8, 4},  {9, 4},  {11, 2}, {13, 2}, {14, 2}, {15, 2},
                                                    {16, 1}, {17, 1}, {64, 1}, {20, 2}, {21, 2}, {49, 2}, {71, 2},
                                                    {57, 1}, {58, 1}, {51, 1}, {34, 2}, {5, 1}};
-    const FitSummary s = summaryOf(
+    FitSummary s = summaryOf(
         twoSummaries(messageSession, fields,
                      {1000, 2000, 3000000, 40000, 5, 6000, 9000, 150, 160, 80, 200, 700, 2600, 2500, 20, -4, 3, 1, 2},
                      {1, 2000, 3, 40000, 6, 7000, 8000, 100, 170, 60, 100, 300, 3000, 2400, 21, -3, 5, 1, 2}));

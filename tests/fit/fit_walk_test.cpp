@@ -47,7 +47,7 @@ TEST(FitWalk, visitsEachMessageWithItsDefinition)
 
 TEST(FitWalk, cutAnywhereButBetweenMessagesItIsAFault)
 {
-    const Bytes data = mixedBlock().data;
+    Bytes data = mixedBlock().data;
     for (size_t length = 0; length <= data.size(); ++length) {
         bool between = std::set<size_t>{0, 15, 25, 44, 55, 65, 74, 76}.contains(length);
         // In a vector of its own, so that the sanitizers see any read behind its end.
@@ -61,7 +61,7 @@ TEST(FitWalk, cutAnywhereButBetweenMessagesItIsAFault)
 TEST(FitWalk, bit6AloneMakesADefinition)
 {
     // A compressed header of local type 2 by the published layout.
-    const Bytes data = {0xC3, 0, 0, 20, 0, 1, 253, 4, 6, 3, 1, 2, 3, 4};
+    Bytes data = {0xC3, 0, 0, 20, 0, 1, 253, 4, 6, 3, 1, 2, 3, 4};
     std::vector<int> seen;
     walkMessages(imageOf(data), [&](const FitMessage& m) { seen.push_back(100 * m.isDefinition + m.localType); });
     EXPECT_EQ(seen, (std::vector<int>{103, 3}));

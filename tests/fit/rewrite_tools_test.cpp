@@ -89,7 +89,7 @@ TEST(RewriteToolFaults, WhatWouldGrowFarBeyondItsSourceIsNotWritten)
 {
     FitBuilder parts = fitFile(), wide = fitFile();
     parts.define(1, 19, {}).message(1, {}).message(1, {}).define(2, 200, std::vector<FitBuilder::Field>(250));
-    for (int i = 0; i < 1000; i++) {
+    for (int i = 0; i < 1000; ++i) {
         parts.message(2, std::vector<int64_t>(250));
         wide.define(2, 20, {{253, 255}});
     }
@@ -117,7 +117,7 @@ TEST(RewriteToolFaults, LeaveTheDestinationAlone)
         ToolBench bench;
         Bytes source = fitFile().file();
         EXPECT_LE(fitConverted, bench.from(source).run(check, run));
-        const Bytes old = bench.output();
+        Bytes old = bench.output();
         source.back() ^= 1;
         bench.from(source);
         EXPECT_EQ(run(bench.inputs, bench.options, nullptr).code, fitWrongCrc);

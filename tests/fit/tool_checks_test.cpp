@@ -140,7 +140,7 @@ TEST(ToolChecks, AddMessages)
     EXPECT_EQ(bench.options.addLap + bench.options.addSession + bench.options.addActivity, 0);
     FitBuilder sessions = ride({100});
     sessions.define(2, 18, {}).message(2, {}).message(2, {});
-    for (int local = 3; local < 16; local++)
+    for (int local = 3; local < 16; ++local)
         sessions.define(local, 200, {});
     bench.from(sessions.file());
     bench.options.addLap = bench.options.addActivity = 1;
@@ -165,7 +165,7 @@ TEST(ToolChecks, Divide)
     single.message(3, {});
     EXPECT_EQ(bench.from(single.file()).boxes(checkDivide), "error: not existing directory for a destination file");
     EXPECT_EQ(bench.to("out.fit").boxes(checkDivide), "");
-    for (int lap = 2; lap <= 10'000; lap++) {
+    for (int lap = 2; lap <= 10'000; ++lap) {
         single.message(3, {});
     }
     EXPECT_EQ(bench.from(single.file()).boxes(checkDivide), "error: found too many parts for divide a source file");

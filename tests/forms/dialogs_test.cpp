@@ -173,7 +173,7 @@ TEST(AnalyseDialog, FollowsWhatTheFileHolds)
         const char* enabled; // 7111 7131 7132 7133 7151 7134 7113 7114 7121
         int flat, cadence, power;
     };
-    const std::vector<int> ids = {7111, 7131, 7132, 7133, 7151, 7134, 7113, 7114, 7121};
+    std::vector<int> ids = {7111, 7131, 7132, 7133, 7151, 7134, 7113, 7114, 7121};
     const Case cases[] = {
         {&FieldPresence::isActivity, 1, "001201111", 1, 1, 1},
         {&FieldPresence::altitudeFlags, 1, "111201111", 0, 1, 1},

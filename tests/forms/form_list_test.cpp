@@ -21,7 +21,7 @@ TEST(FormList, GivesEveryControlItsOwnId)
             EXPECT_TRUE(fresh || row.id == 0 || (found->second->present && row.present)) << form->id << " " << row.id;
             for (size_t i = 1; i < row.radioIds.size(); ++i)
                 EXPECT_TRUE(controls.insert({row.radioIds[i], &row}).second) << form->id << " " << row.radioIds[i];
-            const bool ownSpin = row.spin != 0 && fresh;
+            bool ownSpin = row.spin != 0 && fresh;
             EXPECT_TRUE(!ownSpin || controls.insert({row.spin, &row}).second) << form->id << " " << row.spin;
             EXPECT_EQ(row.radioIds.size(), row.kind == RowKind::radio ? row.labels.size() : 0);
         }

@@ -96,7 +96,7 @@ TEST(FormLimits, HoldWhereTheyAre)
 {
     for (const Limits& limits : allLimits()) {
         SCOPED_TRACE(formatText("form %d, control %d", limits.form, limits.id));
-        const double beyond = OpenForm(limits.form).at(limits.id).kind == RowKind::whole ? 1 : 0.001;
+        double beyond = OpenForm(limits.form).at(limits.id).kind == RowKind::whole ? 1 : 0.001;
         if (limits.form != 2093) { // asks for files next
             EXPECT_EQ(answerTo(limits, limits.least), "");
             EXPECT_EQ(answerTo(limits, limits.most), "");
@@ -131,7 +131,7 @@ TEST(FormLimits, LeaveNoEntryOut)
     for (const Form* form : allForms())
         for (const Row& row : form->rows) {
             bool numeric = row.kind == RowKind::real || row.kind == RowKind::whole;
-            const bool limited = numeric && row.id != 0 && (row.leastBinds || row.mostBinds);
+            bool limited = numeric && row.id != 0 && (row.leastBinds || row.mostBinds);
             EXPECT_TRUE(!limited || known.contains({form->id, row.id})) << form->id << " " << row.id;
         }
 }

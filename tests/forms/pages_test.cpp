@@ -117,8 +117,8 @@ TEST(BrakePage, ShowsTheEntriesOfTheSelectedType)
 TEST(AssistPage, ChecksInItsOwnOrder)
 {
     using Entries = std::vector<std::pair<int, const char*>>;
-    const Entries good = {{1811, "1"},  {1821, "1"},   {1824, "1"},  {1827, "2"}, {1832, "25"}, {1833, "2"},
-                          {1834, "32"}, {1835, "1.5"}, {1836, "45"}, {1837, "1"}, {1831, "250"}};
+    Entries good = {{1811, "1"},  {1821, "1"},   {1824, "1"},  {1827, "2"}, {1832, "25"}, {1833, "2"},
+                    {1834, "32"}, {1835, "1.5"}, {1836, "45"}, {1837, "1"}, {1831, "250"}};
     // What is entered otherwise; the message, and the entry that it is about.
     const std::tuple<Entries, const char*, int> cases[] = {
         {{}, "", 0},

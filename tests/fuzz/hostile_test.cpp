@@ -81,7 +81,7 @@ void runCut(const FuzzTarget& target, const Bytes& file, size_t length)
 TEST_P(HostileRide, cutAtEveryByte)
 {
     for (const Bytes& file : seedRides())
-        for (size_t length = 0; length < file.size(); length++)
+        for (size_t length = 0; length < file.size(); ++length)
             runCut(GetParam(), file, length);
 }
 
@@ -97,7 +97,7 @@ Bytes withCrc(Bytes file)
 TEST_P(HostileRide, changedAtEveryByte)
 {
     for (const Bytes& file : seedRides())
-        for (size_t place = 0; place < file.size(); place++)
+        for (size_t place = 0; place < file.size(); ++place)
             for (int change : {0x01, 0x02, 0x04, 0x08, 0x10, 0x20, 0x40, 0x80, 0xFF}) {
                 Bytes changed = file;
                 changed[place] = static_cast<uint8_t>(changed[place] ^ change);

@@ -82,7 +82,7 @@ Start open(Input input, bool several)
     for (uint8_t& option : start.options)
         option = reader.byte();
     start.sources = several ? 2 + (start.shape >> inputMoreSourcesShift & 3) : 1;
-    for (size_t i = 0; i < start.sources; i++) {
+    for (size_t i = 0; i < start.sources; ++i) {
         size_t length = reader.rest.size();
         if (i + 1 < start.sources) {
             length = reader.byte();
@@ -145,7 +145,7 @@ void requireSoundOutput(const FitImage& source, const Tool& tool)
     const SourceFileInfo& divided = session.inputs.files[0];
     if (divided.sessionCount < 2 && divided.lapCount < 2)
         return;
-    for (int32_t part = 0; part < dividedPartCount(divided); part++)
+    for (int32_t part = 0; part < dividedPartCount(divided); ++part)
         requireSoundFile(dividedFileName(path, part));
 }
 
@@ -229,10 +229,10 @@ void dump(Input input)
 void prepare(Input input)
 {
     Start start = open(input, false);
-    const PrepareOptions options = {.gapLimit = leastGapLimit + start.options[1],
-                                    .jumpSpeed = leastJumpSpeed + start.options[2],
-                                    .dropPower = start.bit(0),
-                                    .dropCadence = start.bit(1)};
+    PrepareOptions options = {.gapLimit = leastGapLimit + start.options[1],
+                              .jumpSpeed = leastJumpSpeed + start.options[2],
+                              .dropPower = start.bit(0),
+                              .dropCadence = start.bit(1)};
     if (!checkPrepare(session.inputs, session.working).passed ||
         runPrepare(session.inputs, options).tool.code != fitPrepared)
         return;
@@ -305,7 +305,7 @@ std::vector<Bytes> seeds(int optionSets)
         whole[0] = inputIsWholeFile;
         whole.insert(whole.end(), ride.begin(), ride.end());
         inputs.push_back(whole);
-        for (int set = 0; set < optionSets; set++) {
+        for (int set = 0; set < optionSets; ++set) {
             Bytes block(1 + rideOptions, static_cast<uint8_t>(set * 0x55));
             block[0] = 0;
             block.insert(block.end(), ride.begin() + ride[0], ride.end() - 2);

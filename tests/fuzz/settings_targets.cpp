@@ -56,7 +56,7 @@ void parameters(Input input)
     Bytes given(bytes.begin(), bytes.end());
     require(memoryFiles[path] == given, "a parameter file that is only read stays");
     ParameterBlock block;
-    const ParametersRead read = readParameters(path, block);
+    ParametersRead read = readParameters(path, block);
     require(isSound(block), "a block out of a file can be used");
     runCommandLine({"--par", path, "--save", "--set", "humanWeight=70", "power-and-velocity", "rideTarget=power"});
     bool there = memoryFiles[path] == given || memoryFiles[path + ".unusable1"] == given;
@@ -115,7 +115,7 @@ void console(Input input)
 std::vector<Bytes> withChoices(const Bytes& file)
 {
     std::vector<Bytes> seeds;
-    for (size_t choice = 0; choice < settingsCommands().size(); choice++) {
+    for (size_t choice = 0; choice < settingsCommands().size(); ++choice) {
         seeds.push_back({static_cast<uint8_t>(choice)});
         seeds.back().insert(seeds.back().end(), file.begin(), file.end());
     }

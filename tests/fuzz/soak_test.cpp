@@ -87,7 +87,7 @@ std::string legalValue(Dice& dice, const FormState& state, const Row& row)
 // Some of the rows that the form shows at its opening.
 void addEntries(Dice& dice, const Form& form, int oneIn, const char* lead, std::vector<std::string>& arguments)
 {
-    const Session session;
+    Session session;
     FormState state;
     openForm(state, form, session.saved, session.working, session.model, true);
     for (const Row& row : form.rows) {
@@ -190,7 +190,7 @@ TEST(Soak, randomCommandsInOneProcess)
     Dice dice;
     Tally tally;
     size_t before = 0;
-    for (int i = 0; i < commands && !HasFatalFailure(); i++) {
+    for (int i = 0; i < commands && !HasFatalFailure(); ++i) {
         runOne(dice, tally);
         startFiles(); // what was written goes, so that files are not taken for a leak
         if (i + 1 == warmUp)

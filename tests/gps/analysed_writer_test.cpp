@@ -15,7 +15,7 @@ constexpr uint32_t addAll = addSpeed | addDistance | addCadence | addPower;
 Bytes rewrite(const FitBuilder& builder, const GpsRecords& rows, uint32_t added, const OutputChoice& options = {},
               uint32_t totalTimer = 0)
 {
-    const FitImage source = imageOf(builder.data);
+    FitImage source = imageOf(builder.data);
     FitImage destination;
     EXPECT_EQ(planRewrittenSize(destination, source, rows, added), fitOk);
     EXPECT_EQ(writeAnalysedFit(destination, source, rows, added, options, totalTimer), fitOk);

@@ -45,7 +45,7 @@ namespace {
 GpsRecords pairOfRows(double speed, double inclination)
 {
     GpsRecords records(2);
-    for (uint32_t i = 0; i < 2; i++) {
+    for (uint32_t i = 0; i < 2; ++i) {
         records[i].sector = 1;
         records[i].timestamp = 100 + i;
         records[i].speed = speed;
@@ -79,7 +79,7 @@ TEST_F(PredictionTest, aRideOfTheModelComesBackWithItsPower)
         for (const GpsRecord& record : records)
             sum += record.power;
         EXPECT_NEAR(sum / made.power / made.seconds, 1, meanBound) << name;
-        for (size_t i = 20; i + 20 < records.size(); i++)
+        for (size_t i = 20; i + 20 < records.size(); ++i)
             EXPECT_NEAR(records[i].power / made.power, 1, rowBound) << name << ", row " << i;
     }
 }
@@ -105,7 +105,7 @@ TEST_F(PredictionTest, airAndTemperatureOfARow)
             record.altitude = 1000;
             record.temperature = 30;
         }
-        const Evaluation last = predictRows(records, flags);
+        Evaluation last = predictRows(records, flags);
         EXPECT_EQ(records[1].temperature, temperature) << flags;
         EXPECT_NEAR(last.airPressureRatio, pressureRatio, 0.0001) << flags;
     }
@@ -150,14 +150,14 @@ TEST_F(TrackBrakeHeatTest, heatIsNeitherLostNorMade)
     block.averageTemperature = 15;
     GpsRecords records = pairOfRows(8, -10);
     records.resize(60, records[1]);
-    for (size_t i = 0; i < records.size(); i++) {
+    for (size_t i = 0; i < records.size(); ++i) {
         records[i].timestamp = 100 + static_cast<uint32_t>(i);
         if (i >= 30)
             records[i].acceleration = 1.5; // on the brakes for half a minute, then they are let go
     }
     predict(records, 0);
     double friction = 0, radiated = 0;
-    for (size_t i = 0; i < records.size(); i++) {
+    for (size_t i = 0; i < records.size(); ++i) {
         friction += records[i].frontFriction + records[i].rearFriction;
         radiated += records[i].frontRadiate + records[i].rearRadiate;
         EXPECT_NEAR(records[i].frontStored + records[i].rearStored, friction - radiated, 1e-6) << i;
@@ -181,7 +181,7 @@ TEST_F(TrackBrakeHeatTest, secondsOfAStep)
 {
     // Time of the second row, 100 being that of the first; seconds of friction. A clock may jump by a century.
     constexpr std::pair<uint32_t, double> cases[] = {{101, 1}, {102, 2}, {100, 0}, {99, 0}, {3250000100u, 3.25e9}};
-    const TrackModel track = startTrackModel(model, block, ride.summary, analysisFlat);
+    TrackModel track = startTrackModel(model, block, ride.summary, analysisFlat);
     GpsRecords records = pairOfRows(10, 0);
     records[1].temperature = 20;
     for (auto [timestamp, seconds] : cases) {
@@ -212,7 +212,7 @@ TEST_F(PredictionTest, statisticsByHand)
         {0, 102, 13, 99, 99, 199, 99, 999, 9, 99, 99}, {2, 103, 20, 7, 30, 140, 90, 300, 2, 50, 60},
         {2, 105, 40, 10, 40, 160, 0, 0, 4, 70, 40},
     };
-    for (size_t i = 0; i < 5; i++) {
+    for (size_t i = 0; i < 5; ++i) {
         GpsRecord& record = records[i];
         std::tie(record.sector, record.timestamp, record.distance, record.speed, record.altitude, record.heartRate,
                  record.cadence, record.power, record.brakeForce, record.frontBrakeTemperature,

@@ -46,7 +46,7 @@ inline GpsRecords makeRide(const Model& model, const MadeRide& ride)
     GpsRecords records(static_cast<size_t>(ride.seconds));
     Place place;
     Weather weather = {ride.temperature, ride.windSpeed, ride.windDirection};
-    for (size_t i = 0; i < records.size(); i++) {
+    for (size_t i = 0; i < records.size(); ++i) {
         GpsRecord& record = records[i];
         record.timestamp = ride.start + static_cast<uint32_t>(i);
         record.latitude = place.latitude + noise(random, ride.positionNoise) / metresPerDegree;
@@ -54,7 +54,7 @@ inline GpsRecords makeRide(const Model& model, const MadeRide& ride)
         record.altitude = roadOf(ride, place.distance).altitude + noise(random, ride.altitudeNoise);
         record.distance = place.distance;
         record.speed = place.speed + noise(random, ride.speedNoise);
-        for (int step = 0; step < 100; step++)
+        for (int step = 0; step < 100; ++step)
             rideOn(model, roadOf(ride, place.distance), weather, ride.power, 0, 0.01, place);
     }
     return records;
@@ -100,7 +100,7 @@ inline FitBuilder fitOf(const GpsRecords& records, const FileShape& shape = {})
     FitBuilder fit;
     fit.define(2, 0, {{0, 1}, {1, 2}}, shape.bigEndian).message(2, {4, 1});
     fit.define(0, 20, fields, shape.bigEndian, developer);
-    for (size_t i = 0; i < records.size(); i++) {
+    for (size_t i = 0; i < records.size(); ++i) {
         const GpsRecord& record = records[i];
         if (shape.definedTwice && i == records.size() / 2)
             fit.define(0, 20, fields, shape.bigEndian, developer);

@@ -26,7 +26,7 @@ constexpr double unrealInclination = 25, unrealAccele = 1.5;
 GpsRecords evenRows(size_t count)
 {
     GpsRecords records(count);
-    for (size_t i = 0; i < count; i++) {
+    for (size_t i = 0; i < count; ++i) {
         records[i].sector = 1;
         records[i].timestamp = static_cast<uint32_t>(i);
         records[i].distance = 10.0 * static_cast<double>(i);
@@ -38,9 +38,9 @@ GpsRecords evenRows(size_t count)
 GpsRecords rowsOf(RecordField field, const std::vector<double>& values, const std::vector<uint32_t>& timestamps = {})
 {
     GpsRecords records = evenRows(values.size());
-    for (size_t i = 0; i < values.size(); i++)
+    for (size_t i = 0; i < values.size(); ++i)
         records[i].*field = values[i];
-    for (size_t i = 0; i < timestamps.size(); i++)
+    for (size_t i = 0; i < timestamps.size(); ++i)
         records[i].timestamp = timestamps[i];
     return records;
 }
@@ -48,7 +48,7 @@ GpsRecords rowsOf(RecordField field, const std::vector<double>& values, const st
 void expectRows(const GpsRecords& records, RecordField field, const std::vector<double>& want, const char* name)
 {
     ASSERT_EQ(records.size(), want.size()) << name;
-    for (size_t i = 0; i < want.size(); i++)
+    for (size_t i = 0; i < want.size(); ++i)
         EXPECT_NEAR(records[i].*field, want[i], 1e-9) << name << ", row " << i;
 }
 
@@ -89,7 +89,7 @@ TEST(Sectors, divideTheRide)
         GpsRecords records = rowsOf(&GpsRecord::speed, speeds, timestamps);
         bool anySector = std::count(sectors.begin(), sectors.end(), 0u) != std::ssize(sectors);
         EXPECT_EQ(formSectors(records, 1.0, 0), anySector) << name;
-        for (size_t i = 0; i < records.size(); i++)
+        for (size_t i = 0; i < records.size(); ++i)
             EXPECT_EQ(records[i].sector, sectors[i]) << name << ", row " << i;
     }
 }
@@ -121,7 +121,7 @@ TEST(Smoothing, windowFollowsTheSteps)
     for (auto [step, window, positionWindow] : cases) {
         GpsRecords records = rowsOf(&GpsRecord::distance, {0, step, 2 * step});
         double place = step + (step == 5.0 ? 1e-6 : 0); // the haversine rounds
-        for (size_t i = 0; i < records.size(); i++)
+        for (size_t i = 0; i < records.size(); ++i)
             records[i].longitude = static_cast<double>(i) * place / metresPerDegree;
         EXPECT_EQ(chooseWindow(records), window) << step;
         EXPECT_EQ(choosePositionWindow(records), positionWindow) << step;
@@ -156,7 +156,7 @@ TEST(Smoothing, trimmedMeans)
 TEST(Smoothing, positionsAndHeadingsKeepToTheirSector)
 {
     GpsRecords records = rowsOf(&GpsRecord::latitude, {1, 5, 2, 40, 40, 40});
-    for (size_t i = 0; i < records.size(); i++) {
+    for (size_t i = 0; i < records.size(); ++i) {
         records[i].heading = records[i].latitude;
         records[i].sector = i < 3 ? 1 : 2;
     }
@@ -208,7 +208,7 @@ TEST(Track, limitOfAccelerationFollowsTheSlope)
     for (const auto& [inclination, limit] : cases) {
         for (double beyond : {-1e-4, 1e-4}) {
             GpsRecords records = evenRows(5);
-            for (size_t i = 0; i < records.size(); i++) {
+            for (size_t i = 0; i < records.size(); ++i) {
                 records[i].altitude = records[i].distance * inclination / 100;
                 records[i].speed = 10 + static_cast<double>(i) * (limit + beyond);
             }
@@ -221,7 +221,7 @@ TEST(Track, limitOfAccelerationFollowsTheSlope)
 TEST(Track, headingsComeFromSmoothedPositions)
 {
     GpsRecords records = evenRows(6);
-    for (size_t i = 0; i < records.size(); i++) {
+    for (size_t i = 0; i < records.size(); ++i) {
         records[i].latitude = static_cast<double>(i) * 4 / metresPerDegree; // northward, one row thrown aside
         records[i].longitude = i == 3 ? 3 / metresPerDegree : 0;
     }

@@ -44,11 +44,11 @@ TEST_F(LibraryTest, TellsWhatIsWrongInAValue)
     torvane::Bytes cut = ride, broken = ride;
     cut.resize(cut.size() / 2);
     broken[broken.size() / 2] ^= 1;
-    const std::string profile = in + "profile.pro", garbage = put("garbage.pro", ride), missing = in + "no.pro";
+    std::string profile = in + "profile.pro", garbage = put("garbage.pro", ride), missing = in + "no.pro";
     ASSERT_TRUE(calculator.saveProfile(profile));
     torvane::Bytes beyond = bytesOf(profile);
     std::fill_n(beyond.begin() + profileHeaderSize + offsetof(ModelState, crankLength), sizeof(double), uint8_t{0});
-    const std::string beyondPath = put("beyond.pro", beyond);
+    std::string beyondPath = put("beyond.pro", beyond);
     ASSERT_TRUE(calculator.set({{"humanWeight", 71.25}}));
     const Fault faults[] = {
         {"command", ErrorKind::unknownCommand, "", [](Calculator& c) { return c.ask({.command = "about"}); }},
@@ -95,7 +95,7 @@ TEST_F(LibraryTest, TellsWhatIsWrongInAValue)
         {"half a ride", ErrorKind::badFile, "", [&](Calculator& c) { return c.loadRide(cut, "a.fit"); }},
         {"broken ride", ErrorKind::badFile, "", [&](Calculator& c) { return c.loadRide(broken, "a.fit"); }},
     };
-    const std::string before = textOf(calculator.ask(question));
+    std::string before = textOf(calculator.ask(question));
     for (const Fault& fault : faults) {
         SCOPED_TRACE(fault.what);
         const Result<Answer> result = fault.call(calculator);
@@ -111,9 +111,9 @@ TEST_F(LibraryTest, TellsWhatIsWrongInAValue)
 
 TEST_F(LibraryTest, AnswersAsTheConsoleDoes)
 {
-    const std::string path = put("ride.fit", ride), analysed = in + "analysed.fit";
+    std::string path = put("ride.fit", ride), analysed = in + "analysed.fit";
     ASSERT_TRUE(calculator.set({{"humanWeight", 71.25}, {"windSpeed", 2}}));
-    const std::vector<std::string> front = {"--set", "humanWeight=71.25", "--set", "windSpeed=2"};
+    std::vector<std::string> front = {"--set", "humanWeight=71.25", "--set", "windSpeed=2"};
     EXPECT_EQ(textOf(calculator.ask({.command = "acceleration"})), call(front, {"acceleration"}).out);
     EXPECT_EQ(textOf(calculator.ask(question)), call(front, {"801", "rideTarget=power", "rideVelocity=33"}).out);
     ASSERT_TRUE(calculator.loadRide(path));
@@ -135,7 +135,7 @@ TEST_F(LibraryTest, AnswersAsTheConsoleDoes)
 
 TEST_F(LibraryTest, OneCalculatorKnowsNothingOfAnother)
 {
-    const std::string before = textOf(calculator.ask(question));
+    std::string before = textOf(calculator.ask(question));
     Calculator other = makeCalculator();
     ASSERT_TRUE(other.set({{"humanWeight", 120}, {"expressGraph", "off"}}));
     ASSERT_TRUE(other.loadRide(ride, "ride.fit"));
@@ -149,14 +149,14 @@ TEST_F(LibraryTest, OneCalculatorKnowsNothingOfAnother)
 
 TEST_F(LibraryTest, DescribesEveryEntryThatItTakes)
 {
-    const std::string before = textOf(calculator.ask(question));
+    std::string before = textOf(calculator.ask(question));
     for (const EntryInfo& info : *calculator.settings()) {
         EXPECT_NE(info.kind == EntryKind::choice, info.choices.empty()) << info.name;
         EXPECT_TRUE(info.name == "predictWheel" || calculator.set({{info.name, info.value}})) << info.name;
     }
     EXPECT_EQ(textOf(calculator.ask(question)), before);
     const std::vector<EntryInfo> entries = *calculator.entriesOf("power-and-velocity");
-    const auto velocity = std::ranges::find(entries, "rideVelocity", &EntryInfo::name);
+    auto velocity = std::ranges::find(entries, "rideVelocity", &EntryInfo::name);
     ASSERT_NE(velocity, entries.end());
     EXPECT_EQ(velocity->unit, "kph");
     EXPECT_EQ(velocity->most, 200);

@@ -35,7 +35,7 @@ TEST(WheelResist, improvesWithDepthAndYearUpTo2017)
     constexpr double cases[][4] = {
         {50, 16, 2011, 19.97966296}, {50, 24, 2030, 20.08649748}, {20, 32, 2000, 41.43523991}};
     for (auto [depth, spokes, year, resist] : cases) {
-        const auto whole = [](double value) { return static_cast<int>(value); };
+        auto whole = [](double value) { return static_cast<int>(value); };
         EXPECT_NEAR(predictWheelResist(whole(depth), whole(spokes), whole(year)).resist, resist, 1e-7) << year;
     }
 }

@@ -28,8 +28,8 @@ Teeth teethOf(const Model& model)
 
 TEST_F(GearTableTest, defaultsMeetAtTheSharedSprocket)
 {
-    const Teeth expected = {{42, 27}, {42, 25}, {42, 23}, {42, 21}, {42, 19}, {42, 17},
-                            {51, 17}, {51, 15}, {51, 14}, {51, 13}, {51, 12}, {51, 11}};
+    Teeth expected = {{42, 27}, {42, 25}, {42, 23}, {42, 21}, {42, 19}, {42, 17},
+                      {51, 17}, {51, 15}, {51, 14}, {51, 13}, {51, 12}, {51, 11}};
     EXPECT_EQ(teethOf(model), expected);
     EXPECT_NEAR(model.reachVelocity * 3.6, 70.055, 0.0005);
     EXPECT_NEAR(model.gearTable[0].velocityShiftUp / model.gearTable[0].velocityShiftDown, 110.0 / 85.0, 1e-12);

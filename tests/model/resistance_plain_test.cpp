@@ -69,7 +69,7 @@ Outcome evaluate(const Operations& by, const Model& model, Evaluation& e, double
 {
     by.updateLoadAndGrip(model, e, force);
     by.setLoads(model, e);
-    const Solved solved = by.resistanceAtVelocity(model, e, velocity);
+    Solved solved = by.resistanceAtVelocity(model, e, velocity);
     Outcome all = {e.frontWeightRatio,   e.rearWeightRatio,   e.effectiveRolling, e.effectiveFriction,
                    e.frontFrictionShare, e.rearFrictionShare, e.slopeLoad,        e.rollingLoad,
                    e.shellDrag,          e.humanDrag,         e.wheelDrag,        e.airDrag,
@@ -89,13 +89,13 @@ TEST_F(PlainResistanceTest, everyValueEqualsThePlainFormToTheLastBit)
     for (int round = 0; round < 60000; ++round) {
         if (round % 400 == 0)
             restart();
-        const size_t change = random() % std::size(changes);
+        size_t change = random() % std::size(changes);
         changes[change](random, m, now);
         keepDragFactors(model);
-        const double force = anyDouble(random, 5), velocity = anyDouble(random, 11);
+        double force = anyDouble(random, 5), velocity = anyDouble(random, 11);
         Evaluation plainly = now;
-        const Outcome kept = evaluate(program, model, now, force, velocity);
-        const Outcome wanted = evaluate(plainForm, model, plainly, force, velocity);
+        Outcome kept = evaluate(program, model, now, force, velocity);
+        Outcome wanted = evaluate(plainForm, model, plainly, force, velocity);
         for (size_t i = 0; i < wanted.size(); ++i)
             ASSERT_EQ(bitsOf(kept[i]), bitsOf(wanted[i])) << "value " << i << " after change " << change;
     }

@@ -103,7 +103,7 @@ TEST_F(ProfileReport, assistRangesUpToTheFirstInactive)
     std::tie(m.assistRangeMode[0], m.assistRangeMode[1], m.assistRangeMode[2]) = std::tuple(1, 2, 0);
     std::tie(m.assistRangeSpeed[0], m.assistRangeSpeed[1]) = std::tuple(10, 24.5);
     std::tie(m.assistRangeRatio[0], m.assistRangeRatio[1]) = std::tuple(1.5, 0.25001);
-    const std::string head = "\te-Assist Power\t\t:  250.0 watts as maximum\n";
+    std::string head = "\te-Assist Power\t\t:  250.0 watts as maximum\n";
     EXPECT_EQ(section(sectionAssist),
               head + "\tfirst range\n\t-- type\t\t\t:  constant\n\t-- range\t\t\t:  ~  10.0 kph\n"
                      "\t-- ratio\t\t\t:    1.5\n\tsecond range\n\t-- type\t\t\t:  linear\n"

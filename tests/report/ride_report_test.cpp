@@ -279,7 +279,7 @@ TEST_F(RideReport, headingsOfTables)
 
 TEST_F(RideReport, rowBehindTheLastOnlyWhenWritten)
 {
-    const std::string row = ",  36.000,  123.400,  12.500,   7.000,  -0.250,1234.568, 51/ 9, 5.667,  90.000\n";
+    std::string row = ",  36.000,  123.400,  12.500,   7.000,  -0.250,1234.568, 51/ 9, 5.667,  90.000\n";
     SampleLog log = logOf(1);
     reportProcessRows(shown.screens, log);
     EXPECT_EQ(shown.lower, "   0.000" + row);

@@ -11,7 +11,7 @@ using BrakingTest = RideTest;
 TEST_F(BrakingTest, theBrakesTakeTheWorkByTheirGrip)
 {
     ASSERT_EQ(run(ridePatternBraking, 0).status, 0u);
-    const double work = -ride->found.meanStagePower[stageThrust] * ride->found.sectorTime;
+    double work = -ride->found.meanStagePower[stageThrust] * ride->found.sectorTime;
     EXPECT_NEAR(ride->heat.brakeHeat[0] + ride->heat.brakeHeat[1], work, 1e-9 * work);
     EXPECT_NEAR(ride->heat.brakeHeat[0] / work, ride->now.frontFrictionShare, 1e-12);
     EXPECT_GT(ride->now.frontFrictionShare, 0.6); // braking loads the front wheel
@@ -57,9 +57,9 @@ TEST_F(BrakingTest, constantVelocityTurnsTheHillIntoHeat)
     run(ridePatternBraking, 2);
     ASSERT_EQ(ride->status, 0u);
     EXPECT_EQ(ride->found.sectorTime, 600.0); // 5 km at 30 kph
-    const double held = ride->heat.brakeHeat[0] + ride->heat.brakeHeat[1];
+    double held = ride->heat.brakeHeat[0] + ride->heat.brakeHeat[1];
     EXPECT_NEAR(held, -ride->found.force * standardGravity * 5000.0, 0.001 * held);
-    const double spent = held + ride->found.airDragQuantity + ride->found.rollingDragQuantity;
+    double spent = held + ride->found.airDragQuantity + ride->found.rollingDragQuantity;
     EXPECT_NEAR(spent, ride->found.potentialEnergy, 0.001 * spent);
     ASSERT_TRUE(ride->graph);
     EXPECT_EQ(ride->graph->pointCount(), 6000); // as many as were stored: one in 0.1 s
@@ -101,7 +101,7 @@ TEST_F(BrakingTest, theCurvesOfIntervalsRunOn)
     for (int i = 1; i < g.pointCount(); ++i) {
         ASSERT_GE(g.value(i, 0), g.value(i - 1, 0)) << i;
         ASSERT_GE(g.value(i, 2), g.value(i - 1, 2) - 1e-9) << i;
-        const bool coasting = g.value(i, 1) > g.value(i - 1, 1);
+        bool coasting = g.value(i, 1) > g.value(i - 1, 1);
         ASSERT_TRUE(!coasting || g.value(i, 3) <= g.value(i - 1, 3)) << i;
     }
     EXPECT_NEAR(g.value(g.pointCount() - 1, 3), ride->log.sectors.back().brake[0], 0.2);
@@ -112,7 +112,7 @@ TEST_F(BrakingTest, aCurveLooksTheRearWeightUpUnderTheFrontType)
     block.brakeType[1] = 1;
     prepare(ridePatternBraking, 0);
     ride->heat.brakeHeat[0] = ride->heat.brakeHeat[1] = 9100.0;
-    const double rear = 9100.0 / (0.499 * m.brakeWeight[0][1]) + 20.0; // stainless, but a rim's weight
+    double rear = 9100.0 / (0.499 * m.brakeWeight[0][1]) + 20.0; // stainless, but a rim's weight
     EXPECT_NEAR(drawnTemperature(*ride, 0), 9100.0 / (0.91 * 350.0) + 20.0, 1e-9);
     EXPECT_NEAR(drawnTemperature(*ride, 1), rear, 1e-9);
 }

@@ -24,7 +24,7 @@ TEST_F(PhysiologyTest, levelsBeginAtTheirBounds)
 TEST_F(PhysiologyTest, anHourAtTheThreshold)
 {
     m.ftp = 250.0;
-    const PhysiologyFigures body = physiologyOfRun(model, {1, 0.25, 0, {}}, 200.0, 250.0, 3600.0);
+    PhysiologyFigures body = physiologyOfRun(model, {1, 0.25, 0, {}}, 200.0, 250.0, 3600.0);
     expectFigures({body.variabilityIndex, body.intensityFactor, body.trainingStressScore, body.kiloJoule,
                    body.kiloCalorie, body.foodKiloCalorie},
                   {1.25, 1.0, 100.0, 720.0, 171.96912, 687.87648}, 1e-9);
@@ -42,7 +42,7 @@ TEST_F(PhysiologyTest, timeAndDistanceFollowEachOther)
         PhysiologyInputs in = {0, 0.25, given, {}};
         in.length.intensionFirst[given] = first;
         in.length.intensionSecond[given] = second;
-        const PhysiologyFigures body = physiologyOfSteadyRide(model, in, 100.0, velocity);
+        PhysiologyFigures body = physiologyOfSteadyRide(model, in, 100.0, velocity);
         expectFigures({body.length.intensionFirst[1 - given], body.length.intensionSecond[1 - given], body.duration},
                       {otherFirst, otherSecond, duration});
     }

@@ -51,12 +51,12 @@ Figures figuresOf(ResultStatus status, const RideRun& ride)
 
 ResultStatus plainSeek(RideRun& ride, const RollLimit& limit)
 {
-    const double wanted = ride.in.velocity;
+    double wanted = ride.in.velocity;
     Stepper slope{-3.0, 0.1, 0.3};
     ride.now.inclination = slope.value;
     resetGrip(ride);
     ResultStatus status = 0;
-    const Settled settled = settle(nullptr, slope, 0.01, rollThreshold(ride), [&](double percent) {
+    Settled settled = settle(nullptr, slope, 0.01, rollThreshold(ride), [&](double percent) {
         ride.now.inclination = percent;
         status = rollDryRun(ride, limit);
         return ride.found.velocity - wanted;
@@ -71,7 +71,7 @@ protected:
     Figures seekOnce(double wanted, const RollLimit& limit, ResultStatus (*seek)(RideRun&, const RollLimit&))
     {
         block.rideVelocity[rideInclinationAndVelocity] = wanted;
-        const ResultStatus status = seek(prepare(rideInclinationAndVelocity, 1), limit);
+        ResultStatus status = seek(prepare(rideInclinationAndVelocity, 1), limit);
         return figuresOf(status, *ride);
     }
 };
@@ -82,10 +82,10 @@ TEST_F(RollTrialTest, aSeekAnswersAsIfEveryRunWentToItsEnd)
     int met = 0;
     for (int round = 0; round < 80; ++round) {
         takeAnyConditions(block, random);
-        const RollLimit limit = anyLimit(random);
-        const double wanted = uniform(random, 0.0, 35.0);
+        RollLimit limit = anyLimit(random);
+        double wanted = uniform(random, 0.0, 35.0);
         block.accelerationInterval = 0.1;
-        const Figures plain = seekOnce(wanted, limit, plainSeek);
+        Figures plain = seekOnce(wanted, limit, plainSeek);
         EXPECT_EQ(seekOnce(wanted, limit, seekInclinationOver), plain) << round;
         met += plain[0] == 0;
     }
@@ -94,8 +94,8 @@ TEST_F(RollTrialTest, aSeekAnswersAsIfEveryRunWentToItsEnd)
     setDefaults(block);
     block.accelerationIntervalMode = 1;
     block.accelerationInterval = 0.05;
-    const RollLimit brief{limitTime, 0.0, 6.0};
-    const Figures plain = seekOnce(80.0, brief, plainSeek);
+    RollLimit brief{limitTime, 0.0, 6.0};
+    Figures plain = seekOnce(80.0, brief, plainSeek);
     EXPECT_EQ(plain[0], statusNotConverged);
     EXPECT_EQ(seekOnce(80.0, brief, seekInclinationOver), plain);
 }

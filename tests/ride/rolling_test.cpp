@@ -59,7 +59,7 @@ TEST_F(RollingTest, theSlopeFoundGivesTheVelocityBack)
         block.inclinationLimit = limit;
         block.rideVelocity[4] = kph(45);
         ASSERT_EQ(run(rideInclinationAndVelocity, 1).status, 0u) << limit;
-        const double found = ride->now.inclination;
+        double found = ride->now.inclination;
         EXPECT_LT(found, -3.0) << limit;
         block.rideInclination[4] = found;
         ASSERT_EQ(run(rideInclinationAndVelocity, 0).status, 0u) << limit;

@@ -93,7 +93,7 @@ protected:
     {
         const RunCase& c = GetParam();
         useMotor(c.motor);
-        const RideMode mode = modeOf(c);
+        RideMode mode = modeOf(c);
         block.rideStartVelocity[mode] = kph(c.start);
         block.rideEndVelocity[mode] = kph(c.end);
         block.ridePower[mode] = block.rideForce[mode] = c.amount;
@@ -139,15 +139,15 @@ TEST_P(RunLaws, energyIsKept)
     double bound = ride->in.startVelocity == 0.0 ? 10.0 : 1e-6; // J; the kick goes by force, not by power
     for (size_t i = 0; i + 1 < log.rows.size(); ++i) {
         const SampleRow &from = log.rows[i], &to = log.rows[i + 1];
-        const double low = resistanceAtVelocity(model, road, from.velocity).value;
-        const double high = resistanceAtVelocity(model, road, to.velocity).value;
-        const double gain = to.velocity - from.velocity, dt = to.time - from.time;
+        double low = resistanceAtVelocity(model, road, from.velocity).value;
+        double high = resistanceAtVelocity(model, road, to.velocity).value;
+        double gain = to.velocity - from.velocity, dt = to.time - from.time;
         resisted += (low + high) * 0.5 * dt;
         bound += 0.5 * m.inertialWeight * gain * gain + std::fabs(high - low) * dt;
     }
-    const double from = log.rows.front().velocity, to = log.rows.back().velocity;
-    const double kinetic = 0.5 * m.inertialWeight * (to * to - from * from);
-    const double work = dry.mean * dry.time;
+    double from = log.rows.front().velocity, to = log.rows.back().velocity;
+    double kinetic = 0.5 * m.inertialWeight * (to * to - from * from);
+    double work = dry.mean * dry.time;
     EXPECT_NEAR(work - resisted, kinetic, bound);
     EXPECT_LT(bound, 0.03 * (std::fabs(work) + std::fabs(resisted)));
 }

@@ -29,7 +29,7 @@ TEST_F(SteadyTest, powerAndVelocityAnswerEachOther)
 
 TEST_F(SteadyTest, theBandRunsFromStandstillToTheVelocity)
 {
-    const RideRun power = run(ridePowerAndVelocity, 0), velocity = run(ridePowerAndVelocity, 1);
+    RideRun power = run(ridePowerAndVelocity, 0), velocity = run(ridePowerAndVelocity, 1);
     ASSERT_EQ(power.graph->pointCount(), 100);
     EXPECT_EQ(power.graph->value(0, 0), 0.0);
     EXPECT_NEAR(power.graph->value(99, 0), kph(40), 1e-9); // in m/s there
@@ -102,8 +102,8 @@ TEST_F(SteadyTest, corneringBands)
     for (int target : {0, 1, 2}) {
         run(rideCriticalCornering, target);
         ASSERT_EQ(ride->graph->pointCount(), 100);
-        const double x = ride->graph->value(99, 0), radius = ride->graph->value(99, 1);
-        const double v = target == 2 ? kph(40) : x / 3.6, margin = target == 2 ? x : 0.1;
+        double x = ride->graph->value(99, 0), radius = ride->graph->value(99, 1);
+        double v = target == 2 ? kph(40) : x / 3.6, margin = target == 2 ? x : 0.1;
         EXPECT_NEAR(v * v / radius, (1.0 - margin) * ride->now.effectiveFriction * 9.80665, 1e-9) << target;
     }
 }

@@ -18,7 +18,7 @@ inline uint16_t bitwiseCrc(const Bytes& bytes)
     unsigned crc = 0;
     for (uint8_t byte : bytes) {
         crc ^= byte;
-        for (int bit = 0; bit < 8; bit++)
+        for (int bit = 0; bit < 8; ++bit)
             crc = (crc & 1) != 0 ? crc >> 1 ^ 0xA001 : crc >> 1;
     }
     return static_cast<uint16_t>(crc);
@@ -86,7 +86,7 @@ struct FitBuilder {
     }
     void number(int64_t value, int size, bool bigEndian)
     {
-        for (int i = 0; i < size; i++) {
+        for (int i = 0; i < size; ++i) {
             int shift = 8 * (bigEndian ? size - 1 - i : i);
             put(shift < 64 ? static_cast<int>(value >> shift & 0xFF) : 0);
         }
@@ -114,7 +114,7 @@ private:
                     values.size());
             std::abort();
         }
-        for (size_t i = 0; i < values.size(); i++)
+        for (size_t i = 0; i < values.size(); ++i)
             number(values[i], layout.fields[i].size, layout.bigEndian);
     }
 };

@@ -76,7 +76,7 @@ void rideOn(const Model& model, const Road& road, const Weather& weather, double
 double noise(std::mt19937& random, double deviation)
 {
     double sum = -6;
-    for (int i = 0; i < 12; i++)
+    for (int i = 0; i < 12; ++i)
         sum += random() / 4294967296.0;
     return sum * deviation;
 }

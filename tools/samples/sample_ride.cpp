@@ -118,7 +118,7 @@ void stand(Rider& rider, Device& device, const Stop& stop, RiddenTrack& track)
         rider.time = resumed;
         return;
     }
-    for (; rider.time < resumed; rider.time++)
+    for (; rider.time < resumed; ++rider.time)
         track.records.push_back(measure(rider, device, false));
 }
 
