@@ -113,7 +113,9 @@ std::vector<std::string> filesOf(const Filling& filling)
     if (!filling.command.files.inParts)
         return {filling.destination};
     std::vector<std::string> parts;
-    for (int part = 0; part < dividedPartCount(filling.session.inputs.files[0]); ++part)
+    int count = dividedPartCount(filling.session.inputs.files[0]);
+    parts.reserve(static_cast<size_t>(count));
+    for (int part = 0; part < count; ++part)
         parts.push_back(dividedFileName(filling.destination, part));
     return parts;
 }
