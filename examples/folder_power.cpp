@@ -38,7 +38,7 @@ int main(int count, char** values)
     auto work = [&] {
         Result<Calculator> calculator = Calculator::make();
         bool ready = calculator && (count < 3 || calculator->loadProfile(values[2]));
-        for (size_t i = next++; i < rides.size(); i = ++next)
+        for (size_t i = next++; i < rides.size(); i = next++)
             lines[i] = ready ? powerOf(*calculator, rides[i]) : "no calculator with this profile";
     };
     {

@@ -11,15 +11,13 @@ namespace {
 
 using ToolRun = ToolOutcome (*)(const ToolInputs& inputs, const ParameterBlock& options, Progress* progress);
 
-ToolOutcome underProgress(Session& session, ToolRun run)
-{
-    Progress progress(session.screens);
-    return run(session.inputs, session.working, &progress);
-}
-
 ResultStatus runTool(Session& session, ToolRun run)
 {
-    ToolOutcome outcome = underProgress(session, run);
+    ToolOutcome outcome;
+    {
+        Progress progress(session.screens);
+        outcome = run(session.inputs, session.working, &progress);
+    }
     for (const Box& box : outcome.boxes)
         session.screens.showMessage(box.title, box.text);
     return outcome.reported ? reportStatus(session.screens, outcome.path, outcome.code) : outcome.code;

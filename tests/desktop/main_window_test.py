@@ -31,16 +31,19 @@ class StartTest(DesktopTest):
     def test_panes_share_the_window(self):
         before = self.places()
         _, _, right, bottom = next(w for w in self.desktop.windows() if w["class"] == "Torvane")["rect"]
-        self.desktop.drag(right - 2, bottom - 2, 60, 100, lambda: self.places()[LOWER][2] == before[LOWER][2] + 60,
-                          "a new layout")
-        after = self.places()
+
+        def grown():
+            now = self.places()
+            wider, higher = now[LOWER][2] - before[LOWER][2], now[STATUS][3] - before[STATUS][3]
+            return now if (wider, higher) == (60, 100) else None
+
+        after = self.desktop.drag(right - 2, bottom - 2, 60, 100, grown, "a new layout")
         for place in (before, after):
             upper, lower, status = place[UPPER], place[LOWER], place[STATUS]
             self.assertEqual(upper[3] - upper[1], 150)
             self.assertEqual(lower[1], upper[3])
             self.assertEqual(lower[3] - lower[1], status[3] - upper[1] - 168, "client height less 168")
             self.assertEqual(upper[2] - upper[0], lower[2] - lower[0])
-        self.assertEqual(after[STATUS][3] - before[STATUS][3], 100)
 
     def test_reports_by_key(self):
         for key, command in (("ctrl+shift+h", "human"), ("ctrl+shift+l", "power-loss"), ("ctrl+shift+c", "condition")):

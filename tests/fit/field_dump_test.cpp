@@ -66,7 +66,7 @@ TEST(FieldDump, MegabytesToTheCharacter)
     for (bool bigEndian : {false, true}) {
         block.define(0, messageRecord, {{253, 4}, {2, 2}, {13, 1}}, bigEndian);
         for (int i = 0; i < 32; ++i)
-            block.message(0, {(1 << i) - 1, i * 2113, 25});
+            block.message(0, {(int64_t{1} << i) - 1, i * 2113, 25});
     }
     auto linesOf = [](const FitBuilder& made) {
         ToolBench bench;
