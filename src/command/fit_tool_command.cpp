@@ -5,6 +5,8 @@
 #include "fit/fit_tools.h"
 #include "report/fit_report.h"
 
+#include <optional>
+
 namespace torvane {
 
 namespace {
@@ -13,11 +15,9 @@ using ToolRun = ToolOutcome (*)(const ToolInputs& inputs, const ParameterBlock& 
 
 ResultStatus runTool(Session& session, ToolRun run)
 {
-    ToolOutcome outcome;
-    {
-        Progress progress(session.screens);
-        outcome = run(session.inputs, session.working, &progress);
-    }
+    std::optional<Progress> progress(session.screens); // gone before anything is shown
+    ToolOutcome outcome = run(session.inputs, session.working, &*progress);
+    progress.reset();
     for (const Box& box : outcome.boxes)
         session.screens.showMessage(box.title, box.text);
     return outcome.reported ? reportStatus(session.screens, outcome.path, outcome.code) : outcome.code;
