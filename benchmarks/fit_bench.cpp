@@ -120,7 +120,7 @@ TORVANE_TOOL(timestamp, whole, checkTimestamp, runTimestamp);
 TORVANE_TOOL(dump, whole, checkFieldDump, runFieldDump);
 
 // The dump by where its text goes, seven times as much as the source: the system takes half of the time for a file in
-// memory, less on a disk, and none for a device that takes everything.
+// memory, and less on a disk.
 void dumpTo(benchmark::State& state, const std::filesystem::path& destination)
 {
     ToolInputs inputs;
@@ -140,15 +140,6 @@ void dumpToDisk(benchmark::State& state)
     std::filesystem::remove(std::filesystem::temp_directory_path() / path);
 }
 BENCHMARK(dumpToDisk)->Name("tool/dump/temporary folder")->Unit(benchmark::kMillisecond);
-
-void dumpToNothing(benchmark::State& state)
-{
-    std::filesystem::path path = benchmarkFolder() + "nothing.csv";
-    if (!std::filesystem::exists(path))
-        std::filesystem::create_symlink("/dev/null", path);
-    dumpTo(state, path);
-}
-BENCHMARK(dumpToNothing)->Name("tool/dump/text alone")->Unit(benchmark::kMillisecond);
 
 } // namespace
 

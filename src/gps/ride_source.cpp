@@ -1,5 +1,6 @@
 #include "gps/ride_source.h"
 
+#include "core/file_kind.h"
 #include "core/files.h"
 #include "gps/track_import.h"
 #include "tracks/tracks.h"
@@ -86,11 +87,22 @@ StatusCode loadPacked(FitImage& image, const NextPiece& pieces)
     return takeFitImage(image, std::move(bytes));
 }
 
+// As large as its header may claim, and read at once.
+StatusCode loadPlainFit(FitImage& image, const std::string& path)
+{
+    std::vector<uint8_t> bytes;
+    if (readFileStart(path, largestFitFile, bytes) != FileResult::ok)
+        return fitCannotOpen;
+    return takeFitImage(image, std::move(bytes));
+}
+
 } // namespace
 
 StatusCode loadRideSource(FitImage& image, const std::string& path)
 {
     std::vector<uint8_t> start;
+    if (readFileStart(path, kindBytes, start) == FileResult::ok && startsAsFit(start))
+        return loadPlainFit(image, path);
     NextPiece look = unpacked(piecesOfFile(path), mostUnpacked);
     if (StatusCode code = codeOf(look(start)))
         return code;

@@ -1,13 +1,11 @@
 #include "gps/track_import.h"
 
-#include "fit/fit_bytes.h"
 #include "fit/fit_types.h"
 #include "fit/message_fields.h"
 
 #include <algorithm>
 #include <cmath>
 #include <initializer_list>
-#include <numeric>
 #include <optional>
 #include <string_view>
 

@@ -1,7 +1,6 @@
 #include "tracks/track_time.h"
 
 #include <algorithm>
-#include <charconv>
 #include <chrono>
 #include <cstdint>
 
