@@ -90,6 +90,10 @@ ScreensInto::ScreensInto(Session& toSession, Answer& answer, Streams& streams)
             [&](std::string_view title, std::string_view text) {
                 tellBoxes(answer, streams, {{std::string(title), std::string(text)}});
             },
+        .tellNote =
+            [&](std::string_view text) {
+                tellBoxes(answer, streams, {{"note", std::string(text)}});
+            },
     };
 }
 

@@ -138,8 +138,10 @@ StatusCode analyseAtOneStroke(Ride& ride, const std::string& destination)
     if (StatusCode code = analyse(ride))
         return code;
     reportRideSummary(ride, reportAnalysed);
-    if (ride.session.preparation.enabled)
+    if (ride.session.preparation.enabled) {
         reportPreparation(ride.session.screens, ride.findings);
+        tellPreparationNotes(ride.session.screens, ride.findings);
+    }
     if (ride.session.working.expressFieldsData)
         reportRideFields(ride, reportAnalysed);
     if (StatusCode code = createFile(ride, destination))

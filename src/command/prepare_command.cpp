@@ -32,6 +32,7 @@ ResultStatus prepareCommand(Session& session)
     if (outcome.tool.code == fitPrepared) {
         session.screens.setText(Pane::lower, "");
         reportPreparation(session.screens, outcome.findings);
+        tellPreparationNotes(session.screens, outcome.findings);
     }
     return reportStatus(session.screens, outcome.tool.path, outcome.tool.code);
 }

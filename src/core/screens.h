@@ -22,6 +22,9 @@ struct Screens {
     std::function<void(int percent)> setProgress = [](int) {}; // 0 to 100
     std::function<void(std::string_view title, std::string_view text)> showMessage = [](std::string_view,
                                                                                         std::string_view) {};
+    // A remark beside an answer, a sentence: what was mended or is doubtful. It stands in the answer's text as well, so
+    // a front end may do without it; the console writes it to standard error.
+    std::function<void(std::string_view text)> tellNote = [](std::string_view) {};
 };
 
 } // namespace torvane
