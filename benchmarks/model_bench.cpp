@@ -16,7 +16,7 @@ namespace {
 Evaluation levelRoad(const Model& model)
 {
     Evaluation now = {};
-    now.airPressureRatio = model.state.hectoPascal / seaLevelPressure;
+    setAir(now, model.state.hectoPascal, model.state.temperature);
     updateLoadAndGrip(model, now, 0.0);
     setLoads(model, now);
     return now;

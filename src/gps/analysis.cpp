@@ -12,11 +12,12 @@ StatusCode takeTrack(const LoadedRide& ride, Analysis& analysis, TrackLimits lim
 
 } // namespace
 
-StatusCode analyseRide(const Model& model, const ParameterBlock& settings, const LoadedRide& ride, Analysis& analysis)
+StatusCode analyseRide(const Model& model, const ParameterBlock& settings, const LoadedRide& ride, Analysis& analysis,
+                       Physics physics)
 {
     analysis.settings = settings;
-    applyAnalysisRules(analysis.settings, ride);
-    analysis.flags = buildAnalysisFlags(analysis.settings, ride.presence);
+    applyAnalysisRules(analysis.settings, ride, physics);
+    analysis.flags = buildAnalysisFlags(analysis.settings, ride.presence, physics);
     if (StatusCode code = takeTrack(ride, analysis, TrackLimits::analyse))
         return code;
     predictAndFinish(model, analysis.records, analysis.settings, ride.summary, analysis.flags, ride.image.progress);

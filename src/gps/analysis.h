@@ -24,10 +24,12 @@ constexpr uint32_t analysisAverageTemperature = 1u << 10; // the summary alone h
 constexpr uint32_t analysisPowerBaseShift = 12;           // two bits: power stage of the prediction
 constexpr uint32_t analysisPredictCadence = 1u << 16;
 constexpr uint32_t analysisPredictPower = 1u << 17;
-constexpr uint32_t analysisSteady = 1u << 18; // no acceleration can be known
+constexpr uint32_t analysisSteady = 1u << 18;    // no acceleration can be known
+constexpr uint32_t analysisOfTheRoad = 1u << 19; // Physics::ofTheRoad, also where the track is made clean
 
 // Flags of the commands that predict, and of the one that only expresses the source data.
-uint32_t buildAnalysisFlags(const ParameterBlock& settings, const FieldPresence& presence);
+uint32_t buildAnalysisFlags(const ParameterBlock& settings, const FieldPresence& presence,
+                            Physics physics = Physics::classic);
 uint32_t expressAnalysisFlags(const ParameterBlock& settings, const FieldPresence& presence);
 
 // AddedFields (analysed_writer.h) of an analysis; its bits are those that reportFields calls predicted, too.
@@ -35,7 +37,7 @@ uint32_t addedFieldsOf(uint32_t analysisFlags);
 
 // What a file decides for the settings of an analysis: no altitude makes the course flat, a
 // cadence or power that the file has is not predicted.
-void applyAnalysisRules(ParameterBlock& block, const LoadedRide& ride);
+void applyAnalysisRules(ParameterBlock& block, const LoadedRide& ride, Physics physics = Physics::classic);
 
 // Which of the user's two pairs of limits holds: unreal inclination and unreal acceleration.
 enum class TrackLimits { express, analyse };
@@ -66,7 +68,10 @@ struct Analysis {
 
 // All steps of an analysis, with and without prediction. Read the ride's image and move its progress; a file that has
 // changed since its load is taken as it is. 0, fitInvalid, or fitNoSector when no row is left.
-StatusCode analyseRide(const Model& model, const ParameterBlock& settings, const LoadedRide& ride, Analysis& analysis);
+// The physics of the road also take each row's own temperature where there is one, smooth without a bias, and leave the
+// limits of the settings as they are.
+StatusCode analyseRide(const Model& model, const ParameterBlock& settings, const LoadedRide& ride, Analysis& analysis,
+                       Physics physics = Physics::classic);
 StatusCode expressRide(const ParameterBlock& settings, const LoadedRide& ride, Analysis& analysis);
 
 } // namespace torvane

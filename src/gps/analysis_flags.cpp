@@ -31,10 +31,12 @@ bool hasAltitude(const FieldPresence& presence)
     return (presence.altitudeFlags & presentInRecords) != 0;
 }
 
-uint32_t temperatureFlag(const FieldPresence& presence)
+uint32_t temperatureFlag(const FieldPresence& presence, Physics physics)
 {
     if (presence.temperatureFlags == presentInRecords)
         return analysisRecordTemperature;
+    if (physics == Physics::ofTheRoad && (presence.temperatureFlags & presentInRecords) != 0)
+        return analysisRecordTemperature; // beside an average as well
     return presence.temperatureFlags == presentAverage ? analysisAverageTemperature : 0;
 }
 
@@ -56,10 +58,12 @@ uint32_t predictionFlags(const ParameterBlock& block, const FieldPresence& prese
 
 } // namespace
 
-uint32_t buildAnalysisFlags(const ParameterBlock& settings, const FieldPresence& presence)
+uint32_t buildAnalysisFlags(const ParameterBlock& settings, const FieldPresence& presence, Physics physics)
 {
     uint32_t flags = settings.analyseSmoothing ? analysisSmoothing : 0;
-    flags |= positionFlag(presence) | motionFlag(presence) | temperatureFlag(presence) | steadyFlag(presence);
+    if (physics == Physics::ofTheRoad)
+        flags |= analysisOfTheRoad;
+    flags |= positionFlag(presence) | motionFlag(presence) | temperatureFlag(presence, physics) | steadyFlag(presence);
     flags |= predictionFlags(settings, presence);
     if (!hasAltitude(presence) || settings.flatCourse)
         flags |= analysisFlat;
@@ -85,11 +89,11 @@ uint32_t addedFieldsOf(uint32_t analysisFlags)
     return added;
 }
 
-void applyAnalysisRules(ParameterBlock& block, const LoadedRide& ride)
+void applyAnalysisRules(ParameterBlock& block, const LoadedRide& ride, Physics physics)
 {
     if (!hasAltitude(ride.presence))
         block.flatCourse = 1;
-    if (ride.presence.temperatureFlags == presentAverage)
+    if (physics == Physics::classic && ride.presence.temperatureFlags == presentAverage)
         block.analyseUnrealAccele =
             ride.summary.avgTemperature; // this slot, not averageTemperature: it has always been so
     if (ride.presence.cadenceFlags & presentInRecords)

@@ -25,9 +25,19 @@ void setSlope(TrackModel& track, double inclination)
     setLoads(track.model, track.now);
 }
 
-void setAir(TrackModel& track, double temperature, double altitude)
+void setAirAt(TrackModel& track, double temperature, double altitude)
 {
-    track.now.airPressureRatio = airPressureAt(temperature, altitude) / seaLevelPressure;
+    setAir(track.now, airPressureAt(temperature, altitude), temperature);
+}
+
+// The rows hold the file's signed byte without its sign, and 127 where there is none. That is how it is shown; over a
+// winter's road the air of 253 Cel would carry nobody.
+double roadTemperatureOf(const TrackModel& track, const GpsRecord& record)
+{
+    constexpr double missing = 127;
+    if (record.temperature == missing)
+        return track.airTemperature;
+    return record.temperature > missing ? record.temperature - 256 : record.temperature;
 }
 
 double airTemperatureOf(const ParameterBlock& settings, const FitSummary& summary, uint32_t analysisFlags)
@@ -89,12 +99,13 @@ TrackModel startTrackModel(const Model& model, const ParameterBlock& settings, c
 {
     TrackModel track = {model, settings, analysisFlags, brakeMaterialsOf(settings),
                         airTemperatureOf(settings, summary, analysisFlags)};
-    track.now.airPressureRatio = model.state.hectoPascal / seaLevelPressure; // until a row knows better
+    track.now.physics = analysisFlags & analysisOfTheRoad ? Physics::ofTheRoad : Physics::classic;
+    setAir(track.now, model.state.hectoPascal, model.state.temperature); // until a row knows better
     if ((analysisFlags & analysisFlat) == 0)
         return track;
     setSlope(track, 0);
     if ((analysisFlags & analysisRecordTemperature) == 0)
-        setAir(track, track.airTemperature, flatCourseAltitude);
+        setAirAt(track, track.airTemperature, flatCourseAltitude);
     return track;
 }
 
@@ -110,8 +121,10 @@ void prepareModelForRecord(TrackModel& track, GpsRecord& record)
         record.temperature = track.airTemperature;
         if (track.analysisFlags & (analysisNoTimestamps | analysisFlat))
             return; // the air stays
+    } else if (track.analysisFlags & analysisOfTheRoad) {
+        record.temperature = roadTemperatureOf(track, record);
     }
-    setAir(track, record.temperature, record.altitude);
+    setAirAt(track, record.temperature, record.altitude);
 }
 
 void predictTrack(TrackModel& track, std::span<GpsRecord> records, Progress* progress)

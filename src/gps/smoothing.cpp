@@ -13,7 +13,6 @@ constexpr ExtremesStart positionStart = {360.0, -360.0};
 constexpr ExtremesStart headingStart = {1000.0, 0.0};
 constexpr ExtremesStart stepStart = {1000.0, 0.0};
 constexpr ExtremesStart speedStart = {1000.0, 0.0};
-constexpr ExtremesStart altitudeStart = {1000.0, -500.0};
 constexpr ExtremesStart cadenceStart = {1000.0, 0.0};
 constexpr ExtremesStart powerStart = {10000.0, 0.0};
 
@@ -191,11 +190,6 @@ void smoothDistance(std::span<GpsRecord> records, int window)
 void smoothSpeed(std::span<GpsRecord> records, int window)
 {
     smoothField(records, &GpsRecord::speed, window, speedStart);
-}
-
-void smoothAltitude(std::span<GpsRecord> records, int window)
-{
-    smoothField(records, &GpsRecord::altitude, window, altitudeStart);
 }
 
 void smoothCadence(std::span<GpsRecord> records, int window)

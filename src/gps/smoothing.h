@@ -6,6 +6,7 @@
 
 #include "gps/gps_record.h"
 
+#include <limits>
 #include <span>
 #include <vector>
 
@@ -18,6 +19,15 @@ struct ExtremesStart {
     double smallest;
     double largest;
 };
+
+// Starts of the classic passes. Some lie among real values: where all of a window slow down, or ride above 1000 m, one
+// end is trimmed of a number that stands nowhere.
+constexpr ExtremesStart altitudeStart = {1000.0, -500.0};
+constexpr ExtremesStart inclinationStart = {1000.0, -1000.0};
+constexpr ExtremesStart accelerationStart = {1000.0, 0.0};
+// Beyond all values.
+constexpr ExtremesStart unbiasedStart = {std::numeric_limits<double>::infinity(),
+                                         -std::numeric_limits<double>::infinity()};
 
 // 7, 5, 3 or 1, by the mean of all steps of distance that are at least 1 m; 1 when there is none.
 int chooseWindow(std::span<const GpsRecord> records);
@@ -45,10 +55,7 @@ void smoothDistance(std::span<GpsRecord> records, int window);
 
 // The passes over the other fields.
 void smoothSpeed(std::span<GpsRecord> records, int window);
-void smoothAltitude(std::span<GpsRecord> records, int window);
 void smoothCadence(std::span<GpsRecord> records, int window);
 void smoothPower(std::span<GpsRecord> records, int window);
-constexpr ExtremesStart inclinationStart = {1000.0, -1000.0};
-constexpr ExtremesStart accelerationStart = {1000.0, 0.0};
 
 } // namespace torvane

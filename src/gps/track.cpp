@@ -71,6 +71,11 @@ std::vector<double> slopesOf(std::span<const GpsRecord> records)
     return slopes;
 }
 
+ExtremesStart startOf(ExtremesStart classic, uint32_t analysisFlags)
+{
+    return analysisFlags & analysisOfTheRoad ? unbiasedStart : classic;
+}
+
 void computeInclination(std::span<GpsRecord> records, int window, double unrealInclination)
 {
     std::vector<double> slopes = slopesOf(records);
@@ -93,13 +98,13 @@ double slopeGravity(double inclination)
     return -standardGravity * inclination / std::sqrt(inclination * inclination + 100.0 * 100.0);
 }
 
-void rejectAcceleration(std::span<GpsRecord> records, int window, double unrealAccele)
+void rejectAcceleration(std::span<GpsRecord> records, int window, double unrealAccele, ExtremesStart start)
 {
     std::vector<double> kept(records.size());
     for (size_t i = 0; i < records.size(); ++i)
         if (records[i].acceleration <= slopeGravity(records[i].inclination) + unrealAccele)
             kept[i] = records[i].acceleration;
-    smoothInto(records, &GpsRecord::acceleration, kept, window, accelerationStart);
+    smoothInto(records, &GpsRecord::acceleration, kept, window, start);
 }
 
 void refinePositions(std::span<GpsRecord> records, uint32_t analysisFlags)
@@ -122,7 +127,7 @@ void refineSlope(std::span<GpsRecord> records, int window, double unrealInclinat
         return;
     }
     if (window != 0)
-        smoothAltitude(records, window);
+        smoothField(records, &GpsRecord::altitude, window, startOf(altitudeStart, analysisFlags));
     computeInclination(records, window, unrealInclination);
 }
 
@@ -145,7 +150,7 @@ void refineTrack(std::span<GpsRecord> records, double unrealInclination, double 
     computeAcceleration(records, (analysisFlags & analysisNoTimestamps) != 0);
     refineSlope(records, window, unrealInclination, analysisFlags);
     if (window != 0)
-        rejectAcceleration(records, window, unrealAccele);
+        rejectAcceleration(records, window, unrealAccele, startOf(accelerationStart, analysisFlags));
 }
 
 StatusCode prepareTrack(const FitImage& image, GpsRecords& records, const ParameterBlock& settings,

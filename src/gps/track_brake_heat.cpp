@@ -1,5 +1,6 @@
 #include "gps/track_brake_heat.h"
 
+#include "gps/analysis.h"
 #include "gps/smoothing.h"
 #include "model/constants.h"
 
@@ -130,8 +131,11 @@ void trackBrakeHeat(TrackModel& track, std::span<GpsRecord> records)
     if (!track.settings.predictPower || records.empty())
         return;
     startCold(records[0]);
-    for (size_t i = 1; i < records.size(); ++i)
+    for (size_t i = 1; i < records.size(); ++i) {
+        if (track.analysisFlags & analysisOfTheRoad)
+            prepareModelForRecord(track, records[i]); // else slope, wind and air are those of the last row
         brakeHeatStep(track, records, powerAskedBy(track, records[i]), i);
+    }
 }
 
 } // namespace torvane

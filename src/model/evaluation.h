@@ -4,6 +4,7 @@
 #pragma once
 
 #include "core/ride_choices.h"
+#include "model/physics.h"
 
 #include <cstdint>
 
@@ -17,9 +18,10 @@ struct Slope {
 
 struct Evaluation {
     // Conditions, set by the caller
-    double headWind;         // m/s, + head, - tail
-    double airPressureRatio; // against 1013.25 hPa
-    double inclination;      // %
+    Physics physics;
+    double headWind;    // m/s, + head, - tail
+    double airRatio;    // how much air there is against the drag's reference: setAir
+    double inclination; // %
 
     // Weight and grip: updateLoadAndGrip
     double frontWeightRatio; // share of the weight on the front wheel

@@ -115,6 +115,15 @@ inline DragForces dragOf(const Model& model, double air)
     return {covered, body * b.posture + helmetDragOf(m, pace), wheelDragOf(m, pace)};
 }
 
+// What the drag's force goes with to make its power. Over ground the sign is that of the force: air that comes from
+// behind pushes.
+inline double dragVelocity(Physics physics, double air, double ground)
+{
+    if (physics == Physics::classic)
+        return air;
+    return air < 0.0 ? -ground : ground;
+}
+
 // A negative thrust is a braking force: it moves weight to the front.
 void splitWeight(const ModelState& m, Evaluation& e, double thrustForce)
 {
@@ -176,6 +185,13 @@ void setLoads(const Model& model, Evaluation& e)
     e.rollingLoad = tyreLoadFactor(model, e) * road.cosine * weight * e.effectiveRolling;
 }
 
+void setAir(Evaluation& e, double pressure, double temperature)
+{
+    e.airRatio = pressure / seaLevelPressure;
+    if (e.physics == Physics::ofTheRoad)
+        e.airRatio *= dragTemperature / (temperature + celsiusOffset);
+}
+
 double pelotonRatioAt(const Model& model, double airVelocity)
 {
     int32_t riders = model.state.pelotonNumber;
@@ -193,7 +209,7 @@ Solved resistanceAtVelocity(const Model& model, Evaluation& e, double velocity)
     const ModelState& m = model.state;
     double airVelocity = e.headWind + velocity;
     double pelotonPart = m.pelotonMode != pelotonEntered ? pelotonRatioAt(model, airVelocity) : m.pelotonRatio;
-    double density = e.airPressureRatio * pelotonPart;
+    double density = e.airRatio * pelotonPart;
 
     DragForces drag = dragOf(model, airVelocity);
     e.shellDrag = drag.shell;
@@ -202,7 +218,7 @@ Solved resistanceAtVelocity(const Model& model, Evaluation& e, double velocity)
     e.airDrag = drag.shell + drag.human + drag.wheel;
 
     // Air and peloton thin the powers only; the forces stay those of full air.
-    double perForce = airVelocity * density * standardGravity;
+    double perForce = dragVelocity(e.physics, airVelocity, velocity) * density * standardGravity;
     e.shellDragPower = drag.shell * perForce;
     e.humanDragPower = drag.human * perForce;
     e.wheelDragPower = drag.wheel * perForce;

@@ -24,6 +24,9 @@ void updateLoadAndGrip(const Model& model, Evaluation& evaluation, double thrust
 // At least 1: a tyre narrow for its load rolls worse, a wide one gains nothing.
 double tyreLoadFactor(const Model& model, const Evaluation& evaluation);
 
+// Sets airRatio for a pressure in hPa and a temperature in Cel, as the evaluation's physics take them.
+void setAir(Evaluation& evaluation, double pressure, double temperature);
+
 // Sets slopeLoad and rollingLoad for the inclination. updateLoadAndGrip must have set effectiveRolling.
 void setLoads(const Model& model, Evaluation& evaluation);
 

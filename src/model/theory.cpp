@@ -288,7 +288,7 @@ Theory theorySetUp(const Model& model, const ParameterBlock& in)
     r.rearTooth = in.rearTooth;
     r.useMissionProfile = in.useMissionProfile;
     r.torqueOrForce = in.torqueOrForce;
-    r.road.airPressureRatio = model.state.hectoPascal / seaLevelPressure;
+    setAir(r.road, model.state.hectoPascal, model.state.temperature);
     r.road.headWind = model.state.windSpeed;
     r.road.inclination = in.theoryInclination[n];
     updateLoadAndGrip(model, r.road, 0.0);

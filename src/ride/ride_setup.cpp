@@ -111,7 +111,7 @@ RideRun prepareRideRun(const Model& model, const RideInputs& in)
 {
     RideRun ride{model, in, figuresOf(in)};
     ride.now.headWind = model.state.windSpeed;
-    ride.now.airPressureRatio = model.state.hectoPascal / seaLevelPressure;
+    setAir(ride.now, model.state.hectoPascal, model.state.temperature);
     ride.now.inclination = in.inclination;
     updateLoadAndGrip(model, ride.now, 0.0);
     return ride;

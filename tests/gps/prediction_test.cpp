@@ -30,9 +30,9 @@ struct PredictionTest : ModelTest {
         predictTrack(track, records);
         return track.now;
     }
-    void analyse(GpsRecords& records)
+    void analyse(GpsRecords& records, Physics physics = Physics::classic)
     {
-        uint32_t flags = buildAnalysisFlags(block, ride.presence);
+        uint32_t flags = buildAnalysisFlags(block, ride.presence, physics);
         ASSERT_TRUE(formSectors(records, block.thresholdSpeed / 3.6, flags));
         refineTrack(records, block.analyseUnrealInclination, block.analyseUnrealAccele, flags);
         predict(records, flags);
@@ -58,6 +58,7 @@ GpsRecords pairOfRows(double speed, double inclination)
 
 TEST_F(PredictionTest, aRideOfTheModelComesBackWithItsPower)
 {
+    constexpr Physics road = Physics::ofTheRoad;
     // The bounds of mean and row are shares of the power.
     const std::tuple<const char*, MadeRide, bool, double, double> cases[] = {
         {"flat", {.hillHeight = 0}, false, 0.002, 0.012},
@@ -67,6 +68,19 @@ TEST_F(PredictionTest, aRideOfTheModelComesBackWithItsPower)
         // Means of windows in which every row slows down are trimmed on one side only and overstate the braking.
         {"hills, smoothed", {}, true, 0.04, 0.2},
         {"noise", {.speedNoise = 0.1, .altitudeNoise = 0.3, .positionNoise = 3}, true, 0.04, 1},
+        {"road, hills of 1 km", {.hillLength = 1000, .physics = road}, true, 0.005, 0.25},
+        {"road, hills of 4 km", {.hillLength = 4000, .physics = road}, true, 0.005, 0.05},
+        {"road, above 1000 m, cold",
+         {.seconds = 3600, .hillHeight = 1500, .hillLength = 60000, .temperature = -3, .physics = road},
+         true,
+         0.005,
+         0.05},
+        {"road, out and back", {.hillHeight = 20, .turnsAfter = 5000, .windSpeed = 4, .physics = road}, true, 0.005, 1},
+        {"road, out and back, hills of 1 km",
+         {.hillHeight = 15, .hillLength = 1000, .turnsAfter = 5000, .windSpeed = 4, .physics = road},
+         true,
+         0.005,
+         1},
     };
     for (const auto& [name, made, smoothing, meanBound, rowBound] : cases) {
         block.analyseSmoothing = smoothing;
@@ -74,7 +88,7 @@ TEST_F(PredictionTest, aRideOfTheModelComesBackWithItsPower)
         block.analyseWindDirection = static_cast<int32_t>(made.windDirection);
         block.averageTemperature = made.temperature;
         GpsRecords records = makeRide(model, made);
-        analyse(records);
+        analyse(records, made.physics);
         double sum = 0;
         for (const GpsRecord& record : records)
             sum += record.power;
@@ -107,7 +121,7 @@ TEST_F(PredictionTest, airAndTemperatureOfARow)
         }
         Evaluation last = predictRows(records, flags);
         EXPECT_EQ(records[1].temperature, temperature) << flags;
-        EXPECT_NEAR(last.airPressureRatio, pressureRatio, 0.0001) << flags;
+        EXPECT_NEAR(last.airRatio, pressureRatio, 0.0001) << flags;
     }
 }
 
@@ -175,6 +189,8 @@ TEST_F(TrackBrakeHeatTest, heatIsNeitherLostNorMade)
     predict(records, 0);
     for (const GpsRecord& record : records)
         EXPECT_EQ(record.brakeForce, 0);
+    predict(records, analysisOfTheRoad);
+    EXPECT_GT(records[29].brakeForce, 0);
 }
 
 TEST_F(TrackBrakeHeatTest, secondsOfAStep)

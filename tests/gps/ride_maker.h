@@ -20,10 +20,12 @@ struct MadeRide {
     int seconds = 1800;
     double hillHeight = 40; // m, of hills that follow one another
     double hillLength = 3000;
-    double circle = 9000;       // m, once around
-    double windSpeed = 0;       // m/s
-    double windDirection = 0;   // deg, where it comes from
-    double temperature = 20;    // Cel
+    double circle = 9000;     // m, once around
+    double turnsAfter = 0;    // m straight on, and back; 0: around the circle
+    double windSpeed = 0;     // m/s
+    double windDirection = 0; // deg, where it comes from
+    double temperature = 20;  // Cel
+    Physics physics = Physics::classic;
     uint32_t start = 900000000; // FIT seconds
     // Noise of one sample, standard deviations
     double speedNoise = 0;    // m/s
@@ -34,9 +36,11 @@ struct MadeRide {
 inline Road roadOf(const MadeRide& ride, double distance)
 {
     double phase = 2 * pi * distance / ride.hillLength;
+    double around = std::fmod(360 * distance / ride.circle, 360);
+    double straight = distance < ride.turnsAfter ? 0 : 180;
     return {.altitude = 300 + ride.hillHeight / 2 * (1 - std::cos(phase)),
             .rise = ride.hillHeight * pi / ride.hillLength * std::sin(phase),
-            .heading = std::fmod(360 * distance / ride.circle, 360)};
+            .heading = ride.turnsAfter > 0 ? straight : around};
 }
 
 // The rows that a load of the ride would leave, not rounded to the units of the file.
@@ -45,7 +49,7 @@ inline GpsRecords makeRide(const Model& model, const MadeRide& ride)
     std::mt19937 random(1);
     GpsRecords records(static_cast<size_t>(ride.seconds));
     Place place;
-    Weather weather = {ride.temperature, ride.windSpeed, ride.windDirection};
+    Weather weather = {ride.temperature, ride.windSpeed, ride.windDirection, ride.physics};
     for (size_t i = 0; i < records.size(); ++i) {
         GpsRecord& record = records[i];
         record.timestamp = ride.start + static_cast<uint32_t>(i);

@@ -1,5 +1,6 @@
 // What a motor carries, by speed range.
 #include "model/assist.h"
+#include "model/chain_inverse.h"
 
 #include "figures.h"
 #include "model/model_fixture.h"
@@ -54,6 +55,27 @@ TEST_F(AssistTest, motorTakesItsShareAndIsLimited)
                        now.pedalingTorque * now.cadence * pi / 30.0},
                       {rider, location == 2 ? rider : 150.0, motor, stageTorque * motor / 150.0, rider}, 1e-9);
     }
+}
+
+TEST_F(AssistTest, thrustOfAStageGivesItBack)
+{
+    // Motor location, its maximum, kph, cadence, power; a slow crank loses nearly all of it.
+    constexpr double cases[][5] = {{0, 250, 30, 90, 200},  {1, 250, 20, 80, 200}, {2, 250, 20, 80, 200},
+                                   {1, 40, 20, 80, 200},   {2, 40, 20, 80, 200},  {0, 250, 5, 3, 2500},
+                                   {0, 250, 60, 110, 1.5}, {1, 0, 30, 90, 200}};
+    for (auto [location, maxPower, speed, cadence, power] : cases) {
+        m.motorLocation = static_cast<int32_t>(location);
+        m.maxEPower = maxPower;
+        for (int stage = stagePedaling; stage <= stageThrust; ++stage) {
+            double thrust = thrustForStage(model, now, stage, power, kph(speed), cadence);
+            driveStagesFromThrust(model, now, kph(speed), thrust, radiansPerSecond(wheelRpmAt(model, kph(speed))),
+                                  radiansPerSecond(cadence));
+            EXPECT_NEAR(stagePower(now, stage) / power, 1, 1e-9) << location << ", stage " << stage << ", " << speed;
+        }
+    }
+    setLossless(0, 0);
+    EXPECT_EQ(thrustForStage(model, now, stagePedaling, 200, 8, 90), 200);
+    EXPECT_EQ(thrustForStage(model, now, stagePedaling, 200, 8, 0), 0);
 }
 
 TEST_F(AssistTest, hubMotorAt40)

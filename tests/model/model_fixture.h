@@ -27,7 +27,7 @@ protected:
     {
         model = modelOf(block);
         now = {};
-        now.airPressureRatio = m.hectoPascal / seaLevelPressure;
+        setAir(now, m.hectoPascal, m.temperature);
         takeRoad(0.0);
     }
 

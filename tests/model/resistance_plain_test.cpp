@@ -49,7 +49,8 @@ const std::function<void(Random&, ModelState&, Evaluation&)> changes[] = {
     [](Random& r, ModelState& m, Evaluation&) { m.roadSurface = anyOf(r, 3); },
     [](Random& r, ModelState&, Evaluation& e) { e.inclination = anyDouble(r, 8); },
     [](Random& r, ModelState&, Evaluation& e) { e.headWind = anyDouble(r, 3); },
-    [](Random& r, ModelState&, Evaluation& e) { e.airPressureRatio = anyDouble(r, 1); },
+    [](Random& r, ModelState&, Evaluation& e) { e.airRatio = anyDouble(r, 1); },
+    [](Random& r, ModelState&, Evaluation& e) { e.physics = Physics{anyOf(r, 2)}; },
 };
 
 using Outcome = std::vector<double>;

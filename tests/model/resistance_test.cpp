@@ -53,6 +53,14 @@ TEST_F(ResistanceTest, windAndSlopeHaveTheirSigns)
     EXPECT_GT(now.airDrag, 0.0);
     EXPECT_LT(now.airDragPower, 0.0);
 
+    now.physics = Physics::ofTheRoad; // the same forces over the ground
+    double ofAir = now.airDragPower;
+    resistanceAtVelocity(model, now, kph(30));
+    EXPECT_NEAR(now.airDragPower, 3 * ofAir, 1e-9); // 10 kph of air from behind at 30
+    setAir(now, seaLevelPressure, 0);
+    EXPECT_NEAR(now.airRatio, 1.0732, 0.0001);
+    now.physics = Physics::classic;
+
     takeRoad(-8.0);
     Solved downhill = resistanceAtVelocity(model, now, kph(40));
     EXPECT_NEAR(now.slopeLoad, -5.374, 0.0005); // 67.39 kg x 8 / sqrt(10064)

@@ -128,12 +128,13 @@ inline Solved resistanceAtVelocity(const Model& model, Evaluation& e, double vel
     const ModelState& m = model.state;
     double airVelocity = e.headWind + velocity;
     double peloton = m.pelotonMode != 0 ? pelotonRatioAt(m, airVelocity) : m.pelotonRatio;
-    double density = e.airPressureRatio * peloton;
+    double density = e.airRatio * peloton;
 
     dragForces(m, e, velocity);
     e.airDrag = e.shellDrag + e.humanDrag + e.wheelDrag;
 
-    double perForce = airVelocity * density * standardGravity;
+    double overGround = airVelocity < 0.0 ? -velocity : velocity;
+    double perForce = (e.physics == Physics::classic ? airVelocity : overGround) * density * standardGravity;
     e.shellDragPower = e.shellDrag * perForce;
     e.humanDragPower = e.humanDrag * perForce;
     e.wheelDragPower = e.wheelDrag * perForce;

@@ -1,6 +1,7 @@
 #include "rides/ride_step.h"
 
 #include "model/assist.h"
+#include "model/chain_inverse.h"
 #include "model/constants.h"
 #include "model/derived.h"
 
@@ -23,9 +24,10 @@ double radians(double degrees)
 Evaluation onRoad(const Model& model, const Road& road, const Weather& weather)
 {
     Evaluation now = {};
+    now.physics = weather.physics;
     now.inclination = 100 * road.rise;
     now.headWind = std::cos(radians(road.heading - weather.windDirection)) * weather.windSpeed;
-    now.airPressureRatio = airPressureAt(weather.temperature, road.altitude) / seaLevelPressure;
+    setAir(now, airPressureAt(weather.temperature, road.altitude), weather.temperature);
     updateLoadAndGrip(model, now, 0);
     setLoads(model, now);
     return now;
@@ -41,6 +43,8 @@ double thrustPowerAt(const Model& model, Evaluation& now, double speed, double p
 {
     if (pedalingPower <= 0)
         return 0;
+    if (now.physics == Physics::ofTheRoad)
+        return thrustForStage(model, now, stagePedaling, pedalingPower, speed, riddenCadence(model, speed));
     int gear = riddenGear(model, speed);
     StepState step;
     step.velocity = speed;

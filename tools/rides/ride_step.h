@@ -21,6 +21,7 @@ struct Weather {
     double temperature = 20;  // Cel
     double windSpeed = 0;     // m/s
     double windDirection = 0; // deg, where it comes from
+    Physics physics = Physics::classic;
 };
 
 // The rider's place. Speed in m/s, not 0: power over no speed is no finite force.
