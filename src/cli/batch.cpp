@@ -24,6 +24,7 @@ namespace {
 // The settings that a ride has left.
 struct Settings {
     ParameterBlock saved, working;
+    EntryFile kept;
 };
 
 // What became of a ride, until its turn.
@@ -87,10 +88,11 @@ void runRide(Batch& batch, size_t ride)
         Session own;
         own.saved = batch.session.saved;
         own.working = batch.session.working;
+        own.kept = batch.session.kept;
         own.model = batch.session.model;
         Streams aside = {end->told, end->told};
         end->code = batch.runRide(own, batch.runs[ride], end->answer, aside);
-        end->left = {own.saved, own.working};
+        end->left = {own.saved, own.working, own.kept};
         batch.ends[ride] = std::move(end);
     } catch (const std::bad_alloc&) {
     }
@@ -165,6 +167,7 @@ int runBatch(Session& session, const Request& request, const std::vector<RunFile
     if (batch.left) {
         session.saved = batch.left->saved;
         session.working = batch.left->working;
+        session.kept = batch.left->kept;
     }
     if (request.json)
         answer.runs = batch.list.close();

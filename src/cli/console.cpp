@@ -3,6 +3,7 @@
 #include "cli/ending_signals.h"
 #include "cli/help.h"
 #include "cli/run.h"
+#include "command/kept_entries.h"
 #include "command/nearest.h"
 #include "command/settings_command.h"
 #include "command/settings_entries.h"
@@ -62,6 +63,30 @@ bool readDefaults(Session& session, const std::string& path, Answer& answer, Str
     return read != ParametersRead::refused;
 }
 
+// The entry file beside the parameters; what is skipped of it is told. Behind a file that is none nothing is written.
+void readKept(Session& session, const std::string& path, Streams& streams)
+{
+    std::string file = entryFilePath(path);
+    if (!readEntryFile(file, session.kept)) {
+        note(streams, file + " is skipped: it is no text, or cannot be read");
+        return;
+    }
+    for (const std::string& entry : skippedEntries(session.kept))
+        note(streams, "skipped in " + shownFileName(file) + ": " + entry);
+}
+
+bool writeKept(const Session& session, const std::string& path, Answer& answer, Streams& streams)
+{
+    std::string file = entryFilePath(path);
+    EntryFile there;
+    if (!session.kept.changed)
+        return true;
+    if (readEntryFile(file, there) && writeEntryFile(file, session.kept))
+        return true;
+    tellBoxes(answer, streams, {{"alert", "failed to write '" + shownFileName(file) + "'"}});
+    return false;
+}
+
 // An unusable file is kept beside the new one; what the command itself has written there stays.
 bool makeWay(const std::string& path, Answer& answer, Streams& streams)
 {
@@ -79,16 +104,20 @@ bool makeWay(const std::string& path, Answer& answer, Streams& streams)
 int saveDefaults(Session& session, const std::string& path, Answer& answer, Streams& streams)
 {
     ScreensInto into(session, answer, streams);
-    return makeWay(path, answer, streams) && saveParameters(session.screens, path, session.saved) ? exitDone
-                                                                                                  : exitFailed;
+    bool saved = makeWay(path, answer, streams) && saveParameters(session.screens, path, session.saved) &&
+                 writeKept(session, path, answer, streams);
+    return saved ? exitDone : exitFailed;
 }
 
 // Parameter file, model, profile, settings: what holds before the command. The exit code when that fails.
 int prepare(Session& session, const Request& request, const std::string& parPath, Answer& answer, Streams& streams)
 {
     ScreensInto into(session, answer, streams);
-    if (!parPath.empty() && !readDefaults(session, parPath, answer, streams))
-        return exitFailed;
+    if (!parPath.empty()) {
+        if (!readDefaults(session, parPath, answer, streams))
+            return exitFailed;
+        readKept(session, parPath, streams);
+    }
     if (!loadProfileOf(session, request, streams)) {
         streams.err << answer.status << '\n';
         return exitFailed;

@@ -3,6 +3,7 @@
 #include "command/command_table.h"
 #include "command/entries.h"
 #include "command/fill.h"
+#include "command/kept_entries.h"
 #include "core/text.h"
 #include "forms/form.h"
 
@@ -129,6 +130,7 @@ std::string formEntries(const Session& session, const Form& form, bool working)
     ride.presence.altitudeFlags = presentInRecords;
     FormState state;
     openForm(state, form, working ? session.working : session.saved, session.working, session.model, true, ride);
+    takeKept(state, session.kept);
     std::string text;
     std::vector<std::string> told;
     for (const Row& row : form.rows) {

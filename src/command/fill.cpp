@@ -1,5 +1,6 @@
 #include "command/fill.h"
 
+#include "command/kept_entries.h"
 #include "command/nearest.h"
 #include "command/settings_command.h"
 #include "command/settings_entries.h"
@@ -81,6 +82,7 @@ bool confirm(FormState& state, Filling& filling)
 void open(FormState& state, const Form& form, const LoadedRide& ride, const Filling& filling)
 {
     openForm(state, form, filling.session.saved, filling.session.working, filling.session.model, true, ride);
+    takeKept(state, filling.session.kept);
     state.saveAsDefault = filling.saveAsDefault;
     takePaths(state, filling.files);
 }

@@ -2,6 +2,7 @@
 // model, and speaks to nobody. A second session knows nothing of the first.
 #pragma once
 
+#include "core/entry_file.h"
 #include "core/parameter_block.h"
 #include "core/screens.h"
 #include "gps/loaded_ride.h"
@@ -25,6 +26,7 @@ struct Session {
     Screens screens = {};
     ParameterBlock saved = defaultBlock(); // the defaults: what the parameter file holds
     ParameterBlock working = saved;        // what dialogs edit and commands run from
+    EntryFile kept = {};                   // defaults without a place in the parameter file
     FormMarks formMarks = {};
     std::optional<GraphSeries> graph = {}; // curves that the last command left; empty where it has nothing to plot
     std::string profilePath = {};          // answer of the profile file prompts; UTF-8

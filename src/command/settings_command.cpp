@@ -1,6 +1,7 @@
 // From accepted pages and profile files to the live model and its report.
 #include "command/settings_command.h"
 
+#include "command/kept_entries.h"
 #include "command/session.h"
 #include "core/parameter_file.h"
 #include "forms/form.h"
@@ -29,8 +30,10 @@ ResultStatus finishProfile(Session& session)
 {
     commitProfile(session.saved, session.working);
     bool accepted = std::exchange(session.formMarks.profile, false);
-    if (accepted)
+    if (accepted) {
         applyProfile(session.model.state, session.working);
+        session.model.calibration = session.working.calibration;
+    }
     rebuildModel(session.model);
     if (accepted)
         reportProfile(session.screens, Pane::upper, session.model.state, session.working, allProfileSections);
@@ -52,6 +55,8 @@ ResultStatus finishCondition(Session& session)
 ResultStatus finishPreference(Session& session)
 {
     commitPreference(session.saved, session.working);
+    session.model.calibratesClassic = session.working.useCalibration != 0;
+    rebuildModel(session.model);
     return 0;
 }
 
@@ -65,20 +70,24 @@ ResultStatus loadNamedProfile(Session& session)
         session.profileFault = figureBeyondLimits(session.model, block);
         return session.profileFault.empty();
     };
-    if (loadProfile(session.screens, session.model.state, session.working, session.profilePath, pagesTake) != 0)
+    Model& model = session.model;
+    if (loadProfile(session.screens, model.state, model.calibration, session.working, session.profilePath, pagesTake))
         return 1;
     memcpy(session.saved.profileFileName, session.working.profileFileName, sizeof session.saved.profileFileName);
-    fetchProfile(session.working, session.model.state);
-    fetchProfile(session.saved, session.model.state);
-    rebuildModel(session.model);
-    reportProfile(session.screens, Pane::upper, session.model.state, session.working, allProfileSections);
+    for (ParameterBlock* block : {&session.working, &session.saved}) {
+        fetchProfile(*block, model.state);
+        block->calibration = model.calibration;
+    }
+    rebuildModel(model);
+    reportProfile(session.screens, Pane::upper, model.state, session.working, allProfileSections);
     session.formMarks.profile = false;
     return 0;
 }
 
 ResultStatus saveNamedProfile(Session& session)
 {
-    return saveProfile(session.screens, session.model.state, session.working, session.profilePath) == 0 ? 0 : 1;
+    const Model& model = session.model;
+    return saveProfile(session.screens, model.state, model.calibration, session.working, session.profilePath);
 }
 
 void startFrom(Session& session, const ParameterBlock& defaults)
@@ -102,6 +111,8 @@ Verdict confirmDialog(Session& session, FormState& dialog)
     if (verdict.passed) {
         session.inputs = dialog.inputs;
         session.preparation = dialog.preparation;
+        if (dialog.saveAsDefault)
+            keepEntries(dialog, session.kept);
     }
     return verdict;
 }

@@ -4,6 +4,7 @@
 // physics (model).
 #pragma once
 
+#include "core/calibration.h"
 #include "core/choices.h"
 #include "core/ride_choices.h"
 
@@ -62,12 +63,13 @@ struct ParameterBlock {
     int32_t reserved000[3];
     int32_t screenWidth;  // pixels, taken when the window is first centred
     int32_t screenHeight; // pixels
-    int32_t reserved014[4];
+    Calibration calibration;
     int32_t windowRect[4]; // left, top, right, bottom in screen pixels
     int32_t reserved034[4];
     int32_t windowWidth;
     int32_t windowHeight;
-    int32_t reserved04C[2];
+    int32_t useCalibration; // preference: calculators, simulations and analyses take the drag factor as well
+    int32_t reserved050;
     int32_t pageChanged[pageCount];          // "save as default" of each page, in the order of Page
     int32_t theorySaveFlag[calculatorCount]; // by theoryCalculator
     int32_t rideSaveFlag[rideModeCount];     // by rideMode
@@ -204,7 +206,8 @@ void setDefaults(ParameterBlock& block);
 ParameterBlock defaultBlock();
 
 // Each commit copies the sections whose "save as default" flag stands in working to saved, and clears those flags.
-// commitProfile copies profileFileName always; the brake entries move for the selected brake types alone.
+// commitProfile copies profileFileName always, and the calibration with the page of the rider; the brake entries move
+// for the selected brake types alone.
 void commitProfile(ParameterBlock& saved, ParameterBlock& working);
 void commitCondition(ParameterBlock& saved, ParameterBlock& working);
 void commitTheory(ParameterBlock& saved, ParameterBlock& working);

@@ -158,6 +158,7 @@ void copyPeloton(Target& target, const Source& source)
 void copyPhysiology(ParameterBlock& target, const ParameterBlock& source)
 {
     COPY(useFtp);
+    COPY(useCalibration);
     COPY(energyEfficiency);
 }
 
@@ -386,8 +387,10 @@ void commitSections(const Section (&sections)[count], int32_t* flags, ParameterB
 void commitProfile(ParameterBlock& saved, ParameterBlock& working)
 {
     copyMember(saved.profileFileName, working.profileFileName);
-    if (working.pageChanged[pageHuman])
+    if (working.pageChanged[pageHuman]) {
+        saved.calibration = working.calibration;
         letTheoryFollowRider(saved, working.cadenceUsual, working.cadencePoweredMax);
+    }
     commitSections(profileSections, working.pageChanged, saved, working);
 }
 

@@ -7,7 +7,6 @@
 #include "core/text.h"
 
 #include <algorithm>
-#include <array>
 #include <cstring>
 
 namespace torvane {
@@ -62,15 +61,23 @@ ParametersLoaded startWithout(Screens& screens, const std::string& path, Paramet
     return saveParameters(screens, path, saved) ? ParametersLoaded::ready : ParametersLoaded::failed;
 }
 
+// The first bytes of a profile file, packed.
+struct ProfileHeader {
+    int32_t format = profileFormat;
+    Calibration calibration = {};
+};
+static_assert(sizeof(ProfileHeader) == profileHeaderSize);
+
 // The body of a profile file over what the state holds; false when the file has another format.
-bool readProfileBody(std::span<const uint8_t> bytes, ModelState& state)
+bool readProfileBody(std::span<const uint8_t> bytes, ModelState& state, Calibration& calibration)
 {
-    int32_t format = 0;
+    ProfileHeader header;
     if (bytes.size() < profileHeaderSize)
         return false;
-    std::memcpy(&format, bytes.data(), sizeof format);
-    if (format != profileFormat)
+    layOver(header, bytes.first(profileHeaderSize));
+    if (header.format != profileFormat)
         return false;
+    calibration = soundCalibration(header.calibration);
     layOver(state, bytes.subspan(profileHeaderSize));
     settleLeftovers(state);
     return isSound(state);
@@ -92,6 +99,7 @@ ParametersRead readParameters(const std::string& path, ParameterBlock& block)
     if (readFileStart(path, kindBytes, bytes) != FileResult::ok || !mayBeParameters(bytes, path))
         return ParametersRead::refused;
     layOver(block, bytes);
+    block.calibration = soundCalibration(block.calibration);
     if (isSound(block))
         return ParametersRead::ok;
     setDefaults(block);
@@ -137,8 +145,8 @@ bool saveParameters(Screens& screens, const std::string& path, const ParameterBl
     return false;
 }
 
-int loadProfile(Screens& screens, ModelState& state, ParameterBlock& block, const std::string& path,
-                const ProfileCheck& check)
+int loadProfile(Screens& screens, ModelState& state, Calibration& calibration, ParameterBlock& block,
+                const std::string& path, const ProfileCheck& check)
 {
     std::vector<uint8_t> bytes;
     FileResult result = readFileStart(path, profileFileSize, bytes);
@@ -148,23 +156,25 @@ int loadProfile(Screens& screens, ModelState& state, ParameterBlock& block, cons
     }
     std::string name = shownFileName(path);
     ModelState read = state;
-    if (result != FileResult::ok || !readProfileBody(bytes, read) || !check(read)) {
+    Calibration learned = {};
+    if (result != FileResult::ok || !readProfileBody(bytes, read, learned) || !check(read)) {
         screens.setStatus(formatText("status : failed to read a file '%s'", name.c_str()));
         return 1;
     }
     state = read;
+    calibration = learned;
     setProfileFileName(block, path);
     screens.setStatus(formatText("status : success to load current profile from '%s'", name.c_str()));
     return 0;
 }
 
-int saveProfile(Screens& screens, const ModelState& state, ParameterBlock& block, const std::string& path)
+int saveProfile(Screens& screens, const ModelState& state, const Calibration& calibration, ParameterBlock& block,
+                const std::string& path)
 {
-    std::array<uint8_t, profileHeaderSize> header = {};
-    std::memcpy(header.data(), &profileFormat, sizeof profileFormat);
+    ProfileHeader header = {profileFormat, soundCalibration(calibration)};
     ModelState written = state;
     settleLeftovers(written);
-    if (replaceFile(path, {header, bytesOf(written)}) != FileResult::ok) {
+    if (replaceFile(path, {bytesOf(header), bytesOf(written)}) != FileResult::ok) {
         screens.setStatus("status : failed to write current profile to a file");
         return 1;
     }

@@ -10,9 +10,10 @@
 
 namespace torvane {
 
-// Of a profile file: the format stands first in the header, the body is a ModelState.
+// Of a profile file: in the header format and calibration, the body is a ModelState.
 constexpr int32_t profileFormat = 2;
-constexpr size_t profileHeaderSize = 20;
+constexpr size_t profileHeaderSize = sizeof profileFormat + sizeof(Calibration);
+static_assert(profileHeaderSize == 20);
 constexpr size_t profileFileSize = profileHeaderSize + sizeof(ModelState);
 
 // "Torvane.par" in the folder of the program.
@@ -52,13 +53,14 @@ bool saveParameters(Screens& screens, const std::string& path, const ParameterBl
 // Whether a model out of a file may come into force, whose numbers can all be computed with.
 using ProfileCheck = std::function<bool(const ModelState&)>;
 
-// Reads a profile file into the state and its name into block. Returns 0, or 1 with the state untouched; the status
-// line tells either. What must follow on success (fetchProfile, derived quantities, report) is the caller's.
+// Reads a profile file into state and calibration and its name into block. Returns 0, or 1 with both untouched; the
+// status line tells either. What must follow on success (fetchProfile, derived quantities, report) is the caller's.
 int loadProfile(
-    Screens& screens, ModelState& state, ParameterBlock& block, const std::string& path,
+    Screens& screens, ModelState& state, Calibration& calibration, ParameterBlock& block, const std::string& path,
     const ProfileCheck& check = [](const ModelState&) { return true; });
 
-// Writes the state as a profile file and its name into block. Returns 0, or 1; the status line tells either.
-int saveProfile(Screens& screens, const ModelState& state, ParameterBlock& block, const std::string& path);
+// Writes both as a profile file and its name into block. Returns 0, or 1; the status line tells either.
+int saveProfile(Screens& screens, const ModelState& state, const Calibration& calibration, ParameterBlock& block,
+                const std::string& path);
 
 } // namespace torvane

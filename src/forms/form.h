@@ -66,6 +66,7 @@ struct Row {
     int index = 0;                      // of a path; elsewhere which one of a family of rows this is
     Browse browse = Browse::none;
     int child = 0;         // form that a button opens
+    bool kept = false;     // without a field: "save as default" writes it to the entry file
     const char* when = ""; // of rows that share their name: when this one is used, in words for the console
 
     RowTest present = nullptr; // null: always

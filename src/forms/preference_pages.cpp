@@ -9,6 +9,7 @@ namespace {
 
 constexpr Row physiologyRows[] = {
     checkRow(2111, TORVANE_FIELD(useFtp)),
+    checkRow(2112, TORVANE_FIELD(useCalibration)),
     messages(realRow(2121, 2131, TORVANE_FIELD(energyEfficiency), {0.1, 0.5, 0.001}, "%5.3lf", nullptr),
              "found too small value of an energy efficiency", "found too large value of an energy efficiency"),
 };

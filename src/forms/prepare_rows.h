@@ -1,6 +1,5 @@
 // What the preparing of a ride asks for: its own dialog and, from the console, the stroke that prepares first. The
-// entries edit a record of the open form, since the parameter block has no room for them; so they open with the
-// program's defaults and are never kept as new ones.
+// entries edit a record of the open form, since the parameter block has no room for them; the entry file keeps them.
 #pragma once
 
 #include "forms/rows.h"
@@ -23,6 +22,7 @@ constexpr Row gapLimitRow(int id, int spin)
 {
     Row row = wholeRow(id, spin, {"gapLimit", noField}, {leastGapLimit, mostGapLimit}, "a gap limit", "sec");
     row.shows = shownOption<&PrepareOptions::gapLimit>;
+    row.kept = true;
     return row;
 }
 
@@ -31,6 +31,7 @@ constexpr Row jumpSpeedRow(int id, int spin)
     Row row =
         realRow(id, spin, {"jumpSpeed", noField}, {leastJumpSpeed, mostJumpSpeed, 1}, "%6.1lf", "a jump speed", "m/s");
     row.shows = shownOption<&PrepareOptions::jumpSpeed>;
+    row.kept = true;
     return row;
 }
 
@@ -40,6 +41,7 @@ constexpr Row dropRow(int id, const char* name)
     Row row = checkRow(id, {name, noField});
     row.shows = shownOption<member>;
     row.takes = takeOption<member>;
+    row.kept = true;
     return row;
 }
 

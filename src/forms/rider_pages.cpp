@@ -9,7 +9,7 @@ namespace torvane {
 namespace {
 
 constexpr int shellButtons[] = {1231, 1232};
-constexpr size_t torsoRow = 2;
+constexpr size_t torsoRow = 2, factorRow = 9;
 constexpr Range cadences = {30, 300};
 
 bool entersTorsoAngle(const FormState& state, const Row&)
@@ -20,6 +20,19 @@ bool entersTorsoAngle(const FormState& state, const Row&)
 bool usesFtp(const FormState& state, const Row&)
 {
     return state.values.useFtp != 0;
+}
+
+double dragFactorShown(const FormState& state, const Row&)
+{
+    return dragFactorOf(state.values.calibration);
+}
+
+// The window's page has no room for it; there it comes out of a profile file.
+constexpr Row dragFactorRow()
+{
+    Row row = realRow(0, 0, {"dragFactor", noField}, {0.5, 1.6, 0.01}, "%5.3lf", "an air drag factor");
+    row.shows = dragFactorShown;
+    return row;
 }
 
 constexpr Row humanRows[] = {
@@ -38,8 +51,9 @@ constexpr Row humanRows[] = {
                            usesFtp),
                always), // the profile tells it in any case
     choiceRow(1131, TORVANE_FIELD(position), positionNames),
+    dragFactorRow(),
 };
-static_assert(humanRows[torsoRow].id == 1113);
+static_assert(humanRows[torsoRow].id == 1113 && humanRows[factorRow].offset == noField);
 
 // A position brings its own angle.
 void showTorsoAngle(FormState& state)
@@ -48,15 +62,18 @@ void showTorsoAngle(FormState& state)
         showValue(state, humanRows[torsoRow], torsoAngleForPosition(state.values.position));
 }
 
-void positionChanged(FormState& state, const Row& row)
+void humanChanged(FormState& state, const Row& row)
 {
     if (row.id == 1131)
         showTorsoAngle(state);
+    if (&row == &humanRows[factorRow]) // by hand: when it was learned, and how well, is no longer known
+        state.values.calibration = {static_cast<float>(shownValue(state, row)), 0, 0, 0};
 }
 
-// Whatever was entered for the disabled angle.
-void storeTorsoAngle(FormState& state, ParameterBlock& working)
+// The angle, whatever was entered while it was disabled, and the factor, which has no field.
+void storeHuman(FormState& state, ParameterBlock& working)
 {
+    working.calibration = state.values.calibration;
     if (state.values.position != positionTorsoAngle)
         working.torsoAngle = torsoAngleForPosition(state.values.position);
 }
@@ -65,8 +82,8 @@ constexpr Form makeHumanPage()
 {
     Form form = pageForm(1001, "human", pageHuman, Marks::profile, humanRows);
     form.opened = showTorsoAngle;
-    form.changed = positionChanged;
-    form.store = storeTorsoAngle;
+    form.changed = humanChanged;
+    form.store = storeHuman;
     return form;
 }
 

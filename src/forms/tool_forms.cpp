@@ -364,8 +364,8 @@ constexpr Form makePrepareForm()
 {
     Form form =
         toolForm(2093, "prepare activity FIT file", "Prepare", gpsTimestamp, prepareRows, checkTool<checkPrepare>);
-    form.saveBox = 0;
-    form.saveFlag = noField;
+    form.saveBox = 3060;
+    form.saveFlag = noField; // the entry file keeps what is saved
     form.changed = prepareChanged;
     return form;
 }

@@ -20,7 +20,7 @@ constexpr int32_t leastGapLimit = 1, mostGapLimit = 300;    // s
 constexpr double leastJumpSpeed = 10, mostJumpSpeed = 1000; // m/s
 
 // Whether a ride is prepared before it is loaded, analysed and written at one stroke, and how. The tool's own dialog
-// asks for the options alone. No file keeps them.
+// asks for the options alone.
 struct Preparation {
     int32_t enabled = 0;
     PrepareOptions options = {};

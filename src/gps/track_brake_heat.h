@@ -9,7 +9,8 @@
 
 namespace torvane {
 
-// Does nothing unless power was predicted. Slope, wind and air are those of the last row throughout.
+// Does nothing unless power was predicted. Slope, wind and air are those of the last row throughout, in
+// the physics of the road those of each.
 void trackBrakeHeat(TrackModel& track, std::span<GpsRecord> records);
 
 // One row: netPower in W is what the track asks of the rider, negative where it gives. Heats and cools both brakes for

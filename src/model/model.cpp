@@ -17,6 +17,8 @@ Model modelOf(ParameterBlock& block)
 {
     Model model;
     startModel(model.state, block);
+    model.calibration = block.calibration;
+    model.calibratesClassic = block.useCalibration != 0;
     rebuildModel(model);
     return model;
 }

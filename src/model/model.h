@@ -35,11 +35,14 @@ struct Peloton {
 
 struct Model {
     ModelState state = {};
-    GearEntry gearTable[gearTableCapacity] = {};             // state.gearCount rows hold
-    double reachVelocity = 0;                                // m/s, last row of the gear table at cadencePoweredMax
+    Calibration calibration = {};
+    bool calibratesClassic = false;              // classic physics take the factor as well: the preference of the user
+    GearEntry gearTable[gearTableCapacity] = {}; // state.gearCount rows hold
+    double reachVelocity = 0;                    // m/s, last row of the gear table at cadencePoweredMax
     double trainingLevelBound[trainingLevelBoundCount] = {}; // W, lower bounds of the training levels, rising
     Build build = {};
     Peloton peloton = {};
+    double dragFactor[physicsCount] = {1.0, 1.0}; // on the air drag, by Physics
 };
 
 // Derived fields of the state, gear table and all else from the entered fields. Needs the counts of chainrings within 1

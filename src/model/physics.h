@@ -13,5 +13,6 @@ enum class Physics : int32_t {
     // is denser. Differs where there is wind, or not 20 Cel.
     ofTheRoad,
 };
+constexpr int physicsCount = 2;
 
 } // namespace torvane

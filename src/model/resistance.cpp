@@ -102,7 +102,7 @@ struct DragForces {
     double shell, human, wheel;
 };
 
-inline DragForces dragOf(const Model& model, double air)
+inline DragForces dragOf(const Model& model, double factor, double air)
 {
     const ModelState& m = model.state;
     const Build& b = model.build;
@@ -112,7 +112,7 @@ inline DragForces dragOf(const Model& model, double air)
     double shell = b.shellWeight * surface * 0.12;
     double body = all * 0.12 - shell + all * 0.88;
     double covered = m.shellType != shellNormal ? shell * m.shellAeroRatio : shell;
-    return {covered, body * b.posture + helmetDragOf(m, pace), wheelDragOf(m, pace)};
+    return {covered * factor, (body * b.posture + helmetDragOf(m, pace)) * factor, wheelDragOf(m, pace) * factor};
 }
 
 // What the drag's force goes with to make its power. Over ground the sign is that of the force: air that comes from
@@ -160,6 +160,9 @@ void keepDragFactors(Model& model)
 {
     model.build = buildOf(model.state);
     model.peloton = pelotonOf(model.state);
+    double learned = dragFactorOf(model.calibration);
+    model.dragFactor[static_cast<int>(Physics::classic)] = model.calibratesClassic ? learned : 1.0;
+    model.dragFactor[static_cast<int>(Physics::ofTheRoad)] = learned;
 }
 
 void updateLoadAndGrip(const Model& model, Evaluation& e, double thrustForce)
@@ -211,7 +214,7 @@ Solved resistanceAtVelocity(const Model& model, Evaluation& e, double velocity)
     double pelotonPart = m.pelotonMode != pelotonEntered ? pelotonRatioAt(model, airVelocity) : m.pelotonRatio;
     double density = e.airRatio * pelotonPart;
 
-    DragForces drag = dragOf(model, airVelocity);
+    DragForces drag = dragOf(model, model.dragFactor[static_cast<int>(e.physics)], airVelocity);
     e.shellDrag = drag.shell;
     e.humanDrag = drag.human;
     e.wheelDrag = drag.wheel;

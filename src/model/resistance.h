@@ -15,7 +15,7 @@ struct Solved {
     ResultStatus status;
 };
 
-// Fills model.build and model.peloton from the state. Part of rebuildModel.
+// Fills build, peloton and dragFactor from the rest of the model. Part of rebuildModel.
 void keepDragFactors(Model& model);
 
 // Weight split, rolling and grip at the inclination of the evaluation. A negative thrust (kgf) is a braking force.

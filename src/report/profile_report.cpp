@@ -8,6 +8,7 @@
 #include "report/report_text.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstring>
 
 namespace torvane {
@@ -31,6 +32,21 @@ void appendHuman(std::string& text, const ModelState& model)
     appendFormat(text, "\tcadence shift-down\t:%7.1lf rpm\n", model.cadenceShiftDown);
     appendFormat(text, "\tFTP\t\t\t\t:%7.1lf W\n", model.ftp);
     text += "\t-- FTP can be enabled in preference for training level and score\n";
+}
+
+// Where the rider has one; with what it was learned from, where it was learned.
+void appendDragFactor(std::string& text, const Calibration& calibration)
+{
+    if (dragFactorOf(calibration) == 1.0)
+        return;
+    appendFormat(text, "\tair drag factor\t\t:%9.3lf", dragFactorOf(calibration));
+    if (calibration.halfInterval > 0) {
+        std::chrono::year_month_day day{std::chrono::sys_days(std::chrono::days(calibration.day))};
+        appendFormat(text, " +- %.3lf, learned on %04d-%02u-%02u at %.0lf Cel", double{calibration.halfInterval},
+                     static_cast<int>(day.year()), static_cast<unsigned>(day.month()), static_cast<unsigned>(day.day()),
+                     double{calibration.temperature});
+    }
+    text += "\n";
 }
 
 void appendEquipment(std::string& text, const ModelState& model)
@@ -210,12 +226,14 @@ constexpr Section conditionSections[] = {
 };
 
 void reportSections(Screens& screens, Pane pane, const ModelState& model, std::string text,
-                    std::span<const Section> sections, uint32_t mask)
+                    std::span<const Section> sections, uint32_t mask, const Calibration& calibration = {})
 {
     for (const Section& section : sections) {
         if ((mask & section.bit) != 0) {
             appendFormat(text, "\n %s\n\n", section.title);
             section.append(text, model);
+            if (section.append == appendHuman)
+                appendDragFactor(text, calibration);
         }
     }
     text += "\n";
@@ -229,7 +247,7 @@ void reportProfile(Screens& screens, Pane pane, const ModelState& model, const P
 {
     std::string_view name(block.profileFileName, strnlen(block.profileFileName, sizeof block.profileFileName));
     std::string head = "\n\t\tcurrent profile   : " + shownText(name) + "\n";
-    reportSections(screens, pane, model, std::move(head), profileSections, mask);
+    reportSections(screens, pane, model, std::move(head), profileSections, mask, block.calibration);
 }
 
 void reportCondition(Screens& screens, Pane pane, const ModelState& model, uint32_t mask)

@@ -25,7 +25,8 @@ constexpr uint32_t sectionCourse = 0x1;
 constexpr uint32_t sectionPeloton = 0x2;
 constexpr uint32_t allConditionSections = 0x3;
 
-// Prints the sections whose bit is set in mask. The block supplies the name of the profile file alone.
+// Prints the sections whose bit is set in mask. The block supplies the name of the profile file and the
+// calibration.
 void reportProfile(Screens& screens, Pane pane, const ModelState& model, const ParameterBlock& block, uint32_t mask);
 void reportCondition(Screens& screens, Pane pane, const ModelState& model, uint32_t mask);
 

@@ -2,6 +2,7 @@
 // meaning.
 #include "ui/form_dialog.h"
 
+#include "command/kept_entries.h"
 #include "command/settings_command.h"
 #include "core/wide_text.h"
 #include "ui/form_controls.h"
@@ -89,6 +90,7 @@ bool runFormDialog(HWND owner, const Form& form, const LoadedRide& ride)
     FormWindow window;
     openForm(window.state, form, mainWindow.session.saved, mainWindow.session.working, mainWindow.session.model, false,
              ride);
+    takeKept(window.state, mainWindow.session.kept);
     INT_PTR result = DialogBoxParamW(mainWindow.instance, MAKEINTRESOURCEW(form.id), owner, dialogProcedure,
                                      reinterpret_cast<LPARAM>(&window));
     return result == IDOK;

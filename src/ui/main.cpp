@@ -1,8 +1,10 @@
 // Start of the desktop program, its message loop and its end.
+#include "command/kept_entries.h"
 #include "command/settings_command.h"
 #include "core/parameter_block.h"
 #include "core/parameter_file.h"
 #include "core/screens.h"
+#include "core/shown_text.h"
 #include "ui/main_window.h"
 #include "ui/menu.h"
 #include "ui/message_box.h"
@@ -33,6 +35,20 @@ void settleWindowMetrics(ParameterBlock& block)
     int32_t* rect = block.windowRect;
     settleMetrics(block.windowWidth, defaultWidth, block.screenWidth, SM_CXSCREEN, rect[0], rect[2]);
     settleMetrics(block.windowHeight, defaultHeight, block.screenHeight, SM_CYSCREEN, rect[1], rect[3]);
+}
+
+// What is skipped of the entry file is told once, at the start.
+void readKept()
+{
+    EntryFile& kept = mainWindow.session.kept;
+    std::string text;
+    mainWindow.writesKept = readEntryFile(entryFilePath(mainWindow.parameterPath), kept);
+    if (!mainWindow.writesKept)
+        text = "\nthe file cannot be read";
+    for (const std::string& entry : skippedEntries(kept))
+        text += "\n" + shownText(entry);
+    if (!text.empty())
+        showMessageBox(nullptr, "alert", "skipped of Torvane.settings:" + text);
 }
 
 void registerCommonControls()
@@ -102,6 +118,7 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int)
     ParametersLoaded loaded = loadParameters(mainWindow.session.screens, mainWindow.parameterPath, defaults);
     startFrom(mainWindow.session, defaults);
     mainWindow.writesParameters = loaded == ParametersLoaded::ready;
+    readKept();
     int result = loaded != ParametersLoaded::failed ? runWindow() : 1;
     ReleaseMutex(mutex);
     CloseHandle(mutex);

@@ -100,6 +100,9 @@ LRESULT onClose(HWND window, WPARAM, LPARAM)
     keepWindowMetrics(window);
     if (mainWindow.writesParameters)
         saveParameters(mainWindow.session.screens, mainWindow.parameterPath, mainWindow.session.saved);
+    const EntryFile& kept = mainWindow.session.kept;
+    if (mainWindow.writesKept && kept.changed && !writeEntryFile(entryFilePath(mainWindow.parameterPath), kept))
+        showMessageBox(window, "alert", "failed to write Torvane.settings");
     closeGraphWindow();
     for (HWND child : {screenSet.upperScreen, screenSet.lowerScreen, screenSet.statusBar})
         DestroyWindow(child);

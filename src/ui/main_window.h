@@ -19,6 +19,7 @@ struct MainWindow {
     HMODULE richEdit;          // library of the panes, freed at the window's end
     std::string parameterPath; // UTF-8, settled at start
     bool writesParameters;     // at the end, where the start could read them
+    bool writesKept;           // the same of the entry file beside
 };
 
 extern MainWindow mainWindow;

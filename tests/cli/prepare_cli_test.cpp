@@ -66,6 +66,29 @@ TEST_F(PrepareConsole, PreparesAnalysesAndWritesAtOneStroke)
     EXPECT_EQ(call({"convert", "--prepare", source, out}).code, 2);
 }
 
+TEST_F(PrepareConsole, KeepsItsEntriesBesideTheParameterFile)
+{
+    writeBytes(source, recordedRide());
+    const std::string par = in + "Torvane.par", kept = in + "Torvane.settings";
+    auto write = [&](const std::string& text) { writeBytes(kept, {text.begin(), text.end()}); };
+    auto stands = [&] {
+        Bytes bytes = bytesOf(kept);
+        return std::string(bytes.begin(), bytes.end());
+    };
+    write("# mine\r\ngapLimit = 500\nlater=1\nno entry\n\ndropPower=maybe");
+    Call told = call({"--par", par, "--save", "prepare", "jumpSpeed=55.25", "dropCadence=on", source, out});
+    EXPECT_EQ(told.code, 0);
+    for (const char* line : {"4: no entry\n", "gapLimit=500, which takes 1 to 300 sec\n", "dropPower=maybe"})
+        EXPECT_TRUE(contains(told.err, line)) << told.err;
+    EXPECT_EQ(stands(), "# mine\r\ngapLimit=30\nlater=1\nno entry\n\ndropPower=off\njumpSpeed=55.25\ndropCadence=on\n");
+    write("gapLimit=2\n");
+    EXPECT_EQ(call({"--par", par, "prepare", source, in + "gaps.fit"}).code, 0);
+    EXPECT_LT(bytesOf(in + "gaps.fit").size(), bytesOf(source).size());
+    write({"\0no text", 8});
+    EXPECT_EQ(call({"--par", par, "--save", "prepare", "jumpSpeed=40", source, out}).code, 1);
+    EXPECT_EQ(stands().size(), 8u) << "nobody writes over it";
+}
+
 // A track a second apart, at 10 m/s to the north.
 Bytes trackOf(int points)
 {

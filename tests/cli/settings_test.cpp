@@ -54,6 +54,19 @@ TEST_F(ConsoleSettings, KeepsEveryTargetThatIsSaved)
     }
 }
 
+TEST_F(ConsoleSettings, ADragFactorCountsWhereItIsWanted)
+{
+    std::string rider = in + "rider.pro", par = in + "Torvane.par";
+    EXPECT_EQ(call({"--set", "dragFactor=1.25", "801"}).out, call({"801"}).out);
+    EXPECT_EQ(call({"--set", "dragFactor=1.25", "save-profile", rider}).code, 0);
+    EXPECT_TRUE(contains(call({"--profile", rider, "human"}).out, "\tair drag factor\t\t:    1.250\n"));
+    Call used = call({"--profile", rider, "--set", "useCalibration=on", "801"});
+    EXPECT_TRUE(contains(used.out, "2.676 kgf")) << used.out; // 1.25 times the 2.141 of the defaults
+    EXPECT_EQ(call({"--set", "dragFactor=1.61", "801"}).code, 2);
+    EXPECT_EQ(call({"--par", par, "--save", "--set", "dragFactor=0.8", "801"}).code, 0);
+    EXPECT_TRUE(contains(call({"--par", par, "human"}).out, ":    0.800\n"));
+}
+
 TEST_F(ConsoleSettings, NamesWhatNoPageWouldTakeOfAProfile)
 {
     std::string rider = in + "rider.pro";

@@ -23,6 +23,8 @@ struct Blocks {
 void disturb(ParameterBlock& block)
 {
     block.theoryTarget = block.rideTarget = 1;
+    block.calibration = {0.9F, 0.1F, 20000, 15};
+    block.useCalibration = 1;
     constexpr size_t first = offsetof(ParameterBlock, humanHeight), last = offsetof(ParameterBlock, reserved96C);
     auto* bytes = reinterpret_cast<uint8_t*>(&block);
     for (size_t i = first; i < last; i += 4)
@@ -53,7 +55,7 @@ TEST(ParameterCommit, eachFlagMovesItsSectionAlone)
     constexpr size_t page = offsetof(ParameterBlock, pageChanged), theory = offsetof(ParameterBlock, theorySaveFlag),
                      ride = offsetof(ParameterBlock, rideSaveFlag), gps = offsetof(ParameterBlock, gpsSaveFlag);
     constexpr Case cases[] = {
-        {theory, 0, commitTheory, 13},     {page, pageHuman, commitProfile, 29},
+        {theory, 0, commitTheory, 13},     {page, pageHuman, commitProfile, 33},
         {theory, 1, commitTheory, 14},     {page, pageEquip, commitProfile, 10},
         {theory, 2, commitTheory, 16},     {page, pageShift, commitProfile, 24},
         {ride, 0, commitRide, 25},         {page, pageWheel, commitProfile, 23},
@@ -63,7 +65,7 @@ TEST(ParameterCommit, eachFlagMovesItsSectionAlone)
         {ride, 4, commitRide, 21},         {page, pageAssist, commitProfile, 18},
         {ride, 5, commitRide, 24},         {page, pageCourse, commitCondition, 11},
         {gps, gpsExpress, commitGps, 5},   {page, pagePeloton, commitCondition, 8},
-        {gps, gpsAnalyse, commitGps, 13},  {page, pagePhysiology, commitPreference, 3},
+        {gps, gpsAnalyse, commitGps, 13},  {page, pagePhysiology, commitPreference, 4},
         {gps, gpsCreate, commitGps, 5},    {page, pageProcessInterval, commitPreference, 6},
         {gps, gpsCombine, commitGps, 4},   {page, pageSpecificHeat, commitPreference, 6},
         {gps, gpsConvert, commitGps, 5},   {page, pageEmittance, commitPreference, 6},

@@ -125,35 +125,70 @@ TEST_F(ParameterFile, aProfileComesBackWholeOrLeavesTheModel)
     ModelState model = {};
     startModel(model, block);
     ModelState written = model;
+    Calibration calibration = {}, read = {1.2F, 0.1F, 20000, 15};
     std::string path = folder + "Ünïcode rider.pro";
-    ASSERT_EQ(saveProfile(shown.screens, model, block, path), 0);
+    ASSERT_EQ(saveProfile(shown.screens, model, calibration, block, path), 0);
     EXPECT_EQ(shown.status, "status : success to save current profile to 'Ünïcode rider.pro'");
     Bytes good = bytesOf(path);
     EXPECT_EQ(good.size(), 876u);
+    EXPECT_EQ(std::count(good.begin() + 4, good.begin() + 20, 0), 16) << "no factor, no bytes";
     model = {};
-    EXPECT_EQ(loadProfile(shown.screens, model, other, path), 0);
+    EXPECT_EQ(loadProfile(shown.screens, model, read, other, path), 0);
     EXPECT_EQ(shown.status, "status : success to load current profile from 'Ünïcode rider.pro'");
     EXPECT_STREQ(other.profileFileName, "Ünïcode rider.pro");
     EXPECT_EQ(std::memcmp(&model, &written, sizeof written), 0);
+    EXPECT_EQ(read.day, 0);
     constexpr std::pair<size_t, uint8_t> faults[] = {{0, 3}, {20 + offsetof(ModelState, chainringCount), 4}};
     for (auto [offset, value] : faults) {
         Bytes bytes = good;
         bytes[offset] = value;
         writeBytes(path, bytes);
-        EXPECT_EQ(loadProfile(shown.screens, model, block, path), 1) << offset;
+        EXPECT_EQ(loadProfile(shown.screens, model, calibration, block, path), 1) << offset;
         EXPECT_EQ(shown.status, "status : failed to read a file 'Ünïcode rider.pro'") << offset;
         EXPECT_EQ(std::memcmp(&model, &written, sizeof written), 0) << offset;
     }
     Bytes cut(good.begin(), good.begin() + 20 + 9); // a height, and a byte of the weight
     cut[20 + 7] ^= 0x80;
     writeBytes(path, cut);
-    EXPECT_EQ(loadProfile(shown.screens, model, block, path), 0);
+    EXPECT_EQ(loadProfile(shown.screens, model, calibration, block, path), 0);
     EXPECT_EQ(model.humanHeight, -178);
     EXPECT_EQ(model.humanWeight, 71.5) << "what the file does not reach stays";
-    EXPECT_EQ(loadProfile(shown.screens, model, block, folder + "missing.pro"), 1);
+    EXPECT_EQ(loadProfile(shown.screens, model, calibration, block, folder + "missing.pro"), 1);
     EXPECT_EQ(shown.status, "status : failed to open an existing file");
-    EXPECT_EQ(saveProfile(shown.screens, model, block, folder + "no folder/a.pro"), 1);
+    EXPECT_EQ(saveProfile(shown.screens, model, calibration, block, folder + "no folder/a.pro"), 1);
     EXPECT_EQ(shown.status, "status : failed to write current profile to a file");
+}
+
+TEST_F(ParameterFile, theCalibrationStandsInTheHeader)
+{
+    constexpr float inf = std::numeric_limits<float>::infinity(), nan = std::numeric_limits<float>::quiet_NaN();
+    // What is written, and the factor that comes back: one that is none stands for 1, whatever else there is.
+    constexpr std::pair<Calibration, double> cases[] = {
+        {{0.5F, 0.06F, 20593, -4}, 0.5},
+        {{1.6F, 0.06F, 20593, 18}, 1.6F},
+        {{1.61F, 0.06F, 20593, 18}, 1},
+        {{0.49F, 0, 0, 0}, 1},
+        {{nan, 0, 0, 0}, 1},
+        {{inf, 0, 0, 0}, 1},
+        {{0.9F, nan, -1, inf}, 0.9F},
+    };
+    ParameterBlock block = defaultBlock();
+    ModelState model = {};
+    startModel(model, block);
+    std::string path = folder + "a.pro";
+    ASSERT_EQ(saveProfile(shown.screens, model, {}, block, path), 0);
+    for (const auto& [given, factor] : cases) {
+        Bytes bytes = bytesOf(path);
+        std::memcpy(bytes.data() + 4, &given, sizeof given);
+        writeBytes(path, bytes);
+        Calibration calibration = {};
+        ASSERT_EQ(loadProfile(shown.screens, model, calibration, block, path), 0);
+        EXPECT_EQ(dragFactorOf(calibration), factor);
+        EXPECT_EQ(calibration.day, factor == 1 || given.day < 0 ? 0 : given.day);
+        EXPECT_TRUE(std::isfinite(calibration.halfInterval + calibration.temperature));
+        ASSERT_EQ(saveProfile(shown.screens, model, calibration, block, path), 0);
+        EXPECT_EQ(bytesOf(path) == bytes, given.halfInterval > 0 && factor != 1) << "as it was, or cleared";
+    }
 }
 
 TEST_F(ParameterFile, writesKeepLinksOwnersAndModesAndReportAFullDevice)

@@ -73,8 +73,9 @@ void profile(Input input)
     putFile(path, input.subspan(1));
     ParameterBlock block = {};
     ModelState model = {};
+    Calibration calibration = {};
     Screens screens;
-    if (loadProfile(screens, model, block, path) == 0)
+    if (loadProfile(screens, model, calibration, block, path) == 0)
         require(isSound(model), "a model out of a file can be used");
     runCommandLine({"--profile", path, chosenCommand(input[0])});
 }

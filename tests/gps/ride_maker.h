@@ -18,6 +18,7 @@ namespace torvane {
 struct MadeRide {
     double power = 200; // W, at the pedals
     int seconds = 1800;
+    double foot = 300;      // m above the sea
     double hillHeight = 40; // m, of hills that follow one another
     double hillLength = 3000;
     double circle = 9000;     // m, once around
@@ -38,7 +39,7 @@ inline Road roadOf(const MadeRide& ride, double distance)
     double phase = 2 * pi * distance / ride.hillLength;
     double around = std::fmod(360 * distance / ride.circle, 360);
     double straight = distance < ride.turnsAfter ? 0 : 180;
-    return {.altitude = 300 + ride.hillHeight / 2 * (1 - std::cos(phase)),
+    return {.altitude = ride.foot + ride.hillHeight / 2 * (1 - std::cos(phase)),
             .rise = ride.hillHeight * pi / ride.hillLength * std::sin(phase),
             .heading = ride.turnsAfter > 0 ? straight : around};
 }

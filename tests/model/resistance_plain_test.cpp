@@ -92,6 +92,8 @@ TEST_F(PlainResistanceTest, everyValueEqualsThePlainFormToTheLastBit)
             restart();
         size_t change = random() % std::size(changes);
         changes[change](random, m, now);
+        model.calibration.dragFactor = static_cast<float>(uniform(random, 0.3, 1.8)); // also such as count for 1
+        model.calibratesClassic = random() % 2 != 0;
         keepDragFactors(model);
         double force = anyDouble(random, 5), velocity = anyDouble(random, 11);
         Evaluation plainly = now;

@@ -69,6 +69,19 @@ TEST_F(ProfileReport, freeTorsoAngleNamesNoPosition)
     }
 }
 
+TEST_F(ProfileReport, aDragFactorIsToldWithItsOrigin)
+{
+    constexpr std::pair<Calibration, const char*> cases[] = {
+        {{0, 0.1F, 1, 1}, "score\n\n"},
+        {{0.92F, 0, 0, 0}, "score\n\tair drag factor\t\t:    0.920\n\n"},
+        {{1.25F, 0.06F, 20593, -3},
+         "score\n\tair drag factor\t\t:    1.250 +- 0.060, learned on 2026-05-20 at -3 Cel\n\n"}};
+    for (const auto& [calibration, ending] : cases) {
+        working.calibration = calibration;
+        EXPECT_TRUE(section(sectionHuman).ends_with(ending)) << shown.upper;
+    }
+}
+
 TEST_F(ProfileReport, oneChainringKeepsItsComma)
 {
     m.chainringCount = 1;

@@ -131,6 +131,9 @@ inline Solved resistanceAtVelocity(const Model& model, Evaluation& e, double vel
     double density = e.airRatio * peloton;
 
     dragForces(m, e, velocity);
+    double factor = e.physics == Physics::ofTheRoad || model.calibratesClassic ? dragFactorOf(model.calibration) : 1;
+    for (double* drag : {&e.shellDrag, &e.humanDrag, &e.wheelDrag})
+        *drag *= factor;
     e.airDrag = e.shellDrag + e.humanDrag + e.wheelDrag;
 
     double overGround = airVelocity < 0.0 ? -velocity : velocity;

@@ -140,7 +140,7 @@ Bytes makeSampleRide(const SampleFile& ride, const std::string& profileFolder)
     setDefaults(block);
     startModel(model.state, block);
     Screens screens;
-    if (loadProfile(screens, model.state, block, profileFolder + "/" + ride.profile) != 0) {
+    if (loadProfile(screens, model.state, model.calibration, block, profileFolder + "/" + ride.profile) != 0) {
         std::cerr << "there is no profile " << ride.profile << '\n';
         return {};
     }
