@@ -22,7 +22,10 @@ RunFiles plainRun(const Command& command, const std::vector<std::string>& files)
         run.sources.push_back(absolutePath(file));
     if (command.entry == Entry::openProfile || command.entry == Entry::saveProfile)
         run.sources.back() = profilePath(run.sources.back());
-    if (command.files.writes != FileKind::nothing) {
+    bool hasDestination = command.files.writes != FileKind::nothing;
+    if (command.files.destinationIsOptional() && files.size() == command.files.least)
+        hasDestination = false;
+    if (hasDestination) {
         run.destination = run.sources.back();
         run.sources.pop_back();
     }

@@ -5,6 +5,7 @@
 #include "command/gps_command.h"
 #include "command/gps_load_command.h"
 #include "command/prepare_command.h"
+#include "command/ride_answer_command.h"
 #include "command/ride_command.h"
 #include "command/settings_command.h"
 #include "command/theory_command.h"
@@ -234,6 +235,8 @@ constexpr Command commands[] = {
      .answers = Answers::codes,
      .files = {2, 2, FileKind::nothing, "RIDE RIDE"},
      .aliases = "compare"},
+    gpsCommand(commandRide, "Ride", 'J', false, 2095, RideUse::none, MenuAfter::none, answerRideCommand, "",
+               {1, 2, FileKind::fit, "RIDE [OUT.fit]", onlyNew}),
 };
 
 constexpr bool idsRise()

@@ -65,6 +65,12 @@ struct CommandFiles {
     const char* pattern = "";            // as the help shows them
     bool onlyNew = false;                // the destination must not be there
     bool inParts = false;                // the destination names the files that are written
+
+    // With the least number of files some commands have sources alone.
+    bool destinationIsOptional() const
+    {
+        return writes != FileKind::nothing && least == 1 && most > least;
+    }
 };
 
 // What becomes of the menu entries of the loaded ride after a long command.

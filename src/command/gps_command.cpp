@@ -2,10 +2,10 @@
 
 #include "core/parameter_block.h"
 #include "core/progress.h"
-#include "fit/fit_crc.h"
 #include "fit/fit_image.h"
 #include "fit/fit_output.h"
 #include "fit/fit_tools.h"
+#include "gps/analysed_fields.h"
 #include "gps/analysed_writer.h"
 #include "gps/analysis.h"
 #include "gps/gps_load.h"
@@ -90,24 +90,11 @@ void reportRideFields(const Ride& ride, FitReportMode mode)
     reportStatus(ride.session.screens, ride.loaded.path, fitExpressed);
 }
 
-StatusCode rewriteRide(FitImage& destination, const Ride& ride)
-{
-    const OutputChoice& options = ride.session.working.createOutput;
-    const FitImage& source = ride.loaded.image;
-    const Analysis& a = ride.analysis;
-    uint32_t added = addedFieldsOf(a.flags);
-    if (StatusCode code = planRewrittenSize(destination, source, a.records, added))
-        return code;
-    if (StatusCode code = writeAnalysedFit(destination, source, a.records, added, options, a.stats.summary.totalTimer))
-        return code;
-    buildFitHeader(destination, source, headerForm(options.convertEnabled, options.fitFormat));
-    destination.fileCrc = fitCrc(destination);
-    return fitOk;
-}
-
 StatusCode createImage(const Ride& ride, FitImage& destination)
 {
-    StatusCode code = rewriteRide(destination, ride);
+    const Analysis& a = ride.analysis;
+    StatusCode code = makeAnalysedFile(destination, ride.loaded.image, a.records, addedFieldsOf(a.flags),
+                                       ride.session.working.createOutput, a.stats.summary.totalTimer);
     return code != fitOk ? fail(ride, ride.loaded.path, code) : code;
 }
 

@@ -77,6 +77,7 @@ constexpr MenuItem menus[] = {
     {command, nullptr, commandCreate},
     {separator},
     {command, nullptr, commandOneStroke},
+    {command, nullptr, commandRide},
     {separator},
     {command, nullptr, commandCombine},
     {command, nullptr, commandConvert},

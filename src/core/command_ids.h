@@ -73,6 +73,7 @@ enum CommandId : int {
     commandFieldDump,
     commandPrepare,
     commandCompare,
+    commandRide,
 };
 
 } // namespace torvane

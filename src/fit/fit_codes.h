@@ -24,6 +24,8 @@ constexpr StatusCode fitPrepareFailed = 0x1000;
 constexpr StatusCode fitNotComparable = 0x2000; // two rides without a common second of power
 constexpr StatusCode fitTooLarge = 0x4000;      // what would be made of a file is beyond size_limits.h
 
+constexpr StatusCode fitTooShort = 0x10000; // a ride without five minutes in motion
+
 constexpr StatusCode fitLoaded = 0x7FF0;
 constexpr StatusCode fitExpressed = 0x7FF1;
 constexpr StatusCode fitPredictionSaved = 0x7FF2;

@@ -1,11 +1,13 @@
 // The dialogs of a recorded ride: express, analyse, create, and the three at one stroke. What the loaded file holds
 // decides what can be entered.
+#include "core/files.h"
 #include "core/ride_choices.h"
 #include "forms/dialogs.h"
 #include "forms/output_rows.h"
 #include "forms/prepare_rows.h"
 #include "gps/analysis.h"
 #include "gps/one_stroke_check.h"
+#include "gps/ride_answer.h"
 
 #include <utility>
 
@@ -264,11 +266,58 @@ constexpr Form makeOneStrokeForm()
     return form;
 }
 
+// What a ride cost
+
+Verdict askForRideSettings(FormState& state, const Row&, ParameterBlock&)
+{
+    return aboutPaths(state, checkRide(state.inputs, state.preparation.options, state.ride));
+}
+
+constexpr size_t rideGapLimit = 3, rideJumpSpeed = 4;
+
+constexpr Row rideRows[] = {
+    sourceRow(9511, 9521),
+    destinationRow(9512, 9522),
+    {.kind = RowKind::button, .id = 9531, .child = 2053, .pressed = askForRideSettings},
+    gapLimitRow(9541, 9551),
+    jumpSpeedRow(9542, 9552),
+    dropRow<&PrepareOptions::dropPower>(9561, "dropPower"),
+    dropRow<&PrepareOptions::dropCadence>(9562, "dropCadence"),
+};
+static_assert(rideRows[rideGapLimit].kind == RowKind::whole && rideRows[rideJumpSpeed].kind == RowKind::real);
+
+void rideChanged(FormState& state, const Row&)
+{
+    takeLimits(state, rideRows[rideGapLimit], rideRows[rideJumpSpeed]);
+}
+
+// What is in the source its run tells.
+Verdict checkRideFiles(FormState& state)
+{
+    Verdict verdict;
+    if (!fileExists(state.inputs.files[0].path))
+        return aboutPaths(state, {false, {{"error", "not existing a source file"}}});
+    if (!state.inputs.files[toolDestination].path.empty())
+        verdict.passed = checkDestination(state.inputs, verdict);
+    return aboutPaths(state, std::move(verdict));
+}
+
+constexpr Form makeRideForm()
+{
+    Form form = gpsForm(2095, "what a ride cost", "Answer", gpsOneStroke, rideRows);
+    form.saveBox = 3061;
+    form.saveFlag = noField; // the entry file keeps what is saved
+    form.changed = rideChanged;
+    form.check = checkRideFiles;
+    return form;
+}
+
 } // namespace
 
 constinit const Form expressForm = gpsForm(2052, "express source data", "Express", gpsExpress, expressRows);
 constinit const Form analyseForm = makeAnalyseForm();
 constinit const Form createForm = makeCreateForm();
 constinit const Form oneStrokeForm = makeOneStrokeForm();
+constinit const Form rideAnswerForm = makeRideForm();
 
 } // namespace torvane

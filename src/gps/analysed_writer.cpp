@@ -1,5 +1,6 @@
 #include "gps/analysed_writer.h"
 
+#include "fit/fit_crc.h"
 #include "fit/fit_output.h"
 #include "fit/fit_types.h"
 #include "fit/message_fields.h"
@@ -277,6 +278,18 @@ StatusCode writeAnalysedFit(FitImage& destination, const FitImage& source, const
     if (code != fitOk)
         return code;
     return rewrite.out.position == destination.data.size() ? fitOk : fitSizeMismatch;
+}
+
+StatusCode makeAnalysedFile(FitImage& destination, const FitImage& source, const GpsRecords& records,
+                            uint32_t addedFields, const OutputChoice& options, uint32_t totalTimer)
+{
+    if (StatusCode code = planRewrittenSize(destination, source, records, addedFields))
+        return code;
+    if (StatusCode code = writeAnalysedFit(destination, source, records, addedFields, options, totalTimer))
+        return code;
+    buildFitHeader(destination, source, headerForm(options.convertEnabled, options.fitFormat));
+    destination.fileCrc = fitCrc(destination);
+    return fitOk;
 }
 
 } // namespace torvane

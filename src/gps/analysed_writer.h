@@ -21,4 +21,8 @@ StatusCode planRewrittenSize(FitImage& destination, const FitImage& source, cons
 StatusCode writeAnalysedFit(FitImage& destination, const FitImage& source, const GpsRecords& records,
                             uint32_t addedFields, const OutputChoice& options, uint32_t totalTimer);
 
+// The two, and header and CRC around the block: the file as it is saved.
+StatusCode makeAnalysedFile(FitImage& destination, const FitImage& source, const GpsRecords& records,
+                            uint32_t addedFields, const OutputChoice& options, uint32_t totalTimer);
+
 } // namespace torvane

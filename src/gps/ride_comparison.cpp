@@ -3,6 +3,7 @@
 #include "gps/activity.h"
 #include "gps/ride_source.h"
 
+#include <algorithm>
 #include <cmath>
 #include <span>
 
@@ -11,6 +12,7 @@ namespace torvane {
 namespace {
 
 constexpr uint32_t leastSector = 60; // s
+constexpr size_t bandShift = 5;      // s
 
 struct CommonSecond {
     uint32_t timestamp;
@@ -110,12 +112,17 @@ void addMoving(CommonSeconds run, WindowSums& sums)
     }
 }
 
-void addRun(CommonSeconds run, WindowSums& sums)
+void addWindows(CommonSeconds run, size_t shift, WindowSums& sums)
 {
-    for (size_t at = 0; at + comparisonWindow <= run.size(); at += comparisonWindow) {
+    for (size_t at = shift; at + comparisonWindow <= run.size(); at += comparisonWindow) {
         CommonSeconds window = run.subspan(at, comparisonWindow);
         sums.add(meanOf(window, 0), meanOf(window, 1));
     }
+}
+
+void addRun(CommonSeconds run, WindowSums& sums)
+{
+    addWindows(run, 0, sums);
     addMoving(run, sums);
 }
 
@@ -149,6 +156,17 @@ void compareRuns(CommonSeconds seconds, RideComparison& comparison)
     comparison.whole = compareSeconds(seconds, whole);
 }
 
+WindowSums shiftedWindows(CommonSeconds seconds, size_t shift)
+{
+    WindowSums sums;
+    size_t start = 0;
+    for (size_t end : endsOfRuns(seconds)) {
+        addWindows(seconds.subspan(start, end - start), shift, sums);
+        start = end;
+    }
+    return sums;
+}
+
 } // namespace
 
 StatusCode comparePowers(const std::vector<TimedPower>& first, const std::vector<TimedPower>& second,
@@ -160,6 +178,24 @@ StatusCode comparePowers(const std::vector<TimedPower>& first, const std::vector
         return fitNotComparable;
     compareRuns(common, comparison);
     return fitOk;
+}
+
+std::optional<CorrelationBand> correlationBand(const std::vector<TimedPower>& first,
+                                               const std::vector<TimedPower>& second)
+{
+    uint32_t alone[2];
+    std::vector<CommonSecond> common = commonSeconds(first, second, alone);
+    std::optional<CorrelationBand> band;
+    for (size_t shift = 0; shift < comparisonWindow; shift += bandShift) {
+        WindowSums sums = shiftedWindows(common, shift);
+        if (sums.windows < leastWindows)
+            continue;
+        double correlation = sums.correlation();
+        if (!band)
+            band = {correlation, correlation};
+        band = {std::min(band->least, correlation), std::max(band->most, correlation)};
+    }
+    return band;
 }
 
 ComparisonOutcome compareRides(const std::string& first, const std::string& second, RideComparison& comparison,

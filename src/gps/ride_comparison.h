@@ -6,12 +6,14 @@
 #include "fit/fit_codes.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace torvane {
 
 constexpr uint32_t comparisonWindow = 30; // s, of means and of normalised power
+constexpr uint32_t leastWindows = 3;      // fewer tell nothing of a correlation
 
 // What both rides say over the same seconds. Powers in W.
 struct PowerComparison {
@@ -45,5 +47,13 @@ struct TimedPower {
 };
 StatusCode comparePowers(const std::vector<TimedPower>& first, const std::vector<TimedPower>& second,
                          RideComparison& comparison);
+
+// Between which correlations the means over 30 s lie, when they begin 0, 5, ... 25 s into each run: a single figure
+// hangs on where they begin. None with fewer than three means in a row of them.
+struct CorrelationBand {
+    double least, most;
+};
+std::optional<CorrelationBand> correlationBand(const std::vector<TimedPower>& first,
+                                               const std::vector<TimedPower>& second);
 
 } // namespace torvane

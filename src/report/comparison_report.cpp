@@ -11,8 +11,6 @@ namespace torvane {
 
 namespace {
 
-constexpr uint32_t leastWindows = 3; // fewer tell nothing of a correlation
-
 // Second over first, as a number with two places, or a dash.
 std::string ratioText(const double (&powers)[2])
 {

@@ -32,6 +32,7 @@ constexpr CodeText codeTexts[] = {
     {fitPrepareFailed, true, "failed to prepare a fit file '%s'"},
     {fitNotComparable, true, "found no common second of power to compare with '%s'"},
     {fitTooLarge, true, "what would be made of '%s' is far too large for its size"},
+    {fitTooShort, true, "less than five minutes of '%s' can be used"},
     {fitLoaded, false, "success to load GPS data from '%s'"},
     {fitExpressed, false, "express remarkable fields data of '%s'"},
     {fitPredictionSaved, false, "saved a fit file with prediction data as '%s'"},

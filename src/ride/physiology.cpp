@@ -72,8 +72,13 @@ PhysiologyFigures physiologyOfRun(const Model& model, const PhysiologyInputs& in
     }
     p.kiloJoule = time * p.meanPower / 1000.0;
     p.kiloCalorie = p.kiloJoule * kiloCaloriePerKiloJoule;
-    p.foodKiloCalorie = p.kiloCalorie / in.energyEfficiency;
+    p.foodKiloCalorie = foodKiloCalorieFor(p.kiloJoule, in.energyEfficiency);
     return p;
+}
+
+double foodKiloCalorieFor(double kiloJoule, double energyEfficiency)
+{
+    return kiloJoule * kiloCaloriePerKiloJoule / energyEfficiency;
 }
 
 } // namespace torvane

@@ -89,6 +89,32 @@ TEST_F(PrepareConsole, KeepsItsEntriesBesideTheParameterFile)
     EXPECT_EQ(stands().size(), 8u) << "nobody writes over it";
 }
 
+// What a ride cost: no refusal for a meter, and none without a second file.
+TEST_F(PrepareConsole, TellsWhatARideCost)
+{
+    writeBytes(source, recordedRide());
+    Call told = call({"ride", source});
+    EXPECT_EQ(told.code, 0) << told.err;
+    EXPECT_EQ(folder.count(), 1u);
+    for (const char* line :
+         {"\tmoving\t\t: 00:09:57h, standing 00:00:00h\n", "\tdistance\t: 5.97", " of measured 155 W\n"})
+        EXPECT_TRUE(contains(told.out, line)) << line << told.out;
+    EXPECT_TRUE(contains(told.err, "note: the file holds no distance")) << told.err;
+    EXPECT_TRUE(contains(told.out, "\tthe file holds no distance")) << told.out;
+
+    EXPECT_EQ(call({"ride", source, out}).code, 0);
+    Call kept = call({"compare", source, out});
+    EXPECT_TRUE(contains(kept.out, ": first 154.5, second 154.5 watts")) << kept.out;
+    EXPECT_EQ(call({"ride", "--force", "dropPower=on", source, out}).code, 0);
+    EXPECT_FALSE(contains(call({"compare", source, out}).out, "ratio 1.000"));
+    EXPECT_EQ(call({"ride", source, out}).code, 2) << "two rides in one call, where a file to write was meant";
+
+    writeBytes(source, plainRide());
+    Call tooShort = call({"ride", source});
+    EXPECT_EQ(tooShort.code, 1);
+    EXPECT_TRUE(contains(tooShort.err, "less than five minutes of 'in.fit' can be used")) << tooShort.err;
+}
+
 // A track a second apart, at 10 m/s to the north.
 Bytes trackOf(int points)
 {

@@ -1,0 +1,54 @@
+#include "command/ride_answer_command.h"
+
+#include "core/progress.h"
+#include "fit/fit_output.h"
+#include "fit/fit_tools.h"
+#include "gps/ride_answer.h"
+#include "report/fit_report.h"
+#include "report/ride_answer_report.h"
+
+namespace torvane {
+
+namespace {
+
+StatusCode answerFor(Session& session, AnsweredRide& ride)
+{
+    Progress progress(session.screens);
+    return answerRide(session.model, session.working, session.inputs.files[0].path, session.preparation.options, ride,
+                      &progress);
+}
+
+StatusCode write(Session& session, const AnsweredRide& ride, const std::string& path)
+{
+    FitImage file = {};
+    if (StatusCode code = makeAnsweredFile(ride, session.working.createOutput, file))
+        return reportStatus(session.screens, path, code);
+    if (!saveFitFile(file, path))
+        return reportStatus(session.screens, path, fitSaveFailed);
+    reportStatus(session.screens, path, fitPredictionSaved);
+    return fitOk;
+}
+
+} // namespace
+
+ResultStatus answerRideCommand(Session& session)
+{
+    AnsweredRide ride;
+    session.screens.setStatus("");
+    StatusCode code = answerFor(session, ride);
+    std::vector<std::string> notes;
+    if (code == fitOk || code == fitTooShort)
+        notes = rideNotes(ride);
+    for (const std::string& note : notes)
+        session.screens.tellNote(note);
+    if (code == fitOk) {
+        reportRideAnswer(session.screens, session.model, ride, notes);
+        const std::string& destination = session.inputs.files[toolDestination].path;
+        return destination.empty() ? fitOk : write(session, ride, destination);
+    }
+    reportStatus(session.screens, ride.prepared.path, code);
+    reportRideNotes(session.screens, notes);
+    return code;
+}
+
+} // namespace torvane

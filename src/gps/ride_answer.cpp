@@ -1,0 +1,255 @@
+#include "gps/ride_answer.h"
+
+#include "core/units.h"
+#include "gps/activity.h"
+#include "gps/analysed_fields.h"
+#include "gps/analysed_writer.h"
+#include "gps/climbs.h"
+#include "gps/gps_load.h"
+#include "gps/ride_laps.h"
+#include "ride/physiology.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace torvane {
+
+namespace {
+
+// As the analysis is to take the file: power and cadence are predicted beside what was measured.
+FieldPresence presenceForPrediction(FieldPresence held)
+{
+    held.powerFlags = absentFromRecords;
+    held.cadenceFlags = absentFromRecords;
+    return held;
+}
+
+double valueOf(const RideSample& sample, RideField field)
+{
+    return sample.has(field) ? sample.values[field] : noFigure;
+}
+
+StatusCode readMeasured(AnsweredRide& ride)
+{
+    Activity activity;
+    PrepareFindings findings;
+    if (StatusCode code = readActivity(ride.prepared.image, UINT32_MAX, activity, findings))
+        return code;
+    for (const RideSample& sample : activity.samples)
+        if (sample.has(ridePower) || sample.has(rideCadence))
+            ride.measured.push_back({sample.timestamp, valueOf(sample, ridePower), valueOf(sample, rideCadence)});
+    return fitOk;
+}
+
+StatusCode analysePrepared(const Model& model, const ParameterBlock& settings, AnsweredRide& ride)
+{
+    LoadedRide& prepared = ride.prepared;
+    ParameterBlock own = settings;
+    own.predictPower = 1;
+    own.predictCadence = 1;
+    FieldPresence held = std::exchange(prepared.presence, presenceForPrediction(prepared.presence));
+    StatusCode code = analyseRide(model, own, prepared, ride.analysis, Physics::ofTheRoad);
+    prepared.presence = held;
+    return code == fitNoSector ? fitTooShort : code;
+}
+
+// A record that moves and still stands alone: no step of the interval of the others leads to it or from it.
+uint32_t loneRecords(const Analysis& analysis)
+{
+    double threshold = analysis.settings.thresholdSpeed / kphPerMps;
+    return static_cast<uint32_t>(std::ranges::count_if(
+        analysis.records, [&](const GpsRecord& record) { return record.sector == 0 && record.speed >= threshold; }));
+}
+
+void countRecords(const AnsweredRide& ride, RideAnswer& answer)
+{
+    const PrepareFindings& f = ride.findings;
+    uint32_t lost = f.withoutTimestamp + f.equalTimestamps + f.backwardTimestamps + f.leapingTimestamps;
+    answer.recordsRead = f.recordsRead - f.recordsOfOtherSports;
+    answer.recordsUsed = answer.recordsRead - std::min(answer.recordsRead, lost + loneRecords(ride.analysis));
+}
+
+StretchFigures stretchOf(RiddenRows rows)
+{
+    StretchFigures figures;
+    if (rows.empty())
+        return figures;
+    figures.from = rows.front().distance - rows.front().metres;
+    figures.metres = metresOf(rows);
+    figures.seconds = secondsOf(rows);
+    figures.climbed = climbedHeight(rows);
+    for (FigureSource source : {predictedFigure, measuredFigure}) {
+        figures.power[source] = meanPowerOf(rows, source);
+        figures.cadence[source] = meanCadenceOf(rows, source);
+    }
+    return figures;
+}
+
+void tellLaps(RiddenRows rows, const FitImage& image, RideAnswer& answer)
+{
+    for (const LapTime& lap : readLaps(image))
+        if (RiddenRows own = rowsOf(lap, rows); secondsOf(own) != 0)
+            answer.laps.push_back(stretchOf(own));
+    if (answer.laps.size() == 1)
+        answer.laps.clear();
+}
+
+// The step that leads to the foot belongs to what lies before.
+void tellClimbs(RiddenRows rows, RideAnswer& answer)
+{
+    for (const Climb& climb : findClimbs(rows)) {
+        StretchFigures figures = stretchOf(rows.subspan(climb.foot + 1, climb.top - climb.foot));
+        figures.metres = rows[climb.top].distance - rows[climb.foot].distance;
+        figures.climbed = rows[climb.top].height - rows[climb.foot].height;
+        answer.climbs.push_back(figures);
+    }
+}
+
+std::optional<MeterFigures> compareWithMeter(RiddenRows rows)
+{
+    std::array<std::vector<TimedPower>, figureSourceCount> powers;
+    for (const RiddenRow& row : rows)
+        for (FigureSource source : {predictedFigure, measuredFigure})
+            if (row.seconds != 0 && row.power[source] >= 0)
+                powers[source].push_back({row.timestamp, row.power[source]});
+    RideComparison comparison;
+    if (comparePowers(powers[predictedFigure], powers[measuredFigure], comparison) != fitOk)
+        return std::nullopt;
+    MeterFigures figures;
+    figures.seconds = comparison.whole.seconds;
+    for (FigureSource source : {predictedFigure, measuredFigure})
+        figures.mean[source] = comparison.whole.mean[source];
+    figures.correlation = correlationBand(powers[predictedFigure], powers[measuredFigure]);
+    return figures;
+}
+
+void tellPower(RiddenRows rows, const ParameterBlock& settings, RideAnswer& answer)
+{
+    for (FigureSource source : {predictedFigure, measuredFigure}) {
+        answer.power[source] = powerFiguresOf(rows, source);
+        if (answer.power[source])
+            answer.foodKiloCalorie[source] =
+                foodKiloCalorieFor(answer.power[source]->kiloJoule, settings.energyEfficiency);
+    }
+    if (answer.power[measuredFigure])
+        answer.meter = compareWithMeter(rows);
+}
+
+void tellGears(const Model& model, RiddenRows rows, RideAnswer& answer)
+{
+    answer.gearSource = answer.whole.cadence[measuredFigure] ? measuredFigure : predictedFigure;
+    answer.gears = gearUseOf(model, rows, answer.gearSource);
+}
+
+void tellBrakes(const Analysis& analysis, RideAnswer& answer)
+{
+    if (analysis.settings.detectBraking == 0)
+        return;
+    BrakeFigures& brakes = answer.brakes.emplace();
+    for (const GpsRecord& record : analysis.records) {
+        brakes.mostForce = std::max(brakes.mostForce, record.brakeForce);
+        brakes.highest[0] = std::max(brakes.highest[0], record.frontBrakeTemperature);
+        brakes.highest[1] = std::max(brakes.highest[1], record.rearBrakeTemperature);
+        brakes.kiloJoule[0] += record.frontFriction / 1000;
+        brakes.kiloJoule[1] += record.rearFriction / 1000;
+    }
+}
+
+void tellWay(RiddenRows rows, const GpsRecords& records, RideAnswer& answer)
+{
+    answer.start = records.front().timestamp;
+    answer.elapsed = records.back().timestamp - records.front().timestamp;
+    answer.whole = stretchOf(rows);
+    for (const RiddenRow& row : rows)
+        answer.highestSpeed = std::max(answer.highestSpeed, row.speed);
+    answer.distance = rows.empty() ? 0 : rows.back().distance;
+}
+
+void tell(const Model& model, AnsweredRide& ride)
+{
+    const Analysis& analysis = ride.analysis;
+    RideAnswer& answer = ride.answer;
+    std::vector<RiddenRow> rows = riddenRowsOf(analysis, ride.measured);
+    answer.hasAltitude = (ride.prepared.presence.altitudeFlags & presentInRecords) != 0;
+    tellWay(rows, analysis.records, answer);
+    tellPower(rows, analysis.settings, answer);
+    tellGears(model, rows, answer);
+    tellLaps(rows, ride.prepared.image, answer);
+    tellClimbs(rows, answer);
+    tellBrakes(analysis, answer);
+}
+
+// Power and cadence of each record as the file is to have them.
+GpsRecords mergedRecords(const AnsweredRide& ride)
+{
+    GpsRecords records = ride.analysis.records;
+    auto measured = ride.measured.begin();
+    for (GpsRecord& record : records) {
+        while (measured != ride.measured.end() && measured->timestamp < record.timestamp)
+            ++measured;
+        if (measured == ride.measured.end() || measured->timestamp != record.timestamp)
+            continue;
+        if (measured->power >= 0)
+            record.power = measured->power;
+        if (measured->cadence >= 0)
+            record.cadence = measured->cadence;
+    }
+    return records;
+}
+
+uint32_t fieldsToAdd(const AnsweredRide& ride)
+{
+    const FieldPresence& held = ride.prepared.presence;
+    uint32_t added = addedFieldsOf(ride.analysis.flags);
+    if (held.cadenceFlags & presentInRecords)
+        added &= ~static_cast<uint32_t>(addCadence);
+    if (held.powerFlags & presentInRecords)
+        added &= ~static_cast<uint32_t>(addPower);
+    return added;
+}
+
+} // namespace
+
+Verdict checkRide(const ToolInputs& inputs, const PrepareOptions& options, LoadedRide& scanned)
+{
+    PrepareFindings findings;
+    scanned = {};
+    StatusCode code = loadPrepared(scanned.image, inputs.files[0].path, options, findings);
+    if (code == fitOk)
+        code = gatherActivity(scanned);
+    if (code != fitOk)
+        return {false, {{"error", "failed to read a source file which might be an invalid structure"}}};
+    scanned.image.data = {};
+    scanned.presence = presenceForPrediction(scanned.presence);
+    setReadiness(scanned);
+    return {};
+}
+
+StatusCode answerRide(const Model& model, const ParameterBlock& settings, const std::string& path,
+                      const PrepareOptions& options, AnsweredRide& ride, Progress* progress)
+{
+    LoadedRide& prepared = ride.prepared;
+    prepared.path = path;
+    if (StatusCode code = loadPrepared(prepared.image, path, options, ride.findings, progress))
+        return code;
+    if (StatusCode code = gatherActivity(prepared))
+        return code;
+    if (StatusCode code = readMeasured(ride))
+        return code;
+    prepared.image.progress = progress;
+    StatusCode code = analysePrepared(model, settings, ride);
+    prepared.image.progress = nullptr;
+    countRecords(ride, ride.answer);
+    if (code != fitOk)
+        return code;
+    tell(model, ride);
+    return ride.answer.whole.seconds < leastRide ? fitTooShort : fitOk;
+}
+
+StatusCode makeAnsweredFile(const AnsweredRide& ride, const OutputChoice& options, FitImage& destination)
+{
+    return makeAnalysedFile(destination, ride.prepared.image, mergedRecords(ride), fieldsToAdd(ride), options,
+                            ride.analysis.stats.summary.totalTimer);
+}
+
+} // namespace torvane
