@@ -69,7 +69,7 @@ TEST_F(PrepareConsole, PreparesAnalysesAndWritesAtOneStroke)
 TEST_F(PrepareConsole, KeepsItsEntriesBesideTheParameterFile)
 {
     writeBytes(source, recordedRide());
-    const std::string par = in + "Torvane.par", kept = in + "Torvane.settings";
+    std::string par = in + "Torvane.par", kept = in + "Torvane.settings";
     auto write = [&](const std::string& text) { writeBytes(kept, {text.begin(), text.end()}); };
     auto stands = [&] {
         Bytes bytes = bytesOf(kept);
