@@ -52,11 +52,21 @@ double cadenceAt(const Model& model, double speed)
     return cadenceInGear(model, speed, model.gearTable[usualGear(model, speed)].ratio);
 }
 
+// What the losses between road and pedals go with. A second in which the pedals are set going, or come to rest, counts
+// so few turns that the torque of its power would take all of that power, and more.
+double crankCadenceOf(const TrackModel& track, const GpsRecord& record)
+{
+    constexpr double leastTurning = 20; // rpm
+    bool barelyTurns = record.cadence > 0 && record.cadence < leastTurning;
+    return track.now.physics == Physics::ofTheRoad && barelyTurns ? cadenceAt(track.model, record.speed)
+                                                                  : record.cadence;
+}
+
 // Turns the power at the tyre contact, as the row holds it, into that of the stage asked for.
 void convertToPowerBase(TrackModel& track, GpsRecord& record)
 {
     double wheelSpeed = radiansPerSecond(wheelRpmAt(track.model, record.speed));
-    double crankSpeed = radiansPerSecond(record.cadence);
+    double crankSpeed = radiansPerSecond(crankCadenceOf(track, record));
     driveStagesFromThrust(track.model, track.now, record.speed, record.power, wheelSpeed, crankSpeed);
     double power = stagePower(track.now, track.settings.analysePowerBase);
     record.power = std::isfinite(power) ? power : 0;

@@ -21,7 +21,7 @@ namespace {
 
 bool isRideTarget(const FuzzTarget& target)
 {
-    constexpr std::string_view others[] = {"parameters", "profile", "console"};
+    constexpr std::string_view others[] = {"parameters", "profile", "settings", "console"};
     return std::ranges::find(others, target.name) == std::end(others);
 }
 

@@ -3,6 +3,7 @@
 
 #include "cli/console.h"
 #include "command/command_table.h"
+#include "command/kept_entries.h"
 #include "core/files.h"
 #include "core/parameter_file.h"
 #include "core/record_check.h"
@@ -80,6 +81,21 @@ void profile(Input input)
     runCommandLine({"--profile", path, chosenCommand(input[0])});
 }
 
+// Whatever the lines say, what is kept comes back, and no other line goes.
+void settings(Input input)
+{
+    std::string path = inMemory("Torvane.settings");
+    putFile(path, input);
+    EntryFile file, again;
+    if (!readEntryFile(path, file))
+        return;
+    size_t lines = file.lines.size();
+    skippedEntries(file);
+    keepValue(file, "gapLimit", "41");
+    require(writeEntryFile(path, file) && readEntryFile(path, again), "the entry file can be written and read");
+    require(keptValue(again, "gapLimit") == "41" && again.lines.size() - lines <= 1, "and holds what it held");
+}
+
 // A profile file of the defaults.
 Bytes savedProfile()
 {
@@ -136,6 +152,12 @@ std::vector<Bytes> profileSeeds()
     return withChoices(savedProfile());
 }
 
+std::vector<Bytes> settingsSeeds()
+{
+    constexpr std::string_view text = "# mine\r\n\ngapLimit = 500\njumpSpeed=50\ndropPower=on\nlater=1\nno entry\n";
+    return {{text.begin(), text.end()}};
+}
+
 std::vector<Bytes> consoleSeeds()
 {
     constexpr std::string_view lines[] = {
@@ -174,6 +196,7 @@ std::span<const FuzzTarget> settingsTargets()
     static constexpr FuzzTarget targets[] = {
         {"parameters", parameters, parameterSeeds},
         {"profile", profile, profileSeeds},
+        {"settings", settings, settingsSeeds},
         {"console", console, consoleSeeds},
     };
     return targets;

@@ -136,6 +136,23 @@ TEST_F(PredictionTest, windIsTakenAlongTheHeadingAndTheLimitHolds)
     }
 }
 
+TEST_F(PredictionTest, aMeasuredCadenceOfAlmostNothingLosesNoPower)
+{
+    block.predictCadence = 0;
+    // Cadence, physics, least and greatest power of 210 W at the road; at rest there is none.
+    constexpr std::tuple<double, Physics, double, double> cases[] = {{90, Physics::ofTheRoad, 220, 227},
+                                                                     {1, Physics::ofTheRoad, 220, 227},
+                                                                     {0, Physics::ofTheRoad, 0, 0},
+                                                                     {1, Physics::classic, -1e9, -800}};
+    for (auto [cadence, physics, least, most] : cases) {
+        GpsRecords records = pairOfRows(8, 2);
+        records[1].cadence = cadence;
+        predict(records, physics == Physics::ofTheRoad ? analysisOfTheRoad : 0);
+        EXPECT_GE(records[1].power, least) << cadence;
+        EXPECT_LE(records[1].power, most) << cadence;
+    }
+}
+
 TEST_F(PredictionTest, accelerationCountsOnlyWhereItIsKnown)
 {
     constexpr std::tuple<uint8_t, uint8_t, bool> cases[] = {
