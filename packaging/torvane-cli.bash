@@ -1,9 +1,12 @@
-# Completion of torvane-cli for bash. What there is to complete, the program itself tells.
+# Completion of torvane-cli for bash. The entries of a command the program itself tells.
 
-_torvane_cli_commands()
-{
-    torvane-cli --help | awk '/^  [0-9]+  / { for (i = 2; i <= NF; i++) print $i }'
-}
+# made: words
+_torvane_cli_commands="setup-profile profile load-profile-data load-profile save-current-profile save-profile setup-condition preference preferences human equipments shifting wheel tyre brake power-loss e-assist all-profile course peloton condition cadence-theory pedaling-dynamics gear-combination power-and-velocity acceleration deceleration pattern-braking inclination-and-velocity critical-cornering load-activity-fit-file load express-source-data express analyse-and-predict analyse predict create-fit-file-analysed create combine-fit-files combine convert-fit-file-format convert add-messages add divide-a-fit-file divide exclude-messages exclude at-one-stroke stroke increase-timestamp timestamp field-dump dump prepare-activity-fit-file prepare compare-rides compare ride"
+_torvane_cli_topics="profile condition preference"
+_torvane_cli_options="--par --profile --set --save --graph --rows --json --into --jobs --force --prepare --quiet --help --version"
+_torvane_cli_valued=" --par --profile --set --graph --rows --into --jobs "
+_torvane_cli_files=" --par --profile --graph --rows "
+# made: end
 
 # Names of the entries of a command, or of the pages for --set.
 _torvane_cli_entries()
@@ -19,14 +22,12 @@ _torvane_cli_command()
 {
     local i
     for ((i = 1; i < COMP_CWORD; i++)); do
-        case ${COMP_WORDS[i]} in
-        --par | --profile | --set | --graph | --into | --jobs) ((i++)) ;;
-        -*) ;;
-        *)
+        if [[ $_torvane_cli_valued == *" ${COMP_WORDS[i]} "* ]]; then
+            ((i++))
+        elif [[ ${COMP_WORDS[i]} != -* ]]; then
             echo "${COMP_WORDS[i]}"
             return
-            ;;
-        esac
+        fi
     done
 }
 
@@ -44,16 +45,17 @@ _torvane_cli()
     COMPREPLY=()
     command=$(_torvane_cli_command)
     case $before in
-    --par | --profile | --graph) compopt -o default 2>/dev/null ;;
     --into) mapfile -t COMPREPLY < <(compgen -d -- "$word") ;;
     --jobs) ;;
-    --set) _torvane_cli_words "$(_torvane_cli_entries profile condition preference)" "$word" ;;
-    help) _torvane_cli_words "$(_torvane_cli_commands) profile condition preference" "$word" ;;
+    --set) _torvane_cli_words "$(_torvane_cli_entries $_torvane_cli_topics)" "$word" ;;
+    help) _torvane_cli_words "$_torvane_cli_commands $_torvane_cli_topics" "$word" ;;
     *)
-        if [[ $word == -* ]]; then
-            _torvane_cli_words "--par --profile --set --save --graph --json --into --jobs --force --prepare --help --version" "$word"
+        if [[ $_torvane_cli_files == *" $before "* ]]; then
+            compopt -o default 2>/dev/null
+        elif [[ $word == -* ]]; then
+            _torvane_cli_words "$_torvane_cli_options" "$word"
         elif [[ -z $command ]]; then
-            _torvane_cli_words "$(_torvane_cli_commands) help" "$word"
+            _torvane_cli_words "$_torvane_cli_commands help" "$word"
         else
             compopt -o default 2>/dev/null
             [[ $before == = ]] || _torvane_cli_words "$(_torvane_cli_entries "$command")" "$word"

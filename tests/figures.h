@@ -8,17 +8,18 @@
 
 namespace torvane {
 
-struct Figure {
+struct AnyNumber {
     double value;
 
     template <class Number>
-    Figure(Number number) : value(static_cast<double>(number))
+    AnyNumber(Number number) : value(static_cast<double>(number))
     {
     }
 };
 
 // Each figure within the tolerance, 0 for equal ones.
-inline void expectFigures(const std::vector<Figure>& found, const std::vector<Figure>& wanted, double tolerance = 0)
+inline void expectFigures(const std::vector<AnyNumber>& found, const std::vector<AnyNumber>& wanted,
+                          double tolerance = 0)
 {
     ASSERT_EQ(found.size(), wanted.size());
     for (size_t i = 0; i < found.size(); ++i)

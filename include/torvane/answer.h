@@ -35,6 +35,19 @@ struct Graph {
     std::vector<Series> series;
 };
 
+// A number of the answer, to the last digit.
+struct Figure {
+    std::string name; // stable: "velocity", "shellDrag", as `torvane-cli help COMMAND` lists them
+    double value;     // finite
+    std::string unit; // "kph", "kgf"; empty: a bare number
+};
+
+// Figures that there are several times, such as those of each sector of a comparison.
+struct FigureGroup {
+    std::string name;
+    std::vector<std::vector<Figure>> items;
+};
+
 // More will join these as the library grows; nothing of them will go.
 struct Answer {
     std::string command = {};    // the command's name
@@ -47,6 +60,8 @@ struct Answer {
     std::vector<std::string> notes = {}; // entries that had no effect, each in a line
     std::optional<Graph> graph = {};     // where one was wanted, and the command has one
     std::vector<std::string> files = {}; // that were written, absolute paths
+    std::vector<Figure> figures = {};    // every number of the texts outside of their tables
+    std::vector<FigureGroup> groups = {};
 };
 
 } // namespace torvane::library

@@ -35,8 +35,9 @@ struct EntryInfo {
     std::optional<double> least = {}; // of a number; both ends are legal
     std::optional<double> most = {};  // none: no limit
     std::vector<std::string> choices = {};
-    double value = 0;      // that holds where it is not given: a number in its unit, the index of a choice, 1 for on
-    std::string when = {}; // of entries that share their name: which this one is, in words
+    double value = 0;         // that holds where it is not given: a number in its unit, the index of a choice, 1 for on
+    std::string when = {};    // of entries that share their name: which this one is, in words
+    std::string meaning = {}; // what it is, in a line
 };
 
 } // namespace torvane::library

@@ -1,9 +1,12 @@
 #include "cli/answer.h"
 
-#include "cli/json.h"
+#include "cli/progress_line.h"
+#include "core/json.h"
+#include "core/shown_text.h"
 #include "core/text.h"
 
 #include <memory>
+#include <set>
 #include <utility>
 
 namespace torvane {
@@ -14,25 +17,6 @@ std::string& paneOf(Answer& answer, Pane pane)
 {
     return pane == Pane::upper ? answer.upper : answer.lower;
 }
-
-// The percentage stands on a line of its own, which is written over and blanked at the end.
-struct PercentLine {
-    Streams& streams;
-    bool shown = false;
-
-    void show(int percent)
-    {
-        if (!streams.terminal)
-            return;
-        shown = true;
-        streams.err << formatText("\r%3d %%", percent) << std::flush;
-    }
-    void hide()
-    {
-        if (std::exchange(shown, false))
-            streams.err << "\r     \r" << std::flush;
-    }
-};
 
 std::string jsonBoxes(const std::vector<Box>& boxes)
 {
@@ -54,20 +38,83 @@ std::string jsonTexts(const std::vector<std::string>& texts)
     return list.close();
 }
 
-std::string jsonGraph(const GraphSeries& graph)
+void addFigures(JsonList& object, const FigureList& figures)
 {
-    JsonList points('[');
+    for (const Figure& figure : figures)
+        object.member(figure.name, jsonExact(figure.value));
+}
+
+std::string jsonFigures(const Figures& figures)
+{
+    JsonList object('{');
+    addFigures(object, figures.values);
+    for (const Figures::Group& group : figures.groups) {
+        JsonList items('[');
+        for (const FigureList& list : group.items) {
+            JsonList item('{');
+            addFigures(item, list);
+            items.element(item.close());
+        }
+        object.member(group.name, items.close());
+    }
+    return object.close();
+}
+
+// Of what has a unit; the items of a group share theirs.
+void addUnits(JsonList& object, const FigureList& figures, std::set<std::string>& told)
+{
+    for (const Figure& figure : figures)
+        if (*figure.unit != '\0' && told.insert(figure.name).second)
+            object.member(figure.name, jsonString(figure.unit));
+}
+
+std::string jsonUnits(const Figures& figures)
+{
+    JsonList object('{');
+    std::set<std::string> told;
+    addUnits(object, figures.values, told);
+    for (const Figures::Group& group : figures.groups) {
+        JsonList units('{');
+        std::set<std::string> toldOfGroup;
+        for (const FigureList& list : group.items)
+            addUnits(units, list, toldOfGroup);
+        object.member(group.name, units.close());
+    }
+    return object.close();
+}
+
+void writeGraph(std::ostream& out, const GraphSeries& graph)
+{
+    out << ", \"graph\": {\"kind\": " << graph.graphKind << ", \"series\": " << jsonTexts(graph.seriesNames)
+        << ", \"points\": [";
     for (int point = 0; point < graph.pointCount(); ++point) {
         JsonList row('[');
         for (int series = 0; series < graph.seriesCount(); ++series)
             row.element(jsonNumber(graph.value(point, series)));
-        points.element(row.close());
+        out << (point == 0 ? "" : ", ") << row.close();
     }
-    JsonList object('{');
-    object.member("kind", std::to_string(graph.graphKind));
-    object.member("series", jsonTexts(graph.seriesNames));
-    object.member("points", points.close());
-    return object.close();
+    out << "]}";
+}
+
+// With the way in which the console takes an entry that stands in the wrong place.
+std::string consoleText(const Refusal& refusal)
+{
+    if (refusal.kind == RefusalKind::ofPage)
+        return refusal.text + ": give it as --set " + refusal.entry + "=...";
+    if (refusal.kind == RefusalKind::ofCommand)
+        return refusal.text + ", to be given behind it without --set";
+    return refusal.text;
+}
+
+void printError(Streams& streams, const std::string& text)
+{
+    streams.err << "torvane-cli: " << shownText(text) << '\n';
+}
+
+void keepError(Answer& answer, CallError error)
+{
+    if (!answer.error)
+        answer.error = std::move(error);
 }
 
 } // namespace
@@ -75,7 +122,7 @@ std::string jsonGraph(const GraphSeries& graph)
 ScreensInto::ScreensInto(Session& toSession, Answer& answer, Streams& streams)
     : session(toSession), before(session.screens)
 {
-    auto line = std::make_shared<PercentLine>(PercentLine{streams});
+    auto line = std::make_shared<ProgressLine>(streams);
     session.screens = {
         .setText = [&](Pane pane, std::string_view text) { paneOf(answer, pane) = text; },
         .appendText = [&](Pane pane, std::string_view text) { paneOf(answer, pane) += text; },
@@ -85,15 +132,12 @@ ScreensInto::ScreensInto(Session& toSession, Answer& answer, Streams& streams)
                 if (!visible)
                     line->hide();
             },
-        .setProgress = [line](int percent) { line->show(percent); },
+        .setProgress = [line](int percent) { line->show(percent / 100.0, {}); },
         .showMessage =
             [&](std::string_view title, std::string_view text) {
                 tellBoxes(answer, streams, {{std::string(title), std::string(text)}});
             },
-        .tellNote =
-            [&](std::string_view text) {
-                tellBoxes(answer, streams, {{"note", std::string(text)}});
-            },
+        .tellNote = [&](std::string_view text) { tellNotes(answer, streams, {std::string(text)}); },
     };
 }
 
@@ -101,6 +145,39 @@ ScreensInto::~ScreensInto()
 {
     session.screens.showProgress(false);
     session.screens = before;
+}
+
+void tellError(Answer& answer, Streams& streams, CallError error)
+{
+    printError(streams, error.text);
+    keepError(answer, std::move(error));
+}
+
+void tellNotes(Answer& answer, Streams& streams, const std::vector<std::string>& notes)
+{
+    for (const std::string& text : notes)
+        streams.err << "note: " << shownText(text) << '\n';
+    answer.notes.insert(answer.notes.end(), notes.begin(), notes.end());
+}
+
+void tellNoMemory(Answer& answer, Streams& streams)
+{
+    constexpr const char* text = "not enough memory";
+    tellBoxes(answer, streams, {{"error", text}});
+    answer.error = errorOf(library::ErrorKind::outOfMemory, text);
+}
+
+void tellRefusal(Answer& answer, Streams& streams, const EntryFaults& faults, const std::vector<Box>& boxes)
+{
+    for (const Refusal& refusal : faults.refusals)
+        printError(streams, consoleText(refusal));
+    tellBoxes(answer, streams, boxes);
+    if (std::string lesson = lessonOf(faults); !lesson.empty())
+        printError(streams, lesson);
+    CallError error = errorOf(faults, boxes);
+    if (!faults.refusals.empty())
+        error.text = consoleText(faults.refusals.front());
+    keepError(answer, std::move(error));
 }
 
 void tellBoxes(Answer& answer, Streams& streams, const std::vector<Box>& boxes)
@@ -118,10 +195,13 @@ void printAnswer(const Answer& answer, Streams& streams)
         streams.err << answer.status << '\n';
 }
 
-std::string jsonAnswer(const Answer& answer)
+void writeJson(std::ostream& out, const Answer& answer)
 {
     JsonList object('{');
-    object.member("command", std::to_string(answer.command));
+    if (answer.command != 0)
+        object.member("command", std::to_string(answer.command));
+    if (!answer.source.empty())
+        object.member("source", jsonString(answer.source));
     if (answer.result)
         object.member("result", std::to_string(*answer.result));
     if (!answer.status.empty())
@@ -132,13 +212,22 @@ std::string jsonAnswer(const Answer& answer)
         object.member("lower", jsonString(answer.lower));
     if (!answer.boxes.empty())
         object.member("boxes", jsonBoxes(answer.boxes));
-    if (answer.graph)
-        object.member("graph", jsonGraph(*answer.graph));
+    if (!answer.notes.empty())
+        object.member("notes", jsonTexts(answer.notes));
+    if (!answer.figures.values.empty()) {
+        object.member("figures", jsonFigures(answer.figures));
+        object.member("units", jsonUnits(answer.figures));
+    }
+    if (answer.error)
+        object.member("error", jsonError(*answer.error));
     if (!answer.outputs.empty())
         object.member("outputs", jsonTexts(answer.outputs));
-    if (!answer.runs.empty())
-        object.member("runs", answer.runs);
-    return object.close();
+    std::string text = object.close();
+    text.pop_back(); // the closing brace
+    out << text;
+    if (answer.graph)
+        writeGraph(out, *answer.graph);
+    out << "}\n";
 }
 
 } // namespace torvane

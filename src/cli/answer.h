@@ -1,6 +1,7 @@
 // What a command came to, as the panes, the status line and the message boxes of the console hold it.
 #pragma once
 
+#include "cli/error.h"
 #include "command/session.h"
 #include "core/result_status.h"
 #include "core/screens.h"
@@ -19,16 +20,20 @@ struct Answer {
     std::optional<ResultStatus> result; // none: nothing ran
     std::string status, upper, lower;
     std::vector<Box> boxes;
+    Figures figures;
     std::optional<GraphSeries> graph;
     std::vector<std::string> outputs; // absolute paths of the files written
-    std::string runs;                 // of a batch: the answers to its rides, as a JSON list
+    std::vector<std::string> notes;
+    std::optional<CallError> error; // the first one; none where the call did what it was asked
+    std::string source;             // of a batch: the ride that this is the answer to
+    bool isTold = false;            // of a batch: the answers to its rides are printed
 };
 
 // Where the streams of one call of the console lead.
 struct Streams {
     std::ostream& out;
     std::ostream& err;
-    bool terminal = false; // both are read by a person: progress may be shown
+    bool terminal = false; // standard error is read by a person: progress may be shown
 };
 
 // While it lives, the screens of the session write into `answer`; message boxes also go to standard error as they come.
@@ -44,12 +49,20 @@ private:
     Screens before;
 };
 
+// "torvane-cli: text" to standard error, and into the answer.
+void tellError(Answer& answer, Streams& streams, CallError error);
+// "note: text": an entry without effect, and what is worth to know of an answer.
+void tellNotes(Answer& answer, Streams& streams, const std::vector<std::string>& notes);
+// Memory that does not suffice, in a box.
+void tellNoMemory(Answer& answer, Streams& streams);
+// What a form that was not accepted had to say: boxes, and below them which entry takes what.
+void tellRefusal(Answer& answer, Streams& streams, const EntryFaults& faults, const std::vector<Box>& boxes);
 // "title: text" to standard error, and into the answer.
 void tellBoxes(Answer& answer, Streams& streams, const std::vector<Box>& boxes);
 
 // Pane texts to standard output, the status line to standard error.
 void printAnswer(const Answer& answer, Streams& streams);
-// The answer as one JSON object, without a line end; keys without content are left out.
-std::string jsonAnswer(const Answer& answer);
+// The answer as one JSON object on a line; keys without content are left out. A graph goes out point by point.
+void writeJson(std::ostream& out, const Answer& answer);
 
 } // namespace torvane

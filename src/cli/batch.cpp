@@ -2,9 +2,10 @@
 
 #include "cli/ending_signals.h"
 #include "cli/in_order.h"
-#include "cli/json.h"
+#include "cli/progress_line.h"
 #include "cli/run.h"
 #include "core/files.h"
+#include "core/json.h"
 #include "core/shown_text.h"
 #include "core/text.h"
 
@@ -35,31 +36,6 @@ struct RideEnd {
     Settings left = {};
 };
 
-// How many rides have ended: a line of its own where a person reads it, blanked before anything else is written.
-class CountLine {
-public:
-    CountLine(Streams& toStreams, size_t rides) : streams(toStreams), count(rides) {}
-
-    void show(size_t ended)
-    {
-        if (!streams.terminal)
-            return;
-        text = formatText("%zu of %zu rides", ended, count);
-        streams.err << '\r' << text << std::flush;
-    }
-    void hide()
-    {
-        if (!text.empty())
-            streams.err << '\r' << std::string(text.size(), ' ') << '\r' << std::flush;
-        text.clear();
-    }
-
-private:
-    Streams& streams;
-    size_t count;
-    std::string text = {};
-};
-
 // The reports follow one another, so each ends its line.
 void endLine(Answer& answer)
 {
@@ -73,10 +49,9 @@ struct Batch {
     const std::vector<RunFiles>& runs;
     const RideOfBatch& runRide;
     Streams& streams;
-    CountLine line = {streams, runs.size()};
+    ProgressLine line = ProgressLine(streams);
     std::vector<std::unique_ptr<RideEnd>> ends = std::vector<std::unique_ptr<RideEnd>>(runs.size());
     int code = exitDone;
-    JsonList list = JsonList('[');
     std::optional<Settings> left = {}; // by the last one in order that was done
 };
 
@@ -108,8 +83,9 @@ void print(Batch& batch, const RunFiles& files, RideEnd& end)
         batch.streams.err << "failed: " << shownText(files.sources[0]) << '\n';
     }
     endLine(end.answer);
+    end.answer.source = files.sources[0];
     if (batch.request.json)
-        batch.list.element(jsonAnswer(end.answer));
+        writeJson(batch.streams.out, end.answer);
     else
         printAnswer(end.answer, batch.streams);
 }
@@ -120,8 +96,15 @@ void takeRide(Batch& batch, size_t ride)
     RideEnd none;
     batch.line.hide();
     if (!end)
-        tellBoxes(none.answer, batch.streams, {{"error", "not enough memory"}});
+        tellNoMemory(none.answer, batch.streams);
     print(batch, batch.runs[ride], end ? *end : none);
+}
+
+void showCount(Batch& batch, size_t ended)
+{
+    size_t rides = batch.runs.size();
+    batch.line.show(static_cast<double>(ended) / static_cast<double>(rides),
+                    formatText("%zu of %zu rides", ended, rides));
 }
 
 // Destinations that may be one file, by links or because names differ in capitals alone: such rides go one after the
@@ -156,7 +139,7 @@ int runBatch(Session& session, const Request& request, const std::vector<RunFile
     OrderedWork work = {
         .run = [&](size_t ride) { runRide(batch, ride); },
         .take = [&](size_t ride) { takeRide(batch, ride); },
-        .ended = [&](size_t count) { batch.line.show(count); },
+        .ended = [&](size_t count) { showCount(batch, count); },
         .isGivenUp = isSignalWaiting,
     };
     int code = runHeld([&] {
@@ -169,8 +152,7 @@ int runBatch(Session& session, const Request& request, const std::vector<RunFile
         session.working = batch.left->working;
         session.kept = batch.left->kept;
     }
-    if (request.json)
-        answer.runs = batch.list.close();
+    answer.isTold = request.json;
     return code;
 }
 

@@ -15,8 +15,8 @@ using RideOfBatch = std::function<int(Session& session, const RunFiles& files, A
 
 // Each ride has a session of its own, which starts from the settings of `session`; one that fails is named, and the
 // rest go on. A signal to end lets those end that are begun. Afterwards the session has the settings that the last ride
-// in order which was done has left. The exit code of them all; where JSON is asked for, their answers go to
-// answer.runs.
+// in order which was done has left. The exit code of them all; where JSON is asked for, each
+// answer is an object on a line of its own.
 int runBatch(Session& session, const Request& request, const std::vector<RunFiles>& runs, const RideOfBatch& run,
              Answer& answer, Streams& streams);
 

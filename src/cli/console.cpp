@@ -2,6 +2,7 @@
 
 #include "cli/ending_signals.h"
 #include "cli/help.h"
+#include "cli/help_json.h"
 #include "cli/run.h"
 #include "command/kept_entries.h"
 #include "command/nearest.h"
@@ -13,6 +14,7 @@
 #include "version.h"
 
 #include <algorithm>
+#include <new>
 
 namespace torvane {
 
@@ -35,10 +37,11 @@ std::string checkParameterFile(const Request& request, const std::string& path)
     return request.save ? std::string() : "there is no file " + path;
 }
 
-bool loadProfileOf(Session& session, const Request& request, Streams& streams)
+bool loadProfileOf(Session& session, const Request& request, Answer& answer, Streams& streams)
 {
     const Command& load = *findCommand("load-profile-data");
-    return request.profile.empty() || finishProfileFile(session, load, absolutePath(request.profile), streams) == 0;
+    return request.profile.empty() ||
+           finishProfileFile(session, load, absolutePath(request.profile), answer, streams) == 0;
 }
 
 bool applyOptions(Session& session, const Request& request, Answer& answer, Streams& streams)
@@ -56,23 +59,25 @@ bool readDefaults(Session& session, const std::string& path, Answer& answer, Str
     ParameterBlock defaults;
     ParametersRead read = readParameters(path, defaults);
     startFrom(session, defaults);
-    if (read == ParametersRead::refused)
+    if (read == ParametersRead::refused) {
         tellBoxes(answer, streams, {{"alert", parametersFault(path, read)}});
+        answer.error = errorOf(library::ErrorKind::badFile, parametersFault(path, read));
+    }
     if (read == ParametersRead::unusable)
         tellBoxes(answer, streams, {{"alert", parametersFault(path, read) + ".\nthe default values are used"}});
     return read != ParametersRead::refused;
 }
 
 // The entry file beside the parameters; what is skipped of it is told. Behind a file that is none nothing is written.
-void readKept(Session& session, const std::string& path, Streams& streams)
+void readKept(Session& session, const std::string& path, Answer& answer, Streams& streams)
 {
     std::string file = entryFilePath(path);
     if (!readEntryFile(file, session.kept)) {
-        note(streams, file + " is skipped: it is no text, or cannot be read");
+        tellNotes(answer, streams, {file + " is skipped: it is no text, or cannot be read"});
         return;
     }
     for (const std::string& entry : skippedEntries(session.kept))
-        note(streams, "skipped in " + shownFileName(file) + ": " + entry);
+        tellNotes(answer, streams, {"skipped in " + shownFileName(file) + ": " + entry});
 }
 
 bool writeKept(const Session& session, const std::string& path, Answer& answer, Streams& streams)
@@ -104,9 +109,11 @@ bool makeWay(const std::string& path, Answer& answer, Streams& streams)
 int saveDefaults(Session& session, const std::string& path, Answer& answer, Streams& streams)
 {
     ScreensInto into(session, answer, streams);
-    bool saved = makeWay(path, answer, streams) && saveParameters(session.screens, path, session.saved) &&
-                 writeKept(session, path, answer, streams);
-    return saved ? exitDone : exitFailed;
+    if (makeWay(path, answer, streams) && saveParameters(session.screens, path, session.saved) &&
+        writeKept(session, path, answer, streams))
+        return exitDone;
+    tellError(answer, streams, errorOf(library::ErrorKind::cannotWrite, path + " cannot be written"));
+    return exitFailed;
 }
 
 // Parameter file, model, profile, settings: what holds before the command. The exit code when that fails.
@@ -116,9 +123,9 @@ int prepare(Session& session, const Request& request, const std::string& parPath
     if (!parPath.empty()) {
         if (!readDefaults(session, parPath, answer, streams))
             return exitFailed;
-        readKept(session, parPath, streams);
+        readKept(session, parPath, answer, streams);
     }
-    if (!loadProfileOf(session, request, streams)) {
+    if (!loadProfileOf(session, request, answer, streams)) {
         streams.err << answer.status << '\n';
         return exitFailed;
     }
@@ -132,46 +139,49 @@ std::vector<std::string> commandNames()
         if (command.work == Work::frontEnd)
             continue;
         names.push_back(consoleName(command));
-        std::string_view aliases = command.aliases;
-        for (size_t start = 0; start < aliases.size();) {
-            size_t end = std::min(aliases.find(' ', start), aliases.size());
-            names.emplace_back(aliases.substr(start, end - start));
-            start = end + 1;
-        }
+        std::ranges::move(aliasesOf(command), std::back_inserter(names));
     }
     return names;
 }
 
-std::string unknownCommand(const std::string& name)
+CallError unknownCommand(const std::string& name)
 {
-    return "unknown command " + name + suggestion(name, commandNames());
+    return errorOf(library::ErrorKind::unknownCommand, "unknown command " + name + suggestion(name, commandNames()));
 }
 
 // With the defaults that would hold: those of the parameter file, where one is given.
-int tellHelpOn(const std::string& topic, const Request& request, Streams& streams)
+int tellHelpOn(const std::string& topic, const Request& request, Answer& answer, Streams& streams)
 {
     std::string parPath = parPathOf(request);
     std::string fault = checkParameterFile(request, parPath);
     if (!fault.empty())
-        return refuse(streams, fault);
+        return refuse(answer, streams,
+                      parPath.empty() ? wrongUsage(fault) : errorOf(library::ErrorKind::cannotRead, fault));
     Session session;
-    Answer answer;
     if (int code = prepare(session, request, parPath, answer, streams))
         return code;
-    std::string text = helpOn(session, topic);
+    std::string text = request.json ? helpJsonOn(session, topic) : helpOn(session, topic);
     if (text.empty())
-        return refuse(streams, unknownCommand(topic));
-    streams.out << text;
+        return refuse(answer, streams, unknownCommand(topic));
+    streams.out << text << (request.json ? "\n" : "");
     return exitDone;
 }
 
-int tellHelp(const Request& request, Streams& streams)
+int tellHelp(const Request& request, Answer& answer, Streams& streams)
 {
+    answer.isTold = true;
     if (request.command != "help" && !request.command.empty())
-        return tellHelpOn(request.command, request, streams);
+        return tellHelpOn(request.command, request, answer, streams);
     if (!request.files.empty())
-        return tellHelpOn(request.files[0], request, streams);
-    streams.out << generalHelp();
+        return tellHelpOn(request.files[0], request, answer, streams);
+    streams.out << (request.json ? helpJson(Session()) + "\n" : generalHelp());
+    return exitDone;
+}
+
+int tellVersion(const Request& request, Answer& answer, Streams& streams)
+{
+    answer.isTold = true;
+    streams.out << (request.json ? "{\"version\": \"" TORVANE_VERSION "\"}\n" : "torvane-cli " TORVANE_VERSION "\n");
     return exitDone;
 }
 
@@ -180,7 +190,8 @@ int runWithDefaults(const Command& command, const Request& request, Answer& answ
     std::string parPath = parPathOf(request);
     std::string fault = checkParameterFile(request, parPath);
     if (!fault.empty())
-        return refuse(streams, fault);
+        return refuse(answer, streams,
+                      parPath.empty() ? wrongUsage(fault) : errorOf(library::ErrorKind::cannotRead, fault));
     Session session;
     if (int code = prepare(session, request, parPath, answer, streams))
         return code;
@@ -192,32 +203,42 @@ int runWithDefaults(const Command& command, const Request& request, Answer& answ
     return runHeld([&] { return std::max(code, saveDefaults(session, parPath, answer, streams)); });
 }
 
-int runRequest(const Request& request, Streams& streams)
+int runRequest(const Request& request, Answer& answer, Streams& streams)
 {
     const Command* command = findCommand(request.command);
     if (!command)
-        return refuse(streams, unknownCommand(request.command));
-    Answer answer;
+        return refuse(answer, streams, unknownCommand(request.command));
     answer.command = command->id;
-    int code = runWithDefaults(*command, request, answer, streams);
-    if (request.json)
-        streams.out << jsonAnswer(answer) << '\n';
-    return code;
+    return runWithDefaults(*command, request, answer, streams);
 }
 
-int answerRequest(const Request& request, Streams& streams)
+int answerRequest(const Request& request, Answer& answer, Streams& streams)
 {
-    if (request.version) {
-        streams.out << "torvane-cli " TORVANE_VERSION "\n";
-        return exitDone;
-    }
+    if (request.version)
+        return tellVersion(request, answer, streams);
     if (request.help || request.command == "help")
-        return tellHelp(request, streams);
-    if (request.command.empty()) {
-        streams.err << usageText();
-        return exitRefused;
+        return tellHelp(request, answer, streams);
+    if (!request.command.empty())
+        return runRequest(request, answer, streams);
+    streams.err << usageText();
+    answer.error = wrongUsage("no command given");
+    return exitRefused;
+}
+
+// Memory that is gone outside of a run.
+int answerCall(const std::vector<std::string>& arguments, Request& request, Answer& answer, Streams& streams)
+{
+    std::string fault = readRequest(arguments, request);
+    if (!fault.empty())
+        return refuse(answer, streams, wrongUsage(fault));
+    streams.terminal = streams.terminal && !request.quiet && request.rows != "-";
+    try {
+        return answerRequest(request, answer, streams);
+    } catch (const std::bad_alloc&) {
+        answer = {};
+        tellNoMemory(answer, streams);
+        return exitFailed;
     }
-    return runRequest(request, streams);
 }
 
 } // namespace
@@ -226,10 +247,10 @@ int runConsole(const std::vector<std::string>& arguments, std::ostream& out, std
 {
     Streams streams = {out, err, terminal};
     Request request;
-    std::string fault = readRequest(arguments, request);
-    if (!fault.empty())
-        return refuse(streams, fault);
-    int code = answerRequest(request, streams);
+    Answer answer;
+    int code = answerCall(arguments, request, answer, streams);
+    if (request.json && (!answer.isTold || answer.error))
+        writeJson(out, answer);
     out.flush();
     if (out)
         return code;

@@ -1,14 +1,10 @@
 #include "cli/help.h"
 
-#include "command/command_table.h"
-#include "command/entries.h"
-#include "command/fill.h"
-#include "command/kept_entries.h"
+#include "cli/entry_help.h"
+#include "cli/request.h"
 #include "core/text.h"
-#include "forms/form.h"
 
 #include <algorithm>
-#include <vector>
 
 namespace torvane {
 
@@ -16,11 +12,6 @@ namespace {
 
 constexpr size_t nameWidth = 26;
 constexpr size_t lineWidth = 100;
-
-struct Topic {
-    std::string_view name;
-    Sheet sheet;
-};
 
 constexpr Topic topics[] = {
     {"profile", Sheet::profile}, {"condition", Sheet::condition}, {"preference", Sheet::preference}};
@@ -78,81 +69,84 @@ void addRange(std::vector<std::string>& words, const Row& row)
     addUnit(words, row);
 }
 
-// Edit boxes of one name that serve several choices, each with its own default.
-std::string defaultsOf(const FormState& state, const Row& row)
+std::string joined(const std::vector<std::string>& words, const char* between)
 {
-    std::vector<std::string> defaults;
-    for (const Row& other : state.form->rows) {
-        if (other.kind != row.kind || std::string_view(other.name ? other.name : "") != row.name)
-            continue;
-        std::string text = number(shownValue(state, other));
-        if (std::ranges::find(defaults, text) == defaults.end())
-            defaults.push_back(text);
-    }
-    std::string joined;
-    for (const std::string& text : defaults)
-        joined += (joined.empty() ? "" : " or ") + text;
-    return joined;
+    std::string text;
+    for (const std::string& word : words)
+        text += (text.empty() ? "" : between) + word;
+    return text;
 }
 
-std::vector<std::string> wordsOf(const FormState& state, const Row& row)
+std::string defaultsOf(const EntryHelp& entry)
+{
+    std::vector<std::string> texts;
+    for (double value : entry.defaults)
+        texts.push_back(number(value));
+    return "(default " + joined(texts, " or ") + ")";
+}
+
+std::vector<std::string> wordsOf(const EntryHelp& entry)
 {
     std::vector<std::string> words;
-    std::vector<std::string> labels = rowLabels(state, row);
-    switch (row.kind) {
-    case RowKind::real:
-    case RowKind::whole:
+    const Row& row = *entry.row;
+    if (row.kind == RowKind::real || row.kind == RowKind::whole) {
         addRange(words, row);
-        words.push_back("(default " + defaultsOf(state, row) + ")");
-        break;
-    case RowKind::check:
-        words = {"off | on", shownValue(state, row) != 0 ? "(default on)" : "(default off)"};
-        break;
-    case RowKind::choice:
-    case RowKind::radio:
-        addChoices(words, labels);
-        if (int value = chosenValue(state, row); value >= 0 && value < static_cast<int>(labels.size()))
-            words.push_back("(default " + labels[static_cast<size_t>(value)] + ")");
-        break;
-    default:
-        addChoices(words, labels);
+        words.push_back(defaultsOf(entry));
+    } else if (row.kind == RowKind::check) {
+        words = {"off | on", entry.defaults[0] != 0 ? "(default on)" : "(default off)"};
+    } else {
+        addChoices(words, entry.labels);
+        if (!entry.chosen.empty())
+            words.push_back("(default " + entry.chosen + ")");
     }
     if (row.when[0] != '\0')
         words.push_back(std::string("- ") + row.when);
     return words;
 }
 
-// A control that serves one entry under several choices tells it once. The course of a ride without altitude would be
-// flat by itself.
-std::string formEntries(const Session& session, const Form& form, bool working)
+void addWords(std::vector<std::string>& words, std::string_view text)
 {
-    LoadedRide ride;
-    ride.presence.altitudeFlags = presentInRecords;
-    FormState state;
-    openForm(state, form, working ? session.working : session.saved, session.working, session.model, true, ride);
-    takeKept(state, session.kept);
-    std::string text;
-    std::vector<std::string> told;
-    for (const Row& row : form.rows) {
-        if (!row.name || row.kind == RowKind::path)
-            continue;
-        std::string line = describedLine(row.name, wordsOf(state, row));
-        if (std::ranges::find(told, line) == told.end())
-            text += line;
-        told.push_back(line);
+    for (size_t start = 0; start < text.size();) {
+        size_t end = std::min(text.find(' ', start), text.size());
+        words.emplace_back(text.substr(start, end - start));
+        start = end + 1;
     }
+}
+
+// "counts with rideTarget = mean power | PEV as mean".
+std::vector<std::string> countingWords(const Counting& counting)
+{
+    std::vector<std::string> words;
+    for (const Deciding& deciding : counting.by) {
+        addWords(words, words.empty() ? "counts with" : counting.now ? "and" : "or");
+        addWords(words, std::string(deciding.choice->name) + " =");
+        addChoices(words, deciding.values);
+    }
+    return words;
+}
+
+std::string entryText(const EntryHelp& entry)
+{
+    std::vector<std::string> meaning;
+    addWords(meaning, entry.meaning);
+    std::vector<std::string> counting = countingWords(entry.counting);
+    return describedLine(entry.row->name, wordsOf(entry)) + describedLine("", meaning) +
+           (counting.empty() ? "" : describedLine("", counting));
+}
+
+std::string formText(const Session& session, const Form& form, bool page)
+{
+    std::string text = formatText("\n%s\n", form.title);
+    for (const EntryHelp& entry : entriesOf(session, form, page))
+        text += entryText(entry);
     return text;
 }
 
 std::string pageEntries(const Session& session, Sheet sheet)
 {
     std::string text;
-    for (const Form* page : sheetPages(sheet)) {
-        text += formatText("\n%s\n", page->title) + formEntries(session, *page, true);
-        for (const Row& row : page->rows)
-            if (row.kind == RowKind::button && row.index == 0)
-                text += formEntries(session, *findForm(row.child), true);
-    }
+    for (const Form* page : formsOf(sheet))
+        text += formText(session, *page, true);
     return text;
 }
 
@@ -162,44 +156,80 @@ std::string topicHelp(const Session& session, const Topic& topic)
            pageEntries(session, topic.sheet);
 }
 
-std::string aliasList(const Command& command)
+// "answers: power W, velocity kph, ...", and a line for each group.
+std::string answersText(const Command& command)
 {
-    std::string text;
-    for (char c : std::string_view(command.aliases))
-        text += c == ' ' ? ", " : std::string(1, c);
-    return text;
-}
-
-bool takesEntries(const Command& command)
-{
-    std::vector<std::string> names;
-    if (const Form* form = findForm(command.form))
-        collectNames(*form, names);
-    return !names.empty() || command.entry == Entry::sheet;
-}
-
-std::string callOf(const Command& command)
-{
-    std::string call = "torvane-cli " + consoleName(command);
-    if (takesEntries(command))
-        call += " [NAME=VALUE]...";
-    std::string pattern = command.files.pattern;
-    return pattern.empty() ? call : call + " " + pattern;
+    std::string text, group;
+    std::vector<std::string> words;
+    for (const FigureInfo& info : command.figures ? command.figures(command) : std::vector<FigureInfo>()) {
+        if (info.group != group) {
+            text += describedLine("answers: " + group, words);
+            words.clear();
+        }
+        group = info.group;
+        words.push_back(info.name + (*info.unit != '\0' ? std::string(" ") + info.unit : "") + ",");
+    }
+    if (words.empty())
+        return {};
+    words.back().pop_back();
+    return "\nfigures (--json)\n" + text + describedLine("answers: " + group, words);
 }
 
 std::string commandHelp(const Session& session, const Command& command)
 {
     std::string text = callOf(command) + "\n";
-    text += formatText("  command %d, \"%s\"", command.id, command.label);
+    text += formatText("  %s\n  command %d, \"%s\"", command.meaning, command.id, command.label);
     if (command.aliases[0] != '\0')
-        text += ", also: " + aliasList(command);
+        text += ", also: " + joined(aliasesOf(command), ", ");
     text += "\n";
     if (command.entry == Entry::sheet)
         return text + pageEntries(session, command.sheet);
-    for (const Form* form : {takesEntries(command) ? findForm(command.form) : nullptr, settingsForm(command)})
-        if (form)
-            text += formatText("\n%s\n", form->title) + formEntries(session, *form, false);
-    return text;
+    for (const Form* form : formsOf(command))
+        text += formText(session, *form, false);
+    return text + answersText(command);
+}
+
+std::string optionLine(const OptionInfo& option)
+{
+    std::string name(option.name);
+    std::vector<std::string> words;
+    addWords(words, option.meaning);
+    return describedLine(option.value.empty() ? name : name + " " + std::string(option.value), words);
+}
+
+std::string commandLine(const Command& command)
+{
+    std::vector<std::string> words;
+    addWords(words, command.meaning);
+    std::string names = joined(aliasesOf(command), ", ");
+    return formatText("  %d  %s%s%s\n", command.id, consoleName(command).c_str(), names.empty() ? "" : ", ",
+                      names.c_str()) +
+           describedLine("", words);
+}
+
+// "[--par FILE]" of each option, broken into lines.
+std::string optionUsage()
+{
+    constexpr size_t indent = 19;
+    std::string text, line = "usage: torvane-cli";
+    for (const OptionInfo& option : optionInfos()) {
+        std::string name(option.name), value(option.value);
+        std::string word = formatText(" [%s%s%s]%s", name.c_str(), value.empty() ? "" : " ", value.c_str(),
+                                      name == "--set" ? "..." : "");
+        if (line.size() + word.size() > lineWidth) {
+            text += line + "\n";
+            line = std::string(indent - 1, ' ');
+        }
+        line += word;
+    }
+    return text + line + "\n" + std::string(indent, ' ');
+}
+
+} // namespace
+
+std::span<const Topic> helpTopics()
+{
+    return topics;
 }
 
 bool isOfConsole(const Command& command)
@@ -207,43 +237,42 @@ bool isOfConsole(const Command& command)
     return command.work != Work::frontEnd;
 }
 
-} // namespace
+std::vector<std::string> aliasesOf(const Command& command)
+{
+    std::vector<std::string> aliases;
+    addWords(aliases, command.aliases);
+    return aliases;
+}
+
+std::string callOf(const Command& command)
+{
+    std::string call = "torvane-cli " + consoleName(command);
+    if (command.entry == Entry::sheet || !formsOf(command).empty())
+        call += " [NAME=VALUE]...";
+    std::string pattern = command.files.pattern;
+    return pattern.empty() ? call : call + " " + pattern;
+}
 
 std::string usageText()
 {
-    return "usage: torvane-cli [--par FILE] [--profile FILE.pro] [--save] [--set NAME=VALUE]... [--graph FILE.svg]\n"
-           "                   [--json] [--into FOLDER [--jobs N]] [--force] [--prepare] COMMAND [NAME=VALUE]...\n"
-           "                   [FILE]...\n"
-           "       torvane-cli --help | --version | help COMMAND | help profile | condition | preference\n";
+    return optionUsage() + "COMMAND [NAME=VALUE]... [FILE]...\n"
+                           "       torvane-cli help [COMMAND | profile | condition | preference]\n";
 }
 
 std::string generalHelp()
 {
-    std::string text = usageText();
-    text +=
-        "\n"
-        "  --par FILE          start from the defaults in this parameter file\n"
-        "  --profile FILE.pro  then load this profile\n"
-        "  --set NAME=VALUE    set an entry of the profile, condition or preference pages\n"
-        "  --save              make what was entered the new defaults of the --par file\n"
-        "  --graph FILE.svg    draw the graph of the command into a file\n"
-        "  --json              print the answer as one JSON object\n"
-        "  --into FOLDER       for several files: write one file for each into a folder\n"
-        "  --jobs N            with --into: so many files at a time; as many as the machine has cores unless given\n"
-        "  --force             write over a file of another kind, or one that is there already; never over a source\n"
-        "  --prepare           at-one-stroke: first put the ride as its device wrote it in order\n"
-        "\n"
-        "Reports go to standard output, the status line and messages to standard error.\n"
-        "Exit codes: 0 done, warnings included; 1 fatal status or failed operation; 2 refused input; 128 and the\n"
-        "number of the signal that ended it.\n"
-        "\n"
-        "Commands, by number or name:\n";
+    std::string text = usageText() + "\n";
+    for (const OptionInfo& option : optionInfos())
+        text += optionLine(option);
+    text += "\n"
+            "Reports go to standard output, the status line and messages to standard error.\n"
+            "Exit codes: 0 done, warnings included; 1 fatal status or failed operation; 2 refused input; 128 and the\n"
+            "number of the signal that ended it.\n"
+            "\n"
+            "Commands, by number or name:\n";
     for (const Command& command : commandTable())
         if (isOfConsole(command))
-            text += formatText("  %d  %s%s\n", command.id, padded(consoleName(command), nameWidth + 2).c_str(),
-                               aliasList(command).c_str());
-    for (size_t end = text.find(" \n"); end != text.npos; end = text.find(" \n"))
-        text.erase(end, 1);
+            text += commandLine(command);
     return text;
 }
 
@@ -253,11 +282,6 @@ std::string helpOn(const Session& session, std::string_view name)
         return topicHelp(session, *topic);
     const Command* command = findCommand(name);
     return command && isOfConsole(*command) ? commandHelp(session, *command) : std::string();
-}
-
-bool isHelpTopic(std::string_view name)
-{
-    return findTopic(name) != nullptr;
 }
 
 } // namespace torvane

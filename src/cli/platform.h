@@ -10,7 +10,7 @@ namespace torvane {
 std::vector<std::string> commandLine(int count, char** values);
 // Bytes go out as they are written, with no line end changed; a console shows them as UTF-8.
 void prepareStreams();
-// Standard output and standard error are both read by a person.
+// Standard error is read by a person.
 bool isInteractive();
 
 } // namespace torvane

@@ -21,7 +21,7 @@ void prepareStreams()
 
 bool isInteractive()
 {
-    return isatty(STDOUT_FILENO) && isatty(STDERR_FILENO);
+    return isatty(STDERR_FILENO);
 }
 
 } // namespace torvane

@@ -59,7 +59,7 @@ void prepareStreams()
 
 bool isInteractive()
 {
-    return _isatty(_fileno(stdout)) && _isatty(_fileno(stderr));
+    return _isatty(_fileno(stderr));
 }
 
 } // namespace torvane

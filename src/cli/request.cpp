@@ -12,24 +12,32 @@ namespace {
 
 struct Option {
     std::string_view name;
-    bool Request::*flag;        // null where a value follows
-    std::string Request::*text; // null for a flag, for --set and --jobs
+    std::string_view value;               // what follows, in a word; empty for a flag
+    bool Request::*flag = nullptr;        // of a flag
+    std::string Request::*text = nullptr; // of a path
+    std::string_view meaning = {};        // empty: another name of the option above
 };
 
 constexpr Option options[] = {
-    {"--help", &Request::help, nullptr},
-    {"-h", &Request::help, nullptr},
-    {"--version", &Request::version, nullptr},
-    {"--save", &Request::save, nullptr},
-    {"--json", &Request::json, nullptr},
-    {"--par", nullptr, &Request::par},
-    {"--profile", nullptr, &Request::profile},
-    {"--graph", nullptr, &Request::graph},
-    {"--into", nullptr, &Request::into},
-    {"--set", nullptr, nullptr},
-    {"--jobs", nullptr, nullptr},
-    {"--prepare", &Request::prepare, nullptr},
-    {"--force", &Request::force, nullptr},
+    {"--par", "FILE", nullptr, &Request::par, "start from the defaults in this parameter file"},
+    {"--profile", "FILE.pro", nullptr, &Request::profile, "then load this profile of a rider and a bicycle"},
+    {"--set", "NAME=VALUE", nullptr, nullptr, "set an entry of the profile, condition or preference pages"},
+    {"--save", "", &Request::save, nullptr, "make what was entered the new defaults of the --par file"},
+    {"--graph", "FILE.svg", nullptr, &Request::graph, "draw the graph of the command into a file"},
+    {"--rows", "FILE.csv", nullptr, &Request::rows,
+     "write the table of the command into a file, by its name .csv, .tsv or .ndjson; - to standard output"},
+    {"--json", "", &Request::json, nullptr, "print the answer as one JSON object"},
+    {"--into", "FOLDER", nullptr, &Request::into, "for several files: write one file for each into a folder"},
+    {"--jobs", "N", nullptr, nullptr,
+     "with --into: so many files at a time, 1 to 256; as many as the machine has cores unless given"},
+    {"--force", "", &Request::force, nullptr,
+     "write over a file of another kind, or one that is there already; never over a source"},
+    {"--prepare", "", &Request::prepare, nullptr, "at-one-stroke: first put the ride as its device wrote it in order"},
+    {"--quiet", "", &Request::quiet, nullptr,
+     "show no progress, which a terminal has while work takes more than a second"},
+    {"--help", "", &Request::help, nullptr, "tell options and commands, or all of the command that follows"},
+    {"-h", "", &Request::help},
+    {"--version", "", &Request::version, nullptr, "tell the version"},
 };
 
 const Option* findOption(std::string_view name)
@@ -106,6 +114,15 @@ void readOperand(const std::string& argument, Request& request)
 
 } // namespace
 
+std::vector<OptionInfo> optionInfos()
+{
+    std::vector<OptionInfo> infos;
+    for (const Option& option : options)
+        if (!option.meaning.empty())
+            infos.push_back({option.name, option.value, option.meaning});
+    return infos;
+}
+
 bool readAssignment(const std::string& argument, Assignment& assignment)
 {
     size_t sign = argument.find('=');
@@ -120,22 +137,27 @@ bool readAssignment(const std::string& argument, Assignment& assignment)
 
 std::string readRequest(const std::vector<std::string>& arguments, Request& request)
 {
+    std::string fault;
     size_t next = 0;
+    bool filesAlone = false, noOptions = false;
     while (next < arguments.size()) {
-        if (arguments[next] == "--") {
-            for (++next; next < arguments.size(); ++next)
-                request.files.push_back(arguments[next]);
-        } else if (arguments[next].size() > 1 && arguments[next][0] == '-') {
-            std::string fault = readOption(arguments, next, request);
-            if (!fault.empty())
-                return fault;
+        const std::string& argument = arguments[next];
+        if (filesAlone) {
+            request.files.push_back(arguments[next++]);
+        } else if (argument == "--") {
+            filesAlone = !request.command.empty();
+            noOptions = true;
+            ++next;
+        } else if (!noOptions && argument.size() > 1 && argument[0] == '-') {
+            std::string wrong = readOption(arguments, next, request);
+            fault = fault.empty() ? wrong : fault;
         } else {
             readOperand(arguments[next++], request);
         }
     }
     if (request.prepare)
         request.entries.push_back({"prepare", "on"});
-    return {};
+    return fault;
 }
 
 } // namespace torvane

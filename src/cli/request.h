@@ -4,6 +4,7 @@
 #include "command/entries.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace torvane {
@@ -14,10 +15,12 @@ struct Request {
     bool save = false;                // --save
     bool json = false;                // --json
     bool force = false;               // --force
+    bool quiet = false;               // --quiet
     bool prepare = false;             // --prepare, the same as the entry prepare=on
     std::string par;                  // --par FILE
     std::string profile;              // --profile FILE
     std::string graph;                // --graph FILE
+    std::string rows;                 // --rows FILE; "-": to standard output
     std::string into;                 // --into FOLDER
     int jobs = 0;                     // --jobs N; 0: as many as there are cores
     std::vector<Assignment> settings; // --set NAME=VALUE
@@ -26,8 +29,17 @@ struct Request {
     std::vector<std::string> files;   // all else behind the command, as typed
 };
 
+// An option as help and the documents tell it.
+struct OptionInfo {
+    std::string_view name;    // "--par"
+    std::string_view value;   // "FILE"; empty: a flag
+    std::string_view meaning; // one line
+};
+std::vector<OptionInfo> optionInfos();
+
 // Takes the arguments without the program's name. An empty text on success, else what is wrong with them.
-// Behind "--" all arguments are files.
+// Behind "--" there are no options; where it stands behind the command, files alone. After a fault the rest is read all
+// the same, so that it is known whether the answer is to be JSON.
 std::string readRequest(const std::vector<std::string>& arguments, Request& request);
 
 // "NAME=VALUE" with the name of an entry in front; false for anything else, such as a path.

@@ -11,10 +11,12 @@
 #include "command/settings_command.h"
 #include "command/settings_entries.h"
 #include "core/files.h"
+#include "core/row_writer.h"
 #include "core/shown_text.h"
 #include "core/text.h"
 #include "fit/fit_codes.h"
 #include "fit/fit_tools.h"
+#include "library/errors.h"
 #include "plot/draw_graph.h"
 #include "plot/svg.h"
 
@@ -44,6 +46,7 @@ int finish(Run& run, ResultStatus result)
     if (succeeded(run.command, result))
         return exitDone;
     run.answer.outputs.clear();
+    run.answer.error = errorOf(library::errorOf(run.command, result, run.answer.lower, run.answer.status));
     return exitFailed;
 }
 
@@ -60,6 +63,7 @@ int loadRide(Run& run)
     if (!box)
         return exitDone;
     tellBoxes(run.answer, run.streams, {*box});
+    run.answer.error = errorOf(library::ErrorKind::unsuitable, box->text);
     return exitRefused;
 }
 
@@ -68,8 +72,10 @@ int operate(Run& run)
     if (run.command.commit)
         run.command.commit(run.session.saved, run.session.working);
     run.session.graph.reset();
+    run.session.figures = {};
     int code = finish(run, run.command.operation(run.session));
-    run.answer.graph = run.session.graph;
+    run.answer.figures = std::move(run.session.figures);
+    run.answer.graph = std::exchange(run.session.graph, std::nullopt);
     return code;
 }
 
@@ -77,7 +83,7 @@ bool mayWrite(Run& run, const Output& output)
 {
     std::string fault = run.rules.fault(output);
     if (!fault.empty())
-        refuse(run.streams, fault);
+        refuse(run.answer, run.streams, errorOf(library::ErrorKind::refused, fault));
     return fault.empty();
 }
 
@@ -98,16 +104,6 @@ void takeSources(Run& run)
         run.session.inputs.files[i].path = run.files.sources[i];
 }
 
-// With the way in which the console takes an entry that stands in the wrong place.
-std::string consoleText(const Refusal& refusal)
-{
-    if (refusal.kind == RefusalKind::ofPage)
-        return refusal.text + ": give it as --set " + refusal.entry + "=...";
-    if (refusal.kind == RefusalKind::ofCommand)
-        return refusal.text + ", to be given behind it without --set";
-    return refusal.text;
-}
-
 Filling fillingOf(const Run& run)
 {
     return {run.session, run.command, run.request.entries, run.files, run.request.save};
@@ -116,9 +112,10 @@ Filling fillingOf(const Run& run)
 // What a form of the run had to say; whether it was accepted comes back.
 bool tellFilling(bool accepted, const Filling& filling, Run& run)
 {
-    for (const Refusal& refusal : filling.faults.refusals)
-        refuse(run.streams, consoleText(refusal));
-    tellBoxes(run.answer, run.streams, filling.boxes);
+    if (accepted)
+        tellBoxes(run.answer, run.streams, filling.boxes);
+    else
+        tellRefusal(run.answer, run.streams, filling.faults, filling.boxes);
     run.notes.insert(run.notes.end(), filling.faults.notes.begin(), filling.faults.notes.end());
     return accepted;
 }
@@ -157,15 +154,15 @@ int runLong(Run& run)
     }
     if (!enterDialog(run) || !mayWriteDestination(run))
         return exitRefused;
-    for (const std::string& text : run.notes)
-        note(run.streams, text);
+    tellNotes(run.answer, run.streams, run.notes);
     return operate(run);
 }
 
 int runSheet(Run& run)
 {
     if (run.request.entries.empty())
-        return refuse(run.streams, "no entries given; see torvane-cli help " + consoleName(run.command));
+        return refuse(run.answer, run.streams,
+                      wrongUsage("no entries given; see torvane-cli help " + consoleName(run.command)));
     EntryFaults faults;
     std::vector<Box> boxes;
     bool applied = applySettings(run.session, run.request.entries, run.request.save, faults, boxes);
@@ -179,7 +176,8 @@ int runProfileFile(Run& run)
     const std::string& path = writes ? run.files.destination : run.files.sources[0];
     if (writes && !mayWrite(run, outputOf(run.command, path)))
         return exitRefused;
-    int code = finish(run, finishProfileFile(run.session, run.command, path, run.streams));
+    int code = finishProfileFile(run.session, run.command, path, run.answer, run.streams) == 0 ? exitDone : exitFailed;
+    run.answer.result = code;
     if (code == exitDone && writes)
         run.answer.outputs = {path};
     return code;
@@ -202,6 +200,8 @@ int writeGraph(Run& run)
     if (!run.answer.graph) {
         tellBoxes(run.answer, run.streams,
                   {{"no graph", formatText("'%s' is not of this run", shownText(path).c_str())}});
+        if (!run.answer.error)
+            run.answer.error = errorOf(library::ErrorKind::noAnswer, run.answer.boxes.back().text);
         return exitFailed;
     }
     GraphSeries series = *run.answer.graph;
@@ -211,10 +211,62 @@ int writeGraph(Run& run)
     std::span<const uint8_t> bytes(reinterpret_cast<const uint8_t*>(svg.data()), svg.size());
     if (replaceFile(target, {bytes}) != FileResult::ok) {
         tellBoxes(run.answer, run.streams, {{"error", "failed to write " + shownText(target)}});
+        run.answer.error = errorOf(library::ErrorKind::cannotWrite, run.answer.boxes.back().text);
         return exitFailed;
     }
     run.answer.outputs.push_back(target);
     return exitDone;
+}
+
+// Runs with the table going out by `write`. False unless the command did what it is for and left a table.
+bool dispatchInto(Run& run, RowFormat format, const WritePiece& write, int& code)
+{
+    RowWriter rows(format, write);
+    run.session.rows = &rows;
+    code = dispatch(run);
+    run.session.rows = nullptr;
+    if (code == exitDone && !rows.hasBegun()) {
+        tellBoxes(run.answer, run.streams, {{"no table", "this run has none"}});
+        run.answer.error = errorOf(library::ErrorKind::noAnswer, run.answer.boxes.back().text);
+        code = exitFailed;
+    }
+    return rows.finish() && code == exitDone;
+}
+
+int dispatchIntoFile(Run& run)
+{
+    std::string target = absolutePath(run.request.rows);
+    if (!mayWrite(run, {target, FileKind::csv}))
+        return exitRefused;
+    int code = exitFailed;
+    FileResult written = replaceFile(
+        target, [&](const WritePiece& write) { return dispatchInto(run, rowFormatOf(target), write, code); });
+    if (written == FileResult::ok)
+        run.answer.outputs.push_back(target);
+    if (written == FileResult::ok || run.answer.error)
+        return code;
+    tellBoxes(run.answer, run.streams, {{"error", "failed to write " + shownText(target)}});
+    run.answer.error = errorOf(library::ErrorKind::cannotWrite, run.answer.boxes.back().text);
+    return exitFailed;
+}
+
+// The table goes out while the command runs; a file is replaced only where it has come to its end.
+int dispatchWithRows(Run& run)
+{
+    if (run.request.rows.empty())
+        return dispatch(run);
+    if (run.request.rows != "-")
+        return dispatchIntoFile(run);
+    int code = exitFailed;
+    dispatchInto(
+        run, RowFormat::csv,
+        [&](std::span<const uint8_t> piece) {
+            run.streams.out.write(reinterpret_cast<const char*>(piece.data()),
+                                  static_cast<std::streamsize>(piece.size()));
+            return run.streams.out.good();
+        },
+        code);
+    return code;
 }
 
 // One run from filled-in dialog to written graph, into its answer.
@@ -226,9 +278,10 @@ int runThrough(Run& run)
         return exitRefused;
     if (std::string fault = piped.take(run.files); !fault.empty()) {
         tellBoxes(run.answer, run.streams, {{"error", shownText(fault)}});
+        run.answer.error = errorOf(library::ErrorKind::cannotRead, shownText(fault));
         return exitFailed;
     }
-    int code = dispatch(run);
+    int code = dispatchWithRows(run);
     if (run.answer.result && code != exitRefused)
         code = std::max(code, writeGraph(run));
     return code;
@@ -247,7 +300,7 @@ int runOnce(Run& run)
         failed.command = run.command.id;
         failed.boxes = std::move(run.answer.boxes);
         run.answer = std::move(failed);
-        tellBoxes(run.answer, run.streams, {{"error", "not enough memory"}});
+        tellNoMemory(run.answer, run.streams);
     }
     std::ranges::for_each(run.answer.outputs, [&](const std::string& path) { run.rules.wrote(path); });
     return code;
@@ -259,12 +312,24 @@ int runSingle(Session& session, const Command& command, const Request& request, 
     Run run = {session, command, request, streams, rules, files, std::move(answer)};
     int code = runHeld([&] { return runOnce(run); });
     answer = std::move(run.answer);
+    Streams aside = {streams.err, streams.err};
     if (!request.json)
-        printAnswer(answer, streams);
+        printAnswer(answer, request.rows == "-" ? aside : streams);
     return code;
 }
 
-std::string checkRequest(const Command& command, const Request& request)
+std::string checkRows(const Command& command, const Request& request)
+{
+    if (request.rows.empty())
+        return {};
+    if (!command.hasRows)
+        return consoleName(command) + " has no table";
+    if (!request.into.empty())
+        return "--rows is for one ride, not for those of --into";
+    return request.rows == "-" && request.json ? "--rows - and --json both want standard output" : "";
+}
+
+std::string checkUsage(const Command& command, const Request& request)
 {
     if (command.work == Work::frontEnd)
         return consoleName(command) + " is a command of the desktop program";
@@ -272,7 +337,20 @@ std::string checkRequest(const Command& command, const Request& request)
         return consoleName(command) + " has no graph";
     if (request.jobs != 0 && request.into.empty())
         return "--jobs is for the rides of --into";
-    return command.entry == Entry::sheet ? std::string() : consoleText(checkNames(command, request.entries));
+    return checkRows(command, request);
+}
+
+// Names that the command does not have, before anything is read.
+bool knowsEntries(const Command& command, const Request& request, Answer& answer, Streams& streams)
+{
+    if (command.entry == Entry::sheet)
+        return true;
+    EntryFaults faults;
+    if (Refusal refusal = checkNames(command, request.entries); !refusal.text.empty())
+        faults.refusals.push_back(refusal);
+    if (!faults.refusals.empty())
+        tellRefusal(answer, streams, faults, {});
+    return faults.refusals.empty();
 }
 
 // What the call reads. A profile that it starts from may be kept under its own name.
@@ -298,48 +376,54 @@ std::string checkDestinations(const WriteRules& rules, const Command& command, c
 
 } // namespace
 
-int refuse(Streams& streams, const std::string& text)
+int refuse(Answer& answer, Streams& streams, CallError error)
 {
-    streams.err << "torvane-cli: " << shownText(text) << '\n';
+    tellError(answer, streams, std::move(error));
     return exitRefused;
-}
-
-void note(Streams& streams, const std::string& text)
-{
-    streams.err << "note: " << shownText(text) << '\n';
 }
 
 void tellSettings(bool applied, const EntryFaults& faults, const std::vector<Box>& boxes, Answer& answer,
                   Streams& streams)
 {
-    for (const Refusal& refusal : faults.refusals)
-        refuse(streams, consoleText(refusal));
+    if (!applied)
+        return tellRefusal(answer, streams, faults, boxes);
     tellBoxes(answer, streams, boxes);
-    for (size_t i = 0; applied && i < faults.notes.size(); ++i)
-        note(streams, faults.notes[i]);
+    tellNotes(answer, streams, faults.notes);
 }
 
-ResultStatus finishProfileFile(Session& session, const Command& command, const std::string& path, Streams& streams)
+ResultStatus finishProfileFile(Session& session, const Command& command, const std::string& path, Answer& answer,
+                               Streams& streams)
 {
+    using enum library::ErrorKind;
     session.profilePath = path;
     ResultStatus result = command.operation(session);
-    if (command.entry == Entry::openProfile && !session.profileFault.empty())
-        refuse(streams, path + ": " + session.profileFault);
+    if (result == 0)
+        return result;
+    if (command.entry == Entry::saveProfile)
+        tellError(answer, streams, errorOf(cannotWrite, path + " cannot be written"));
+    else if (!session.profileFault.empty())
+        tellError(answer, streams, errorOf(beyondLimits, path + ": " + session.profileFault));
+    else if (fileExists(path))
+        tellError(answer, streams, errorOf(badFile, path + " is no profile"));
+    else
+        tellError(answer, streams, errorOf(cannotRead, path + " cannot be opened"));
     return result;
 }
 
 int runCommand(Session& session, const Command& command, const Request& request, Answer& answer, Streams& streams)
 {
     std::vector<RunFiles> runs;
-    std::string fault = checkRequest(command, request);
+    std::string fault = checkUsage(command, request);
+    if (fault.empty() && !knowsEntries(command, request, answer, streams))
+        return exitRefused;
     if (fault.empty())
         fault = planRuns(command, request, runs);
     WriteRules rules(request.force, sourcesOf(command, request, runs));
     if (fault.empty() && !request.into.empty())
         fault = checkDestinations(rules, command, runs);
     if (!fault.empty())
-        return refuse(streams, fault);
-    if (!request.graph.empty())
+        return refuse(answer, streams, wrongUsage(fault));
+    if (!request.graph.empty() || !request.rows.empty())
         wantGraph(session.working);
     auto ride = [&](Session& own, const RunFiles& files, Answer& itsAnswer, Streams& itsStreams) {
         Run run = {own, command, request, itsStreams, rules, files};

@@ -19,11 +19,11 @@ enum ExitCode : int {
 int runCommand(Session& session, const Command& command, const Request& request, Answer& answer, Streams& streams);
 
 // Reads or writes a profile file by its command. What no page would take of one is told.
-ResultStatus finishProfileFile(Session& session, const Command& command, const std::string& path, Streams& streams);
+ResultStatus finishProfileFile(Session& session, const Command& command, const std::string& path, Answer& answer,
+                               Streams& streams);
 
-// "torvane-cli: text" to standard error, and exitRefused.
-int refuse(Streams& streams, const std::string& text);
-void note(Streams& streams, const std::string& text);
+// "torvane-cli: text" to standard error and into the answer; exitRefused comes back.
+int refuse(Answer& answer, Streams& streams, CallError error);
 // What applySettings had to say; notes only where it was accepted.
 void tellSettings(bool applied, const EntryFaults& faults, const std::vector<Box>& boxes, Answer& answer,
                   Streams& streams);

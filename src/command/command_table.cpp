@@ -5,11 +5,15 @@
 #include "command/gps_command.h"
 #include "command/gps_load_command.h"
 #include "command/prepare_command.h"
+#include "command/profile_figures.h"
 #include "command/ride_answer_command.h"
 #include "command/ride_command.h"
 #include "command/settings_command.h"
 #include "command/theory_command.h"
+#include "report/fit_figures.h"
 #include "report/profile_report.h"
+#include "report/ride_figures.h"
+#include "report/theory_figures.h"
 
 #include <algorithm>
 #include <cctype>
@@ -34,11 +38,12 @@ constexpr Command windowCommand(int id, const char* label, char key = 0)
 using Operation = ResultStatus (*)(Session&);
 using Commit = void (*)(ParameterBlock&, ParameterBlock&);
 
-constexpr Command sheetCommand(int id, const char* label, char key, Sheet sheet, Commit commit, Operation operation,
-                               const char* aliases)
+constexpr Command sheetCommand(int id, const char* label, const char* meaning, char key, Sheet sheet, Commit commit,
+                               Operation operation, const char* aliases)
 {
     return {.id = id,
             .label = label,
+            .meaning = meaning,
             .key = key,
             .entry = Entry::sheet,
             .sheet = sheet,
@@ -48,11 +53,12 @@ constexpr Command sheetCommand(int id, const char* label, char key, Sheet sheet,
             .aliases = aliases};
 }
 
-constexpr Command profileCommand(int id, const char* label, char key, Entry entry, FileKind writes, Operation operation,
-                                 const char* aliases)
+constexpr Command profileCommand(int id, const char* label, const char* meaning, char key, Entry entry, FileKind writes,
+                                 Operation operation, const char* aliases)
 {
     return {.id = id,
             .label = label,
+            .meaning = meaning,
             .key = key,
             .entry = entry,
             .work = settings,
@@ -61,9 +67,16 @@ constexpr Command profileCommand(int id, const char* label, char key, Entry entr
             .aliases = aliases};
 }
 
+template <Sheet sheet, uint32_t sections>
+std::vector<FigureInfo> sheetInfos(const Command&)
+{
+    return sheetFigureInfos(sheet, sections);
+}
+
 template <uint32_t sections>
 ResultStatus profileReport(Session& session)
 {
+    session.figures = sheetFigures(session, Sheet::profile, sections);
     reportProfile(session.screens, Pane::upper, session.model.state, session.working, sections);
     return 0;
 }
@@ -71,19 +84,30 @@ ResultStatus profileReport(Session& session)
 template <uint32_t sections>
 ResultStatus conditionReport(Session& session)
 {
+    session.figures = sheetFigures(session, Sheet::condition, sections);
     reportCondition(session.screens, Pane::upper, session.model.state, sections);
     return 0;
 }
 
-constexpr Command reportCommand(int id, const char* label, char key, Operation operation)
-{
-    return {.id = id, .label = label, .key = key, .shift = key != 0, .work = report, .operation = operation};
-}
-
-constexpr Command theoryCommand(int id, const char* label, char key, int form, TheoryCalculator calculator)
+template <Sheet sheet, uint32_t sections>
+constexpr Command reportCommand(int id, const char* label, const char* meaning, char key)
 {
     return {.id = id,
             .label = label,
+            .meaning = meaning,
+            .key = key,
+            .shift = key != 0,
+            .work = report,
+            .operation = sheet == Sheet::profile ? profileReport<sections> : conditionReport<sections>,
+            .figures = sheetInfos<sheet, sections>};
+}
+
+constexpr Command theoryCommand(int id, const char* label, const char* meaning, char key, int form,
+                                TheoryCalculator calculator)
+{
+    return {.id = id,
+            .label = label,
+            .meaning = meaning,
             .key = key,
             .shift = true,
             .entry = Entry::dialog,
@@ -93,13 +117,16 @@ constexpr Command theoryCommand(int id, const char* label, char key, int form, T
             .operation = runTheory,
             .family = Family::theory,
             .member = calculator,
+            .figures = [](const Command& command) { return theoryFigureInfos(command.member); },
             .showsLower = true};
 }
 
-constexpr Command rideCommand(int id, const char* label, char key, int form, RideMode mode, GraphWhen graph)
+constexpr Command rideCommand(int id, const char* label, const char* meaning, char key, int form, RideMode mode,
+                              GraphWhen graph)
 {
     return {.id = id,
             .label = label,
+            .meaning = meaning,
             .key = key,
             .entry = Entry::dialog,
             .form = form,
@@ -109,17 +136,30 @@ constexpr Command rideCommand(int id, const char* label, char key, int form, Rid
             .family = Family::ride,
             .member = mode,
             .graph = graph,
+            .figures = [](const Command& command) { return rideFigureInfos(command.member); },
+            .hasRows = true,
             .showsLower = true};
 }
 
 constexpr CommandFiles oneRide = {1, 1, FileKind::nothing, "RIDE.fit"};
 constexpr CommandFiles rideToRide = {2, 2, FileKind::fit, "RIDE.fit OUT.fit"};
 
-constexpr Command gpsCommand(int id, const char* label, char key, bool shift, int form, RideUse ride, MenuAfter menu,
-                             Operation operation, const char* aliases, CommandFiles files = oneRide)
+// Of a stroke that prepares first, what it found as well.
+std::vector<FigureInfo> rideInfos(const Command& command)
+{
+    std::vector<FigureInfo> infos = summaryFigureInfos();
+    if (command.menu == MenuAfter::oneStroke)
+        std::ranges::move(preparationFigureInfos(), std::back_inserter(infos));
+    return infos;
+}
+
+constexpr Command gpsCommand(int id, const char* label, const char* meaning, char key, bool shift, int form,
+                             RideUse ride, MenuAfter menu, Operation operation, const char* aliases,
+                             CommandFiles files = oneRide)
 {
     return {.id = id,
             .label = label,
+            .meaning = meaning,
             .key = key,
             .shift = shift,
             .entry = form ? Entry::dialog : Entry::openFit,
@@ -132,16 +172,20 @@ constexpr Command gpsCommand(int id, const char* label, char key, bool shift, in
             .takesSettings = files.writes != FileKind::nothing,
             .files = files,
             .menu = menu,
+            .figures = rideInfos,
+            .hasRows = form != 0,
             .showsLower = true,
             .aliases = aliases};
 }
 
 // The FIT tools leave their "save as default" flags to the next commit of the recorded rides.
-constexpr Command toolCommand(int id, const char* label, char key, bool shift, int form, Operation operation,
-                              const char* aliases, CommandFiles files = {2, 2, FileKind::fit, "IN.fit OUT.fit"})
+constexpr Command toolCommand(int id, const char* label, const char* meaning, char key, bool shift, int form,
+                              Operation operation, const char* aliases,
+                              CommandFiles files = {2, 2, FileKind::fit, "IN.fit OUT.fit"})
 {
     return {.id = id,
             .label = label,
+            .meaning = meaning,
             .key = key,
             .shift = shift,
             .entry = Entry::dialog,
@@ -152,6 +196,18 @@ constexpr Command toolCommand(int id, const char* label, char key, bool shift, i
             .files = files,
             .menu = MenuAfter::toolRan,
             .aliases = aliases};
+}
+
+constexpr Command withFigures(Command command, std::vector<FigureInfo> (*figures)(const Command& command))
+{
+    command.figures = figures;
+    return command;
+}
+
+constexpr Command withRows(Command command)
+{
+    command.hasRows = true;
+    return command;
 }
 
 constexpr bool onlyNew = true, inParts = true;
@@ -174,68 +230,98 @@ constexpr Command commands[] = {
     windowCommand(commandOpenUpper, "Open Upper", '1'),
     windowCommand(commandOpenLower, "Open Lower", '2'),
     windowCommand(commandPageSetUp, "Page SetUp"),
-    sheetCommand(commandProfile, "Setup Profile", 'P', Sheet::profile, commitProfile, finishProfile, "profile"),
-    profileCommand(commandLoadProfile, "Load Profile Data", 'O', Entry::openProfile, FileKind::nothing,
-                   loadNamedProfile, "load-profile"),
-    profileCommand(commandSaveProfile, "Save Current Profile", 'S', Entry::saveProfile, FileKind::profile,
-                   saveNamedProfile, "save-profile"),
-    sheetCommand(commandCondition, "Setup Condition", 'R', Sheet::condition, commitCondition, finishCondition, ""),
-    sheetCommand(commandPreference, "Preference", 'K', Sheet::preference, commitPreference, finishPreference,
-                 "preferences"),
-    reportCommand(commandReportHuman, "Human", 'H', profileReport<sectionHuman>),
-    reportCommand(commandReportEquipment, "Equipments", 'E', profileReport<sectionEquipment>),
-    reportCommand(commandReportShifting, "Shifting", 'S', profileReport<sectionShifting>),
-    reportCommand(commandReportWheel, "Wheel", 'W', profileReport<sectionWheel>),
-    reportCommand(commandReportTyre, "Tyre", 'Y', profileReport<sectionTyre>),
-    reportCommand(commandReportBrake, "Brake", 'B', profileReport<sectionBrake>),
-    reportCommand(commandReportPowerLoss, "Power Loss", 'L', profileReport<sectionPowerLoss>),
-    reportCommand(commandReportAssist, "e-Assist", 'P', profileReport<sectionAssist>),
-    reportCommand(commandReportProfile, "All Profile", 'A', profileReport<allProfileSections>),
-    reportCommand(commandReportCourse, "Course", 0, conditionReport<sectionCourse>),
-    reportCommand(commandReportPeloton, "Peloton", 0, conditionReport<sectionPeloton>),
-    reportCommand(commandReportCondition, "Condition", 'C', conditionReport<allConditionSections>),
-    theoryCommand(commandCadenceTheory, "Cadence Theory", 'T', 2011, calculatorCadence),
-    theoryCommand(commandPedalingDynamics, "Pedaling Dynamics", 'D', 2012, calculatorPedaling),
-    theoryCommand(commandGearCombination, "Gear Combination", 'G', 2013, calculatorGears),
-    rideCommand(commandPowerAndVelocity, "Power and Velocity", 'V', 2021, ridePowerAndVelocity,
-                GraphWhen::bandPowerVelocity),
-    rideCommand(commandAcceleration, "Acceleration", 'A', 2022, rideAcceleration, GraphWhen::express),
-    rideCommand(commandDeceleration, "Deceleration", 'D', 2023, rideDeceleration, GraphWhen::express),
-    rideCommand(commandPatternBraking, "Pattern Braking", 'B', 2024, ridePatternBraking, GraphWhen::express),
-    rideCommand(commandInclinationAndVelocity, "Inclination and Velocity", 'I', 2025, rideInclinationAndVelocity,
-                GraphWhen::express),
-    rideCommand(commandCriticalCornering, "Critical Cornering", 'C', 2026, rideCriticalCornering,
-                GraphWhen::bandCornering),
-    gpsCommand(commandLoadRide, "Load Activity FIT File", 'L', false, 0, RideUse::chosen, MenuAfter::loaded,
-               loadGpsFile, "load"),
-    gpsCommand(commandExpress, "Express Source Data", 'E', false, 2052, RideUse::loaded, MenuAfter::expressed,
-               expressSourceData, "express"),
-    gpsCommand(commandAnalyse, "Analyse And Predict", 'T', false, 2053, RideUse::ready, MenuAfter::analysed,
-               analyseAndPredict, "analyse predict"),
-    gpsCommand(commandCreate, "Create FIT File Analysed", 'F', false, 2054, RideUse::analysed, MenuAfter::none,
-               createAnalysedFile, "create", rideToRide),
-    toolCommand(commandCombine, "Combine FIT Files", 'M', false, 2055, combineCommand, "combine",
-                {2, 6, FileKind::fit, "A.fit B.fit [C.fit [D.fit [E.fit]]] OUT.fit", onlyNew}),
-    toolCommand(commandConvert, "Convert FIT File Format", 'N', false, 2056, convertCommand, "convert"),
-    toolCommand(commandAddMessages, "Add Messages", 'U', false, 2057, addMessagesCommand, "add"),
-    toolCommand(commandDivide, "Divide A Fit File", 'V', true, 2058, divideCommand, "divide",
-                {2, 2, FileKind::fit, "IN.fit BASE.fit", false, inParts}),
-    toolCommand(commandExclude, "Exclude Messages", 'X', true, 2059, excludeCommand, "exclude"),
-    gpsCommand(commandOneStroke, "At One Stroke", 'F', true, 2060, RideUse::none, MenuAfter::oneStroke, atOneStroke,
-               "stroke", rideToRide),
-    toolCommand(commandTimestamp, "Increase Timestamp", 'I', true, 2091, increaseTimestampCommand, "timestamp"),
-    toolCommand(commandFieldDump, "Field Dump", 'Q', true, 2092, fieldDumpCommand, "dump",
-                {2, 2, FileKind::csv, "IN.fit OUT.csv"}),
-    toolCommand(commandPrepare, "Prepare Activity FIT File", 'R', true, 2093, prepareCommand, "prepare",
-                {2, 2, FileKind::fit, "RIDE OUT.fit"}),
+    sheetCommand(commandProfile, "Setup Profile", "rider, bicycle and motor, page by page", 'P', Sheet::profile,
+                 commitProfile, finishProfile, "profile"),
+    profileCommand(commandLoadProfile, "Load Profile Data", "take rider, bicycle and conditions from a profile file",
+                   'O', Entry::openProfile, FileKind::nothing, loadNamedProfile, "load-profile"),
+    profileCommand(commandSaveProfile, "Save Current Profile", "keep rider, bicycle and conditions in a profile file",
+                   'S', Entry::saveProfile, FileKind::profile, saveNamedProfile, "save-profile"),
+    sheetCommand(commandCondition, "Setup Condition", "wind, air, road and riding in a group", 'R', Sheet::condition,
+                 commitCondition, finishCondition, ""),
+    sheetCommand(commandPreference, "Preference", "what is computed, drawn and kept beside", 'K', Sheet::preference,
+                 commitPreference, finishPreference, "preferences"),
+    reportCommand<Sheet::profile, sectionHuman>(commandReportHuman, "Human", "report the rider", 'H'),
+    reportCommand<Sheet::profile, sectionEquipment>(commandReportEquipment, "Equipments",
+                                                    "report the bicycle's weight and what is worn", 'E'),
+    reportCommand<Sheet::profile, sectionShifting>(commandReportShifting, "Shifting",
+                                                   "report cranks, chainrings and sprockets", 'S'),
+    reportCommand<Sheet::profile, sectionWheel>(commandReportWheel, "Wheel", "report the wheels", 'W'),
+    reportCommand<Sheet::profile, sectionTyre>(commandReportTyre, "Tyre", "report the tyres", 'Y'),
+    reportCommand<Sheet::profile, sectionBrake>(commandReportBrake, "Brake", "report the brakes", 'B'),
+    reportCommand<Sheet::profile, sectionPowerLoss>(commandReportPowerLoss, "Power Loss",
+                                                    "report what frame, chain and wheel swallow", 'L'),
+    reportCommand<Sheet::profile, sectionAssist>(commandReportAssist, "e-Assist", "report the motor and its ranges",
+                                                 'P'),
+    reportCommand<Sheet::profile, allProfileSections>(commandReportProfile, "All Profile", "report the whole profile",
+                                                      'A'),
+    reportCommand<Sheet::condition, sectionCourse>(commandReportCourse, "Course", "report wind, air and road", 0),
+    reportCommand<Sheet::condition, sectionPeloton>(commandReportPeloton, "Peloton",
+                                                    "report the group that is ridden in", 0),
+    reportCommand<Sheet::condition, allConditionSections>(commandReportCondition, "Condition", "report all conditions",
+                                                          'C'),
+    theoryCommand(commandCadenceTheory, "Cadence Theory",
+                  "power over cadence: from three of cadence, power and their greatest values the fourth", 'T', 2011,
+                  calculatorCadence),
+    theoryCommand(commandPedalingDynamics, "Pedaling Dynamics",
+                  "cadence, power, and torque or force at the pedal: from two the third", 'D', 2012,
+                  calculatorPedaling),
+    theoryCommand(commandGearCombination, "Gear Combination", "cadence, velocity and gear: from two the third", 'G',
+                  2013, calculatorGears),
+    rideCommand(commandPowerAndVelocity, "Power and Velocity",
+                "the steady ride: the power for a velocity, or the velocity for a power", 'V', 2021,
+                ridePowerAndVelocity, GraphWhen::bandPowerVelocity),
+    rideCommand(commandAcceleration, "Acceleration", "from a velocity to a higher one, with gear changes", 'A', 2022,
+                rideAcceleration, GraphWhen::express),
+    rideCommand(commandDeceleration, "Deceleration", "from a velocity to a lower one, by coasting or with the brakes",
+                'D', 2023, rideDeceleration, GraphWhen::express),
+    rideCommand(commandPatternBraking, "Pattern Braking", "four ways to use the brakes, and the heat that they take",
+                'B', 2024, ridePatternBraking, GraphWhen::express),
+    rideCommand(commandInclinationAndVelocity, "Inclination and Velocity",
+                "rolling without power: the velocity on a slope, or the slope for a velocity", 'I', 2025,
+                rideInclinationAndVelocity, GraphWhen::express),
+    rideCommand(commandCriticalCornering, "Critical Cornering", "velocity, line and grip in a bend: from two the third",
+                'C', 2026, rideCriticalCornering, GraphWhen::bandCornering),
+    gpsCommand(commandLoadRide, "Load Activity FIT File", "what a recorded ride holds", 'L', false, 0, RideUse::chosen,
+               MenuAfter::loaded, loadGpsFile, "load"),
+    gpsCommand(commandExpress, "Express Source Data", "a recorded ride row by row as its device wrote it", 'E', false,
+               2052, RideUse::loaded, MenuAfter::expressed, expressSourceData, "express"),
+    gpsCommand(commandAnalyse, "Analyse And Predict", "power and cadence that a recorded ride took, row by row", 'T',
+               false, 2053, RideUse::ready, MenuAfter::analysed, analyseAndPredict, "analyse predict"),
+    gpsCommand(commandCreate, "Create FIT File Analysed", "a recorded ride with predicted power and cadence as a file",
+               'F', false, 2054, RideUse::analysed, MenuAfter::none, createAnalysedFile, "create", rideToRide),
+    toolCommand(commandCombine, "Combine FIT Files", "one ride of two to five files", 'M', false, 2055, combineCommand,
+                "combine", {2, 6, FileKind::fit, "A.fit B.fit [C.fit [D.fit [E.fit]]] OUT.fit", onlyNew}),
+    toolCommand(commandConvert, "Convert FIT File Format", "another form of header, sport or unit of speed", 'N', false,
+                2056, convertCommand, "convert"),
+    toolCommand(commandAddMessages, "Add Messages", "laps, session and activity, summed up anew from the records", 'U',
+                false, 2057, addMessagesCommand, "add"),
+    toolCommand(commandDivide, "Divide A Fit File", "a file for each session, lap or set of fields", 'V', true, 2058,
+                divideCommand, "divide", {2, 2, FileKind::fit, "IN.fit BASE.fit", false, inParts}),
+    toolCommand(commandExclude, "Exclude Messages", "a file without its laps, sessions or activities", 'X', true, 2059,
+                excludeCommand, "exclude"),
+    gpsCommand(commandOneStroke, "At One Stroke", "load, analyse and create in one go", 'F', true, 2060, RideUse::none,
+               MenuAfter::oneStroke, atOneStroke, "stroke", rideToRide),
+    toolCommand(commandTimestamp, "Increase Timestamp", "a ride with its clock set right", 'I', true, 2091,
+                increaseTimestampCommand, "timestamp"),
+    withRows(toolCommand(commandFieldDump, "Field Dump", "all messages of a FIT file, decoded, as a CSV table", 'Q',
+                         true, 2092, fieldDumpCommand, "dump", {2, 2, FileKind::csv, "IN.fit OUT.csv"})),
+    withFigures(toolCommand(commandPrepare, "Prepare Activity FIT File",
+                            "a ride put in order, of FIT, GPX or TCX, so that the analysis reads it well", 'R', true,
+                            2093, prepareCommand, "prepare", {2, 2, FileKind::fit, "RIDE OUT.fit"}),
+                [](const Command&) { return preparationFigureInfos(); }),
     {.id = commandCompare,
      .label = "Compare Rides",
+     .meaning = "two rides with power held against each other, as a whole and by sector",
      .work = worker,
      .operation = compareCommand,
      .answers = Answers::codes,
      .files = {2, 2, FileKind::nothing, "RIDE RIDE"},
+     .figures = [](const Command&) { return comparisonFigureInfos(); },
+     .hasRows = true,
      .aliases = "compare"},
-    gpsCommand(commandRide, "Ride", 'J', false, 2095, RideUse::none, MenuAfter::none, answerRideCommand, "",
+    gpsCommand(commandRide, "Ride",
+               "what a recorded ride cost: power, work, laps, climbs and gears, measured or predicted", 'J', false,
+               2095, RideUse::none, MenuAfter::none, answerRideCommand, "",
                {1, 2, FileKind::fit, "RIDE [OUT.fit]", onlyNew}),
 };
 

@@ -7,11 +7,13 @@
 #include "core/parameter_block.h"
 #include "core/result_status.h"
 #include "forms/sheet.h"
+#include "report/figures.h"
 
 #include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace torvane {
 
@@ -78,9 +80,10 @@ enum class MenuAfter : uint8_t { none, loaded, expressed, analysed, toolRan, one
 
 struct Command {
     int id;
-    const char* label;  // of the menu; the console takes it in lower case with hyphens
-    char key = 0;       // with Ctrl; 0 none
-    bool shift = false; // and Shift
+    const char* label;        // of the menu; the console takes it in lower case with hyphens
+    const char* meaning = ""; // one line: what it answers or makes; empty for the front end's own
+    char key = 0;             // with Ctrl; 0 none
+    bool shift = false;       // and Shift
     Entry entry = Entry::immediate;
     int form = 0; // dialog template of the first entry, 0 none
     Sheet sheet = Sheet::none;
@@ -97,6 +100,9 @@ struct Command {
     CommandFiles files = {};
     GraphWhen graph = GraphWhen::never;
     MenuAfter menu = MenuAfter::none;
+    // The names that its figures can have, for help; null: it has none.
+    std::vector<FigureInfo> (*figures)(const Command& command) = nullptr;
+    bool hasRows = false;     // it has a table that can be written as rows
     bool showsLower = false;  // after its run the lower pane takes the focus and scrolls to its top
     const char* aliases = ""; // more console names, separated by blanks
 };

@@ -1,6 +1,7 @@
 #include "command/entries.h"
 
 #include "command/nearest.h"
+#include "core/text.h"
 
 #include <algorithm>
 #include <cctype>
@@ -93,15 +94,20 @@ int valueOf(const FormState& state, const Row& row, std::string_view value)
 
 void refuseValue(EntryFaults& faults, const Assignment& assignment, const std::string& text)
 {
-    faults.refusals.push_back({RefusalKind::badValue, assignment.name, assignment.name + text});
+    faults.refusals.push_back({RefusalKind::badValue, assignment.name, assignment.name + text, assignment.value});
+}
+
+void refuseChoice(const FormState& state, const Row& row, const Assignment& assignment, EntryFaults& faults)
+{
+    refuseValue(faults, assignment,
+                " has no choice '" + assignment.value + "'; it takes: " + listed(labelsOf(state, row)));
 }
 
 void makeChoice(FormState& state, const Row& row, const Assignment& assignment, EntryFaults& faults)
 {
     int value = valueOf(state, row, assignment.value);
     if (value < 0)
-        refuseValue(faults, assignment,
-                    " has no choice '" + assignment.value + "'; it takes: " + listed(labelsOf(state, row)));
+        refuseChoice(state, row, assignment, faults);
     else
         choose(state, row, value);
 }
@@ -120,14 +126,49 @@ bool isNumber(const std::string& text, bool whole)
     return end == text.c_str() + text.size();
 }
 
-void typeEntry(FormState& state, const Row& row, const Assignment& assignment, EntryFaults& faults)
+bool readsAsNumber(const Row& row, const Assignment& assignment, EntryFaults& faults)
 {
     bool whole = row.kind == RowKind::whole;
-    if (isNumber(assignment.value, whole))
-        typeText(state, row, assignment.value);
-    else
+    bool reads = isNumber(assignment.value, whole);
+    if (!reads)
         refuseValue(faults, assignment,
                     std::string(" takes a ") + (whole ? "whole " : "") + "number, not '" + assignment.value + "'");
+    return reads;
+}
+
+void typeEntry(FormState& state, const Row& row, const Assignment& assignment, EntryFaults& faults)
+{
+    if (readsAsNumber(row, assignment, faults))
+        typeText(state, row, assignment.value);
+}
+
+bool isBeyond(const Row& row, double value)
+{
+    return (row.leastBinds && !(value >= row.least)) || (row.mostBinds && !(value <= row.most));
+}
+
+// "0 to 3000 W"
+std::string limitsText(const Row& row)
+{
+    std::string text;
+    if (row.leastBinds && row.mostBinds)
+        text = formatText("%.10g to %.10g", row.least, row.most);
+    else
+        text = row.leastBinds ? formatText("%.10g or more", row.least) : formatText("%.10g or less", row.most);
+    return row.unit[0] != '\0' ? text + " " + row.unit : text;
+}
+
+// A value that another choice hides today is in view tomorrow.
+void checkHidden(const FormState& state, const Row& row, const Assignment& assignment, EntryFaults& faults)
+{
+    if (isChosen(row)) {
+        if (valueOf(state, row, assignment.value) < 0)
+            refuseChoice(state, row, assignment, faults);
+    } else if (readsAsNumber(row, assignment, faults) && (!row.checked || row.checked(state, row)) &&
+               isBeyond(row, std::strtod(assignment.value.c_str(), nullptr))) {
+        std::string text = assignment.name + " takes " + limitsText(row) + ", not " + assignment.value;
+        faults.refusals.push_back({RefusalKind::beyondLimits, assignment.name, text, assignment.value, &row});
+    }
 }
 
 void place(FormState& state, const Row& row, const Assignment& assignment, EntryFaults& faults)
@@ -163,11 +204,26 @@ void makeChoices(FormState& state, const std::vector<Assignment>& assignments, s
 void keepRefused(EntryFaults& faults, const FormState& state)
 {
     faults.refused = state.refused;
-    if (!faults.refused || !isEdit(*faults.refused))
+    if (!faults.refused)
         return;
     const Row& row = *faults.refused;
+    if (row.kind == RowKind::path)
+        faults.given = rowText(state, row);
+    if (!isEdit(row))
+        return;
     double value = shownValue(state, row);
-    faults.beyondLimits = (row.leastBinds && !(value >= row.least)) || (row.mostBinds && !(value <= row.most));
+    faults.beyondLimits = isBeyond(row, value);
+    faults.given = formatText("%.10g", value);
+}
+
+std::string lessonOf(const EntryFaults& faults)
+{
+    if (!faults.refused || !faults.refused->name || faults.given.empty())
+        return {};
+    const Row& row = *faults.refused;
+    if (faults.beyondLimits)
+        return std::string(row.name) + " takes " + limitsText(row) + ", not " + faults.given;
+    return std::string(row.name) + " is " + faults.given + (row.unit[0] != '\0' ? std::string(" ") + row.unit : "");
 }
 
 std::vector<Assignment> setEntries(FormState& state, const std::vector<Assignment>& assignments, EntryFaults& faults)
@@ -179,10 +235,12 @@ std::vector<Assignment> setEntries(FormState& state, const std::vector<Assignmen
         const Row* row = bestRow(state, assignments[i].name);
         if (!row)
             continue;
-        if (!placed[i] && !isPresent(state, *row))
+        if (!placed[i] && !isPresent(state, *row)) {
             hidden.push_back(assignments[i]);
-        else if (!placed[i])
+            checkHidden(state, *row, assignments[i], faults);
+        } else if (!placed[i]) {
             place(state, *row, assignments[i], faults);
+        }
     }
     for (const Assignment& assignment : assignments) {
         const Row* row = bestRow(state, assignment.name);

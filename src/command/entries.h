@@ -17,6 +17,7 @@ enum class RefusalKind {
     ofPage,       // asked of a command, it is an entry of a page
     ofCommand,    // asked of the pages, it is an entry of a command
     badValue,     // no number, or none of the choices
+    beyondLimits, // of an entry that another choice hides; those in view the form itself refuses
     missing,      // the dialog cannot be confirmed without more
 };
 
@@ -24,6 +25,8 @@ struct Refusal {
     RefusalKind kind;
     std::string entry;
     std::string text;
+    std::string given = {};   // the value as it was given
+    const Row* row = nullptr; // with beyondLimits
 };
 
 // What became of assignments; each text is one line.
@@ -33,11 +36,16 @@ struct EntryFaults {
     // What a form refused when it was confirmed, where that was one entry; and whether by the entry's limits.
     const Row* refused = nullptr;
     bool beyondLimits = false;
+    std::string given = {}; // what the refused entry holds: a number in its unit, a path
 };
 void keepRefused(EntryFaults& faults, const FormState& state);
+// "ridePower takes 0 to 3000 W, not 3001", where the form refused one entry by its limits; "source is /no/ride.fit"
+// where it refused one for another reason; empty where no one entry is to blame.
+std::string lessonOf(const EntryFaults& faults);
 
 // Sets the named rows of an open form: choices first, in the order of the rows, then what is typed. Names that the
-// form does not have are left alone. Returns the assignments whose row another choice hides.
+// form does not have are left alone. Returns the assignments whose row another choice hides; their values are looked at
+// all the same.
 std::vector<Assignment> setEntries(FormState& state, const std::vector<Assignment>& assignments, EntryFaults& faults);
 
 // Whether some row of the form goes by this name.

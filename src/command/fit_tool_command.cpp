@@ -2,6 +2,7 @@
 #include "command/fit_tool_command.h"
 
 #include "core/progress.h"
+#include "fit/field_rows.h"
 #include "fit/fit_tools.h"
 #include "report/fit_report.h"
 
@@ -58,7 +59,8 @@ ResultStatus increaseTimestampCommand(Session& session)
 
 ResultStatus fieldDumpCommand(Session& session)
 {
-    return runTool(session, runFieldDump);
+    ResultStatus result = runTool(session, runFieldDump);
+    return result == fitOk && session.rows ? writeFieldRows(*session.rows, session.inputs.files[0].path) : result;
 }
 
 } // namespace torvane

@@ -10,8 +10,10 @@
 #include "gps/analysis.h"
 #include "gps/gps_load.h"
 #include "gps/prepare.h"
+#include "report/fit_figures.h"
 #include "report/fit_report.h"
 #include "report/prepare_report.h"
+#include "report/ride_rows.h"
 
 #include <optional>
 #include <string>
@@ -78,15 +80,27 @@ ReportedRide reported(const Ride& ride, FitReportMode mode)
     return {ride.loaded.path, mode, a.stats.inventory, a.stats.summary, ride.loaded.presence, a.settings, a.flags};
 }
 
+constexpr uint32_t predictedFields = predictedCadence | predictedPower;
+
+// The table as rows, where the front end wants them.
+void writeRows(const Ride& ride, FitReportMode mode)
+{
+    if (RowWriter* rows = ride.session.rows)
+        writeRecordRows(*rows, reported(ride, mode), ride.analysis.records,
+                        addedFieldsOf(ride.analysis.flags) & predictedFields);
+}
+
 void reportRideSummary(const Ride& ride, FitReportMode mode)
 {
+    ride.session.figures = summaryFigures(reported(ride, mode));
+    writeRows(ride, mode);
     reportSummary(ride.session.screens, reported(ride, mode));
 }
 
 void reportRideFields(const Ride& ride, FitReportMode mode)
 {
     reportFields(ride.session.screens, reported(ride, mode), ride.analysis.records,
-                 addedFieldsOf(ride.analysis.flags) & (predictedCadence | predictedPower), ride.loaded.image.progress);
+                 addedFieldsOf(ride.analysis.flags) & predictedFields, ride.loaded.image.progress);
     reportStatus(ride.session.screens, ride.loaded.path, fitExpressed);
 }
 
@@ -126,6 +140,7 @@ StatusCode analyseAtOneStroke(Ride& ride, const std::string& destination)
         return code;
     reportRideSummary(ride, reportAnalysed);
     if (ride.session.preparation.enabled) {
+        addPreparationFigures(ride.session.figures, ride.findings);
         reportPreparation(ride.session.screens, ride.findings);
         tellPreparationNotes(ride.session.screens, ride.findings);
     }
@@ -168,6 +183,8 @@ StatusCode createAnalysedFile(Session& session)
     Ride ride = rideOf(session);
     if (StatusCode code = readAndAnalyse(ride))
         return code;
+    session.figures = summaryFigures(reported(ride, reportAnalysed));
+    writeRows(ride, reportAnalysed);
     return createFile(ride, session.inputs.files[toolDestination].path);
 }
 

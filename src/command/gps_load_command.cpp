@@ -2,6 +2,7 @@
 
 #include "core/progress.h"
 #include "gps/gps_load.h"
+#include "report/fit_figures.h"
 #include "report/fit_report.h"
 
 #include <utility>
@@ -28,8 +29,10 @@ StatusCode load(Session& session, LoadedRide&& ride)
         return reportStatus(session.screens, ride.path, code);
     session.take(std::move(ride));
     const LoadedRide& loaded = session.ride;
-    reportSummary(session.screens,
-                  {loaded.path, reportLoaded, loaded.inventory, loaded.summary, loaded.presence, session.working});
+    ReportedRide reported = {loaded.path,    reportLoaded,    loaded.inventory,
+                             loaded.summary, loaded.presence, session.working};
+    session.figures = summaryFigures(reported);
+    reportSummary(session.screens, reported);
     reportStatus(session.screens, loaded.path, fitLoaded);
     return fitOk;
 }

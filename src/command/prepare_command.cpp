@@ -5,8 +5,10 @@
 #include "gps/prepare.h"
 #include "gps/ride_comparison.h"
 #include "report/comparison_report.h"
+#include "report/fit_figures.h"
 #include "report/fit_report.h"
 #include "report/prepare_report.h"
+#include "report/ride_rows.h"
 
 namespace torvane {
 
@@ -31,6 +33,7 @@ ResultStatus prepareCommand(Session& session)
     PrepareOutcome outcome = prepareFor(session);
     if (outcome.tool.code == fitPrepared) {
         session.screens.setText(Pane::lower, "");
+        addPreparationFigures(session.figures, outcome.findings);
         reportPreparation(session.screens, outcome.findings);
         tellPreparationNotes(session.screens, outcome.findings);
     }
@@ -45,6 +48,9 @@ ResultStatus compareCommand(Session& session)
     if (outcome.code != fitOk)
         return reportStatus(session.screens, paths[outcome.second], outcome.code);
     session.screens.setText(Pane::lower, "");
+    session.figures = comparisonFigures(comparison);
+    if (session.rows)
+        writeComparisonRows(*session.rows, comparison);
     reportComparison(session.screens, comparison, paths[0], paths[1]);
     return reportStatus(session.screens, paths[0], fitOk);
 }

@@ -2,7 +2,9 @@
 
 #include "core/parameter_block.h"
 #include "core/progress.h"
+#include "report/ride_figures.h"
 #include "report/ride_report.h"
+#include "report/ride_rows.h"
 #include "ride/ride_run.h"
 
 #include <utility>
@@ -63,9 +65,12 @@ ResultStatus dispatchRide(Session& session)
     Progress progress = runsOverTime(mode) ? Progress(session.screens) : Progress();
     RideRun ride = runRide(session.model, takeRideInputs(session.working, session.lastDrive), &progress);
     leave(session, ride);
+    session.figures = rideFigures(ride);
     reportRide(session.screens, ride);
     if (!isFatal(ride.status))
         reportTable(session.screens, ride, progress);
+    if (session.rows && !isFatal(ride.status))
+        writeRideRows(*session.rows, ride, session.graph ? &*session.graph : nullptr);
     return ride.status;
 }
 

@@ -8,6 +8,7 @@
 #include "gps/loaded_ride.h"
 #include "gps/prepare.h"
 #include "model/model.h"
+#include "report/figures.h"
 #include "ride/ride_records.h"
 
 #include <atomic>
@@ -16,6 +17,8 @@
 #include <utility>
 
 namespace torvane {
+
+class RowWriter;
 
 // What the pages of a sheet have accepted and its command has not yet brought into force.
 struct FormMarks {
@@ -29,6 +32,8 @@ struct Session {
     EntryFile kept = {};                   // defaults without a place in the parameter file
     FormMarks formMarks = {};
     std::optional<GraphSeries> graph = {}; // curves that the last command left; empty where it has nothing to plot
+    Figures figures = {};                  // numbers of the last command's answer
+    RowWriter* rows = nullptr;             // where the table of the present command goes as well; null: nowhere
     std::string profilePath = {};          // answer of the profile file prompts; UTF-8
     std::string profileFault = {}; // the figure of the last profile file that its page would not take; empty: none
     std::string chosenRide = {};   // answer of the prompt of the load; UTF-8

@@ -74,7 +74,7 @@ struct TextKind {
     FileKind kind;
 };
 
-constexpr TextKind textKinds[] = {{".csv", FileKind::csv}};
+constexpr TextKind textKinds[] = {{".csv", FileKind::csv}, {".tsv", FileKind::csv}, {".ndjson", FileKind::csv}};
 
 bool endsWith(std::string_view path, std::string_view ending)
 {

@@ -2,6 +2,10 @@
 // the format; values are raw numbers.
 #include "core/files.h"
 #include "core/text.h"
+#include "fit/base_type.h"
+#include "fit/field_rows.h"
+#include "fit/fit_image.h"
+#include "fit/fit_walk.h"
 #include "fit/tool_support.h"
 
 #include <algorithm>
@@ -310,7 +314,88 @@ bool writeOverFront(const std::string& path, const FitImage& image)
     return replaceFile(path, make) == FileResult::ok;
 }
 
+// Rows
+
+constexpr RowColumn fieldColumns[] = {{"message", 0}, {"type", 0},   {"typeName"},
+                                      {"field", 0},   {"fieldName"}, {"value", 0}};
+constexpr uint8_t textType = 7; // of a field, in the low bits of its base type
+
+std::string_view typeName(const DumpMessage& row)
+{
+    constexpr size_t hyphens = std::string_view("-- ").size();
+    std::string_view tag = row.tag;
+    return tag.substr(hyphens, tag.size() - 2 * hyphens);
+}
+
+// Up to the zero that ends it.
+std::string_view textOf(std::span<const uint8_t> bytes)
+{
+    std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+    return text.substr(0, text.find('\0'));
+}
+
+std::string listOf(const FitMessage& message, const FieldDefinition& field, size_t offset, uint8_t width)
+{
+    std::string text;
+    for (size_t at = 0; at + width <= field.size; at += width) {
+        FieldDefinition element = {field.number, width, field.baseType};
+        std::optional<int64_t> value =
+            readValue(message.payload, numberReader(element, offset + at, message.definition->bigEndian(), false));
+        text += text.empty() ? "" : " ";
+        text += value ? std::to_string(*value) : "-";
+    }
+    return text;
+}
+
+void writeValue(RowWriter& rows, const FitMessage& message, const FieldDefinition& field, size_t offset)
+{
+    constexpr uint8_t widths[] = {1, 1, 1, 2, 2, 4, 4, 1, 4, 8, 1, 2, 4, 1, 8, 8, 8}; // by base type
+    uint8_t type = field.baseType & 0x1F;
+    uint8_t width = type < std::size(widths) ? widths[type] : uint8_t{1};
+    if (type == textType)
+        return rows.text(textOf(message.payload.subspan(offset, field.size)));
+    if (field.size > width)
+        return rows.text(listOf(message, field, offset, width));
+    NumberReader reader = numberReader(field, offset, message.definition->bigEndian(), false);
+    std::optional<int64_t> value = readValue(message.payload, reader);
+    if (value)
+        rows.number(static_cast<double>(*value));
+    else
+        rows.empty();
+}
+
+void writeMessage(RowWriter& rows, const FitMessage& message, size_t number)
+{
+    const DumpMessage& row = dumpMessage(message.globalMessage());
+    forEachField(message, [&](const FieldDefinition& field, size_t offset) {
+        if (offset + field.size > message.payload.size())
+            return;
+        const DumpField* known = dumpField(row, field.number);
+        rows.number(static_cast<double>(number));
+        rows.number(message.globalMessage());
+        rows.text(typeName(row));
+        rows.number(field.number);
+        rows.text(known ? known->name : "");
+        writeValue(rows, message, field, offset);
+        rows.endRow();
+    });
+}
+
 } // namespace
+
+StatusCode writeFieldRows(RowWriter& rows, const std::string& path)
+{
+    FitImage image = {};
+    if (StatusCode code = loadFitImage(image, path))
+        return code;
+    rows.begin(fieldColumns);
+    size_t number = 0;
+    return walkMessages(image, [&](const FitMessage& message) {
+        if (!message.isDefinition)
+            writeMessage(rows, message, number);
+        ++number;
+    });
+}
 
 Verdict checkFieldDump(ToolInputs& inputs, ParameterBlock&)
 {

@@ -116,6 +116,7 @@ Result<Answer> run(Asking& asking)
         asking.command.commit(session.saved, session.working);
     session.graph.reset();
     ResultStatus status = asking.command.operation(session);
+    takeFigures(session, asking.answer);
     if (std::optional<GraphSeries> curves = std::exchange(session.graph, std::nullopt))
         asking.answer.graph = graphOf(*curves);
     return outcome(asking.command, status, std::move(asking.answer));
@@ -182,7 +183,7 @@ Error unknownCommand(std::string_view name)
 Result<Answer> outcome(const Command& command, ResultStatus status, Answer&& answer)
 {
     if (!succeeded(command, status))
-        return errorOf(command, status, answer);
+        return errorOf(command, status, answer.lower, answer.statusLine);
     answer.command = consoleName(command);
     answer.status = status;
     answer.warned = command.answers == Answers::bits && status != 0;
@@ -219,7 +220,7 @@ Result<Bytes> analysedFileOf(Session& session, const Entries& entries)
     create.commit(session.saved, session.working);
     FitImage destination = {};
     if (const StatusCode code = createAnalysedImage(session, destination))
-        return errorOf(create, code, asking.answer);
+        return errorOf(create, code, asking.answer.lower, asking.answer.statusLine);
     return fitFileBytes(destination);
 }
 

@@ -3,7 +3,7 @@
 #include "command/fill.h"
 #include "command/settings_entries.h"
 #include "core/parameter_block.h"
-#include "forms/form.h"
+#include "forms/entry_meanings.h"
 #include "library/errors.h"
 
 namespace torvane::library {
@@ -34,6 +34,7 @@ double valueOf(const FormState& state, const Row& row)
 EntryInfo described(const FormState& state, const Row& row)
 {
     EntryInfo info = {.name = row.name, .kind = kindOf(row), .value = valueOf(state, row), .when = row.when};
+    info.meaning = meaningOf(*state.form, row.name);
     if (isNumber(row)) {
         Limits limits = limitsOf(row);
         info.unit = limits.unit;

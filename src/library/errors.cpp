@@ -34,8 +34,8 @@ ErrorKind kindOf(const Command& command, ResultStatus status)
 
 ErrorKind kindOf(RefusalKind kind)
 {
-    if (kind == RefusalKind::badValue)
-        return ErrorKind::badValue;
+    if (kind == RefusalKind::badValue || kind == RefusalKind::beyondLimits)
+        return kind == RefusalKind::badValue ? ErrorKind::badValue : ErrorKind::beyondLimits;
     return kind == RefusalKind::missing ? ErrorKind::incomplete : ErrorKind::unknownEntry;
 }
 
@@ -69,7 +69,10 @@ Limits limitsOf(const Row& row)
 
 Error errorOf(const Refusal& refusal)
 {
-    return {.kind = kindOf(refusal.kind), .text = refusal.text, .entry = refusal.entry};
+    Error error = {.kind = kindOf(refusal.kind), .text = refusal.text, .entry = refusal.entry};
+    if (refusal.row)
+        error.limits = limitsOf(*refusal.row);
+    return error;
 }
 
 Error errorOf(const EntryFaults& faults, const std::vector<Box>& boxes)
@@ -86,10 +89,10 @@ Error errorOf(const EntryFaults& faults, const std::vector<Box>& boxes)
     return error;
 }
 
-Error errorOf(const Command& command, ResultStatus status, const Answer& answer)
+Error errorOf(const Command& command, ResultStatus status, const std::string& report, const std::string& statusLine)
 {
-    std::string report = trimmed(answer.lower);
-    return {.kind = kindOf(command, status), .text = report.empty() ? answer.statusLine : report, .status = status};
+    std::string text = trimmed(report);
+    return {.kind = kindOf(command, status), .text = text.empty() ? statusLine : text, .status = status};
 }
 
 } // namespace torvane::library

@@ -17,7 +17,7 @@ Limits limitsOf(const Row& row);
 Error errorOf(const EntryFaults& faults, const std::vector<Box>& boxes);
 Error errorOf(const Refusal& refusal);
 
-// Of a command that did not do what it is for; the answer has its texts.
-Error errorOf(const Command& command, ResultStatus status, const Answer& answer);
+// Of a command that did not do what it is for, with its report and its status line.
+Error errorOf(const Command& command, ResultStatus status, const std::string& report, const std::string& statusLine);
 
 } // namespace torvane::library

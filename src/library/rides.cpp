@@ -6,6 +6,7 @@
 #include "gps/prepare.h"
 #include "library/errors.h"
 #include "library/state.h"
+#include "report/fit_figures.h"
 #include "report/fit_report.h"
 #include "report/prepare_report.h"
 
@@ -21,7 +22,7 @@ std::optional<Error> errorOf(int command, StatusCode code, Answer& answer)
     answer.command = consoleName(own);
     if (succeeded(own, code))
         return std::nullopt;
-    return library::errorOf(own, code, answer);
+    return library::errorOf(own, code, answer.lower, answer.statusLine);
 }
 
 Error beyond(const char* entry, double least, double most, const char* unit)
@@ -54,6 +55,7 @@ std::optional<Error> takeRide(Session& session, StatusCode read, FitImage&& imag
     Gathering gathering(session, answer);
     const StatusCode code =
         read != fitOk ? reportStatus(session.screens, name, read) : loadRideInMemory(session, std::move(image), name);
+    takeFigures(session, answer);
     return errorOf(commandLoadRide, code, answer);
 }
 
@@ -72,8 +74,11 @@ std::optional<Error> prepareInHand(Session& session, const Preparation& preparat
     StatusCode code = prepareActivity(*session.ride.inMemory, options, prepared, findings);
     code = code != fitOk ? reportStatus(session.screens, name, code)
                          : loadRideInMemory(session, std::move(prepared), name);
-    if (code == fitOk)
+    if (code == fitOk) {
+        addPreparationFigures(session.figures, findings);
         reportPreparation(session.screens, findings);
+    }
+    takeFigures(session, answer);
     return errorOf(commandPrepare, code, answer);
 }
 

@@ -27,6 +27,9 @@ private:
     Session& session;
 };
 
+// The figures that the last command has left go to its answer.
+void takeFigures(Session& session, Answer& answer);
+
 // Blocks, model and ride as they are now. They come back at the end, unless they were let go.
 class Held {
 public:

@@ -4,6 +4,7 @@
 #include "core/text.h"
 #include "core/units.h"
 #include "report/report_text.h"
+#include "report/ride_figures.h"
 #include "report/ride_lines.h"
 #include "report/status_text.h"
 #include "report/time_text.h"
@@ -117,7 +118,6 @@ void appendLimits(std::string& text, const RideRun& ride)
 
 void appendReached(std::string& text, const RideRun& ride, bool stoppedShort)
 {
-    constexpr double leastAcceleration = 0.00025; // m/s2, at which a run is at its end
     if (stoppedShort) {
         appendFormat(text, "reached to %5.3lf kph screened under %8.6lf mpss\n", kph(ride.found.velocity),
                      leastAcceleration);

@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <tuple>
 #include <utility>
 
@@ -17,14 +18,26 @@ namespace torvane {
 using Console = ConsoleTest;
 
 // And leaves no file, where it was to keep the defaults.
-TEST_F(Console, RefusesInOneLine)
+TEST_F(Console, RefusesAndTeaches)
 {
     const std::pair<std::vector<std::string>, const char*> cases[] = {
-        {{"801", "ridePower=3001"}, "warning: found too large value of a power\n"},
-        {{"--set", "bpn=39", "801"}, "warning: found too small value of the BPN\n"},
-        {{"--set", "ftp=50", "--set", "useFtp=on", "501"}, "warning: found too small value of an expected cadence\n"},
+        {{"801", "ridePower=3001"},
+         "warning: found too large value of a power\n"
+         "torvane-cli: ridePower takes 0 to 3000 W, not 3001\n"},
+        {{"--set", "bpn=39", "801"},
+         "warning: found too small value of the BPN\ntorvane-cli: bpn takes 40 to 100, not 39\n"},
+        {{"--set", "thresholdSpeed=-1", "801"},
+         "warning: found too small value of the speed\ntorvane-cli: thresholdSpeed takes 0 or more kph, not -1\n"},
+        {{"--set", "ftp=50", "--set", "useFtp=on", "501"},
+         "warning: found too small value of an expected cadence\ntorvane-cli: ftp takes 100 to 700 W, not 50\n"},
         {{"701", "theoryTarget=cadence", "theoryPower=901"},
-         "warning: found power tried to input over the maximal power\n"},
+         "warning: found power tried to input over the maximal power\ntorvane-cli: theoryPower is 901 W\n"},
+        {{"802", "rideTarget=0", "rideLegTime=garbage"}, "torvane-cli: rideLegTime takes a number, not 'garbage'\n"},
+        {{"802", "rideTarget=0", "rideLegTime=1001"}, "torvane-cli: rideLegTime takes 0 to 1000 sec, not 1001\n"},
+        {{"--set", "brakeMaterial[1][0]=wood", "801"},
+         "torvane-cli: brakeMaterial[1][0] has no choice 'wood'; it takes: carbon | aluminum | stainless\n"},
+        {{"convert", "/no/a.fit", "b.fit"}, "error: not existing a source file\ntorvane-cli: source is /no/a.fit\n"},
+        {{"--", "--help"}, "torvane-cli: unknown command --help\n"},
         {{"801", "ridePowr=3"}, "torvane-cli: power-and-velocity has no entry ridePowr; did you mean ridePower?\n"},
         {{"timestamp", "days=50000", "a.fit", "b.fit"}, "warning: found too large value of a timestamp offset\n"},
         {{"801", "humanWeight=70"},
@@ -41,7 +54,7 @@ TEST_F(Console, RefusesInOneLine)
         {{"302"}, "torvane-cli: about is a command of the desktop program\n"},
         {{"--jsn", "801"}, "torvane-cli: unknown option --jsn; did you mean --json?\n"},
         {{"--set", "72", "801"}, "torvane-cli: --set needs NAME=VALUE, not '72'\n"},
-        {{"--json=1", "801"}, "torvane-cli: --json takes no value\n"},
+        {{"--save=1", "801"}, "torvane-cli: --save takes no value\n"},
         {{"--graph", "g.svg", "701"}, "torvane-cli: cadence-theory has no graph\n"},
         {{"801", "ride.fit"}, "torvane-cli: power-and-velocity takes no file; 'ride.fit' is no NAME=VALUE\n"},
         {{"combine", "a.fit"}, "torvane-cli: combine-fit-files takes A.fit B.fit [C.fit [D.fit [E.fit]]] OUT.fit\n"},
@@ -175,9 +188,47 @@ TEST_F(Console, PrintsOneJsonObject)
     EXPECT_EQ(answer.out.substr(answer.out.size() - 3), "}}\n");
     for (const char* absent : {"\"upper\"", "nan"})
         EXPECT_FALSE(contains(answer.out, absent));
-    EXPECT_EQ(call({"--json", "--set", "bpn=39", "801"}).out, "{\"command\": 801, \"boxes\": [{\"title\": \"warning\", "
-                                                              "\"text\": \"found too small value of the BPN\"}]}\n");
-    EXPECT_EQ(call({"--json", "--par", "/no/such/file", "801"}).out, "{\"command\": 801}\n");
+}
+
+// Whatever goes wrong, under --json there is one object, and it says what.
+TEST_F(Console, TellsErrorsAsData)
+{
+    std::string none = in + "none.fit", bad = put("bad.fit", {1, 2, 3});
+    const std::pair<std::vector<std::string>, std::string> cases[] = {
+        {{"--set", "bpn=39", "801"},
+         "\"kind\": \"beyondLimits\", \"entry\": \"bpn\", \"limits\": {\"least\": 40, \"most\": 100}, "
+         "\"given\": \"39\", \"text\": \"found too small value of the BPN\""},
+        {{"802", "rideLegTime=2e3"},
+         "\"kind\": \"beyondLimits\", \"entry\": \"rideLegTime\", \"limits\": {\"least\": 0, \"most\": 1000, \"unit\": "
+         "\"sec\"}, \"given\": \"2e3\""},
+        {{"801", "rideVelocity=fa\"st"},
+         "\"kind\": \"badValue\", \"entry\": \"rideVelocity\", \"given\": \"fa\\\"st\""},
+        {{"801", "humanWeight=70"}, "\"kind\": \"unknownEntry\", \"entry\": \"humanWeight\""},
+        {{"nothing"}, "{\"error\": {\"kind\": \"unknownCommand\""},
+        {{"--jsn", "801"}, "{\"error\": {\"kind\": \"wrongUsage\""},
+        {{"load"}, "\"kind\": \"wrongUsage\""},
+        {{}, "{\"error\": {\"kind\": \"wrongUsage\", \"text\": \"no command given\"}}"},
+        {{"help", "nothing"}, "\"kind\": \"unknownCommand\""},
+        {{"load", none}, "\"kind\": \"cannotRead\", \"text\": \"failed to open the file 'none.fit'\""},
+        {{"load", bad}, "\"kind\": \"badFile\""},
+        {{"convert", none, in + "b"}, "\"kind\": \"refused\", \"entry\": \"source\", \"given\": \"" + none + "\""},
+        {{"--profile", none, "801"}, "\"kind\": \"cannotRead\", \"text\": \"" + none + " cannot be opened\""},
+        {{"--par", none, "801"}, "\"kind\": \"cannotRead\", \"text\": \"there is no file " + none + "\""},
+        {{"add", bad, in + "b.fit"}, "\"kind\": \"incomplete\""},
+        {{"803", "rideStartVelocity=10", "rideEndVelocity=10"}, "\"kind\": \"noAnswer\""},
+        {{"save-profile", in + "no/such/p.pro"}, "\"kind\": \"cannotWrite\""},
+    };
+    for (const auto& [arguments, told] : cases) {
+        Call answer = call({"--json"}, arguments);
+        EXPECT_NE(answer.code, 0) << told;
+        EXPECT_TRUE(contains(answer.out, told)) << answer.out;
+        EXPECT_EQ(std::ranges::count(answer.out, '\n'), 1) << answer.out;
+    }
+}
+
+TEST_F(Console, TakesACommandBehindTwoHyphens)
+{
+    EXPECT_EQ(call({"--json", "--", "801", "rideVelocity=40"}).out, call({"--json", "801", "rideVelocity=40"}).out);
 }
 
 TEST_F(Console, DrawsTheGraphThatIsAskedFor)
@@ -191,6 +242,47 @@ TEST_F(Console, DrawsTheGraphThatIsAskedFor)
     EXPECT_TRUE(contains(without.err, "no graph: '" + in + "g.svg' is not of this run\n"));
     EXPECT_TRUE(contains(without.out, "g.svg' is not of this run\"}"));
     EXPECT_EQ(bytesOf(in + "g.svg"), bytes);
+}
+
+TEST_F(Console, WritesTheTableAsRows)
+{
+    std::string ride = put("a.fit", plainRide(90)), table = in + "t.csv";
+    auto rowsOf = [&](const std::vector<std::string>& arguments) {
+        EXPECT_EQ(call({"--rows", table}, arguments).code, 0) << arguments[0];
+        Bytes bytes = bytesOf(table);
+        return std::string(bytes.begin(), bytes.end());
+    };
+    std::string plain = rowsOf({"express", ride}), predicted = rowsOf({"analyse", ride});
+    std::string head = "time,sector,latitude_deg,longitude_deg,heading_deg,altitude_m,inclination_%,speed_kph,";
+    EXPECT_EQ(plain.substr(0, head.size()), head);
+    EXPECT_EQ(plain.substr(0, plain.find('\n')), predicted.substr(0, predicted.find('\n')));
+    EXPECT_TRUE(contains(plain, "\n2021-09-08T01:46:40Z,1,")) << plain;
+    EXPECT_EQ(plain.substr(plain.size() - 9), ",,,,,,,,\n") << "from the temperature on it has nothing";
+    EXPECT_EQ(predicted.substr(predicted.size() - 18), ",,,,cadence power\n");
+    Call piped = call({"--rows", "-", "analyse", ride});
+    EXPECT_EQ(piped.out, predicted);
+    EXPECT_TRUE(contains(piped.err, "analysed the fit file"));
+    for (const std::vector<std::string>& run :
+         std::vector<std::vector<std::string>>{{"801"}, {"802"}, {"804"}, {"806"}}) {
+        std::string rows = rowsOf(run);
+        EXPECT_GT(std::ranges::count(rows, '\n'), 50);
+        for (size_t end = rows.find('\n'), commas = static_cast<size_t>(std::ranges::count(rows.substr(0, end), ','));
+             end + 1 < rows.size();) {
+            size_t next = rows.find('\n', end + 1);
+            EXPECT_EQ(std::ranges::count(rows.substr(end, next - end), ','), commas);
+            end = next;
+        }
+    }
+    EXPECT_TRUE(contains(rowsOf({"804", "rideTarget=3"}), "\n1,"));
+    const std::vector<std::string> refused[] = {
+        {"--json", "--rows=-", "802"}, {"--rows", table, "701"}, {"--rows", table, "--into", in, "stroke", ride}};
+    for (const std::vector<std::string>& arguments : refused)
+        EXPECT_EQ(call(arguments).code, 2);
+    Bytes before = bytesOf(table);
+    EXPECT_EQ(call({"--rows", table, "803", "rideStartVelocity=10", "rideEndVelocity=10"}).code, 1);
+    EXPECT_EQ(bytesOf(table), before);
+    EXPECT_EQ(call({"--rows", ride, "analyse", ride}).code, 2);
+    EXPECT_EQ(call({"--rows", in + "no/such/t.csv", "802"}).code, 1);
 }
 
 TEST_F(Console, WorksOnRides)
@@ -229,9 +321,12 @@ TEST_F(Console, WorksThroughManyRides)
         EXPECT_EQ(std::filesystem::exists(out + name), name[1] != 'b') << name;
     for (const char* count : {"counted 60", "counted 80"})
         EXPECT_TRUE(contains(answer.out, count));
-    Call json = call({"--json", "--into", out, "at-one-stroke", "predictCadence=0", a, c});
-    EXPECT_EQ(json.code, 0);
-    EXPECT_EQ(json.out.substr(0, 51), "{\"command\": 910, \"runs\": [{\"command\": 910, \"result\"");
+    Call json = call({"--json", "--into", out, "at-one-stroke", "predictCadence=0", a, b, c});
+    EXPECT_EQ(json.code, 1);
+    EXPECT_EQ(std::ranges::count(json.out, '\n'), 3);
+    EXPECT_EQ(json.out.find("{\"command\": 910, \"source\": \"" + a + "\", \"result\": "), 0u) << json.out;
+    EXPECT_TRUE(contains(json.out, "\n{\"command\": 910, \"source\": \"" + b + "\", ") &&
+                contains(json.out, "\"error\": {\"kind\": "));
     for (std::string itself : {in, out + "/../"})
         EXPECT_EQ(call({"--into", itself, "at-one-stroke", a}).err,
                   "torvane-cli: " + itself + "a.fit is read by this call, and not written over\n");
@@ -274,7 +369,9 @@ TEST_F(Console, RunsTheToolsAndTellsWhatTheyDid)
     EXPECT_EQ(bytesOf(in + "old.fit").size(), bytesOf(a).size() - 2);
     Call refused = call({"--json", "convert", "fitFormat=modern", a, in + "b.fit"});
     EXPECT_EQ(refused.code, 2);
-    EXPECT_EQ(refused.err, "warning: no need to convert cause the source file is formated as modern format\n");
+    EXPECT_EQ(refused.err, "warning: no need to convert cause the source file is formated as modern format\n"
+                           "torvane-cli: source is " +
+                               a + "\n");
     FitBuilder halves;
     halves.define(0, 0, {{0, 1, 0}}).message(0, {4}).define(1, 20, {{253, 4}});
     halves.message(1, {9}).define(1, 20, {{253, 4}});
@@ -317,6 +414,13 @@ TEST_F(Console, HelpCoversEveryEntry)
                              "also: analyse, predict\n", "torvane-cli field-dump IN.fit OUT.csv\n"})
         EXPECT_TRUE(contains(all, line)) << line;
     EXPECT_TRUE(contains(call({"--help"}).out, "801  power-and-velocity"));
+    EXPECT_TRUE(contains(call({"help", "pattern-braking"}).out,
+                         "  intervalDistance          0 to 100000 m (default 300)\n"
+                         "                            the brakes are used once in every such way\n"
+                         "                            counts with rideTarget = intermittent braking\n"));
+    EXPECT_TRUE(contains(call({"help", "--json", "pattern-braking"}).out,
+                         "\"default\": 300, \"meaning\": \"the brakes are used once in every such way\", "
+                         "\"countsWithAny\": [{\"entry\": \"rideTarget\", \"values\": [\"intermittent braking\"]}]}"));
     EXPECT_EQ(call({"help", "nothing"}).code, 2);
     EXPECT_EQ(call({"--version"}).out, "torvane-cli " TORVANE_VERSION "\n");
 }

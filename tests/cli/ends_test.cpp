@@ -76,7 +76,7 @@ TEST_F(ConsoleEnds, aSignalEndsABatchInOrder)
         ::close(second);
         EXPECT_EQ(countIn("out"), 1u) << "the first ride";
         EXPECT_EQ(countIn("temporary"), 0u);
-        EXPECT_TRUE(contains(textOf(printed), "out/a.fit\"]}, {") && contains(textOf(printed), "}]}\n"));
+        EXPECT_TRUE(contains(textOf(printed), "out/a.fit\"]}\n") && contains(textOf(printed), "\"source\": \"" + b));
         std::filesystem::remove(in + "out/a.fit");
     }
 }
@@ -140,9 +140,8 @@ TEST_F(ConsoleEnds, aRideWithoutMemoryIsOneThatFails)
     });
     EXPECT_EQ(code, 1);
     EXPECT_EQ(countIn("out"), 2u);
-    EXPECT_TRUE(contains(textOf(printed),
-                         "{\"command\": 906, \"boxes\": [{\"title\": \"error\", \"text\": \"not enough "
-                         "memory\"}]}, {\"command\": 906, \"result\""));
+    EXPECT_TRUE(contains(textOf(printed), "\"boxes\": [{\"title\": \"error\", \"text\": \"not enough memory\"}], "
+                                          "\"error\": {\"kind\": \"outOfMemory\", "));
     EXPECT_TRUE(contains(textOf(printed), "failed: " + b + "\n"));
 }
 

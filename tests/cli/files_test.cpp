@@ -36,8 +36,10 @@ TEST_F(ConsoleFiles, WritesOverNoSource)
     auto refused = [&](std::vector<std::string> arguments, const std::string& destination) {
         arguments.push_back(destination);
         Call answer = call(arguments);
-        EXPECT_EQ(answer.err, "error: found a destination file which is a source file\n")
-            << arguments[0] << destination;
+        EXPECT_EQ(answer.err, "error: found a destination file which is a source file\n"
+                              "torvane-cli: destination is " +
+                                  destination + "\n")
+            << arguments[0];
         EXPECT_EQ(answer.code, 2);
         EXPECT_EQ(bytesOf(source), ride) << arguments[0] << " to " << destination;
     };

@@ -124,7 +124,8 @@ TEST_F(ConsoleSettings, WritesOverNothingInPlaceOfAParameterFile)
             Call refused = call({"--json", option, "--par", path, "human"});
             EXPECT_EQ(refused.code, 1);
             EXPECT_EQ(refused.err, "alert: " + text + "\n");
-            EXPECT_EQ(refused.out, R"({"command": 501, "boxes": [{"title": "alert", "text": ")" + text + "\"}]}\n");
+            EXPECT_EQ(refused.out, R"({"command": 501, "boxes": [{"title": "alert", "text": ")" + text +
+                                       R"("}], "error": {"kind": "badFile", "text": ")" + text + "\"}}\n");
         }
     EXPECT_EQ(bytesOf(rider), profile);
     EXPECT_EQ(bytesOf(ride), FitBuilder().file());

@@ -23,7 +23,7 @@ FitBuilder mixedBlock()
 TEST(FitWalk, visitsEachMessageWithItsDefinition)
 {
     // Definition, compressed, big-endian; local type, message, fields, developer fields; offset, size, payload.
-    const std::vector<Figure> expected[] = {
+    const std::vector<AnyNumber> expected[] = {
         {1, 0, 0, 0, 20, 3, 0, 0, 15, 0},    {0, 0, 0, 0, 20, 3, 0, 15, 10, 9}, {1, 0, 1, 15, 18, 2, 2, 25, 19, 0},
         {0, 0, 1, 15, 18, 2, 2, 44, 11, 10}, {0, 1, 0, 0, 20, 3, 0, 55, 10, 9}, {1, 0, 0, 0, 19, 1, 0, 65, 9, 0},
         {0, 0, 0, 0, 19, 1, 0, 74, 2, 1},

@@ -2,6 +2,7 @@
 #include "core/record_check.h"
 #include "figures.h"
 #include "form_fixture.h"
+#include "forms/entry_meanings.h"
 
 #include <cstring>
 #include <map>
@@ -27,6 +28,22 @@ TEST(FormList, GivesEveryControlItsOwnId)
         }
     }
     EXPECT_EQ(findForm(9999), nullptr);
+}
+
+TEST(FormList, SaysWhatEveryEntryMeans)
+{
+    std::set<const char*> used;
+    for (const Form* form : allForms()) {
+        for (const Row& row : form->rows) {
+            if (row.name && row.kind != RowKind::path) {
+                const char* meaning = meaningOf(*form, row.name);
+                EXPECT_STRNE(meaning, "") << form->id << " " << row.name;
+                used.insert(meaning);
+            }
+        }
+    }
+    for (const EntryMeaning& meaning : entryMeanings())
+        EXPECT_TRUE(used.contains(meaning.text)) << meaning.name << " is of no form";
 }
 
 // Opened and confirmed with nothing typed, a form leaves every value as it is, to the last bit.

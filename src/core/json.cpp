@@ -1,9 +1,10 @@
-#include "cli/json.h"
+#include "core/json.h"
 
 #include "core/shown_text.h"
 #include "core/text.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 
 namespace torvane {
@@ -45,6 +46,12 @@ std::string jsonNumber(double value)
     if (!std::isfinite(value))
         return "null";
     return formatText("%.12g", value);
+}
+
+std::string jsonExact(double value)
+{
+    char digits[32];
+    return {digits, std::to_chars(digits, digits + sizeof digits, value).ptr};
 }
 
 void JsonList::element(std::string_view json)

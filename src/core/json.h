@@ -11,6 +11,8 @@ namespace torvane {
 std::string jsonString(std::string_view text);
 // Twelve digits, in which the mathematics libraries of all platforms agree; null for what JSON cannot hold.
 std::string jsonNumber(double value);
+// To the last digit; of a finite number.
+std::string jsonExact(double value);
 
 // Members of an object or elements of an array, with the commas between them.
 class JsonList {

@@ -1,0 +1,168 @@
+#include "core/row_writer.h"
+
+#include "core/json.h"
+#include "core/text.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstring>
+
+namespace torvane {
+
+namespace {
+
+constexpr size_t pieceSize = 1 << 16;
+
+// A table program would take such a cell for a formula.
+bool looksLikeFormula(std::string_view text)
+{
+    return !text.empty() && std::string_view("=+-@").find(text[0]) != std::string_view::npos;
+}
+
+std::string quotedText(std::string_view text)
+{
+    std::string quoted = "\"";
+    for (char c : text)
+        quoted.append(c == '"' ? 2 : 1, c);
+    return quoted + '"';
+}
+
+// There is no way to quote in these; what would end a cell becomes a blank.
+std::string tsvText(std::string_view text)
+{
+    std::string plain(text);
+    std::ranges::replace_if(
+        plain, [](char c) { return c == '\t' || c == '\n' || c == '\r'; }, ' ');
+    return plain;
+}
+
+constexpr int mostDecimals = 7;
+constexpr uint64_t powersOfTen[mostDecimals + 1] = {1, 10, 100, 1'000, 10'000, 100'000, 1'000'000, 10'000'000};
+constexpr double mostExact = 0x1p53;
+constexpr size_t longestNumber = 32;
+
+// Whether a number goes by whole numbers of its last decimal.
+bool isPlain(double value, int decimals)
+{
+    return decimals <= mostDecimals && std::fabs(value) * static_cast<double>(powersOfTen[decimals]) < mostExact;
+}
+
+// Returns the end. Rounded in binary: a half of the last decimal can go either way.
+char* writePlain(char* to, double value, int decimals)
+{
+    uint64_t whole = static_cast<uint64_t>(std::llround(std::fabs(value) * static_cast<double>(powersOfTen[decimals])));
+    if (value < 0 && whole != 0)
+        *to++ = '-';
+    char* end = to;
+    for (uint64_t least = std::max<uint64_t>(whole, 1); least < powersOfTen[decimals]; least *= 10)
+        *end++ = '0'; // in front, so that a digit stands before the point
+    end = std::to_chars(end, end + longestNumber, whole).ptr;
+    if (decimals == 0)
+        return end;
+    char* point = end - decimals;
+    std::memmove(point + 1, point, static_cast<size_t>(decimals));
+    *point = '.';
+    return end + 1;
+}
+
+} // namespace
+
+RowFormat rowFormatOf(std::string_view path)
+{
+    if (path.ends_with(".tsv"))
+        return RowFormat::tsv;
+    return path.ends_with(".ndjson") ? RowFormat::ndjson : RowFormat::csv;
+}
+
+void RowWriter::begin(std::span<const RowColumn> ofTable)
+{
+    columns = ofTable;
+    if (format == RowFormat::ndjson)
+        return;
+    for (size_t i = 0; i < columns.size(); ++i) {
+        if (i > 0)
+            put(format == RowFormat::csv ? "," : "\t");
+        put(columns[i].name);
+    }
+    put("\n");
+}
+
+char* RowWriter::room(size_t bytes)
+{
+    if (piece.size() < used + bytes)
+        piece.resize(2 * piece.size() + bytes + pieceSize);
+    return piece.data() + used;
+}
+
+void RowWriter::put(std::string_view characters)
+{
+    std::ranges::copy(characters, room(characters.size()));
+    used += characters.size();
+}
+
+void RowWriter::beginCell()
+{
+    if (format == RowFormat::ndjson) {
+        put(column == 0 ? "{\"" : ", \"");
+        put(columns[column].name);
+        put("\": ");
+    } else if (column > 0) {
+        *room(1) = format == RowFormat::csv ? ',' : '\t';
+        ++used;
+    }
+    ++column;
+}
+
+void RowWriter::number(double value)
+{
+    if (!std::isfinite(value))
+        return empty();
+    int decimals = columns[column].decimals;
+    beginCell();
+    if (!isPlain(value, decimals))
+        return put(formatText("%.*f", decimals, value));
+    char* start = room(longestNumber);
+    used += static_cast<size_t>(writePlain(start, value, decimals) - start);
+}
+
+void RowWriter::text(std::string_view value)
+{
+    beginCell();
+    if (format == RowFormat::ndjson)
+        return put(jsonString(value));
+    if (looksLikeFormula(value))
+        put("'");
+    if (value.find_first_of(",\"\r\n\t") == value.npos)
+        return put(value);
+    put(format == RowFormat::csv ? quotedText(value) : tsvText(value));
+}
+
+void RowWriter::empty()
+{
+    beginCell();
+    if (format == RowFormat::ndjson)
+        put("null");
+}
+
+void RowWriter::endRow()
+{
+    put(format == RowFormat::ndjson ? "}\n" : "\n");
+    column = 0;
+    if (used >= pieceSize)
+        handOver();
+}
+
+void RowWriter::handOver()
+{
+    taken = taken && write({reinterpret_cast<const uint8_t*>(piece.data()), used});
+    used = 0;
+}
+
+bool RowWriter::finish()
+{
+    handOver();
+    return taken;
+}
+
+} // namespace torvane

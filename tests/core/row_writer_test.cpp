@@ -1,0 +1,78 @@
+// Tables as programs take them: quoting, what looks like a formula, empty cells, pieces.
+#include "core/row_writer.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <tuple>
+
+namespace torvane {
+
+TEST(RowWriter, WritesCellsInEachFormat)
+{
+    constexpr RowColumn columns[] = {{"name"}, {"power_W", 1}, {"none"}};
+    const std::tuple<RowFormat, const char*, const char*> cases[] = {
+        {RowFormat::csv, "plain", "name,power_W,none\nplain,-0.3,\n"},
+        {RowFormat::csv, "a,\"b\"\n", "name,power_W,none\n\"a,\"\"b\"\"\n\",-0.3,\n"},
+        {RowFormat::csv, "=1+1", "name,power_W,none\n'=1+1,-0.3,\n"},
+        {RowFormat::tsv, "@a\tb", "name\tpower_W\tnone\n'@a b\t-0.3\t\n"},
+        {RowFormat::ndjson, "=\"", "{\"name\": \"=\\\"\", \"power_W\": -0.3, \"none\": null}\n"},
+    };
+    for (const auto& [format, text, wanted] : cases) {
+        std::string table;
+        RowWriter rows(format, [&](std::span<const uint8_t> piece) {
+            table.append(piece.begin(), piece.end());
+            return true;
+        });
+        rows.begin(columns);
+        rows.text(text);
+        rows.number(-0.25);
+        rows.number(std::nan(""));
+        rows.endRow();
+        EXPECT_TRUE(rows.finish());
+        EXPECT_EQ(table, wanted);
+    }
+    EXPECT_EQ(rowFormatOf("a.b.tsv"), RowFormat::tsv);
+    EXPECT_EQ(rowFormatOf("a.ndjson"), RowFormat::ndjson);
+    EXPECT_EQ(rowFormatOf("-"), RowFormat::csv);
+}
+
+TEST(RowWriter, WritesNumbersWithTheirDecimals)
+{
+    const std::tuple<double, int, const char*> cases[] = {
+        {0, 0, "0"},         {-0.0, 2, "0.00"},         {0.004, 2, "0.00"},
+        {0.05, 2, "0.05"},   {9.999, 2, "10.00"},       {-3.25e-6, 7, "-0.0000033"},
+        {-1e-9, 3, "0.000"}, {12345.678, 1, "12345.7"}, {1e20, 1, "100000000000000000000.0"},
+    };
+    for (const auto& [value, decimals, wanted] : cases) {
+        std::string table;
+        RowWriter rows(RowFormat::csv, [&](std::span<const uint8_t> piece) {
+            table.append(piece.begin(), piece.end());
+            return true;
+        });
+        RowColumn column = {"a", decimals};
+        rows.begin({&column, 1});
+        rows.number(value);
+        rows.finish();
+        EXPECT_EQ(table, std::string("a\n") + wanted);
+    }
+}
+
+TEST(RowWriter, HandsOverInPiecesAndTellsOfOneThatWasNotTaken)
+{
+    constexpr RowColumn columns[] = {{"number", 0}};
+    size_t pieces = 0;
+    RowWriter rows(RowFormat::csv, [&](std::span<const uint8_t> piece) {
+        EXPECT_LT(piece.size(), 70'000u);
+        return ++pieces != 2;
+    });
+    rows.begin(columns);
+    for (int i = 0; i < 100'000; ++i) {
+        rows.number(i);
+        rows.endRow();
+    }
+    EXPECT_FALSE(rows.finish());
+    EXPECT_EQ(pieces, 2u) << "the rest is not offered";
+}
+
+} // namespace torvane
