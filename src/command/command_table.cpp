@@ -12,6 +12,7 @@
 #include "command/theory_command.h"
 #include "report/fit_figures.h"
 #include "report/profile_report.h"
+#include "report/ride_answer_figures.h"
 #include "report/ride_figures.h"
 #include "report/theory_figures.h"
 
@@ -147,6 +148,8 @@ constexpr CommandFiles rideToRide = {2, 2, FileKind::fit, "RIDE.fit OUT.fit"};
 // Of a stroke that prepares first, what it found as well.
 std::vector<FigureInfo> rideInfos(const Command& command)
 {
+    if (command.id == commandRide)
+        return answerFigureInfos();
     std::vector<FigureInfo> infos = summaryFigureInfos();
     if (command.menu == MenuAfter::oneStroke)
         std::ranges::move(preparationFigureInfos(), std::back_inserter(infos));

@@ -5,7 +5,9 @@
 #include "fit/fit_tools.h"
 #include "gps/ride_answer.h"
 #include "report/fit_report.h"
+#include "report/ride_answer_figures.h"
 #include "report/ride_answer_report.h"
+#include "report/ride_rows.h"
 
 namespace torvane {
 
@@ -29,6 +31,18 @@ StatusCode write(Session& session, const AnsweredRide& ride, const std::string& 
     return fitOk;
 }
 
+// The analysed rows, where the front end wants them.
+void writeRows(Session& session, const AnsweredRide& ride)
+{
+    const Analysis& a = ride.analysis;
+    ReportedRide reported = {
+        ride.prepared.path, reportAnalysed, a.stats.inventory, a.stats.summary, ride.prepared.presence,
+        a.settings,         a.flags};
+    if (session.rows)
+        writeRecordRows(*session.rows, reported, a.records,
+                        addedFieldsOf(a.flags) & (predictedCadence | predictedPower));
+}
+
 } // namespace
 
 ResultStatus answerRideCommand(Session& session)
@@ -42,6 +56,8 @@ ResultStatus answerRideCommand(Session& session)
     for (const std::string& note : notes)
         session.screens.tellNote(note);
     if (code == fitOk) {
+        session.figures = answerFigures(session.model, ride.answer);
+        writeRows(session, ride);
         reportRideAnswer(session.screens, session.model, ride, notes);
         const std::string& destination = session.inputs.files[toolDestination].path;
         return destination.empty() ? fitOk : write(session, ride, destination);
