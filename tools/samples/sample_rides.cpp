@@ -49,7 +49,7 @@ Bytes hills(const Model& model)
                      .longitude = 7.92,
                      .altitude = 410,
                      .heading = 20,
-                     .weather = {.temperature = 16, .windSpeed = 2, .windDirection = 10},
+                     .weather = {.temperature = 16, .windSpeed = 2, .windDirection = 10, .physics = Physics::ofTheRoad},
                      .legs = {},
                      .stops = {}};
     for (int hill = 0; hill < 4; ++hill) {
