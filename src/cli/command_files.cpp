@@ -66,6 +66,13 @@ bool takesFolder(const CommandFiles& files)
     return files.most == 2 && files.writes != FileKind::nothing;
 }
 
+// A second ride in the place of a file to write is a slip, also where its name would have got another ending.
+std::string destinationFault(const CommandFiles& files, const Request& request, const RunFiles& run)
+{
+    bool slip = files.destinationIsOptional() && !request.force && fileExists(run.destination);
+    return slip ? run.destination + " is there already; several rides go with --into FOLDER" : std::string();
+}
+
 std::string planFolder(const CommandFiles& files, const Request& request, std::vector<RunFiles>& runs)
 {
     if (!takesFolder(files))
@@ -105,11 +112,11 @@ std::string planRuns(const Command& command, const Request& request, std::vector
     if (!request.into.empty())
         return planFolder(files, request, runs);
     if (request.files.size() < files.least || request.files.size() > files.most)
-        return name + " takes " + files.pattern;
+        return name + " takes " + files.pattern + (takesFolder(files) ? ", or with --into FOLDER several files" : "");
     if (std::ranges::find(request.files, std::string()) != request.files.end())
         return "a path is empty";
     runs.push_back(plainRun(command, request.files));
-    return {};
+    return destinationFault(files, request, runs.back());
 }
 
 } // namespace torvane

@@ -50,9 +50,7 @@ ResultStatus answerRideCommand(Session& session)
     AnsweredRide ride;
     session.screens.setStatus("");
     StatusCode code = answerFor(session, ride);
-    std::vector<std::string> notes;
-    if (code == fitOk || code == fitTooShort)
-        notes = rideNotes(ride);
+    std::vector<std::string> notes = rideNotes(ride, code);
     for (const std::string& note : notes)
         session.screens.tellNote(note);
     if (code == fitOk) {

@@ -2,6 +2,7 @@
 
 #include "core/text.h"
 #include "core/units.h"
+#include "fit/fit_types.h"
 #include "model/gear_table.h"
 #include "report/fit_report.h"
 #include "report/prepare_report.h"
@@ -15,7 +16,7 @@ namespace torvane {
 
 namespace {
 
-constexpr double worthTelling = 0.01; // share of records that could not be used
+constexpr double worthTelling = 0.02; // share of records that could not be used
 
 std::string durationText(uint32_t seconds)
 {
@@ -194,16 +195,52 @@ std::string notesText(const std::vector<std::string>& notes)
     return text;
 }
 
+void addSport(std::vector<std::string>& notes, const FitInventory& inventory)
+{
+    constexpr uint8_t generic = 0, cycling = 2, eBiking = 21;
+    for (uint8_t sport : inventory.sessionSport) {
+        if (sport == generic || sport == cycling || sport == eBiking)
+            continue;
+        std::string name = sportName(sport);
+        notes.push_back(formatText("the device calls this %s; the answer is that of a bicycle",
+                                   name.empty() ? "another sport" : name.c_str()));
+        return;
+    }
+}
+
+// Why there is no answer, where the words of the code do not say it.
+std::string reasonText(const AnsweredRide& ride, StatusCode code)
+{
+    switch (code) {
+    case fitTooShort:
+        return formatText("the ride moves for %s at %.1f kph or faster; an answer takes %u minutes",
+                          durationText(ride.answer.whole.seconds).c_str(), ride.analysis.settings.thresholdSpeed,
+                          leastRide / 60);
+    case fitNotSupported:
+        return "the file is neither a FIT file nor a track that was ridden; a planned course has no times of its own";
+    case fitPrepareFailed:
+        return "no record of the file has a time that can be";
+    default:
+        return {};
+    }
+}
+
 } // namespace
 
-std::vector<std::string> rideNotes(const AnsweredRide& ride)
+std::vector<std::string> rideNotes(const AnsweredRide& ride, StatusCode code)
 {
     const RideAnswer& answer = ride.answer;
-    std::vector<std::string> notes = preparationNotes(ride.findings);
-    double lost = answer.recordsRead - answer.recordsUsed;
+    std::vector<std::string> notes;
+    if (std::string reason = reasonText(ride, code); !reason.empty())
+        notes.push_back(reason);
+    if (code != fitOk && code != fitTooShort)
+        return notes;
+    uint32_t lost = answer.recordsRead - answer.recordsUsed;
     if (lost > worthTelling * answer.recordsRead)
-        notes.insert(notes.begin(),
-                     formatText("only %u of %u records could be used", answer.recordsUsed, answer.recordsRead));
+        notes.push_back(formatText("only %u of %u records could be used", answer.recordsUsed, answer.recordsRead));
+    addSport(notes, ride.prepared.inventory);
+    std::vector<std::string> mended = preparationNotes(ride.findings);
+    notes.insert(notes.end(), mended.begin(), mended.end());
     return notes;
 }
 

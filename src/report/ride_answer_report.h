@@ -10,8 +10,8 @@
 
 namespace torvane {
 
-// A sentence for everything that was mended or is doubtful. Also of a ride that was too short to answer for: why.
-std::vector<std::string> rideNotes(const AnsweredRide& ride);
+// A sentence for everything that was mended or is doubtful; of a ride without an answer, by its code, also why.
+std::vector<std::string> rideNotes(const AnsweredRide& ride, StatusCode code);
 
 // Replaces the lower pane.
 void reportRideAnswer(Screens& screens, const Model& model, const AnsweredRide& ride,

@@ -108,11 +108,14 @@ TEST_F(PrepareConsole, TellsWhatARideCost)
     EXPECT_EQ(call({"ride", "--force", "dropPower=on", source, out}).code, 0);
     EXPECT_FALSE(contains(call({"compare", source, out}).out, "ratio 1.000"));
     EXPECT_EQ(call({"ride", source, out}).code, 2) << "two rides in one call, where a file to write was meant";
+    writeBytes(in + "second.gpx", recordedRide());
+    EXPECT_EQ(call({"ride", source, in + "second.gpx"}).code, 2) << "nor one with another ending";
 
     writeBytes(source, plainRide());
     Call tooShort = call({"ride", source});
     EXPECT_EQ(tooShort.code, 1);
     EXPECT_TRUE(contains(tooShort.err, "less than five minutes of 'in.fit' can be used")) << tooShort.err;
+    EXPECT_TRUE(contains(tooShort.err, "note: the ride moves for 00:00:59h at 5.0 kph or faster")) << tooShort.err;
 }
 
 // A track a second apart, at 10 m/s to the north.

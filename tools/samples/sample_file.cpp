@@ -35,20 +35,26 @@ struct Message {
     }
 };
 
-// Each kind has a local type of its own; a definition stands in front of its first message.
+// Each kind has a local type of its own; a definition stands in front of its first message, and of the first with more
+// fields.
 struct Writer {
     FitBuilder fit = {};
     int64_t clockError = 0;
-    std::vector<int> defined = {};
+    struct Kind {
+        int number;
+        size_t fields;
+    };
+    std::vector<Kind> defined = {};
 
     void write(int kind, const Message& message)
     {
-        auto found = std::ranges::find(defined, kind);
+        auto found = std::ranges::find(defined, kind, &Kind::number);
         int local = static_cast<int>(found - defined.begin());
-        if (found == defined.end()) {
-            defined.push_back(kind);
+        if (found == defined.end())
+            found = defined.insert(found, {kind, 0});
+        if (found->fields != message.fields.size())
             fit.define(local, kind, message.fields);
-        }
+        found->fields = message.fields.size();
         fit.message(local, message.values);
     }
     int64_t clock(uint32_t time) const
@@ -84,19 +90,37 @@ void writeTimerEvent(Writer& writer, uint32_t time, int64_t type)
                  Message().add(253, uint32, writer.clock(time)).add(0, enumeration, timer).add(1, enumeration, type));
 }
 
-void writeRecord(Writer& writer, const GpsRecord& row, bool powerMeter)
+// How the records of a file are written.
+struct RecordForm {
+    bool wideFields;
+    bool hasPower;   // its fields are defined
+    bool powerKnown; // and hold what was measured, not the marker of none
+};
+
+void addMotion(Message& message, const GpsRecord& row, bool wideFields)
+{
+    message.add(5, uint32, row.distance * 100);
+    if (wideFields)
+        message.add(73, uint32, row.speed * 1000).add(78, uint32, fileAltitude(row.altitude));
+    else
+        message.add(6, uint16, row.speed * 1000);
+}
+
+void writeRecord(Writer& writer, const GpsRecord& row, const RecordForm& form)
 {
     Message message;
     message.add(253, uint32, writer.clock(row.timestamp))
         .add(0, sint32, semicircles(row.latitude))
-        .add(1, sint32, semicircles(row.longitude))
-        .add(2, uint16, fileAltitude(row.altitude))
-        .add(5, uint32, row.distance * 100)
-        .add(6, uint16, row.speed * 1000)
-        .add(13, sint8, row.temperature)
-        .add(3, uint8, row.heartRate);
-    if (powerMeter)
+        .add(1, sint32, semicircles(row.longitude));
+    if (!form.wideFields)
+        message.add(2, uint16, fileAltitude(row.altitude));
+    addMotion(message, row, form.wideFields);
+    message.add(13, sint8, row.temperature).add(3, uint8, row.heartRate);
+    constexpr int64_t noCadence = 0xFF, noPower = 0xFFFF;
+    if (form.hasPower && form.powerKnown)
         message.add(4, uint8, row.cadence).add(7, uint16, row.power);
+    else if (form.hasPower)
+        message.add(4, uint8, noCadence).add(7, uint16, noPower);
     writer.write(record, message);
 }
 
@@ -241,6 +265,23 @@ struct Laps {
     const DeviceFile& file;
     size_t lapStart = 0, index = 0;
     size_t pause = 0;
+    const GpsRecord* written = nullptr; // the last one
+
+    // Sparse recording leaves out what the records around it tell.
+    bool isDue(const GpsRecord& row) const
+    {
+        constexpr double change = 0.7; // m/s
+        return !written || row.timestamp - written->timestamp >= file.longestStep ||
+               std::abs(row.speed - written->speed) > change;
+    }
+
+    RecordForm formOf(const GpsRecord& row) const
+    {
+        constexpr uint32_t lostFor = 30;
+        uint32_t second = row.timestamp - track.records.front().timestamp;
+        bool lost = second >= file.meterLost && second - file.meterLost < lostFor;
+        return {file.wideFields, file.powerMeter && second >= file.meterFound, !lost};
+    }
 
     bool endsLap(size_t row) const
     {
@@ -262,7 +303,10 @@ struct Laps {
     {
         if (file.summaries)
             writePause(writer, track.records[row]);
-        writeRecord(writer, track.records[row], file.powerMeter);
+        if (isDue(track.records[row]) || endsLap(row)) {
+            written = &track.records[row];
+            writeRecord(writer, *written, formOf(*written));
+        }
         if (!endsLap(row))
             return;
         if (file.summaries)

@@ -1,6 +1,7 @@
 #include "samples/samples.h"
 
 #include "core/parameter_file.h"
+#include "samples/phone_track.h"
 #include "samples/sample_file.h"
 #include "samples/sample_ride.h"
 
@@ -119,11 +120,63 @@ Bytes wrongClock(const Model& model)
     return activityFile(ride(model, lakeTask(morning + 21 * day)), {.clockError = day + 2 * hour});
 }
 
+// Once around after work: a light, a hill, and home.
+RideTask eveningTask(uint32_t start)
+{
+    return {.start = start,
+            .latitude = 47.38,
+            .longitude = 8.17,
+            .altitude = 390,
+            .heading = 250,
+            .weather = {.temperature = 17},
+            .legs = {{600, 0.2, 10, 170},
+                     {500, -0.3, 60, 180},
+                     {700, 5.2, 45, 240},
+                     {150, 0, 60, 200},
+                     {900, -4.1, 50, 60, 50},
+                     {750, 0.2, 70, 190}},
+            .stops = {{600, 25, false}}};
+}
+
+// A device that writes a record only where something changes, in the wider fields.
+Bytes smart(const Model& model)
+{
+    return activityFile(ride(model, eveningTask(morning + 30 * day)), {.wideFields = true, .longestStep = 7});
+}
+
+// A power meter that the device finds after a while and loses once.
+Bytes meter(const Model& model)
+{
+    return activityFile(
+        ride(model, eveningTask(morning + 31 * day)),
+        {.powerMeter = true, .lapEnds = {1100}, .wideFields = true, .meterFound = 15, .meterLost = 300});
+}
+
+Bytes phone(const Model& model)
+{
+    return phoneTrack(ride(model, eveningTask(morning + 32 * day)));
+}
+
+// The copy from the device broke off.
+Bytes cut(const Model& model)
+{
+    Bytes file = smart(model);
+    file.resize(file.size() * 9 / 10 - 5);
+    return file;
+}
+
 constexpr SampleFile rides[] = {
-    {"valley.fit", "road.pro", valley},          {"hills.fit", "climbing.pro", hills},
-    {"commute.fit", "commuter.pro", commute},    {"half-1.fit", "road.pro", firstHalf},
-    {"half-2.fit", "road.pro", secondHalf},      {"no-laps.fit", "road.pro", noLaps},
+    {"valley.fit", "road.pro", valley},
+    {"hills.fit", "climbing.pro", hills},
+    {"commute.fit", "commuter.pro", commute},
+    {"half-1.fit", "road.pro", firstHalf},
+    {"half-2.fit", "road.pro", secondHalf},
+    {"no-laps.fit", "road.pro", noLaps},
     {"wrong-clock.fit", "road.pro", wrongClock},
+    {"smart.fit", "road.pro", smart},
+    {"meter.fit", "road.pro", meter},
+    {"phone.gpx", "road.pro", phone},
+    {"cut.fit", "road.pro", cut},
 };
 
 } // namespace
