@@ -45,6 +45,7 @@ StatusCode fail(const Ride& ride, const std::string& path, StatusCode code)
 
 StatusCode loadImage(Ride& ride, bool prepared)
 {
+    ride.loaded.prepared |= prepared;
     if (prepared)
         return loadPrepared(ride.loaded.image, ride.loaded.path, ride.session.preparation.options, ride.findings);
     if (!ride.loaded.inMemory)
@@ -150,6 +151,7 @@ StatusCode analyseAtOneStroke(Ride& ride, const std::string& destination)
         return code;
     adoptPredictions(ride.loaded, ride.analysis.flags);
     ride.loaded.path = destination;
+    ride.loaded.prepared = false; // what it held is in that file
     ride.session.take(std::move(ride.loaded));
     return fitOk;
 }

@@ -28,4 +28,9 @@ inline constexpr const char* sportNames[] = {"generic", "running", "cycling",   
                                              "swiming", "walking", "sedentary", "all"};
 static_assert(std::size(sportNames) == sportCount);
 
+// Whose legs are taken out of a recording of several sports.
+enum RideSport : int32_t { rideCycling, rideRunning, rideSwimming, rideWalking, rideHiking, rideSportCount };
+inline constexpr const char* rideSportNames[] = {"cycling", "running", "swimming", "walking", "hiking"};
+static_assert(std::size(rideSportNames) == rideSportCount);
+
 } // namespace torvane

@@ -25,6 +25,12 @@ constexpr StatusCode fitNotComparable = 0x2000; // two rides without a common se
 constexpr StatusCode fitTooLarge = 0x4000;      // what would be made of a file is beyond size_limits.h
 
 constexpr StatusCode fitTooShort = 0x10000; // a ride without five minutes in motion
+// A document of tracks that holds no ride.
+constexpr StatusCode fitPlanned = 0x4100;       // a route or a course: nobody rode it
+constexpr StatusCode fitWithoutPoints = 0x4200; // well-formed, but no point of a track
+constexpr StatusCode fitWithoutTimes = 0x4400;  // no point has a time
+constexpr StatusCode fitXmlBroken = 0x4800;     // not well-formed, cut off, or nested too deep
+constexpr StatusCode fitDoctype = 0x5000;       // declares a document type, which no track file needs
 
 constexpr StatusCode fitLoaded = 0x7FF0;
 constexpr StatusCode fitExpressed = 0x7FF1;

@@ -24,6 +24,10 @@ constexpr uint8_t sportValue(int32_t sportIndex)
     return known ? sportValues[sportIndex] : 0;
 }
 
+// FIT sports in the order of rideSportNames.
+constexpr uint8_t rideSportValues[] = {2, 1, 5, 11, 17};
+static_assert(std::size(rideSportValues) == rideSportCount);
+
 // Name of a FIT sport, empty for one that the list does not have.
 const char* sportName(uint8_t sport);
 

@@ -168,6 +168,7 @@ constexpr EntryMeaning meanings[] = {
     {any, "jumpSpeed", "positions that are faster off the others are dropped and bridged"},
     {any, "dropPower", "take out a measured power, so that it is predicted"},
     {any, "dropCadence", "take out a measured cadence, so that it is predicted"},
+    {any, "sport", "of a recording of several sports the legs of this one are taken"},
     // FIT tools
     {any, "convertEnabled", "write the form of header that fitFormat names"},
     {any, "fitFormat", "form of the header: the older of 12 bytes, or the one of 14"},

@@ -249,6 +249,7 @@ constexpr Row oneStrokeRows[] = {
     enabledWhen(jumpSpeedRow(0, 0), prepares),
     enabledWhen(dropRow<&PrepareOptions::dropPower>(0, "dropPower"), prepares),
     enabledWhen(dropRow<&PrepareOptions::dropCadence>(0, "dropCadence"), prepares),
+    enabledWhen(rideSportRow(0), prepares),
 };
 static_assert(oneStrokeRows[oneStrokeGapLimit].kind == RowKind::whole &&
               oneStrokeRows[oneStrokeJumpSpeed].kind == RowKind::real);
@@ -283,6 +284,7 @@ constexpr Row rideRows[] = {
     jumpSpeedRow(9542, 9552),
     dropRow<&PrepareOptions::dropPower>(9561, "dropPower"),
     dropRow<&PrepareOptions::dropCadence>(9562, "dropCadence"),
+    rideSportRow(0), // from the console alone
 };
 static_assert(rideRows[rideGapLimit].kind == RowKind::whole && rideRows[rideJumpSpeed].kind == RowKind::real);
 

@@ -45,6 +45,15 @@ constexpr Row dropRow(int id, const char* name)
     return row;
 }
 
+constexpr Row rideSportRow(int id)
+{
+    Row row = choiceRow(id, {"sport", noField}, rideSportNames);
+    row.shows = shownOption<&PrepareOptions::sport>;
+    row.takes = takeOption<&PrepareOptions::sport>;
+    row.kept = true;
+    return row;
+}
+
 // After a row has changed: what is typed into the two edit boxes goes to the record. A value beyond its limits stays in
 // the box, where confirming finds it.
 inline void takeLimits(FormState& state, const Row& gapLimit, const Row& jumpSpeed)

@@ -353,7 +353,13 @@ constexpr Row prepareRows[] = {
     jumpSpeedRow(9332, 9342),
     dropRow<&PrepareOptions::dropPower>(9351, "dropPower"),
     dropRow<&PrepareOptions::dropCadence>(9352, "dropCadence"),
+    rideSportRow(0), // from the console alone
 };
+
+Verdict checkPreparing(FormState& state)
+{
+    return aboutPaths(state, checkPrepare(state.inputs, state.preparation.options));
+}
 
 void prepareChanged(FormState& state, const Row&)
 {
@@ -362,8 +368,7 @@ void prepareChanged(FormState& state, const Row&)
 
 constexpr Form makePrepareForm()
 {
-    Form form =
-        toolForm(2093, "prepare activity FIT file", "Prepare", gpsTimestamp, prepareRows, checkTool<checkPrepare>);
+    Form form = toolForm(2093, "prepare activity FIT file", "Prepare", gpsTimestamp, prepareRows, checkPreparing);
     form.saveBox = 3060;
     form.saveFlag = noField; // the entry file keeps what is saved
     form.changed = prepareChanged;

@@ -3,8 +3,10 @@
 #include "fit/base_type.h"
 #include "fit/fit_walk.h"
 #include "fit/size_limits.h"
+#include "gps/ride_clock.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace torvane {
 
@@ -29,12 +31,9 @@ struct ReadPlan {
 struct Reading {
     Activity& activity;
     PrepareFindings& findings;
-    uint32_t gapLimit;
     std::array<ReadPlan, localTypeCount> plans = {};
     uint32_t lastTimestamp = 0; // of any message
-    bool stopped = false;       // the timer, at stoppedAt
-    uint32_t stoppedAt = 0;
-    double speedTime = 0, timer = 0; // sums over sessions: mm/s x ms, ms
+    bool hasFileId = false;
 };
 
 // Plain fields stand in front of enhanced ones, so that these fill in only what is missing.
@@ -121,46 +120,13 @@ void checkPosition(RideSample& sample)
     sample.clear(rideLongitude);
 }
 
-void forget(Activity& activity)
-{
-    activity.samples.pop_back();
-    for (size_t i = activity.others.size(); i-- > 0 && activity.others[i].samplesBefore > activity.samples.size();)
-        activity.others[i].samplesBefore = activity.samples.size();
-}
-
-// Whether the last sample alone leaps ahead of the one before and of this time, which lies between the two.
-bool lastLeaps(const std::vector<RideSample>& samples, uint32_t time, uint32_t gapLimit)
-{
-    size_t count = samples.size();
-    if (count < 2 || time >= samples[count - 1].timestamp || time <= samples[count - 2].timestamp)
-        return false;
-    return samples[count - 1].timestamp - samples[count - 2].timestamp > gapLimit;
-}
-
-bool hasItsTime(Reading& reading, uint32_t time)
-{
-    std::vector<RideSample>& samples = reading.activity.samples;
-    PrepareFindings& findings = reading.findings;
-    if (lastLeaps(samples, time, reading.gapLimit)) {
-        forget(reading.activity);
-        ++findings.leapingTimestamps;
-    }
-    if (time == 0)
-        ++findings.withoutTimestamp;
-    else if (samples.empty() || time > samples.back().timestamp)
-        return true;
-    else if (time == samples.back().timestamp)
-        ++findings.equalTimestamps;
-    else
-        ++findings.backwardTimestamps;
-    return false;
-}
-
 void readRecord(Reading& reading, const FitMessage& message, const ReadPlan& plan, uint32_t time)
 {
     ++reading.findings.recordsRead;
-    if (!hasItsTime(reading, time))
+    if (time == 0) {
+        ++reading.findings.withoutTimestamp;
         return;
+    }
     RideSample& sample = reading.activity.samples.emplace_back();
     sample.timestamp = time;
     for (const PlannedField& planned : plan.fields)
@@ -173,25 +139,36 @@ std::optional<int64_t> valueOf(const FitMessage& message, uint8_t field)
     return readValue(message.payload, findNumber(message, field));
 }
 
-void readSport(const FitMessage& message, uint8_t field, std::vector<uint8_t>& sports)
+// The plain mean speed or the enhanced one.
+void readDeviceSpeed(const FitMessage& message, Summary& session)
 {
-    if (std::optional<int64_t> sport = valueOf(message, field))
-        sports.push_back(static_cast<uint8_t>(*sport));
-}
-
-// The device's own mean speed, the plain or the enhanced one.
-void readSession(Reading& reading, const FitMessage& message)
-{
-    constexpr uint8_t sport = 5, timer = 8, averageSpeed = 14, enhancedAverageSpeed = 124;
-    readSport(message, sport, reading.activity.sessionSports);
+    constexpr uint8_t timer = 8, averageSpeed = 14, enhancedAverageSpeed = 124;
     std::optional<int64_t> speed = valueOf(message, averageSpeed);
     if (!speed)
         speed = valueOf(message, enhancedAverageSpeed);
     std::optional<int64_t> time = valueOf(message, timer);
     if (!speed || !time)
         return;
-    reading.speedTime += static_cast<double>(*speed) * static_cast<double>(*time);
-    reading.timer += static_cast<double>(*time);
+    session.meanSpeed = static_cast<double>(*speed);
+    session.timer = static_cast<double>(*time);
+}
+
+// Where it ends: its start and the time that went by, else its own timestamp.
+void readSummary(Reading& reading, const FitMessage& message, uint32_t time)
+{
+    constexpr uint8_t sessionSport = 5, lapSport = 25, startField = 2, elapsedField = 7;
+    constexpr int64_t milliseconds = 1000;
+    Summary summary = {reading.activity.others.size(), message.globalMessage() == messageSession};
+    summary.start = static_cast<uint32_t>(valueOf(message, startField).value_or(0));
+    int64_t elapsed = valueOf(message, elapsedField).value_or(0);
+    summary.end = time;
+    if (summary.start != 0 && elapsed != 0)
+        summary.end = static_cast<uint32_t>(summary.start + (elapsed + milliseconds / 2) / milliseconds);
+    if (std::optional<int64_t> sport = valueOf(message, summary.isSession ? sessionSport : lapSport))
+        summary.sport = static_cast<uint8_t>(*sport);
+    if (summary.isSession)
+        readDeviceSpeed(message, summary);
+    reading.activity.summaries.push_back(summary);
 }
 
 void readTimerEvent(Reading& reading, const FitMessage& message, uint32_t time)
@@ -202,29 +179,33 @@ void readTimerEvent(Reading& reading, const FitMessage& message, uint32_t time)
         return;
     std::optional<int64_t> type = valueOf(message, typeField);
     bool stops = type == stop || type == stopAll || type == stopDisable || type == stopDisableAll;
-    if (stops && !reading.stopped)
-        reading.stoppedAt = time;
-    if (type == start && reading.stopped && time > reading.stoppedAt)
-        reading.activity.pauses.push_back({reading.stoppedAt, time});
     if (stops || type == start)
-        reading.stopped = stops;
+        reading.activity.timer.push_back(
+            {time, stops, reading.activity.samples.size(), reading.activity.others.size()});
+}
+
+// Of several files in one the first gives the file_id. False where the message is none of those that go on.
+bool readFileId(Reading& reading, const FitMessage& message)
+{
+    constexpr uint8_t fileTypeField = 0;
+    if (std::exchange(reading.hasFileId, true))
+        return false;
+    reading.activity.fileType = static_cast<uint8_t>(valueOf(message, fileTypeField).value_or(0));
+    return true;
 }
 
 void readOther(Reading& reading, const FitMessage& message, const ReadPlan& plan, uint32_t time)
 {
-    constexpr uint8_t fileTypeField = 0, lapSport = 25;
     if (!message.definition->defined()) {
         ++reading.findings.messagesUndefined;
         return;
     }
     uint16_t global = message.globalMessage();
-    if (global == messageFileId)
-        reading.activity.fileType = static_cast<uint8_t>(valueOf(message, fileTypeField).value_or(0));
-    else if (global == messageSession)
-        readSession(reading, message);
-    else if (global == messageLap)
-        readSport(message, lapSport, reading.activity.lapSports);
-    else if (global == messageEvent)
+    if (global == messageFileId && !readFileId(reading, message))
+        return;
+    if (global == messageSession || global == messageLap)
+        readSummary(reading, message, time);
+    if (global == messageEvent)
         readTimerEvent(reading, message, time);
     reading.activity.others.push_back(
         {plan.definition, message.payload, global, message.compressed, time, reading.activity.samples.size()});
@@ -242,36 +223,18 @@ void readMessage(Reading& reading, const FitMessage& message)
         readOther(reading, message, plan, time);
 }
 
-// Sorted, and none inside another.
-void orderPauses(std::vector<Pause>& pauses)
-{
-    std::ranges::sort(pauses, {}, &Pause::from);
-    size_t last = 0;
-    for (size_t i = 1; i < pauses.size(); ++i)
-        if (pauses[i].from <= pauses[last].to)
-            pauses[last].to = std::max(pauses[last].to, pauses[i].to);
-        else
-            pauses[++last] = pauses[i];
-    if (!pauses.empty())
-        pauses.resize(last + 1);
-}
-
-bool differ(const std::vector<uint8_t>& sports)
-{
-    return std::ranges::any_of(sports, [&](uint8_t sport) { return sport != sports[0]; });
-}
-
 // A table that grows row by row has room for as many again.
 size_t tableBytes(const Activity& activity)
 {
-    return 2 * (activity.samples.size() * sizeof(RideSample) + activity.others.size() * sizeof(OtherMessage));
+    return 2 * (activity.samples.size() * sizeof(RideSample) + activity.others.size() * sizeof(OtherMessage) +
+                activity.summaries.size() * sizeof(Summary) + activity.timer.size() * sizeof(TimerEvent));
 }
 
 } // namespace
 
-StatusCode readActivity(const FitImage& image, uint32_t gapLimit, Activity& activity, PrepareFindings& findings)
+StatusCode readActivity(const FitImage& image, Activity& activity, PrepareFindings& findings)
 {
-    Reading reading = {activity, findings, gapLimit};
+    Reading reading = {activity, findings};
     FitWalk walk = startWalk(image);
     walk.compressedFirst = true;
     FitMessage message;
@@ -281,17 +244,9 @@ StatusCode readActivity(const FitImage& image, uint32_t gapLimit, Activity& acti
         if (tableBytes(activity) > mostTable(image.data.size()))
             return fitTooLarge;
     }
-    orderPauses(activity.pauses);
-    if (reading.timer > 0)
-        findings.deviceSpeed = reading.speedTime / reading.timer;
+    keepRisingTimes(activity, findings);
+    activity.pauses = pausesOf(activity.timer);
     return step == WalkStep::end ? fitOk : fitInvalid;
-}
-
-StatusCode sportsOf(const Activity& activity)
-{
-    if (!activity.sessionSports.empty())
-        return differ(activity.sessionSports) ? fitSessionSportsDiffer : fitOk;
-    return differ(activity.lapSports) ? fitLapSportsDiffer : fitOk;
 }
 
 } // namespace torvane

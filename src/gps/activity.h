@@ -1,5 +1,5 @@
 // An activity as samples with presence by field, and the messages between them. Reads; repairs nothing but the order
-// of time, since a sample without its place in time can stand nowhere.
+// of time (ride_clock.h), since a sample without its place in time can stand nowhere.
 #pragma once
 
 #include "fit/fit_image.h"
@@ -9,6 +9,8 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -52,21 +54,34 @@ struct Pause {
     uint32_t from, to;
 };
 
-struct Activity {
-    uint8_t fileType = 0;
-    std::vector<uint8_t> sessionSports; // without "invalid" ones
-    std::vector<uint8_t> lapSports;
-    std::vector<RideSample> samples;
-    std::vector<OtherMessage> others;
-    std::vector<Pause> pauses;
+struct TimerEvent {
+    uint32_t time;        // FIT seconds
+    bool stops;           // else it starts
+    size_t samplesBefore; // samples in front of it
+    size_t other;         // its message
 };
 
-// Of equal or backward timestamps the first sample stands; one that leaps ahead by more than gapLimit seconds, and is
-// alone in that, goes. Compressed timestamps count from the last full one of any message. The image has to outlive the
-// activity. 0, fitInvalid, or fitTooLarge.
-StatusCode readActivity(const FitImage& image, uint32_t gapLimit, Activity& activity, PrepareFindings& findings);
+// A session or a lap among the others.
+struct Summary {
+    size_t other;                // its message
+    bool isSession;              // else a lap
+    uint32_t start = 0, end = 0; // FIT seconds; 0 unknown
+    std::optional<uint8_t> sport = {};
+    double timer = 0, meanSpeed = 0; // ms, mm/s, as the device counted; 0 unknown
+};
 
-// fitSessionSportsDiffer, without sessions fitLapSportsDiffer, when there are several sports, else 0.
-StatusCode sportsOf(const Activity& activity);
+struct Activity {
+    uint8_t fileType = 0; // of its first file_id
+    std::vector<RideSample> samples;
+    std::vector<OtherMessage> others;
+    std::vector<Summary> summaries;
+    std::vector<TimerEvent> timer;
+    std::vector<Pause> pauses;
+    std::deque<std::vector<uint8_t>> made = {}; // bytes of messages that no image holds
+};
+
+// Compressed timestamps count from the last full one of any message. The image has to outlive the activity. 0,
+// fitInvalid, or fitTooLarge.
+StatusCode readActivity(const FitImage& image, Activity& activity, PrepareFindings& findings);
 
 } // namespace torvane

@@ -1,5 +1,7 @@
 #include "gps/analysed_fields.h"
 
+#include <utility>
+
 namespace torvane {
 
 namespace {
@@ -59,26 +61,76 @@ constexpr EntryField lapFieldRows[] = {
     TORVANE_ENTRY_FIELD(253, timestamp),
 };
 
+// Of several bytes: how the profile marks that.
+uint8_t profileType(uint8_t baseType)
+{
+    constexpr uint8_t wide = 0x80, firstWide = 3;
+    return baseType >= firstWide ? baseType | wide : baseType;
+}
+
+Growth growthBy(std::vector<FieldDefinition> fields)
+{
+    size_t bytes = 0;
+    for (const FieldDefinition& field : fields)
+        bytes += field.size;
+    return {std::move(fields), bytes};
+}
+
 Growth growthOf(uint16_t message, uint32_t addedFields)
 {
-    Growth growth = {};
+    std::vector<FieldDefinition> fields;
     for (const AddedField& row : addedFieldRows) {
         if (row.message != message || (addedFields & row.flag) == 0)
             continue;
-        growth.fields.push_back(row.definition);
-        growth.bytes += row.definition.size;
+        fields.push_back(row.definition);
+        if (addedFields & writeByProfile)
+            fields.back().baseType = profileType(fields.back().baseType);
     }
-    return growth;
+    return growthBy(std::move(fields));
 }
 
 } // namespace
 
-Growths growthsOf(uint32_t addedFields)
+Growths::Growths(uint32_t addedFields, const RecordFields& recordFields)
+    : byProfile((addedFields & writeByProfile) != 0), fields(recordFields),
+      record(growthOf(messageRecord, addedFields)), session(growthOf(messageSession, addedFields)),
+      lap(growthOf(messageLap, addedFields)), others()
 {
-    return {growthOf(messageRecord, addedFields),
-            growthOf(messageSession, addedFields),
-            growthOf(messageLap, addedFields),
-            {}};
+}
+
+void Growths::define(const FitMessage& message)
+{
+    bool isSummary = message.globalMessage() == messageSession || message.globalMessage() == messageLap;
+    if (byProfile && isSummary)
+        summaries[message.localType] = growthBy(lackingSummaryFields(*message.definition, fields));
+}
+
+const Growth& Growths::of(const FitMessage& message) const
+{
+    switch (message.globalMessage()) {
+    case messageRecord:
+        return record;
+    case messageSession:
+        return byProfile ? summaries[message.localType] : session;
+    case messageLap:
+        return byProfile ? summaries[message.localType] : lap;
+    }
+    return others;
+}
+
+RecordFields recordFieldsOf(const FitImage& source, uint32_t addedFields)
+{
+    RecordFields fields = {};
+    for (const FieldDefinition& added : growthOf(messageRecord, addedFields).fields)
+        fields[added.number] = true;
+    FitWalk walk = startWalk(source);
+    walk.progress = nullptr;
+    FitMessage message;
+    while (nextMessage(walk, message) == WalkStep::message)
+        if (message.defines(messageRecord))
+            for (const FieldDefinition& field : message.definition->fieldList())
+                fields[field.number] = true;
+    return fields;
 }
 
 constinit const EntryFieldIndex analysedSessionFields = indexEntryFields(sessionFieldRows);

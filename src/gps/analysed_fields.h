@@ -4,7 +4,9 @@
 
 #include "fit/fit_walk.h"
 #include "fit/session_lap_fields.h"
+#include "gps/summary_figures.h"
 
+#include <array>
 #include <cstdint>
 #include <vector>
 
@@ -16,6 +18,9 @@ enum AddedFields : uint32_t {
     addDistance = 0x2,
     addCadence = 0x10,
     addPower = 0x20,
+    // Of a prepared ride, whose file is written by the FIT profile: base types as they are, missing values as such, and
+    // sessions and laps by summary_figures.h. Else as analysed files have always been.
+    writeByProfile = 0x100,
 };
 
 // The fields that one kind of message gains, and their bytes.
@@ -24,25 +29,29 @@ struct Growth {
     size_t bytes;
 };
 
-// By kind of message; others gain nothing.
-struct Growths {
-    Growth record, session, lap, others;
+// By kind of message, by the profile also by definition. Others gain nothing.
+class Growths {
+public:
+    Growths(uint32_t addedFields, const RecordFields& recordFields);
 
-    const Growth& of(uint16_t message) const
+    // Takes a definition message, in front of the data messages that it defines.
+    void define(const FitMessage& message);
+    // Of a message that is defined.
+    const Growth& of(const FitMessage& message) const;
+    const Growth& ofRecords() const
     {
-        switch (message) {
-        case messageRecord:
-            return record;
-        case messageSession:
-            return session;
-        case messageLap:
-            return lap;
-        }
-        return others;
+        return record;
     }
+
+private:
+    bool byProfile;
+    RecordFields fields;
+    Growth record, session, lap, others;
+    std::array<Growth, localTypeCount> summaries = {}; // by the profile
 };
 
-Growths growthsOf(uint32_t addedFields);
+// What the records of an analysed file hold: what they define in the source, and what is added.
+RecordFields recordFieldsOf(const FitImage& source, uint32_t addedFields);
 
 // Members of a sum by the fields of its summary message that are written anew.
 extern const EntryFieldIndex analysedSessionFields;

@@ -9,6 +9,8 @@
 
 #include <algorithm>
 #include <climits>
+#include <cmath>
+#include <optional>
 #include <vector>
 
 namespace torvane {
@@ -23,12 +25,33 @@ constexpr size_t firstTripleOffset = 6;
 struct Rewrite {
     const GpsRecords& records;
     const OutputChoice& options;
+    bool byProfile;
+    RecordFields fields;
     Growths growths;
     FitOutput out;
     AnalysedSums sums;
     uint32_t totalTimer; // ms
     size_t index = 0;    // row of the next record message
+    // By the profile: the first rows behind the session and the lap in front.
+    size_t firstOfSession = 0, firstOfLap = 0;
 };
+
+// What goes into a record; by the profile to the nearest number, and the field's marker where nothing is known.
+
+uint32_t recordNumber(double value, uint32_t marker)
+{
+    return value >= 0 && value < marker ? static_cast<uint32_t>(std::lround(value)) : marker;
+}
+
+uint32_t writtenCadence(Rewrite& rewrite, const GpsRecord& record)
+{
+    return rewrite.byProfile ? recordNumber(record.cadence, UINT8_MAX) : sumCadence(rewrite.sums, record);
+}
+
+uint32_t writtenPower(Rewrite& rewrite, const GpsRecord& record)
+{
+    return rewrite.byProfile ? recordNumber(record.power, UINT16_MAX) : sumPower(rewrite.sums, record);
+}
 
 // A row that is missing drops its record.
 bool isKept(const GpsRecords& records, size_t index)
@@ -57,7 +80,7 @@ void writeRecordField(Rewrite& rewrite, const FitMessage& message, uint8_t numbe
         sumHeartRate(rewrite.sums, readUint8(payload, offset));
         break;
     case recordCadence: // one byte, whatever the declared size
-        writeField(field, sumCadence(rewrite.sums, record), false);
+        writeField(field, writtenCadence(rewrite, record), false);
         break;
     case recordDistance:
         writeUint32Field(field, sumDistance(rewrite.sums, record), bigEndian);
@@ -66,7 +89,7 @@ void writeRecordField(Rewrite& rewrite, const FitMessage& message, uint8_t numbe
         writeUint32Field(field, sumSpeed(rewrite.sums, record), bigEndian);
         break;
     case recordPower:
-        writeUint32Field(field, sumPower(rewrite.sums, record), bigEndian);
+        writeUint32Field(field, writtenPower(rewrite, record), bigEndian);
         break;
     case recordTemperature:
         sumTemperature(rewrite.sums, static_cast<int8_t>(readUint8(payload, offset)));
@@ -114,7 +137,7 @@ void writeAddedRecordFields(Rewrite& rewrite, const FitMessage& message, std::sp
     const GpsRecord& record = rewrite.records[rewrite.index];
     const LocalDefinition& slot = *message.definition;
     size_t messageStart = static_cast<size_t>(whole.data() - rewrite.out.block.data());
-    for (const FieldDefinition& added : rewrite.growths.record.fields) {
+    for (const FieldDefinition& added : rewrite.growths.ofRecords().fields) {
         size_t offset = whole.size() - rest.size();
         std::span<uint8_t> field = takeFront(rest, added.size);
         switch (added.number) {
@@ -125,10 +148,10 @@ void writeAddedRecordFields(Rewrite& rewrite, const FitMessage& message, std::sp
             writeAddedDistance(rewrite, slot, messageStart, offset, sumDistance(rewrite.sums, record));
             break;
         case recordCadence:
-            writeUint32Field(field, sumCadence(rewrite.sums, record), slot.bigEndian());
+            writeUint32Field(field, writtenCadence(rewrite, record), slot.bigEndian());
             break;
         case recordPower:
-            writeUint32Field(field, sumPower(rewrite.sums, record), slot.bigEndian());
+            writeUint32Field(field, writtenPower(rewrite, record), slot.bigEndian());
             break;
         }
     }
@@ -138,7 +161,7 @@ void writeAddedRecordFields(Rewrite& rewrite, const FitMessage& message, std::sp
 // Empty when the planned block ends before it.
 std::span<uint8_t> copyDeclaredPart(Rewrite& rewrite, const FitMessage& message)
 {
-    size_t growth = rewrite.growths.of(message.globalMessage()).bytes;
+    size_t growth = rewrite.growths.of(message).bytes;
     std::span<uint8_t> whole = reserveBytes(rewrite.out, message.bytes.size() + growth);
     if (!whole.empty())
         std::copy_n(message.bytes.begin(), 1 + message.definition->fieldBytes, whole.begin());
@@ -184,10 +207,36 @@ void writeSummaryMessage(Rewrite& rewrite, const FitMessage& message, RunningSet
     if (message.globalMessage() == messageSession && rewrite.options.sportEnabled)
         setSport(message, whole, sportValue(rewrite.options.sportIndex));
     std::span<uint8_t> rest = whole.subspan(1 + message.definition->fieldBytes);
-    for (const FieldDefinition& added : rewrite.growths.of(message.globalMessage()).fields)
+    for (const FieldDefinition& added : rewrite.growths.of(message).fields)
         writeMember(added.number, takeFront(rest, added.size));
     copyDeveloperPart(message, rest);
     set = {};
+}
+
+// By the profile: what the rows behind the one in front come to. Fields that no row knows stay the device's.
+void writeProfileSummary(Rewrite& rewrite, const FitMessage& message, size_t& first)
+{
+    size_t end = std::min(rewrite.index, rewrite.records.size());
+    SummaryFigures figures = summaryFigures(std::span(rewrite.records).subspan(first, end - first), rewrite.fields);
+    first = end;
+    std::span<uint8_t> whole = copyDeclaredPart(rewrite, message);
+    if (whole.empty())
+        return;
+    bool bigEndian = message.definition->bigEndian();
+    auto figureFor = [&](const FieldDefinition& field) {
+        std::optional<SummaryFigure> figure = figureOfField(message.globalMessage(), field.number);
+        return figure ? figures[*figure] : std::nullopt;
+    };
+    forEachField(message, [&](const FieldDefinition& field, size_t offset) {
+        if (std::optional<int64_t> figure = figureFor(field))
+            writeFigure(fieldOf(whole, offset, field.size), field.baseType, figure, bigEndian);
+    });
+    if (message.globalMessage() == messageSession && rewrite.options.sportEnabled)
+        setSport(message, whole, sportValue(rewrite.options.sportIndex));
+    std::span<uint8_t> rest = whole.subspan(1 + message.definition->fieldBytes);
+    for (const FieldDefinition& added : rewrite.growths.of(message).fields)
+        writeFigure(takeFront(rest, added.size), added.baseType, figureFor(added), bigEndian);
+    copyDeveloperPart(message, rest);
 }
 
 void writeActivity(Rewrite& rewrite, const FitMessage& message)
@@ -202,7 +251,7 @@ void writeActivity(Rewrite& rewrite, const FitMessage& message)
 void writeDefinition(Rewrite& rewrite, const FitMessage& message)
 {
     size_t ownEnd = firstTripleOffset + tripleSize * message.definition->fieldCount;
-    const std::vector<FieldDefinition>& added = rewrite.growths.of(message.globalMessage()).fields;
+    const std::vector<FieldDefinition>& added = rewrite.growths.of(message).fields;
     std::span<uint8_t> head = copyBytes(rewrite.out, message.bytes.first(ownEnd));
     if (!head.empty())
         head[fieldCountOffset] = static_cast<uint8_t>(head[fieldCountOffset] + added.size());
@@ -216,6 +265,7 @@ void writeDefinition(Rewrite& rewrite, const FitMessage& message)
 void writeMessage(Rewrite& rewrite, const FitMessage& message)
 {
     if (message.isDefinition) {
+        rewrite.growths.define(message);
         writeDefinition(rewrite, message);
         return;
     }
@@ -226,10 +276,16 @@ void writeMessage(Rewrite& rewrite, const FitMessage& message)
         ++rewrite.index;
         break;
     case messageSession:
-        writeSummaryMessage(rewrite, message, rewrite.sums.session, analysedSessionFields);
+        if (rewrite.byProfile)
+            writeProfileSummary(rewrite, message, rewrite.firstOfSession);
+        else
+            writeSummaryMessage(rewrite, message, rewrite.sums.session, analysedSessionFields);
         break;
     case messageLap:
-        writeSummaryMessage(rewrite, message, rewrite.sums.lap, analysedLapFields);
+        if (rewrite.byProfile)
+            writeProfileSummary(rewrite, message, rewrite.firstOfLap);
+        else
+            writeSummaryMessage(rewrite, message, rewrite.sums.lap, analysedLapFields);
         break;
     case messageActivity:
         writeActivity(rewrite, message);
@@ -244,12 +300,14 @@ void writeMessage(Rewrite& rewrite, const FitMessage& message)
 StatusCode planRewrittenSize(FitImage& destination, const FitImage& source, const GpsRecords& records,
                              uint32_t addedFields)
 {
-    Growths growths = growthsOf(addedFields);
+    Growths growths(addedFields, recordFieldsOf(source, addedFields));
     size_t size = 0;
     size_t index = 0;
     bool fits = true;
     StatusCode code = walkMessages(source, [&](const FitMessage& message) {
-        const Growth& growth = growths.of(message.globalMessage());
+        if (message.isDefinition)
+            growths.define(message);
+        const Growth& growth = growths.of(message);
         if (message.isDefinition) {
             fits = fits && message.definition->fieldCount + growth.fields.size() <= maxFieldCount;
             size += message.bytes.size() + tripleSize * growth.fields.size();
@@ -273,7 +331,10 @@ StatusCode writeAnalysedFit(FitImage& destination, const FitImage& source, const
                             uint32_t addedFields, const OutputChoice& options, uint32_t totalTimer)
 {
     destination.data.assign(static_cast<size_t>(destination.dataSize), 0);
-    Rewrite rewrite = {records, options, growthsOf(addedFields), {destination.data}, {}, totalTimer};
+    RecordFields fields = recordFieldsOf(source, addedFields);
+    bool byProfile = (addedFields & writeByProfile) != 0;
+    Rewrite rewrite = {records, options,   byProfile, fields, Growths(addedFields, fields), {destination.data},
+                       {},      totalTimer};
     StatusCode code = walkMessages(source, [&](const FitMessage& message) { writeMessage(rewrite, message); });
     if (code != fitOk)
         return code;

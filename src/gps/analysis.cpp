@@ -1,5 +1,8 @@
 #include "gps/analysis.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace torvane {
 
 namespace {
@@ -10,6 +13,43 @@ StatusCode takeTrack(const LoadedRide& ride, Analysis& analysis, TrackLimits lim
     return prepareTrack(ride.image, analysis.records, analysis.settings, analysis.flags, limits);
 }
 
+uint32_t missingFlags(const LoadedRide& ride)
+{
+    if (ride.prepared)
+        return analysisPrepared | analysisMissing;
+    return ride.marksMissing ? analysisMissing : 0;
+}
+
+bool lacksSome(const GpsRecords& records, double GpsRecord::*field)
+{
+    return std::ranges::any_of(records, [=](const GpsRecord& record) { return std::isnan(record.*field); });
+}
+
+void takeWhereMissing(GpsRecords& records, const GpsRecords& predicted, double GpsRecord::*field)
+{
+    for (size_t i = 0; i < records.size(); ++i)
+        if (std::isnan(records[i].*field))
+            records[i].*field = predicted[i].*field;
+}
+
+// Rows in which a meter gave nothing get what the model asks for there; all others keep what was measured.
+void fillMissing(const Model& model, const ParameterBlock& asked, const LoadedRide& ride, Analysis& analysis)
+{
+    bool power = asked.predictPower && lacksSome(analysis.records, &GpsRecord::power);
+    bool cadence = asked.predictCadence && lacksSome(analysis.records, &GpsRecord::cadence);
+    if (!power && !cadence)
+        return;
+    ParameterBlock settings = analysis.settings;
+    settings.predictPower = settings.predictCadence = 1;
+    settings.detectBraking = 0;
+    GpsRecords predicted = analysis.records;
+    predictAndFinish(model, predicted, settings, ride.summary, analysis.flags);
+    if (power)
+        takeWhereMissing(analysis.records, predicted, &GpsRecord::power);
+    if (cadence)
+        takeWhereMissing(analysis.records, predicted, &GpsRecord::cadence);
+}
+
 } // namespace
 
 StatusCode analyseRide(const Model& model, const ParameterBlock& settings, const LoadedRide& ride, Analysis& analysis,
@@ -18,8 +58,11 @@ StatusCode analyseRide(const Model& model, const ParameterBlock& settings, const
     analysis.settings = settings;
     applyAnalysisRules(analysis.settings, ride, physics);
     analysis.flags = buildAnalysisFlags(analysis.settings, ride.presence, physics);
+    analysis.flags |= missingFlags(ride);
     if (StatusCode code = takeTrack(ride, analysis, TrackLimits::analyse))
         return code;
+    if (analysis.flags & analysisMissing)
+        fillMissing(model, settings, ride, analysis);
     predictAndFinish(model, analysis.records, analysis.settings, ride.summary, analysis.flags, ride.image.progress);
     analysis.stats = analysedStats(analysis.records, ride);
     return fitOk;
@@ -28,7 +71,7 @@ StatusCode analyseRide(const Model& model, const ParameterBlock& settings, const
 StatusCode expressRide(const ParameterBlock& settings, const LoadedRide& ride, Analysis& analysis)
 {
     analysis.settings = settings;
-    analysis.flags = expressAnalysisFlags(settings, ride.presence);
+    analysis.flags = expressAnalysisFlags(settings, ride.presence) | missingFlags(ride);
     if (StatusCode code = takeTrack(ride, analysis, TrackLimits::express))
         return code;
     analysis.stats = analysedStats(analysis.records, ride);

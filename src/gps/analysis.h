@@ -25,6 +25,8 @@ constexpr uint32_t analysisPowerBaseShift = 12;           // two bits: power sta
 constexpr uint32_t analysisPredictCadence = 1u << 16;
 constexpr uint32_t analysisPredictPower = 1u << 17;
 constexpr uint32_t analysisSteady = 1u << 18;    // no acceleration can be known
+constexpr uint32_t analysisPrepared = 1u << 20;  // written by the FIT profile
+constexpr uint32_t analysisMissing = 1u << 21;   // markers of cadence and power are missing values
 constexpr uint32_t analysisOfTheRoad = 1u << 19; // Physics::ofTheRoad, also where the track is made clean
 
 // Flags of the commands that predict, and of the one that only expresses the source data.
@@ -69,7 +71,8 @@ struct Analysis {
 // All steps of an analysis, with and without prediction. Read the ride's image and move its progress; a file that has
 // changed since its load is taken as it is. 0, fitInvalid, or fitNoSector when no row is left.
 // The physics of the road also take each row's own temperature where there is one, smooth without a bias, and leave the
-// limits of the settings as they are.
+// limits of the settings as they are. Of a prepared ride a cadence or power that its meter does not give in a row is no
+// number, means are over what is there, and what the settings predict is filled in there alone.
 StatusCode analyseRide(const Model& model, const ParameterBlock& settings, const LoadedRide& ride, Analysis& analysis,
                        Physics physics = Physics::classic);
 StatusCode expressRide(const ParameterBlock& settings, const LoadedRide& ride, Analysis& analysis);

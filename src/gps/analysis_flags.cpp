@@ -86,6 +86,8 @@ uint32_t addedFieldsOf(uint32_t analysisFlags)
         added |= addCadence;
     if (analysisFlags & analysisPredictPower)
         added |= addPower;
+    if (analysisFlags & analysisPrepared)
+        added |= writeByProfile;
     return added;
 }
 

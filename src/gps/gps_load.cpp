@@ -3,8 +3,10 @@
 #include "fit/fit_types.h"
 #include "fit/message_fields.h"
 #include "fit/size_limits.h"
+#include "gps/prepare_writer.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace torvane {
@@ -214,6 +216,7 @@ StatusCode gatherActivity(LoadedRide& ride)
     ride.summary = contents.summary;
     setFieldPresence(ride);
     setReadiness(ride);
+    ride.marksMissing = hasPreparedForm(ride.image);
     return fitOk;
 }
 
@@ -263,6 +266,17 @@ StatusCode fillRecords(const FitImage& image, GpsRecords& records)
     });
     records.resize(index);
     return code;
+}
+
+void forgetMarkers(GpsRecords& records)
+{
+    constexpr double noCadence = UINT8_MAX, noPower = UINT16_MAX;
+    for (GpsRecord& record : records) {
+        if (record.cadence == noCadence)
+            record.cadence = std::numeric_limits<double>::quiet_NaN();
+        if (record.power == noPower)
+            record.power = std::numeric_limits<double>::quiet_NaN();
+    }
 }
 
 } // namespace torvane

@@ -27,4 +27,7 @@ void setReadiness(LoadedRide& ride);
 // cut off. 0 or fitInvalid.
 StatusCode fillRecords(const FitImage& image, GpsRecords& records);
 
+// Cadences and powers that a prepared file marks as missing become no number; others take the marker for one.
+void forgetMarkers(GpsRecords& records);
+
 } // namespace torvane

@@ -39,11 +39,11 @@ Fault checkReadiness(AnalysisReadiness readiness, const Preparation& preparation
 }
 
 // Of the file as it is, or as it will be prepared.
-StatusCode surveySource(FitImage& image, SourceFileInfo& source, const Preparation& preparation)
+StatusCode surveySource(FitImage& image, SourceFileInfo& source, const Preparation& preparation,
+                        PrepareFindings& findings)
 {
     if (!preparation.enabled)
         return surveyFitFile(image, source);
-    PrepareFindings findings;
     if (StatusCode code = loadPrepared(image, source.path, preparation.options, findings))
         return code;
     return surveyFitMessages(image, source);
@@ -61,9 +61,12 @@ Fault checkSource(SourceFileInfo& source, const Preparation& preparation, Loaded
         return error("not existing a source file");
     if (!preparation.enabled && readFitHeader(image, source.path) != fitOk)
         return error("detect an invalid source file structure");
-    StatusCode code = surveySource(image, source, preparation);
+    PrepareFindings findings;
+    StatusCode code = surveySource(image, source, preparation, findings);
     if (code == fitNotSupported)
         return error("detect an invalid source file structure");
+    if (const char* text = preparation.enabled ? preparingFault(code) : nullptr)
+        return error(text);
     if (severalSports(code))
         return error("found several sports in a source file. please divide it first");
     if (code == fitTooLarge)
@@ -73,6 +76,9 @@ Fault checkSource(SourceFileInfo& source, const Preparation& preparation, Loaded
     if (source.fileType != fileTypeActivity)
         return error("found an invalid file id type of a source file");
     presetPresenceFromScan(scanned, source);
+    bool lacksSome = findings.fields[ridePower].missing + findings.fields[rideCadence].missing > 0;
+    if (scanned.readiness == nothingToPredict && lacksSome)
+        return {}; // what its meters did not give
     return checkReadiness(scanned.readiness, preparation);
 }
 

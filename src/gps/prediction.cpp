@@ -141,7 +141,8 @@ void predictTrack(TrackModel& track, std::span<GpsRecord> records, Progress* pro
 {
     for (size_t i = 0; i < records.size(); ++i) {
         prepareModelForRecord(track, records[i]);
-        if (track.settings.predictCadence)
+        bool unknown = track.settings.predictPower && std::isnan(records[i].cadence); // but a drivetrain needs one
+        if (track.settings.predictCadence || unknown)
             records[i].cadence = cadenceAt(track.model, records[i].speed);
         if (track.settings.predictPower)
             predictPowerOf(track, records[i]);

@@ -7,6 +7,7 @@
 #include "gps/activity.h"
 #include "gps/prepare_writer.h"
 #include "gps/ride_cleaning.h"
+#include "gps/ride_legs.h"
 #include "gps/ride_source.h"
 #include "gps/ride_summaries.h"
 
@@ -32,9 +33,13 @@ void dropMeasured(Activity& activity, const PrepareOptions& options, PrepareFind
         dropField(activity.samples, rideCadence);
 }
 
-std::optional<uint8_t> firstOf(const std::vector<uint8_t>& sports)
+// The sport of the first session or lap that has one.
+std::optional<uint8_t> firstSport(const Activity& activity, bool ofSessions)
 {
-    return sports.empty() ? std::nullopt : std::optional(sports[0]);
+    for (const Summary& summary : activity.summaries)
+        if (summary.isSession == ofSessions && summary.sport)
+            return summary.sport;
+    return std::nullopt;
 }
 
 SummaryRules rulesFor(const Activity& activity, const PrepareOptions& options)
@@ -42,9 +47,9 @@ SummaryRules rulesFor(const Activity& activity, const PrepareOptions& options)
     SummaryRules rules;
     rules.dropPower = options.dropPower != 0;
     rules.dropCadence = options.dropCadence != 0;
-    rules.sessionSport = firstOf(activity.sessionSports);
-    if (activity.sessionSports.empty())
-        rules.lapSport = firstOf(activity.lapSports);
+    rules.sessionSport = firstSport(activity, true);
+    if (!rules.sessionSport)
+        rules.lapSport = firstSport(activity, false);
     return rules;
 }
 
@@ -55,103 +60,136 @@ void finishFile(FitImage& prepared, const FitImage& source)
     prepared.fileCrc = fitCrc(prepared);
 }
 
-const char* faultText(StatusCode code)
+uint8_t sportOf(const PrepareOptions& options)
 {
-    switch (code) {
-    case fitNotSupported:
-        return "detect an invalid source file structure";
-    case fitSessionSportsDiffer:
-    case fitLapSportsDiffer:
-        return "found several sports in a source file. please divide it first";
-    case fitPrepareFailed:
-        return "not existing record message";
-    case fitTooLarge:
-        return tooLargeFault;
-    default:
-        return "failed to read a source file which might be an invalid structure";
-    }
+    return rideSportValues[options.sport];
 }
 
-StatusCode readSource(const FitImage& source, uint32_t gapLimit, Activity& activity, PrepareFindings& findings)
+StatusCode readSource(const FitImage& source, const PrepareOptions& options, Activity& activity,
+                      PrepareFindings& findings)
 {
-    if (StatusCode code = readActivity(source, gapLimit, activity, findings))
+    if (StatusCode code = readActivity(source, activity, findings))
         return code;
-    if (StatusCode code = sportsOf(activity))
+    if (StatusCode code = takeLegsOf(activity, sportOf(options), findings))
         return code;
+    findings.deviceSpeed = deviceSpeedOf(activity);
     return activity.samples.empty() ? fitPrepareFailed : fitOk;
 }
 
-bool checkActivityToPrepare(const FitImage& source, Verdict& verdict)
+bool checkActivityToPrepare(const FitImage& source, const PrepareOptions& options, Verdict& verdict)
 {
     Activity activity;
     PrepareFindings findings;
-    StatusCode code = readSource(source, mostGapLimit, activity, findings);
+    StatusCode code = readSource(source, options, activity, findings);
     if (code != fitInvalid && activity.fileType != fileTypeActivity)
         return refuse(verdict, "error", "found an invalid file id type of a source file");
-    return code == fitOk || refuse(verdict, "error", faultText(code));
+    return code == fitOk || refuse(verdict, "error", preparingFault(code));
 }
 
-StatusCode prepareOnce(const FitImage& source, const PrepareOptions& options, FitImage& prepared,
-                       PrepareFindings& findings)
+PrepareFindings withSource(const SourceFindings& source)
 {
-    findings = {};
+    PrepareFindings findings;
+    findings.source = source;
+    return findings;
+}
+
+struct Once {
+    StatusCode code = fitOk;
+    bool settled = false; // prepared again it is the same for sure
+};
+
+Once prepareOnce(const FitImage& source, const PrepareOptions& options, FitImage& prepared, PrepareFindings& findings)
+{
     Activity activity;
     uint32_t gapLimit = static_cast<uint32_t>(options.gapLimit);
-    if (StatusCode code = readSource(source, gapLimit, activity, findings))
-        return code;
+    if (StatusCode code = readSource(source, options, activity, findings))
+        return {code};
     dropMeasured(activity, options, findings);
-    cleanRide(activity, {gapLimit, options.jumpSpeed}, findings);
+    placeSummaries(activity, findings);
+    Once once = {fitOk, cleanRide(activity, {gapLimit, options.jumpSpeed}, findings)};
+    completeSummaries(activity, sportOf(options), findings);
     prepared = {};
     if (!writePrepared(activity, rulesFor(activity, options), mostMade(source.data.size()), prepared.data, findings))
-        return fitTooLarge;
+        return {fitTooLarge};
     finishFile(prepared, source);
-    return fitOk;
+    return once;
 }
 
 } // namespace
 
-// A track with jumps can show others once those are bridged. Such a ride is prepared on until it stays as it is; a few
-// rounds are enough for any track that was ever ridden.
+// A track with jumps can show others once those are bridged, and so can a distance that is held. Such a ride is
+// prepared on until it stays as it is; a few rounds are enough for any track that was ever ridden.
 StatusCode prepareActivity(const FitImage& source, const PrepareOptions& options, FitImage& prepared,
                            PrepareFindings& findings)
 {
     constexpr int mostRounds = 16;
-    if (StatusCode code = prepareOnce(source, options, prepared, findings))
-        return code;
-    bool hasJumps = findings.positionsOff + findings.positionShifts > 0;
-    for (int round = 0; hasJumps && round < mostRounds; ++round) {
+    findings = withSource(findings.source);
+    Once once = prepareOnce(source, options, prepared, findings);
+    for (int round = 0; once.code == fitOk && !once.settled && round < mostRounds; ++round) {
         FitImage again = {};
         PrepareFindings more;
-        if (prepareOnce(prepared, options, again, more) != fitOk || again.data == prepared.data)
+        if (prepareOnce(prepared, options, again, more).code != fitOk || again.data == prepared.data)
             break;
         findings.positionsOff += more.positionsOff;
         findings.positionShifts += more.positionShifts;
+        findings.distancesHeld += more.distancesHeld;
         prepared = std::move(again);
     }
-    return fitOk;
+    return once.code;
 }
 
 StatusCode loadPrepared(FitImage& prepared, const std::string& path, const PrepareOptions& options,
                         PrepareFindings& findings, Progress* progress)
 {
     FitImage source = {};
-    if (StatusCode code = loadRideSource(source, path))
+    findings = {};
+    if (StatusCode code = loadRideSource(source, path, sportOf(options), findings.source))
         return code;
     source.progress = progress;
     return prepareActivity(source, options, prepared, findings);
 }
 
-Verdict checkPrepare(ToolInputs& inputs, ParameterBlock&)
+const char* preparingFault(StatusCode code)
+{
+    switch (code) {
+    case fitOk:
+        return nullptr;
+    case fitNotSupported:
+        return "detect an invalid source file structure";
+    case fitSessionSportsDiffer:
+        return "found several sports in a source file and no leg of the one asked for. name another by sport=, or "
+               "please divide it first";
+    case fitPrepareFailed:
+        return "not existing record message";
+    case fitTooLarge:
+        return tooLargeFault;
+    case fitPlanned:
+        return "a source file is a planned route or course that nobody rode";
+    case fitWithoutPoints:
+        return "a source file holds no point of a track";
+    case fitWithoutTimes:
+        return "no point of a source file has a time";
+    case fitXmlBroken:
+        return "a source file is broken: its XML is cut off or not well-formed";
+    case fitDoctype:
+        return "a source file declares a document type, which no track file needs; it is not read";
+    default:
+        return "failed to read a source file which might be an invalid structure";
+    }
+}
+
+Verdict checkPrepare(ToolInputs& inputs, const PrepareOptions& options)
 {
     Verdict verdict;
     FitImage source = {};
+    SourceFindings findings;
     for (SourceFileInfo& info : inputs.files)
         clearSurvey(info);
     if (!fileExists(inputs.files[0].path))
         refuse(verdict, "error", "not existing a source file");
-    else if (StatusCode code = loadRideSource(source, inputs.files[0].path))
-        refuse(verdict, "error", faultText(code));
-    else if (checkActivityToPrepare(source, verdict))
+    else if (StatusCode code = loadRideSource(source, inputs.files[0].path, sportOf(options), findings))
+        refuse(verdict, "error", preparingFault(code));
+    else if (checkActivityToPrepare(source, options, verdict))
         checkDestination(inputs, verdict);
     return verdict;
 }

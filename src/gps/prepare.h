@@ -3,6 +3,7 @@
 // found is counted.
 #pragma once
 
+#include "core/fit_choices.h"
 #include "core/verdict.h"
 #include "fit/fit_image.h"
 #include "fit/fit_tools.h"
@@ -15,6 +16,7 @@ struct PrepareOptions {
     double jumpSpeed = 40; // m/s, faster no position follows another
     int32_t dropPower = 0; // leave out what was measured, so that it is predicted
     int32_t dropCadence = 0;
+    int32_t sport = rideCycling; // RideSport, of a recording of several
 };
 constexpr int32_t leastGapLimit = 1, mostGapLimit = 300;    // s
 constexpr double leastJumpSpeed = 10, mostJumpSpeed = 1000; // m/s
@@ -27,17 +29,21 @@ struct Preparation {
 };
 
 // Makes the prepared file out of a loaded one, header and CRC included. Preparing a prepared file gives it back to the
-// byte. fitOk; fitInvalid; fitSessionSportsDiffer or fitLapSportsDiffer, to be divided first; fitPrepareFailed without
-// a record that has its time; fitTooLarge where the result or its tables would be.
+// byte. What findings.source says of the file is read: a broken one gets the summaries that it lacks. fitOk;
+// fitInvalid; fitSessionSportsDiffer where none of several sports is the one asked for; fitPrepareFailed without a
+// record that has its time; fitTooLarge where the result or its tables would be.
 StatusCode prepareActivity(const FitImage& source, const PrepareOptions& options, FitImage& prepared,
                            PrepareFindings& findings);
 
-// Loads a file and prepares it. The codes of loading and those above.
+// Loads a file, of whatever kind, and prepares it. The codes of loadRideSource and those above.
 StatusCode loadPrepared(FitImage& prepared, const std::string& path, const PrepareOptions& options,
                         PrepareFindings& findings, Progress* progress = nullptr);
 
+// What a check says of a ride that cannot be prepared; none for fitOk.
+const char* preparingFault(StatusCode code);
+
 // The tool's check and run, as those of fit_tools.h.
-Verdict checkPrepare(ToolInputs& inputs, ParameterBlock& options);
+Verdict checkPrepare(ToolInputs& inputs, const PrepareOptions& options);
 struct PrepareOutcome {
     ToolOutcome tool;
     PrepareFindings findings = {};

@@ -54,9 +54,11 @@ struct PrepareFindings {
     uint32_t positionsOff = 0;   // dropped: beyond reach of their neighbours
     uint32_t positionShifts = 0; // places where the track goes on elsewhere
     // Motion
-    uint32_t distancesHeld = 0; // records whose distance stood while the ride went on, given their share of the leap
-    bool distanceStill = false; // never moves, though speed or positions do: worked out of them
-    bool speedStill = false;    // never moves, though distance or positions do
+    uint32_t distanceFalls = 0;   // places where the distance falls back or starts again
+    uint32_t distancesHeld = 0;   // records whose distance stood while the ride went on, given their share of the leap
+    bool distanceStill = false;   // never moves, though speed or positions do: worked out of them
+    bool distanceBySpeed = false; // where it was worked out
+    bool speedStill = false;      // never moves, though distance or positions do
     // Fields
     std::array<FieldFindings, rideFieldCount> fields;
     uint32_t enhancedValues = 0;    // of records

@@ -1,8 +1,10 @@
 #include "gps/prepare_writer.h"
 
+#include "fit/base_type.h"
 #include "fit/fit_output.h"
 #include "fit/fit_tools.h"
 #include "fit/fit_walk.h"
+#include "fit/message_fields.h"
 #include "fit/tool_support.h"
 #include "gps/ride_cleaning.h"
 
@@ -50,9 +52,10 @@ void planRecords(Writing& writing)
     }
 }
 
+constexpr uint8_t unsigned32 = 0x86;
+
 void defineRecords(Writing& writing)
 {
-    constexpr uint8_t timestampField = 253, unsigned32 = 0x86;
     uint8_t count = static_cast<uint8_t>(writing.fields.size() + 1);
     const uint8_t head[] = {
         headerDefinition | recordLocalType, 0, 0, messageRecord, 0, count, timestampField, 4, unsigned32};
@@ -64,6 +67,23 @@ void defineRecords(Writing& writing)
     }
     writing.recordsDefined = true;
     ++writing.findings.definitionsWritten;
+}
+
+bool isOfRow(const FieldDefinition& field, const RideFieldRow& row)
+{
+    return field.number == row.number && field.size == row.width && field.baseType == row.baseType;
+}
+
+// As defineRecords writes it: some of the fields, in the order of their table.
+bool hasRecordForm(const LocalDefinition& definition)
+{
+    std::span<const FieldDefinition> fields = definition.fieldList();
+    bool starts = definition.localType == recordLocalType && !definition.bigEndian() && !fields.empty() &&
+                  fields[0].number == timestampField && fields[0].baseType == unsigned32;
+    size_t next = 1;
+    for (const RideFieldRow& row : rideFields)
+        next += next < fields.size() && isOfRow(fields[next], row);
+    return starts && next == fields.size();
 }
 
 template <class Value>
@@ -147,14 +167,13 @@ size_t localTypeFor(Writing& writing, std::span<const uint8_t> definition)
 // The mark of a rewritten file, as all tools leave it.
 void markFileId(std::span<const uint8_t> definition, std::span<uint8_t> payload)
 {
-    constexpr uint8_t manufacturerField = 1;
     constexpr size_t fieldCountOffset = 5, firstTriple = 6, tripleSize = 3;
     size_t offset = 0;
     for (size_t i = 0; i < definition[fieldCountOffset]; ++i) {
         const uint8_t* triple = definition.data() + firstTriple + i * tripleSize;
         std::span<uint8_t> field = payload.subspan(offset, triple[1]);
         offset += triple[1];
-        if (triple[0] != manufacturerField || field.empty())
+        if (triple[0] != fileIdManufacturer || field.empty())
             continue;
         std::ranges::fill(field, uint8_t{0});
         field[0] = 0xFF;
@@ -241,6 +260,23 @@ bool writePrepared(const Activity& activity, const SummaryRules& rules, size_t m
         writeStep(writing, i, other);
     }
     return block.size() <= mostBytes;
+}
+
+bool hasPreparedForm(const FitImage& image)
+{
+    constexpr int64_t rewrittenMark = 255;
+    FitWalk walk = startWalk(image);
+    walk.progress = nullptr;
+    walk.compressedFirst = true;
+    FitMessage message;
+    bool marked = false;
+    while (nextMessage(walk, message) == WalkStep::message) {
+        if (message.isData(messageFileId))
+            marked = readValue(message.payload, findNumber(message, fileIdManufacturer)) == rewrittenMark;
+        if (message.defines(messageRecord))
+            return marked && hasRecordForm(*message.definition);
+    }
+    return false;
 }
 
 } // namespace torvane

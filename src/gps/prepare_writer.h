@@ -13,4 +13,8 @@ namespace torvane {
 bool writePrepared(const Activity& activity, const SummaryRules& rules, size_t mostBytes, std::vector<uint8_t>& block,
                    PrepareFindings& findings);
 
+// Whether a file has the marks of one that was written here: that of a rewritten file, and its way to define records.
+// In such a file "invalid" markers are missing values.
+bool hasPreparedForm(const FitImage& image);
+
 } // namespace torvane

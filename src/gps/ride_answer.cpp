@@ -33,7 +33,7 @@ StatusCode readMeasured(AnsweredRide& ride)
 {
     Activity activity;
     PrepareFindings findings;
-    if (StatusCode code = readActivity(ride.prepared.image, UINT32_MAX, activity, findings))
+    if (StatusCode code = readActivity(ride.prepared.image, activity, findings))
         return code;
     for (const RideSample& sample : activity.samples)
         if (sample.has(ridePower) || sample.has(rideCadence))
@@ -217,8 +217,8 @@ Verdict checkRide(const ToolInputs& inputs, const PrepareOptions& options, Loade
     StatusCode code = loadPrepared(scanned.image, inputs.files[0].path, options, findings);
     if (code == fitOk)
         code = gatherActivity(scanned);
-    if (code != fitOk)
-        return {false, {{"error", "failed to read a source file which might be an invalid structure"}}};
+    if (const char* fault = preparingFault(code))
+        return {false, {{"error", fault}}};
     scanned.image.data = {};
     scanned.presence = presenceForPrediction(scanned.presence);
     setReadiness(scanned);
@@ -232,6 +232,7 @@ StatusCode answerRide(const Model& model, const ParameterBlock& settings, const 
     prepared.path = path;
     if (StatusCode code = loadPrepared(prepared.image, path, options, ride.findings, progress))
         return code;
+    prepared.prepared = true;
     if (StatusCode code = gatherActivity(prepared))
         return code;
     if (StatusCode code = readMeasured(ride))

@@ -1,5 +1,7 @@
 #include "gps/ride_cleaning.h"
 
+#include "gps/ride_motion.h"
+
 #include "model/constants.h"
 
 #include <algorithm>
@@ -30,17 +32,6 @@ int64_t nearestToEquator(int64_t a, int64_t b)
     return (a < 0) == (b < 0) ? std::min(std::abs(a), std::abs(b)) : 0;
 }
 
-// Metres between two positions, by the longest parallel that lies between them. Any part of an even way between the two
-// is then no longer than its share of the whole, so that a way once found possible stays so when it is filled.
-double wayBetween(const RideSample& a, const RideSample& b)
-{
-    int64_t north = int64_t{b.values[rideLatitude]} - a.values[rideLatitude];
-    int64_t east = shortWay(a.values[rideLongitude], b.values[rideLongitude]);
-    int64_t parallel = nearestToEquator(a.values[rideLatitude], b.values[rideLatitude]);
-    double shrink = std::cos(static_cast<double>(parallel) * pi / 2147483648.0);
-    return std::hypot(static_cast<double>(north), static_cast<double>(east) * shrink) * metresPerSemicircle;
-}
-
 // No less than the way between two positions; cheap, and mostly enough.
 double longestWay(const RideSample& a, const RideSample& b)
 {
@@ -53,7 +44,7 @@ bool reaches(const RideSample& from, const RideSample& to, double speed)
 {
     constexpr double resolution = 1; // m, more than positions are rounded by
     double reach = speed * secondsBetween(from, to) + resolution;
-    return longestWay(from, to) <= reach || wayBetween(from, to) <= reach;
+    return longestWay(from, to) <= reach || metresBetween(from, to) <= reach;
 }
 
 void clearPositions(std::span<RideSample> samples, size_t first, size_t end, PrepareFindings& findings)
@@ -138,12 +129,23 @@ void settle(const Completion& work, size_t i, int32_t value)
     ++work.findings.settled;
 }
 
+void leaveMissing(const Completion& work, size_t i)
+{
+    work.samples[i].values[work.field] = rideFields[work.field].marker();
+    ++work.findings.missing;
+}
+
 // The samples from first up to end lack a value that stands before them.
 void standOn(const Completion& work, size_t first, size_t end, int32_t value)
 {
-    bool linear = rideFields[work.field].bridge == Bridge::linear;
+    Bridge bridge = rideFields[work.field].bridge;
+    bool linear = bridge == Bridge::linear;
     for (size_t i = first; i < end; ++i) {
-        settle(work, i, rideFields[work.field].bridge == Bridge::zero ? 0 : value);
+        if (bridge == Bridge::none) {
+            leaveMissing(work, i);
+            continue;
+        }
+        settle(work, i, value);
         if (linear)
             work.samples[i].set(work.field, value);
     }
@@ -199,71 +201,16 @@ void completeField(const Completion& work)
     standOn(work, last + 1, work.samples.size(), work.samples[last].values[work.field]);
 }
 
-// Distance from positions, or from speed: 1/100 m of one step.
-
-double wayByPosition(const RideSample& from, const RideSample& to)
-{
-    return wayBetween(from, to) * 100;
-}
-
-double wayBySpeed(const RideSample& from, const RideSample& to)
-{
-    double mean = (from.values[rideSpeed] + to.values[rideSpeed]) / 2.0; // mm/s
-    return mean * secondsBetween(from, to) / 10;
-}
-
-// The way across an open step does not count.
-void deriveDistance(std::span<RideSample> samples, double (*way)(const RideSample&, const RideSample&))
-{
-    double distance = 0; // 1/100 m
-    for (size_t i = 0; i < samples.size(); ++i) {
-        if (i != 0 && !samples[i - 1].open)
-            distance += way(samples[i - 1], samples[i]);
-        double most = rideFields[rideDistance].most;
-        samples[i].set(rideDistance, static_cast<int32_t>(std::lround(std::min(distance, most))));
-    }
-}
-
-// mm/s over the steps that touch a sample, open ones left out; 0 between two open ones.
-int32_t speedByDistance(std::span<const RideSample> samples, size_t i)
-{
-    size_t from = i != 0 && !samples[i - 1].open ? i - 1 : i;
-    size_t to = i + 1 < samples.size() && !samples[i].open ? i + 1 : i;
-    if (from == to)
-        return 0;
-    double way = int64_t{samples[to].values[rideDistance]} - samples[from].values[rideDistance];
-    double speed = way * 10 / secondsBetween(samples[from], samples[to]);
-    return static_cast<int32_t>(std::lround(std::clamp<double>(speed, 0, rideFields[rideSpeed].most)));
-}
-
-void deriveSpeed(std::span<RideSample> samples)
-{
-    for (size_t i = 0; i < samples.size(); ++i)
-        if (!samples[i].has(rideSpeed))
-            samples[i].set(rideSpeed, speedByDistance(samples, i));
-}
-
-void markDerived(FieldFindings& field)
-{
-    field.derived = true;
-    field.written = true;
-}
-
-void completeMotion(std::span<RideSample> samples, PrepareFindings& findings)
-{
-    auto& fields = findings.fields;
-    if (!fields[rideDistance].written && (fields[rideLatitude].written || fields[rideSpeed].written)) {
-        deriveDistance(samples, fields[rideLatitude].written ? wayByPosition : wayBySpeed);
-        markDerived(fields[rideDistance]);
-    }
-    if (!fields[rideDistance].written)
-        return;
-    if (!fields[rideSpeed].written)
-        markDerived(fields[rideSpeed]);
-    deriveSpeed(samples);
-}
-
 } // namespace
+
+double metresBetween(const RideSample& a, const RideSample& b)
+{
+    int64_t north = int64_t{b.values[rideLatitude]} - a.values[rideLatitude];
+    int64_t east = shortWay(a.values[rideLongitude], b.values[rideLongitude]);
+    int64_t parallel = nearestToEquator(a.values[rideLatitude], b.values[rideLatitude]);
+    double shrink = std::cos(static_cast<double>(parallel) * pi / 2147483648.0);
+    return std::hypot(static_cast<double>(north), static_cast<double>(east) * shrink) * metresPerSemicircle;
+}
 
 void dropJumps(std::span<RideSample> samples, double jumpSpeed, PrepareFindings& findings)
 {
@@ -302,21 +249,26 @@ void completeFields(std::span<RideSample> samples, PrepareFindings& findings)
     countKnown(samples, findings);
     for (size_t field = 0; field < rideFieldCount; ++field)
         completeField({samples, field, findings.fields[field]});
-    completeMotion(samples, findings);
 }
 
-void cleanRide(Activity& activity, const CleaningLimits& limits, PrepareFindings& findings)
+bool cleanRide(Activity& activity, const CleaningLimits& limits, PrepareFindings& findings)
 {
-    dropJumps(activity.samples, limits.jumpSpeed, findings);
-    judgeSteps(activity.samples, activity.pauses, limits.gap, findings);
-    completeFields(activity.samples, findings);
+    std::span<RideSample> samples = activity.samples;
+    dropJumps(samples, limits.jumpSpeed, findings);
+    judgeSteps(samples, activity.pauses, limits.gap, findings);
+    dropStillMotion(samples, findings);
+    straightenDistance(samples, findings);
+    completeFields(samples, findings);
+    bool settled = completeMotion(samples, findings);
+    bool worked = findings.distanceStill || findings.speedStill || findings.positionsOff + findings.positionShifts > 0;
+    return settled && !worked;
 }
 
 int32_t valueWithin(const RideSample& from, const RideSample& to, size_t field, double share)
 {
     if (from.has(field) && to.has(field))
         return interpolate(from, to, field, share);
-    return rideFields[field].bridge == Bridge::zero ? 0 : from.values[field];
+    return rideFields[field].bridge == Bridge::none ? rideFields[field].marker() : from.values[field];
 }
 
 } // namespace torvane

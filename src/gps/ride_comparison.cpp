@@ -24,12 +24,13 @@ using CommonSeconds = std::span<const CommonSecond>;
 StatusCode readPowers(const std::string& path, std::vector<TimedPower>& powers, Progress* progress)
 {
     FitImage image = {};
-    if (StatusCode code = loadRideSource(image, path))
+    constexpr uint8_t cycling = 2;
+    PrepareFindings findings;
+    if (StatusCode code = loadRideSource(image, path, cycling, findings.source))
         return code;
     image.progress = progress;
     Activity activity;
-    PrepareFindings findings;
-    if (StatusCode code = readActivity(image, UINT32_MAX, activity, findings))
+    if (StatusCode code = readActivity(image, activity, findings))
         return code;
     for (const RideSample& sample : activity.samples)
         if (sample.has(ridePower))

@@ -30,7 +30,7 @@ enum class Bridge : uint8_t {
     linear, // changes evenly with time, however long it takes
     motion, // evenly over a few seconds, else from the distance
     hold,   // evenly over a few seconds, else the last one stands
-    zero,   // evenly over a few seconds, else nothing was done: 0
+    none,   // evenly over a few seconds, else it stays missing: nobody knows what was done
 };
 constexpr uint32_t shortBridge = 10; // s, the few seconds
 
@@ -50,6 +50,11 @@ struct RideFieldRow {
     {
         return least < 0;
     }
+    // Stored where a value is missing.
+    constexpr int32_t marker() const
+    {
+        return most + 1;
+    }
 };
 
 constexpr int32_t quarterTurn = 0x4000'0000; // 90 degrees in semicircles
@@ -61,8 +66,8 @@ constexpr std::array<RideFieldRow, rideFieldCount> rideFields = {{
     {"altitude", 2, 78, 2, 0x84, 0, 65534, Bridge::linear},                 // (m + 500) x 5
     {"speed", 6, 73, 2, 0x84, 0, 65534, Bridge::motion},                    // mm/s
     {"heart rate", 3, noEnhanced, 1, 0x02, 0, 254, Bridge::hold},
-    {"cadence", 4, noEnhanced, 1, 0x02, 0, 254, Bridge::zero},
-    {"power", 7, noEnhanced, 2, 0x84, 0, 65534, Bridge::zero},
+    {"cadence", 4, noEnhanced, 1, 0x02, 0, 254, Bridge::none},
+    {"power", 7, noEnhanced, 2, 0x84, 0, 65534, Bridge::none},
     {"temperature", 13, noEnhanced, 1, 0x01, -128, 126, Bridge::hold},
     {"GPS accuracy", 31, noEnhanced, 1, 0x02, 0, 254, Bridge::hold},
     {"calories", 33, noEnhanced, 2, 0x84, 0, 65534, Bridge::linear},

@@ -2,6 +2,7 @@
 
 #include "core/file_kind.h"
 #include "core/files.h"
+#include "gps/fit_parts.h"
 #include "gps/track_import.h"
 #include "tracks/tracks.h"
 
@@ -54,29 +55,30 @@ StatusCode codeOf(const TrackReading& reading)
 {
     switch (reading.result) {
     case TrackResult::ok:
-        return reading.tracks.planned ? fitNotSupported : fitOk;
+        return reading.tracks.planned ? fitPlanned : fitOk;
     case TrackResult::empty:
-        return fitPrepareFailed;
+        return fitWithoutPoints;
     case TrackResult::sourceFault:
         return codeOf(reading.fault);
     case TrackResult::otherRoot:
     case TrackResult::noParser:
         return fitNotSupported;
+    case TrackResult::doctype:
+        return fitDoctype;
     default:
-        return fitInvalid;
+        return fitXmlBroken;
     }
 }
 
-StatusCode loadTracks(FitImage& image, NextPiece pieces)
+StatusCode loadTracks(FitImage& image, NextPiece pieces, uint8_t sport, SourceFindings& findings)
 {
     TrackReading reading = readTracks(std::move(pieces));
     if (StatusCode code = codeOf(reading))
         return code;
-    ImportFindings findings;
-    return importTracks(reading.tracks, image, findings);
+    return importTracks(reading.tracks, sport, image, findings);
 }
 
-StatusCode loadPacked(FitImage& image, const NextPiece& pieces)
+StatusCode loadPacked(FitImage& image, const NextPiece& pieces, SourceFindings& findings)
 {
     std::vector<uint8_t> bytes, piece;
     do {
@@ -84,32 +86,34 @@ StatusCode loadPacked(FitImage& image, const NextPiece& pieces)
             return code;
         bytes.insert(bytes.end(), piece.begin(), piece.end());
     } while (!piece.empty());
-    return takeFitImage(image, std::move(bytes));
+    return takeFitParts(image, std::move(bytes), findings);
 }
 
-// As large as its header may claim, and read at once.
-StatusCode loadPlainFit(FitImage& image, const std::string& path)
+// Read at once.
+StatusCode loadPlainFit(FitImage& image, const std::string& path, SourceFindings& findings)
 {
     std::vector<uint8_t> bytes;
     if (readFileStart(path, largestFitFile, bytes) != FileResult::ok)
         return fitCannotOpen;
-    return takeFitImage(image, std::move(bytes));
+    return takeFitParts(image, std::move(bytes), findings);
 }
 
 } // namespace
 
-StatusCode loadRideSource(FitImage& image, const std::string& path)
+StatusCode loadRideSource(FitImage& image, const std::string& path, uint8_t sport, SourceFindings& findings)
 {
     std::vector<uint8_t> start;
     if (readFileStart(path, kindBytes, start) == FileResult::ok && startsAsFit(start))
-        return loadPlainFit(image, path);
+        return loadPlainFit(image, path, findings);
     NextPiece look = unpacked(piecesOfFile(path), mostUnpacked);
     if (StatusCode code = codeOf(look(start)))
         return code;
     NextPiece pieces = unpacked(piecesOfFile(path), mostUnpacked);
     if (startsAsFit(start))
-        return loadPacked(image, pieces);
-    return startsAsXml(start) ? loadTracks(image, std::move(pieces)) : loadFitImage(image, path);
+        return loadPacked(image, pieces, findings);
+    if (startsAsXml(start))
+        return loadTracks(image, std::move(pieces), sport, findings);
+    return loadFitImage(image, path);
 }
 
 } // namespace torvane

@@ -3,15 +3,17 @@
 #pragma once
 
 #include "fit/fit_image.h"
+#include "gps/prepare_findings.h"
 
 #include <string>
-#include <string_view>
 
 namespace torvane {
 
-// The ride as an image of a FIT file. Codes of loadFitImage, and fitNotSupported for an XML document of another kind or
-// a planned track that nobody rode, fitInvalid for one that is broken, fitPrepareFailed for one without a point that
-// has a time, fitTooLarge beyond what a FIT file may hold or, unpacked, a gigabyte.
-StatusCode loadRideSource(FitImage& image, const std::string& path);
+// The ride as an image of a FIT file; what could be read of one that is broken. Of a track file's activities those of
+// the FIT sport `sport`, where there are any. Codes of loadFitImage and takeFitParts, and fitNotSupported for an XML
+// document of another kind, fitPlanned for a route or a course that nobody rode, fitXmlBroken and fitDoctype for XML
+// that is not read, fitWithoutPoints and fitWithoutTimes for a document that holds no ride, fitTooLarge beyond what a
+// FIT file may hold or, unpacked, a gigabyte.
+StatusCode loadRideSource(FitImage& image, const std::string& path, uint8_t sport, SourceFindings& findings);
 
 } // namespace torvane

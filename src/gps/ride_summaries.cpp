@@ -143,6 +143,32 @@ void movePlain(Rewriting& work, const Parts& parts, size_t i, uint8_t plain, Pre
     ++findings.summaryEnhanced;
 }
 
+// The one sport that the summary is to have, if it is to have a certain one.
+std::optional<uint8_t> sportFor(uint16_t global, const SummaryRules& rules)
+{
+    return global == messageSession ? rules.sessionSport : global == messageLap ? rules.lapSport : std::nullopt;
+}
+
+uint8_t sportFieldOf(uint16_t global)
+{
+    return global == messageSession ? sessionSport : lapSport;
+}
+
+void addSport(Rewriting& work, const Parts& parts, const SummaryRules& rules)
+{
+    std::optional<uint8_t> sport = sportFor(parts.global, rules);
+    uint8_t number = sportFieldOf(parts.global);
+    if (sport && !hasValue(parts, number))
+        addNumber(work, number, 1, enumeration, *sport);
+}
+
+void putSport(Rewriting& work, const FieldDefinition& field, uint8_t sport)
+{
+    std::vector<uint8_t> bytes(field.size);
+    writeField(bytes, sport, work.bigEndian);
+    addField(work, field, bytes);
+}
+
 void rewriteField(Rewriting& work, const Parts& parts, size_t i, const SummaryRules& rules, PrepareFindings& findings)
 {
     const FieldDefinition& field = parts.fields[i];
@@ -152,14 +178,11 @@ void rewriteField(Rewriting& work, const Parts& parts, size_t i, const SummaryRu
         ++findings.summaryMeasured;
     else if (const EnhancedField* row = findEnhanced(parts.global, field.number))
         movePlain(work, parts, i, row->plain, findings);
+    else if (std::optional<uint8_t> sport = sportFor(parts.global, rules);
+             sport && field.number == sportFieldOf(parts.global))
+        putSport(work, field, *sport);
     else
         addField(work, field, parts.values[i]);
-}
-
-void addSport(Rewriting& work, const Parts& parts, uint16_t message, uint8_t number, std::optional<uint8_t> sport)
-{
-    if (parts.global == message && sport && !hasValue(parts, number))
-        addNumber(work, number, 1, enumeration, *sport);
 }
 
 bool isSummary(uint16_t global)
@@ -174,8 +197,7 @@ void addFields(Rewriting& work, const Parts& parts, const SummaryRules& rules, P
             rewriteField(work, parts, i, rules, findings);
         else
             addField(work, parts.fields[i], parts.values[i]);
-    addSport(work, parts, messageSession, sessionSport, rules.sessionSport);
-    addSport(work, parts, messageLap, lapSport, rules.lapSport);
+    addSport(work, parts, rules);
 }
 
 } // namespace

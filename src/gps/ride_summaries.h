@@ -13,8 +13,8 @@ namespace torvane {
 struct SummaryRules {
     bool dropPower = false;
     bool dropCadence = false;
-    std::optional<uint8_t> sessionSport; // for sessions without a sport; sessions that differ would not load
-    std::optional<uint8_t> lapSport;
+    std::optional<uint8_t> sessionSport; // of all sessions: such that differ would not load
+    std::optional<uint8_t> lapSport;     // of all laps, likewise where there is no session
 };
 
 struct RewrittenMessage {

@@ -30,7 +30,7 @@ struct TrackTally {
     uint64_t timer = 0;  // s, over steps of the record interval alone
     double distance = 0; // m, over the same steps
     Tally altitude, speed, temperature, heartRate;
-    Tally cadence, power;                    // without zeros
+    Tally cadence, power;                    // above 0: neither coasting nor missing ones
     Tally brakeForce, frontBrake, rearBrake; // while braking
 };
 
@@ -49,9 +49,9 @@ void addFields(TrackTally& tally, const GpsRecord& record)
     tally.speed.add(record.speed);
     tally.temperature.add(record.temperature);
     tally.heartRate.add(record.heartRate);
-    if (record.cadence != 0)
+    if (record.cadence > 0)
         tally.cadence.add(record.cadence);
-    if (record.power != 0)
+    if (record.power > 0)
         tally.power.add(record.power);
     addBraking(tally, record);
 }

@@ -158,6 +158,8 @@ StatusCode prepareTrack(const FitImage& image, GpsRecords& records, const Parame
 {
     if (StatusCode code = fillRecords(image, records))
         return code;
+    if (analysisFlags & analysisMissing)
+        forgetMarkers(records);
     if (!formSectors(records, settings.thresholdSpeed / kphPerMps, analysisFlags))
         return fitNoSector;
     if (limits == TrackLimits::analyse)

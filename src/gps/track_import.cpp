@@ -1,11 +1,10 @@
 #include "gps/track_import.h"
 
 #include "fit/fit_types.h"
-#include "fit/message_fields.h"
+#include "gps/activity_messages.h"
 
 #include <algorithm>
 #include <cmath>
-#include <initializer_list>
 #include <optional>
 #include <string_view>
 
@@ -44,18 +43,6 @@ struct Stretch {
     uint8_t sport;
 };
 
-// A message's fields in the order of its definition.
-struct FieldLayout {
-    uint8_t number, width, baseType;
-};
-enum : uint8_t {
-    byteEnum = 0x00,
-    signed8 = 0x01,
-    unsigned8 = 0x02,
-    unsigned16 = 0x84,
-    signed32 = 0x85,
-    unsigned32 = 0x86
-};
 enum : uint8_t { localFileId, localEvent, localRecord, localLap, localSession, localActivity };
 
 constexpr FieldLayout fileIdLayout[] = {
@@ -67,59 +54,7 @@ constexpr FieldLayout recordLayout[] = {
     {recordHeartRate, 1, unsigned8}, {recordCadence, 1, unsigned8},   {recordPower, 2, unsigned16},
     {recordTemperature, 1, signed8},
 };
-// Laps and sessions: end, start, elapsed and timer time in ms, distance in cm, sport.
-constexpr FieldLayout lapLayout[] = {{timestampField, 4, unsigned32},
-                                     {summaryStartTime, 4, unsigned32},
-                                     {7, 4, unsigned32},
-                                     {summaryTotalTimer, 4, unsigned32},
-                                     {9, 4, unsigned32},
-                                     {lapSport, 1, byteEnum}};
-constexpr FieldLayout sessionLayout[] = {{timestampField, 4, unsigned32},
-                                         {summaryStartTime, 4, unsigned32},
-                                         {7, 4, unsigned32},
-                                         {summaryTotalTimer, 4, unsigned32},
-                                         {9, 4, unsigned32},
-                                         {sessionSport, 1, byteEnum}};
-// Of an activity: timer time, sessions, "manual", the event "activity", "stop".
-constexpr FieldLayout activityLayout[] = {{timestampField, 4, unsigned32},
-                                          {activityTotalTimer, 4, unsigned32},
-                                          {activitySessionCount, 2, unsigned16},
-                                          {2, 1, byteEnum},
-                                          {3, 1, byteEnum},
-                                          {4, 1, byteEnum}};
-
 constexpr uint8_t timerEvent = 0, timerStarts = 0, timerStops = 4;
-
-class Writer {
-public:
-    std::vector<uint8_t> block;
-
-    void define(uint8_t local, uint16_t message, std::span<const FieldLayout> layout)
-    {
-        constexpr uint8_t definition = 0x40;
-        for (uint8_t byte : {static_cast<uint8_t>(definition | local), uint8_t{0}, uint8_t{0}})
-            block.push_back(byte);
-        put(message, 2);
-        put(layout.size(), 1);
-        for (const FieldLayout& field : layout)
-            block.insert(block.end(), {field.number, field.width, field.baseType});
-    }
-
-    void message(uint8_t local, std::span<const FieldLayout> layout, std::initializer_list<uint64_t> values)
-    {
-        block.push_back(local);
-        const FieldLayout* field = layout.data();
-        for (uint64_t value : values)
-            put(value, (field++)->width);
-    }
-
-private:
-    void put(uint64_t value, size_t width)
-    {
-        for (size_t i = 0; i < width; ++i)
-            block.push_back(static_cast<uint8_t>(value >> 8 * i));
-    }
-};
 
 // A figure as a field stores it, or the mark of a missing one where it is none or beyond the field.
 uint64_t stored(double value, double scale, double least, double most, uint64_t missing)
@@ -144,7 +79,7 @@ std::optional<uint32_t> fitSecond(double time)
     return static_cast<uint32_t>(second);
 }
 
-void writeRecord(Writer& writer, const TrackPoint& point, uint32_t second)
+void writeRecord(MessageWriter& writer, const TrackPoint& point, uint32_t second)
 {
     writer.message(localRecord, recordLayout,
                    {second, storedDegrees(point.latitude), storedDegrees(point.longitude),
@@ -189,7 +124,12 @@ struct Total {
 
 class Import {
 public:
-    Import(const Tracks& from, ImportFindings& found) : tracks(from), findings(found) {}
+    Import(const Tracks& from, uint8_t wanted, SourceFindings& found) : tracks(from), findings(found), sport(wanted)
+    {
+        findings.timesUnreadable = tracks.timesUnreadable;
+        findings.timesWithoutZone = tracks.timesWithoutZone;
+        findings.emptySegments = tracks.empty;
+    }
 
     StatusCode write(FitImage& image)
     {
@@ -198,7 +138,7 @@ public:
         for (const Stretch& stretch : stretches)
             writeStretch(stretch);
         if (!session.start)
-            return fitPrepareFailed;
+            return fitWithoutTimes;
         endLap();
         endFile();
         constexpr size_t largestBlock = 0x7FFFFFFF;
@@ -209,22 +149,22 @@ public:
     }
 
 private:
-    // Rides alone where there are any, in the order of their times.
+    // Those of the sport alone where there are any, in the order of their times.
     std::vector<Stretch> chosenStretches()
     {
         std::vector<TrackLeg> legs = tracks.legs;
         if (legs.empty())
             legs.push_back({});
-        bool hasRide = std::ranges::any_of(legs, [](const TrackLeg& leg) { return sportOf(leg) == fitCycling; });
+        bool hasSport = std::ranges::any_of(legs, [&](const TrackLeg& leg) { return sportOf(leg) == sport; });
         std::vector<Stretch> stretches;
         for (size_t i = 0; i < legs.size(); ++i) {
             std::optional<uint8_t> own = sportOf(legs[i]);
-            if (hasRide && own && *own != fitCycling) {
+            if (hasSport && own && *own != sport) {
                 ++findings.legsOfOtherSports;
                 continue;
             }
             size_t last = i + 1 < legs.size() ? legs[i + 1].first : tracks.points.size();
-            stretches.push_back({legs[i].first, last, hasRide ? fitCycling : own.value_or(fitCycling)});
+            stretches.push_back({legs[i].first, last, hasSport ? sport : own.value_or(fitCycling)});
         }
         std::ranges::stable_sort(stretches, {}, [&](const Stretch& stretch) { return firstTime(stretch); });
         sport = stretches[0].sport;
@@ -304,12 +244,12 @@ private:
 
     void endFile()
     {
-        constexpr uint64_t oneSession = 1, manual = 0, activityEvent = 26, stop = 1;
+        constexpr uint64_t oneSession = 1;
         writer.message(localEvent, eventLayout, {session.end, timerEvent, timerStops});
         writer.message(localSession, sessionLayout,
                        {session.end, *session.start, session.elapsed(), session.timer(), session.centimetres(), sport});
         writer.message(localActivity, activityLayout,
-                       {session.end, session.timer(), oneSession, manual, activityEvent, stop});
+                       {session.end, session.timer(), oneSession, activityManual, activityEvent, activityStop});
     }
 
     void wrap(FitImage& image)
@@ -328,18 +268,18 @@ private:
     }
 
     const Tracks& tracks;
-    ImportFindings& findings;
-    Writer writer = {};
+    SourceFindings& findings;
+    MessageWriter writer = {};
     Total lap = {}, session = {};
-    uint8_t sport = fitCycling;
+    uint8_t sport; // asked for, then found
     bool afterPause = false;
 };
 
 } // namespace
 
-StatusCode importTracks(const Tracks& tracks, FitImage& image, ImportFindings& findings)
+StatusCode importTracks(const Tracks& tracks, uint8_t sport, FitImage& image, SourceFindings& findings)
 {
-    return Import(tracks, findings).write(image);
+    return Import(tracks, sport, findings).write(image);
 }
 
 } // namespace torvane

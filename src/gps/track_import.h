@@ -3,19 +3,15 @@
 #pragma once
 
 #include "fit/fit_image.h"
+#include "gps/prepare_findings.h"
 #include "tracks/tracks.h"
 
 namespace torvane {
 
-// What of the tracks could not go over.
-struct ImportFindings {
-    size_t pointsWithoutTime = 0; // or with a time before 1990, where FIT begins to count
-    size_t legsOfOtherSports = 0; // left out: beside rides, whatever is none
-};
-
-// Makes records, laps, a session and what belongs to them out of the legs of a ride; where none is called a ride, of
-// all. Points are taken at the nearest whole second. Where recording stopped and went on, the timer does.
-// fitOk; fitPrepareFailed without a point that has its time; fitTooLarge.
-StatusCode importTracks(const Tracks& tracks, FitImage& image, ImportFindings& findings);
+// Makes records, laps, a session and what belongs to them out of the legs of one FIT sport; where none is called so,
+// out of all. A leg that names no sport may be of any. Points are taken at the nearest whole second. Where recording
+// stopped and went on, the timer does. Counts what of the tracks could not go over. fitOk; fitWithoutTimes without a
+// point that has its time; fitTooLarge.
+StatusCode importTracks(const Tracks& tracks, uint8_t sport, FitImage& image, SourceFindings& findings);
 
 } // namespace torvane

@@ -74,6 +74,7 @@ std::optional<Error> prepareInHand(Session& session, const Preparation& preparat
     StatusCode code = prepareActivity(*session.ride.inMemory, options, prepared, findings);
     code = code != fitOk ? reportStatus(session.screens, name, code)
                          : loadRideInMemory(session, std::move(prepared), name);
+    session.ride.prepared = code == fitOk;
     if (code == fitOk) {
         addPreparationFigures(session.figures, findings);
         reportPreparation(session.screens, findings);

@@ -8,6 +8,7 @@
 #include "core/text.h"
 #include "report/report_text.h"
 
+#include <cmath>
 #include <vector>
 
 namespace torvane {
@@ -120,6 +121,15 @@ void appendHeadRow(std::string& text, const Table& table, const char* sector, co
     text += '\n';
 }
 
+// What no meter gave has no figure.
+void appendValue(std::string& text, double value, int decimals)
+{
+    if (std::isnan(value))
+        appendFormat(text, "%9s", "-");
+    else
+        appendFixed(text, value, 9, decimals);
+}
+
 void appendRow(std::string& text, const Table& table, const GpsRecord& record)
 {
     text += '\t';
@@ -130,7 +140,7 @@ void appendRow(std::string& text, const Table& table, const GpsRecord& record)
     }
     for (const Column& column : table.columns) {
         text += ',';
-        appendFixed(text, column.value(record), 9, column.decimals);
+        appendValue(text, column.value(record), column.decimals);
     }
     text += '\n';
 }

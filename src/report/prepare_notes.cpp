@@ -9,7 +9,8 @@ namespace {
 
 struct NoteRow {
     size_t (*count)(const PrepareFindings&);
-    const char* text; // with the count in it
+    const char* noun; // of one
+    const char* text; // in front of how many
 };
 
 template <auto member>
@@ -35,34 +36,39 @@ using Ride = PrepareFindings;
 using Field = FieldFindings;
 
 constexpr NoteRow noteRows[] = {
-    {ofFile<&File::bytesLost>, "%zu bytes at the end of the file could not be read and are lost"},
-    {ofFile<&File::pointsWithoutTime>, "%zu points without a time were left out"},
-    {ofFile<&File::timesUnreadable>, "%zu times could not be read"},
-    {ofFile<&File::timesWithoutZone>, "%zu times name no zone and were taken as UTC"},
-    {ofFile<&File::legsOfOtherSports>, "%zu tracks or activities of other sports were left out"},
-    {ofRide<&Ride::recordsOfOtherSports>, "%zu records belong to other sports and were left out"},
-    {ofRide<&Ride::leapingTimestamps>, "the clock leapt: %zu records from the future were dropped"},
-    {ofRide<&Ride::backwardTimestamps>, "the clock leapt: %zu records from the past were dropped"},
-    {ofRide<&Ride::equalTimestamps>, "%zu records with a time that another has already were dropped"},
-    {ofRide<&Ride::withoutTimestamp>, "%zu records without a time were dropped"},
-    {ofRide<&Ride::positionsOff>, "%zu positions beyond the reach of their neighbours were dropped"},
-    {ofRide<&Ride::positionShifts>, "the track goes on elsewhere %zu times; the way between is not counted"},
-    {ofRide<&Ride::distancesHeld>, "the distance stood for %zu records while the ride went on; its leaps were spread "
-                                   "over them"},
-    {ofField<ridePower, &Field::missing>, "the power meter gave nothing for %zu records, where power stays missing"},
-    {ofField<rideCadence, &Field::missing>, "cadence is missing in %zu records and stays so"},
-    {ofField<rideLatitude, &Field::bridged>, "positions were missing for a while and bridged in %zu records"},
-    {ofField<rideLatitude, &Field::settled>, "the position was held where none was known, in %zu records"},
-    {ofField<rideAltitude, &Field::bridged>, "altitudes were missing for a while and bridged in %zu records"},
-    {ofField<rideAltitude, &Field::settled>, "the altitude was held where none was known, in %zu records"},
-    {ofField<rideDistance, &Field::bridged>, "distances were missing for a while and bridged in %zu records"},
-    {ofField<rideDistance, &Field::settled>, "the distance was held where none was known, in %zu records"},
-    {ofField<rideSpeed, &Field::bridged>, "speeds were missing for a while and bridged in %zu records"},
-    {ofField<rideSpeed, &Field::settled>, "speeds were missing and taken from the distance in %zu records"},
-    {ofRide<&Ride::recordsFilled>, "%zu records were filled in between others"},
-    {ofRide<&Ride::stepsLong>, "%zu gaps longer than the gap limit stay open"},
-    {ofRide<&Ride::summariesMoved>, "%zu sessions and laps did not stand behind their records and were moved there"},
+    {ofRide<&Ride::leapingTimestamps>, "record", "the clock leapt ahead; dropped from the future"},
+    {ofRide<&Ride::backwardTimestamps>, "record", "the clock fell back; dropped from the past"},
+    {ofFile<&File::bytesLost>, "byte", "lost at the end of the file, which could not be read"},
+    {ofFile<&File::pointsWithoutTime>, "point", "left out for want of a time"},
+    {ofFile<&File::timesUnreadable>, "time", "not to be read"},
+    {ofFile<&File::timesWithoutZone>, "time", "taken as UTC for want of a zone"},
+    {ofFile<&File::legsOfOtherSports>, "leg", "left out as of another sport"},
+    {ofRide<&Ride::recordsOfOtherSports>, "record", "left out as of another sport"},
+    {ofRide<&Ride::equalTimestamps>, "record", "dropped with a time that another has already"},
+    {ofRide<&Ride::withoutTimestamp>, "record", "dropped for want of a time"},
+    {ofRide<&Ride::positionsOff>, "position", "dropped as beyond the reach of its neighbours"},
+    {ofRide<&Ride::positionShifts>, "place", "the track goes on elsewhere, and the way between is not counted"},
+    {ofRide<&Ride::distanceFalls>, "place", "the distance falls back or starts again, and was joined"},
+    {ofRide<&Ride::distancesHeld>, "record", "the distance stood while the ride went on, and its leap was spread"},
+    {ofField<ridePower, &Field::missing>, "record", "the power meter gave nothing, and power stays missing"},
+    {ofField<rideCadence, &Field::missing>, "record", "cadence is missing and stays so"},
+    {ofField<rideLatitude, &Field::bridged>, "record", "the position was missing for a while and bridged"},
+    {ofField<rideLatitude, &Field::settled>, "record", "the position is not known and was held"},
+    {ofField<rideAltitude, &Field::bridged>, "record", "the altitude was missing for a while and bridged"},
+    {ofField<rideAltitude, &Field::settled>, "record", "the altitude is not known and was held"},
+    {ofField<rideDistance, &Field::bridged>, "record", "the distance was missing for a while and bridged"},
+    {ofField<rideDistance, &Field::settled>, "record", "the distance is not known and was held"},
+    {ofField<rideSpeed, &Field::bridged>, "record", "the speed was missing for a while and bridged"},
+    {ofField<rideSpeed, &Field::settled>, "record", "the speed was missing and taken from the distance"},
+    {ofRide<&Ride::recordsFilled>, "record", "filled in between others"},
+    {ofRide<&Ride::stepsLong>, "gap", "longer than the gap limit, and left open"},
+    {ofRide<&Ride::summariesMoved>, "message", "sessions and laps, moved behind their records"},
 };
+
+std::string noteOf(const NoteRow& row, size_t count)
+{
+    return formatText("%s: %zu %s%s", row.text, count, row.noun, count == 1 ? "" : "s");
+}
 
 void addDoubts(std::vector<std::string>& notes, const PrepareFindings& findings)
 {
@@ -81,8 +87,11 @@ void addDoubts(std::vector<std::string>& notes, const PrepareFindings& findings)
         notes.emplace_back("the speed never moves though the ride does; it was worked out anew");
     if (findings.fields[rideDistance].derived && !findings.distanceStill)
         notes.push_back(formatText("the file holds no distance; it was worked out of %s",
-                                   findings.fields[rideLatitude].written ? "the positions" : "speed and time"));
-    if (!findings.fields[rideAltitude].written)
+                                   findings.distanceBySpeed ? "speed and time" : "the positions"));
+    if (findings.seconds != 0 && findings.centimetres == 0)
+        notes.emplace_back(
+            "neither distance nor speed nor positions move: the file does not tell how far the ride went");
+    if (!findings.fields[rideAltitude].written && findings.recordsWritten != 0)
         notes.emplace_back("the file holds no altitude; the course counts as flat");
     if (findings.summariesMade)
         notes.emplace_back("the file holds no session; one was made from its records");
@@ -96,7 +105,7 @@ std::vector<std::string> preparationNotes(const PrepareFindings& findings)
     addDoubts(notes, findings);
     for (const NoteRow& row : noteRows)
         if (size_t count = row.count(findings))
-            notes.push_back(formatText(row.text, count));
+            notes.push_back(noteOf(row, count));
     return notes;
 }
 

@@ -20,7 +20,8 @@ constexpr FindingLine recordLines[] = {
     {&PrepareFindings::withoutTimestamp, "records without a timestamp, dropped"},
     {&PrepareFindings::equalTimestamps, "records with the timestamp of the one before, dropped"},
     {&PrepareFindings::backwardTimestamps, "records back in time, dropped"},
-    {&PrepareFindings::leapingTimestamps, "records that alone leap ahead in time, dropped"},
+    {&PrepareFindings::leapingTimestamps, "records that leap ahead in time, dropped"},
+    {&PrepareFindings::recordsOfOtherSports, "records of other sports, left out"},
     {&PrepareFindings::compressedTimestamps, "compressed timestamps made full"},
     {&PrepareFindings::stepsFilled, "steps of more than a second, filled"},
     {&PrepareFindings::recordsFilled, "records filled in"},
@@ -28,6 +29,8 @@ constexpr FindingLine recordLines[] = {
     {&PrepareFindings::stepsLong, "steps longer than the gap limit, left open"},
     {&PrepareFindings::positionsOff, "positions out of reach of their neighbours, dropped"},
     {&PrepareFindings::positionShifts, "places where the track goes on elsewhere, left as they are"},
+    {&PrepareFindings::distanceFalls, "places where the distance falls back or starts again, joined"},
+    {&PrepareFindings::distancesHeld, "distances held while the ride went on, given their share of the leap"},
     {&PrepareFindings::enhancedValues, "enhanced speeds and altitudes put into the plain fields"},
 };
 
@@ -35,6 +38,7 @@ constexpr FindingLine messageLines[] = {
     {&PrepareFindings::summaryEnhanced, "enhanced values of sessions and laps put into the plain fields"},
     {&PrepareFindings::summaryEmpty, "fields without a value in sessions, laps and activities, dropped"},
     {&PrepareFindings::summaryMeasured, "values of sessions and laps dropped with their field"},
+    {&PrepareFindings::summariesMoved, "sessions and laps moved behind their records"},
     {&PrepareFindings::messagesUndefined, "messages without a definition, dropped"},
 };
 
@@ -52,10 +56,8 @@ const char* settledText(Bridge bridge)
         return "taken from the nearest record";
     case Bridge::motion:
         return "taken from the distance";
-    case Bridge::hold:
-        return "held";
     default:
-        return "set to 0";
+        return "held";
     }
 }
 
@@ -63,7 +65,12 @@ const char* sourceText(size_t field, const PrepareFindings& findings)
 {
     if (field == rideSpeed)
         return "distance and time";
-    return findings.fields[rideLatitude].written ? "positions" : "speed and time";
+    return findings.distanceBySpeed ? "speed and time" : "positions";
+}
+
+bool stands(size_t field, const PrepareFindings& findings)
+{
+    return field == rideSpeed ? findings.speedStill : findings.distanceStill;
 }
 
 // Of a position the latitude speaks for both.
@@ -74,11 +81,14 @@ void appendField(std::string& text, size_t field, const PrepareFindings& finding
     const FieldFindings& own = findings.fields[field];
     const char* name = field == rideLatitude ? "position" : rideFields[field].name;
     if (own.derived)
-        appendFormat(text, "\t%s in no record, worked out of %s\n", name, sourceText(field, findings));
+        appendFormat(text, "\t%s %s, worked out of %s\n", name,
+                     stands(field, findings) ? "never moves" : "in no record", sourceText(field, findings));
     else if (own.defined && !own.written)
         appendFormat(text, "\t%s without a value in all records, left out\n", name);
     if (own.bridged != 0)
         appendFormat(text, "\t%s missing for a while, bridged: %u\n", name, own.bridged);
+    if (own.missing != 0)
+        appendFormat(text, "\t%s missing, left so: %u\n", name, own.missing);
     if (own.settled != 0)
         appendFormat(text, "\t%s missing, %s: %u\n", name, settledText(rideFields[field].bridge), own.settled);
 }
@@ -99,6 +109,35 @@ void appendLeftOut(std::string& text, const PrepareFindings& findings)
         text += "\tpower of records, left out as asked\n";
     if (findings.cadenceDropped)
         text += "\tcadence of records, left out as asked\n";
+}
+
+struct SourceLine {
+    size_t SourceFindings::*count;
+    const char* text; // in front of its count
+};
+
+constexpr SourceLine sourceLines[] = {
+    {&SourceFindings::bytesLost, "bytes that could not be read, lost"},
+    {&SourceFindings::pointsWithoutTime, "points without a time, left out"},
+    {&SourceFindings::timesUnreadable, "times that could not be read"},
+    {&SourceFindings::timesWithoutZone, "times without a zone, taken as UTC"},
+    {&SourceFindings::legsOfOtherSports, "tracks or activities of other sports, left out"},
+    {&SourceFindings::emptySegments, "segments without a point"},
+};
+
+void appendSource(std::string& text, const SourceFindings& source)
+{
+    if (source.cut)
+        text += "\tfile cut off\n";
+    if (source.neverClosed)
+        text += "\tfile never closed by its device\n";
+    if (source.crcWrong)
+        text += "\tchecksum of the file wrong\n";
+    if (source.parts > 1)
+        appendFormat(text, "\tFIT files one behind the other: %u\n", source.parts);
+    for (const SourceLine& line : sourceLines)
+        if (size_t count = source.*line.count)
+            appendFormat(text, "\t%s: %zu\n", line.text, count);
 }
 
 void appendDefinitions(std::string& text, const PrepareFindings& findings)
@@ -125,6 +164,7 @@ void appendSpeed(std::string& text, const PrepareFindings& findings)
 void reportPreparation(Screens& screens, const PrepareFindings& findings)
 {
     std::string text = "\n findings of the preparation\n\n";
+    appendSource(text, findings.source);
     appendFormat(text, "\trecords: %u read, %u written\n", findings.recordsRead, findings.recordsWritten);
     appendLines(text, findings, recordLines);
     for (size_t field = 0; field < rideFieldCount; ++field)

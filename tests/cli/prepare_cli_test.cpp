@@ -80,7 +80,9 @@ TEST_F(PrepareConsole, KeepsItsEntriesBesideTheParameterFile)
     EXPECT_EQ(told.code, 0);
     for (const char* line : {"4: no entry\n", "gapLimit=500, which takes 1 to 300 sec\n", "dropPower=maybe"})
         EXPECT_TRUE(contains(told.err, line)) << told.err;
-    EXPECT_EQ(stands(), "# mine\r\ngapLimit=30\nlater=1\nno entry\n\ndropPower=off\njumpSpeed=55.25\ndropCadence=on\n");
+    EXPECT_EQ(
+        stands(),
+        "# mine\r\ngapLimit=30\nlater=1\nno entry\n\ndropPower=off\njumpSpeed=55.25\ndropCadence=on\nsport=cycling\n");
     write("gapLimit=2\n");
     EXPECT_EQ(call({"--par", par, "prepare", source, in + "gaps.fit"}).code, 0);
     EXPECT_LT(bytesOf(in + "gaps.fit").size(), bytesOf(source).size());

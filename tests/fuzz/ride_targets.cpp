@@ -233,8 +233,7 @@ void prepare(Input input)
                               .jumpSpeed = leastJumpSpeed + start.options[2],
                               .dropPower = start.bit(0),
                               .dropCadence = start.bit(1)};
-    if (!checkPrepare(session.inputs, session.working).passed ||
-        runPrepare(session.inputs, options).tool.code != fitPrepared)
+    if (!checkPrepare(session.inputs, options).passed || runPrepare(session.inputs, options).tool.code != fitPrepared)
         return;
     const std::string& path = session.inputs.files[toolDestination].path;
     requireSoundFile(path);

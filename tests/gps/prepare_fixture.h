@@ -63,6 +63,12 @@ inline std::vector<ReadMessage> readMessages(const FitImage& image)
     return messages;
 }
 
+inline FitImage withHeader(FitImage source)
+{
+    source.headerBytes = {14, 0x10, 0, 0, 0, 0, 0, 0, '.', 'F', 'I', 'T'};
+    return source;
+}
+
 struct Prepared {
     StatusCode code;
     PrepareFindings findings;
@@ -70,9 +76,12 @@ struct Prepared {
     std::vector<ReadMessage> messages;
 
     explicit Prepared(const Bytes& data, const PrepareOptions& options = {})
+        : Prepared(withHeader(imageOf(data)), {}, options)
     {
-        FitImage source = imageOf(data);
-        source.headerBytes = {14, 0x10, 0, 0, 0, 0, 0, 0, '.', 'F', 'I', 'T'};
+    }
+    Prepared(const FitImage& source, const SourceFindings& found, const PrepareOptions& options = {})
+    {
+        findings.source = found;
         code = prepareActivity(source, options, image, findings);
         if (code == 0)
             messages = readMessages(image);

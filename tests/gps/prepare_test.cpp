@@ -47,17 +47,27 @@ TEST(Prepare, RefusesWhatWouldGrowFarBeyondItsSource)
     EXPECT_EQ(Prepared(dense.data).code, fitTooLarge);
 }
 
-TEST(Prepare, KeepsTheFirstOfEqualAndBackwardTimes)
+// Of a leap of the clock the smaller side goes, of equal sides the later.
+TEST(Prepare, KeepsTheRidesOwnTimes)
 {
-    Recording ride({timeField, heartRateField});
-    for (int64_t time : Values{100, 101, 101, 100, 102, 9000, 103, noLong, 104})
-        ride.record({time, time & 0x7F});
-    Prepared done(ride.data);
-    EXPECT_EQ(done.records(253), (Values{100, 101, 102, 103, 104}));
-    EXPECT_EQ(done.records(3), (Values{100, 101, 102, 103, 104}));
-    expectFigures({done.findings.equalTimestamps, done.findings.backwardTimestamps, done.findings.leapingTimestamps,
-                   done.findings.withoutTimestamp},
-                  {1, 1, 1, 1});
+    const std::tuple<Values, Values, std::array<uint32_t, 4>> cases[] = {
+        {{100, 101, 101, 100, 102, 9000, 103, noLong, 104}, {100, 101, 102, 103, 104}, {1, 1, 1, 1}},
+        {{100, 101, 5000, 5001, 5002, 102, 103, 104, 105}, {100, 101, 102, 103, 104, 105}, {0, 0, 3, 0}},
+        {{500, 501, 100, 101, 102}, {100, 101, 102}, {0, 0, 2, 0}},
+        {{100, 500, 501, 101, 102}, {100, 500, 501}, {0, 2, 0, 0}},
+    };
+    for (const auto& [times, kept, dropped] : cases) {
+        Recording ride({timeField, heartRateField});
+        for (int64_t time : times)
+            ride.record({time, time & 0x7F});
+        Prepared done(ride.data);
+        EXPECT_EQ(done.records(253), kept);
+        for (size_t i = 0; i < kept.size(); ++i)
+            EXPECT_EQ(done.records(3)[i], kept[i] & 0x7F);
+        const PrepareFindings& f = done.findings;
+        EXPECT_EQ((std::array{f.equalTimestamps, f.backwardTimestamps, f.leapingTimestamps, f.withoutTimestamp}),
+                  dropped);
+    }
 }
 
 // Also of the local types that other walks take for definitions, and from the time of any message.
@@ -106,8 +116,8 @@ TEST(Prepare, BridgesShortHolesAndStatesLongOnes)
     const std::tuple<FitBuilder::Field, int64_t, int64_t, int64_t, Values, int64_t> cases[] = {
         {heartRateField, noByte, 100, 104, {100, 101, 102, 103, 104}, 100},
         {temperatureField, 0x7F, 20, 24, {20, 21, 22, 23, 24}, 20},
-        {cadenceField, noByte, 80, 88, {80, 82, 84, 86, 88}, 0},
-        {powerField, noWord, 300, 100, {300, 250, 200, 150, 100}, 0},
+        {cadenceField, noByte, 80, 88, {80, 82, 84, 86, 88}, noByte},
+        {powerField, noWord, 300, 100, {300, 250, 200, 150, 100}, noWord},
         {altitudeField, noWord, 3000, 3040, {3000, 3010, 3020, 3030, 3040}, 3020},
         {distanceField, noLong, 0, 2000, {0, 500, 1000, 1500, 2000}, 1000},
     };
@@ -211,10 +221,80 @@ TEST(Prepare, TakesMeasuredFieldsOut)
     expectFigures({cadence.records(7)[0], cadence.values(18, 18)[0], cadence.values(18, 20)[0]}, {200, -1, 205});
 }
 
+// Held for three seconds and again, once while the bicycle stands; without speeds a long hold is a stand.
+TEST(Prepare, SpreadsDistancesThatAreHeld)
+{
+    const std::tuple<bool, Values, Values, Values> cases[] = {
+        {true, {0, 0, 0, 1500, 2000}, {5000, 5000, 5000, 5000, 5000}, {0, 500, 1000, 1500, 2000}},
+        {true, {0, 0, 0, 1500, 1500}, {2000, 4000, 4000, 8000, 0}, {0, 346, 808, 1500, 1500}},
+        {true, {0, 500, 500, 500, 600}, {5000, 5000, 0, 0, 2000}, {0, 500, 500, 500, 600}},
+        {false, {0, 0, 0, 1500, 2000}, {}, {0, 500, 1000, 1500, 2000}},
+    };
+    for (const auto& [hasSpeed, held, speeds, told] : cases) {
+        Recording ride(hasSpeed ? std::vector{timeField, distanceField, speedField}
+                                : std::vector{timeField, distanceField});
+        for (size_t i = 0; i < held.size(); ++i) {
+            Values record = {1000 + static_cast<int64_t>(i), held[i]};
+            if (hasSpeed)
+                record.push_back(speeds[i]);
+            ride.record(record);
+        }
+        Prepared done(ride.data);
+        EXPECT_EQ(done.records(5), told);
+        EXPECT_EQ(Prepared(done.image.data).image.data, done.image.data);
+    }
+}
+
+TEST(Prepare, BelievesWhatMoves)
+{
+    enum { distance = 1, speed = 2, position = 4 };
+    // What moves of three fields; metres after 40 s at 5 m/s, by positions 4 m/s.
+    const std::pair<int, double> cases[] = {{distance, 200}, {speed, 200},    {position, 160}, {speed | position, 200},
+                                            {0, 0},          {distance, 200}, {7, 200}};
+    for (auto [moving, metres] : cases) {
+        Recording ride({timeField, distanceField, speedField, latitudeField, longitudeField});
+        for (int i = 0; i <= 40; ++i)
+            ride.record({1000 + i, moving & distance ? 500 * i : 7, moving & speed ? 5000 : 0,
+                         500'000'000 + (moving & position ? 4 * metreNorth * i : 0), 100});
+        Prepared done(ride.data);
+        EXPECT_NEAR((done.records(5).back() - done.records(5).front()) / 100.0, metres, 1) << moving;
+        EXPECT_EQ(done.records(6)[20] > 3000, moving != 0) << moving;
+        EXPECT_EQ(done.findings.distanceStill, moving != 0 && !(moving & distance)) << moving;
+    }
+}
+
+TEST(Prepare, JoinsDistancesThatStartAgain)
+{
+    Recording ride({timeField, distanceField});
+    for (int64_t distance : Values{1000, 2000, 1990, 3000, 100, 1100, 0, 2100})
+        ride.record({static_cast<int64_t>(ride.data.size()), distance});
+    Values told = Prepared(ride.data).records(5);
+    EXPECT_EQ(told.back(), 5100);
+    EXPECT_TRUE(std::ranges::is_sorted(told));
+}
+
+TEST(Prepare, TakesTheLegsOfOneSport)
+{
+    Recording ride({timeField, heartRateField});
+    ride.define(localSession, 18, {timeField, {2, 4, 0x86}, {7, 4, 0x86}, {5, 1, 0}});
+    ride.message(localSession, {129, 120, 9000, 2}).message(localSession, {119, 100, 19000, 1}); // in front of all
+    ride.timer(110, 4).timer(112, 0);
+    for (int i = 100; i < 130; ++i)
+        ride.record({i, i});
+    Prepared cycling(ride.data), running(ride.data, {.sport = rideRunning});
+    expectFigures({cycling.records(3).front(), cycling.records(3).back(), cycling.findings.recordsOfOtherSports},
+                  {120, 129, 20});
+    expectFigures({running.records(3).front(), running.records(3).back()}, {100, 119});
+    EXPECT_EQ(running.values(18, 5), Values{1});
+    EXPECT_EQ(running.messages[running.messages.size() - 2].global, 18) << "behind its records";
+    EXPECT_EQ(Prepared(ride.data, {.sport = rideSwimming}).code, fitSessionSportsDiffer);
+    EXPECT_EQ(Prepared(running.image.data).image.data, running.image.data);
+}
+
 TEST(Prepare, RefusesWhatItCannotPrepare)
 {
-    constexpr std::tuple<int, int, int, int, StatusCode> cases[] = {
-        {18, 5, 2, 0xFF, fitOk}, {18, 5, 2, 1, fitSessionSportsDiffer}, {19, 25, 2, 1, fitLapSportsDiffer}};
+    constexpr std::tuple<int, int, int, int, StatusCode> cases[] = {{18, 5, 2, 0xFF, fitOk},
+                                                                    {18, 5, 2, 1, fitSessionSportsDiffer}};
     for (auto [message, field, firstSport, secondSport, code] : cases) {
         Recording ride({timeField, heartRateField});
         ride.record({100, 90}).define(localSession, message, {{field, 1, 0}});

@@ -14,6 +14,7 @@ namespace {
 
 constexpr double start = 1'600'000'000; // s since 1970
 constexpr uint32_t fitStart = 968'934'400;
+constexpr uint8_t cycling = 2;
 
 TrackPoint at(double second, double distance = notThere)
 {
@@ -27,12 +28,12 @@ TrackPoint at(double second, double distance = notThere)
     return point;
 }
 
-Activity imported(const Tracks& tracks, FitImage& image, ImportFindings& findings)
+Activity imported(const Tracks& tracks, FitImage& image, SourceFindings& findings)
 {
-    EXPECT_EQ(importTracks(tracks, image, findings), fitOk);
+    EXPECT_EQ(importTracks(tracks, cycling, image, findings), fitOk);
     Activity activity;
     PrepareFindings ignored;
-    EXPECT_EQ(readActivity(image, 30, activity, ignored), fitOk);
+    EXPECT_EQ(readActivity(image, activity, ignored), fitOk);
     return activity;
 }
 
@@ -48,7 +49,7 @@ TEST(TrackImport, pointsArePutAtWholeSecondsAndKeepWhatAFieldCanHold)
     tracks.points[2].time = notThere;
     tracks.points[3].temperature = -4.6f;
     FitImage image;
-    ImportFindings findings;
+    SourceFindings findings;
     Activity activity = imported(tracks, image, findings);
     ASSERT_EQ(activity.samples.size(), 3u);
     EXPECT_EQ(findings.pointsWithoutTime, 1u);
@@ -74,7 +75,7 @@ TEST(TrackImport, pausesLapsAndLegs)
     tracks.segments = {0, 1, 3, 4, 6};
     tracks.laps = {0, 1, 3, 4};
     FitImage image;
-    ImportFindings findings;
+    SourceFindings findings;
     Activity activity = imported(tracks, image, findings);
     EXPECT_EQ(findings.legsOfOtherSports, 1u);
     ASSERT_EQ(activity.samples.size(), 7u);
@@ -84,8 +85,8 @@ TEST(TrackImport, pausesLapsAndLegs)
     EXPECT_EQ(activity.pauses[0].from, fitStart + 101);
     EXPECT_EQ(activity.pauses[0].to, fitStart + 160);
     EXPECT_EQ(activity.pauses[1].to, fitStart + 1000);
-    EXPECT_EQ(activity.sessionSports, std::vector<uint8_t>{2});
-    EXPECT_EQ(activity.lapSports.size(), 3u);
+    ASSERT_EQ(activity.summaries.size(), 4u) << "three laps and a session";
+    EXPECT_EQ(activity.summaries.back().sport, cycling);
 }
 
 TEST(TrackImport, withoutTimesThereIsNoRide)
@@ -95,8 +96,8 @@ TEST(TrackImport, withoutTimesThereIsNoRide)
     for (double time : {notThere, -2147483648.0, 1e12}) {
         tracks.points[0].time = time;
         FitImage image;
-        ImportFindings findings;
-        EXPECT_EQ(importTracks(tracks, image, findings), fitPrepareFailed) << time;
+        SourceFindings findings;
+        EXPECT_EQ(importTracks(tracks, cycling, image, findings), fitWithoutTimes) << time;
     }
 }
 
