@@ -139,14 +139,17 @@ std::optional<int64_t> valueOf(const FitMessage& message, uint8_t field)
     return readValue(message.payload, findNumber(message, field));
 }
 
-// The plain mean speed or the enhanced one.
+// The plain mean speed or the enhanced one, else what distance and timer come to.
 void readDeviceSpeed(const FitMessage& message, Summary& session)
 {
-    constexpr uint8_t timer = 8, averageSpeed = 14, enhancedAverageSpeed = 124;
+    constexpr uint8_t timer = 8, distanceField = 9, averageSpeed = 14, enhancedAverageSpeed = 124;
     std::optional<int64_t> speed = valueOf(message, averageSpeed);
     if (!speed)
         speed = valueOf(message, enhancedAverageSpeed);
     std::optional<int64_t> time = valueOf(message, timer);
+    std::optional<int64_t> distance = valueOf(message, distanceField);
+    if (!speed && distance && time.value_or(0) > 0)
+        speed = *distance * 10'000 / *time; // 1/100 m and ms
     if (!speed || !time)
         return;
     session.meanSpeed = static_cast<double>(*speed);

@@ -43,6 +43,7 @@ bool readClaim(Bytes rest, Claim& claim)
     if (checkFitSignature(claim.image) != fitOk)
         return false;
     claim.headerSize = rest[0] == modernHeaderSize ? modernHeaderSize : legacyHeaderSize;
+    claim.image.headerBytes[0] = static_cast<uint8_t>(claim.headerSize); // whatever it claims
     claim.dataSize = static_cast<uint32_t>(claim.image.dataSize);
     return claim.headerSize <= rest.size();
 }

@@ -81,28 +81,40 @@ void drop(std::span<RideSample> samples, RideField field, bool& told)
     told = true;
 }
 
-// Whether one of the next few known distances is as far as `distance`.
-bool returnsSoon(std::span<const RideSample> samples, size_t i, int32_t distance)
+constexpr int32_t littleWay = 100 * 100; // 1/100 m
+
+// Whether one of the next few known distances lies from `least` on and below `end`.
+bool comesSoon(std::span<const RideSample> samples, size_t i, int64_t least, int64_t end)
 {
     constexpr int few = 5;
     int seen = 0;
     for (++i; i < samples.size() && seen < few; ++i) {
         if (!samples[i].has(rideDistance))
             continue;
-        if (samples[i].values[rideDistance] >= distance)
+        int32_t distance = samples[i].values[rideDistance];
+        if (distance >= least && distance < end)
             return true;
         ++seen;
     }
     return false;
 }
 
+// Whether a sample alone, or with a few others, is told too near or too far: soon the distances are again what they
+// were before it.
+bool strays(std::span<const RideSample> samples, size_t i, int32_t before)
+{
+    int32_t distance = samples[i].values[rideDistance];
+    if (distance < before)
+        return comesSoon(samples, i, before, INT64_MAX);
+    return comesSoon(samples, i, before, int64_t{distance} - littleWay);
+}
+
 // What is added to the distances of a device from where they fell on, 1/100 m.
 int64_t shiftOf(int32_t before, int32_t fallen)
 {
-    constexpr int32_t little = 100 * 100;
     if (fallen < before / 2)
         return before; // from 0 on
-    return before - fallen > little ? before - fallen : 0;
+    return before - fallen > littleWay ? before - fallen : 0;
 }
 
 // A distance that stands from one sample to the one in front of another, where it leaps: samples [first, leap].
@@ -281,12 +293,13 @@ void straightenDistance(std::span<RideSample> samples, PrepareFindings& findings
         if (!samples[i].has(rideDistance))
             continue;
         int32_t distance = samples[i].values[rideDistance];
+        if (strays(samples, i, before)) {
+            samples[i].clear(rideDistance);
+            ++findings.distanceFalls;
+            continue;
+        }
         if (distance < before) {
             ++findings.distanceFalls;
-            if (returnsSoon(samples, i, before)) {
-                samples[i].clear(rideDistance);
-                continue;
-            }
             shift += shiftOf(before, distance);
         }
         before = distance;

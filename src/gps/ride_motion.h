@@ -11,7 +11,7 @@ namespace torvane {
 void dropStillMotion(std::span<RideSample> samples, PrepareFindings& findings);
 
 // A distance that starts again goes on where it was; one that falls back a little stands until it is there again; one
-// that is lower for a moment alone is cleared.
+// that is lower or far higher for a moment alone is cleared.
 void straightenDistance(std::span<RideSample> samples, PrepareFindings& findings);
 
 // Spreads leaps of a distance over the seconds for which it was held while the ride went on, by speed where there is
