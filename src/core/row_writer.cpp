@@ -39,7 +39,7 @@ std::string tsvText(std::string_view text)
 
 constexpr int mostDecimals = 7;
 constexpr uint64_t powersOfTen[mostDecimals + 1] = {1, 10, 100, 1'000, 10'000, 100'000, 1'000'000, 10'000'000};
-constexpr double mostExact = 0x1p53;
+constexpr double mostExact = 0x1p52;
 constexpr size_t longestNumber = 32;
 
 // Whether a number goes by whole numbers of its last decimal.
@@ -51,13 +51,16 @@ bool isPlain(double value, int decimals)
 // Returns the end. Rounded in binary: a half of the last decimal can go either way.
 char* writePlain(char* to, double value, int decimals)
 {
-    uint64_t whole = static_cast<uint64_t>(std::llround(std::fabs(value) * static_cast<double>(powersOfTen[decimals])));
+    constexpr double wholesAlone = 0x1p52; // a sum of this size has no decimals: rounded as IEEE does, without a call
+    double scaled = std::fabs(value) * static_cast<double>(powersOfTen[decimals]);
+    uint64_t whole = static_cast<uint64_t>(scaled + wholesAlone - wholesAlone);
     if (value < 0 && whole != 0)
         *to++ = '-';
-    char* end = to;
-    for (uint64_t least = std::max<uint64_t>(whole, 1); least < powersOfTen[decimals]; least *= 10)
-        *end++ = '0'; // in front, so that a digit stands before the point
-    end = std::to_chars(end, end + longestNumber, whole).ptr;
+    uint64_t power = powersOfTen[decimals];
+    bool below = whole < power; // of 1: a one is put in front, and becomes the zero that stands before the point
+    whole += below ? power : 0;
+    char* end = std::to_chars(to, to + longestNumber, whole).ptr;
+    *to = below ? '0' : *to;
     if (decimals == 0)
         return end;
     char* point = end - decimals;
@@ -97,7 +100,7 @@ char* RowWriter::room(size_t bytes)
 
 void RowWriter::put(std::string_view characters)
 {
-    std::ranges::copy(characters, room(characters.size()));
+    std::memcpy(room(characters.size()), characters.data(), characters.size());
     used += characters.size();
 }
 

