@@ -41,8 +41,20 @@ StatusCode readMeasured(AnsweredRide& ride)
     return fitOk;
 }
 
+// A device without a meter may write 0 W throughout. Nobody rides so.
+void forgetStillMeter(AnsweredRide& ride)
+{
+    bool has = std::ranges::any_of(ride.measured, [](const MeasuredRow& row) { return row.power == 0; });
+    bool moves = std::ranges::any_of(ride.measured, [](const MeasuredRow& row) { return row.power > 0; });
+    ride.answer.meterStill = has && !moves;
+    if (ride.answer.meterStill)
+        for (MeasuredRow& row : ride.measured)
+            row.power = noFigure;
+}
+
 StatusCode analysePrepared(const Model& model, const ParameterBlock& settings, AnsweredRide& ride)
 {
+    forgetStillMeter(ride);
     LoadedRide& prepared = ride.prepared;
     ParameterBlock own = settings;
     own.predictPower = 1;

@@ -61,6 +61,7 @@ struct RideAnswer {
     uint32_t recordsRead = 0;
     uint32_t recordsUsed = 0;
     bool hasAltitude = false;
+    bool meterStill = false; // all powers of the file are 0: they count as missing
 };
 
 // One ride from its file to the answer.

@@ -239,6 +239,8 @@ std::vector<std::string> rideNotes(const AnsweredRide& ride, StatusCode code)
     if (lost > worthTelling * answer.recordsRead)
         notes.push_back(formatText("only %u of %u records could be used", answer.recordsUsed, answer.recordsRead));
     addSport(notes, ride.prepared.inventory);
+    if (answer.meterStill)
+        notes.emplace_back("all powers of the file are 0 and count as missing");
     std::vector<std::string> mended = preparationNotes(ride.findings);
     notes.insert(notes.end(), mended.begin(), mended.end());
     return notes;

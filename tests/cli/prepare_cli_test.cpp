@@ -10,11 +10,11 @@ namespace torvane {
 namespace {
 
 // A ride as a device writes it: a record now and then, speed and altitude in the wider fields alone, a power meter.
-Bytes recordedRide()
+Bytes recordedRide(int watts = 150)
 {
     Recording ride({timeField, latitudeField, longitudeField, {73, 4, 0x86}, {78, 4, 0x86}, powerField, cadenceField});
     for (int i = 0; i < 200; ++i)
-        ride.record({1000 + 3 * i, 500'000'000 + i * 3220, 100, 10000, 3000, 150 + i % 10, 90});
+        ride.record({1000 + 3 * i, 500'000'000 + i * 3220, 100, 10000, 3000, watts == 0 ? 0 : watts + i % 10, 90});
     ride.define(localSession, 18, {timeField, {124, 4, 0x86}, {5, 1, 0}, {8, 4, 0x86}, {20, 2, 0x84}});
     ride.message(localSession, {1597, 10000, 2, 597000, 155});
     return ride.file();
@@ -112,6 +112,11 @@ TEST_F(PrepareConsole, TellsWhatARideCost)
     EXPECT_EQ(call({"ride", source, out}).code, 2) << "two rides in one call, where a file to write was meant";
     writeBytes(in + "second.gpx", recordedRide());
     EXPECT_EQ(call({"ride", source, in + "second.gpx"}).code, 2) << "nor one with another ending";
+
+    writeBytes(source, recordedRide(0));
+    Call still = call({"ride", source});
+    EXPECT_FALSE(contains(still.out, "  measured")) << still.out;
+    EXPECT_TRUE(contains(still.err, "note: all powers of the file are 0")) << still.err;
 
     writeBytes(source, plainRide());
     Call tooShort = call({"ride", source});
