@@ -7,6 +7,7 @@ namespace torvane {
 std::vector<GearUse> gearUseOf(const Model& model, RiddenRows rows, FigureSource cadence)
 {
     std::vector<GearUse> uses;
+    uses.reserve(static_cast<size_t>(model.state.gearCount));
     for (int gear = 0; gear < model.state.gearCount; ++gear)
         uses.push_back({gear, 0});
     for (const RiddenRow& row : rows)
