@@ -49,12 +49,17 @@ size_t dataLength(std::span<const uint8_t> definition)
     return fieldEnd < definition.size() ? length + sumOfSizes(definition.subspan(fieldEnd + 1)) : length;
 }
 
-uint8_t dataLocalType(uint8_t header)
+} // namespace
+
+FitWalk startWalk(const FitImage& image)
 {
-    return (header & headerCompressed) != 0 ? header >> 5 & 3 : header & headerLocalType;
+    FitWalk walk;
+    walk.block = image.data;
+    walk.progress = image.progress;
+    return walk;
 }
 
-bool takeDefinition(std::span<const uint8_t> rest, LocalDefinitions& definitions, FitMessage& message)
+bool takeDefinition(LocalDefinitions& definitions, std::span<const uint8_t> rest, FitMessage& message)
 {
     size_t length = definitionLength(rest);
     if (length == 0)
@@ -80,59 +85,11 @@ bool takeDefinition(std::span<const uint8_t> rest, LocalDefinitions& definitions
     return true;
 }
 
-bool takeData(std::span<const uint8_t> rest, const LocalDefinitions& definitions, FitMessage& message)
-{
-    message.compressed = (message.header & headerCompressed) != 0;
-    message.localType = dataLocalType(message.header);
-    const LocalDefinition& slot = definitions[message.localType];
-    size_t length = 1 + size_t{slot.fieldBytes} + slot.developerBytes;
-    if (length > rest.size())
-        return false;
-    message.bytes = rest.first(length);
-    message.payload = message.bytes.subspan(1);
-    message.definition = &slot;
-    return true;
-}
-
-bool isDefinition(const FitWalk& walk, uint8_t header)
-{
-    bool compressed = walk.compressedFirst && (header & headerCompressed) != 0;
-    return (header & headerDefinition) != 0 && !compressed;
-}
-
-void showProgress(FitWalk& walk)
+void showWalkProgress(FitWalk& walk)
 {
     size_t percent = walk.position * 100 / walk.block.size();
     reportProgress(walk.progress, static_cast<int>(percent));
     walk.progressAt = ((percent + 1) * walk.block.size() + 99) / 100;
-}
-
-} // namespace
-
-FitWalk startWalk(const FitImage& image)
-{
-    FitWalk walk;
-    walk.block = image.data;
-    walk.progress = image.progress;
-    return walk;
-}
-
-WalkStep nextMessage(FitWalk& walk, FitMessage& message)
-{
-    if (walk.position >= walk.block.size())
-        return walk.position == walk.block.size() ? WalkStep::end : WalkStep::fault;
-    std::span<const uint8_t> rest = walk.block.subspan(walk.position);
-    message.header = rest[0];
-    message.offset = walk.position;
-    message.isDefinition = isDefinition(walk, message.header);
-    bool taken = message.isDefinition ? takeDefinition(rest, walk.definitions, message)
-                                      : takeData(rest, walk.definitions, message);
-    if (!taken)
-        return WalkStep::fault;
-    walk.position += message.bytes.size();
-    if (walk.position >= walk.progressAt)
-        showProgress(walk);
-    return WalkStep::message;
 }
 
 // Lengths alone tell where messages end.

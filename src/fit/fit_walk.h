@@ -116,9 +116,50 @@ struct FitWalk {
 // A walk from the first message on.
 FitWalk startWalk(const FitImage& image);
 
+// Local type that the header byte of a data message names.
+constexpr uint8_t dataLocalType(uint8_t header)
+{
+    return (header & headerCompressed) != 0 ? header >> 5 & 3 : header & headerLocalType;
+}
+
+// The parts of a step, which is taken by every pass for every message: what is rare stands elsewhere.
+bool takeDefinition(LocalDefinitions& definitions, std::span<const uint8_t> rest, FitMessage& message);
+void showWalkProgress(FitWalk& walk);
+
+inline bool takeData(const LocalDefinitions& definitions, std::span<const uint8_t> rest, FitMessage& message)
+{
+    message.compressed = (message.header & headerCompressed) != 0;
+    message.localType = dataLocalType(message.header);
+    const LocalDefinition& slot = definitions[message.localType];
+    size_t length = 1 + size_t{slot.fieldBytes} + slot.developerBytes;
+    if (length > rest.size())
+        return false;
+    message.bytes = rest.first(length);
+    message.payload = message.bytes.subspan(1);
+    message.definition = &slot;
+    return true;
+}
+
 // Takes the next message and moves on behind it, the image's progress with it; a definition is put into its slot. On a
 // fault the position stays and the slots are unchanged.
-WalkStep nextMessage(FitWalk& walk, FitMessage& message);
+inline WalkStep nextMessage(FitWalk& walk, FitMessage& message)
+{
+    if (walk.position >= walk.block.size())
+        return walk.position == walk.block.size() ? WalkStep::end : WalkStep::fault;
+    std::span<const uint8_t> rest = walk.block.subspan(walk.position);
+    message.header = rest[0];
+    message.offset = walk.position;
+    bool compressed = walk.compressedFirst && (message.header & headerCompressed) != 0;
+    message.isDefinition = (message.header & headerDefinition) != 0 && !compressed;
+    bool taken = message.isDefinition ? takeDefinition(walk.definitions, rest, message)
+                                      : takeData(walk.definitions, rest, message);
+    if (!taken)
+        return WalkStep::fault;
+    walk.position += message.bytes.size();
+    if (walk.position >= walk.progressAt)
+        showWalkProgress(walk);
+    return WalkStep::message;
+}
 
 // Whether a walk over this block ends on its end; faster than to take the messages.
 bool walksToItsEnd(std::span<const uint8_t> block);

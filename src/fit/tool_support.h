@@ -55,9 +55,11 @@ template <class Rewrite>
 ToolOutcome rewriteSameSize(const ToolInputs& inputs, const OutputChoice& output, Progress* progress, Rewrite&& rewrite)
 {
     auto fill = [&](FitImage& destination, const FitImage& source) {
-        destination.data.resize(source.data.size());
-        FitOutput out = {destination.data};
-        return walkMessages(source, [&](const FitMessage& message) { rewrite(message, copyMessage(out, message)); });
+        destination.data = source.data;
+        std::span<uint8_t> copy = destination.data;
+        return walkMessages(source, [&](const FitMessage& message) {
+            rewrite(message, copy.subspan(message.offset, message.bytes.size()));
+        });
     };
     return rewriteSource(inputs, output, progress, {fitConverted, fitConvertFailed}, fill);
 }

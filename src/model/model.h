@@ -21,11 +21,12 @@ struct GearEntry {
     double velocityShiftDown; // m/s at cadenceShiftDown
 };
 
-// What the air drag takes from the build of rider and frame, whatever the velocity.
+// What drag and rolling take from the build of rider and frame, whatever the velocity.
 struct Build {
     double surface; // body surface by height, per square of the air's velocity
     double weight, shellWeight;
-    double posture; // factor of torso angle and clothing on the drag of the body
+    double posture;  // factor of torso angle and clothing on the drag of the body
+    double tyreLoad; // mm2, square of the width that is made for the weight
 };
 
 // What it takes from the size and spacing of a train of riders.

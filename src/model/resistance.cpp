@@ -53,6 +53,7 @@ Build buildOf(const ModelState& m)
     // A rider of standard build, 21.1 kg per square metre, on this bicycle.
     build.shellWeight = std::pow(m.bikeWeight + m.humanHeight * 21.1 * m.humanHeight / 10000.0, 0.425);
     build.posture = postureOf(m.torsoAngle, m.wear);
+    build.tyreLoad = 23.0 * 23.0 * loadWeight(m) / 83.0;
     return build;
 }
 
@@ -176,7 +177,7 @@ double tyreLoadFactor(const Model& model, const Evaluation& e)
 {
     const ModelState& m = model.state;
     double width = m.tyreSize[0] * e.frontWeightRatio + m.tyreSize[1] * e.rearWeightRatio;
-    double factor = (23.0 * 23.0 * loadWeight(m) / 83.0) / (width * width);
+    double factor = model.build.tyreLoad / (width * width);
     return factor < 1.0 ? 1.0 : factor;
 }
 
@@ -184,8 +185,9 @@ void setLoads(const Model& model, Evaluation& e)
 {
     const Slope& road = slopeOf(e);
     double weight = loadWeight(model.state);
+    double rolling = tyreLoadFactor(model, e) * road.cosine * weight * e.effectiveRolling;
     e.slopeLoad = road.sine * weight;
-    e.rollingLoad = tyreLoadFactor(model, e) * road.cosine * weight * e.effectiveRolling;
+    e.rollingLoad = rolling;
 }
 
 void setAir(Evaluation& e, double pressure, double temperature)
