@@ -97,6 +97,7 @@ const FileCommand fileCommands[] = {
     {"dump", {}, 1, "out.csv"},
     {"prepare", {}, 1, "out.fit"},
     {"compare", {}, 2, "", MadeFile::whole, true},
+    {"prepare", {}, 1, "out.fit", MadeFile::gpx},
 };
 
 void addPower(const std::string& ride, benchmark::State& state)
@@ -125,8 +126,9 @@ void commandOnFile(benchmark::State& state, const FileCommand& command)
     Arguments arguments = command.words;
     arguments.insert(arguments.begin(), command.name);
     for (int i = 0; i < command.sources; ++i) {
-        arguments.push_back(folder / formatText("source-%d.fit", i));
-        std::filesystem::copy_file(madeRide(static_cast<int>(state.range(0)), command.kind), arguments.back());
+        std::filesystem::path made = madeRide(static_cast<int>(state.range(0)), command.kind);
+        arguments.push_back(folder / (formatText("source-%d", i) + made.extension().string()));
+        std::filesystem::copy_file(made, arguments.back());
         if (command.withPower)
             addPower(arguments.back(), state);
     }
@@ -153,10 +155,15 @@ void batch(benchmark::State& state)
 }
 BENCHMARK(batch)->Name("console/batch")->Arg(1)->Arg(2)->ArgName("jobs")->UseRealTime()->Unit(benchmark::kMillisecond);
 
+std::string rowName(const FileCommand& command)
+{
+    return std::string("console/") + command.name + (command.kind == MadeFile::gpx ? " of gpx" : "");
+}
+
 int registerCommands()
 {
     for (const FileCommand& command : fileCommands)
-        benchmark::RegisterBenchmark((std::string("console/") + command.name).c_str(), commandOnFile, command)
+        benchmark::RegisterBenchmark(rowName(command).c_str(), commandOnFile, command)
             ->Arg(10000)
             ->Arg(seasonRide)
             ->ArgName("records")

@@ -5,6 +5,7 @@
 
 #include <unistd.h>
 
+#include <chrono>
 #include <map>
 
 namespace torvane {
@@ -48,10 +49,40 @@ void addSummaries(FitBuilder& fit, uint32_t start, uint32_t end)
     fit.define(5, messageActivity, {{253, 4}, {0, 4}, {1, 2}}).message(5, {end, elapsed, 1});
 }
 
-Bytes makeFile(int count, MadeFile kind)
+const GpsRecords& madeRecords()
 {
     static const GpsRecords made =
         makeRide(plainModel(), {.seconds = madeSeconds, .speedNoise = 0.02, .altitudeNoise = 0.1});
+    return made;
+}
+
+Bytes makeGpx(int count)
+{
+    using namespace std::chrono;
+    const sys_days fitEpoch = 1989y / December / 31;
+    std::string text = "<?xml version=\"1.0\"?>\n<gpx version=\"1.1\"><trk><type>cycling</type><trkseg>\n";
+    for (int i = 0; i < count; ++i) {
+        GpsRecord record = recordAt(madeRecords(), i);
+        sys_seconds time = fitEpoch + seconds(record.timestamp);
+        year_month_day day = floor<days>(time);
+        hh_mm_ss clock(time - floor<days>(time));
+        appendFormat(text,
+                     "<trkpt lat=\"%.7f\" lon=\"%.7f\"><ele>%.1f</ele><time>%04d-%02u-%02uT%02d:%02d:%02dZ</time>"
+                     "<extensions><hr>%u</hr></extensions></trkpt>\n",
+                     record.latitude, record.longitude, record.altitude, int{day.year()}, unsigned{day.month()},
+                     unsigned{day.day()}, static_cast<int>(clock.hours().count()),
+                     static_cast<int>(clock.minutes().count()), static_cast<int>(clock.seconds().count()),
+                     120 + record.timestamp % 40);
+    }
+    text += "</trkseg></trk></gpx>\n";
+    return {text.begin(), text.end()};
+}
+
+Bytes makeFile(int count, MadeFile kind)
+{
+    if (kind == MadeFile::gpx)
+        return makeGpx(count);
+    const GpsRecords& made = madeRecords();
     FitBuilder fit;
     fit.define(1, messageFileId, {{0, 1, 0}, {1, 2, 0x84}}).message(1, {4, 1});
     defineRecords(fit);
@@ -98,7 +129,8 @@ const std::string& madeRide(int records, MadeFile kind)
     static std::map<std::pair<int, MadeFile>, std::string> files;
     std::string& path = files[{records, kind}];
     if (path.empty()) {
-        path = benchmarkFolder() + formatText("ride-%d-%d.fit", records, static_cast<int>(kind));
+        const char* type = kind == MadeFile::gpx ? "gpx" : "fit";
+        path = benchmarkFolder() + formatText("ride-%d-%d.%s", records, static_cast<int>(kind), type);
         writeBytes(path, makeFile(records, kind));
     }
     return path;

@@ -14,8 +14,9 @@ Model plainModel();
 
 // A file with a ride of so many records: time, position, altitude, distance, speed, heart rate and temperature, 23
 // bytes each; file_id, one lap, one session, one activity. In two parts: the records are defined again half way, and
-// there are no lap, session and activity. Written once for each process, into a folder of its own.
-enum class MadeFile { whole, inTwoParts };
+// there are no lap, session and activity. As GPX: time, position, altitude, heart rate. Written once for each process,
+// into a folder of its own.
+enum class MadeFile { whole, inTwoParts, gpx };
 const std::string& madeRide(int records, MadeFile kind = MadeFile::whole);
 
 // Where benchmarks may write.

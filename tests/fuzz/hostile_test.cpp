@@ -21,7 +21,7 @@ namespace {
 
 bool isRideTarget(const FuzzTarget& target)
 {
-    constexpr std::string_view others[] = {"parameters", "profile", "settings", "console"};
+    constexpr std::string_view others[] = {"parameters", "profile", "settings", "console", "gpx", "tcx"};
     return std::ranges::find(others, target.name) == std::end(others);
 }
 
@@ -104,6 +104,22 @@ TEST_P(HostileRide, changedAtEveryByte)
                 runOnFile(GetParam(), changed);
                 runOnFile(GetParam(), withCrc(changed), 0xFF);
             }
+}
+
+TEST(HostileTrack, cutAndChangedAtEveryByte)
+{
+    for (const char* name : {"gpx", "tcx"}) {
+        const FuzzTarget& target = *findTarget(name);
+        for (const Bytes& file : target.seeds())
+            for (size_t place = 0; place < file.size(); ++place) {
+                target.run(Input(file).first(place));
+                for (int other : {0x00, 0xFF, int{'<'}, int{'&'}, int{'-'}, int{'9'}}) {
+                    Bytes changed = file;
+                    changed[place] = static_cast<uint8_t>(other);
+                    target.run(changed);
+                }
+            }
+    }
 }
 
 std::vector<FuzzTarget> rideTargetList()

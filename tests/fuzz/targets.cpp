@@ -7,12 +7,14 @@ namespace torvane {
 
 std::span<const FuzzTarget> rideTargets();
 std::span<const FuzzTarget> settingsTargets();
+std::span<const FuzzTarget> trackTargets();
 
 std::span<const FuzzTarget> fuzzTargets()
 {
     static const std::vector<FuzzTarget> targets = [] {
         std::vector<FuzzTarget> all(rideTargets().begin(), rideTargets().end());
-        all.insert(all.end(), settingsTargets().begin(), settingsTargets().end());
+        for (std::span<const FuzzTarget> more : {settingsTargets(), trackTargets()})
+            all.insert(all.end(), more.begin(), more.end());
         return all;
     }();
     return targets;
