@@ -24,6 +24,10 @@ constexpr Option options[] = {
     {"--set", "NAME=VALUE", nullptr, nullptr, "set an entry of the profile, condition or preference pages"},
     {"--save", "", &Request::save, nullptr, "make what was entered the new defaults of the --par file"},
     {"--graph", "FILE.svg", nullptr, &Request::graph, "draw the graph of the command into a file"},
+    {"--curves", "NAME,NAME", nullptr, &Request::curves, "of the graph: these curves, as velocity,frontBrake"},
+    {"--x", "NAME", nullptr, &Request::x, "of the graph: over this series, as distance"},
+    {"--size", "1280x720", nullptr, &Request::size, "of the graph: its pixels"},
+    {"--dark", "", &Request::dark, nullptr, "of the graph: on a dark ground everywhere"},
     {"--rows", "FILE.csv", nullptr, &Request::rows,
      "write the table of the command into a file, by its name .csv, .tsv or .ndjson; - to standard output"},
     {"--json", "", &Request::json, nullptr, "print the answer as one JSON object"},
@@ -70,7 +74,7 @@ std::string takeValue(const Option& option, const std::string& value, Request& r
 {
     if (option.text) {
         request.*option.text = value;
-        return value.empty() ? std::string(option.name) + " needs a path" : std::string();
+        return value.empty() ? std::string(option.name) + " needs a value" : std::string();
     }
     if (option.name == "--jobs")
         return takeJobs(value, request);

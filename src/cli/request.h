@@ -21,6 +21,10 @@ struct Request {
     std::string profile;              // --profile FILE
     std::string graph;                // --graph FILE
     std::string rows;                 // --rows FILE; "-": to standard output
+    std::string curves;               // --curves NAME,NAME
+    std::string x;                    // --x NAME
+    std::string size;                 // --size WIDTHxHEIGHT
+    bool dark = false;                // --dark
     std::string into;                 // --into FOLDER
     int jobs = 0;                     // --jobs N; 0: as many as there are cores
     std::vector<Assignment> settings; // --set NAME=VALUE

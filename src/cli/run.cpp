@@ -1,6 +1,7 @@
 #include "cli/run.h"
 
 #include "cli/batch.h"
+#include "cli/chart_file.h"
 #include "cli/command_files.h"
 #include "cli/ending_signals.h"
 #include "cli/piped_sources.h"
@@ -17,8 +18,6 @@
 #include "fit/fit_codes.h"
 #include "fit/fit_tools.h"
 #include "library/errors.h"
-#include "plot/draw_graph.h"
-#include "plot/svg.h"
 
 #include <algorithm>
 #include <cstring>
@@ -204,9 +203,9 @@ int writeGraph(Run& run)
             run.answer.error = errorOf(library::ErrorKind::noAnswer, run.answer.boxes.back().text);
         return exitFailed;
     }
-    GraphSeries series = *run.answer.graph;
-    int width = series.width, height = series.height;
-    std::string svg = svgText(drawGraph(storeGraph(std::move(series)), width, height));
+    std::string svg;
+    if (std::string fault = chartOf(run.request, *run.answer.graph, svg); !fault.empty())
+        return refuse(run.answer, run.streams, wrongUsage(fault));
     std::string target = absolutePath(path);
     std::span<const uint8_t> bytes(reinterpret_cast<const uint8_t*>(svg.data()), svg.size());
     if (replaceFile(target, {bytes}) != FileResult::ok) {
@@ -335,6 +334,8 @@ std::string checkUsage(const Command& command, const Request& request)
         return consoleName(command) + " is a command of the desktop program";
     if (!request.graph.empty() && command.graph == GraphWhen::never)
         return consoleName(command) + " has no graph";
+    if (std::string fault = checkChartOptions(request); !fault.empty())
+        return fault;
     if (request.jobs != 0 && request.into.empty())
         return "--jobs is for the rides of --into";
     return checkRows(command, request);

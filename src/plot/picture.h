@@ -37,11 +37,15 @@ struct PictureBox {
     Colour fill;
 };
 
+// A line of text is higher than its letters are large (their em), and where the letters stand on it.
+constexpr double emOfHeight = 0.87;
+constexpr double baseOfHeight = 0.8;
+
 // "Arial"; at is the left top corner of the first character.
 struct PictureText {
     Pixel at;
     std::string text; // UTF-8
-    int height;       // of the font, pixels
+    int height;       // of the line, pixels
     Colour colour;
     bool emphasized; // italic and underlined
 };
@@ -49,8 +53,9 @@ struct PictureText {
 using PictureItem = std::variant<PictureLine, PictureBox, PictureText>;
 
 struct Picture {
-    int width, height; // pixels; the ground is white
+    int width, height; // the ground is white
     std::vector<PictureItem> items;
+    int perPixel = 1; // units of all lengths here in a pixel
 };
 
 } // namespace torvane

@@ -230,7 +230,7 @@ TEST(Svg, writesItemsInOrder)
     EXPECT_EQ(svg.substr(svg.find("fill=\"#ffffff\"/>\n") + 17),
               "<rect x=\"20\" y=\"10\" width=\"10\" height=\"5\" fill=\"#332211\"/>\n"
               "<polyline fill=\"none\" points=\"1,2 3,-4\" stroke=\"#3333cc\" stroke-width=\"2\"/>\n"
-              "<text x=\"5\" y=\"14\" font-size=\"10\" fill=\"#ff0000\" font-style=\"italic\" "
+              "<text x=\"5\" y=\"14\" font-size=\"8.70\" fill=\"#ff0000\" font-style=\"italic\" "
               "text-decoration=\"underline\">a&lt;b &amp; \"c\" &gt;</text>\n</svg>\n");
 }
 
