@@ -34,7 +34,7 @@ enum class RowKind : uint8_t {
     button, // asks for another form, `child`
 };
 
-enum class Browse : uint8_t { none, openFit, saveFit, saveCsv };
+enum class Browse : uint8_t { none, openFit, openRide, saveFit, saveCsv };
 
 constexpr size_t noField = SIZE_MAX;
 constexpr int destinationPath = static_cast<int>(toolDestination); // `index` of a destination

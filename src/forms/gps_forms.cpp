@@ -277,7 +277,7 @@ Verdict askForRideSettings(FormState& state, const Row&, ParameterBlock&)
 constexpr size_t rideGapLimit = 3, rideJumpSpeed = 4;
 
 constexpr Row rideRows[] = {
-    sourceRow(9511, 9521),
+    rideSourceRow(9511, 9521),
     destinationRow(9512, 9522),
     {.kind = RowKind::button, .id = 9531, .child = 2053, .pressed = askForRideSettings},
     gapLimitRow(9541, 9551),

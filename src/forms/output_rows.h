@@ -12,6 +12,14 @@ constexpr Row sourceRow(int id, int browse, const char* name = "source", int ind
     return {.kind = RowKind::path, .id = id, .spin = browse, .name = name, .index = index, .browse = Browse::openFit};
 }
 
+// Of a command that reads a ride from any file.
+constexpr Row rideSourceRow(int id, int browse, const char* name = "source", int index = 0)
+{
+    Row row = sourceRow(id, browse, name, index);
+    row.browse = Browse::openRide;
+    return row;
+}
+
 constexpr Row destinationRow(int id, int browse, Browse kind = Browse::saveFit)
 {
     return {.kind = RowKind::path,

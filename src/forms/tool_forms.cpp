@@ -347,7 +347,7 @@ constexpr Form makeDumpForm()
 // Prepare
 
 constexpr Row prepareRows[] = {
-    sourceRow(9311, 9321),
+    rideSourceRow(9311, 9321),
     destinationRow(9312, 9322),
     gapLimitRow(9331, 9341),
     jumpSpeedRow(9332, 9342),

@@ -20,6 +20,7 @@ struct Prompt {
 };
 
 constexpr wchar_t fitFilter[] = L"fit file(*.fit)\0*.fit\0all files (*.*)\0*.*\0";
+constexpr wchar_t rideFilter[] = L"ride (*.fit, *.gpx, *.tcx)\0*.fit;*.gpx;*.tcx;*.gz\0all files (*.*)\0*.*\0";
 constexpr wchar_t csvFilter[] = L"csv file(*.csv)\0*.csv\0all files (*.*)\0*.*\0";
 constexpr wchar_t profileFilter[] = L"profile file (*.pro)\0*.pro\0";
 constexpr wchar_t textFilter[] = L"rich text format (*.rtf)\0 *.rtf\0plane text (*.txt)\0 *.txt\0";
@@ -28,6 +29,7 @@ constexpr DWORD openFlags = OFN_HIDEREADONLY | OFN_FILEMUSTEXIST;
 constexpr DWORD saveFlags = OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT;
 
 constexpr Prompt openFit = {fitFilter, L"open file selected", nullptr, openFlags, false};
+constexpr Prompt openRide = {rideFilter, L"open file selected", nullptr, openFlags, false};
 // The default extension has always been "tcx", whatever is saved.
 constexpr Prompt saveFit = {fitFilter, L"save file as ...", L"tcx", saveFlags, true};
 constexpr Prompt saveCsv = {csvFilter, L"save file as ...", L"tcx", saveFlags, true};
@@ -92,6 +94,8 @@ bool promptBrowse(HWND owner, Browse browse, std::string& path)
     switch (browse) {
     case Browse::openFit:
         return promptOpenFit(owner, path);
+    case Browse::openRide:
+        return run(owner, openRide, path, nullptr);
     case Browse::saveFit:
         return promptSaveFit(owner, path);
     case Browse::saveCsv:

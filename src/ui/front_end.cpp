@@ -3,6 +3,7 @@
 
 #include "command/settings_command.h"
 #include "forms/form.h"
+#include "ui/dropped_ride.h"
 #include "ui/file_prompts.h"
 #include "ui/form_dialog.h"
 #include "ui/form_page.h"
@@ -34,6 +35,8 @@ bool runEntry(const Command& command)
 {
     if (isGreyed(command.id)) // by the run that it waited for
         return false;
+    if (std::optional<bool> entered = enterDropped(command))
+        return *entered;
     switch (command.entry) {
     case Entry::immediate:
         return true;

@@ -5,6 +5,7 @@
 #include "command/settings_command.h"
 #include "core/parameter_file.h"
 #include "report/profile_report.h"
+#include "ui/dropped_ride.h"
 #include "ui/front_end.h"
 #include "ui/graph_window.h"
 #include "ui/menu.h"
@@ -138,7 +139,7 @@ LRESULT onSetFocus(HWND, WPARAM, LPARAM)
 
 constexpr MessageRow messages[] = {
     {WM_CREATE, onCreate},   {WM_COMMAND, onCommand},   {WM_SIZE, onSize},         {WM_CLOSE, onClose},
-    {WM_DESTROY, onDestroy}, {WM_SETFOCUS, onSetFocus}, {WM_ACTIVATE, onActivate},
+    {WM_DESTROY, onDestroy}, {WM_SETFOCUS, onSetFocus}, {WM_ACTIVATE, onActivate}, {WM_DROPFILES, onDropFiles},
 };
 
 const MessageRow* findRow(UINT message)
@@ -179,9 +180,10 @@ bool createMainWindow()
     mainWindow.menu = buildMenu();
     HWND window = nullptr;
     if (registerClass())
-        window = CreateWindowExW(0, className, L"Torvane", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, rect[0], rect[1],
-                                 mainWindow.session.saved.windowWidth, mainWindow.session.saved.windowHeight, nullptr,
-                                 mainWindow.menu, mainWindow.instance, nullptr);
+        window =
+            CreateWindowExW(WS_EX_ACCEPTFILES, className, L"Torvane", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, rect[0],
+                            rect[1], mainWindow.session.saved.windowWidth, mainWindow.session.saved.windowHeight,
+                            nullptr, mainWindow.menu, mainWindow.instance, nullptr);
     if (window == nullptr) {
         showMessageBox(nullptr, "alert", "failed to create main window");
         return false;

@@ -20,6 +20,7 @@ struct MainWindow {
     std::string parameterPath; // UTF-8, settled at start
     bool writesParameters;     // at the end, where the start could read them
     bool writesKept;           // the same of the entry file beside
+    std::string droppedRide;   // UTF-8, between the drop and the entry of its command
 };
 
 extern MainWindow mainWindow;

@@ -27,8 +27,9 @@ constexpr int clearedInPlace = 16 * 1024; // characters
 
 HWND createPane(HWND window, int id, RECT place)
 {
+    // Without the control's own dropping a file goes to the window behind.
     constexpr DWORD style = WS_CHILD | WS_CLIPSIBLINGS | WS_HSCROLL | WS_VSCROLL | ES_MULTILINE | ES_AUTOHSCROLL |
-                            ES_AUTOVSCROLL | ES_WANTRETURN | ES_NOHIDESEL;
+                            ES_AUTOVSCROLL | ES_WANTRETURN | ES_NOHIDESEL | ES_NOOLEDRAGDROP;
     HWND pane = CreateWindowExW(WS_EX_CLIENTEDGE, L"RichEdit20W", L"", style, place.left, place.top,
                                 place.right - place.left, place.bottom - place.top, window,
                                 reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), mainWindow.instance, nullptr);

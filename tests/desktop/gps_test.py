@@ -9,6 +9,7 @@ import fit_file
 from desktop import LOWER, Desktop, DesktopTest, wait_for
 
 SOURCE, DESTINATION = 8611, 8612  # at one stroke
+RIDE_SOURCE, RIDE_DESTINATION = 9511, 9512
 FILL_LIMIT = 6.0  # s for the table of a long ride, of which a quiet machine takes 1.5; a line at a time takes 150
 
 
@@ -79,6 +80,23 @@ class RideTest(DesktopTest):
         broken.write_bytes(fit_file.ride(20)[:-1] + b"\0")
         self.assertEqual(self.load(broken), desktop.console("load", broken)["lower"])
         self.assertFalse(self.opens("ctrl+e", "express source data"))
+
+    def test_what_a_ride_cost(self):
+        ride = write_ride(self.desktop, "evening ride é.fit", 400)
+        answered = self.desktop.folder / "answered.fit"
+        expected = desktop.console("ride", ride)["lower"]
+        fields = [(RIDE_SOURCE, desktop.windows_path(ride)), (RIDE_DESTINATION, desktop.windows_path(answered))]
+        self.assertEqual(self.desktop.run("ctrl+j", "what a ride cost", fields), expected)
+        wait_for(answered.exists, "the answered file")
+
+        before = answered.stat().st_mtime_ns
+        self.desktop.command(309)
+        wait_for(lambda: not self.desktop.pane(LOWER), "an empty pane")
+        self.desktop.ask("drop", self.desktop.main, desktop.windows_path(ride))
+        self.assertEqual(self.desktop.report(), expected)
+        self.assertEqual(answered.stat().st_mtime_ns, before, "a dropped ride writes nothing")
+        self.desktop.ask("drop", self.desktop.main, desktop.windows_path(self.desktop.folder / "none.gpx"))
+        self.assertIn("source file", self.desktop.box("error"))
 
     def test_settings_open_within_at_one_stroke(self):
         ride = write_ride(self.desktop, "stroke.fit", 120)

@@ -10,14 +10,17 @@
 //   page WINDOW N     turns a property sheet to page N
 //   close WINDOW      posts the close message
 //   command WINDOW ID posts a command message, as a menu entry does
+//   drop WINDOW PATH  drops a file onto a window, as the desktop does; the path is Windows' own
 #include "core/wide_text.h"
 
 #include <windows.h>
 
 #include <commctrl.h>
+#include <shlobj.h>
 
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <iostream>
 #include <sstream>
 #include <string>
@@ -199,6 +202,29 @@ std::string answerCommand(std::istream& line)
     return "true";
 }
 
+// The receiver reads the list of files from its own memory.
+std::string answerDrop(std::istream& line)
+{
+    HWND window = handleFrom(line);
+    std::string path;
+    std::getline(line >> std::ws, path);
+    std::wstring wide = torvane::widen(path) + std::wstring(2, L'\0');
+    DROPFILES head = {};
+    head.pFiles = sizeof head;
+    head.fWide = TRUE;
+    std::vector<uint8_t> bytes(sizeof head + wide.size() * sizeof(wchar_t));
+    memcpy(bytes.data(), &head, sizeof head);
+    memcpy(bytes.data() + sizeof head, wide.data(), bytes.size() - sizeof head);
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    HANDLE owner = OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_WRITE, FALSE, process);
+    void* there = VirtualAllocEx(owner, nullptr, bytes.size(), MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE);
+    bool written = WriteProcessMemory(owner, there, bytes.data(), bytes.size(), nullptr) != 0;
+    CloseHandle(owner);
+    bool posted = written && PostMessageW(window, WM_DROPFILES, reinterpret_cast<WPARAM>(there), 0) != 0;
+    return posted ? "true" : "false";
+}
+
 struct Question {
     const char* name;
     std::string (*answer)(std::istream& line);
@@ -207,7 +233,7 @@ struct Question {
 constexpr Question questions[] = {
     {"windows", answerWindows}, {"children", answerChildren}, {"text", answerText}, {"items", answerItems},
     {"focus", answerFocus},     {"front", answerFront},       {"next", answerNext}, {"page", answerPage},
-    {"close", answerClose},     {"command", answerCommand},
+    {"close", answerClose},     {"command", answerCommand},   {"drop", answerDrop},
 };
 
 std::string answer(const std::string& text)
