@@ -97,7 +97,7 @@ const FileCommand fileCommands[] = {
     {"dump", {}, 1, "out.csv"},
     {"prepare", {}, 1, "out.fit"},
     {"compare", {}, 2, "", MadeFile::whole, true},
-    {"prepare", {}, 1, "out.fit", MadeFile::gpx},
+    {"ride", {}, 1, "out.fit", MadeFile::gpx},
 };
 
 void addPower(const std::string& ride, benchmark::State& state)
