@@ -3,8 +3,8 @@
 # made: words
 _torvane_cli_commands="setup-profile profile load-profile-data load-profile save-current-profile save-profile setup-condition preference preferences human equipments shifting wheel tyre brake power-loss e-assist all-profile course peloton condition cadence-theory pedaling-dynamics gear-combination power-and-velocity acceleration deceleration pattern-braking inclination-and-velocity critical-cornering load-activity-fit-file load express-source-data express analyse-and-predict analyse predict create-fit-file-analysed create combine-fit-files combine convert-fit-file-format convert add-messages add divide-a-fit-file divide exclude-messages exclude at-one-stroke stroke increase-timestamp timestamp field-dump dump prepare-activity-fit-file prepare compare-rides compare ride"
 _torvane_cli_topics="profile condition preference"
-_torvane_cli_options="--par --profile --set --save --graph --rows --json --into --jobs --force --prepare --quiet --help --version"
-_torvane_cli_valued=" --par --profile --set --graph --rows --into --jobs "
+_torvane_cli_options="--par --profile --set --save --graph --curves --x --size --dark --rows --json --into --jobs --force --prepare --quiet --help --version"
+_torvane_cli_valued=" --par --profile --set --graph --curves --x --size --rows --into --jobs "
 _torvane_cli_files=" --par --profile --graph --rows "
 # made: end
 

@@ -1,6 +1,7 @@
 // Hostile GPX and TCX through the reader, and what it makes of them on to a prepared ride.
 #include "targets.h"
 
+#include "fit/fit_types.h"
 #include "fit/fit_walk.h"
 #include "gps/prepare.h"
 #include "gps/track_import.h"
@@ -32,8 +33,8 @@ void readTrackFile(Input input)
     requireWithin(tracks.laps, tracks.points.size(), "laps begin at points, in order");
     requireWithin(tracks.segments, tracks.points.size(), "segments begin at points, in order");
     FitImage image = {};
-    ImportFindings left;
-    if (reading.result != TrackResult::ok || importTracks(tracks, image, left) != fitOk)
+    SourceFindings source;
+    if (reading.result != TrackResult::ok || importTracks(tracks, sportValue(sportCycling), image, source) != fitOk)
         return;
     requireWalk(image, "the messages of an imported ride end with its data block");
     FitImage prepared = {};
