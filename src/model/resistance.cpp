@@ -22,12 +22,16 @@ double radians(double degrees)
 // slope are kept in the evaluation beside the inclination that they were taken of, and taken anew when it differs in
 // any bit: so they always are what a fresh evaluation would give.
 
+[[gnu::noinline]] void takeSlope(Evaluation& e)
+{
+    double angle = std::atan(e.inclination / 100.0);
+    e.slope = {e.inclination, std::sin(angle), std::cos(angle)};
+}
+
 const Slope& slopeOf(Evaluation& e)
 {
-    if (std::bit_cast<uint64_t>(e.slope.inclination) != std::bit_cast<uint64_t>(e.inclination)) {
-        double angle = std::atan(e.inclination / 100.0);
-        e.slope = {e.inclination, std::sin(angle), std::cos(angle)};
-    }
+    if (std::bit_cast<uint64_t>(e.slope.inclination) != std::bit_cast<uint64_t>(e.inclination))
+        takeSlope(e);
     return e.slope;
 }
 
