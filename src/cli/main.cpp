@@ -11,6 +11,7 @@ int main(int count, char** values)
 {
     torvane::prepareStreams();
     torvane::catchEndingSignals();
+    torvane::keepFreedMemory();
     std::ios::sync_with_stdio(false);
     try {
         return torvane::runConsole(torvane::commandLine(count, values), std::cout, std::cerr, torvane::isInteractive());

@@ -1,6 +1,7 @@
 #include "cli/platform.h"
 
 #include <fcntl.h>
+#include <malloc.h>
 #include <unistd.h>
 
 namespace torvane {
@@ -17,6 +18,14 @@ void prepareStreams()
     while (number >= 0 && number <= STDERR_FILENO)
         number = ::open("/dev/null", O_RDONLY); // so that to print there still fails
     ::close(number);
+}
+
+void keepFreedMemory()
+{
+    constexpr int largestKept = 32 << 20, mostKept = 256 << 20, takenAtOnce = 8 << 20; // bytes
+    mallopt(M_MMAP_THRESHOLD, largestKept);
+    mallopt(M_TRIM_THRESHOLD, mostKept);
+    mallopt(M_TOP_PAD, takenAtOnce);
 }
 
 bool isInteractive()

@@ -57,6 +57,8 @@ void prepareStreams()
     SetConsoleOutputCP(CP_UTF8);
 }
 
+void keepFreedMemory() {} // as the system's heap does by itself
+
 bool isInteractive()
 {
     return _isatty(_fileno(stderr));
