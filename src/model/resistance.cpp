@@ -117,7 +117,10 @@ inline DragForces dragOf(const Model& model, double factor, double air)
     double shell = b.shellWeight * surface * 0.12;
     double body = all * 0.12 - shell + all * 0.88;
     double covered = m.shellType != shellNormal ? shell * m.shellAeroRatio : shell;
-    return {covered * factor, (body * b.posture + helmetDragOf(m, pace)) * factor, wheelDragOf(m, pace) * factor};
+    DragForces drag = {covered, body * b.posture + helmetDragOf(m, pace), wheelDragOf(m, pace)};
+    if (factor != 1.0) // most riders have none, and nothing waits for the products then
+        drag = {drag.shell * factor, drag.human * factor, drag.wheel * factor};
+    return drag;
 }
 
 // What the drag's force goes with to make its power. Over ground the sign is that of the force: air that comes from
