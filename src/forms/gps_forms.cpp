@@ -284,7 +284,7 @@ constexpr Row rideRows[] = {
     jumpSpeedRow(9542, 9552),
     dropRow<&PrepareOptions::dropPower>(9561, "dropPower"),
     dropRow<&PrepareOptions::dropCadence>(9562, "dropCadence"),
-    rideSportRow(0), // from the console alone
+    rideSportRow(9571),
 };
 static_assert(rideRows[rideGapLimit].kind == RowKind::whole && rideRows[rideJumpSpeed].kind == RowKind::real);
 

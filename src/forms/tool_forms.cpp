@@ -353,7 +353,7 @@ constexpr Row prepareRows[] = {
     jumpSpeedRow(9332, 9342),
     dropRow<&PrepareOptions::dropPower>(9351, "dropPower"),
     dropRow<&PrepareOptions::dropCadence>(9352, "dropCadence"),
-    rideSportRow(0), // from the console alone
+    rideSportRow(9361),
 };
 
 Verdict checkPreparing(FormState& state)
