@@ -148,6 +148,21 @@ void smoothInto(std::span<GpsRecord> records, RecordField field, const std::vect
     }
 }
 
+void averageInto(std::span<GpsRecord> records, RecordField field, const std::vector<double>& values, int window)
+{
+    for (size_t i = 0; i < records.size(); ++i) {
+        Reach reach = reachOf(i, window, records.size());
+        double sum = 0;
+        int count = 0;
+        for (size_t k = reach.first; k < reach.end; ++k)
+            if (!std::isnan(values[k])) {
+                sum += values[k];
+                ++count;
+            }
+        records[i].*field = count == 0 ? 0 : sum / count;
+    }
+}
+
 void smoothField(std::span<GpsRecord> records, RecordField field, int window, ExtremesStart start)
 {
     smoothInto(records, field, copyOf(records, field), window, start);

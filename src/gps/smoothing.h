@@ -41,6 +41,8 @@ void smoothField(std::span<GpsRecord> records, RecordField field, int window, Ex
 // The same from other values than the field holds, one for each row.
 void smoothInto(std::span<GpsRecord> records, RecordField field, const std::vector<double>& values, int window,
                 ExtremesStart start);
+// A plain mean of what is a number within the window; 0 where nothing is.
+void averageInto(std::span<GpsRecord> records, RecordField field, const std::vector<double>& values, int window);
 
 // Smooths latitude, then longitude, each within its sector.
 void smoothPositions(std::span<GpsRecord> records, int window);
