@@ -1,81 +1,119 @@
-// What a ride cost, for rides whose power is known: the same answer from every kind of file.
-#include "gps/ride_answer.h"
+// The figures of a ride's answer, from rows whose figures can be had by hand.
+#include "gps/climbs.h"
+#include "gps/gear_use.h"
+#include "gps/power_figures.h"
+#include "gps/ride_laps.h"
 
-#include "core/text.h"
-#include "gps/ride_maker.h"
+#include "figures.h"
+#include "model/gear_table.h"
 
-#include <gtest/gtest.h>
-
-#include <chrono>
+#include <cmath>
+#include <tuple>
+#include <vector>
 
 namespace torvane {
 
 namespace {
 
-Bytes bytesOf(const std::string& text)
+// A row a second with 10 m each; powers of half a minute each.
+std::vector<RiddenRow> rowsWithPowers(const std::vector<double>& halfMinutes, uint32_t start = 1000)
 {
-    return {text.begin(), text.end()};
+    std::vector<RiddenRow> rows;
+    for (double watts : halfMinutes)
+        for (int i = 0; i < 30; ++i) {
+            RiddenRow row = {.timestamp = ++start, .seconds = 1, .metres = 10};
+            row.power[predictedFigure] = watts;
+            rows.push_back(row);
+        }
+    return rows;
 }
 
-std::string timeText(uint32_t timestamp)
+// Stretches of so many metres, each with its slope in %, a row every 10 m.
+std::vector<RiddenRow> rowsOverHills(const std::vector<std::pair<int, double>>& stretches)
 {
-    using namespace std::chrono;
-    sys_seconds time = sys_days(1989y / December / 31) + seconds(timestamp);
-    year_month_day day = floor<days>(time);
-    hh_mm_ss clock(time - floor<days>(time));
-    return formatText("%04d-%02u-%02uT%02d:%02d:%02dZ", int{day.year()}, unsigned{day.month()}, unsigned{day.day()},
-                      static_cast<int>(clock.hours().count()), static_cast<int>(clock.minutes().count()),
-                      static_cast<int>(clock.seconds().count()));
-}
-
-// Positions alone, in the manner of a phone.
-Bytes asGpx(const GpsRecords& records)
-{
-    std::string text = "<gpx version='1.1'><trk><type>cycling</type><trkseg>";
-    for (const GpsRecord& r : records)
-        appendFormat(text, "<trkpt lat='%.9f' lon='%.9f'><ele>%.2f</ele><time>%s</time></trkpt>", r.latitude,
-                     r.longitude, r.altitude, timeText(r.timestamp).c_str());
-    return bytesOf(text + "</trkseg></trk></gpx>");
-}
-
-Bytes asTcx(const GpsRecords& records)
-{
-    std::string text = "<TrainingCenterDatabase><Activities><Activity Sport='Biking'><Lap><Track>";
-    for (const GpsRecord& r : records)
-        appendFormat(text,
-                     "<Trackpoint><Time>%s</Time><Position><LatitudeDegrees>%.9f</LatitudeDegrees>"
-                     "<LongitudeDegrees>%.9f</LongitudeDegrees></Position><AltitudeMeters>%.2f</AltitudeMeters>"
-                     "<DistanceMeters>%.3f</DistanceMeters></Trackpoint>",
-                     timeText(r.timestamp).c_str(), r.latitude, r.longitude, r.altitude, r.distance);
-    return bytesOf(text + "</Track></Lap></Activity></Activities></TrainingCenterDatabase>");
+    std::vector<RiddenRow> rows(1);
+    for (auto [metres, slope] : stretches)
+        for (int i = 0; i < metres / 10; ++i) {
+            RiddenRow row = {.timestamp = rows.back().timestamp + 2, .seconds = 2, .metres = 10};
+            row.distance = rows.back().distance + 10;
+            row.height = rows.back().height + slope / 10;
+            rows.push_back(row);
+        }
+    return rows;
 }
 
 } // namespace
 
-TEST(RideAnswer, isTheSameFromEveryFormat)
+TEST(PowerFigures, TellMeansBestMeansAndWork)
 {
-    TestFolder folder;
-    ParameterBlock settings = defaultBlock();
-    settings.averageTemperature = 20;
-    Model model = modelOf(settings);
-    for (double hill : {1000.0, 4000.0}) {
-        GpsRecords made =
-            makeRide(model, {.seconds = 2400, .hillHeight = 30, .hillLength = hill, .physics = Physics::ofTheRoad});
-        const std::pair<const char*, Bytes> files[] = {
-            {"ride.fit", fitOf(made).file()}, {"ride.gpx", asGpx(made)}, {"ride.tcx", asTcx(made)}};
-        for (const auto& [name, bytes] : files) {
-            SCOPED_TRACE(testing::Message() << name << ", hills of " << hill << " m");
-            std::string path = folder.path + name;
-            writeBytes(path, bytes);
-            AnsweredRide ride;
-            ASSERT_EQ(answerRide(model, settings, path, {}, ride), fitOk);
-            const RideAnswer& answer = ride.answer;
-            EXPECT_NEAR(answer.whole.power[predictedFigure].value_or(0), 200, 1);
-            EXPECT_NEAR(answer.distance / made.back().distance, 1, 1e-3);
-            EXPECT_EQ(answer.elapsed, 2399u);
-            EXPECT_EQ(answer.recordsUsed, 2400u);
-        }
+    std::vector<RiddenRow> rows = rowsWithPowers({100, 300, 0, 200});
+    PowerFigures figures = *powerFiguresOf(rows, predictedFigure);
+    expectFigures({figures.seconds, figures.mean, figures.kiloJoule, *figures.best[0], *figures.best[1]},
+                  {120, 150, 18, 300, 200}, 1e-9);
+    EXPECT_FALSE(figures.best[2]);
+    EXPECT_GE(*figures.normalised, figures.mean);
+    EXPECT_FALSE(powerFiguresOf(rows, measuredFigure));
+    EXPECT_NEAR(*powerFiguresOf(rowsWithPowers({200, 200, 200}), predictedFigure)->normalised, 200, 1e-9);
+
+    // A stop of five minutes counts with 0 W for the highest means, and not at all for the others.
+    std::vector<RiddenRow> later = rowsWithPowers({300}, 1420);
+    later[0].seconds = 0;
+    rows.insert(rows.end(), later.begin(), later.end());
+    figures = *powerFiguresOf(rows, predictedFigure);
+    expectFigures({figures.seconds, figures.mean, *figures.best[2]}, {149, 26700 / 149.0, 18000 / 300.0}, 1e-9);
+    rows[5].power[predictedFigure] = noFigure; // a meter that gave nothing
+    expectFigures({powerFiguresOf(rows, predictedFigure)->seconds, *meanPowerOf(rows, predictedFigure)},
+                  {148, 26600 / 148.0}, 1e-9);
+}
+
+TEST(Climbs, BeginAtTheirFootAndEndAtTheirTop)
+{
+    struct Case {
+        std::vector<std::pair<int, double>> road;
+        std::vector<std::pair<double, double>> climbs; // foot and top, m
+        double climbed;
+    };
+    const Case cases[] = {
+        {{{1000, 0}, {1000, 5}, {2000, -3}}, {{1000, 2000}}, 50},
+        {{{1000, 5}, {200, -2}, {1000, 5}}, {{0, 2200}}, 100}, // a dip of 4 m within a climb
+        {{{300, 4}, {100, -2}, {300, 4}}, {{0, 700}}, 22},     // a dip that the height does not count either
+        {{{1000, 5}, {400, -4}, {1000, 5}}, {{0, 1000}, {1400, 2400}}, 100}, // a descent of 16 m between two
+        {{{1000, 5}, {800, 0}, {1000, 5}}, {{0, 1000}, {1800, 2800}}, 100},  // a plain between two
+        {{{5000, 1.5}, {300, 5}}, {}, 90},                                   // never steep, then too low
+        {{{500, 0.5}, {500, -0.5}, {500, 0.5}}, {}, 0},                      // ups and downs below 3 m
+    };
+    for (const Case& c : cases) {
+        std::vector<RiddenRow> rows = rowsOverHills(c.road);
+        std::vector<Climb> found = findClimbs(rows);
+        ASSERT_EQ(found.size(), c.climbs.size());
+        for (size_t i = 0; i < found.size(); ++i)
+            expectFigures({rows[found[i].foot].distance, rows[found[i].top].distance},
+                          {c.climbs[i].first, c.climbs[i].second}, 1e-9);
+        EXPECT_NEAR(climbedHeight(rows), c.climbed, 1e-9);
     }
+}
+
+TEST(GearUse, CountsPedallingByTheNearestGear)
+{
+    ParameterBlock block = defaultBlock();
+    Model model = modelOf(block);
+    int gear = 5;
+    std::vector<RiddenRow> rows = rowsWithPowers({200, 0});
+    for (size_t i = 0; i < 30; ++i) {
+        rows[i].speed = 8;
+        rows[i].cadence[measuredFigure] = cadenceInGear(model, 8, model.gearTable[gear].ratio);
+    }
+    std::vector<GearUse> uses = gearUseOf(model, rows, measuredFigure);
+    ASSERT_EQ(uses.size(), 1u);
+    expectFigures({uses[0].row, uses[0].seconds}, {gear, 30});
+}
+
+TEST(RideLaps, HoldTheStepsThatEndInThem)
+{
+    std::vector<RiddenRow> rows = rowsWithPowers({100, 200});
+    RiddenRows lap = rowsOf({1010, 1030}, rows);
+    expectFigures({lap.size(), metresOf(lap), *meanPowerOf(lap, predictedFigure)}, {20, 200, 100}, 1e-9);
+    EXPECT_TRUE(rowsOf({2000, 3000}, rows).empty());
 }
 
 } // namespace torvane
