@@ -7,7 +7,7 @@
 #include "gps/climbs.h"
 #include "gps/gps_load.h"
 #include "gps/ride_laps.h"
-#include "ride/physiology.h"
+#include "model/food.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,12 +1,12 @@
 #include "ride/physiology.h"
 
+#include "model/food.h"
+
 #include <algorithm>
 
 namespace torvane {
 
 namespace {
-
-constexpr double kiloCaloriePerKiloJoule = 0.238846;
 
 // Whole units of a length that may be infinite, or no number.
 int32_t wholePart(double value)
@@ -74,11 +74,6 @@ PhysiologyFigures physiologyOfRun(const Model& model, const PhysiologyInputs& in
     p.kiloCalorie = p.kiloJoule * kiloCaloriePerKiloJoule;
     p.foodKiloCalorie = foodKiloCalorieFor(p.kiloJoule, in.energyEfficiency);
     return p;
-}
-
-double foodKiloCalorieFor(double kiloJoule, double energyEfficiency)
-{
-    return kiloJoule * kiloCaloriePerKiloJoule / energyEfficiency;
 }
 
 } // namespace torvane

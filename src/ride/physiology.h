@@ -61,7 +61,4 @@ PhysiologyFigures physiologyOfSteadyRide(const Model& model, const PhysiologyInp
 PhysiologyFigures physiologyOfRun(const Model& model, const PhysiologyInputs& in, double meanPower,
                                   double normalizedPower, double time);
 
-// Energy in kcal to be eaten for work in kJ at the pedals, at an efficiency of the muscles.
-double foodKiloCalorieFor(double kiloJoule, double energyEfficiency);
-
 } // namespace torvane
