@@ -7,7 +7,7 @@ namespace torvane {
 namespace {
 
 constexpr int any = 0;
-constexpr int cadenceTheory = 2011, pedalingDynamics = 2012, gearCombination = 2013;
+constexpr int cadenceTheory = 2011;
 constexpr int powerAndVelocity = 2021, patternBraking = 2024, inclination = 2025, cornering = 2026, convert = 2056;
 
 // A form's own meaning stands before the one for any form.

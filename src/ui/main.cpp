@@ -46,7 +46,7 @@ void readKept()
     if (!mainWindow.writesKept)
         text = "\nthe file cannot be read";
     for (const std::string& entry : skippedEntries(kept))
-        text += "\n" + shownText(entry);
+        text.append("\n").append(shownText(entry));
     if (!text.empty())
         showMessageBox(nullptr, "alert", "skipped of Torvane.settings:" + text);
 }
