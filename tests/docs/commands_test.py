@@ -49,7 +49,8 @@ def plain(text):
 
 class DocumentTest(unittest.TestCase):
     def run_command(self, command, folder):
-        env = {**os.environ, "PATH": f"{CLI.parent}:{os.environ['PATH']}", "LC_ALL": "C.UTF-8"}
+        # The system's own Python comes first: it is the one that has the packages that the recipes name.
+        env = {**os.environ, "PATH": f"{CLI.parent}:/usr/bin:{os.environ['PATH']}", "LC_ALL": "C.UTF-8"}
         env.pop("DISPLAY", None)
         env.pop("WAYLAND_DISPLAY", None)
         return subprocess.run(["bash", "-c", command], cwd=folder, env=env, stdout=subprocess.PIPE,
