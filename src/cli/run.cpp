@@ -71,9 +71,9 @@ int operate(Run& run)
     if (run.command.commit)
         run.command.commit(run.session.saved, run.session.working);
     run.session.graph.reset();
-    run.session.figures = {};
+    run.session.takeFigures();
     int code = finish(run, run.command.operation(run.session));
-    run.answer.figures = std::move(run.session.figures);
+    run.answer.figures = run.session.takeFigures();
     run.answer.graph = std::exchange(run.session.graph, std::nullopt);
     return code;
 }

@@ -77,7 +77,7 @@ std::vector<FigureInfo> sheetInfos(const Command&)
 template <uint32_t sections>
 ResultStatus profileReport(Session& session)
 {
-    session.figures = sheetFigures(session, Sheet::profile, sections);
+    session.pageFigures = sheetFigures(session, Sheet::profile, sections);
     reportProfile(session.screens, Pane::upper, session.model.state, session.working, sections);
     return 0;
 }
@@ -85,7 +85,7 @@ ResultStatus profileReport(Session& session)
 template <uint32_t sections>
 ResultStatus conditionReport(Session& session)
 {
-    session.figures = sheetFigures(session, Sheet::condition, sections);
+    session.pageFigures = sheetFigures(session, Sheet::condition, sections);
     reportCondition(session.screens, Pane::upper, session.model.state, sections);
     return 0;
 }

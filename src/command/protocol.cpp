@@ -203,6 +203,7 @@ void Protocol::runActiveCommand()
     const Command* command = takeUpCommand();
     if (command == nullptr)
         return;
+    session->figures = {};
     workerBlock.resultStatus = command->operation(*session);
     front.sendCompletion();
 }

@@ -32,7 +32,8 @@ struct Session {
     EntryFile kept = {};                   // defaults without a place in the parameter file
     FormMarks formMarks = {};
     std::optional<GraphSeries> graph = {}; // curves that the last command left; empty where it has nothing to plot
-    Figures figures = {};                  // numbers of the last command's answer
+    Figures figures = {};                  // numbers of the last answer that came from the worker
+    Figures pageFigures = {};              // of the last report, which may be asked for while the worker runs
     RowWriter* rows = nullptr;             // where the table of the present command goes as well; null: nowhere
     std::string profilePath = {};          // answer of the profile file prompts; UTF-8
     std::string profileFault = {}; // the figure of the last profile file that its page would not take; empty: none
@@ -45,6 +46,14 @@ struct Session {
     // memory. A load that fails, and a stroke that does, leave it as it was.
     LoadedRide ride = {};
     std::atomic<AnalysisReadiness> readiness = readyForAnalysis; // of the ride: the menu asks while a load may run
+
+    // Those of the command that has just ended; none stay.
+    Figures takeFigures()
+    {
+        Figures ofReport = std::exchange(pageFigures, {});
+        Figures ofWorker = std::exchange(figures, {});
+        return ofWorker.values.empty() ? ofReport : ofWorker;
+    }
 
     void take(LoadedRide&& loaded)
     {

@@ -7,7 +7,7 @@ namespace torvane::library {
 Gathering::Gathering(Session& toSession, Answer& answer) : session(toSession)
 {
     auto pane = [&answer](Pane which) -> std::string& { return which == Pane::upper ? answer.upper : answer.lower; };
-    session.figures = {};
+    session.takeFigures();
     session.screens.setText = [pane](Pane which, std::string_view text) { pane(which) = text; };
     session.screens.appendText = [pane](Pane which, std::string_view text) { pane(which) += text; };
     session.screens.setStatus = [&answer](std::string_view text) { answer.statusLine = text; };
@@ -23,7 +23,7 @@ Gathering::~Gathering()
 
 void takeFigures(Session& session, Answer& answer)
 {
-    Figures left = std::exchange(session.figures, {});
+    Figures left = session.takeFigures();
     auto own = [](const FigureList& list) {
         std::vector<Figure> figures;
         for (const torvane::Figure& figure : list)
