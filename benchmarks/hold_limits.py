@@ -12,7 +12,7 @@ MORE_THAN_FILES = 16.0  # MB that a tool may take beside its source and destinat
 # MB of the commands that write a ride from rows of their own for its records.
 ROW_MEMORY = {"stroke": 80.0, "prepare": 80.0}
 LEAST_GAIN = 1.8  # of the second job of a batch, by the clock
-COMMANDS = ("load", "express", "analyse", "create", "compare", *FIT_TOOLS, *ROW_MEMORY)
+COMMANDS = ("ride of gpx", "load", "express", "analyse", "create", "compare", *FIT_TOOLS, *ROW_MEMORY)
 
 
 def measured(path):

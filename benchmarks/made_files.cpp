@@ -2,10 +2,10 @@
 
 #include "core/text.h"
 #include "fit/fit_walk.h"
+#include "report/iso_times.h"
 
 #include <unistd.h>
 
-#include <chrono>
 #include <map>
 
 namespace torvane {
@@ -58,21 +58,16 @@ const GpsRecords& madeRecords()
 
 Bytes makeGpx(int count)
 {
-    using namespace std::chrono;
-    const sys_days fitEpoch = 1989y / December / 31;
     std::string text = "<?xml version=\"1.0\"?>\n<gpx version=\"1.1\"><trk><type>cycling</type><trkseg>\n";
+    IsoTimes times;
     for (int i = 0; i < count; ++i) {
         GpsRecord record = recordAt(madeRecords(), i);
-        sys_seconds time = fitEpoch + seconds(record.timestamp);
-        year_month_day day = floor<days>(time);
-        hh_mm_ss clock(time - floor<days>(time));
-        appendFormat(text,
-                     "<trkpt lat=\"%.7f\" lon=\"%.7f\"><ele>%.1f</ele><time>%04d-%02u-%02uT%02d:%02d:%02dZ</time>"
-                     "<extensions><hr>%u</hr></extensions></trkpt>\n",
-                     record.latitude, record.longitude, record.altitude, int{day.year()}, unsigned{day.month()},
-                     unsigned{day.day()}, static_cast<int>(clock.hours().count()),
-                     static_cast<int>(clock.minutes().count()), static_cast<int>(clock.seconds().count()),
-                     120 + record.timestamp % 40);
+        appendFormat(
+            text,
+            "<trkpt lat=\"%.7f\" lon=\"%.7f\"><ele>%.1f</ele><time>%s</time><extensions><hr>%u</hr></extensions>"
+            "</trkpt>\n",
+            record.latitude, record.longitude, record.altitude, times.of(record.timestamp).data(),
+            120 + record.timestamp % 40);
     }
     text += "</trkseg></trk></gpx>\n";
     return {text.begin(), text.end()};

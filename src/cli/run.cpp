@@ -221,9 +221,15 @@ int writeGraph(Run& run)
 bool dispatchInto(Run& run, RowFormat format, const WritePiece& write, int& code)
 {
     RowWriter rows(format, write);
-    run.session.rows = &rows;
+    struct Lent { // also where memory runs out
+        RowWriter*& place;
+        ~Lent()
+        {
+            place = nullptr;
+        }
+    } lent = {run.session.rows};
+    lent.place = &rows;
     code = dispatch(run);
-    run.session.rows = nullptr;
     if (code == exitDone && !rows.hasBegun()) {
         tellBoxes(run.answer, run.streams, {{"no table", "this run has none"}});
         run.answer.error = errorOf(library::ErrorKind::noAnswer, run.answer.boxes.back().text);

@@ -2,6 +2,7 @@
 
 #include "core/text.h"
 #include "core/units.h"
+#include "report/iso_times.h"
 
 #include <string>
 #include <vector>
@@ -143,36 +144,6 @@ constexpr RecordColumn recordColumns[] = {
     {{"brakeForce_kgf", 3}, [](const GpsRecord& r) { return r.brakeForce; }, brakes},
     {{"frontBrake_Cel", 3}, [](const GpsRecord& r) { return r.frontBrakeTemperature; }, brakes},
     {{"rearBrake_Cel", 3}, [](const GpsRecord& r) { return r.rearBrakeTemperature; }, brakes},
-};
-
-// Dates repeat for a day.
-class IsoTimes {
-public:
-    // "2024-07-06T07:30:00Z" of a FIT timestamp.
-    std::string_view of(uint32_t timestamp)
-    {
-        constexpr uint32_t day = 86400;
-        if (text.empty() || timestamp / day != today) {
-            today = timestamp / day;
-            constexpr int32_t julianDayOfEpoch = 2447892; // 31 December 1989
-            CalendarDate date = julianToCalendar(julianDayOfEpoch + static_cast<int32_t>(today));
-            text = formatText("%04d-%02d-%02dT00:00:00Z", date.year, date.month, date.day);
-        }
-        put(11, timestamp % day / 3600);
-        put(14, timestamp % 3600 / 60);
-        put(17, timestamp % 60);
-        return text;
-    }
-
-private:
-    void put(size_t at, uint32_t number)
-    {
-        text[at] = static_cast<char>('0' + number / 10);
-        text[at + 1] = static_cast<char>('0' + number % 10);
-    }
-
-    uint32_t today = 0;
-    std::string text = {};
 };
 
 const char* predictedText(uint32_t predicted)

@@ -3,10 +3,9 @@
 
 #include "core/text.h"
 #include "gps/ride_maker.h"
+#include "report/iso_times.h"
 
 #include <gtest/gtest.h>
-
-#include <chrono>
 
 namespace torvane {
 
@@ -17,36 +16,27 @@ Bytes bytesOf(const std::string& text)
     return {text.begin(), text.end()};
 }
 
-std::string timeText(uint32_t timestamp)
-{
-    using namespace std::chrono;
-    sys_seconds time = sys_days(1989y / December / 31) + seconds(timestamp);
-    year_month_day day = floor<days>(time);
-    hh_mm_ss clock(time - floor<days>(time));
-    return formatText("%04d-%02u-%02uT%02d:%02d:%02dZ", int{day.year()}, unsigned{day.month()}, unsigned{day.day()},
-                      static_cast<int>(clock.hours().count()), static_cast<int>(clock.minutes().count()),
-                      static_cast<int>(clock.seconds().count()));
-}
-
 // Positions alone, in the manner of a phone.
 Bytes asGpx(const GpsRecords& records)
 {
     std::string text = "<gpx version='1.1'><trk><type>cycling</type><trkseg>";
+    IsoTimes times;
     for (const GpsRecord& r : records)
         appendFormat(text, "<trkpt lat='%.9f' lon='%.9f'><ele>%.2f</ele><time>%s</time></trkpt>", r.latitude,
-                     r.longitude, r.altitude, timeText(r.timestamp).c_str());
+                     r.longitude, r.altitude, times.of(r.timestamp).data());
     return bytesOf(text + "</trkseg></trk></gpx>");
 }
 
 Bytes asTcx(const GpsRecords& records)
 {
     std::string text = "<TrainingCenterDatabase><Activities><Activity Sport='Biking'><Lap><Track>";
+    IsoTimes times;
     for (const GpsRecord& r : records)
         appendFormat(text,
                      "<Trackpoint><Time>%s</Time><Position><LatitudeDegrees>%.9f</LatitudeDegrees>"
                      "<LongitudeDegrees>%.9f</LongitudeDegrees></Position><AltitudeMeters>%.2f</AltitudeMeters>"
                      "<DistanceMeters>%.3f</DistanceMeters></Trackpoint>",
-                     timeText(r.timestamp).c_str(), r.latitude, r.longitude, r.altitude, r.distance);
+                     times.of(r.timestamp).data(), r.latitude, r.longitude, r.altitude, r.distance);
     return bytesOf(text + "</Track></Lap></Activity></Activities></TrainingCenterDatabase>");
 }
 
