@@ -51,8 +51,8 @@ std::optional<bool> enterDropped(const Command& command)
     std::string path = std::exchange(mainWindow.droppedRide, {});
     if (path.empty())
         return std::nullopt;
-    const std::vector<Assignment> asSaved;
-    const RunFiles files = {{path}, {}};
+    std::vector<Assignment> asSaved;
+    RunFiles files = {{path}, {}};
     Filling filling = {mainWindow.session, command, asSaved, files};
     bool accepted = fillDialog(filling);
     for (const Box& box : filling.boxes)
