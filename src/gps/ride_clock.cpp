@@ -72,6 +72,16 @@ std::vector<size_t> placesOf(const std::vector<bool>& keeps)
     return places;
 }
 
+// Only what stays, each at its place.
+template <class Row>
+void moveTogether(std::vector<Row>& rows, const std::vector<bool>& keeps, const std::vector<size_t>& places)
+{
+    for (size_t i = 0; i < keeps.size(); ++i)
+        if (keeps[i])
+            rows[places[i]] = rows[i];
+    rows.resize(places.back());
+}
+
 bool isLost(const TimerEvent& event, const std::vector<bool>& keeps)
 {
     bool keepsBefore = event.samplesBefore != 0 && keeps[event.samplesBefore - 1];
@@ -101,10 +111,7 @@ void keepSamples(Activity& activity, const std::vector<bool>& keeps)
         other.samplesBefore = kept[other.samplesBefore];
     for (TimerEvent& event : activity.timer)
         event.samplesBefore = kept[event.samplesBefore];
-    for (size_t i = 0; i < keeps.size(); ++i)
-        if (keeps[i])
-            activity.samples[kept[i]] = activity.samples[i];
-    activity.samples.resize(kept.back());
+    moveTogether(activity.samples, keeps, kept);
 }
 
 void keepOthers(Activity& activity, const std::vector<bool>& keeps)
@@ -117,10 +124,7 @@ void keepOthers(Activity& activity, const std::vector<bool>& keeps)
         summary.other = kept[summary.other];
     for (TimerEvent& event : activity.timer)
         event.other = kept[event.other];
-    for (size_t i = 0; i < keeps.size(); ++i)
-        if (keeps[i])
-            activity.others[kept[i]] = activity.others[i];
-    activity.others.resize(kept.back());
+    moveTogether(activity.others, keeps, kept);
 }
 
 std::vector<Pause> pausesOf(const std::vector<TimerEvent>& timer)
