@@ -107,15 +107,14 @@ void Growths::define(const FitMessage& message)
 
 const Growth& Growths::of(const FitMessage& message) const
 {
-    switch (message.globalMessage()) {
-    case messageRecord:
+    std::uint16_t kind = message.globalMessage();
+    if (kind == messageRecord)
         return record;
-    case messageSession:
-        return byProfile ? summaries[message.localType] : session;
-    case messageLap:
-        return byProfile ? summaries[message.localType] : lap;
-    }
-    return others;
+    if (kind != messageSession && kind != messageLap)
+        return others;
+    if (byProfile)
+        return summaries[message.localType];
+    return kind == messageSession ? session : lap;
 }
 
 RecordFields recordFieldsOf(const FitImage& source, uint32_t addedFields)
