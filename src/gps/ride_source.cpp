@@ -4,7 +4,6 @@
 #include "core/files.h"
 #include "gps/fit_parts.h"
 #include "gps/track_import.h"
-#include "tracks/tracks.h"
 
 #include <algorithm>
 #include <cstring>
@@ -55,7 +54,7 @@ StatusCode codeOf(const TrackReading& reading)
 {
     switch (reading.result) {
     case TrackResult::ok:
-        return reading.tracks.planned ? fitPlanned : fitOk;
+        return fitOk;
     case TrackResult::empty:
         return fitWithoutPoints;
     case TrackResult::sourceFault:
@@ -70,12 +69,12 @@ StatusCode codeOf(const TrackReading& reading)
     }
 }
 
-StatusCode loadTracks(FitImage& image, NextPiece pieces, uint8_t sport, SourceFindings& findings)
+StatusCode loadTracks(NextPiece pieces, RideSource& source)
 {
     TrackReading reading = readTracks(std::move(pieces));
-    if (StatusCode code = codeOf(reading))
-        return code;
-    return importTracks(reading.tracks, sport, image, findings);
+    source.isTrack = true;
+    source.tracks = std::move(reading.tracks);
+    return codeOf(reading);
 }
 
 StatusCode loadPacked(FitImage& image, const NextPiece& pieces, SourceFindings& findings)
@@ -100,20 +99,31 @@ StatusCode loadPlainFit(FitImage& image, const std::string& path, SourceFindings
 
 } // namespace
 
-StatusCode loadRideSource(FitImage& image, const std::string& path, uint8_t sport, SourceFindings& findings)
+StatusCode openRideSource(const std::string& path, RideSource& source)
 {
     std::vector<uint8_t> start;
     if (readFileStart(path, kindBytes, start) == FileResult::ok && startsAsFit(start))
-        return loadPlainFit(image, path, findings);
+        return loadPlainFit(source.image, path, source.findings);
     NextPiece look = unpacked(piecesOfFile(path), mostUnpacked);
     if (StatusCode code = codeOf(look(start)))
         return code;
     NextPiece pieces = unpacked(piecesOfFile(path), mostUnpacked);
     if (startsAsFit(start))
-        return loadPacked(image, pieces, findings);
+        return loadPacked(source.image, pieces, source.findings);
     if (startsAsXml(start))
-        return loadTracks(image, std::move(pieces), sport, findings);
-    return loadFitImage(image, path);
+        return loadTracks(std::move(pieces), source);
+    return loadFitImage(source.image, path);
+}
+
+StatusCode loadRideSource(FitImage& image, const std::string& path, uint8_t sport, SourceFindings& findings)
+{
+    RideSource source;
+    StatusCode code = openRideSource(path, source);
+    findings = source.findings;
+    if (code == fitOk && source.isTrack)
+        return source.tracks.planned ? fitPlanned : importTracks(source.tracks, sport, image, findings);
+    image = std::move(source.image);
+    return code;
 }
 
 } // namespace torvane

@@ -4,10 +4,22 @@
 
 #include "fit/fit_image.h"
 #include "gps/prepare_findings.h"
+#include "tracks/tracks.h"
 
 #include <string>
 
 namespace torvane {
+
+// What a file holds, as it stands there.
+struct RideSource {
+    bool isTrack = false; // GPX or TCX: the tracks; else the image
+    FitImage image = {};
+    Tracks tracks = {}; // ridden or planned, with or without times
+    SourceFindings findings = {};
+};
+
+// Reads a file of any kind. Codes of loadRideSource but for those of a ride that has no times.
+StatusCode openRideSource(const std::string& path, RideSource& source);
 
 // The ride as an image of a FIT file; what could be read of one that is broken. Of a track file's activities those of
 // the FIT sport `sport`, where there are any. Codes of loadFitImage and takeFitParts, and fitNotSupported for an XML

@@ -1,0 +1,248 @@
+#include "plan/course_ride.h"
+
+#include "model/brake_heat.h"
+#include "model/constants.h"
+#include "plan/ride_sums.h"
+#include "plan/road_ahead.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace torvane {
+
+namespace {
+
+constexpr double walkingSpeed = 4 / 3.6; // m/s
+constexpr double leastRolled = 0.3;      // m/s; below it forces are those of there
+constexpr double standsBelow = 0.6;      // m/s, of who brakes for a stop
+
+struct Forces {
+    double thrust, resistance; // W, at a speed
+    double accele;             // m/s2
+};
+
+class Journey {
+public:
+    Journey(const RideConditions& conditions, const PowerProfile& wanted, CourseRide& into, bool keeps)
+        : ride(conditions), profile(wanted), road(conditions), limits(speedLimits(conditions)),
+          materials(brakeMaterialsOf(conditions.settings)), out(into), sums(into, conditions.options.timeStep),
+          keepsSteps(keeps), dt(conditions.options.timeStep), mass(conditions.model.state.inertialWeight)
+    {
+        now.brakeTemperature = {ride.model.state.temperature, ride.model.state.temperature};
+        keep();
+    }
+
+    void run()
+    {
+        while (now.distance < ride.course.length) {
+            if (atStop()) {
+                stand(ride.options.stops[nextStop].seconds);
+                setOff();
+            }
+            step();
+            keep();
+        }
+        out.arrived = true;
+        finish();
+    }
+
+private:
+    Forces forcesAt(double speed, double power)
+    {
+        double rolled = std::max(speed, leastRolled);
+        Forces forces = {road.thrustFor(power, rolled), road.resistance(rolled), 0};
+        forces.accele = (forces.thrust - forces.resistance) / (rolled * mass);
+        return forces;
+    }
+
+    void step()
+    {
+        double wanted = profile.at(now.distance);
+        road.go(now.distance, std::max(now.speed * dt, 1.0));
+        if (now.speed <= road.slowest() && !road.canRide(wanted)) {
+            walk();
+            return;
+        }
+        road.shift(now.speed);
+        double middle = std::max(0.0, now.speed + forcesAt(now.speed, wanted).accele * dt / 2);
+        Forces forces = forcesAt(middle, wanted);
+        double speed = std::max(0.0, now.speed + forces.accele * dt);
+        double allowed = allowedAfter(speed);
+        now.going = road.power > 0 ? Going::pedalling : Going::coasting;
+        now.brake = 0;
+        if (speed > allowed) {
+            speed = allowed;
+            hold((speed - now.speed) / dt, std::max(middle, leastRolled), forces);
+        }
+        advance(speed, middle, forces);
+    }
+
+    // Softer pedalling, or the brakes, so that no more acceleration than this is left.
+    void hold(double accele, double speed, Forces& forces)
+    {
+        forces.thrust = accele * mass * speed + forces.resistance;
+        now.brake = std::max(0.0, -forces.thrust);
+        road.driveBack(forces.thrust, speed);
+        forces.thrust = std::max(0.0, forces.thrust);
+        forces.accele = accele;
+        now.going = now.brake > 0 ? Going::braking : forces.thrust > 0 ? Going::pedalling : Going::coasting;
+    }
+
+    // The speed that the road allows at the end of a step; the step is shorter the more it has to brake.
+    double allowedAfter(double speed) const
+    {
+        double allowed = speed;
+        for (int round = 0; round < 2; ++round)
+            allowed = std::min(speed, limitAt(now.distance + (now.speed + allowed) / 2 * dt));
+        return allowed;
+    }
+
+    double limitAt(double distance) const
+    {
+        const std::vector<CoursePoint>& points = ride.course.points;
+        size_t i = std::min(pointAt(ride.course, distance), points.size() - 2);
+        double part = (distance - points[i].distance) / (points[i + 1].distance - points[i].distance);
+        double from = limits[i] * limits[i], to = limits[i + 1] * limits[i + 1];
+        return std::sqrt(std::max(0.0, from + (to - from) * std::clamp(part, 0.0, 1.0)));
+    }
+
+    void walk()
+    {
+        road.go(now.distance, walkingSpeed * dt);
+        road.thrustFor(0, walkingSpeed);
+        now.going = Going::walking;
+        now.brake = 0;
+        now.speed = walkingSpeed;
+        double resistance = road.resistance(walkingSpeed);
+        advance(walkingSpeed, walkingSpeed, {std::max(0.0, resistance), resistance, 0});
+    }
+
+    void advance(double speed, double middle, const Forces& forces)
+    {
+        double way = (now.speed + speed) / 2 * dt;
+        double left = ride.course.length - now.distance;
+        double part = way > left ? left / way : 1; // the arrival is within the step
+        now.time += part * dt;
+        now.distance = part < 1 ? ride.course.length : now.distance + way;
+        now.speed += (speed - now.speed) * part;
+        now.power = road.power;
+        now.motor = road.motor;
+        now.cadence = road.cadence;
+        now.gear = static_cast<int16_t>(road.gear);
+        addEnergy(forces, std::max(middle, leastRolled), way * part);
+        heatBrakes(part * dt);
+        sums.add(now, part * dt, way * part, forces.accele);
+    }
+
+    // J over a way; powers over their speed are forces.
+    void addEnergy(const Forces& forces, double speed, double way)
+    {
+        EnergyBalance& energy = out.energy;
+        double perPower = way / speed;
+        (now.going == Going::walking ? energy.walked : energy.thrust) += forces.thrust * perPower;
+        energy.slope += road.now.slopePower * perPower;
+        energy.air += road.now.airDragPower * perPower;
+        energy.rolling += road.now.rollingPower * perPower;
+        energy.brakes += now.brake * perPower;
+    }
+
+    void heatBrakes(double seconds)
+    {
+        for (int wheel = 0; wheel < wheelCount; ++wheel) {
+            double share = wheel == 0 ? road.now.frontFrictionShare : road.now.rearFrictionShare;
+            heat.brakeHeat[wheel] += now.brake * share * seconds;
+            double held = heat.brakeHeat[wheel] + heat.brakeRadiated[wheel];
+            if (held <= 0)
+                continue;
+            double loss = heatLossRate(ride.model, materials, heat, now.speed, wheel) * seconds;
+            heat.brakeRadiated[wheel] -= std::min(held, loss);
+            heatLossRate(ride.model, materials, heat, now.speed, wheel);
+            now.brakeTemperature[static_cast<size_t>(wheel)] = heat.brakeTemperature[wheel];
+        }
+    }
+
+    bool atStop() const
+    {
+        const std::vector<Stop>& stops = ride.options.stops;
+        if (nextStop == stops.size() || stops[nextStop].distance >= ride.course.length)
+            return false;
+        double place = placeOfStop();
+        bool nearly = now.speed < standsBelow && now.distance > place - 1;
+        return nearly || now.distance >= place;
+    }
+
+    double placeOfStop() const
+    {
+        return ride.course.points[pointAt(ride.course, ride.options.stops[nextStop].distance)].distance;
+    }
+
+    // From here on the road is as fast as it is behind the stop.
+    void setOff()
+    {
+        size_t place = pointAt(ride.course, ride.options.stops[nextStop++].distance);
+        limits[place] = limits[std::min(place + 1, limits.size() - 1)];
+    }
+
+    void stand(double seconds)
+    {
+        now.speed = now.power = now.motor = now.brake = now.cadence = 0;
+        now.going = Going::standing;
+        now.distance = std::max(now.distance, placeOfStop());
+        double whole = std::round(seconds);
+        constexpr double coolsFor = 7200; // s
+        for (double second = 0; second < std::min(whole, coolsFor); ++second)
+            heatBrakes(1);
+        now.time += whole;
+        keep();
+    }
+
+    void keep()
+    {
+        if (keepsSteps)
+            out.steps.push_back(now);
+    }
+
+    void finish()
+    {
+        out.seconds = now.time;
+        sums.finish();
+        out.energy.kinetic = mass * now.speed * now.speed / 2;
+        double climb = ride.course.points.back().height - ride.course.points.front().height;
+        out.energy.heights = climb * ride.model.state.totalWeight * standardGravity;
+    }
+
+    const RideConditions& ride;
+    const PowerProfile& profile;
+    RoadAhead road;
+    std::vector<double> limits;
+    BrakeMaterials materials;
+    BrakeHeat heat = {};
+    CourseStep now = {};
+    CourseRide& out;
+    RideSums sums;
+    bool keepsSteps;
+    double dt, mass;
+    size_t nextStop = 0;
+};
+
+} // namespace
+
+double PowerProfile::at(double distance) const
+{
+    size_t i = distance > 0 ? static_cast<size_t>(distance / step) : 0;
+    return watts[std::min(i, watts.size() - 1)];
+}
+
+PowerProfile constantPower(double watts)
+{
+    return {1e9, {watts}};
+}
+
+StatusCode rideCourse(const RideConditions& conditions, const PowerProfile& profile, CourseRide& ride, bool keepsSteps)
+{
+    ride = {};
+    Journey(conditions, profile, ride, keepsSteps).run();
+    return fitOk;
+}
+
+} // namespace torvane

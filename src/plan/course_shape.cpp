@@ -1,0 +1,169 @@
+#include "plan/course_shape.h"
+
+#include "gps/track_geometry.h"
+#include "model/constants.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace torvane {
+
+namespace {
+
+constexpr double noisySmoothing = 200; // m
+constexpr double gradeSpan = 60;       // m, over which grades are held against each other
+// %, rms between one such span and the next. Roads change by 1 to 2 where they are hilly; what is more is noise.
+constexpr double mostGradeChange = 3;
+constexpr double bendSmoothing = 30; // m
+
+double between(double from, double to, double part)
+{
+    return from + (to - from) * part;
+}
+
+CoursePoint pointBetween(const TrackPlace& from, const TrackPlace& to, double distance)
+{
+    double way = to.distance - from.distance;
+    double part = way > 0 ? (distance - from.distance) / way : 0;
+    CoursePoint point;
+    point.distance = distance;
+    point.rawHeight = between(from.height, to.height, part);
+    double turn = std::remainder(to.longitude - from.longitude, 360);
+    point.latitude = between(from.latitude, to.latitude, part);
+    point.longitude = from.longitude + turn * part;
+    return point;
+}
+
+// Means over `half` values on either side; near the ends over as many as both sides have, so that a slope stays one.
+std::vector<double> meansOf(const std::vector<double>& values, size_t half)
+{
+    std::vector<double> sums(values.size() + 1, 0);
+    for (size_t i = 0; i < values.size(); ++i)
+        sums[i + 1] = sums[i] + values[i];
+    std::vector<double> means(values.size());
+    for (size_t i = 0; i < values.size(); ++i) {
+        size_t reach = std::min({half, i, values.size() - 1 - i});
+        means[i] = (sums[i + reach + 1] - sums[i - reach]) / static_cast<double>(2 * reach + 1);
+    }
+    return means;
+}
+
+// Two means in a row, which together reach over the length.
+std::vector<double> smoothed(const std::vector<double>& values, double length, double step)
+{
+    size_t half = static_cast<size_t>(std::lround(length / step / 4));
+    return half == 0 ? values : meansOf(meansOf(values, half), half);
+}
+
+// m, of each rise of it.
+double climbedOf(const std::vector<double>& heights)
+{
+    double climbed = 0;
+    for (size_t i = 1; i < heights.size(); ++i)
+        climbed += std::max(0.0, heights[i] - heights[i - 1]);
+    return climbed;
+}
+
+// %, rms of the change from the grade of one span to that of the next.
+double gradeChangeOf(const std::vector<double>& heights, double step)
+{
+    size_t span = std::max<size_t>(1, static_cast<size_t>(std::lround(gradeSpan / step)));
+    double squares = 0;
+    size_t count = 0;
+    for (size_t i = 2 * span; i < heights.size(); ++i, ++count) {
+        double bent = heights[i] - 2 * heights[i - span] + heights[i - 2 * span];
+        squares += bent * bent;
+    }
+    return count == 0 ? 0 : 100 * std::sqrt(squares / static_cast<double>(count)) / (static_cast<double>(span) * step);
+}
+
+void setSlopes(Course& course)
+{
+    std::vector<CoursePoint>& points = course.points;
+    for (size_t i = 0; i + 1 < points.size(); ++i)
+        points[i].slope =
+            100 * (points[i + 1].height - points[i].height) / (points[i + 1].distance - points[i].distance);
+    points.back().slope = points[points.size() - 2].slope;
+}
+
+std::vector<double> column(const Course& course, double CoursePoint::*member)
+{
+    std::vector<double> values;
+    values.reserve(course.points.size());
+    for (const CoursePoint& point : course.points)
+        values.push_back(point.*member);
+    return values;
+}
+
+// deg, from one place a few points before to one a few behind.
+double headingAt(const std::vector<double>& latitudes, const std::vector<double>& longitudes, size_t from, size_t to)
+{
+    return bearing(latitudes[from], longitudes[from], latitudes[to], longitudes[to]);
+}
+
+// Longitudes that do not jump where the earth's date does.
+void unwrap(std::vector<double>& longitudes)
+{
+    for (size_t i = 1; i < longitudes.size(); ++i)
+        longitudes[i] = longitudes[i - 1] + std::remainder(longitudes[i] - longitudes[i - 1], 360);
+}
+
+} // namespace
+
+void stepAlong(std::span<const TrackPlace> places, Course& course)
+{
+    course.length = places.back().distance;
+    course.points.clear();
+    size_t next = 1;
+    auto add = [&](double distance) {
+        while (next + 1 < places.size() && places[next].distance < distance)
+            ++next;
+        course.points.push_back(pointBetween(places[next - 1], places[next], distance));
+    };
+    constexpr double leastStep = 0.5; // m, of the last
+    for (size_t i = 0; static_cast<double>(i) * course.step < course.length - leastStep; ++i)
+        add(static_cast<double>(i) * course.step);
+    add(course.length);
+}
+
+void shapeHeights(Course& course, double smoothing)
+{
+    std::vector<double> raw = column(course, &CoursePoint::rawHeight);
+    std::vector<double> heights = smoothed(raw, smoothing, course.step);
+    CourseFindings& findings = course.findings;
+    findings.smoothing = smoothing;
+    findings.smoothedMore = smoothing < noisySmoothing && gradeChangeOf(heights, course.step) > mostGradeChange;
+    if (findings.smoothedMore) {
+        findings.smoothing = noisySmoothing;
+        heights = smoothed(raw, noisySmoothing, course.step);
+    }
+    findings.noisy = gradeChangeOf(heights, course.step) > mostGradeChange;
+    findings.climbedRaw = climbedOf(raw);
+    findings.climbed = climbedOf(heights);
+    for (size_t i = 0; i < heights.size(); ++i)
+        course.points[i].height = heights[i];
+    setSlopes(course);
+}
+
+void shapeBends(Course& course)
+{
+    if (!course.findings.hasPlaces)
+        return;
+    std::vector<CoursePoint>& points = course.points;
+    size_t half = std::max<size_t>(1, static_cast<size_t>(std::lround(bendSmoothing / course.step / 2)));
+    std::vector<double> longitudes = column(course, &CoursePoint::longitude);
+    unwrap(longitudes);
+    longitudes = meansOf(longitudes, half);
+    std::vector<double> latitudes = meansOf(column(course, &CoursePoint::latitude), half);
+    size_t last = points.size() - 1;
+    for (size_t i = 0; i <= last; ++i) {
+        size_t from = i < half ? 0 : i - half, to = std::min(last, i + half);
+        points[i].heading = headingAt(latitudes, longitudes, from, to);
+        double turn =
+            std::remainder(headingAt(latitudes, longitudes, i, to) - headingAt(latitudes, longitudes, from, i), 360);
+        bool within = from < i && i < to;
+        points[i].bend = within ? std::fabs(turn) * pi / 180 / ((points[to].distance - points[from].distance) / 2) : 0;
+    }
+}
+
+} // namespace torvane
