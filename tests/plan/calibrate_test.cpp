@@ -1,0 +1,212 @@
+// Calibration against rides whose rider is known. TORVANE_MADE_RIDES is how many of the series there shall be.
+#include "plan/calibrate.h"
+#include "plan/made_ride.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <functional>
+
+namespace torvane {
+namespace {
+
+Model defaultModel()
+{
+    ParameterBlock block = defaultBlock();
+    return modelOf(block);
+}
+
+const Model model = defaultModel();
+
+CalibrationAnswer calibrate(const std::vector<MeasuredRide>& rides)
+{
+    return calibrateRides(model, rides, {});
+}
+
+bool holds(const CalibrationAnswer& answer, double truth)
+{
+    return truth >= answer.lowest && truth <= answer.highest;
+}
+
+double middle(std::vector<double> values)
+{
+    std::ranges::sort(values);
+    return values[values.size() / 2];
+}
+
+// Share by which a factor misses the work of a calm round of the same rider on another road.
+double missOfAnotherRide(const MadeCase& made, double factor)
+{
+    MadeRide calm = made.ride;
+    calm.windSpeed = 0;
+    calm.seed += 5000;
+    calm.terrain = static_cast<Terrain>((static_cast<int>(calm.terrain) + 1) % 3);
+    ThrustRide ride = thrustOf(model, makeRide(model, made.rider, calm), stagePedaling);
+    SecondUse use = markSeconds(ride, factor, {});
+    double predicted = 0, measured = 0;
+    for (const EnergyWindow& window : windowsOf(ride, use, 60)) {
+        predicted += window.predicted(factor, {}) * window.seconds;
+        measured += window.thrust * window.seconds;
+    }
+    return std::fabs(predicted / measured - 1);
+}
+
+struct Series {
+    double rms = 0, error = 0, before = 0, after = 0, another = 0;
+    int held = 0;
+};
+
+Series runSeries(int count, double windSpeed)
+{
+    Series series;
+    std::vector<double> errors, before, after, another;
+    for (int i = 0; i < count; ++i) {
+        MadeCase made = madeCase(static_cast<unsigned>(i), windSpeed);
+        CalibrationAnswer answer = calibrate({makeRide(model, made.rider, made.ride)});
+        series.rms += std::pow(answer.factor / made.rider.factor - 1, 2) / count;
+        series.held += holds(answer, made.rider.factor);
+        errors.push_back(answer.error / answer.factor);
+        before.push_back(answer.heldOut.before.blockError);
+        after.push_back(answer.heldOut.after.blockError);
+        another.push_back(missOfAnotherRide(made, answer.factor));
+    }
+    series = {std::sqrt(series.rms), middle(errors), middle(before), middle(after), middle(another), series.held};
+    printf("wind %.0f m/s: %d of %d hold the truth, rms %.1f %%, standard error %.1f %%, held out %.1f to %.1f %%, "
+           "another ride %.1f %%\n",
+           windSpeed, series.held, count, 100 * series.rms, 100 * series.error, 100 * series.before, 100 * series.after,
+           100 * series.another);
+    return series;
+}
+
+TEST(MadeRides, AreCalibratedWithinTheirIntervals)
+{
+    const char* wanted = std::getenv("TORVANE_MADE_RIDES");
+    int count = wanted ? std::atoi(wanted) : 12;
+    for (auto [wind, mostRms] : {std::pair{3.0, 0.07}, {0.0, 0.05}}) {
+        Series series = runSeries(count, wind);
+        EXPECT_GE(series.held, count * 9 / 10);
+        if (count >= 100) {
+            EXPECT_LE(series.held, count * 99 / 100);
+        }
+        EXPECT_LE(series.rms, mostRms);
+        EXPECT_LE(series.error, 0.07);
+        EXPECT_GE(series.before, 0.08);
+        EXPECT_LE(series.after, count >= 100 ? 0.04 : 0.05);
+        EXPECT_LE(series.another, 0.03);
+    }
+}
+
+TEST(Calibrate, FindsNoWindOneWayAndSaysHowLittleItKnows)
+{
+    for (double direction : {70.0, 250.0, 160.0}) { // ahead, behind, from the side
+        MadeRide made = {.way = Way::oneWay, .windSpeed = 3, .windDirection = direction};
+        CalibrationAnswer answer = calibrate({makeRide(model, {.factor = 0.9}, made)});
+        EXPECT_FALSE(answer.rides[0].foundWind);
+        EXPECT_EQ(std::hypot(answer.rides[0].wind.east, answer.rides[0].wind.north), 0);
+        EXPECT_TRUE(answer.doubts & doubtOneWay);
+        EXPECT_GT(answer.highest - answer.lowest, 0.4);
+        EXPECT_TRUE(holds(answer, 0.9)) << direction << ": " << answer.factor;
+    }
+}
+
+void everySecond(MeasuredRide& ride, const std::function<void(MeasuredSecond&, size_t)>& change)
+{
+    for (size_t i = 0; i < ride.seconds.size(); ++i)
+        change(ride.seconds[i], i);
+}
+
+struct Spoilt {
+    CalibrationFault fault;
+    std::function<void(MeasuredSecond&, size_t)> change;
+};
+
+TEST(Calibrate, RefusesWhatTellsNothing)
+{
+    using enum CalibrationFault;
+    const Spoilt table[] = {
+        {withoutPower, [](MeasuredSecond& s, size_t) { s.power = NAN; }},
+        {stillMeter, [](MeasuredSecond& s, size_t) { s.power = 0; }},
+        {withoutAltitude, [](MeasuredSecond& s, size_t) { s.altitude = NAN; }},
+        {withoutSpeed, [](MeasuredSecond& s, size_t) { s.speed = 0; }},
+        {constantSpeed, [](MeasuredSecond& s, size_t) { s.speed = 8; }},
+        {tooFewWindows, [](MeasuredSecond& s, size_t i) { s.power = i % 25 == 0 ? 21733 : s.power; }},
+        {tooFewWindows, [](MeasuredSecond& s, size_t i) { s.speed = i > 500 ? 2 : s.speed; }},
+    };
+    MeasuredRide good = makeRide(model, {}, {.seconds = 1800});
+    EXPECT_EQ(calibrate({good}).ridesUsed, 1U);
+    std::vector<MeasuredRide> rides;
+    for (const Spoilt& spoilt : table)
+        everySecond(rides.emplace_back(good), spoilt.change);
+    rides.emplace_back(good).seconds.resize(1);
+    rides.push_back(makeRide(model, {}, {.terrain = Terrain::flat, .way = Way::thereAndBack, .legLength = 700}));
+    CalibrationAnswer answer = calibrate(rides);
+    EXPECT_EQ(answer.ridesUsed, 0U);
+    EXPECT_EQ(calibrationOf(answer).dragFactor, 0);
+    for (size_t i = 0; i < std::size(table); ++i)
+        EXPECT_EQ(answer.rides[i].fault, table[i].fault) << i;
+    EXPECT_EQ(answer.rides[rides.size() - 2].fault, tooFewWindows);
+    EXPECT_EQ(answer.rides.back().fault, shortShuttle);
+}
+
+TEST(Calibrate, TakesSeveralRidesTogetherAndTellsWhenTheyDiffer)
+{
+    std::vector<MeasuredRide> rides;
+    for (unsigned seed : {1U, 2U, 3U})
+        rides.push_back(
+            makeRide(model, {.factor = 0.85}, {.windSpeed = 3, .windDirection = 90.0 * seed, .seed = seed}));
+    CalibrationAnswer same = calibrate(rides);
+    EXPECT_EQ(same.ridesUsed, 3U);
+    EXPECT_TRUE(holds(same, 0.85)) << same.factor;
+    EXPECT_LT(same.error, calibrate({rides[0]}).error);
+    EXPECT_NEAR(same.rides[0].wind.east, 3, 0.7);
+    EXPECT_NEAR(same.rides[1].wind.north, -3, 0.7);
+    EXPECT_FALSE(same.doubts & doubtRidesDiffer);
+    rides.push_back(makeRide(model, {.factor = 1.3}, {.seed = 4}));
+    EXPECT_TRUE(calibrate(rides).doubts & doubtRidesDiffer);
+    EXPECT_EQ(calibrate(rides).factor, calibrate(rides).factor) << "the same rides give the same answer";
+}
+
+// Spikes and a brake that nobody feels at the pedals are left out, each with its count.
+TEST(Calibrate, LeavesOutWhatIsNoPedalling)
+{
+    MeasuredRide ride = makeRide(model, {.factor = 1.1}, {.terrain = Terrain::hilly});
+    CalibrationAnswer clean = calibrate({ride});
+    EXPECT_GT(clean.rides[0].seconds[leftBraking], 20U) << "downhill";
+    ride.seconds[700].power = ride.seconds[1900].power = 21733;
+    CalibrationAnswer answer = calibrate({ride});
+    EXPECT_EQ(answer.rides[0].seconds[leftStrong], 2U);
+    EXPECT_TRUE(answer.doubts & doubtSpikes);
+    EXPECT_NEAR(answer.factor, clean.factor, 0.03);
+}
+
+TEST(Calibrate, IsAbsoluteAndKnowsWhereTheMeterSits)
+{
+    MeasuredRide ride = makeRide(model, {.factor = 1.2}, {});
+    double factor = calibrate({ride}).factor;
+    Model learned = model;
+    learned.calibration.dragFactor = 0.7F;
+    rebuildModel(learned);
+    CalibrationAnswer again = calibrateRides(learned, std::span(&ride, 1), {});
+    EXPECT_EQ(again.factor, factor);
+    EXPECT_NEAR(again.factorBefore, 0.7, 1e-6);
+    EXPECT_GT(calibrateRides(model, std::span(&ride, 1), {stageHub}).factor, factor)
+        << "the same watts behind the losses move more air";
+}
+
+TEST(Calibrate, TurnsAFactorIntoAnAngle)
+{
+    EXPECT_NEAR(*angleOfFactor(model, 1), model.state.torsoAngle, 0.01);
+    for (double factor : {0.7, 1.3, 1.6}) { // a rider who sits so has that factor of the profile
+        Model bent = model;
+        bent.state.torsoAngle = *angleOfFactor(model, factor);
+        rebuildModel(bent);
+        EXPECT_NEAR(calibrate({makeRide(bent, {}, {})}).factor, factor, 0.05 * factor);
+    }
+    EXPECT_FALSE(angleOfFactor(model, 0.5));
+    EXPECT_FALSE(angleOfFactor(model, 1.8));
+}
+
+} // namespace
+} // namespace torvane
