@@ -86,6 +86,7 @@ const FileCommand fileCommands[] = {
     {"load", {}, 1, ""},
     {"express", {}, 1, ""},
     {"analyse", {}, 1, ""},
+    {"analyse", {"--rows", "-"}, 1, ""},
     {"create", {}, 1, "out.fit"},
     {"combine", {}, 2, "out.fit"},
     {"convert", {}, 1, "out.fit"},
@@ -155,9 +156,20 @@ void batch(benchmark::State& state)
 }
 BENCHMARK(batch)->Name("console/batch")->Arg(1)->Arg(2)->ArgName("jobs")->UseRealTime()->Unit(benchmark::kMillisecond);
 
+// A graph of two million points as text, which goes out point by point.
+void graphAsJson(benchmark::State& state)
+{
+    console(state, {"--json", "--set", "decelerationIntervalMode=input", "pattern-braking",
+                    "rideTarget=intermittent braking", "rideForce=-20", "rideEndVelocity=1", "intervalDistance=10",
+                    "totalDistance=100000", "brakingInclination=-0.6"});
+}
+BENCHMARK(graphAsJson)->Name("console/graph as json/points:2110000")->UseRealTime()->Unit(benchmark::kMillisecond);
+
 std::string rowName(const FileCommand& command)
 {
-    return std::string("console/") + command.name + (command.kind == MadeFile::gpx ? " of gpx" : "");
+    bool tellsRows = !command.words.empty() && command.words[0] == "--rows";
+    return std::string("console/") + command.name + (command.kind == MadeFile::gpx ? " of gpx" : "") +
+           (tellsRows ? " with rows" : "");
 }
 
 int registerCommands()

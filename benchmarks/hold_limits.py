@@ -1,6 +1,6 @@
 """Holds the commands that work on files to their limits, by the figures of the benchmarks: what a file ten times as long
-costs, how much memory a command takes, and how much faster a batch is with two jobs. Prints every figure; fails when one is beyond its limit, or when a command
-was not measured that was asked for."""
+costs, how much memory a command takes, what rows and a long graph cost, and how much faster a batch is with two jobs.
+Prints every figure; fails when one is beyond its limit, or when a command was not measured that was asked for."""
 
 import json
 import sys
@@ -12,7 +12,11 @@ MORE_THAN_FILES = 16.0  # MB that a tool may take beside its source and destinat
 # MB of the commands that write a ride from rows of their own for its records.
 ROW_MEMORY = {"stroke": 80.0, "prepare": 80.0}
 LEAST_GAIN = 1.8  # of the second job of a batch, by the clock
-COMMANDS = ("ride of gpx", "load", "express", "analyse", "create", "compare", *FIT_TOOLS, *ROW_MEMORY)
+ROWS_MORE = {"cpu ms": 60.0, "peak MB": 6.0}  # what the rows of a long ride cost beside its analysis
+GRAPH = ("graph as json", 2_110_000)
+GRAPH_MEMORY = 200.0  # MB: the points, with room to grow, and nothing of the text
+ANALYSES = ("analyse", "analyse with rows")
+COMMANDS = ("ride of gpx", "load", "express", *ANALYSES, "create", "compare", *FIT_TOOLS, *ROW_MEMORY)
 
 
 def measured(path):
@@ -40,11 +44,29 @@ def batch_faults(figures):
     return [] if gain >= LEAST_GAIN else [f"batch: two jobs are {gain:.2f} times as fast, not {LEAST_GAIN}"]
 
 
+def held(name, figure, limit, unit):
+    print(f"{name}: {figure:.1f} {unit}, at most {limit:.0f}")
+    return [] if figure <= limit else [f"{name}: {figure:.1f} {unit}, not at most {limit:.0f}"]
+
+
+def answer_faults(figures):
+    """Of answers for programs: rows and JSON, which go out while they come to be."""
+    with_rows, without = (figures.get((command, LARGE)) for command in reversed(ANALYSES))
+    graph = figures.get(GRAPH)
+    if with_rows is None or without is None or graph is None:
+        return ["rows of an analysis, or a long graph: not measured"]
+    faults = held("graph as json", graph["peak MB"], GRAPH_MEMORY, "MB")
+    for counter, limit in ROWS_MORE.items():
+        faults += held("rows of an analysis", with_rows[counter] - without[counter], limit, "more " + counter)
+    return faults
+
+
 def main(path, complete):
     figures = measured(path)
     measured_commands = {command for command, _ in figures}
-    wanted = COMMANDS if complete else sorted(measured_commands - {"batch"})
+    wanted = COMMANDS if complete else sorted(measured_commands - {"batch", GRAPH[0]})
     faults = batch_faults(figures) if complete or "batch" in measured_commands else []
+    faults += answer_faults(figures) if complete else []
     for command in wanted:
         small, large = figures.get((command, SMALL)), figures.get((command, LARGE))
         if small is None or large is None:

@@ -45,7 +45,9 @@ std::string jsonNumber(double value)
 {
     if (!std::isfinite(value))
         return "null";
-    return formatText("%.12g", value);
+    constexpr int shownDigits = 12;
+    char digits[32];
+    return {digits, std::to_chars(digits, digits + sizeof digits, value, std::chars_format::general, shownDigits).ptr};
 }
 
 std::string jsonExact(double value)

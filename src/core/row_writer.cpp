@@ -28,6 +28,13 @@ std::string quotedText(std::string_view text)
     return quoted + '"';
 }
 
+// Whether a cell would end within the text, or would not read as it is.
+bool needsQuotes(std::string_view text)
+{
+    return std::ranges::any_of(text,
+                               [](char c) { return c == ',' || c == '"' || c == '\r' || c == '\n' || c == '\t'; });
+}
+
 // There is no way to quote in these; what would end a cell becomes a blank.
 std::string tsvText(std::string_view text)
 {
@@ -56,17 +63,23 @@ char* writePlain(char* to, double value, int decimals)
     uint64_t whole = static_cast<uint64_t>(scaled + wholesAlone - wholesAlone);
     if (value < 0 && whole != 0)
         *to++ = '-';
-    uint64_t power = powersOfTen[decimals];
-    bool below = whole < power; // of 1: a one is put in front, and becomes the zero that stands before the point
-    whole += below ? power : 0;
-    char* end = std::to_chars(to, to + longestNumber, whole).ptr;
-    *to = below ? '0' : *to;
-    if (decimals == 0)
-        return end;
-    char* point = end - decimals;
-    std::memmove(point + 1, point, static_cast<size_t>(decimals));
-    *point = '.';
-    return end + 1;
+    // From the last one to the first; then they go over at one stroke of fixed length.
+    char digits[2 * longestNumber] = {};
+    char* end = digits + longestNumber;
+    char* first = end;
+    auto putDigit = [&] {
+        *--first = static_cast<char>('0' + whole % 10);
+        whole /= 10;
+    };
+    for (int i = 0; i < decimals; ++i)
+        putDigit();
+    if (decimals > 0)
+        *--first = '.';
+    do
+        putDigit();
+    while (whole != 0);
+    std::memcpy(to, first, longestNumber);
+    return to + (end - first);
 }
 
 } // namespace
@@ -136,7 +149,7 @@ void RowWriter::text(std::string_view value)
         return put(jsonString(value));
     if (looksLikeFormula(value))
         put("'");
-    if (value.find_first_of(",\"\r\n\t") == value.npos)
+    if (!needsQuotes(value))
         return put(value);
     put(format == RowFormat::csv ? quotedText(value) : tsvText(value));
 }
