@@ -161,18 +161,21 @@ std::string answersText(const Command& command)
 {
     std::string text, group;
     std::vector<std::string> words;
+    auto endGroup = [&] {
+        words.back().pop_back(); // the comma
+        text += describedLine("answers: " + group, words);
+        words.clear();
+    };
     for (const FigureInfo& info : command.figures ? command.figures(command) : std::vector<FigureInfo>()) {
-        if (info.group != group) {
-            text += describedLine("answers: " + group, words);
-            words.clear();
-        }
+        if (info.group != group && !words.empty())
+            endGroup();
         group = info.group;
         words.push_back(info.name + (*info.unit != '\0' ? std::string(" ") + info.unit : "") + ",");
     }
     if (words.empty())
         return {};
-    words.back().pop_back();
-    return "\nfigures (--json)\n" + text + describedLine("answers: " + group, words);
+    endGroup();
+    return "\nfigures (--json)\n" + text;
 }
 
 std::string commandHelp(const Session& session, const Command& command)

@@ -78,7 +78,8 @@ StatusCode readAndAnalyse(Ride& ride)
 ReportedRide reported(const Ride& ride, FitReportMode mode)
 {
     const Analysis& a = ride.analysis;
-    return {ride.loaded.path, mode, a.stats.inventory, a.stats.summary, ride.loaded.presence, a.settings, a.flags};
+    const LoadedRide& l = ride.loaded;
+    return {l.path, mode, a.stats.inventory, a.stats.summary, l.presence, a.settings, a.flags, l.sessions, l.laps};
 }
 
 constexpr uint32_t predictedFields = predictedCadence | predictedPower;

@@ -29,8 +29,9 @@ StatusCode load(Session& session, LoadedRide&& ride)
         return reportStatus(session.screens, ride.path, code);
     session.take(std::move(ride));
     const LoadedRide& loaded = session.ride;
-    ReportedRide reported = {loaded.path,    reportLoaded,    loaded.inventory,
-                             loaded.summary, loaded.presence, session.working};
+    ReportedRide reported = {
+        loaded.path, reportLoaded,    loaded.inventory, loaded.summary, loaded.presence, session.working,
+        0,           loaded.sessions, loaded.laps};
     session.figures = summaryFigures(reported);
     reportSummary(session.screens, reported);
     reportStatus(session.screens, loaded.path, fitLoaded);

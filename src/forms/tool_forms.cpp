@@ -277,6 +277,17 @@ int32_t enteredOffset(const FormState& state)
     return static_cast<int32_t>(enteredSeconds(state));
 }
 
+// The dialog has no control for the offset as a whole: its days stand for it.
+Verdict refuseOffset(FormState& state, int64_t entered)
+{
+    const Row& whole = timestampRows[firstPartRow + partSeconds];
+    const char* frame = entered > 0 ? "found too large value of %s" : "found too small value of %s";
+    if (state.withoutControls)
+        showValue(state, whole, static_cast<double>(entered));
+    return refuseRow(state, state.withoutControls ? whole : timestampRows[firstPartRow],
+                     formatText(frame, whole.messageName));
+}
+
 // A sum beyond 32 bits would come to another shift; one below 0 leads back by its complement.
 Verdict checkOffset(FormState& state)
 {
@@ -285,8 +296,7 @@ Verdict checkOffset(FormState& state)
     int64_t entered = enteredSeconds(state);
     if (!verdict.passed || std::abs(entered) <= most)
         return verdict;
-    const char* frame = entered > 0 ? "found too large value of %s" : "found too small value of %s";
-    return {false, {{"warning", formatText(frame, timestampRows[firstPartRow + partSeconds].messageName)}}};
+    return refuseOffset(state, entered);
 }
 
 // The two ways to enter the offset follow each other.
@@ -302,10 +312,14 @@ void offsetChanged(FormState& state, const Row& row)
     }
 }
 
+// An offset beyond its limits is confirmed in order to be refused.
 bool movesTime(const FormState& state)
 {
+    const Row& offset = timestampRows[firstPartRow + partSeconds];
+    double seconds = shownValue(state, offset);
+    bool moves = state.values.timestampOffset != 0 || seconds < offset.least || seconds > offset.most;
     bool whole = part(state, partDays) != 0 || part(state, partHours) != 0 || part(state, partMinutes) != 0;
-    return whole || (state.withoutControls && state.values.timestampOffset != 0);
+    return whole || (state.withoutControls && moves);
 }
 
 // With the seconds that the parts do not show, unless one of them was entered.

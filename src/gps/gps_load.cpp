@@ -187,8 +187,9 @@ size_t tableBytes(const FitInventory& inventory)
     return inventory.recordCount * sizeof(GpsRecord) + summaries * sizeof(SessionLapEntry);
 }
 
-StatusCode runPasses(const FitImage& image, FitContents& contents)
+StatusCode runPasses(LoadedRide& ride, FitContents& contents)
 {
+    const FitImage& image = ride.image;
     const FitInventory& inventory = contents.inventory;
     RecordDefinitions recordDefinitions;
     StatusCode code = scanFitMessages(image, contents, recordDefinitions);
@@ -198,10 +199,12 @@ StatusCode runPasses(const FitImage& image, FitContents& contents)
         code = fitTooLarge;
     if (code != fitOk)
         return code;
-    std::vector<SessionLapEntry> sessions(inventory.sessionCount + 1);
-    std::vector<SessionLapEntry> laps(inventory.lapCount + 1);
-    code = extractFitMessages(image, contents, sessions, laps);
-    summariseFitMessages(contents, sessions, laps);
+    ride.sessions.assign(inventory.sessionCount + 1, {});
+    ride.laps.assign(inventory.lapCount + 1, {});
+    code = extractFitMessages(image, contents, ride.sessions, ride.laps);
+    summariseFitMessages(contents, ride.sessions, ride.laps);
+    ride.sessions.pop_back(); // what lies behind the last one
+    ride.laps.pop_back();
     return code;
 }
 
@@ -210,7 +213,7 @@ StatusCode runPasses(const FitImage& image, FitContents& contents)
 StatusCode gatherActivity(LoadedRide& ride)
 {
     FitContents contents;
-    if (StatusCode code = runPasses(ride.image, contents))
+    if (StatusCode code = runPasses(ride, contents))
         return code;
     ride.inventory = std::move(contents.inventory);
     ride.summary = contents.summary;

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace torvane {
 
@@ -58,6 +59,7 @@ struct LoadedRide {
     FitInventory inventory = {};
     FitSummary summary = {};
     FieldPresence presence = {};
+    std::vector<SessionLapEntry> sessions = {}, laps = {}; // in file order, as the device has summed them up
     AnalysisReadiness readiness = readyForAnalysis;
     // Of a ride without a file of its own, whose path is a name alone: what its commands take instead. Shared, since
     // whoever asks about a ride has a copy of it.

@@ -2,6 +2,9 @@
 
 #include "core/units.h"
 
+#include <limits>
+#include <type_traits>
+
 namespace torvane {
 
 namespace {
@@ -158,6 +161,103 @@ constexpr Row summaryRows[] = {
     {"maxRearBrake", "Cel", summed<&FitSummary::maxRearBrake>, hasBraking},
 };
 
+// Sessions and laps. A field that the device has not filled in is 0, or all bits of its type.
+
+using EntryRow = FigureRow<SessionLapEntry>;
+
+template <auto member>
+bool isTold(const SessionLapEntry& entry)
+{
+    using Value = std::remove_cvref_t<decltype(entry.*member)>;
+    return entry.*member != 0 && entry.*member != std::numeric_limits<Value>::max();
+}
+
+template <auto member>
+constexpr EntryRow entryRow(const char* name, const char* unit, double (*value)(const SessionLapEntry&))
+{
+    return {name, unit, value, isTold<member>};
+}
+
+template <auto member>
+constexpr EntryRow plainRow(const char* name, const char* unit)
+{
+    return entryRow<member>(name, unit, [](const SessionLapEntry& e) { return static_cast<double>(e.*member); });
+}
+
+template <auto member>
+constexpr EntryRow timeRow(const char* name)
+{
+    return entryRow<member>(name, "sec since 1970",
+                            [](const SessionLapEntry& e) { return static_cast<double>(e.*member + fitEpoch); });
+}
+
+template <auto member>
+constexpr EntryRow secondsRow(const char* name)
+{
+    return entryRow<member>(name, "sec", [](const SessionLapEntry& e) { return e.*member / 1000.0; });
+}
+
+template <auto member>
+constexpr EntryRow degreesRow(const char* name)
+{
+    return entryRow<member>(name, "deg", [](const SessionLapEntry& e) { return degreesOf(e.*member); });
+}
+
+template <auto member>
+constexpr EntryRow metresRow(const char* name)
+{
+    return entryRow<member>(name, "m", [](const SessionLapEntry& e) { return metresOf(e.*member); });
+}
+
+template <auto member>
+constexpr EntryRow kphRow(const char* name)
+{
+    return entryRow<member>(name, "kph", [](const SessionLapEntry& e) { return e.*member * kphPerMps / 1000.0; });
+}
+
+using Entry = SessionLapEntry;
+
+constexpr EntryRow entryRows[] = {
+    {"sport", "", [](const Entry& e) { return static_cast<double>(e.sport); }},
+    {"recordCount", "", [](const Entry& e) { return static_cast<double>(e.recordCount); }},
+    timeRow<&Entry::startTime>("startTime"),
+    timeRow<&Entry::timestamp>("timestamp"),
+    secondsRow<&Entry::totalElapsed>("totalElapsed"),
+    secondsRow<&Entry::totalTimer>("totalTimer"),
+    secondsRow<&Entry::totalMovingTime>("totalMovingTime"),
+    degreesRow<&Entry::startLatitude>("startLatitude"),
+    degreesRow<&Entry::startLongitude>("startLongitude"),
+    degreesRow<&Entry::endLatitude>("endLatitude"),
+    degreesRow<&Entry::endLongitude>("endLongitude"),
+    metresRow<&Entry::avgAltitude>("avgAltitude"),
+    metresRow<&Entry::maxAltitude>("maxAltitude"),
+    metresRow<&Entry::minAltitude>("minAltitude"),
+    entryRow<&Entry::totalDistance>("totalDistance", "km", [](const Entry& e) { return e.totalDistance / 100000.0; }),
+    kphRow<&Entry::avgSpeed>("avgSpeed"),
+    kphRow<&Entry::maxSpeed>("maxSpeed"),
+    plainRow<&Entry::avgTemperature>("avgTemperature", "Cel"),
+    plainRow<&Entry::maxTemperature>("maxTemperature", "Cel"),
+    plainRow<&Entry::avgHeartRate>("avgHeartRate", "bpm"),
+    plainRow<&Entry::maxHeartRate>("maxHeartRate", "bpm"),
+    plainRow<&Entry::minHeartRate>("minHeartRate", "bpm"),
+    plainRow<&Entry::avgCadence>("avgCadence", "rpm"),
+    plainRow<&Entry::maxCadence>("maxCadence", "rpm"),
+    plainRow<&Entry::avgPower>("avgPower", "W"),
+    plainRow<&Entry::maxPower>("maxPower", "W"),
+    plainRow<&Entry::normalizedPower>("normalizedPower", "W"),
+    plainRow<&Entry::totalCalories>("totalCalories", "kcal"),
+    plainRow<&Entry::totalFatCalories>("totalFatCalories", "kcal"),
+};
+
+void addEntries(Figures& figures, const char* name, std::span<const SessionLapEntry> entries)
+{
+    if (entries.empty())
+        return;
+    Figures::Group& group = figures.groups.emplace_back(Figures::Group{name, {}});
+    for (const SessionLapEntry& entry : entries)
+        addFigures(group.items.emplace_back(), entryRows, entry);
+}
+
 // Comparisons
 
 using PowerRow = FigureRow<PowerComparison>;
@@ -270,6 +370,8 @@ Figures summaryFigures(const ReportedRide& ride)
 {
     Figures figures;
     addFigures(figures.values, summaryRows, ride);
+    addEntries(figures, "sessions", ride.sessions);
+    addEntries(figures, "laps", ride.laps);
     return figures;
 }
 
@@ -277,6 +379,8 @@ std::vector<FigureInfo> summaryFigureInfos()
 {
     std::vector<FigureInfo> infos;
     addInfos(infos, summaryRows);
+    addInfos(infos, entryRows, "sessions");
+    addInfos(infos, entryRows, "laps");
     return infos;
 }
 

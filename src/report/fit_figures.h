@@ -8,6 +8,7 @@
 
 namespace torvane {
 
+// Sessions and laps are groups of their own.
 Figures summaryFigures(const ReportedRide& ride);
 std::vector<FigureInfo> summaryFigureInfos();
 

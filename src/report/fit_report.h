@@ -9,6 +9,7 @@
 #include "gps/loaded_ride.h"
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -51,6 +52,8 @@ struct ReportedRide {
     const FieldPresence& presence;
     const ParameterBlock& settings;
     uint32_t analysisFlags = 0; // bit 0: outliers were rejected and the track smoothed
+    // As the device has summed them up, whatever an analysis makes of the records.
+    std::span<const SessionLapEntry> sessions = {}, laps = {};
 };
 
 // Clears the lower pane and writes the summary.

@@ -1,8 +1,11 @@
 // The console as its user meets it: what it takes, what it refuses and in which words, exit codes, output.
 #include "console_fixture.h"
 
+#include "cli/entry_help.h"
+#include "command/command_table.h"
 #include "command/session.h"
 #include "core/parameter_file.h"
+#include "core/text.h"
 #include "figures.h"
 #include "forms/form.h"
 #include "version.h"
@@ -39,7 +42,9 @@ TEST_F(Console, RefusesAndTeaches)
         {{"convert", "/no/a.fit", "b.fit"}, "error: not existing a source file\ntorvane-cli: source is /no/a.fit\n"},
         {{"--", "--help"}, "torvane-cli: unknown command --help\n"},
         {{"801", "ridePowr=3"}, "torvane-cli: power-and-velocity has no entry ridePowr; did you mean ridePower?\n"},
-        {{"timestamp", "days=50000", "a.fit", "b.fit"}, "warning: found too large value of a timestamp offset\n"},
+        {{"timestamp", "days=50000", "a.fit", "b.fit"},
+         "warning: found too large value of a timestamp offset\n"
+         "torvane-cli: timestampOffset takes -2147483648 to 4294967295 sec, not 4320000000\n"},
         {{"801", "humanWeight=70"},
          "torvane-cli: humanWeight is an entry of a page: give it as --set humanWeight=...\n"},
         {{"--set", "ridePower=3", "801"},
@@ -79,6 +84,31 @@ TEST_F(Console, RefusesAndTeaches)
     EXPECT_EQ(call({}).code, 2);
     EXPECT_EQ(call({"--save", "801"}).err,
               "torvane-cli: --save needs --par FILE: there is no file to keep the defaults in\n");
+}
+
+// Of each command's and page's numbers, in view or hidden by a choice.
+TEST_F(Console, WhateverNumberIsRefusedTheLimitsAreTold)
+{
+    std::string ride = put("a.fit", plainRide());
+    int refused = 0;
+    for (const Command& command : commandTable()) {
+        std::vector<std::string> files(std::string_view(command.files.pattern).starts_with("A.fit") ? 3 : 2, ride);
+        files.back() = in + "out.fit";
+        for (const Form* form : command.entry == Entry::sheet ? formsOf(command.sheet) : formsOf(command)) {
+            for (const Row& row : form->rows) {
+                if (!row.name || (row.kind != RowKind::real && row.kind != RowKind::whole))
+                    continue;
+                for (double value : {row.least - 1, row.most + 1, -1e17, 1e17}) {
+                    std::string entry = row.name + formatText("=%.0f", value);
+                    std::vector<std::string> rest = {"--force", consoleName(command), entry};
+                    Call made = call(rest, command.files.pattern[0] != '\0' ? files : std::vector<std::string>());
+                    refused += made.code == 2;
+                    EXPECT_TRUE(made.code != 2 || contains(made.err, " take")) << entry << ": " << made.err;
+                }
+            }
+        }
+    }
+    EXPECT_GT(refused, 700);
 }
 
 TEST_F(Console, PrintsPaneAndStatusApart)

@@ -95,6 +95,8 @@ TEST_F(ConsoleTest, FiguresHoldEveryNumberOfAReport)
             EXPECT_TRUE(isAmong(figures, (*found)[2])) << (*found)[2] << " of " << arguments.back() << text;
     }
     EXPECT_TRUE(contains(call({"--json", "801"}).out, "\"units\": {\"velocity\": \"kph\", "));
+    std::string loaded = call({"--json", "load", rated}).out;
+    EXPECT_TRUE(contains(loaded, R"("sessions": [{"sport": 2, "recordCount": 90, "startTime": 1631065600, )"));
     EXPECT_TRUE(contains(call({"help", "801"}).out, "  answers:                  velocity kph,"));
     EXPECT_FALSE(contains(call({"--json", "803", "rideStartVelocity=10", "rideEndVelocity=10"}).out, "figures"));
 }
