@@ -14,6 +14,7 @@ namespace {
 
 constexpr double walkingSpeed = 4 / 3.6; // m/s
 constexpr double leastRolled = 0.3;      // m/s; below it forces are those of there
+constexpr double steadyAccele = 0.05;    // m/s2: who sets off turns slowly in any gear
 constexpr double standsBelow = 0.6;      // m/s, of who brakes for a stop
 
 struct Forces {
@@ -47,10 +48,10 @@ public:
     }
 
 private:
-    Forces forcesAt(double speed, double power)
+    Forces forcesAt(double speed, double power, RoadAhead::Losses losses)
     {
         double rolled = std::max(speed, leastRolled);
-        Forces forces = {road.thrustFor(power, rolled), road.resistance(rolled), 0};
+        Forces forces = {road.thrustFor(power, rolled, losses), road.resistance(rolled), 0};
         forces.accele = (forces.thrust - forces.resistance) / (rolled * mass);
         return forces;
     }
@@ -64,8 +65,9 @@ private:
             return;
         }
         road.shift(now.speed);
-        double middle = std::max(0.0, now.speed + forcesAt(now.speed, wanted).accele * dt / 2);
-        Forces forces = forcesAt(middle, wanted);
+        double middle =
+            std::max(0.0, now.speed + forcesAt(now.speed, wanted, RoadAhead::Losses::asBefore).accele * dt / 2);
+        Forces forces = forcesAt(middle, wanted, RoadAhead::Losses::exact);
         double speed = std::max(0.0, now.speed + forces.accele * dt);
         double allowed = allowedAfter(speed);
         now.going = road.power > 0 ? Going::pedalling : Going::coasting;
@@ -131,7 +133,8 @@ private:
         now.gear = static_cast<int16_t>(road.gear);
         addEnergy(forces, std::max(middle, leastRolled), way * part);
         heatBrakes(part * dt);
-        sums.add(now, part * dt, way * part, forces.accele);
+        bool steady = std::fabs(forces.accele) < steadyAccele && speed > road.slowest();
+        sums.add(now, part * dt, way * part, steady);
     }
 
     // J over a way; powers over their speed are forces.
@@ -207,8 +210,12 @@ private:
         out.seconds = now.time;
         sums.finish();
         out.energy.kinetic = mass * now.speed * now.speed / 2;
-        double climb = ride.course.points.back().height - ride.course.points.front().height;
-        out.energy.heights = climb * ride.model.state.totalWeight * standardGravity;
+        const std::vector<CoursePoint>& points = ride.course.points;
+        for (size_t i = 0; i + 1 < points.size(); ++i) {
+            double rise = std::sin(std::atan(points[i].slope / 100));
+            out.energy.heights += rise * (points[i + 1].distance - points[i].distance);
+        }
+        out.energy.heights *= ride.model.state.totalWeight * standardGravity;
     }
 
     const RideConditions& ride;

@@ -34,7 +34,7 @@ struct EnergyBalance {
     double thrust = 0; // of rider and motor, at the road
     double slope = 0, air = 0, rolling = 0, brakes = 0, kinetic = 0;
     double walked = 0;  // what it takes to push the bicycle on foot
-    double heights = 0; // weight times height of arrival above start; nearly `slope`
+    double heights = 0; // weight times the rises of the course, point by point; must come to `slope`
 };
 
 struct CourseRide {
@@ -43,7 +43,7 @@ struct CourseRide {
     double movingSeconds = 0;
     double pedalSeconds = 0, coastSeconds = 0, brakeSeconds = 0, walkSeconds = 0;
     double walkMetres = 0;
-    double lowestCadence = 0;           // rpm pedalled for 5 s or more; 0 who never pedals
+    double lowestCadence = 0;           // rpm at a steady speed; 0 who never pedals so
     double topSpeed = 0;                // m/s
     double meanPower = 0;               // W over the time in motion
     double normalisedPower = 0;         // W

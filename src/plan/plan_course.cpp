@@ -1,9 +1,9 @@
 #include "plan/plan_course.h"
 
-#include "core/calibration.h"
 #include "plan/pacing.h"
 #include "plan/power_solving.h"
 #include "plan/ridden_power.h"
+#include "plan/stretches.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,71 +12,159 @@ namespace torvane {
 
 namespace {
 
-// The planned ride on its way; what every part of it reads.
-struct Planning {
-    RideConditions conditions;
-    PlannedCourse& planned;
-
-    const PlanOptions& options() const
-    {
-        return conditions.options;
-    }
-    CourseRide ride(const PowerProfile& profile, bool keepsSteps = false) const
-    {
-        CourseRide ridden;
-        rideCourse(conditions, profile, ridden, keepsSteps);
-        return ridden;
-    }
-};
-
-double firstPower(const Planning& planning)
+double firstPower(const RideConditions& conditions)
 {
-    const PlanOptions& options = planning.options();
-    if (options.effort == effortFtpShare)
-        return std::max(leastSolved, planning.conditions.model.state.ftp * options.ftpShare / 100);
-    return options.power;
+    const PlanOptions& options = conditions.options;
+    double ofThreshold = conditions.model.state.ftp * options.ftpShare / 100;
+    return std::clamp(options.effort == effortFtpShare ? ofThreshold : options.power, leastSolved, mostSolved);
 }
 
-double reachedBy(const CourseRide& ride, bool time)
+Aim aimOf(const RideConditions& conditions)
 {
-    return time ? ride.seconds : ride.normalisedPower;
+    bool time = conditions.options.effort == effortTime;
+    return {time, time ? conditions.options.time : firstPower(conditions)};
 }
 
-StatusCode planEven(Planning& planning)
+StatusCode fault(const Aim& aim)
 {
-    PlannedCourse& planned = planning.planned;
-    planned.power = firstPower(planning);
-    planned.profile = constantPower(planned.power);
-    if (planning.options().effort == effortPower)
-        return fitOk;
-    bool time = planning.options().effort == effortTime;
-    double wanted = time ? planning.options().time : planned.power;
-    auto factor = solveFactor(planned.power, wanted, !time,
-                              [&](double by) { return reachedBy(planning.ride(scaled(planned.profile, by)), time); });
-    if (!factor)
-        return time ? planTimeOutOfReach : planPowerOutOfReach;
-    planned.power *= *factor;
-    planned.profile = scaled(planned.profile, *factor);
+    return aim.time ? planTimeOutOfReach : planPowerOutOfReach;
+}
+
+StatusCode planEven(Planning& planning, PlannedCourse& planned)
+{
+    double watts = firstPower(planning.conditions);
+    Aim aim = aimOf(planning.conditions);
+    planned.profile = constantPower(watts);
+    if (planning.conditions.options.effort != effortPower && !planning.solve(planned.profile, aim, watts))
+        return fault(aim);
+    planned.power = planned.profile.watts[0];
     return fitOk;
+}
+
+// As even power would do it, whose normalised power then is what is spent otherwise.
+StatusCode aimByEven(Planning& planning, PlannedCourse& planned, Aim& aim)
+{
+    if (StatusCode code = planEven(planning, planned))
+        return code;
+    planned.even = planning.ride(planned.profile);
+    planned.evenPower = planned.power;
+    aim = aimOf(planning.conditions);
+    if (!aim.time)
+        aim.wanted = planned.even.normalisedPower;
+    return fitOk;
+}
+
+PowerProfile pacedAt(Planning& planning, double watts)
+{
+    bool three = planning.conditions.options.pacing == pacingThree;
+    return three ? threePowers(planning.conditions, watts) : leastTimeAt(planning, watts);
+}
+
+// Even power at the normalised power that was found, where that is another than it was solved for.
+bool evenBeside(Planning& planning, PlannedCourse& planned)
+{
+    PowerProfile even = constantPower(planned.power);
+    if (!planning.solve(even, {false, planned.power}, planned.power))
+        return false;
+    planned.even = planning.ride(even);
+    planned.evenPower = even.watts[0];
+    return true;
+}
+
+StatusCode planPaced(Planning& planning, PlannedCourse& planned)
+{
+    Aim aim;
+    if (StatusCode code = aimByEven(planning, planned, aim))
+        return code;
+    planned.power = planned.even.normalisedPower;
+    int rounds = aim.time ? 2 : 1; // a time that is met with less power wants that power's plan
+    for (int round = 0; round < rounds; ++round) {
+        planned.profile = pacedAt(planning, planned.power);
+        if (!planning.solve(planned.profile, aim, planned.power))
+            return fault(aim);
+        planned.power = planning.ride(planned.profile).normalisedPower;
+    }
+    return !aim.time || evenBeside(planning, planned) ? fitOk : planPowerOutOfReach;
+}
+
+StatusCode planAsRidden(Planning& planning, PlannedCourse& planned, Progress* progress)
+{
+    const RideConditions& conditions = planning.conditions;
+    RiddenPower ridden;
+    if (StatusCode code = readRiddenPower(conditions.options.asRidden, ridden, progress))
+        return code;
+    double length = conditions.course.length;
+    constexpr double same = 0.05; // two recordings of one road differ by less
+    bool sameRoad = std::fabs(ridden.length / length - 1) < same;
+    planned.profile = ridden.profile;
+    planned.profile.step *= sameRoad ? length / ridden.length : 1;
+    planned.coveredShare = sameRoad ? 1 : std::min(1.0, ridden.length / length);
+    constexpr double most = 0.5;
+    return planned.coveredShare < most ? planWithoutPower : fitOk;
+}
+
+void tellThree(const RideConditions& conditions, PlannedCourse& planned)
+{
+    for (size_t i = 0; i < conditions.course.points.size(); ++i)
+        planned.threePowers[static_cast<size_t>(slopeClassOf(conditions.options, conditions.course.points[i].slope))] =
+            planned.profile.watts[i];
+}
+
+void tellStretches(Planning& planning, PlannedCourse& planned)
+{
+    const RideConditions& conditions = planning.conditions;
+    size_t most = static_cast<size_t>(conditions.options.stretches);
+    planned.stretches = stretchesOf(planned.ride, conditions.course.length, most);
+    PowerProfile profile = profileOf(planned.stretches);
+    if (planning.solve(profile, {false, planned.ride.normalisedPower}, planned.power))
+        planned.stretchSeconds = planning.ride(profile).seconds;
+    if (planned.stretchSeconds == 0 || planned.stretchSeconds >= planned.even.seconds) {
+        planned.stretches = {{0, conditions.course.length, planned.even.pedalSeconds, planned.evenPower}};
+        planned.stretchSeconds = planned.even.seconds;
+    }
+}
+
+// Riders give a power as the mean of a ride or as its normalised power, and do not always know which.
+void tellBand(Planning& planning, PlannedCourse& planned)
+{
+    constexpr double leastRatio = 1.02, calibrated = 0.05, uncalibrated = 0.10;
+    const CourseRide& ride = planned.ride;
+    double ratio = ride.meanPower > 0 ? std::max(leastRatio, ride.normalisedPower / ride.meanPower) : leastRatio;
+    int32_t effort = planning.conditions.options.effort;
+    bool isNormalised = effort == effortNormalised || effort == effortFtpShare ||
+                        (planning.conditions.options.pacing != pacingEven && effort != effortAsRidden);
+    double other = planning.ride(scaled(planned.profile, isNormalised ? ratio : 1 / ratio)).movingSeconds;
+    double wider = hasDragFactor(planning.conditions.model.calibration) ? calibrated : uncalibrated;
+    planned.fastest = std::min(other, ride.movingSeconds) * (1 - wider);
+    planned.slowest = std::max(other, ride.movingSeconds) * (1 + wider);
+}
+
+StatusCode planEffort(Planning& planning, PlannedCourse& planned, Progress* progress)
+{
+    const PlanOptions& options = planning.conditions.options;
+    if (options.effort == effortAsRidden)
+        return planAsRidden(planning, planned, progress);
+    return options.pacing == pacingEven ? planEven(planning, planned) : planPaced(planning, planned);
 }
 
 } // namespace
 
 StatusCode planCourse(const Model& model, const ParameterBlock& settings, const Course& course,
-                      const PlanOptions& options, PlannedCourse& planned, Progress*)
+                      const PlanOptions& options, PlannedCourse& planned, Progress* progress)
 {
     planned = {};
-    Planning planning = {{model, settings, course, options}, planned};
-    StatusCode code = planEven(planning);
-    if (code == fitOk)
-        planned.ride = planning.ride(planned.profile, true);
-    return code;
-}
-
-std::array<WhatIfAnswer, whatIfCount> whatIfs(const Model&, const ParameterBlock&, const Course&, const PlanOptions&,
-                                              const PlannedCourse&)
-{
-    return {};
+    Planning planning(model, settings, course, options, progress);
+    if (StatusCode code = planEffort(planning, planned, progress))
+        return code;
+    planned.ride = planning.ride(planned.profile, true);
+    if (options.effort == effortAsRidden)
+        planned.power = planned.ride.normalisedPower;
+    else if (options.pacing == pacingThree)
+        tellThree(planning.conditions, planned);
+    else if (options.pacing == pacingPlan)
+        tellStretches(planning, planned);
+    tellBand(planning, planned);
+    return fitOk;
 }
 
 } // namespace torvane

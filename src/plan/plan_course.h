@@ -12,8 +12,8 @@ namespace torvane {
 // A part of the course that is ridden with one power.
 struct Stretch {
     double from = 0, to = 0; // m
-    double seconds = 0;
-    double power = 0; // W, mean over its time
+    double seconds = 0;      // pedalled
+    double power = 0;        // W, mean over these
 };
 
 struct PlannedCourse {
@@ -21,8 +21,10 @@ struct PlannedCourse {
     PowerProfile profile = {}; // that was asked for
     double power = 0;          // W: of even pacing that constant; else the normalised power that the pacing goes with
     // Of three and plan: what even power at the same normalised power takes.
-    CourseRide even = {};                   // without steps
-    std::vector<Stretch> stretches = {};    // of plan, at most as many as asked for
+    double evenPower = 0; // W
+    CourseRide even = {}; // without steps
+    // Of plan, at most as many as asked for; one of even power where following them is no faster than that.
+    std::vector<Stretch> stretches = {};
     double stretchSeconds = 0;              // s, of a ride that keeps to these alone; 0 without them
     std::array<double, 3> threePowers = {}; // W up, flat, down, of pacing three
     double fastest = 0, slowest = 0;        // s, the band around ride.movingSeconds
@@ -40,7 +42,6 @@ struct WhatIfAnswer {
     double lowestCadence = 0; // rpm
     double walkMetres = 0;
     int32_t teeth = 0; // of the sprocket of one gear lower
-    bool holds = true; // false where that cannot be ridden
 };
 
 // 10 W more, 1 kg less, 2 m/s of head wind, 5 percent less drag, one gear lower; the power along the road stays.

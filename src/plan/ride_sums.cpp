@@ -7,8 +7,7 @@ namespace torvane {
 
 namespace {
 
-constexpr double window = 30;         // s
-constexpr double steadyAccele = 0.05; // m/s2: who sets off turns slowly in any gear
+constexpr double window = 30; // s
 
 } // namespace
 
@@ -36,7 +35,7 @@ double NormalisedSum::value() const
     return time > 0 ? work / time : 0;
 }
 
-void RideSums::add(const CourseStep& step, double seconds, double metres, double accele)
+void RideSums::add(const CourseStep& step, double seconds, double metres, bool steady)
 {
     into.movingSeconds += seconds;
     into.kiloJoule += step.power * seconds / 1000;
@@ -47,7 +46,7 @@ void RideSums::add(const CourseStep& step, double seconds, double metres, double
     switch (step.going) {
     case Going::pedalling:
         into.pedalSeconds += seconds;
-        if (std::fabs(accele) < steadyAccele && (into.lowestCadence == 0 || step.cadence < into.lowestCadence))
+        if (steady && (into.lowestCadence == 0 || step.cadence < into.lowestCadence))
             into.lowestCadence = step.cadence;
         break;
     case Going::braking:

@@ -23,7 +23,7 @@ private:
 class RideSums {
 public:
     RideSums(CourseRide& ride, double timeStep) : into(ride), normalised(timeStep) {}
-    void add(const CourseStep& step, double seconds, double metres, double accele);
+    void add(const CourseStep& step, double seconds, double metres, bool steady);
     void finish();
 
 private:

@@ -66,16 +66,38 @@ void RoadAhead::shift(double speed)
         gear = usualGear(ride.model, speed);
 }
 
-double RoadAhead::inGears(double wanted, double speed)
+// From step to step the losses hardly change: what they left in the last one is nearly the answer. A motor's share is
+// no such thing.
+double RoadAhead::warmThrust(double wanted, double speed)
+{
+    constexpr int rounds = 4;
+    constexpr double close = 1e-7;
+    if (ride.model.state.motorLocation == motorNone) {
+        double wheelSpeed = radiansPerSecond(wheelRpmAt(ride.model, speed));
+        double crankSpeed = radiansPerSecond(cadence);
+        for (int round = 0; round < rounds; ++round) {
+            stagesFromThrust(ride.model, now, wanted * passed, wheelSpeed, crankSpeed);
+            double off = stagePower(now, stage) / wanted - 1;
+            if (std::fabs(off) < close)
+                return wanted * passed;
+            passed /= 1 + off;
+        }
+    }
+    double thrust = thrustForStage(ride.model, now, stage, wanted, speed, cadence);
+    passed = thrust > 0 ? thrust / wanted : 1;
+    return thrust;
+}
+
+double RoadAhead::inGears(double wanted, double speed, Losses losses)
 {
     cadence = cadenceInGear(ride.model, speed, ride.model.gearTable[gear].ratio);
-    double thrust = thrustForStage(ride.model, now, stage, wanted, speed, cadence);
+    double thrust = losses == Losses::asBefore ? wanted * passed : warmThrust(wanted, speed);
     power = wanted;
     motor = now.assistPower;
     return thrust;
 }
 
-double RoadAhead::thrustFor(double wanted, double speed)
+double RoadAhead::thrustFor(double wanted, double speed, Losses losses)
 {
     double reach = ride.model.reachVelocity;
     double legs = std::clamp((beyondReach - speed / reach) / (beyondReach - 1), 0.0, 1.0);
@@ -84,10 +106,10 @@ double RoadAhead::thrustFor(double wanted, double speed)
         return 0;
     }
     if (speed >= slowestSpeed)
-        return inGears(wanted * legs, speed);
+        return inGears(wanted * legs, speed, losses);
     gear = 0;
     double share = speed / slowestSpeed;
-    double thrust = inGears(wanted, slowestSpeed);
+    double thrust = inGears(wanted, slowestSpeed, losses);
     power *= share;
     motor *= share;
     cadence *= share;

@@ -10,6 +10,9 @@ namespace torvane {
 
 class RoadAhead {
 public:
+    // Of a thrust that only leads to the middle of a step, those of the last one do.
+    enum class Losses { exact, asBefore };
+
     explicit RoadAhead(const RideConditions& conditions);
 
     // Goes to a place, on the mean slope of the way that lies ahead of it.
@@ -22,8 +25,9 @@ public:
     void shift(double speed);
 
     // W of thrust that a power makes at a speed. Below the least cadence of the lowest gear the force is that of there.
-    // Beyond the highest gear's reach nobody pedals. Power, motor and cadence of it below.
-    double thrustFor(double power, double speed);
+    // Beyond the highest gear's reach nobody pedals. Power, motor and
+    // cadence of it below.
+    double thrustFor(double power, double speed, Losses losses = Losses::exact);
     // The power that makes a thrust; the same figures.
     void driveBack(double thrust, double speed);
 
@@ -39,12 +43,14 @@ public:
 
 private:
     void setAirOf(size_t point);
-    double inGears(double wanted, double speed);
+    double inGears(double wanted, double speed, Losses losses);
+    double warmThrust(double wanted, double speed);
 
     const RideConditions& ride;
     int stage;
-    double slowestSpeed; // m/s
-    size_t airPoint;     // whose air, and heading, holds
+    double slowestSpeed;  // m/s
+    double passed = 0.95; // share of the last power that reached the road
+    size_t airPoint;      // whose air, and heading, holds
 };
 
 } // namespace torvane
