@@ -64,10 +64,11 @@ private:
             walk();
             return;
         }
-        road.shift(now.speed);
+        road.shift(now.speed, std::fabs(lastAccele) < steadyAccele);
         double middle =
             std::max(0.0, now.speed + forcesAt(now.speed, wanted, RoadAhead::Losses::asBefore).accele * dt / 2);
         Forces forces = forcesAt(middle, wanted, RoadAhead::Losses::exact);
+        lastAccele = forces.accele;
         double speed = std::max(0.0, now.speed + forces.accele * dt);
         double allowed = allowedAfter(speed);
         now.going = road.power > 0 ? Going::pedalling : Going::coasting;
@@ -230,6 +231,7 @@ private:
     bool keepsSteps;
     double dt, mass;
     size_t nextStop = 0;
+    double lastAccele = 1; // m/s2, of the step before
 };
 
 } // namespace

@@ -64,17 +64,31 @@ double climbedOf(const std::vector<double>& heights)
     return climbed;
 }
 
-// %, rms of the change from the grade of one span to that of the next.
-double gradeChangeOf(const std::vector<double>& heights, double step)
+// m, rms of how far heights a span apart lie off the line through their neighbours.
+double bentOver(const std::vector<double>& heights, double metres, double step)
 {
-    size_t span = std::max<size_t>(1, static_cast<size_t>(std::lround(gradeSpan / step)));
+    size_t span = std::max<size_t>(1, static_cast<size_t>(std::lround(metres / step)));
     double squares = 0;
     size_t count = 0;
     for (size_t i = 2 * span; i < heights.size(); ++i, ++count) {
         double bent = heights[i] - 2 * heights[i - span] + heights[i - 2 * span];
         squares += bent * bent;
     }
-    return count == 0 ? 0 : 100 * std::sqrt(squares / static_cast<double>(count)) / (static_cast<double>(span) * step);
+    return count == 0 ? 0 : std::sqrt(squares / static_cast<double>(count));
+}
+
+bool isRough(const std::vector<double>& heights, double step)
+{
+    return bentOver(heights, gradeSpan, step) > mostGradeChange / 100 * gradeSpan;
+}
+
+// Hills bend twice as much over twice the way, or nearly; what the weather or a map does to the heights does not.
+bool wavers(const std::vector<double>& heights, double step)
+{
+    constexpr double span = 300, much = 5, hills = 1.6, leastLength = 2000; // m, m, ratio, m
+    double bent = bentOver(heights, span, step);
+    bool isLong = static_cast<double>(heights.size()) * step > leastLength;
+    return isLong && bent > much && bentOver(heights, 2 * span, step) < hills * bent;
 }
 
 void setSlopes(Course& course)
@@ -132,12 +146,12 @@ void shapeHeights(Course& course, double smoothing)
     std::vector<double> heights = smoothed(raw, smoothing, course.step);
     CourseFindings& findings = course.findings;
     findings.smoothing = smoothing;
-    findings.smoothedMore = smoothing < noisySmoothing && gradeChangeOf(heights, course.step) > mostGradeChange;
+    findings.smoothedMore = smoothing < noisySmoothing && isRough(heights, course.step);
     if (findings.smoothedMore) {
         findings.smoothing = noisySmoothing;
         heights = smoothed(raw, noisySmoothing, course.step);
     }
-    findings.noisy = gradeChangeOf(heights, course.step) > mostGradeChange;
+    findings.noisy = isRough(heights, course.step) || wavers(heights, course.step);
     findings.climbedRaw = climbedOf(raw);
     findings.climbed = climbedOf(heights);
     for (size_t i = 0; i < heights.size(); ++i)

@@ -2,6 +2,7 @@
 
 #include "plan/least_time.h"
 
+#include <array>
 #include <cmath>
 
 namespace torvane {
@@ -23,6 +24,12 @@ PowerProfile eased(const PowerProfile& plan, double watts, double part)
             power = watts + (power - watts) * part;
     return profile;
 }
+
+struct Manner {
+    double slopesOver; // m
+    std::array<double, 2> parts;
+};
+constexpr Manner manners[] = {{100, {1.0, 0.7}}, {400, {1.0, 0.7}}, {800, {1.0, 1.15}}};
 
 // The steady state knows no momentum: on short hills less of it, or the slopes of more road at once, are faster. Held
 // against each other by what their rides would take at the same normalised power.
@@ -73,9 +80,9 @@ PowerProfile leastTimeAt(Planning& planning, double watts)
     CourseRide even = planning.ride(constantPower(watts));
     Trials trials = {planning, watts, fallOfTime(planning, watts, even.movingSeconds, even.normalisedPower)};
     trials.hold(constantPower(watts));
-    for (double slopesOver : {100.0, 400.0}) {
-        PowerProfile plan = LeastTime(planning.conditions, watts, slopesOver).solve();
-        for (double part : {1.0, 0.7})
+    for (const Manner& manner : manners) {
+        PowerProfile plan = LeastTime(planning.conditions, watts, manner.slopesOver).solve();
+        for (double part : manner.parts)
             trials.hold(eased(plan, watts, part));
     }
     return trials.best;

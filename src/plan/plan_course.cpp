@@ -110,14 +110,18 @@ void tellThree(const RideConditions& conditions, PlannedCourse& planned)
             planned.profile.watts[i];
 }
 
+// The stretches with the powers that, kept to, come to the same normalised power.
 void tellStretches(Planning& planning, PlannedCourse& planned)
 {
     const RideConditions& conditions = planning.conditions;
     size_t most = static_cast<size_t>(conditions.options.stretches);
     planned.stretches = stretchesOf(planned.ride, conditions.course.length, most);
     PowerProfile profile = profileOf(planned.stretches);
+    double before = profile.watts[0];
     if (planning.solve(profile, {false, planned.ride.normalisedPower}, planned.power))
         planned.stretchSeconds = planning.ride(profile).seconds;
+    for (Stretch& stretch : planned.stretches)
+        stretch.power *= before > 0 ? profile.watts[0] / before : 1;
     if (planned.stretchSeconds == 0 || planned.stretchSeconds >= planned.even.seconds) {
         planned.stretches = {{0, conditions.course.length, planned.even.pedalSeconds, planned.evenPower}};
         planned.stretchSeconds = planned.even.seconds;

@@ -59,10 +59,10 @@ double RoadAhead::resistance(double speed)
     return resistanceAtVelocity(ride.model, now, speed).value;
 }
 
-void RoadAhead::shift(double speed)
+void RoadAhead::shift(double speed, bool steady)
 {
     const GearEntry& held = ride.model.gearTable[gear];
-    if (speed < held.velocityShiftDown || speed > held.velocityShiftUp)
+    if (steady || speed < held.velocityShiftDown || speed > held.velocityShiftUp)
         gear = usualGear(ride.model, speed);
 }
 

@@ -21,8 +21,9 @@ public:
     // W of thrust that holds a speed in m/s; negative where the road pushes.
     double resistance(double speed);
 
-    // Chooses the gear for a speed: the one before while its cadence is within the limits of shifting.
-    void shift(double speed);
+    // Chooses the gear for a speed: that of the usual cadence where the speed is steady; else the one before does while
+    // its cadence is within the limits of shifting.
+    void shift(double speed, bool steady);
 
     // W of thrust that a power makes at a speed. Below the least cadence of the lowest gear the force is that of there.
     // Beyond the highest gear's reach nobody pedals. Power, motor and

@@ -10,7 +10,7 @@ double SteadyRoad::powerAt(double speed)
     double thrust = road.resistance(speed);
     if (thrust <= 0)
         return thrust;
-    road.shift(speed);
+    road.shift(speed, true);
     road.driveBack(thrust, speed);
     return road.power;
 }

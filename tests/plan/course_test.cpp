@@ -1,0 +1,150 @@
+// Tracks as courses: what is read of them, what is told, what is refused with a sentence.
+#include "plan/made_course.h"
+
+#include "core/text.h"
+#include "fit/fit_builder.h"
+
+namespace torvane {
+
+namespace {
+
+using Segments = std::vector<std::vector<TrackPlace>>;
+
+std::string gpxOf(const Segments& segments)
+{
+    std::string text = "<gpx version='1.1'><trk>";
+    for (const std::vector<TrackPlace>& places : segments) {
+        text += "<trkseg>";
+        for (const TrackPlace& place : places) {
+            appendFormat(text, "<trkpt lat='%.9f' lon='%.9f'>", place.latitude, place.longitude);
+            if (!std::isnan(place.height))
+                appendFormat(text, "<ele>%.2f</ele>", place.height);
+            text += "</trkpt>";
+        }
+        text += "</trkseg>";
+    }
+    return text + "</trk></gpx>";
+}
+
+std::vector<TrackPlace> road(double length, double step = 25)
+{
+    return madePlaces(length, hills(20, 2000), northward, step);
+}
+
+// -1 to 1, alike everywhere.
+double uniformly(std::mt19937& random)
+{
+    return random() / 2147483648.0 - 1;
+}
+
+std::vector<TrackPlace> withoutHeights(std::vector<TrackPlace> places)
+{
+    for (TrackPlace& place : places)
+        place.height = noPlace;
+    return places;
+}
+
+std::vector<TrackPlace> movedNorth(std::vector<TrackPlace> places, double degrees)
+{
+    for (TrackPlace& place : places)
+        place.latitude += degrees;
+    return places;
+}
+
+StatusCode load(const Segments& segments, Course& course)
+{
+    TestFolder folder;
+    std::string text = gpxOf(segments);
+    writeBytes(folder.path + "track.gpx", {text.begin(), text.end()});
+    return loadCourse(folder.path + "track.gpx", {}, course);
+}
+
+} // namespace
+
+TEST(Course, HasASentenceForWhatNobodyCanRide)
+{
+    struct Case {
+        const char* what;
+        Segments segments;
+        StatusCode wanted;
+    };
+    const Case cases[] = {
+        {"no altitude", {withoutHeights(road(5000))}, planWithoutAltitude},
+        {"two points", {road(1000, 1000)}, planTooFewPoints},
+        {"zero length", {{road(100)[0], road(100)[0], road(100)[0], road(100)[0]}}, planTooShort},
+        {"a leap of 100 km",
+         {[] {
+             std::vector<TrackPlace> places = road(5000), far = movedNorth(road(5000), 1);
+             places.insert(places.end(), far.begin(), far.end());
+             return places;
+         }()},
+         planLeaps},
+        {"10,000 km",
+         {madePlaces(
+             1e7, slopeOf(0), [](double) { return 90; }, 10000)},
+         planTooLong},
+        {"a wall", {madePlaces(5000, slopeOf(60), northward, 20)}, planTooSteep},
+        {"nothing", {}, fitWithoutPoints},
+    };
+    for (const Case& test : cases) {
+        Course course;
+        EXPECT_EQ(load(test.segments, course), test.wanted) << test.what;
+        EXPECT_NE(planFault(test.wanted), nullptr);
+    }
+    Course course;
+    EXPECT_EQ(loadCourse("nowhere.gpx", {}, course), fitCannotOpen);
+}
+
+TEST(Course, TellsGapsAndGoesAround)
+{
+    // Two segments that touch, a third one 1.1 km away, and a long straight step.
+    Segments segments = {road(2000), movedNorth(road(2000), 2010 / 111194.9), movedNorth(road(2000), 0.047)};
+    segments[0].erase(segments[0].begin() + 20, segments[0].begin() + 40);
+    Course course;
+    ASSERT_EQ(load(segments, course), fitOk);
+    EXPECT_EQ(course.findings.segments, 3u);
+    ASSERT_EQ(course.findings.gaps.size(), 1u);
+    EXPECT_NEAR(course.findings.gaps[0].distance, 4010, 5);
+    EXPECT_EQ(course.findings.straights.size(), 1u);
+    EXPECT_NEAR(course.length, 6010, 5);
+    EXPECT_FALSE(course.findings.hasTimes);
+
+    // Three times around, through the same places.
+    auto around = [](double way) { return std::fmod(way * 360 / 2000, 360); };
+    ASSERT_EQ(load({madePlaces(6000, slopeOf(0), around, 10)}, course), fitOk);
+    EXPECT_NEAR(course.length, 6000, 30);
+    EXPECT_NEAR(1 / course.points[300].bend, 2000 / (2 * pi), 15);
+}
+
+// Heights as devices and maps give them.
+TEST_F(PlanTest, TakesItsTimeFromNoisyHeights)
+{
+    auto clean = hills(80, 6000);
+    struct Case {
+        const char* what;
+        double noise, over; // m, and m of road over which it changes
+        double grain;       // m, to which the height is rounded
+    };
+    const Case cases[] = {{"radio", 3, 30, 0.1}, {"rounded", 0, 30, 1}, {"weather", 5, 300, 0.1}};
+    double clear = ride(madeCourse(30000, clean, northward), 200).seconds;
+    for (const Case& test : cases)
+        for (unsigned seed = 1; seed <= 3; ++seed) {
+            std::mt19937 random(seed);
+            std::vector<double> bumps;
+            for (double way = 0; way < 31000; way += test.over)
+                bumps.push_back(test.noise * (uniformly(random) + uniformly(random) + uniformly(random)));
+            auto height = [&](double way) {
+                size_t i = static_cast<size_t>(way / test.over);
+                double part = way / test.over - static_cast<double>(i);
+                double bump = bumps[i] * (1 - part) + bumps[i + 1] * part;
+                return std::round((clean(way) + bump) / test.grain) * test.grain;
+            };
+            Course course = madeCourse(30000, height, northward);
+            double seconds = ride(course, 200).seconds;
+            EXPECT_TRUE(std::fabs(seconds / clear - 1) < 0.03 || course.findings.noisy)
+                << test.what << ": " << seconds << " for " << clear;
+            EXPECT_EQ(course.findings.smoothedMore, test.noise == 3) << test.what;
+        }
+}
+
+} // namespace torvane

@@ -1,0 +1,127 @@
+// What a plan promises: never slower than even power, even where nothing is to be gained, harder uphill by what theory
+// allows; and the efforts that are solved for.
+#include "plan/made_course.h"
+
+namespace torvane {
+
+namespace {
+
+double heightOfSteep(double way)
+{
+    return 300 + std::min(way, 3000.0) * 0.08;
+}
+
+} // namespace
+
+TEST_F(PlanTest, LeastTimeIsNeverSlowerThanEvenPower)
+{
+    struct Case {
+        const char* what;
+        OverWay height;
+        double length;
+        double wind;
+        double leastGain; // of the time of even power
+    };
+    const Case cases[] = {
+        {"flat", slopeOf(0), 20000, 0, -1e-4},
+        {"wind", slopeOf(0), 20000, 5, -1e-4},
+        {"wall first", heightOfSteep, 20000, 0, 0.015},
+        {"hills of 2 km", hills(25, 2000), 40000, 0, 0.005},
+        {"hills of 4 km", hills(50, 4000), 40000, 0, 0.015},
+        {"hills of 10 km", hills(125, 10000), 40000, 0, 0.015},
+        {"short hills", hills(6, 300), 20000, 0, -5e-4},
+        {"down alone", slopeOf(-5), 10000, 0, -5e-4},
+    };
+    options.pacing = pacingPlan;
+    for (const Case& test : cases) {
+        SCOPED_TRACE(test.what);
+        options.windSpeed = test.wind;
+        auto square = [&](double way) { return test.wind > 0 ? std::floor(way / 5000) * 90 : 0; };
+        PlannedCourse planned = plan(madeCourse(test.length, test.height, square));
+        EXPECT_NEAR(planned.ride.normalisedPower / planned.even.normalisedPower, 1, 2e-4);
+        EXPECT_GE(1 - planned.ride.seconds / planned.even.seconds, test.leastGain);
+        EXPECT_LE(planned.stretches.size(), 12u);
+        EXPECT_LE(planned.stretchSeconds, planned.even.seconds);
+        EXPECT_GE(planned.stretchSeconds, planned.ride.seconds * 0.999);
+    }
+}
+
+TEST_F(PlanTest, SpendsEvenlyOnTheFlatAndMoreUphill)
+{
+    options.pacing = pacingPlan;
+    PlannedCourse flat = plan(madeCourse(20000, slopeOf(0), northward));
+    for (double watts : flat.profile.watts)
+        EXPECT_NEAR(watts, 200, 1);
+    PlannedCourse steep = plan(madeCourse(20000, heightOfSteep, northward));
+    double ratio = steep.profile.at(1500) / steep.profile.at(12000);
+    EXPECT_GT(ratio, 1.25);
+    EXPECT_LT(ratio, 1.385); // (11/3)^(1/4): power goes with speed uphill, with its cube on the flat
+}
+
+TEST_F(PlanTest, SolvesForWhatIsWanted)
+{
+    Course course = madeCourse(20000, hills(60, 5000), northward);
+    options.evenStops = 1;
+    options.evenStopSeconds = 120;
+    for (int32_t pacing : {pacingEven, pacingThree, pacingPlan}) {
+        SCOPED_TRACE(pacingLabels[pacing]);
+        options.pacing = pacing;
+        options.effort = effortTime;
+        options.time = 2700;
+        EXPECT_NEAR(plan(course).ride.seconds, 2700, 0.5);
+        options.effort = effortNormalised;
+        options.power = 230;
+        EXPECT_NEAR(plan(course).ride.normalisedPower, 230, 0.1);
+        options.effort = effortFtpShare;
+        EXPECT_NEAR(plan(course).ride.normalisedPower, m.ftp * 0.75, 0.1);
+    }
+    options.pacing = pacingThree;
+    PlannedCourse three = plan(course);
+    EXPECT_NEAR(three.threePowers[0] / three.threePowers[1], 1.15, 1e-6);
+    EXPECT_NEAR(three.threePowers[2] / three.threePowers[1], 0.60, 1e-6);
+    options.effort = effortTime;
+    options.time = 60;
+    plan(course, planTimeOutOfReach);
+}
+
+TEST_F(PlanTest, TellsTheBandOfTheTime)
+{
+    Course course = madeCourse(20000, slopeOf(0), northward);
+    PlannedCourse planned = plan(course);
+    double less = ride(course, 200 / 1.02).movingSeconds; // power that was meant as normalised power
+    EXPECT_NEAR(planned.fastest, planned.ride.movingSeconds * 0.9, 1);
+    EXPECT_NEAR(planned.slowest, less * 1.1, 1);
+    model.calibration.dragFactor = 1;
+    EXPECT_NEAR(plan(course).slowest, less * 1.05, 1);
+}
+
+TEST_F(PlanTest, TellsWhatElseWouldHaveComeOfIt)
+{
+    Course course = madeCourse(
+        20000, [](double way) { return std::clamp(way - 5000, 0.0, 2000.0) * 0.18; }, northward);
+    PlannedCourse planned = plan(course);
+    auto answers = whatIfs(model, block, course, options, planned);
+    EXPECT_NEAR(answers[ifMorePower].seconds, ride(course, 210).seconds - planned.ride.seconds, 1e-9);
+    for (WhatIf faster : {ifMorePower, ifLessWeight, ifLessDrag, ifLowerGear})
+        EXPECT_LT(answers[faster].seconds, 0) << faster;
+    EXPECT_GT(answers[ifHeadWind].seconds, 60);
+    EXPECT_LT(answers[ifLowerGear].walkMetres, planned.ride.walkMetres);
+}
+
+TEST(PlanOptions, TakeStopsInWords)
+{
+    PlanOptions options;
+    ASSERT_TRUE(takeStops("85.5:300s, 3x10min 40:1h", options));
+    ASSERT_EQ(options.stops.size(), 2u);
+    EXPECT_EQ(options.stops[0].distance, 40000);
+    EXPECT_EQ(options.stops[0].seconds, 3600);
+    EXPECT_EQ(options.stops[1].distance, 85500);
+    EXPECT_EQ(options.evenStops, 3);
+    EXPECT_EQ(options.evenStopSeconds, 600);
+    for (const char* text : {"3", "x10min", "3x", "3x10", "3x10 min", "-1:5s", "1.5x3s", "nan:3s", "3x1min 2x1min"})
+        EXPECT_FALSE(takeStops(text, options)) << text;
+    EXPECT_EQ(options.evenStops, 3);
+    EXPECT_TRUE(takeStops("", options) && options.stops.empty() && options.evenStops == 0);
+}
+
+} // namespace torvane
