@@ -38,6 +38,18 @@ StatusCode completeHeights(std::vector<TrackPlace>& places, CourseFindings& find
     return fitOk;
 }
 
+// Behind a gap the road goes on from the height at which it ended: nobody rides the step between.
+void joinHeights(std::vector<TrackPlace>& places)
+{
+    double shift = 0, last = places[0].height;
+    for (TrackPlace& place : places) {
+        if (place.begins)
+            shift += place.height - last;
+        last = place.height;
+        place.height -= shift;
+    }
+}
+
 // No road climbs half a kilometre at 35 percent.
 bool tooSteep(const Course& course)
 {
@@ -65,6 +77,7 @@ StatusCode loadCourse(const std::string& path, const PlanOptions& options, Cours
         return planTooLong;
     if (StatusCode code = completeHeights(places, course.findings))
         return code;
+    joinHeights(places);
     stepAlong(places, course);
     shapeHeights(course, options.altitudeSmoothing);
     shapeBends(course);

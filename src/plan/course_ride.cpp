@@ -33,18 +33,23 @@ public:
         keep();
     }
 
-    void run()
+    StatusCode run()
     {
-        while (now.distance < ride.course.length) {
-            if (atStop()) {
+        constexpr int longestRest = 10000; // steps
+        for (int rested = 0; now.distance < ride.course.length; ++rested) {
+            if (now.speed > 0)
+                rested = 0;
+            if (rested > longestRest)
+                return planNeverArrives;
+            while (atStop()) {
                 stand(ride.options.stops[nextStop].seconds);
                 setOff();
             }
             step();
             keep();
         }
-        out.arrived = true;
         finish();
+        return fitOk;
     }
 
 private:
@@ -180,11 +185,12 @@ private:
         return ride.course.points[pointAt(ride.course, ride.options.stops[nextStop].distance)].distance;
     }
 
-    // From here on the road is as fast as it is behind the stop.
+    // From here on the road is as fast as it is behind the stop, where there may be another.
     void setOff()
     {
         size_t place = pointAt(ride.course, ride.options.stops[nextStop++].distance);
-        limits[place] = limits[std::min(place + 1, limits.size() - 1)];
+        constexpr double leastSpeed = 2; // m/s
+        limits[place] = std::max(leastSpeed, limits[std::min(place + 1, limits.size() - 1)]);
     }
 
     void stand(double seconds)
@@ -250,8 +256,7 @@ PowerProfile constantPower(double watts)
 StatusCode rideCourse(const RideConditions& conditions, const PowerProfile& profile, CourseRide& ride, bool keepsSteps)
 {
     ride = {};
-    Journey(conditions, profile, ride, keepsSteps).run();
-    return fitOk;
+    return Journey(conditions, profile, ride, keepsSteps).run();
 }
 
 } // namespace torvane

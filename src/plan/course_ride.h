@@ -50,7 +50,6 @@ struct CourseRide {
     double kiloJoule = 0;               // of the rider
     std::array<double, 2> hottest = {}; // Cel, brakes
     EnergyBalance energy = {};
-    bool arrived = false;
 };
 
 // The power that a rider wants to give at a place.
@@ -69,7 +68,7 @@ struct RideConditions {
     double extraHeadWind = 0; // m/s, whatever the heading
 };
 
-// fitOk, or planNeverArrives with what was ridden until then. Without steps only the sums are kept.
+// fitOk, or planNeverArrives where nothing moves. Without steps only the sums are kept.
 StatusCode rideCourse(const RideConditions& conditions, const PowerProfile& profile, CourseRide& ride,
                       bool keepsSteps = true);
 

@@ -122,6 +122,15 @@ void unwrap(std::vector<double>& longitudes)
         longitudes[i] = longitudes[i - 1] + std::remainder(longitudes[i] - longitudes[i - 1], 360);
 }
 
+// Where the road goes on elsewhere is no bend.
+void straightenGaps(Course& course)
+{
+    for (const CourseGap& gap : course.findings.gaps)
+        for (CoursePoint& point : course.points)
+            if (std::fabs(point.distance - gap.distance) <= bendSmoothing + course.step)
+                point.bend = 0;
+}
+
 } // namespace
 
 void stepAlong(std::span<const TrackPlace> places, Course& course)
@@ -178,6 +187,7 @@ void shapeBends(Course& course)
         bool within = from < i && i < to;
         points[i].bend = within ? std::fabs(turn) * pi / 180 / ((points[to].distance - points[from].distance) / 2) : 0;
     }
+    straightenGaps(course);
 }
 
 } // namespace torvane

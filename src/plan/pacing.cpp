@@ -81,7 +81,7 @@ PowerProfile leastTimeAt(Planning& planning, double watts)
     Trials trials = {planning, watts, fallOfTime(planning, watts, even.movingSeconds, even.normalisedPower)};
     trials.hold(constantPower(watts));
     for (const Manner& manner : manners) {
-        PowerProfile plan = LeastTime(planning.conditions, watts, manner.slopesOver).solve();
+        PowerProfile plan = LeastTime(planning.conditions(), watts, manner.slopesOver).solve();
         for (double part : manner.parts)
             trials.hold(eased(plan, watts, part));
     }

@@ -32,10 +32,10 @@ StatusCode fault(const Aim& aim)
 
 StatusCode planEven(Planning& planning, PlannedCourse& planned)
 {
-    double watts = firstPower(planning.conditions);
-    Aim aim = aimOf(planning.conditions);
+    double watts = firstPower(planning.conditions());
+    Aim aim = aimOf(planning.conditions());
     planned.profile = constantPower(watts);
-    if (planning.conditions.options.effort != effortPower && !planning.solve(planned.profile, aim, watts))
+    if (planning.conditions().options.effort != effortPower && !planning.solve(planned.profile, aim, watts))
         return fault(aim);
     planned.power = planned.profile.watts[0];
     return fitOk;
@@ -48,7 +48,7 @@ StatusCode aimByEven(Planning& planning, PlannedCourse& planned, Aim& aim)
         return code;
     planned.even = planning.ride(planned.profile);
     planned.evenPower = planned.power;
-    aim = aimOf(planning.conditions);
+    aim = aimOf(planning.conditions());
     if (!aim.time)
         aim.wanted = planned.even.normalisedPower;
     return fitOk;
@@ -56,8 +56,8 @@ StatusCode aimByEven(Planning& planning, PlannedCourse& planned, Aim& aim)
 
 PowerProfile pacedAt(Planning& planning, double watts)
 {
-    bool three = planning.conditions.options.pacing == pacingThree;
-    return three ? threePowers(planning.conditions, watts) : leastTimeAt(planning, watts);
+    bool three = planning.conditions().options.pacing == pacingThree;
+    return three ? threePowers(planning.conditions(), watts) : leastTimeAt(planning, watts);
 }
 
 // Even power at the normalised power that was found, where that is another than it was solved for.
@@ -89,7 +89,7 @@ StatusCode planPaced(Planning& planning, PlannedCourse& planned)
 
 StatusCode planAsRidden(Planning& planning, PlannedCourse& planned, Progress* progress)
 {
-    const RideConditions& conditions = planning.conditions;
+    const RideConditions& conditions = planning.conditions();
     RiddenPower ridden;
     if (StatusCode code = readRiddenPower(conditions.options.asRidden, ridden, progress))
         return code;
@@ -113,7 +113,7 @@ void tellThree(const RideConditions& conditions, PlannedCourse& planned)
 // The stretches with the powers that, kept to, come to the same normalised power.
 void tellStretches(Planning& planning, PlannedCourse& planned)
 {
-    const RideConditions& conditions = planning.conditions;
+    const RideConditions& conditions = planning.conditions();
     size_t most = static_cast<size_t>(conditions.options.stretches);
     planned.stretches = stretchesOf(planned.ride, conditions.course.length, most);
     PowerProfile profile = profileOf(planned.stretches);
@@ -134,18 +134,18 @@ void tellBand(Planning& planning, PlannedCourse& planned)
     constexpr double leastRatio = 1.02, calibrated = 0.05, uncalibrated = 0.10;
     const CourseRide& ride = planned.ride;
     double ratio = ride.meanPower > 0 ? std::max(leastRatio, ride.normalisedPower / ride.meanPower) : leastRatio;
-    int32_t effort = planning.conditions.options.effort;
+    int32_t effort = planning.conditions().options.effort;
     bool isNormalised = effort == effortNormalised || effort == effortFtpShare ||
-                        (planning.conditions.options.pacing != pacingEven && effort != effortAsRidden);
+                        (planning.conditions().options.pacing != pacingEven && effort != effortAsRidden);
     double other = planning.ride(scaled(planned.profile, isNormalised ? ratio : 1 / ratio)).movingSeconds;
-    double wider = hasDragFactor(planning.conditions.model.calibration) ? calibrated : uncalibrated;
+    double wider = hasDragFactor(planning.conditions().model.calibration) ? calibrated : uncalibrated;
     planned.fastest = std::min(other, ride.movingSeconds) * (1 - wider);
     planned.slowest = std::max(other, ride.movingSeconds) * (1 + wider);
 }
 
 StatusCode planEffort(Planning& planning, PlannedCourse& planned, Progress* progress)
 {
-    const PlanOptions& options = planning.conditions.options;
+    const PlanOptions& options = planning.conditions().options;
     if (options.effort == effortAsRidden)
         return planAsRidden(planning, planned, progress);
     return options.pacing == pacingEven ? planEven(planning, planned) : planPaced(planning, planned);
@@ -164,11 +164,11 @@ StatusCode planCourse(const Model& model, const ParameterBlock& settings, const 
     if (options.effort == effortAsRidden)
         planned.power = planned.ride.normalisedPower;
     else if (options.pacing == pacingThree)
-        tellThree(planning.conditions, planned);
+        tellThree(planning.conditions(), planned);
     else if (options.pacing == pacingPlan)
         tellStretches(planning, planned);
     tellBand(planning, planned);
-    return fitOk;
+    return planning.fault;
 }
 
 } // namespace torvane

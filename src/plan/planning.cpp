@@ -27,17 +27,18 @@ Model inAirOf(const Model& model, const PlanOptions& options)
 CourseRide Planning::ride(const PowerProfile& profile, bool keepsSteps)
 {
     constexpr int most = 40; // rides, of a plan that solves for everything
-    CourseRide ridden;
-    rideCourse(conditions, profile, ridden, keepsSteps);
+    CourseRide done;
+    if (StatusCode code = rideCourse(ridden, profile, done, keepsSteps))
+        fault = code;
     reportProgress(progress, std::min(100, 100 * ++rides / most));
-    return ridden;
+    return done;
 }
 
 bool Planning::solve(PowerProfile& profile, const Aim& aim, double watts)
 {
     auto factor = solveFactor(watts, aim.wanted, !aim.time, [&](double by) {
-        CourseRide ridden = ride(scaled(profile, by));
-        return aim.time ? ridden.seconds : ridden.normalisedPower;
+        CourseRide done = ride(scaled(profile, by));
+        return aim.time ? done.seconds : done.normalisedPower;
     });
     if (factor)
         profile = scaled(profile, *factor);

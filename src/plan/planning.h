@@ -19,27 +19,30 @@ Model inAirOf(const Model& model, const PlanOptions& options);
 class Planning {
 public:
     Planning(const Model& model, const ParameterBlock& settings, const Course& course, const PlanOptions& options,
-             Progress* moved = nullptr)
-        : own(withStops(options, course.length)), air(inAirOf(model, options)), conditions{air, settings, course, own},
-          progress(moved)
+             Progress* moved = nullptr, double extraHeadWind = 0)
+        : own(withStops(options, course.length)),
+          air(inAirOf(model, options)), ridden{air, settings, course, own, extraHeadWind}, progress(moved)
     {
     }
     Planning(const Planning&) = delete;
     Planning& operator=(const Planning&) = delete;
+
+    const RideConditions& conditions() const
+    {
+        return ridden;
+    }
 
     CourseRide ride(const PowerProfile& profile, bool keepsSteps = false);
 
     // Scales a profile until its ride comes to the aim; false where no power of a rider does.
     bool solve(PowerProfile& profile, const Aim& aim, double watts);
 
+    StatusCode fault = fitOk; // of a ride that did not come to its end
+
 private:
     PlanOptions own;
     Model air;
-
-public:
-    RideConditions conditions;
-
-private:
+    RideConditions ridden;
     Progress* progress;
     int rides = 0;
 };

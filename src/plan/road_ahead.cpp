@@ -131,6 +131,7 @@ void RoadAhead::driveBack(double thrust, double speed)
 
 bool RoadAhead::canRide(double wanted)
 {
+    gear = 0;
     return thrustFor(wanted, slowestSpeed) >= resistance(slowestSpeed);
 }
 

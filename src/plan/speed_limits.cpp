@@ -9,12 +9,13 @@ namespace torvane {
 
 namespace {
 
-// m/s2 that tyres and road give, less the margin that a rider leaves.
+// m/s2 that tyres and road give, less the margin that a rider leaves; what is left on ice, too.
 double gripOf(const RideConditions& ride)
 {
+    constexpr double least = 0.5; // m/s2
     Evaluation level = {};
     updateLoadAndGrip(ride.model, level, 0);
-    return (1 - ride.settings.safetyMargin) * level.effectiveFriction * standardGravity;
+    return std::max(least, (1 - ride.settings.safetyMargin) * level.effectiveFriction * standardGravity);
 }
 
 void slowForStops(const RideConditions& ride, std::vector<double>& limits)

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 #include <utility>
 
 namespace torvane {
@@ -27,9 +28,17 @@ double metresBetween(const TrackPlace& from, const TrackPlace& to)
     return greatCircleDistance(from.latitude, from.longitude, to.latitude, to.longitude);
 }
 
+// What is no height of a road is missing.
+double heightOf(double elevation)
+{
+    constexpr double most = 9000; // m
+    return std::fabs(elevation) < most ? elevation : noPlace;
+}
+
 TrackPlace placeOf(const TrackPoint& point)
 {
-    return {point.latitude, point.longitude, point.elevation, point.distance, static_cast<double>(point.power)};
+    return {point.latitude, point.longitude, heightOf(point.elevation), point.distance,
+            static_cast<double>(point.power)};
 }
 
 TrackPlace placeOf(const RideSample& sample)
@@ -148,8 +157,9 @@ bool ownDistanceHolds(const std::vector<TrackPlace>& places, const CourseFinding
 }
 
 // Way of the course from one place to the next.
-double stepBetween(const TrackPlace& from, const TrackPlace& to, double own, CourseFindings& findings, double here)
+double stepBetween(const TrackPlace& from, TrackPlace& to, double own, CourseFindings& findings)
 {
+    double here = from.distance;
     double byPosition = findings.hasPlaces ? metresBetween(from, to) : own;
     double step = findings.ownDistance ? own : byPosition;
     if (to.begins) {
@@ -158,6 +168,7 @@ double stepBetween(const TrackPlace& from, const TrackPlace& to, double own, Cou
             findings.gaps.push_back({here, byPosition});
             return 0;
         }
+        to.begins = false;
     }
     if (step > longStep)
         findings.straights.push_back({here, step});
@@ -173,7 +184,7 @@ StatusCode setDistances(std::vector<TrackPlace>& places, CourseFindings& finding
     places[0].distance = 0;
     for (size_t i = 1; i < places.size(); ++i) {
         const TrackPlace& last = places[i - 1];
-        double step = stepBetween(last, places[i], places[i].distance - own, findings, last.distance);
+        double step = stepBetween(last, places[i], places[i].distance - own, findings);
         if (!(step <= longestStep))
             return planLeaps;
         own = places[i].distance;
@@ -186,8 +197,9 @@ StatusCode setDistances(std::vector<TrackPlace>& places, CourseFindings& finding
 void thinOut(std::vector<TrackPlace>& places)
 {
     std::vector<TrackPlace> kept = {places[0]};
-    for (const TrackPlace& place : places)
-        if (place.distance >= kept.back().distance + leastWay)
+    kept[0].begins = false;
+    for (const TrackPlace& place : std::span(places).subspan(1))
+        if (place.begins || place.distance >= kept.back().distance + leastWay)
             kept.push_back(place);
     if (places.back().distance > kept.back().distance)
         kept.push_back(places.back());

@@ -14,7 +14,7 @@ struct TrackPlace {
     double height = noPlace;                        // m
     double distance = noPlace;                      // m; of the file, then of the course
     double power = noPlace;                         // W, measured
-    bool begins = false;                            // a segment
+    bool begins = false;                            // a segment; of a course, behind a gap
 };
 
 // The places of a file with rising distances, those nearer to the last than leastWay left out. Codes of loadCourse.

@@ -11,8 +11,7 @@ WhatIfAnswer answerOf(const Model& model, const ParameterBlock& settings, const 
                       const PlanOptions& options, const PlannedCourse& planned, double moreWatts = 0,
                       double headWind = 0)
 {
-    Planning planning(model, settings, course, options);
-    planning.conditions.extraHeadWind = headWind;
+    Planning planning(model, settings, course, options, nullptr, headWind);
     PowerProfile profile = planned.profile;
     for (double& watts : profile.watts)
         watts += watts > 0 ? moreWatts : 0; // who rests there goes on resting

@@ -99,6 +99,8 @@ TEST(Course, TellsGapsAndGoesAround)
 {
     // Two segments that touch, a third one 1.1 km away, and a long straight step.
     Segments segments = {road(2000), movedNorth(road(2000), 2010 / 111194.9), movedNorth(road(2000), 0.047)};
+    for (TrackPlace& place : segments[2])
+        place.height += 800; // a cable car
     segments[0].erase(segments[0].begin() + 20, segments[0].begin() + 40);
     Course course;
     ASSERT_EQ(load(segments, course), fitOk);
@@ -108,6 +110,10 @@ TEST(Course, TellsGapsAndGoesAround)
     EXPECT_EQ(course.findings.straights.size(), 1u);
     EXPECT_NEAR(course.length, 6010, 5);
     EXPECT_FALSE(course.findings.hasTimes);
+    for (const CoursePoint& point : course.points) {
+        EXPECT_LT(std::fabs(point.slope), 5) << point.distance;
+        EXPECT_LT(point.bend, 1e-3) << point.distance;
+    }
 
     // Three times around, through the same places.
     auto around = [](double way) { return std::fmod(way * 360 / 2000, 360); };
