@@ -17,6 +17,8 @@ namespace torvane {
 namespace {
 
 constexpr int fine = 8; // coordinates in a pixel
+// Sizes of the font from a plot down to the middle of its labels: clear of the lowest one beside it.
+constexpr double belowPlot = 1.25;
 
 struct Range {
     double least = std::numeric_limits<double>::infinity();
@@ -257,7 +259,7 @@ void drawXTicks(Chart& chart, const Panel& panel, bool labelled)
             continue;
         std::string label = chart.x.label(n);
         double start = x - chart.width(label) / 2;
-        addText(chart, start, panel.bottom + 1.1 * chart.em, std::move(label));
+        addText(chart, start, panel.bottom + belowPlot * chart.em, std::move(label));
     }
 }
 
@@ -265,7 +267,7 @@ void drawXName(Chart& chart, const Panel& panel)
 {
     std::string name = fitted(chart, chart.name(chart.choice.x), chart.right - chart.left);
     double x = chart.right - chart.width(name);
-    addText(chart, x, panel.bottom + 1.1 * chart.em + chart.rowHeight(), std::move(name));
+    addText(chart, x, panel.bottom + belowPlot * chart.em + chart.rowHeight(), std::move(name));
 }
 
 // Points in one column of pixels, of which a curve shows no more than the first, the lowest, the highest and the last.
