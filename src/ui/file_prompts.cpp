@@ -22,6 +22,7 @@ struct Prompt {
 constexpr wchar_t fitFilter[] = L"fit file(*.fit)\0*.fit\0all files (*.*)\0*.*\0";
 constexpr wchar_t rideFilter[] = L"ride (*.fit, *.gpx, *.tcx)\0*.fit;*.gpx;*.tcx;*.gz\0all files (*.*)\0*.*\0";
 constexpr wchar_t csvFilter[] = L"csv file(*.csv)\0*.csv\0all files (*.*)\0*.*\0";
+constexpr wchar_t pngFilter[] = L"picture (*.png)\0*.png\0";
 constexpr wchar_t profileFilter[] = L"profile file (*.pro)\0*.pro\0";
 constexpr wchar_t textFilter[] = L"rich text format (*.rtf)\0 *.rtf\0plane text (*.txt)\0 *.txt\0";
 
@@ -33,6 +34,7 @@ constexpr Prompt openRide = {rideFilter, L"open file selected", nullptr, openFla
 // The default extension has always been "tcx", whatever is saved.
 constexpr Prompt saveFit = {fitFilter, L"save file as ...", L"tcx", saveFlags, true};
 constexpr Prompt saveCsv = {csvFilter, L"save file as ...", L"tcx", saveFlags, true};
+constexpr Prompt savePng = {pngFilter, nullptr, L"png", saveFlags | OFN_PATHMUSTEXIST, true};
 constexpr Prompt openProfile = {profileFilter, nullptr, L"pro", openFlags, false};
 constexpr Prompt saveProfile = {profileFilter, nullptr, L"pro", saveFlags, true};
 constexpr Prompt openText = {textFilter, nullptr, L"rtf", OFN_HIDEREADONLY | OFN_PATHMUSTEXIST, false};
@@ -77,6 +79,11 @@ bool promptSaveFit(HWND owner, std::string& path)
 bool promptSaveCsv(HWND owner, std::string& path)
 {
     return run(owner, saveCsv, path, nullptr);
+}
+
+bool promptSavePng(HWND owner, std::string& path)
+{
+    return run(owner, savePng, path, nullptr);
 }
 
 bool promptOpenProfile(HWND owner, std::string& path)

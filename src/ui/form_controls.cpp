@@ -5,6 +5,7 @@
 #include "core/wide_text.h"
 #include "ui/file_prompts.h"
 #include "ui/form_dialog.h"
+#include "ui/form_hints.h"
 #include "ui/main_window.h"
 #include "ui/message_box.h"
 
@@ -52,18 +53,6 @@ bool hasSpin(const Row& row)
 bool isRadioOf(const Row& row, int id)
 {
     return row.kind == RowKind::radio && std::find(row.radioIds.begin(), row.radioIds.end(), id) != row.radioIds.end();
-}
-
-// The present row that a control belongs to, as the row's own control, one of its radio buttons, or what stands beside
-// it.
-const Row* findRow(const FormWindow& form, int id)
-{
-    if (id == 0)
-        return nullptr;
-    for (const Row& row : form.state.form->rows)
-        if ((row.id == id || row.spin == id || isRadioOf(row, id)) && isPresent(form.state, row))
-            return &row;
-    return nullptr;
 }
 
 void enableControl(const FormWindow& form, int id, bool enabled)
@@ -249,6 +238,16 @@ bool takeSaveBox(FormWindow& form)
 
 } // namespace
 
+const Row* rowOfControl(const FormWindow& form, int id)
+{
+    if (id == 0)
+        return nullptr;
+    for (const Row& row : form.state.form->rows)
+        if ((row.id == id || row.spin == id || isRadioOf(row, id)) && isPresent(form.state, row))
+            return &row;
+    return nullptr;
+}
+
 void initializeControls(FormWindow& form)
 {
     const Form& definition = *form.state.form;
@@ -265,13 +264,14 @@ void initializeControls(FormWindow& form)
         CheckDlgButton(form.window, definition.saveBox, form.state.saveAsDefault ? BST_CHECKED : BST_UNCHECKED);
     form.refreshing = false;
     refreshControls(form);
+    attachHints(form);
 }
 
 void refreshControls(FormWindow& form, int typedId)
 {
     form.refreshing = true;
     for (const Row& row : form.state.form->rows) {
-        if (row.id == 0 || findRow(form, row.id) != (isPresent(form.state, row) ? &row : nullptr))
+        if (row.id == 0 || rowOfControl(form, row.id) != (isPresent(form.state, row) ? &row : nullptr))
             continue;
         if (row.id != typedId && isPresent(form.state, row))
             showRow(form, row);
@@ -300,7 +300,7 @@ bool handleControl(FormWindow& form, int id, int code)
         return false;
     if (code == BN_CLICKED && id != 0 && id == form.state.form->saveBox)
         return takeSaveBox(form);
-    const Row* row = findRow(form, id);
+    const Row* row = rowOfControl(form, id);
     if (row == nullptr)
         return false;
     if (isEdit(*row) && id == row->id)
@@ -312,7 +312,7 @@ bool handleControl(FormWindow& form, int id, int code)
 
 bool handleSpin(FormWindow& form, const NMUPDOWN& press)
 {
-    const Row* row = findRow(form, static_cast<int>(press.hdr.idFrom));
+    const Row* row = rowOfControl(form, static_cast<int>(press.hdr.idFrom));
     if (row == nullptr || !hasSpin(*row))
         return false;
     spin(form.state, *row, press.iDelta > 0);

@@ -5,6 +5,8 @@
 #include "forms/form.h"
 #include "ui/win32.h"
 
+#include <string>
+
 namespace torvane {
 
 // A form on screen.
@@ -12,12 +14,17 @@ struct FormWindow {
     HWND window = nullptr;
     FormState state;
     bool refreshing = false; // texts that the program sets are not the user's
+    std::wstring hint = {};  // as it is shown
 };
 
 // After openForm: attaches the up-down controls, bounds the edit boxes, and shows everything.
 void initializeControls(FormWindow& form);
 // Shows every row anew; the edit box that the user is typing in, if any, is left alone.
 void refreshControls(FormWindow& form, int typedId = 0);
+
+// The present row that a control belongs to, as the row's own control, one of its radio buttons, or what stands beside
+// it; null for none.
+const Row* rowOfControl(const FormWindow& form, int id);
 
 // Puts the keyboard into the entry that the last confirmation refused, its text selected.
 void focusRefused(const FormWindow& form);

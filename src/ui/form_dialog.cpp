@@ -6,6 +6,7 @@
 #include "command/settings_command.h"
 #include "core/wide_text.h"
 #include "ui/form_controls.h"
+#include "ui/form_hints.h"
 #include "ui/main_window.h"
 #include "ui/message_box.h"
 
@@ -60,6 +61,8 @@ INT_PTR onCommand(HWND dialog, WPARAM wParam)
 INT_PTR onNotify(HWND dialog, LPARAM lParam)
 {
     const NMHDR& header = *reinterpret_cast<const NMHDR*>(lParam);
+    if (header.code == TTN_GETDISPINFOW)
+        tellHint(formOf(dialog), *reinterpret_cast<NMTTDISPINFOW*>(lParam));
     if (header.code != UDN_DELTAPOS)
         return FALSE;
     handleSpin(formOf(dialog), *reinterpret_cast<const NMUPDOWN*>(lParam));

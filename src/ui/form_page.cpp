@@ -6,6 +6,7 @@
 #include "core/wide_text.h"
 #include "forms/form.h"
 #include "ui/form_controls.h"
+#include "ui/form_hints.h"
 #include "ui/main_window.h"
 #include "ui/message_box.h"
 
@@ -81,6 +82,9 @@ INT_PTR onNotify(HWND page, LPARAM lParam)
         if (handleSpin(form, *reinterpret_cast<const NMUPDOWN*>(lParam)))
             tellSheet(page);
         SetWindowLongPtrW(page, DWLP_MSGRESULT, TRUE);
+        return TRUE;
+    case TTN_GETDISPINFOW:
+        tellHint(form, *reinterpret_cast<NMTTDISPINFOW*>(lParam));
         return TRUE;
     case static_cast<UINT>(PSN_APPLY):
         SetWindowLongPtrW(page, DWLP_MSGRESULT, onApply(form, reinterpret_cast<const PSHNOTIFY*>(lParam)->lParam != 0));

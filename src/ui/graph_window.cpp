@@ -1,17 +1,20 @@
-// Messages of the graph window, and its painting by GDI.
+// Messages of the graph window, and its picture as a file.
 #include "ui/graph_window.h"
 
+#include "core/files.h"
+#include "core/shown_text.h"
 #include "core/wide_text.h"
 #include "plot/draw_graph.h"
 #include "plot/graph.h"
+#include "ui/file_prompts.h"
 #include "ui/main_window.h"
 #include "ui/message_box.h"
+#include "ui/paint_picture.h"
+#include "ui/png.h"
 #include "ui/resource_ids.h"
 
-#include <algorithm>
-#include <span>
 #include <string>
-#include <variant>
+#include <utility>
 #include <vector>
 
 namespace torvane {
@@ -19,6 +22,7 @@ namespace torvane {
 namespace {
 
 constexpr wchar_t className[] = L"graph";
+constexpr UINT savePictureId = 0x100; // of the system's menu, which keeps the low four bits and all from 0xF000 on
 constexpr int droppedWidth = 160; // pixels of a list that hangs down: wider than its box, for the longest series name
 
 struct GraphWindow {
@@ -29,57 +33,55 @@ struct GraphWindow {
 
 GraphWindow graphWindow;
 
-HFONT createFont(int height, bool emphasized)
+// The graph as it is shown, for a device; to be deleted.
+HBITMAP drawBitmap(HDC screen, const RECT& client)
 {
-    return CreateFontW(height, 0, 0, 0, FW_NORMAL, emphasized, emphasized, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
-                       CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, VARIABLE_PITCH | FF_SWISS, L"Arial");
-}
-
-void paint(HDC device, const PictureLine& line)
-{
-    GdiObject pen(CreatePen(PS_SOLID, line.width, line.colour));
-    HGDIOBJ before = SelectObject(device, pen);
-    MoveToEx(device, line.points.front().x, line.points.front().y, nullptr);
-    for (const Pixel& point : std::span(line.points).subspan(1))
-        LineTo(device, point.x, point.y);
+    HDC device = CreateCompatibleDC(screen);
+    HBITMAP bitmap = CreateCompatibleBitmap(screen, client.right, client.bottom);
+    HGDIOBJ before = SelectObject(device, bitmap);
+    FillRect(device, &client, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+    paintPicture(device, drawGraph(graphWindow.graph, client.right, client.bottom));
     SelectObject(device, before);
-}
-
-void paint(HDC device, const PictureBox& box)
-{
-    GdiObject brush(CreateSolidBrush(box.fill));
-    RECT place = {box.left, box.top, box.right, box.bottom};
-    FillRect(device, &place, brush);
-}
-
-void paint(HDC device, const PictureText& text)
-{
-    GdiObject font(createFont(text.height, text.emphasized));
-    HGDIOBJ before = SelectObject(device, font);
-    SetTextColor(device, text.colour);
-    std::wstring wide = widen(text.text);
-    TextOutW(device, text.at.x, text.at.y, wide.c_str(), static_cast<int>(wide.size()));
-    SelectObject(device, before);
-}
-
-void paintPicture(HDC device, const Picture& picture)
-{
-    SetBkMode(device, TRANSPARENT);
-    for (const PictureItem& item : picture.items)
-        std::visit([device](const auto& shape) { paint(device, shape); }, item);
+    DeleteDC(device);
+    return bitmap;
 }
 
 // Painted off screen and copied, so that a resize does not flicker.
 void paintBuffered(HDC screen, const RECT& client)
 {
+    GdiObject bitmap(drawBitmap(screen, client));
     HDC device = CreateCompatibleDC(screen);
-    GdiObject bitmap(CreateCompatibleBitmap(screen, client.right, client.bottom));
     HGDIOBJ before = SelectObject(device, bitmap);
-    FillRect(device, &client, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
-    paintPicture(device, drawGraph(graphWindow.graph, client.right, client.bottom));
     BitBlt(screen, 0, 0, client.right, client.bottom, device, 0, 0, SRCCOPY);
     SelectObject(device, before);
     DeleteDC(device);
+}
+
+// As it is shown, without the lists above it.
+void savePicture(HWND window)
+{
+    RECT client;
+    GetClientRect(window, &client);
+    HDC screen = GetDC(window);
+    GdiObject bitmap(drawBitmap(screen, client));
+    ReleaseDC(window, screen);
+    std::string path;
+    EnableWindow(mainWindow.window, FALSE); // its commands would close the graph under the prompt
+    bool chosen = promptSavePng(window, path);
+    EnableWindow(mainWindow.window, TRUE);
+    if (!chosen)
+        return;
+    std::vector<uint8_t> png = pngOf(bitmap);
+    if (png.empty() || replaceFile(path, {png}) != FileResult::ok)
+        showMessageBox(window, "error", "failed to write a file '" + shownText(path) + "'");
+}
+
+// The window has no menu but the system's, which its icon, Alt and the blank, and the right button open.
+void offerSaving(HWND window)
+{
+    HMENU menu = GetSystemMenu(window, FALSE);
+    AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
+    AppendMenuW(menu, MF_STRING, savePictureId, L"Save &Picture As ...");
 }
 
 void createControl(HWND window, const GraphControl& control)
@@ -109,9 +111,29 @@ void showChoices(HWND window)
 
 LRESULT onCreate(HWND window, WPARAM, LPARAM)
 {
-    graphWindow.controlFont = createFont(controlFontHeight, false);
+    graphWindow.controlFont = createGraphFont(controlFontHeight, false);
     for (const GraphControl& control : graphControls(graphWindow.graph))
         createControl(window, control);
+    offerSaving(window);
+    return 0;
+}
+
+LRESULT onSystemCommand(HWND window, WPARAM wParam, LPARAM lParam)
+{
+    if ((wParam & 0xFFF0) != savePictureId)
+        return DefWindowProcW(window, WM_SYSCOMMAND, wParam, lParam);
+    savePicture(window);
+    return 0;
+}
+
+LRESULT onRightClick(HWND window, WPARAM, LPARAM lParam)
+{
+    POINT at = {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
+    ClientToScreen(window, &at);
+    BOOL chosen =
+        TrackPopupMenu(GetSystemMenu(window, FALSE), TPM_RETURNCMD | TPM_RIGHTBUTTON, at.x, at.y, 0, window, nullptr);
+    if (chosen != 0)
+        PostMessageW(window, WM_SYSCOMMAND, static_cast<WPARAM>(chosen), 0);
     return 0;
 }
 
@@ -172,7 +194,9 @@ LRESULT onDestroy(HWND, WPARAM, LPARAM)
 constexpr MessageRow messages[] = {
     {WM_CREATE, onCreate},
     {WM_COMMAND, onCommand},
+    {WM_SYSCOMMAND, onSystemCommand},
     {WM_LBUTTONUP, onClick},
+    {WM_RBUTTONUP, onRightClick},
     {WM_PAINT, onPaint},
     {WM_ERASEBKGND, onEraseBackground},
     {WM_CTLCOLORSTATIC, onLabelColour},

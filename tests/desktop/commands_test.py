@@ -74,6 +74,50 @@ class CommandTest(DesktopTest):
         wait_for(lambda: self.picture(graph) != before, "other curves")
         self.desktop.screenshot(f"graph {dialog}")
 
+    def test_graph_saves_its_picture(self):
+        self.desktop.run("ctrl+c", "critical cornering")
+        graph = self.desktop.find("graph", "graph")
+        with tempfile.TemporaryDirectory() as folder:
+            path = pathlib.Path(folder) / "corner.png"
+            self.save_picture(graph, path)
+            wait_for(path.exists, "the picture")
+            wait_for(lambda: self.saved(path) == self.shown(graph, path), "the picture as it is shown")
+            path.write_bytes(b"old")
+            path.chmod(0o444)
+            self.save_picture(graph, path, "alt+y")
+            self.assertEqual(self.desktop.box("error"), f"failed to write a file '{desktop.windows_path(path)}'")
+            self.assertEqual([file.read_bytes() for file in pathlib.Path(folder).iterdir()], [b"old"])
+
+    def save_picture(self, graph, path, *answer):
+        left, top, right, bottom = graph["rect"]
+        self.desktop.xdotool("mousemove", (left + right) // 2, (top + bottom) // 2, "click", 3)
+        wait_for(self.desktop.find_menu, "the menu")
+        self.desktop.press("p")
+        window = self.desktop.dialog("Save As")
+        self.desktop.press("alt+n", "Home", "shift+End")
+        self.desktop.write(desktop.windows_path(path))
+        self.desktop.press("Return")
+        if answer:
+            wait_for(lambda: self.desktop.ask("front") != window, "the question")
+            self.desktop.press(*answer)
+        self.desktop.gone(window)
+
+    def pixels(self, *source):
+        done = subprocess.run([*source, "-depth", "8", "rgb:-"], env=self.desktop.env, capture_output=True, check=True)
+        return done.stdout
+
+    def saved(self, path):
+        """Its lower part, in which no control stands."""
+        return self.pixels("convert", str(path), "-chop", "0x80")
+
+    def shown(self, graph, path):
+        """The same part on the screen."""
+        width, height = map(int, subprocess.check_output(["identify", "-format", "%w %h", str(path)]).split())
+        left, _, right, bottom = graph["rect"]
+        frame = (right - left - width) // 2
+        area = f"{width}x{height - 80}+{left + frame}+{bottom - frame - height + 80}"
+        return self.pixels("import", "-window", "root", "-crop", area)
+
     def picture(self, graph):
         left, top, right, bottom = next(w for w in self.desktop.windows() if w["handle"] == graph)["rect"]
         area = f"{right - left}x{bottom - top - 90}+{left}+{top + 80}"
@@ -107,6 +151,13 @@ class DialogTest(DesktopTest):
             wait_for(lambda: self.desktop.ask("focus")["id"] == 5132, "the refused entry to have the keyboard")
             self.desktop.write("7")
             wait_for(lambda: self.desktop.control(window, 5132)["text"] == "7", "its text to be typed over")
+
+    def test_a_resting_pointer_tells_what_an_entry_means(self):
+        window = self.open("ctrl+a", "acceleration")
+        for number, meaning in ((5243, "to this velocity"), (5211, "what is known of the effort: the reference factor")):
+            left, top, right, bottom = self.desktop.control(window, number)["rect"]
+            self.desktop.xdotool("mousemove", left + 4, top + 4, "mousemove", left + 9, (top + bottom) // 2)
+            wait_for(lambda: self.desktop.find(meaning, "tooltips_class32"), meaning)
 
     def test_target_disables_its_own_field(self):
         window = self.open("ctrl+v", "power and velocity")
