@@ -69,6 +69,7 @@ private:
             walk();
             return;
         }
+        wanted *= legsLeft();
         road.shift(now.speed, std::fabs(lastAccele) < steadyAccele);
         double middle =
             std::max(0.0, now.speed + forcesAt(now.speed, wanted, RoadAhead::Losses::asBefore).accele * dt / 2);
@@ -85,6 +86,14 @@ private:
         advance(speed, middle, forces);
     }
 
+    // Nobody pedals up to the brakes: legs rest within the last share of a speed that the road allows, here or soon.
+    double legsLeft() const
+    {
+        constexpr double soon = 2, last = 0.05; // s, share
+        double allowed = std::min(limitAt(now.distance), limitAt(now.distance + now.speed * soon));
+        return now.speed > 0 ? std::clamp((allowed / now.speed - 1) / last, 0.0, 1.0) : 1;
+    }
+
     // Softer pedalling, or the brakes, so that no more acceleration than this is left.
     void hold(double accele, double speed, Forces& forces)
     {
@@ -96,13 +105,20 @@ private:
         now.going = now.brake > 0 ? Going::braking : forces.thrust > 0 ? Going::pedalling : Going::coasting;
     }
 
-    // The speed that the road allows at the end of a step; the step is shorter the more it has to brake.
+    // The highest speed for the end of a step that the road allows there; whoever is slower by then has not come so
+    // far.
     double allowedAfter(double speed) const
     {
-        double allowed = speed;
-        for (int round = 0; round < 2; ++round)
-            allowed = std::min(speed, limitAt(now.distance + (now.speed + allowed) / 2 * dt));
-        return allowed;
+        auto allows = [this](double end) { return end <= limitAt(now.distance + (now.speed + end) / 2 * dt); };
+        if (allows(speed))
+            return speed;
+        constexpr int rounds = 16;
+        double low = 0, high = speed;
+        for (int round = 0; round < rounds; ++round) {
+            double middle = (low + high) / 2;
+            (allows(middle) ? low : high) = middle;
+        }
+        return low;
     }
 
     double limitAt(double distance) const

@@ -45,8 +45,8 @@ struct CourseRide {
     double walkMetres = 0;
     double lowestCadence = 0;           // rpm at a steady speed; 0 who never pedals so
     double topSpeed = 0;                // m/s
-    double meanPower = 0;               // W over the time in motion
-    double normalisedPower = 0;         // W
+    double meanPower = 0;               // W over the time in the saddle: in motion, but for walking
+    double normalisedPower = 0;         // W, likewise
     double kiloJoule = 0;               // of the rider
     std::array<double, 2> hottest = {}; // Cel, brakes
     EnergyBalance energy = {};

@@ -39,7 +39,8 @@ void RideSums::add(const CourseStep& step, double seconds, double metres, bool s
 {
     into.movingSeconds += seconds;
     into.kiloJoule += step.power * seconds / 1000;
-    normalised.add(step.power, seconds);
+    if (step.going != Going::walking)
+        normalised.add(step.power, seconds);
     into.topSpeed = std::max(into.topSpeed, step.speed);
     for (size_t wheel = 0; wheel < into.hottest.size(); ++wheel)
         into.hottest[wheel] = std::max(into.hottest[wheel], step.brakeTemperature[wheel]);
@@ -64,7 +65,8 @@ void RideSums::add(const CourseStep& step, double seconds, double metres, bool s
 
 void RideSums::finish()
 {
-    into.meanPower = into.movingSeconds > 0 ? 1000 * into.kiloJoule / into.movingSeconds : 0;
+    double ridden = into.movingSeconds - into.walkSeconds;
+    into.meanPower = ridden > 0 ? 1000 * into.kiloJoule / ridden : 0;
     into.normalisedPower = normalised.value();
 }
 

@@ -116,7 +116,7 @@ TEST_F(PlanTest, BrakesInFrontOfBendsAndStops)
         if (to.going == Going::standing)
             standing += to.time - from.time;
         else
-            EXPECT_GT(to.speed - from.speed, -options.brakeDeceleration * options.timeStep * 1.4) << to.distance;
+            EXPECT_GT(to.speed - from.speed, -options.brakeDeceleration * options.timeStep * 1.1) << to.distance;
         if (to.distance > 1900 && to.distance < 2200)
             slowest = std::min(slowest, to.speed);
         EXPECT_LE(to.speed, options.topSpeed + 1e-9);
