@@ -69,7 +69,7 @@ private:
             walk();
             return;
         }
-        wanted *= legsLeft();
+        wanted *= std::min(legsLeft(), fallsTooSlowly(wanted));
         road.shift(now.speed, std::fabs(lastAccele) < steadyAccele);
         double middle =
             std::max(0.0, now.speed + forcesAt(now.speed, wanted, RoadAhead::Losses::asBefore).accele * dt / 2);
@@ -92,6 +92,14 @@ private:
         constexpr double soon = 2, last = 0.05; // s, share
         double allowed = std::min(limitAt(now.distance), limitAt(now.distance + now.speed * soon));
         return now.speed > 0 ? std::clamp((allowed / now.speed - 1) / last, 0.0, 1.0) : 1;
+    }
+
+    // Nor where the road alone leads to the top speed, or nearly: 0 there, 1 where the power still counts.
+    double fallsTooSlowly(double wanted)
+    {
+        if (road.now.slopeLoad >= 0 || wanted <= 0)
+            return 1;
+        return std::clamp(2 * road.resistance(ride.options.topSpeed) / wanted, 0.0, 1.0);
     }
 
     // Softer pedalling, or the brakes, so that no more acceleration than this is left.

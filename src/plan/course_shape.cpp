@@ -85,7 +85,7 @@ bool isRough(const std::vector<double>& heights, double step)
 // Hills bend twice as much over twice the way, or nearly; what the weather or a map does to the heights does not.
 bool wavers(const std::vector<double>& heights, double step)
 {
-    constexpr double span = 300, much = 5, hills = 1.6, leastLength = 2000; // m, m, ratio, m
+    constexpr double span = 300, much = 5, hills = 1.85, leastLength = 2000; // m, m, ratio, m
     double bent = bentOver(heights, span, step);
     bool isLong = static_cast<double>(heights.size()) * step > leastLength;
     return isLong && bent > much && bentOver(heights, 2 * span, step) < hills * bent;
