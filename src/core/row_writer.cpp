@@ -63,23 +63,18 @@ char* writePlain(char* to, double value, int decimals)
     uint64_t whole = static_cast<uint64_t>(scaled + wholesAlone - wholesAlone);
     if (value < 0 && whole != 0)
         *to++ = '-';
-    // From the last one to the first; then they go over at one stroke of fixed length.
-    char digits[2 * longestNumber] = {};
-    char* end = digits + longestNumber;
-    char* first = end;
-    auto putDigit = [&] {
-        *--first = static_cast<char>('0' + whole % 10);
+    int digits = decimals + 1;
+    for (uint64_t power = powersOfTen[decimals] * 10; whole >= power; power *= 10)
+        ++digits;
+    char* end = to + digits + (decimals > 0 ? 1 : 0);
+    char* place = end;
+    for (int i = 0; i < digits; ++i) { // from the last one on
+        if (i == decimals && decimals > 0)
+            *--place = '.';
+        *--place = static_cast<char>('0' + whole % 10);
         whole /= 10;
-    };
-    for (int i = 0; i < decimals; ++i)
-        putDigit();
-    if (decimals > 0)
-        *--first = '.';
-    do
-        putDigit();
-    while (whole != 0);
-    std::memcpy(to, first, longestNumber);
-    return to + (end - first);
+    }
+    return end;
 }
 
 } // namespace
