@@ -22,7 +22,7 @@ RunFiles plainRun(const Command& command, const std::vector<std::string>& files)
         run.sources.push_back(absolutePath(file));
     if (command.entry == Entry::openProfile || command.entry == Entry::saveProfile)
         run.sources.back() = profilePath(run.sources.back());
-    bool hasDestination = command.files.writes != FileKind::nothing;
+    bool hasDestination = command.files.destinationIsLast();
     if (command.files.destinationIsOptional() && files.size() == command.files.least)
         hasDestination = false;
     if (hasDestination) {
@@ -69,7 +69,8 @@ bool takesFolder(const CommandFiles& files)
 // A second ride in the place of a file to write is a slip, also where its name would have got another ending.
 std::string destinationFault(const CommandFiles& files, const Request& request, const RunFiles& run)
 {
-    bool slip = files.destinationIsOptional() && !request.force && fileExists(run.destination);
+    bool slip =
+        files.destinationIsOptional() && files.destinationIsLast() && !request.force && fileExists(run.destination);
     return slip ? run.destination + " is there already; several rides go with --into FOLDER" : std::string();
 }
 
@@ -116,6 +117,8 @@ std::string planRuns(const Command& command, const Request& request, std::vector
     if (std::ranges::find(request.files, std::string()) != request.files.end())
         return "a path is empty";
     runs.push_back(plainRun(command, request.files));
+    if (!request.saveProfile.empty())
+        runs.back().destination = profilePath(absolutePath(request.saveProfile));
     return destinationFault(files, request, runs.back());
 }
 

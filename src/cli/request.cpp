@@ -37,6 +37,10 @@ constexpr Option options[] = {
     {"--force", "", &Request::force, nullptr,
      "write over a file of another kind, or one that is there already; never over a source"},
     {"--prepare", "", &Request::prepare, nullptr, "at-one-stroke: first put the ride as its device wrote it in order"},
+    {"--save-profile", "FILE.pro", nullptr, &Request::saveProfile,
+     "calibrate: keep the present profile with what was learned"},
+    {"--as-angle", "", &Request::asAngle, nullptr,
+     "with --save-profile: as the torso angle of the same drag, for programs that know no factor"},
     {"--quiet", "", &Request::quiet, nullptr,
      "show no progress, which a terminal has while work takes more than a second"},
     {"--help", "", &Request::help, nullptr, "tell options and commands, or all of the command that follows"},
@@ -161,6 +165,8 @@ std::string readRequest(const std::vector<std::string>& arguments, Request& requ
     }
     if (request.prepare)
         request.entries.push_back({"prepare", "on"});
+    if (request.asAngle)
+        request.entries.push_back({"asAngle", "on"});
     return fault;
 }
 

@@ -26,6 +26,8 @@ struct Request {
     std::string size;                 // --size WIDTHxHEIGHT
     bool dark = false;                // --dark
     std::string into;                 // --into FOLDER
+    std::string saveProfile;          // --save-profile FILE
+    bool asAngle = false;             // --as-angle, the same as the entry asAngle=on
     int jobs = 0;                     // --jobs N; 0: as many as there are cores
     std::vector<Assignment> settings; // --set NAME=VALUE
     std::string command;              // empty: none

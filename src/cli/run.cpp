@@ -342,6 +342,8 @@ std::string checkUsage(const Command& command, const Request& request)
         return consoleName(command) + " has no graph";
     if (std::string fault = checkChartOptions(request); !fault.empty())
         return fault;
+    if (!request.saveProfile.empty() && !command.files.byOption)
+        return consoleName(command) + " saves no profile by an option";
     if (request.jobs != 0 && request.into.empty())
         return "--jobs is for the rides of --into";
     return checkRows(command, request);

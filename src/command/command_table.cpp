@@ -1,6 +1,7 @@
 // The commands as data: what each asks, what it commits, what runs, what follows.
 #include "command/command_table.h"
 
+#include "command/calibrate_command.h"
 #include "command/fit_tool_command.h"
 #include "command/gps_command.h"
 #include "command/gps_load_command.h"
@@ -10,6 +11,7 @@
 #include "command/ride_command.h"
 #include "command/settings_command.h"
 #include "command/theory_command.h"
+#include "report/calibration_figures.h"
 #include "report/fit_figures.h"
 #include "report/profile_report.h"
 #include "report/ride_answer_figures.h"
@@ -213,7 +215,7 @@ constexpr Command withRows(Command command)
     return command;
 }
 
-constexpr bool onlyNew = true, inParts = true;
+constexpr bool onlyNew = true, inParts = true, byOption = true;
 
 constexpr Command commands[] = {
     dialogCommand(commandAbout, "About", 'Q', 107),
@@ -326,6 +328,21 @@ constexpr Command commands[] = {
                "what a recorded ride cost: power, work, laps, climbs and gears, measured or predicted", 'J', false,
                2095, RideUse::none, MenuAfter::none, answerRideCommand, "",
                {1, 2, FileKind::fit, "RIDE [OUT.fit]", onlyNew}),
+    {.id = commandCalibrate,
+     .label = "Calibrate",
+     .meaning = "what rides with a power meter teach of your air drag: a factor for the profile, with its interval",
+     .key = 'K',
+     .shift = true,
+     .entry = Entry::dialog,
+     .form = 2097,
+     .work = worker,
+     .operation = calibrateCommand,
+     .answers = Answers::codes,
+     .files = {1, toolSourceCount, FileKind::profile, "RIDE... [--save-profile OUT.pro]", false, false, byOption},
+     .graph = GraphWhen::express,
+     .figures = [](const Command&) { return calibrationFigureInfos(); },
+     .hasRows = true,
+     .showsLower = true},
 };
 
 constexpr bool idsRise()

@@ -67,11 +67,16 @@ struct CommandFiles {
     const char* pattern = "";            // as the help shows them
     bool onlyNew = false;                // the destination must not be there
     bool inParts = false;                // the destination names the files that are written
+    bool byOption = false;               // the destination is named by --save-profile, and need not be there
 
+    bool destinationIsLast() const
+    {
+        return writes != FileKind::nothing && !byOption;
+    }
     // With the least number of files some commands have sources alone.
     bool destinationIsOptional() const
     {
-        return writes != FileKind::nothing && least == 1 && most > least;
+        return byOption || (writes != FileKind::nothing && least == 1 && most > least);
     }
 };
 

@@ -8,6 +8,7 @@
 #include "gps/loaded_ride.h"
 #include "gps/prepare.h"
 #include "model/model.h"
+#include "plan/calibrate.h"
 #include "report/figures.h"
 #include "ride/ride_records.h"
 
@@ -40,6 +41,7 @@ struct Session {
     std::string chosenRide = {};   // answer of the prompt of the load; UTF-8
     ToolInputs inputs = {};        // of the dialog that was confirmed last: files of a tool, of a written ride
     Preparation preparation = {};  // of the same
+    CalibrationOptions calibration = {}; // of the same
     Model model = modelOf(working);
     Drive lastDrive = {}; // of the last ride simulation
     // The ride that express, analyse and create work on. Each reads its file anew, unless the ride is in

@@ -111,6 +111,7 @@ Verdict confirmDialog(Session& session, FormState& dialog)
     if (verdict.passed) {
         session.inputs = dialog.inputs;
         session.preparation = dialog.preparation;
+        session.calibration = dialog.calibration;
         if (dialog.saveAsDefault)
             keepEntries(dialog, session.kept);
     }

@@ -74,6 +74,7 @@ enum CommandId : int {
     commandPrepare,
     commandCompare,
     commandRide,
+    commandCalibrate = 997,
 };
 
 } // namespace torvane

@@ -11,14 +11,14 @@ namespace torvane {
 
 namespace {
 
-using SourceImages = std::array<FitImage, toolSourceCount>;
-using SourceOrder = std::array<size_t, toolSourceCount>;
+using SourceImages = std::array<FitImage, combinedSourceCount>;
+using SourceOrder = std::array<size_t, combinedSourceCount>;
 
 // The files but for the destination.
 template <class Inputs>
 auto sourcesOf(Inputs& inputs)
 {
-    return std::span(inputs.files).template first<toolSourceCount>();
+    return std::span(inputs.files).template first<combinedSourceCount>();
 }
 
 int countInUse(const ToolInputs& inputs)

@@ -17,6 +17,7 @@ struct Extension {
 
 constexpr Extension fitExtension = {".fit", ".FIT"};
 constexpr Extension dumpExtension = {".csv", ".CSV"};
+constexpr Extension profileExtension = {".pro", ".PRO"};
 
 void completeExtension(std::string& path, const Extension& extension)
 {
@@ -75,6 +76,11 @@ bool checkPartDestinations(ToolInputs& inputs, Verdict& verdict)
 bool checkDumpDestination(ToolInputs& inputs, Verdict& verdict)
 {
     return checkPath(inputs.files[toolDestination].path, verdict, dumpExtension) && checkNoSource(inputs, verdict);
+}
+
+bool checkProfileDestination(ToolInputs& inputs, Verdict& verdict)
+{
+    return checkPath(inputs.files[toolDestination].path, verdict, profileExtension) && checkNoSource(inputs, verdict);
 }
 
 } // namespace torvane

@@ -13,8 +13,9 @@
 
 namespace torvane {
 
-constexpr size_t toolSourceCount = 5; // only the combination has more than the first
-constexpr size_t toolDestination = 5;
+constexpr size_t toolSourceCount = 12;    // most tools have the first alone
+constexpr size_t combinedSourceCount = 5; // of the combination
+constexpr size_t toolDestination = toolSourceCount;
 
 // The paths of one tool. The dialog fills in the paths; the check fills in the rest, which the run reads.
 struct ToolInputs {
@@ -54,11 +55,12 @@ ToolOutcome runFieldDump(const ToolInputs& inputs, const ParameterBlock& options
 int32_t timestampShift(const ParameterBlock& options);
 
 // A destination needs an existing folder and a name; a name that does not end in ".fit" or ".FIT" gets ".fit" appended
-// (".csv" for a dump). On a fault the box is added to verdict and false comes back.
+// (".csv" for a dump, ".pro" for a profile). On a fault the box is added to verdict and false comes back.
 bool checkDestinationPath(std::string& path, Verdict& verdict);
 // The same for the destination of a tool, which is none of its sources either.
 bool checkDestination(ToolInputs& inputs, Verdict& verdict);
 bool checkDumpDestination(ToolInputs& inputs, Verdict& verdict);
+bool checkProfileDestination(ToolInputs& inputs, Verdict& verdict);
 // For a division, by the survey that its check made: the path is only what the names of the parts are made of.
 bool checkPartDestinations(ToolInputs& inputs, Verdict& verdict);
 // That a file to be written is not the source, by whatever names, links and spellings the two go.

@@ -23,9 +23,9 @@ constexpr EntryMeaning meanings[] = {
     {any, "cadenceShiftDown", "where you change gear when you slow down"},
     {any, "ftp", "power that you hold for an hour; open when the preference useFtp is on"},
     {any, "dragFactor",
-     "multiplies your whole air drag: what a ride with a power meter has taught, 1 where nothing is known; counts with "
-     "the "
-     "preference useCalibration, and always in ride"},
+     "multiplies your whole air drag: what calibrate has learned of a ride with a power meter, 1 where nothing is "
+     "known; "
+     "counts with the preference useCalibration, and always in ride, plan and calibrate"},
     {any, "exceptWheels", "on: the bicycle is weighed without wheels and tyres, and theirs are added"},
     {any, "bikeWeight", "of the bicycle with its wheels, and with bottles, bags and lock if they come along"},
     {any, "bikeWeightExceptWheels", "the same without wheels and tyres"},
@@ -169,6 +169,8 @@ constexpr EntryMeaning meanings[] = {
     {any, "dropPower", "take out a measured power, so that it is predicted"},
     {any, "dropCadence", "take out a measured cadence, so that it is predicted"},
     {any, "sport", "of a recording of several sports the legs of this one are taken"},
+    {any, "meterPlace", "where the power meter sits; a meter in the hub sees less than one in the pedals"},
+    {any, "asAngle", "save the torso angle of the same drag at 40 kph instead of a factor"},
     // FIT tools
     {any, "convertEnabled", "write the form of header that fitFormat names"},
     {any, "fitFormat", "form of the header: the older of 12 bytes, or the one of 14"},

@@ -9,6 +9,7 @@
 #include "gps/loaded_ride.h"
 #include "gps/prepare.h"
 #include "model/model.h"
+#include "plan/calibrate.h"
 
 #include <array>
 #include <cstddef>
@@ -34,7 +35,7 @@ enum class RowKind : uint8_t {
     button, // asks for another form, `child`
 };
 
-enum class Browse : uint8_t { none, openFit, openRide, saveFit, saveCsv };
+enum class Browse : uint8_t { none, openFit, openRide, saveFit, saveCsv, saveProfile };
 
 constexpr size_t noField = SIZE_MAX;
 constexpr int destinationPath = static_cast<int>(toolDestination); // `index` of a destination
@@ -150,6 +151,7 @@ struct FormState {
     // Entries that no block holds; the front end hands them to what runs once the form is confirmed. Never remembered.
     ToolInputs inputs;
     Preparation preparation;
+    CalibrationOptions calibration;
     LoadedRide ride; // whose settings are asked for: the loaded one, or the source once its button has looked at it
 };
 

@@ -125,11 +125,12 @@ Result<Answer> run(Asking& asking)
 // The commands of the ride in hand take no source.
 std::optional<Error> checkFiles(const Command& command, const Question& question)
 {
-    size_t destinations = command.files.writes != FileKind::nothing;
+    size_t destinations = command.files.destinationIsLast();
+    bool may = command.files.destinationIsOptional();
     bool inHand = worksOnLoadedRide(command);
     size_t least = inHand ? 0 : command.files.least - std::min(destinations, command.files.least);
     size_t most = inHand ? 0 : command.files.most - std::min(destinations, command.files.most);
-    if (question.sources.size() < least || question.destination.empty() != (destinations == 0))
+    if (question.sources.size() < least || (!may && question.destination.empty() != (destinations == 0)))
         return incomplete(command, destinations ? "its sources and a destination" : "its sources, and no destination");
     if (question.sources.size() > most)
         return Error{.kind = ErrorKind::refused, .text = consoleName(command) + " takes fewer sources"};

@@ -133,7 +133,7 @@ void tellRides(std::span<const MeasuredRide> given, const std::vector<Worked>& r
         tellAlone(windows[i], ride);
         answer.doubts |= ride.doubts;
         answer.temperature += measured.temperature / static_cast<double>(rides.size());
-        answer.day = std::max(answer.day, measured.seconds.front().timestamp);
+        answer.day = std::max(answer.day, ride.start);
     }
 }
 
@@ -183,10 +183,12 @@ void tellRows(const std::vector<Worked>& rides, const std::vector<RideWindows>& 
               CalibrationAnswer& answer)
 {
     for (size_t i = 0; i < rides.size(); ++i)
-        for (const EnergyWindow& window : windows[i].windows)
+        for (const EnergyWindow& window : windows[i].windows) {
+            auto after = [&](double factor) { return window.predicted(factor, fit.winds[i]); };
             answer.rows.push_back({rides[i].place, window.from + window.seconds / 2, window.metres, window.thrust,
-                                   window.predicted(answer.factorBefore, {}),
-                                   window.predicted(fit.factor, fit.winds[i])});
+                                   window.predicted(answer.factorBefore, {}), after(fit.factor), after(answer.lowest),
+                                   after(answer.highest)});
+        }
 }
 
 std::vector<std::vector<EnergyWindow>> shortWindows(const std::vector<Worked>& rides)
@@ -234,6 +236,7 @@ std::vector<Worked> takeRides(const Model& model, std::span<const MeasuredRide> 
     for (size_t i = 0; i < rides.size(); ++i) {
         CalibratedRide& told = answer.rides.emplace_back();
         told.temperature = rides[i].temperature;
+        told.start = rides[i].seconds.empty() ? 0 : rides[i].seconds.front().timestamp;
         Worked worked = {i, {}};
         told.fault = take(model, rides[i], meter, worked);
         if (told.fault != CalibrationFault::none)
@@ -259,7 +262,7 @@ CalibrationAnswer calibrateRides(const Model& model, std::span<const MeasuredRid
                                  const CalibrationOptions& options)
 {
     CalibrationAnswer answer;
-    std::vector<Worked> worked = takeRides(model, rides, options.meter, answer);
+    std::vector<Worked> worked = takeRides(model, rides, static_cast<Stage>(options.meter), answer);
     answer.ridesUsed = worked.size();
     if (worked.empty())
         return answer;
@@ -270,6 +273,7 @@ CalibrationAnswer calibrateRides(const Model& model, std::span<const MeasuredRid
     answer.residual = fit.spread;
     answer.heightShare = heightShare(windows, fit);
     answer.dragArea = dragArea(model, fit.factor);
+    answer.angle = angleOfFactor(model, fit.factor);
     tellInterval(worked, windows, fit, answer);
     tellRides(rides, worked, windows, fit, answer);
     addDoubts(answer);

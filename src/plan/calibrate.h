@@ -14,13 +14,21 @@
 namespace torvane {
 
 struct CalibrationOptions {
-    Stage meter = stagePedaling; // where the power is measured; not the thrust
+    int32_t meter = stagePedaling; // Stage where the power is measured; not the thrust
+    int32_t asAngle = 0;           // what is saved is a torso angle instead of the factor
 };
+constexpr int meterPlaceCount = stageThrust;
+
+// What calibration answers beside the codes of reading.
+constexpr StatusCode calibrateNothingUsed = 0x20101; // no ride could be used
+constexpr StatusCode calibrateBeyond = 0x20102;      // the factor is beyond what a profile takes, and was not saved
+constexpr StatusCode calibrateNoAngle = 0x20103;     // no torso angle gives this drag
+constexpr StatusCode calibrateNotWritten = 0x20104;  // the profile file
 
 // What came of one of the rides.
 struct CalibratedRide {
     CalibrationFault fault = CalibrationFault::none;
-    StatusCode code = fitOk; // of an unreadable one
+    uint32_t start = 0; // FIT seconds
     LeftOutSeconds seconds = {};
     size_t windows = 0;
     bool foundWind = false;
@@ -37,6 +45,7 @@ struct CalibrationRow {
     size_t ride;
     double seconds, metres; // since the start of the ride
     double measured, before, after;
+    double lowest, highest; // after, by the ends of the interval
 };
 
 struct CalibrationAnswer {
@@ -47,6 +56,7 @@ struct CalibrationAnswer {
     double error = 0;               // standard error
     double lowest = 1, highest = 1; // of the 95 percent interval
     double dragArea = 0;            // m2 at 40 kph
+    std::optional<double> angle;    // deg, of the torso, that gives the same drag there without a factor
     double factorBefore = 1;        // of the profile
     double rollingEffect = 0;       // on the factor, of 20 percent more rolling
     double residual = 0;            // W, spread of the windows

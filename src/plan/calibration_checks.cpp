@@ -74,6 +74,8 @@ bool isShuttle(const ThrustRide& ride)
 
 CalibrationFault faultOfRecords(const MeasuredRide& ride)
 {
+    if (ride.code != fitOk)
+        return CalibrationFault::unreadable;
     if (!any(ride, [](const MeasuredSecond& s) { return std::isfinite(s.power); }))
         return CalibrationFault::withoutPower;
     if (!any(ride, [](const MeasuredSecond& s) { return s.power > 0; }))

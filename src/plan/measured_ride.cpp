@@ -57,14 +57,10 @@ bool isVirtual(const FitImage& prepared)
     return found;
 }
 
-} // namespace
-
-StatusCode readMeasuredRide(const ParameterBlock& settings, const std::string& path, const PrepareOptions& options,
-                            MeasuredRide& ride, Progress* progress)
+StatusCode read(const ParameterBlock& settings, const PrepareOptions& options, MeasuredRide& ride, Progress* progress)
 {
     FitImage prepared = {};
-    ride.path = path;
-    if (StatusCode code = loadPrepared(prepared, path, options, ride.findings, progress))
+    if (StatusCode code = loadPrepared(prepared, ride.path, options, ride.findings, progress))
         return code;
     Activity activity;
     PrepareFindings again;
@@ -75,6 +71,17 @@ StatusCode readMeasuredRide(const ParameterBlock& settings, const std::string& p
     for (const RideSample& sample : activity.samples)
         ride.seconds.push_back(secondOf(sample));
     return fitOk;
+}
+
+} // namespace
+
+MeasuredRide readMeasuredRide(const ParameterBlock& settings, const std::string& path, const PrepareOptions& options,
+                              Progress* progress)
+{
+    MeasuredRide ride;
+    ride.path = path;
+    ride.code = read(settings, options, ride, progress);
+    return ride;
 }
 
 } // namespace torvane

@@ -25,15 +25,16 @@ struct MeasuredSecond {
 
 struct MeasuredRide {
     std::string path;                    // as the user named it
+    StatusCode code = fitOk;             // of its reading; without seconds where that is none
     std::vector<MeasuredSecond> seconds; // rising by time
     double temperature = 20;             // Cel, mean of the day
     bool isVirtual = false;              // ridden in front of a screen
     PrepareFindings findings = {};
 };
 
-// Reads and prepares a ride of any kind. The codes of loadPrepared. The temperature is the settings' where no record
-// has one.
-StatusCode readMeasuredRide(const ParameterBlock& settings, const std::string& path, const PrepareOptions& options,
-                            MeasuredRide& ride, Progress* progress = nullptr);
+// Reads and prepares a ride of any kind; its code is one of loadPrepared. The temperature is the settings' where no
+// record has one.
+MeasuredRide readMeasuredRide(const ParameterBlock& settings, const std::string& path, const PrepareOptions& options,
+                              Progress* progress = nullptr);
 
 } // namespace torvane

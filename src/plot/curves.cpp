@@ -61,6 +61,7 @@ struct About {
 };
 
 constexpr About abouts[] = {
+    {"missedAfter", {"measuredPower", "powerBefore", "powerAfter", "missedAfter"}},
     {"frontBrake", {"velocity", "frontBrake", "rearBrake"}},
     {"totalAirResist", {"pedalingPower", "totalAirResist", "rollingResist", "gradiantResist"}},
     {"pedalingPower", {"velocity", "pedalingPower", "crankCadence"}},

@@ -36,6 +36,10 @@ constexpr LayoutSeries corneringBandSeries[] = {
     {"velocity(kph)", 0},
     {"corner radius(m)", 0},
 };
+constexpr LayoutSeries calibrationSeries[] = {
+    {"distance(km)", 0},    {"measured power(W)", 1}, {"power before(W)", 1},  {"power after(W)", 1},
+    {"lowest power(W)", 1}, {"highest power(W)", 1},  {"missed before(W)", 1}, {"missed after(W)", 1},
+};
 
 enum GraphKind : int { oneLine = 1, twoLinesChosen = 3 };
 
@@ -47,7 +51,7 @@ struct Layout {
 // In the order of GraphLayout.
 constexpr Layout layouts[] = {
     {twoLinesChosen, frequencyBandSeries}, {twoLinesChosen, processSeries}, {twoLinesChosen, brakingSeries},
-    {twoLinesChosen, rollingSeries},       {oneLine, corneringBandSeries},
+    {twoLinesChosen, rollingSeries},       {oneLine, corneringBandSeries},  {twoLinesChosen, calibrationSeries},
 };
 
 // How many series a kind takes, and the complaint when there are others.

@@ -45,6 +45,7 @@ enum class GraphLayout {
     braking,       // motion and brake temperatures
     rolling,       // motion alone
     corneringBand, // radius over velocity or margin
+    calibration,   // measured and predicted powers over the distance
 };
 
 // Empties the record, gives it the kind, names and scale groups of a layout, and takes memory for the points expected.

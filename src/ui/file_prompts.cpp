@@ -107,6 +107,8 @@ bool promptBrowse(HWND owner, Browse browse, std::string& path)
         return promptSaveFit(owner, path);
     case Browse::saveCsv:
         return promptSaveCsv(owner, path);
+    case Browse::saveProfile:
+        return promptSaveProfile(owner, path);
     case Browse::none:
         break;
     }

@@ -1,6 +1,8 @@
 // Calibration against rides whose rider is known. TORVANE_MADE_RIDES is how many of the series there shall be.
 #include "plan/calibrate.h"
-#include "plan/made_ride.h"
+#include "plan/plan_course.h"
+#include "rides/made_ride.h"
+#include "rides/made_ride_file.h"
 
 #include <gtest/gtest.h>
 
@@ -108,6 +110,36 @@ TEST(Calibrate, FindsNoWindOneWayAndSaysHowLittleItKnows)
         EXPECT_TRUE(answer.doubts & doubtOneWay);
         EXPECT_GT(answer.highest - answer.lowest, 0.4);
         EXPECT_TRUE(holds(answer, 0.9)) << direction << ": " << answer.factor;
+    }
+}
+
+double movingTime(const Model& rider, const std::string& path)
+{
+    PlanOptions options;
+    options.effort = effortAsRidden;
+    options.asRidden = path;
+    Course course;
+    PlannedCourse planned;
+    EXPECT_EQ(loadCourse(path, options, course), fitOk);
+    EXPECT_EQ(planCourse(rider, defaultBlock(), course, options, planned), fitOk);
+    return planned.ride.movingSeconds;
+}
+
+// What one half of a ride teaches, tells the time of the other by its power.
+TEST(Calibrate, MakesPlansTrue)
+{
+    TestFolder folder;
+    for (double factor : {0.8, 1.3}) {
+        MeasuredRide first = makeRide(model, {.factor = factor}, {}), second = first;
+        second.seconds.erase(second.seconds.begin(), second.seconds.begin() + 1800);
+        first.seconds.resize(1800);
+        std::string path = folder.path + "half.fit";
+        writeBytes(path, fileOf(second));
+        Model taught = model;
+        taught.calibration = calibrationOf(calibrate({first}));
+        rebuildModel(taught);
+        EXPECT_NEAR(movingTime(taught, path) / 1800, 1, 0.03) << factor;
+        EXPECT_GT(std::fabs(movingTime(model, path) / 1800 - 1), 0.03) << "without";
     }
 }
 

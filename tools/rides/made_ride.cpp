@@ -1,4 +1,4 @@
-#include "plan/made_ride.h"
+#include "rides/made_ride.h"
 
 #include "model/constants.h"
 #include "rides/ride_step.h"

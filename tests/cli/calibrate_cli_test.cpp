@@ -1,0 +1,68 @@
+// Calibration from the files of a device to the profile that keeps it.
+#include "console_fixture.h"
+
+#include "rides/made_ride.h"
+#include "rides/made_ride_file.h"
+
+#include <gtest/gtest.h>
+
+namespace torvane {
+namespace {
+
+class CalibrateConsole : public ConsoleTest {
+protected:
+    std::string made(const std::string& name, const MadeRider& rider, const MadeRide& ride)
+    {
+        ParameterBlock block = defaultBlock();
+        return put(name, fileOf(makeRide(modelOf(block), rider, ride)));
+    }
+    std::string profile = in + "taught.pro";
+};
+
+TEST_F(CalibrateConsole, TeachesAProfileThatRideThenTakes)
+{
+    std::string ride = made("a.fit", {.factor = 0.8}, {.windSpeed = 3}), table = in + "t.csv", graph = in + "g.svg";
+    Call told = call({"--rows", table, "--graph", graph, "calibrate", ride, "--save-profile", profile});
+    ASSERT_EQ(told.code, 0) << told.err;
+    EXPECT_TRUE(contains(told.out, "\teffective wind\t: 3.")) << told.out;
+    EXPECT_TRUE(contains(told.err, "success to save current profile to 'taught.pro'")) << told.err;
+    EXPECT_TRUE(bytesOf(table).size() > 1000 && bytesOf(graph).size() > 1000);
+    Call page = call({"--profile", profile, "501"});
+    EXPECT_TRUE(contains(page.out, "0.8") || contains(page.out, "0.7")) << page.out;
+    EXPECT_TRUE(contains(page.out, "2001")) << "the day of the ride: " << page.out;
+    std::string calm = made("b.fit", {.factor = 0.8}, {.seed = 9});
+    EXPECT_TRUE(contains(call({"--profile", profile, "ride", calm}).out, " is 1.0") ||
+                contains(call({"--profile", profile, "ride", calm}).out, " is 0.9"));
+    EXPECT_TRUE(contains(call({"ride", calm}).out, " is 1.1")) << "and before";
+}
+
+TEST_F(CalibrateConsole, SavesAnAngleWhereAFactorIsNotWanted)
+{
+    std::string ride = made("a.fit", {.factor = 1.2}, {});
+    EXPECT_EQ(call({"calibrate", "--as-angle", ride, "--save-profile", profile}).code, 0);
+    Call page = call({"--profile", profile, "501"});
+    EXPECT_TRUE(contains(page.out, "torso angle\t\t\t:   3") || contains(page.out, "torso angle\t\t\t:   4")) << page.out;
+    EXPECT_FALSE(contains(page.out, "factor")) << page.out;
+    Call again = call({"--profile", profile, "calibrate", ride});
+    EXPECT_TRUE(contains(again.out, "\tfactor\t\t: 1.0") || contains(again.out, "\tfactor\t\t: 0.99")) << again.out;
+}
+
+TEST_F(CalibrateConsole, SavesNothingOfWhatTellsNothing)
+{
+    std::string good = made("good.fit", {}, {.seconds = 1500});
+    std::string still = made("still.fit", {}, {.power = 0, .seconds = 600});
+    Call none = call({"calibrate", still, "--save-profile", profile});
+    EXPECT_EQ(none.code, 1);
+    EXPECT_TRUE(contains(none.err, "'still.fit' tells nothing of air drag: all its powers are 0")) << none.err;
+    EXPECT_TRUE(bytesOf(profile).empty());
+    Call lone = call({"calibrate", made("strange.fit", {}, {.seconds = 30})});
+    EXPECT_EQ(lone.code, 1) << lone.out;
+    Call both = call({"calibrate", still, good});
+    EXPECT_EQ(both.code, 0) << both.err;
+    EXPECT_TRUE(contains(both.err, "'still.fit' tells nothing")) << "a ride that is left out is told";
+    EXPECT_EQ(call({"ride", good, "--save-profile", profile}).code, 2);
+    EXPECT_EQ(call({"calibrate", good, "--save-profile", good}).code, 2) << "a ride is no profile";
+}
+
+} // namespace
+} // namespace torvane
