@@ -41,7 +41,8 @@ TEST_F(CalibrateConsole, SavesAnAngleWhereAFactorIsNotWanted)
     std::string ride = made("a.fit", {.factor = 1.2}, {});
     EXPECT_EQ(call({"calibrate", "--as-angle", ride, "--save-profile", profile}).code, 0);
     Call page = call({"--profile", profile, "501"});
-    EXPECT_TRUE(contains(page.out, "torso angle\t\t\t:   3") || contains(page.out, "torso angle\t\t\t:   4")) << page.out;
+    EXPECT_TRUE(contains(page.out, "torso angle\t\t\t:   3") || contains(page.out, "torso angle\t\t\t:   4"))
+        << page.out;
     EXPECT_FALSE(contains(page.out, "factor")) << page.out;
     Call again = call({"--profile", profile, "calibrate", ride});
     EXPECT_TRUE(contains(again.out, "\tfactor\t\t: 1.0") || contains(again.out, "\tfactor\t\t: 0.99")) << again.out;

@@ -1,4 +1,5 @@
 // Calibration against rides whose rider is known. TORVANE_MADE_RIDES is how many of the series there shall be.
+#include "fit/fit_builder.h"
 #include "plan/calibrate.h"
 #include "plan/plan_course.h"
 #include "rides/made_ride.h"

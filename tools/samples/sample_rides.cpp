@@ -159,14 +159,15 @@ Bytes loop(const Model& profile)
     Model model = profile;
     model.calibration.dragFactor = 0.85F;
     rebuildModel(model);
-    RideTask task = {.start = morning + 40 * day,
-                     .latitude = 47.02,
-                     .longitude = 7.05,
-                     .altitude = 440,
-                     .heading = 30,
-                     .weather = {.temperature = 15, .windSpeed = 3, .windDirection = 240, .physics = Physics::ofTheRoad},
-                     .legs = {},
-                     .stops = {}};
+    RideTask task = {
+        .start = morning + 40 * day,
+        .latitude = 47.02,
+        .longitude = 7.05,
+        .altitude = 440,
+        .heading = 30,
+        .weather = {.temperature = 15, .windSpeed = 3, .windDirection = 240, .physics = Physics::ofTheRoad},
+        .legs = {},
+        .stops = {}};
     for (int round = 0; round < 2; ++round)
         for (double rise : {0.4, 1.1, -0.6, -0.9}) {
             task.legs.push_back({1200, rise, 60, 190 + 20 * rise});
