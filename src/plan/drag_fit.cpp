@@ -37,7 +37,7 @@ double spreadOf(std::span<const RideWindows> rides, const DragFit& fit, double r
         for (const EnergyWindow& window : rides[ride].windows)
             sizes.push_back(std::fabs(residual(window, fit.factor, fit.winds[ride], rollingShare)));
     if (sizes.empty())
-        return 0;
+        return 1;
     auto middle = sizes.begin() + static_cast<ptrdiff_t>(sizes.size() / 2);
     std::ranges::nth_element(sizes, middle);
     return std::max(1.0, perMedian * *middle);
@@ -134,31 +134,34 @@ void improve(std::span<const RideWindows> rides, DragFit& fit, Robust robust, do
 
 constexpr double blockLength = 300; // s
 
-// Blocks drawn as often as there are some: how often the windows of each are counted.
-std::vector<double> drawnCounts(const std::vector<EnergyWindow>& windows, std::mt19937& random)
+// The windows of a ride by their blocks: which block each one is in.
+struct Blocks {
+    std::vector<size_t> ofWindow;
+    size_t count = 0;
+};
+
+Blocks blocksOf(const std::vector<EnergyWindow>& windows)
 {
-    auto blockOf = [](const EnergyWindow& window) {
-        return std::floor((window.from + window.seconds / 2) / blockLength);
-    };
-    std::vector<double> blocks;
-    for (const EnergyWindow& window : windows)
-        if (blocks.empty() || blocks.back() != blockOf(window))
-            blocks.push_back(blockOf(window));
-    std::vector<double> counts(windows.size());
-    for (size_t draw = 0; draw < blocks.size(); ++draw) {
-        double drawn = blocks[random() % blocks.size()];
-        for (size_t i = 0; i < windows.size(); ++i)
-            counts[i] += blockOf(windows[i]) == drawn;
+    Blocks blocks;
+    double last = -1;
+    for (const EnergyWindow& window : windows) {
+        double place = std::floor((window.from + window.seconds / 2) / blockLength);
+        blocks.count += place != last;
+        last = place;
+        blocks.ofWindow.push_back(blocks.count - 1);
     }
-    return counts;
+    return blocks;
 }
 
-size_t countBlocks(std::span<const RideWindows> rides)
+// Blocks drawn as often as there are some: how often the windows of each are counted.
+std::vector<double> drawnCounts(const Blocks& blocks, std::mt19937& random)
 {
-    size_t windows = 0;
-    for (const RideWindows& ride : rides)
-        windows += ride.windows.size();
-    return std::max<size_t>(2, windows * static_cast<size_t>(wholeWindow) / static_cast<size_t>(blockLength));
+    std::vector<double> drawn(blocks.count), counts;
+    for (size_t draw = 0; draw < blocks.count; ++draw)
+        ++drawn[random() % blocks.count];
+    for (size_t block : blocks.ofWindow)
+        counts.push_back(drawn[block]);
+    return counts;
 }
 
 } // namespace
@@ -180,20 +183,23 @@ double drawnError(std::span<const RideWindows> rides, const DragFit& fit)
 {
     constexpr int draws = 200, rounds = 3;
     std::mt19937 random(20); // any number, always the same
-    double sum = 0, squares = 0;
+    std::vector<Blocks> all;
+    double blocks = 0, sum = 0, squares = 0;
+    for (const RideWindows& ride : rides)
+        blocks += static_cast<double>(all.emplace_back(blocksOf(ride.windows)).count);
     for (int draw = 0; draw < draws; ++draw) {
         Counts counts;
-        for (const RideWindows& ride : rides)
-            counts.push_back(drawnCounts(ride.windows, random));
+        for (const Blocks& own : all)
+            counts.push_back(drawnCounts(own, random));
         DragFit drawn = fit;
         for (int round = 0; round < rounds; ++round)
             improve(rides, drawn, Robust::tukey, 1, counts);
         sum += drawn.factor - fit.factor;
         squares += (drawn.factor - fit.factor) * (drawn.factor - fit.factor);
     }
-    double blocks = static_cast<double>(countBlocks(rides));
     double variance = squares / draws - sum * sum / draws / draws;
-    return std::sqrt(std::max(0.0, variance) * blocks / (blocks - 1));
+    double fewness = blocks > 1 ? blocks / (blocks - 1) : 2; // few blocks differ too little from each other
+    return std::sqrt(std::max(0.0, variance) * fewness);
 }
 
 } // namespace torvane

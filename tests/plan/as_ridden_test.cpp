@@ -1,6 +1,6 @@
 // Measured power in, time out: rides made by the model with a meter, gusts, and devices' noise.
-#include "plan/made_ride.h"
 #include "plan/plan_course.h"
+#include "rides/made_ride.h"
 
 #include "core/text.h"
 #include "fit/fit_builder.h"
