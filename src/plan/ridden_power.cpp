@@ -43,6 +43,7 @@ RiddenSeconds movingSeconds(std::span<const RideSample> samples)
 void clipSpikes(std::vector<RiddenSecond>& seconds)
 {
     std::vector<double> powers;
+    powers.reserve(seconds.size());
     for (const RiddenSecond& second : seconds)
         powers.push_back(second.power);
     auto most = powers.end() - 1 - static_cast<std::ptrdiff_t>(spikeShare * static_cast<double>(powers.size()));

@@ -52,15 +52,14 @@ std::vector<size_t> bestCuts(const std::vector<Sums>& sums, size_t pieces)
     size_t count = sums.size() - 1;
     std::vector<double> costs(count + 1, std::numeric_limits<double>::infinity());
     costs[0] = 0;
-    std::vector<std::vector<size_t>> cutBefore;
+    std::vector<std::vector<size_t>> cutBefore(pieces, std::vector<size_t>(count + 1, 0));
     for (size_t piece = 0; piece < pieces; ++piece) {
         std::vector<double> next(count + 1, std::numeric_limits<double>::infinity());
-        std::vector<size_t>& from = cutBefore.emplace_back(count + 1, 0);
         for (size_t end = piece + 1; end <= count; ++end)
             for (size_t start = piece; start < end; ++start)
                 if (double cost = costs[start] + spreadOf(sums[start], sums[end]); cost < next[end]) {
                     next[end] = cost;
-                    from[end] = start;
+                    cutBefore[piece][end] = start;
                 }
         costs = std::move(next);
     }
