@@ -142,11 +142,12 @@ private:
     {
         road.go(now.distance, walkingSpeed * dt);
         road.thrustFor(0, walkingSpeed);
+        out.energy.walked += kineticAt(walkingSpeed) - kineticAt(now.speed);
         now.going = Going::walking;
         now.brake = 0;
         now.speed = walkingSpeed;
         double resistance = road.resistance(walkingSpeed);
-        advance(walkingSpeed, walkingSpeed, {std::max(0.0, resistance), resistance, 0});
+        advance(walkingSpeed, walkingSpeed, {resistance, resistance, 0});
     }
 
     void advance(double speed, double middle, const Forces& forces)
@@ -194,6 +195,11 @@ private:
         }
     }
 
+    double kineticAt(double speed) const
+    {
+        return mass * speed * speed / 2;
+    }
+
     bool atStop() const
     {
         const std::vector<Stop>& stops = ride.options.stops;
@@ -219,6 +225,7 @@ private:
 
     void stand(double seconds)
     {
+        out.energy.brakes += kineticAt(now.speed);
         now.speed = now.power = now.motor = now.brake = now.cadence = 0;
         now.going = Going::standing;
         now.distance = std::max(now.distance, placeOfStop());
@@ -240,7 +247,7 @@ private:
     {
         out.seconds = now.time;
         sums.finish();
-        out.energy.kinetic = mass * now.speed * now.speed / 2;
+        out.energy.kinetic = kineticAt(now.speed);
         const std::vector<CoursePoint>& points = ride.course.points;
         for (size_t i = 0; i + 1 < points.size(); ++i) {
             double rise = std::sin(std::atan(points[i].slope / 100));

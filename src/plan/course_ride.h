@@ -33,7 +33,7 @@ struct CourseStep {
 struct EnergyBalance {
     double thrust = 0; // of rider and motor, at the road
     double slope = 0, air = 0, rolling = 0, brakes = 0, kinetic = 0;
-    double walked = 0;  // what it takes to push the bicycle on foot
+    double walked = 0;  // what it takes to push the bicycle on foot, or to hold it
     double heights = 0; // weight times the rises of the course, point by point; must come to `slope`
 };
 

@@ -71,6 +71,13 @@ bool evenBeside(Planning& planning, PlannedCourse& planned)
     return true;
 }
 
+// Where the price of steady states has led astray, as on a course that is mostly walked, even power stands.
+void keepFaster(Planning& planning, PlannedCourse& planned)
+{
+    if (planning.ride(planned.profile).seconds > planned.even.seconds)
+        planned.profile = constantPower(planned.evenPower);
+}
+
 StatusCode planPaced(Planning& planning, PlannedCourse& planned)
 {
     Aim aim;
@@ -80,11 +87,18 @@ StatusCode planPaced(Planning& planning, PlannedCourse& planned)
     int rounds = aim.time ? 2 : 1; // a time that is met with less power wants that power's plan
     for (int round = 0; round < rounds; ++round) {
         planned.profile = pacedAt(planning, planned.power);
-        if (!planning.solve(planned.profile, aim, planned.power))
-            return fault(aim);
+        if (!planning.solve(planned.profile, aim, planned.power)) {
+            if (planning.conditions().options.pacing == pacingThree)
+                return fault(aim);
+            planned.profile = constantPower(planned.evenPower); // which was solved for
+        }
         planned.power = planning.ride(planned.profile).normalisedPower;
     }
-    return !aim.time || evenBeside(planning, planned) ? fitOk : planPowerOutOfReach;
+    if (aim.time && !evenBeside(planning, planned))
+        return planPowerOutOfReach;
+    if (planning.conditions().options.pacing == pacingPlan)
+        keepFaster(planning, planned);
+    return fitOk;
 }
 
 StatusCode planAsRidden(Planning& planning, PlannedCourse& planned, Progress* progress)
