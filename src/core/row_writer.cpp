@@ -4,7 +4,6 @@
 #include "core/text.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstring>
 
