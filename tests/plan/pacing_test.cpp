@@ -31,7 +31,8 @@ TEST_F(PlanTest, LeastTimeIsNeverSlowerThanEvenPower)
         {"hills of 10 km", hills(125, 10000), 40000, 0, 0.015},
         {"short hills", hills(6, 300), 20000, 0, -5e-4},
         {"down alone", slopeOf(-5), 10000, 0, -5e-4},
-        {"mostly on foot", hills(200, 2000), 10000, 0, 0}, // where steady states lead astray
+        {"much on foot", hills(55.7, 700), 6000, 0, 0}, // where steady states lead astray
+        {"steep", hills(114.6, 2000), 6000, 0, 0},
     };
     options.pacing = pacingPlan;
     for (const Case& test : cases) {
