@@ -3,6 +3,8 @@
 
 #include "core/units.h"
 #include "model/constants.h"
+#include "rides/made_ride.h"
+#include "rides/made_ride_file.h"
 
 #include <gtest/gtest.h>
 
@@ -59,6 +61,7 @@ bool isAmong(const std::vector<double>& figures, const std::string& number)
 TEST_F(ConsoleTest, FiguresHoldEveryNumberOfAReport)
 {
     std::string ride = put("a.fit", plainRide(90)), rated = in + "rated.fit";
+    ParameterBlock block = defaultBlock();
     call({"create", ride, rated});
     const std::vector<std::string> calls[] = {
         {"--set=useFtp=on", "801", "rideVelocity=90"},
@@ -84,6 +87,7 @@ TEST_F(ConsoleTest, FiguresHoldEveryNumberOfAReport)
         {"prepare", ride, in + "b.fit"},
         {"compare", rated, rated},
         {"ride", put("long.fit", plainRide(400))},
+        {"calibrate", put("metered.fit", fileOf(makeRide(modelOf(block), {}, {.seconds = 1800})))},
     };
     for (const std::vector<std::string>& arguments : calls) {
         std::string text = textOf(call(arguments).out), json = call({"--json"}, arguments).out;
