@@ -19,7 +19,8 @@ void calibrate(benchmark::State& state)
     std::vector<std::string> paths;
     for (int64_t i = 0; i < state.range(0); ++i) {
         paths.push_back(benchmarkFolder() + "/made-" + std::to_string(i) + ".fit");
-        writeBytes(paths.back(), fileOf(makeRide(model, {}, {.windSpeed = 3, .seed = static_cast<unsigned>(i)})));
+        writeBytes(paths.back(),
+                   fileOf(makeMeteredRide(model, {}, {.windSpeed = 3, .seed = static_cast<unsigned>(i)})));
     }
     for (auto _ : state) {
         std::vector<MeasuredRide> rides;

@@ -11,10 +11,10 @@ namespace {
 
 class CalibrateConsole : public ConsoleTest {
 protected:
-    std::string made(const std::string& name, const MadeRider& rider, const MadeRide& ride)
+    std::string made(const std::string& name, const MadeRider& rider, const MeteredRide& ride)
     {
         ParameterBlock block = defaultBlock();
-        return put(name, fileOf(makeRide(modelOf(block), rider, ride)));
+        return put(name, fileOf(makeMeteredRide(modelOf(block), rider, ride)));
     }
     // Of the power that ride predicts to the measured one.
     static double ratioOfRide(std::vector<std::string> front, const std::string& ride)

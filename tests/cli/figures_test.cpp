@@ -87,7 +87,7 @@ TEST_F(ConsoleTest, FiguresHoldEveryNumberOfAReport)
         {"prepare", ride, in + "b.fit"},
         {"compare", rated, rated},
         {"ride", put("long.fit", plainRide(400))},
-        {"calibrate", put("metered.fit", fileOf(makeRide(modelOf(block), {}, {.seconds = 1800})))},
+        {"calibrate", put("metered.fit", fileOf(makeMeteredRide(modelOf(block), {}, {.seconds = 1800})))},
     };
     for (const std::vector<std::string>& arguments : calls) {
         std::string text = textOf(call(arguments).out), json = call({"--json"}, arguments).out;

@@ -37,7 +37,7 @@ TEST(AsRidden, TakesTheTimeThatTheRideTook)
         MadeCase made = madeCase(i, i % 3);
         block.temperature = 18;
         Model profile = modelOf(block);
-        MeasuredRide ride = makeRide(profile, made.rider, made.ride);
+        MeasuredRide ride = makeMeteredRide(profile, made.rider, made.ride);
         PlanOptions options;
         options.effort = effortAsRidden;
         options.asRidden = writeGpx(folder, ride);

@@ -42,11 +42,11 @@ double middle(std::vector<double> values)
 // Share by which a factor misses the work of a calm round of the same rider on another road.
 double missOfAnotherRide(const MadeCase& made, double factor)
 {
-    MadeRide calm = made.ride;
+    MeteredRide calm = made.ride;
     calm.windSpeed = 0;
     calm.seed += 5000;
     calm.terrain = static_cast<Terrain>((static_cast<int>(calm.terrain) + 1) % 3);
-    ThrustRide ride = thrustOf(model, makeRide(model, made.rider, calm), stagePedaling);
+    ThrustRide ride = thrustOf(model, makeMeteredRide(model, made.rider, calm), stagePedaling);
     SecondUse use = markSeconds(ride, factor, {});
     double predicted = 0, measured = 0;
     for (const EnergyWindow& window : windowsOf(ride, use, 60)) {
@@ -67,7 +67,7 @@ Series runSeries(int count, double windSpeed)
     std::vector<double> errors, before, after, another;
     for (int i = 0; i < count; ++i) {
         MadeCase made = madeCase(static_cast<unsigned>(i), windSpeed);
-        CalibrationAnswer answer = calibrate({makeRide(model, made.rider, made.ride)});
+        CalibrationAnswer answer = calibrate({makeMeteredRide(model, made.rider, made.ride)});
         series.rms += std::pow(answer.factor / made.rider.factor - 1, 2) / count;
         series.held += holds(answer, made.rider.factor);
         errors.push_back(answer.error / answer.factor);
@@ -104,8 +104,8 @@ TEST(MadeRides, AreCalibratedWithinTheirIntervals)
 TEST(Calibrate, FindsNoWindOneWayAndSaysHowLittleItKnows)
 {
     for (double direction : {70.0, 250.0, 160.0}) { // ahead, behind, from the side
-        MadeRide made = {.way = Way::oneWay, .windSpeed = 3, .windDirection = direction};
-        CalibrationAnswer answer = calibrate({makeRide(model, {.factor = 0.9}, made)});
+        MeteredRide made = {.way = Way::oneWay, .windSpeed = 3, .windDirection = direction};
+        CalibrationAnswer answer = calibrate({makeMeteredRide(model, {.factor = 0.9}, made)});
         EXPECT_FALSE(answer.rides[0].foundWind);
         EXPECT_EQ(std::hypot(answer.rides[0].wind.east, answer.rides[0].wind.north), 0);
         EXPECT_TRUE(answer.doubts & doubtOneWay);
@@ -131,7 +131,7 @@ TEST(Calibrate, MakesPlansTrue)
 {
     TestFolder folder;
     for (double factor : {0.8, 1.3}) {
-        MeasuredRide first = makeRide(model, {.factor = factor}, {}), second = first;
+        MeasuredRide first = makeMeteredRide(model, {.factor = factor}, {}), second = first;
         second.seconds.erase(second.seconds.begin(), second.seconds.begin() + 1800);
         first.seconds.resize(1800);
         std::string path = folder.path + "half.fit";
@@ -167,13 +167,13 @@ TEST(Calibrate, RefusesWhatTellsNothing)
         {tooFewWindows, [](MeasuredSecond& s, size_t i) { s.power = i % 25 == 0 ? 21733 : s.power; }},
         {tooFewWindows, [](MeasuredSecond& s, size_t i) { s.speed = i > 500 ? 2 : s.speed; }},
     };
-    MeasuredRide good = makeRide(model, {}, {.seconds = 1800});
+    MeasuredRide good = makeMeteredRide(model, {}, {.seconds = 1800});
     EXPECT_EQ(calibrate({good}).ridesUsed, 1U);
     std::vector<MeasuredRide> rides;
     for (const Spoilt& spoilt : table)
         everySecond(rides.emplace_back(good), spoilt.change);
     rides.emplace_back(good).seconds.resize(1);
-    rides.push_back(makeRide(model, {}, {.terrain = Terrain::flat, .way = Way::thereAndBack, .legLength = 700}));
+    rides.push_back(makeMeteredRide(model, {}, {.terrain = Terrain::flat, .way = Way::thereAndBack, .legLength = 700}));
     CalibrationAnswer answer = calibrate(rides);
     EXPECT_EQ(answer.ridesUsed, 0U);
     EXPECT_EQ(calibrationOf(answer).dragFactor, 0);
@@ -188,7 +188,7 @@ TEST(Calibrate, TakesSeveralRidesTogetherAndTellsWhenTheyDiffer)
     std::vector<MeasuredRide> rides;
     for (unsigned seed : {1U, 2U, 3U})
         rides.push_back(
-            makeRide(model, {.factor = 0.85}, {.windSpeed = 3, .windDirection = 90.0 * seed, .seed = seed}));
+            makeMeteredRide(model, {.factor = 0.85}, {.windSpeed = 3, .windDirection = 90.0 * seed, .seed = seed}));
     CalibrationAnswer same = calibrate(rides);
     EXPECT_EQ(same.ridesUsed, 3U);
     EXPECT_TRUE(holds(same, 0.85)) << same.factor;
@@ -196,7 +196,7 @@ TEST(Calibrate, TakesSeveralRidesTogetherAndTellsWhenTheyDiffer)
     EXPECT_NEAR(same.rides[0].wind.east, 3, 0.7);
     EXPECT_NEAR(same.rides[1].wind.north, -3, 0.7);
     EXPECT_FALSE(same.doubts & doubtRidesDiffer);
-    rides.push_back(makeRide(model, {.factor = 1.3}, {.seed = 4}));
+    rides.push_back(makeMeteredRide(model, {.factor = 1.3}, {.seed = 4}));
     EXPECT_TRUE(calibrate(rides).doubts & doubtRidesDiffer);
     EXPECT_EQ(calibrate(rides).factor, calibrate(rides).factor) << "the same rides give the same answer";
 }
@@ -204,7 +204,7 @@ TEST(Calibrate, TakesSeveralRidesTogetherAndTellsWhenTheyDiffer)
 // Spikes and a brake that nobody feels at the pedals are left out, each with its count.
 TEST(Calibrate, LeavesOutWhatIsNoPedalling)
 {
-    MeasuredRide ride = makeRide(model, {.factor = 1.1}, {.terrain = Terrain::hilly});
+    MeasuredRide ride = makeMeteredRide(model, {.factor = 1.1}, {.terrain = Terrain::hilly});
     CalibrationAnswer clean = calibrate({ride});
     EXPECT_GT(clean.rides[0].seconds[leftBraking], 20U) << "downhill";
     ride.seconds[700].power = ride.seconds[1900].power = 21733;
@@ -216,7 +216,7 @@ TEST(Calibrate, LeavesOutWhatIsNoPedalling)
 
 TEST(Calibrate, IsAbsoluteAndKnowsWhereTheMeterSits)
 {
-    MeasuredRide ride = makeRide(model, {.factor = 1.2}, {});
+    MeasuredRide ride = makeMeteredRide(model, {.factor = 1.2}, {});
     double factor = calibrate({ride}).factor;
     Model learned = model;
     learned.calibration.dragFactor = 0.7F;
@@ -235,7 +235,7 @@ TEST(Calibrate, TurnsAFactorIntoAnAngle)
         Model bent = model;
         bent.state.torsoAngle = *angleOfFactor(model, factor);
         rebuildModel(bent);
-        EXPECT_NEAR(calibrate({makeRide(bent, {}, {})}).factor, factor, 0.05 * factor);
+        EXPECT_NEAR(calibrate({makeMeteredRide(bent, {}, {})}).factor, factor, 0.05 * factor);
     }
     EXPECT_FALSE(angleOfFactor(model, 0.5));
     EXPECT_FALSE(angleOfFactor(model, 1.8));

@@ -38,7 +38,7 @@ Waves wavesOf(Terrain terrain, double leg)
     }
 }
 
-Road roadAt(const MadeRide& made, double distance)
+Road roadAt(const MeteredRide& made, double distance)
 {
     Waves waves = wavesOf(made.terrain, made.legLength);
     bool back = made.way == Way::thereAndBack && std::fmod(distance, 2 * made.legLength) >= made.legLength;
@@ -57,7 +57,7 @@ Road roadAt(const MadeRide& made, double distance)
     return road;
 }
 
-double pedalled(const MadeRide& made, const Road& road, double speed, double mood)
+double pedalled(const MeteredRide& made, const Road& road, double speed, double mood)
 {
     bool coasts = road.rise < -0.02 && speed > 12;
     return coasts ? 0 : std::max(0.0, made.power * (1 + 3 * std::clamp(road.rise, -0.1, 0.1) + mood));
@@ -76,7 +76,7 @@ Model ridersModel(const Model& profile, const MadeRider& rider)
 
 } // namespace
 
-MeasuredRide makeRide(const Model& profile, const MadeRider& rider, const MadeRide& made)
+MeasuredRide makeMeteredRide(const Model& profile, const MadeRider& rider, const MeteredRide& made)
 {
     constexpr double dt = 0.5, fastest = 15;
     std::mt19937 random(made.seed);

@@ -15,7 +15,7 @@ struct MadeRider {
     double load = 0;    // kg, more than the profile knows: bottles
 };
 
-struct MadeRide {
+struct MeteredRide {
     Terrain terrain = Terrain::rolling;
     Way way = Way::loop;
     double legLength = 8000;  // m of a round, or until the turn
@@ -29,12 +29,12 @@ struct MadeRide {
     double thermometerError = 3; // Cel, likewise: devices stand in the sun
 };
 
-MeasuredRide makeRide(const Model& profile, const MadeRider& rider, const MadeRide& made);
+MeasuredRide makeMeteredRide(const Model& profile, const MadeRider& rider, const MeteredRide& made);
 
 // The i-th of the rides that the figures of calibration are told for.
 struct MadeCase {
     MadeRider rider;
-    MadeRide ride;
+    MeteredRide ride;
 };
 MadeCase madeCase(unsigned i, double windSpeed);
 
