@@ -14,6 +14,7 @@ import unittest
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 CLI = pathlib.Path(os.environ.get("TORVANE_CLI", ROOT / "build" / "native" / "torvane-cli"))
 SIZES = ("320x240", "640x480", "1280x720", "2400x1600")
+RIDES = (("calibrate", "loop.fit"),)
 EDGE = 0.5  # px that letters of a browser may be off
 
 MEASURE = """
@@ -44,7 +45,8 @@ def widths():
 
 
 def charts():
-    """Calls of every command that draws without a file, once for each of its targets, and one with all curves."""
+    """Calls of every command that draws without a file, once for each of its targets, one with all curves, and those
+    of rides."""
     for command in json.loads(run("help", "--json").stdout)["commands"]:
         if not command["graph"] or "files" in command:
             continue
@@ -53,6 +55,8 @@ def charts():
         for target in targets[0] if targets else [None]:
             yield [command["name"], *([f"rideTarget={target}"] if target else [])]
     yield ["--curves", "velocity,distance,accele,pedalingPower,pedalingTorque,crankCadence", "acceleration"]
+    for command, ride in RIDES:
+        yield ["--profile", str(ROOT / "samples" / "profiles" / "road.pro"), command, str(ROOT / "samples" / "rides" / ride)]
 
 
 def measure(pictures, folder):
