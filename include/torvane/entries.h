@@ -25,6 +25,7 @@ enum class EntryKind {
     whole,  // a number without decimals
     choice, // one of `choices`
     onOff,
+    text, // any words that the entry's meaning tells of; empty by itself
 };
 
 // An entry, as it could be given now.

@@ -35,6 +35,8 @@ EntryHelp helpOn(const FormState& state, const Row& row)
         help.defaults = defaultsOf(state, row);
         return help;
     }
+    if (row.kind == RowKind::words)
+        return help;
     help.labels = rowLabels(state, row);
     int value = row.kind == RowKind::button ? -1 : chosenValue(state, row);
     if (value >= 0 && value < static_cast<int>(help.labels.size()))

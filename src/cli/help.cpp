@@ -94,6 +94,8 @@ std::vector<std::string> wordsOf(const EntryHelp& entry)
         words.push_back(defaultsOf(entry));
     } else if (row.kind == RowKind::check) {
         words = {"off | on", entry.defaults[0] != 0 ? "(default on)" : "(default off)"};
+    } else if (row.kind == RowKind::words) {
+        words = {"a", "text"};
     } else {
         addChoices(words, entry.labels);
         if (!entry.chosen.empty())

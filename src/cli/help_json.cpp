@@ -36,6 +36,8 @@ const char* kindName(const Row& row)
         return "whole";
     case RowKind::check:
         return "switch";
+    case RowKind::words:
+        return "text";
     default:
         return "choice";
     }
@@ -64,6 +66,8 @@ void addValues(JsonList& object, const EntryHelp& entry)
     } else if (entry.row->kind == RowKind::check) {
         object.member("choices", "[\"off\", \"on\"]");
         object.member("default", entry.defaults[0] != 0 ? "\"on\"" : "\"off\"");
+    } else if (entry.row->kind == RowKind::words) {
+        addText(object, "default", "");
     } else {
         object.member("choices", jsonTexts(entry.labels));
         addText(object, "default", entry.chosen);

@@ -2,6 +2,7 @@
 #include "command/command_table.h"
 
 #include "command/calibrate_command.h"
+#include "command/course_command.h"
 #include "command/fit_tool_command.h"
 #include "command/gps_command.h"
 #include "command/gps_load_command.h"
@@ -12,6 +13,7 @@
 #include "command/settings_command.h"
 #include "command/theory_command.h"
 #include "report/calibration_figures.h"
+#include "report/course_figures.h"
 #include "report/fit_figures.h"
 #include "report/profile_report.h"
 #include "report/ride_answer_figures.h"
@@ -328,6 +330,21 @@ constexpr Command commands[] = {
                "what a recorded ride cost: power, work, laps, climbs and gears, measured or predicted", 'J', false,
                2095, RideUse::none, MenuAfter::none, answerRideCommand, "",
                {1, 2, FileKind::fit, "RIDE [OUT.fit]", onlyNew}),
+    {.id = commandCourse,
+     .label = "Course Ahead",
+     .meaning = "a course ahead: how long, how hard, in which gear, and where to spend the power",
+     .key = 'G',
+     .entry = Entry::dialog,
+     .form = 2096,
+     .work = worker,
+     .operation = planCommand,
+     .answers = Answers::codes,
+     .files = {1, 2, FileKind::fit, "TRACK [OUT.fit]", onlyNew},
+     .graph = GraphWhen::course,
+     .figures = [](const Command&) { return courseFigureInfos(); },
+     .hasRows = true,
+     .showsLower = true,
+     .aliases = "plan"},
     {.id = commandCalibrate,
      .label = "Calibrate",
      .meaning = "what rides with a power meter teach of your air drag: a factor for the profile, with its interval",

@@ -164,7 +164,7 @@ void checkHidden(const FormState& state, const Row& row, const Assignment& assig
     if (isChosen(row)) {
         if (valueOf(state, row, assignment.value) < 0)
             refuseChoice(state, row, assignment, faults);
-    } else if (readsAsNumber(row, assignment, faults) && (!row.checked || row.checked(state, row)) &&
+    } else if (isEdit(row) && readsAsNumber(row, assignment, faults) && (!row.checked || row.checked(state, row)) &&
                isBeyond(row, std::strtod(assignment.value.c_str(), nullptr))) {
         std::string text = assignment.name + " takes " + limitsText(row) + ", not " + assignment.value;
         faults.refusals.push_back({RefusalKind::beyondLimits, assignment.name, text, assignment.value, &row});
@@ -177,6 +177,8 @@ void place(FormState& state, const Row& row, const Assignment& assignment, Entry
         makeChoice(state, row, assignment, faults);
     else if (isEdit(row))
         typeEntry(state, row, assignment, faults);
+    else if (row.kind == RowKind::words)
+        setPath(state, row, assignment.value);
 }
 
 // What goes to the defaults takes effect there.
@@ -207,7 +209,7 @@ void keepRefused(EntryFaults& faults, const FormState& state)
     if (!faults.refused)
         return;
     const Row& row = *faults.refused;
-    if (row.kind == RowKind::path)
+    if (row.kind == RowKind::path || row.kind == RowKind::words)
         faults.given = rowText(state, row);
     if (!isEdit(row))
         return;

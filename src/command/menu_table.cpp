@@ -78,6 +78,7 @@ constexpr MenuItem menus[] = {
     {separator},
     {command, nullptr, commandOneStroke},
     {command, nullptr, commandRide},
+    {command, nullptr, commandCourse},
     {command, nullptr, commandCalibrate},
     {separator},
     {command, nullptr, commandCombine},

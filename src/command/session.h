@@ -9,6 +9,7 @@
 #include "gps/prepare.h"
 #include "model/model.h"
 #include "plan/calibrate.h"
+#include "plan/plan_entries.h"
 #include "report/figures.h"
 #include "ride/ride_records.h"
 
@@ -42,6 +43,7 @@ struct Session {
     ToolInputs inputs = {};        // of the dialog that was confirmed last: files of a tool, of a written ride
     Preparation preparation = {};  // of the same
     CalibrationOptions calibration = {}; // of the same
+    PlanEntries plan = {};               // of the same
     Model model = modelOf(working);
     Drive lastDrive = {}; // of the last ride simulation
     // The ride that express, analyse and create work on. Each reads its file anew, unless the ride is in

@@ -112,6 +112,7 @@ Verdict confirmDialog(Session& session, FormState& dialog)
         session.inputs = dialog.inputs;
         session.preparation = dialog.preparation;
         session.calibration = dialog.calibration;
+        session.plan = dialog.plan;
         if (dialog.saveAsDefault)
             keepEntries(dialog, session.kept);
     }

@@ -74,6 +74,7 @@ enum CommandId : int {
     commandPrepare,
     commandCompare,
     commandRide,
+    commandCourse,
     commandCalibrate = 997,
 };
 

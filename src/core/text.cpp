@@ -162,6 +162,27 @@ std::string shownFileName(std::string_view path)
     return shownText(fileName(path));
 }
 
+std::string xmlEscaped(std::string_view text)
+{
+    std::string result;
+    for (char c : text) {
+        switch (c) {
+        case '&':
+            result += "&amp;";
+            break;
+        case '<':
+            result += "&lt;";
+            break;
+        case '>':
+            result += "&gt;";
+            break;
+        default:
+            result += static_cast<unsigned char>(c) < 0x20 ? ' ' : c;
+        }
+    }
+    return result;
+}
+
 size_t pieceLength(std::string_view text, size_t limit)
 {
     if (text.size() <= limit)

@@ -39,6 +39,9 @@ std::string_view fileName(std::string_view path);
 // The same, fit to be shown.
 std::string shownFileName(std::string_view path);
 
+// As text of an XML document, which knows no control characters.
+std::string xmlEscaped(std::string_view text);
+
 // Where to cut a long text for a receiver that takes at most limit bytes at a time: behind the last line end within the
 // limit, else between two characters of UTF-8. At least one byte of a text that is not empty.
 size_t pieceLength(std::string_view text, size_t limit);

@@ -15,27 +15,30 @@ struct Extension {
     std::string_view lower, upper; // the two spellings that stand as they are; any other gets the lower one appended
 };
 
-constexpr Extension fitExtension = {".fit", ".FIT"};
-constexpr Extension dumpExtension = {".csv", ".CSV"};
-constexpr Extension profileExtension = {".pro", ".PRO"};
+// The first one is appended where there is none of them.
+constexpr Extension fitExtension[] = {{".fit", ".FIT"}};
+constexpr Extension dumpExtension[] = {{".csv", ".CSV"}};
+constexpr Extension profileExtension[] = {{".pro", ".PRO"}};
+constexpr Extension courseExtensions[] = {{".fit", ".FIT"}, {".gpx", ".GPX"}};
 
-void completeExtension(std::string& path, const Extension& extension)
+void completeExtension(std::string& path, std::span<const Extension> extensions)
 {
     // The last dot of the whole path counts, be it in a folder's name.
     size_t dot = path.rfind('.');
     std::string_view present = dot == std::string::npos ? std::string_view{} : std::string_view(path).substr(dot);
-    if (present != extension.lower && present != extension.upper)
-        path += extension.lower;
+    auto is = [&](const Extension& extension) { return present == extension.lower || present == extension.upper; };
+    if (std::ranges::none_of(extensions, is))
+        path += extensions[0].lower;
 }
 
-bool checkPath(std::string& path, Verdict& verdict, const Extension& extension)
+bool checkPath(std::string& path, Verdict& verdict, std::span<const Extension> extensions)
 {
     size_t separator = lastSeparator(path);
     if (separator == std::string::npos || !folderExists(path.substr(0, separator + 1)))
         return refuse(verdict, "error", "not existing directory for a destination file", toolDestination);
     if (separator + 1 == path.size())
         return refuse(verdict, "error", "not existing filename for a destination file", toolDestination);
-    completeExtension(path, extension);
+    completeExtension(path, extensions);
     return true;
 }
 
@@ -62,6 +65,11 @@ bool checkDestinationPath(std::string& path, Verdict& verdict)
 bool checkDestination(ToolInputs& inputs, Verdict& verdict)
 {
     return checkDestinationPath(inputs.files[toolDestination].path, verdict) && checkNoSource(inputs, verdict);
+}
+
+bool checkCourseDestination(ToolInputs& inputs, Verdict& verdict)
+{
+    return checkPath(inputs.files[toolDestination].path, verdict, courseExtensions) && checkNoSource(inputs, verdict);
 }
 
 bool checkPartDestinations(ToolInputs& inputs, Verdict& verdict)

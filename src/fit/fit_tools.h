@@ -61,6 +61,8 @@ bool checkDestinationPath(std::string& path, Verdict& verdict);
 bool checkDestination(ToolInputs& inputs, Verdict& verdict);
 bool checkDumpDestination(ToolInputs& inputs, Verdict& verdict);
 bool checkProfileDestination(ToolInputs& inputs, Verdict& verdict);
+// The same of a course, which may be a GPX file as well.
+bool checkCourseDestination(ToolInputs& inputs, Verdict& verdict);
 // For a division, by the survey that its check made: the path is only what the names of the parts are made of.
 bool checkPartDestinations(ToolInputs& inputs, Verdict& verdict);
 // That a file to be written is not the source, by whatever names, links and spellings the two go.

@@ -8,7 +8,7 @@
 
 namespace torvane {
 
-constexpr uint8_t fileTypeActivity = 4;
+constexpr uint8_t fileTypeActivity = 4, fileTypeCourse = 6;
 
 // Name of a file_id type, "unknown file type" for one that has none.
 const char* fileTypeName(uint8_t fileType);

@@ -24,6 +24,8 @@ enum GlobalMessage : uint16_t {
     messageLap = 19,
     messageRecord = 20,
     messageEvent = 21,
+    messageCourse = 31,
+    messageCoursePoint = 32,
     messageActivity = 34,
     messageLength = 101,
 };

@@ -8,7 +8,8 @@ namespace {
 
 constexpr int any = 0;
 constexpr int cadenceTheory = 2011;
-constexpr int powerAndVelocity = 2021, patternBraking = 2024, inclination = 2025, cornering = 2026, convert = 2056;
+constexpr int powerAndVelocity = 2021, patternBraking = 2024, inclination = 2025, cornering = 2026, convert = 2056,
+              courseAhead = 2096;
 
 // A form's own meaning stands before the one for any form.
 constexpr EntryMeaning meanings[] = {
@@ -189,6 +190,33 @@ constexpr EntryMeaning meanings[] = {
     {any, "minutes", "that the clock was late, besides days and hours"},
     {any, "timestampOffset", "the same in seconds; negative for a clock that was early"},
     {any, "timestampTruncate", "round down to a multiple of 256 s, for files whose records carry compressed times"},
+    // A course ahead
+    {any, "effort",
+     "what you give: a constant power, a normalised power, what a wanted time takes, a share of ftp, or "
+     "the power of another ride"},
+    {courseAhead, "power", "that you hold, or the normalised power of the ride"},
+    {courseAhead, "time", "that you want to take, stops included"},
+    {any, "ftpShare", "normalised power as a share of your ftp"},
+    {any, "asRidden", "file of another ride with power along this road; its power is ridden again"},
+    {any, "pacing", "even power, one power up, on the flat and down, or the least time at the same normalised power"},
+    {any, "steepFrom", "slope from which the first of the three powers is ridden"},
+    {any, "downBelow", "slope below which the last of the three powers is ridden"},
+    {any, "steepShare", "of the three powers the one uphill, against the others"},
+    {any, "flatShare", "of the three powers the one on the flat, against the others"},
+    {any, "downShare", "of the three powers the one downhill, against the others"},
+    {any, "least", "power that the plan never goes below while you pedal, of the normalised power"},
+    {any, "most", "power that the plan never goes above, of the normalised power"},
+    {any, "stretches", "in how many stretches of one power the plan is told at most"},
+    {any, "altitudeSmoothing", "length of road over which its altitudes are smoothed; longer where they are noisy"},
+    {courseAhead, "windSpeed", "of the wind over the land, at your height"},
+    {any, "windDirection", "where the wind comes from: 0 north, 90 east"},
+    {any, "topSpeed", "faster you do not let it roll"},
+    {any, "bendAcceleration", "to the side, that you take bends with at most; less where the tyres hold less"},
+    {any, "brakeDeceleration", "with which you brake before bends and stops at most"},
+    {any, "leastCadence", "who cannot turn the lowest gear as fast as this walks"},
+    {any, "stops", "\"3x10min\" evenly over the course, or \"40:10min 85.5:300s\" at these kilometres"},
+    {any, "start", "\"8:30\" or \"2026-05-01 8:30\", in UTC; the answer then tells times of the day"},
+    {any, "fileType", "of a written FIT file: a course to follow, or an activity as if it had been ridden"},
 };
 
 std::string labelOf(const FormState& state, const Row& choice, int value)

@@ -184,12 +184,21 @@ void append(Verdict& verdict, Verdict more)
         verdict.boxes.push_back(std::move(box));
 }
 
+void takeNumbers(FormState& state)
+{
+    for (const Row& row : state.form->rows)
+        if (row.takesNumber)
+            row.takesNumber(state, shownValue(state, row));
+}
+
 Verdict judge(FormState& state)
 {
     const Form& form = *state.form;
     if (!mayConfirm(state))
         return {false, {}};
     Verdict verdict = form.validate ? form.validate(state) : checkLimits(state, 0, form.rows.size());
+    if (verdict.passed)
+        takeNumbers(state);
     if (verdict.passed && form.check)
         append(verdict, form.check(state));
     return verdict;
@@ -257,6 +266,8 @@ std::string rowText(const FormState& state, const Row& row)
 {
     if (row.kind == RowKind::label)
         return row.text ? row.text(state, row) : std::string();
+    if (row.kind == RowKind::words)
+        return state.plan.*row.words;
     if (row.kind == RowKind::path)
         return state.inputs.files[static_cast<size_t>(row.index)].path;
     return stateOf(state, row).text;
@@ -332,7 +343,10 @@ void reprintRow(FormState& state, const Row& row)
 
 void setPath(FormState& state, const Row& row, std::string_view path)
 {
-    state.inputs.files[static_cast<size_t>(row.index)].path = path;
+    if (row.kind == RowKind::words)
+        state.plan.*row.words = path;
+    else
+        state.inputs.files[static_cast<size_t>(row.index)].path = path;
     tellChanged(state, row);
 }
 

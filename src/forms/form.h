@@ -10,6 +10,7 @@
 #include "gps/prepare.h"
 #include "model/model.h"
 #include "plan/calibrate.h"
+#include "plan/plan_entries.h"
 
 #include <array>
 #include <cstddef>
@@ -30,12 +31,13 @@ enum class RowKind : uint8_t {
     choice, // combo box over an int32_t: index of the label
     radio,  // radio buttons over an int32_t: index of the button
     check,  // check box over an int32_t: 0 or 1
+    words,  // edit box over a text of FormState::plan, with or without a browse button
     path,   // edit box with a browse button; `index` of FormState::inputs
     label,  // static text or read-only edit box that the form computes
     button, // asks for another form, `child`
 };
 
-enum class Browse : uint8_t { none, openFit, openRide, saveFit, saveCsv, saveProfile };
+enum class Browse : uint8_t { none, openFit, openRide, saveFit, saveCsv, saveProfile, saveCourse };
 
 constexpr size_t noField = SIZE_MAX;
 constexpr int destinationPath = static_cast<int>(toolDestination); // `index` of a destination
@@ -82,6 +84,9 @@ struct Row {
     double (*shows)(const FormState&, const Row&) = nullptr;
     // A choice without a field of its own: its entry was chosen.
     void (*takes)(FormState&, const Row&, int value) = nullptr;
+    // An edit box without a field: takes its value, within the limits, before the form's own check.
+    void (*takesNumber)(FormState&, double shown) = nullptr;
+    std::string PlanEntries::*words = nullptr;
     // A button: asked before the child opens; a verdict that did not pass keeps it closed.
     Verdict (*pressed)(FormState&, const Row&, ParameterBlock& working) = nullptr;
     // A button: after the child was confirmed.
@@ -152,6 +157,7 @@ struct FormState {
     ToolInputs inputs;
     Preparation preparation;
     CalibrationOptions calibration;
+    PlanEntries plan;
     LoadedRide ride; // whose settings are asked for: the loaded one, or the source once its button has looked at it
 };
 
@@ -184,6 +190,7 @@ void typeText(FormState& state, const Row& row, std::string_view text);
 void editText(FormState& state, const Row& row, std::string_view text);
 // The user chose the value of a choice, radio or check row. An index outside its labels changes nothing.
 void choose(FormState& state, const Row& row, int value);
+// Of a path or a text.
 void setPath(FormState& state, const Row& row, std::string_view path);
 // One press of the up-down control, up or down.
 void spin(FormState& state, const Row& row, bool up);

@@ -21,7 +21,7 @@ constexpr const Form* forms[] = {
     &inclinationForm,     &corneringForm,     &expressForm,         &analyseForm,       &createForm,
     &oneStrokeForm,       &rideAnswerForm,    &combineForm,         &convertForm,       &addForm,
     &divideForm,          &excludeForm,       &timestampForm,       &dumpForm,          &prepareForm,
-    &calibrateForm,
+    &calibrateForm,       &planForm,
 };
 
 } // namespace

@@ -12,10 +12,8 @@ namespace torvane {
 
 namespace {
 
-constexpr double fitEpoch = 631065600; // s since 1970: the last second of 1989
-
 // FIT's numbers of the sports that track files name.
-constexpr uint8_t fitRunning = 1, fitCycling = 2, fitSwimming = 5, fitWalking = 11, fitHiking = 17;
+constexpr uint8_t fitRunning = 1, fitSwimming = 5, fitWalking = 11, fitHiking = 17;
 
 struct SportWord {
     std::string_view word; // in small letters
@@ -45,32 +43,12 @@ struct Stretch {
 
 enum : uint8_t { localFileId, localEvent, localRecord, localLap, localSession, localActivity };
 
-constexpr FieldLayout fileIdLayout[] = {
-    {fileIdType, 1, byteEnum}, {fileIdManufacturer, 2, unsigned16}, {fileIdTimeCreated, 4, unsigned32}};
-constexpr FieldLayout eventLayout[] = {{timestampField, 4, unsigned32}, {0, 1, byteEnum}, {1, 1, byteEnum}};
 constexpr FieldLayout recordLayout[] = {
     {timestampField, 4, unsigned32}, {recordLatitude, 4, signed32},   {recordLongitude, 4, signed32},
     {recordAltitude, 2, unsigned16}, {recordDistance, 4, unsigned32}, {recordSpeed, 2, unsigned16},
     {recordHeartRate, 1, unsigned8}, {recordCadence, 1, unsigned8},   {recordPower, 2, unsigned16},
     {recordTemperature, 1, signed8},
 };
-constexpr uint8_t timerEvent = 0, timerStarts = 0, timerStops = 4;
-
-// A figure as a field stores it, or the mark of a missing one where it is none or beyond the field.
-uint64_t stored(double value, double scale, double least, double most, uint64_t missing)
-{
-    double scaled = std::round(value * scale);
-    if (!(scaled >= least && scaled <= most))
-        return missing;
-    return static_cast<uint64_t>(static_cast<int64_t>(scaled));
-}
-
-uint64_t storedDegrees(double degrees)
-{
-    constexpr double semicircles = 2147483648.0 / 180.0;
-    return stored(degrees, semicircles, -2147483648.0, 2147483646.0, INT32_MAX);
-}
-
 std::optional<uint32_t> fitSecond(double time)
 {
     double second = std::round(time - fitEpoch);
@@ -83,11 +61,9 @@ void writeRecord(MessageWriter& writer, const TrackPoint& point, uint32_t second
 {
     writer.message(localRecord, recordLayout,
                    {second, storedDegrees(point.latitude), storedDegrees(point.longitude),
-                    stored(point.elevation + 500, 5, 0, 65534, UINT16_MAX),
-                    stored(point.distance, 100, 0, 4294967294.0, UINT32_MAX),
-                    stored(point.speed, 1000, 0, 65534, UINT16_MAX), stored(point.heartRate, 1, 0, 254, UINT8_MAX),
-                    stored(point.cadence, 1, 0, 254, UINT8_MAX), stored(point.power, 1, 0, 65534, UINT16_MAX),
-                    stored(point.temperature, 1, -127, 126, INT8_MAX)});
+                    storedAltitude(point.elevation), storedDistance(point.distance), storedSpeed(point.speed),
+                    stored(point.heartRate, 1, 0, 254, UINT8_MAX), stored(point.cadence, 1, 0, 254, UINT8_MAX),
+                    stored(point.power, 1, 0, 65534, UINT16_MAX), stored(point.temperature, 1, -127, 126, INT8_MAX)});
 }
 
 // Time and way of a lap or of the session, while its points go by.
@@ -118,7 +94,7 @@ struct Total {
     }
     uint64_t centimetres() const
     {
-        return stored(lastDistance - firstDistance, 100, 0, 4294967294.0, UINT32_MAX);
+        return storedDistance(lastDistance - firstDistance);
     }
 };
 
@@ -144,7 +120,7 @@ public:
         constexpr size_t largestBlock = 0x7FFFFFFF;
         if (writer.block.size() > largestBlock)
             return fitTooLarge;
-        wrap(image);
+        wrapMessages(std::move(writer.block), image);
         return fitOk;
     }
 
@@ -220,8 +196,7 @@ private:
 
     void startFile(uint32_t second)
     {
-        constexpr uint64_t development = 255; // as manufacturer
-        writer.message(localFileId, fileIdLayout, {fileTypeActivity, development, second});
+        writer.message(localFileId, fileIdLayout, {fileTypeActivity, fitDevelopment, second});
         writer.message(localEvent, eventLayout, {second, timerEvent, timerStarts});
     }
 
@@ -250,21 +225,6 @@ private:
                        {session.end, *session.start, session.elapsed(), session.timer(), session.centimetres(), sport});
         writer.message(localActivity, activityLayout,
                        {session.end, session.timer(), oneSession, activityManual, activityEvent, activityStop});
-    }
-
-    void wrap(FitImage& image)
-    {
-        constexpr uint8_t protocol = 0x10;
-        constexpr uint16_t profile = 2132;
-        image = {};
-        image.headerBytes = {modernHeaderSize, protocol, profile & 0xFF, profile >> 8, 0, 0, 0, 0, '.', 'F', 'I', 'T'};
-        image.protocolVersion = protocol;
-        image.profileVersion = profile;
-        FitImage form = image;
-        image.data = std::move(writer.block);
-        image.dataSize = static_cast<int32_t>(image.data.size());
-        buildFitHeader(image, form, formModern);
-        image.fileCrc = fitCrc(image);
     }
 
     const Tracks& tracks;

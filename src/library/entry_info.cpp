@@ -21,6 +21,8 @@ EntryKind kindOf(const Row& row)
         return EntryKind::onOff;
     if (isNumber(row))
         return row.kind == RowKind::whole ? EntryKind::whole : EntryKind::number;
+    if (row.kind == RowKind::words)
+        return EntryKind::text;
     return EntryKind::choice;
 }
 
@@ -28,7 +30,7 @@ double valueOf(const FormState& state, const Row& row)
 {
     if (isNumber(row) || row.kind == RowKind::check)
         return shownValue(state, row);
-    return row.kind == RowKind::button ? 0 : chosenValue(state, row);
+    return row.kind == RowKind::button || row.kind == RowKind::words ? 0 : chosenValue(state, row);
 }
 
 EntryInfo described(const FormState& state, const Row& row)

@@ -62,6 +62,7 @@ struct About {
 
 constexpr About abouts[] = {
     {"missedAfter", {"measuredPower", "powerBefore", "powerAfter", "missedAfter"}},
+    {"altitude", {"altitude", "velocity", "pedalingPower", "frontBrake"}},
     {"frontBrake", {"velocity", "frontBrake", "rearBrake"}},
     {"totalAirResist", {"pedalingPower", "totalAirResist", "rollingResist", "gradiantResist"}},
     {"pedalingPower", {"velocity", "pedalingPower", "crankCadence"}},

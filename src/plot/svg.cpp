@@ -18,27 +18,6 @@ std::string colourText(Colour colour)
     return formatText("#%02x%02x%02x", colour & 0xFF, colour >> 8 & 0xFF, colour >> 16 & 0xFF);
 }
 
-std::string escaped(const std::string& text)
-{
-    std::string result;
-    for (char c : text) {
-        switch (c) {
-        case '&':
-            result += "&amp;";
-            break;
-        case '<':
-            result += "&lt;";
-            break;
-        case '>':
-            result += "&gt;";
-            break;
-        default:
-            result += static_cast<unsigned char>(c) < 0x20 ? ' ' : c; // XML knows no control characters
-        }
-    }
-    return result;
-}
-
 struct SvgWriter {
     std::string& svg;
     SvgGround ground;
@@ -79,7 +58,7 @@ struct SvgWriter {
                      text.at.y + static_cast<int>(std::lround(text.height * baseOfHeight)), text.height * emOfHeight,
                      paint("fill", text.colour).c_str(),
                      text.emphasized ? " font-style=\"italic\" text-decoration=\"underline\"" : "");
-        svg += escaped(text.text) + "</text>\n";
+        svg += xmlEscaped(text.text) + "</text>\n";
     }
 };
 

@@ -32,6 +32,10 @@ constexpr LayoutSeries rollingSeries[] = {
     {"distance(m)", 0},
     {"accele(mpss)", 0},
 };
+constexpr LayoutSeries courseSeries[] = {
+    {"distance(km)", 0},    {"altitude(m)", 0},    {"velocity(kph)", 0}, {"pedaling power(W)", 0},
+    {"front brake Cel", 1}, {"rear brake Cel", 1}, {"time(min)", 0},
+};
 constexpr LayoutSeries corneringBandSeries[] = {
     {"velocity(kph)", 0},
     {"corner radius(m)", 0},
@@ -52,6 +56,7 @@ struct Layout {
 constexpr Layout layouts[] = {
     {twoLinesChosen, frequencyBandSeries}, {twoLinesChosen, processSeries}, {twoLinesChosen, brakingSeries},
     {twoLinesChosen, rollingSeries},       {oneLine, corneringBandSeries},  {twoLinesChosen, calibrationSeries},
+    {twoLinesChosen, courseSeries},
 };
 
 // How many series a kind takes, and the complaint when there are others.

@@ -46,6 +46,7 @@ enum class GraphLayout {
     rolling,       // motion alone
     corneringBand, // radius over velocity or margin
     calibration,   // measured and predicted powers over the distance
+    course,        // a course ahead over its distance
 };
 
 // Empties the record, gives it the kind, names and scale groups of a layout, and takes memory for the points expected.

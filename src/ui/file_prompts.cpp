@@ -21,6 +21,7 @@ struct Prompt {
 
 constexpr wchar_t fitFilter[] = L"fit file(*.fit)\0*.fit\0all files (*.*)\0*.*\0";
 constexpr wchar_t rideFilter[] = L"ride (*.fit, *.gpx, *.tcx)\0*.fit;*.gpx;*.tcx;*.gz\0all files (*.*)\0*.*\0";
+constexpr wchar_t courseFilter[] = L"course(*.fit *.gpx)\0*.fit;*.gpx\0all files (*.*)\0*.*\0";
 constexpr wchar_t csvFilter[] = L"csv file(*.csv)\0*.csv\0all files (*.*)\0*.*\0";
 constexpr wchar_t pngFilter[] = L"picture (*.png)\0*.png\0";
 constexpr wchar_t profileFilter[] = L"profile file (*.pro)\0*.pro\0";
@@ -35,6 +36,7 @@ constexpr Prompt openRide = {rideFilter, L"open file selected", nullptr, openFla
 constexpr Prompt saveFit = {fitFilter, L"save file as ...", L"tcx", saveFlags, true};
 constexpr Prompt saveCsv = {csvFilter, L"save file as ...", L"tcx", saveFlags, true};
 constexpr Prompt savePng = {pngFilter, nullptr, L"png", saveFlags | OFN_PATHMUSTEXIST, true};
+constexpr Prompt saveCourse = {courseFilter, L"save file as ...", L"fit", saveFlags, true};
 constexpr Prompt openProfile = {profileFilter, nullptr, L"pro", openFlags, false};
 constexpr Prompt saveProfile = {profileFilter, nullptr, L"pro", saveFlags, true};
 constexpr Prompt openText = {textFilter, nullptr, L"rtf", OFN_HIDEREADONLY | OFN_PATHMUSTEXIST, false};
@@ -109,6 +111,8 @@ bool promptBrowse(HWND owner, Browse browse, std::string& path)
         return promptSaveCsv(owner, path);
     case Browse::saveProfile:
         return promptSaveProfile(owner, path);
+    case Browse::saveCourse:
+        return run(owner, saveCourse, path, nullptr);
     case Browse::none:
         break;
     }

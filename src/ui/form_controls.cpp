@@ -40,9 +40,14 @@ void setControlText(HWND window, const std::string& text)
         SetWindowTextW(window, wide.c_str());
 }
 
+bool isText(const Row& row)
+{
+    return row.kind == RowKind::path || row.kind == RowKind::words;
+}
+
 bool isEdit(const Row& row)
 {
-    return row.kind == RowKind::real || row.kind == RowKind::whole || row.kind == RowKind::path;
+    return row.kind == RowKind::real || row.kind == RowKind::whole || isText(row);
 }
 
 bool hasSpin(const Row& row)
@@ -116,6 +121,7 @@ void showRow(const FormWindow& form, const Row& row)
     switch (row.kind) {
     case RowKind::real:
     case RowKind::whole:
+    case RowKind::words:
     case RowKind::path:
     case RowKind::label:
         setControlText(control(form, row.id), rowText(form.state, row));
@@ -160,7 +166,7 @@ bool takeEdit(FormWindow& form, const Row& row, int code)
 {
     if (code != EN_CHANGE)
         return false;
-    if (row.kind == RowKind::path)
+    if (isText(row))
         setPath(form.state, row, typedText(form, row.id));
     else
         editText(form.state, row, typedText(form, row.id));
@@ -221,6 +227,7 @@ bool takeClick(FormWindow& form, const Row& row, int id)
         return takeRadio(form, row, id);
     case RowKind::check:
         return takeCheck(form, row);
+    case RowKind::words:
     case RowKind::path:
         return takeBrowse(form, row);
     case RowKind::button:
@@ -254,7 +261,7 @@ void initializeControls(FormWindow& form)
     form.refreshing = true;
     for (const Row& row : definition.rows) {
         if (isEdit(row))
-            SendMessageW(control(form, row.id), EM_LIMITTEXT, row.kind == RowKind::path ? pathLength : numberLength, 0);
+            SendMessageW(control(form, row.id), EM_LIMITTEXT, isText(row) ? pathLength : numberLength, 0);
         if (hasSpin(row))
             attachSpin(form, row);
         if (row.kind == RowKind::radio)

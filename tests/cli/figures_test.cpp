@@ -34,8 +34,8 @@ std::vector<double> figuresOf(const std::string& json)
 std::string textOf(const std::string& report)
 {
     std::string text = report;
-    for (const char* table :
-         {"process of", "cumulative data", "remarkable fields data", "sectors of a minute", " gears, by"})
+    for (const char* table : {"process of", "cumulative data", "remarkable fields data", "sectors of a minute",
+                              " gears, by", " climbs\n", " every "})
         text.resize(std::min(text.find(table), text.size()));
     for (const char* other :
          {"'[^']*'", "[0-9:]+h", "highest of [0-9]+ (s|min)", "[0-9]+,[A-Z][a-z]+,.*UTC", "\t(first|second)\t+:.*"})
@@ -88,6 +88,7 @@ TEST_F(ConsoleTest, FiguresHoldEveryNumberOfAReport)
         {"compare", rated, rated},
         {"ride", put("long.fit", plainRide(400))},
         {"calibrate", put("metered.fit", fileOf(makeMeteredRide(modelOf(block), {}, {.seconds = 1800})))},
+        {"plan", "start=8:30", "stops=2x5min", std::string(TORVANE_CHECKOUT "/samples/rides/pass.gpx")},
     };
     for (const std::vector<std::string>& arguments : calls) {
         std::string text = textOf(call(arguments).out), json = call({"--json"}, arguments).out;

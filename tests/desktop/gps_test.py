@@ -10,6 +10,7 @@ from desktop import LOWER, Desktop, DesktopTest, wait_for
 
 SOURCE, DESTINATION = 8611, 8612  # at one stroke
 RIDE_SOURCE, RIDE_DESTINATION = 9511, 9512
+TRACK, COURSE, EFFORT, TIME, STOPS = 9611, 9612, 9613, 9632, 9616
 FILL_LIMIT = 6.0  # s for the table of a long ride, of which a quiet machine takes 1.5; a line at a time takes 150
 
 
@@ -97,6 +98,17 @@ class RideTest(DesktopTest):
         self.assertEqual(answered.stat().st_mtime_ns, before, "a dropped ride writes nothing")
         self.desktop.ask("drop", self.desktop.main, desktop.windows_path(self.desktop.folder / "none.gpx"))
         self.assertIn("source file", self.desktop.box("error"))
+
+    def test_course_ahead(self):
+        track, planned = desktop.SOURCE / "samples" / "rides" / "pass.gpx", self.desktop.folder / "planned.gpx"
+        fields = [(TRACK, desktop.windows_path(track)), (COURSE, desktop.windows_path(planned)), (EFFORT, "time"),
+                  (TIME, "70"), (STOPS, "1x10min")]
+        text = self.desktop.run("ctrl+g", "a course ahead", fields)
+        expected = self.desktop.folder / "expected.gpx"
+        arguments = ["effort=time", "time=70", "stops=1x10min", track, expected]
+        self.assertEqual(text, desktop.console("plan", *arguments)["lower"])
+        wait_for(planned.exists, "the planned course")
+        self.assertEqual(planned.read_bytes().splitlines()[1:], expected.read_bytes().splitlines()[1:])
 
     def test_settings_open_within_at_one_stroke(self):
         ride = write_ride(self.desktop, "stroke.fit", 120)

@@ -52,7 +52,7 @@ void brakeInTime(Course& course)
 
 } // namespace
 
-Course layOut(const std::vector<Leg>& legs, const std::vector<Stop>& stops, double altitude, double heading)
+Course layOut(const std::vector<Leg>& legs, const std::vector<RideStop>& stops, double altitude, double heading)
 {
     Course course;
     for (const Leg& leg : legs)
@@ -60,7 +60,7 @@ Course layOut(const std::vector<Leg>& legs, const std::vector<Stop>& stops, doub
     roundGradients(course);
     raise(course, altitude);
     course.back().limit = 0;
-    for (const Stop& stop : stops)
+    for (const RideStop& stop : stops)
         course[static_cast<size_t>(stop.distance)].limit = 0;
     brakeInTime(course);
     return course;

@@ -16,7 +16,7 @@ struct Leg {
 };
 
 // A stop on the way. A paused device writes nothing meanwhile; another one goes on writing a speed of 0.
-struct Stop {
+struct RideStop {
     double distance; // m
     int seconds;
     bool paused;
@@ -31,7 +31,7 @@ struct CourseMetre {
 using Course = std::vector<CourseMetre>; // at every metre from the start; at least 2
 
 // Ends with a stop.
-Course layOut(const std::vector<Leg>& legs, const std::vector<Stop>& stops, double altitude, double heading);
+Course layOut(const std::vector<Leg>& legs, const std::vector<RideStop>& stops, double altitude, double heading);
 
 Road roadAt(const Course& course, double distance);
 // The metre that a distance lies in; the last one beyond the end.

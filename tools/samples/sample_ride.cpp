@@ -109,7 +109,7 @@ GpsRecord measure(const Rider& rider, Device& device, bool moving)
     return record;
 }
 
-void stand(Rider& rider, Device& device, const Stop& stop, RiddenTrack& track)
+void stand(Rider& rider, Device& device, const RideStop& stop, RiddenTrack& track)
 {
     uint32_t stopped = rider.time, resumed = rider.time + static_cast<uint32_t>(stop.seconds);
     rider.place.speed = slowest;

@@ -17,7 +17,7 @@ struct RideTask {
     double heading;             // deg
     Weather weather;            // the temperature at the start
     std::vector<Leg> legs;
-    std::vector<Stop> stops;
+    std::vector<RideStop> stops;
 };
 
 // Times of the ride at which the device stopped and went on.

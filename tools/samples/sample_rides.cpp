@@ -2,6 +2,7 @@
 
 #include "core/parameter_file.h"
 #include "samples/phone_track.h"
+#include "samples/planned_track.h"
 #include "samples/sample_file.h"
 #include "samples/sample_ride.h"
 
@@ -189,6 +190,19 @@ Bytes cut(const Model& model)
     return file;
 }
 
+// A planned tour over a pass: a valley, a climb with a ramp of 11 percent below its top, and hairpins down.
+Bytes pass(const Model&)
+{
+    std::vector<Leg> legs = {{2500, 0.8, 40, 0}, {2600, 6.5, -50, 0}, {60, 5, 165, 0},  {1700, 7.5, 25, 0},
+                             {60, 5, -170, 0},   {900, 7, 30, 0},     {500, 11, 10, 0}, {300, 1.5, 10, 0}};
+    for (double turn : {165.0, -170.0, 160.0, -165.0}) {
+        legs.push_back({850, -7.5, turn > 0 ? 14.0 : -12.0, 0});
+        legs.push_back({35, -5, turn, 0});
+    }
+    legs.insert(legs.end(), {{1800, -6, -35, 0}, {3500, -0.8, 30, 0}});
+    return plannedTrack(layOut(legs, {}, 640, 60), 46.62, 8.41, "Over the pass");
+}
+
 constexpr SampleFile rides[] = {
     {"valley.fit", "road.pro", valley},
     {"hills.fit", "climbing.pro", hills},
@@ -202,6 +216,7 @@ constexpr SampleFile rides[] = {
     {"loop.fit", "road.pro", loop},
     {"phone.gpx", "road.pro", phone},
     {"cut.fit", "road.pro", cut},
+    {"pass.gpx", "road.pro", pass},
 };
 
 } // namespace

@@ -1,0 +1,94 @@
+// A course ahead from the console: what its answer tells, what it writes, and what it says of tracks that are none.
+#include "console_fixture.h"
+
+#include "core/files.h"
+
+namespace torvane {
+
+namespace {
+
+const std::string pass = TORVANE_CHECKOUT "/samples/rides/pass.gpx";
+
+Bytes gpx(const std::string& points)
+{
+    std::string text = "<gpx><trk><trkseg>" + points + "</trkseg></trk></gpx>";
+    return {text.begin(), text.end()};
+}
+
+std::string point(double latitude, double longitude, const std::string& inside = "<ele>400</ele>")
+{
+    return "<trkpt lat=\"" + std::to_string(latitude) + "\" lon=\"" + std::to_string(longitude) + "\">" + inside +
+           "</trkpt>";
+}
+
+std::string points(int count, double degrees, const std::string& inside = "<ele>400</ele>")
+{
+    std::string text;
+    for (int i = 0; i < count; ++i)
+        text += point(45 + i * degrees, 8, inside);
+    return text;
+}
+
+} // namespace
+
+TEST_F(ConsoleTest, PlansACourse)
+{
+    std::string out = in + "out.fit";
+    Call told = call({"plan", "effort=normalised", "pacing=plan", "start=8:30", "stops=1x10min", pass, out});
+    EXPECT_EQ(told.code, 0) << told.err;
+    for (const char* line :
+         {"\tmoving\t\t: 00:", "\twith stops\t: ", "01,Jan,2024,Mon,08:30:00", " stretches of the plan\n", " climbs\n",
+          " descents\n", " every 1 km\n", "\t10 W more       : -", "\t1 kg less       : -"})
+        EXPECT_TRUE(contains(told.out, line)) << line << told.out;
+    EXPECT_TRUE(contains(told.err, "saved the planned course as 'out.fit'")) << told.err;
+
+    Bytes written = bytesOf(out);
+    EXPECT_EQ(call({"plan", pass, out}).code, 2) << "written over only by --force";
+    EXPECT_EQ(bytesOf(out), written);
+    EXPECT_EQ(call({"plan", "--force", "fileType=activity", pass, out}).code, 0);
+    EXPECT_EQ(call({"ride", out}).code, 0);
+    EXPECT_EQ(call({"plan", "--force", out, out}).code, 2) << "nor over its source";
+    EXPECT_EQ(call({"plan", "--force", "effort=asRidden", "asRidden=" + out, pass, out}).code, 2);
+    Call again = call({"plan", "effort=asRidden", "asRidden=" + out, pass, in + "again.gpx"});
+    EXPECT_EQ(again.code, 0) << again.err;
+    EXPECT_EQ(call({"plan", in + "again.gpx"}).code, 0);
+    EXPECT_EQ(folder.count(), 2u) << "nothing half-written";
+}
+
+TEST_F(ConsoleTest, KeepsWhatACourseIsAskedWith)
+{
+    std::string par = in + "Torvane.par";
+    EXPECT_EQ(call({"--par", par, "--save", "plan", "power=177", "topSpeed=45", pass}).code, 0);
+    Call kept = call({"--par", par, "--json", "plan", pass});
+    EXPECT_TRUE(contains(kept.out, "\"mean\": 1")) << kept.out;
+    EXPECT_TRUE(contains(call({"--par", par, "help", "plan"}).out, "(default 177)"));
+}
+
+TEST_F(ConsoleTest, RefusesWhatIsNoCourse)
+{
+    struct Bad {
+        const char* what;
+        Bytes file;
+        const char* sentence;
+    };
+    const Bad all[] = {
+        {"no altitude", gpx(points(50, 0.001, "")), "altitude"},
+        {"two points", gpx(points(2, 0.01)), "three points"},
+        {"zero length", gpx(points(50, 0)), "short"},
+        {"100 km jumps", gpx(points(50, 0.9)), "apart"},
+        {"10,000 km", gpx(points(60000, 0.0015)), "long"},
+        {"no point", gpx(""), "no point"},
+        {"cut off", {'<', 'g', 'p', 'x', '>'}, "cut off"},
+        {"no track", {'?'}, ""},
+    };
+    for (const Bad& bad : all) {
+        Call told = call({"plan", put("bad.gpx", bad.file), in + "out.fit"});
+        EXPECT_EQ(told.code, 1) << bad.what;
+        EXPECT_TRUE(contains(told.err, bad.sentence)) << bad.what << told.err;
+        EXPECT_FALSE(fileExists(in + "out.fit")) << bad.what;
+    }
+    for (const char* entry : {"stops=often", "start=25:00", "asRidden=/none.fit", "power=19", "effort=hard"})
+        EXPECT_EQ(call({"plan", "effort=asRidden", entry, pass}).code, 2) << entry;
+}
+
+} // namespace torvane

@@ -1,0 +1,167 @@
+// A predicted ride, written and read again: what the files hold, and that the analysis of what was recorded finds the
+// power that was asked for.
+#include "plan/course_answer.h"
+
+#include "fit/fit_builder.h"
+#include "fit/fit_output.h"
+#include "gps/activity.h"
+#include "gps/ride_answer.h"
+#include "plan/course_file.h"
+#include "plan/course_gpx.h"
+#include "tracks/tracks.h"
+
+#include "fit/fit_types.h"
+
+#include <cmath>
+
+namespace torvane {
+
+namespace {
+
+const std::string passFile = TORVANE_CHECKOUT "/samples/rides/pass.gpx";
+
+struct CoursePlans : testing::Test {
+    TestFolder folder;
+    ParameterBlock block = defaultBlock();
+    Model model = modelOf(block);
+    AnsweredCourse answered;
+
+    // Northwards over waves of 3 km, so high to both sides of their middle.
+    std::string wavyTrack(double metres)
+    {
+        std::string text = "<gpx><trk><trkseg>";
+        for (int i = 0; i < 600; ++i)
+            text += "<trkpt lat=\"" + std::to_string(47 + i * 0.0002) + "\" lon=\"8\"><ele>" +
+                    std::to_string(400 + metres * std::sin(i * 0.0466)) + "</ele></trkpt>";
+        text += "</trkseg></trk></gpx>";
+        writeBytes(folder.path + "wavy.gpx", {text.begin(), text.end()});
+        return folder.path + "wavy.gpx";
+    }
+
+    PlannedFile plan(const std::string& track, const PlanEntries& entries)
+    {
+        EXPECT_EQ(answerCourse(model, block, track, entries, answered), fitOk);
+        return plannedFile(answered, std::string(30, 'p') + "ü");
+    }
+
+    std::vector<RiddenRow> analysed(const PlannedFile& planned)
+    {
+        FitImage image = {};
+        makePlannedActivity(planned, image);
+        EXPECT_TRUE(saveFitFile(image, folder.path + "ridden.fit"));
+        AnsweredRide ride;
+        EXPECT_EQ(answerRide(model, block, folder.path + "ridden.fit", {}, ride), fitOk);
+        return riddenRowsOf(ride.analysis, ride.measured);
+    }
+};
+
+RiddenRows within(const std::vector<RiddenRow>& rows, double from, double to)
+{
+    auto first = std::ranges::lower_bound(rows, from, {}, &RiddenRow::distance);
+    return {first, std::ranges::lower_bound(rows, to, {}, &RiddenRow::distance)};
+}
+
+} // namespace
+
+TEST_F(CoursePlans, GiveTheirPowerBackWhenTheyAreRidden)
+{
+    PlanEntries up;
+    up.options.power = 230;
+    PlanEntries paced = up;
+    paced.options.effort = effortNormalised;
+    paced.options.pacing = pacingPlan;
+    for (const PlanEntries& entries : {up, paced}) {
+        std::vector<RiddenRow> rows = analysed(plan(wavyTrack(15), entries));
+        double asked = answered.planned.ride.meanPower;
+        for (FigureSource source : {predictedFigure, measuredFigure})
+            EXPECT_NEAR(*meanPowerOf(rows, source), asked, asked * 0.003) << source;
+        answered.answer.parts.pop_back(); // no whole kilometre
+        for (const CoursePart& part : answered.answer.parts)
+            EXPECT_NEAR(*meanPowerOf(within(rows, part.from, part.to), predictedFigure), part.power,
+                        std::max(part.power * 0.03, 1.0))
+                << part.from;
+    }
+    std::vector<RiddenRow> flat = analysed(plan(wavyTrack(0), up));
+    for (const RiddenRow& row : within(flat, 1000, 13000))
+        EXPECT_NEAR(row.power[predictedFigure], 230, 2) << row.distance;
+}
+
+TEST_F(CoursePlans, StandInACourseFileAndInGpxAlike)
+{
+    PlannedFile planned = plan(passFile, {});
+    size_t climbs = answered.answer.climbs.size();
+    ASSERT_GE(climbs, 1u);
+    FitImage image = {};
+    makeCourseFile(planned, image);
+    Activity activity;
+    PrepareFindings findings;
+    ASSERT_EQ(readActivity(image, activity, findings), fitOk);
+    EXPECT_EQ(activity.fileType, fileTypeCourse);
+    EXPECT_EQ(activity.samples.size(), planned.seconds.size());
+    auto count = [&](uint16_t message) { return std::ranges::count(activity.others, message, &OtherMessage::global); };
+    EXPECT_EQ(count(messageCourse), 1);
+    EXPECT_EQ(count(messageLap), 1);
+    EXPECT_EQ(count(messageCoursePoint), static_cast<long>(2 * climbs));
+    std::string bytes(image.data.begin(), image.data.end());
+    std::string name = std::string(30, 'p') + '\0';
+    EXPECT_NE(bytes.find(name), bytes.npos) << "cut in front of the letter of two bytes that has no room";
+
+    std::string gpx = courseGpx(planned);
+    bool given = false;
+    TrackReading read = readTracks([&](std::vector<uint8_t>& piece) {
+        piece = given ? std::vector<uint8_t>() : std::vector<uint8_t>(gpx.begin(), gpx.end());
+        given = true;
+        return SourceFault::none;
+    });
+    ASSERT_EQ(read.result, TrackResult::ok);
+    ASSERT_EQ(read.tracks.points.size(), planned.seconds.size());
+    for (const PlannedSecond& second : planned.seconds) {
+        const TrackPoint& point = read.tracks.points[second.time];
+        EXPECT_EQ(point.time - 631065600, planned.start + second.time);
+        EXPECT_NEAR(point.elevation, second.altitude, 0.006);
+    }
+}
+
+// What each part takes adds up to the whole, and nothing of it is told twice.
+TEST_F(CoursePlans, TellPartsThatMakeTheWhole)
+{
+    PlanEntries entries;
+    ASSERT_TRUE(takeStops("4:10min", entries.options));
+    entries.options.power = 60;
+    plan(passFile, entries);
+    const CourseRide& ride = answered.planned.ride;
+    double seconds = 0, joule = 0, walked = 0;
+    for (const CoursePart& part : answered.answer.parts) {
+        seconds += part.seconds;
+        joule += part.power * part.seconds;
+        walked += part.walkSeconds;
+    }
+    EXPECT_NEAR(seconds, ride.movingSeconds, 0.5);
+    EXPECT_NEAR(ride.seconds, ride.movingSeconds + 600, 0.5);
+    EXPECT_NEAR(joule / 1000, ride.kiloJoule, ride.kiloJoule * 0.001);
+    EXPECT_NEAR(walked, ride.walkSeconds, 0.5);
+    EXPECT_GT(walked, 0) << "60 W on a ramp of 11 percent";
+    EXPECT_NEAR(answered.answer.parts.back().clock, ride.seconds, 0.5);
+}
+
+TEST(CourseStarts, AreTimesOfADay)
+{
+    constexpr std::pair<const char*, int64_t> starts[] = {
+        {"", 0},
+        {"8:30", 30600},
+        {"08:30:05Z", 30605},
+        {"2024-01-02 0:01", 86460},
+        {"2024-02-29T12:00", 59 * 86400 + 43200},
+        {"24:00", -1},
+        {"8", -1},
+        {"2023-02-29 8:00", -1},
+        {"2024-01-01", -1},
+        {"8:30 pm", -1},
+        {"-8:30", -1},
+        {"99999999999:00", -1},
+    };
+    for (auto [text, second] : starts)
+        EXPECT_EQ(startOf(text).value_or(planDay - 1), planDay + second) << text;
+}
+
+} // namespace torvane
