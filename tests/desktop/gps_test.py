@@ -11,6 +11,7 @@ from desktop import LOWER, Desktop, DesktopTest, wait_for
 SOURCE, DESTINATION = 8611, 8612  # at one stroke
 RIDE_SOURCE, RIDE_DESTINATION = 9511, 9512
 TRACK, COURSE, EFFORT, TIME, STOPS = 9611, 9612, 9613, 9632, 9616
+CALIBRATE_SOURCE, CALIBRATE_PROFILE = 9711, 9714
 FILL_LIMIT = 6.0  # s for the table of a long ride, of which a quiet machine takes 1.5; a line at a time takes 150
 
 
@@ -109,6 +110,13 @@ class RideTest(DesktopTest):
         self.assertEqual(text, desktop.console("plan", *arguments)["lower"])
         wait_for(planned.exists, "the planned course")
         self.assertEqual(planned.read_bytes().splitlines()[1:], expected.read_bytes().splitlines()[1:])
+
+    def test_a_ride_teaches_air_drag(self):
+        ride, taught = desktop.SOURCE / "samples" / "rides" / "loop.fit", self.desktop.folder / "taught.pro"
+        expected = desktop.console("calibrate", ride)["lower"]
+        fields = [(CALIBRATE_SOURCE, desktop.windows_path(ride)), (CALIBRATE_PROFILE, desktop.windows_path(taught))]
+        self.assertEqual(self.desktop.run("ctrl+shift+k", "calibrate by rides with a power meter", fields), expected)
+        wait_for(taught.exists, "the profile")
 
     def test_settings_open_within_at_one_stroke(self):
         ride = write_ride(self.desktop, "stroke.fit", 120)
