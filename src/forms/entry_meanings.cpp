@@ -206,7 +206,7 @@ constexpr EntryMeaning meanings[] = {
     {any, "downShare", "of the three powers the one downhill, against the others"},
     {any, "least", "power that the plan never goes below while you pedal, of the normalised power"},
     {any, "most", "power that the plan never goes above, of the normalised power"},
-    {any, "stretches", "in how many stretches of one power the plan is told at most"},
+    {any, "stretches", "in how many stretches of one power, of 300 m or more, the plan is told at most"},
     {any, "altitudeSmoothing", "length of road over which its altitudes are smoothed; longer where they are noisy"},
     {courseAhead, "windSpeed", "of the wind over the land, at your height"},
     {any, "windDirection", "where the wind comes from: 0 north, 90 east"},

@@ -11,6 +11,7 @@ namespace {
 
 constexpr double leastCell = 100; // m
 constexpr size_t mostCells = 400;
+constexpr double leastStretch = 300; // m; nobody looks at a power for less
 
 // Sums from the start to the end of a cell of the road.
 struct Sums {
@@ -46,8 +47,8 @@ double spreadOf(const Sums& from, const Sums& to)
     return seconds > 0 ? to.squares - from.squares - work * work / seconds : 0;
 }
 
-// Ends of the cells' best cuts into `pieces`, the last one at the end.
-std::vector<size_t> bestCuts(const std::vector<Sums>& sums, size_t pieces)
+// Ends of the cells' best cuts into `pieces` of `shortest` cells or more, the last one at the end.
+std::vector<size_t> bestCuts(const std::vector<Sums>& sums, size_t pieces, size_t shortest)
 {
     size_t count = sums.size() - 1;
     std::vector<double> costs(count + 1, std::numeric_limits<double>::infinity());
@@ -55,8 +56,8 @@ std::vector<size_t> bestCuts(const std::vector<Sums>& sums, size_t pieces)
     std::vector<std::vector<size_t>> cutBefore(pieces, std::vector<size_t>(count + 1, 0));
     for (size_t piece = 0; piece < pieces; ++piece) {
         std::vector<double> next(count + 1, std::numeric_limits<double>::infinity());
-        for (size_t end = piece + 1; end <= count; ++end)
-            for (size_t start = piece; start < end; ++start)
+        for (size_t end = (piece + 1) * shortest; end <= count; ++end)
+            for (size_t start = piece * shortest; start + shortest <= end; ++start)
                 if (double cost = costs[start] + spreadOf(sums[start], sums[end]); cost < next[end]) {
                     next[end] = cost;
                     cutBefore[piece][end] = start;
@@ -73,7 +74,7 @@ std::vector<size_t> bestCuts(const std::vector<Sums>& sums, size_t pieces)
 // Neighbours that a rider would not tell apart are one.
 void addStretch(std::vector<Stretch>& stretches, const Stretch& stretch)
 {
-    constexpr double same = 0.02; // of the power
+    constexpr double same = 0.03; // of the power
     if (stretches.empty() || std::fabs(stretches.back().power - stretch.power) > same * stretch.power) {
         stretches.push_back(stretch);
         return;
@@ -92,11 +93,12 @@ std::vector<Stretch> stretchesOf(const CourseRide& ride, double length, size_t m
     size_t count = std::clamp<size_t>(static_cast<size_t>(length / leastCell), 1, mostCells);
     std::vector<Sums> sums = cellsOf(ride, length, count);
     std::vector<Stretch> stretches;
+    double cell = length / static_cast<double>(count);
+    size_t shortest = std::min(static_cast<size_t>(std::ceil(leastStretch / cell)), count);
     size_t start = 0;
-    for (size_t end : bestCuts(sums, std::min(most, count))) {
+    for (size_t end : bestCuts(sums, std::min(most, count / shortest), shortest)) {
         double seconds = sums[end].seconds - sums[start].seconds;
         double work = sums[end].work - sums[start].work;
-        double cell = length / static_cast<double>(count);
         addStretch(stretches, {static_cast<double>(start) * cell, static_cast<double>(end) * cell, seconds,
                                seconds > 0 ? work / seconds : 0});
         start = end;
