@@ -80,6 +80,7 @@ CoursePart partOf(const AnsweredCourse& answered, const Span& span)
 std::vector<CoursePart> partsOf(const AnsweredCourse& answered, const std::vector<Span>& spans)
 {
     std::vector<CoursePart> parts;
+    parts.reserve(spans.size());
     for (const Span& span : spans)
         parts.push_back(partOf(answered, span));
     return parts;
@@ -114,6 +115,7 @@ std::vector<Span> slopesOf(const Course& course, double sign)
 std::vector<CoursePart> stretchesOf(const AnsweredCourse& answered)
 {
     std::vector<CoursePart> parts;
+    parts.reserve(spans.size());
     for (const Stretch& stretch : answered.planned.stretches) {
         parts.push_back(partOf(answered, {stretch.from, stretch.to}));
         parts.back().power = stretch.power;
