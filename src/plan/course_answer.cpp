@@ -115,7 +115,7 @@ std::vector<Span> slopesOf(const Course& course, double sign)
 std::vector<CoursePart> stretchesOf(const AnsweredCourse& answered)
 {
     std::vector<CoursePart> parts;
-    parts.reserve(spans.size());
+    parts.reserve(answered.planned.stretches.size());
     for (const Stretch& stretch : answered.planned.stretches) {
         parts.push_back(partOf(answered, {stretch.from, stretch.to}));
         parts.back().power = stretch.power;
