@@ -71,7 +71,8 @@ std::string destinationFault(const CommandFiles& files, const Request& request, 
 {
     bool slip =
         files.destinationIsOptional() && files.destinationIsLast() && !request.force && fileExists(run.destination);
-    return slip ? run.destination + " is there already; several rides go with --into FOLDER" : std::string();
+    return slip ? run.destination + " exists; --force writes over it, and several rides go with --into FOLDER"
+                : std::string();
 }
 
 std::string planFolder(const CommandFiles& files, const Request& request, std::vector<RunFiles>& runs)

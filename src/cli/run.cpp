@@ -11,6 +11,7 @@
 #include "command/ride_command.h"
 #include "command/settings_command.h"
 #include "command/settings_entries.h"
+#include "core/entry_file.h"
 #include "core/files.h"
 #include "core/row_writer.h"
 #include "core/shown_text.h"
@@ -241,7 +242,7 @@ bool dispatchInto(Run& run, RowFormat format, const WritePiece& write, int& code
 int dispatchIntoFile(Run& run)
 {
     std::string target = absolutePath(run.request.rows);
-    if (!mayWrite(run, {target, FileKind::csv}))
+    if (!mayWrite(run, {.path = target, .kind = FileKind::csv, .ofOption = true}))
         return exitRefused;
     int code = exitFailed;
     FileResult written = replaceFile(
@@ -279,7 +280,7 @@ int runThrough(Run& run)
 {
     PipedSources piped;
     std::string graph = run.request.graph.empty() ? std::string() : absolutePath(run.request.graph);
-    if (!graph.empty() && !mayWrite(run, {graph, FileKind::svg}))
+    if (!graph.empty() && !mayWrite(run, {.path = graph, .kind = FileKind::svg, .ofOption = true}))
         return exitRefused;
     if (std::string fault = piped.take(run.files); !fault.empty()) {
         tellBoxes(run.answer, run.streams, {{"error", shownText(fault)}});
@@ -362,16 +363,26 @@ bool knowsEntries(const Command& command, const Request& request, Answer& answer
     return faults.refusals.empty();
 }
 
-// What the call reads. A profile that it starts from may be kept under its own name.
-std::vector<std::string> sourcesOf(const Command& command, const Request& request, const std::vector<RunFiles>& runs)
+// Empty for no file.
+std::string pathOf(const std::string& option)
 {
-    std::vector<std::string> sources;
+    return option.empty() || option == "-" ? std::string() : absolutePath(option);
+}
+
+CallFiles callFiles(const Command& command, const Request& request, const std::vector<RunFiles>& runs)
+{
+    CallFiles call = {
+        filesNamedBy(command, request.entries), pathOf(request.profile), {pathOf(request.rows), pathOf(request.graph)}};
     for (const RunFiles& files : runs)
-        sources.insert(sources.end(), files.sources.begin(), files.sources.end());
-    if (command.entry != Entry::saveProfile)
-        sources.push_back(request.profile);
-    sources.push_back(request.par);
-    return sources;
+        call.sources.insert(call.sources.end(), files.sources.begin(), files.sources.end());
+    if (request.par.empty())
+        return call;
+    for (const std::string& defaults : {pathOf(request.par), entryFilePath(pathOf(request.par))}) {
+        call.sources.push_back(defaults);
+        if (request.save)
+            call.outputs.push_back(defaults);
+    }
+    return call;
 }
 
 // Before the first ride of a batch is touched: none may be written over before its turn.
@@ -427,7 +438,9 @@ int runCommand(Session& session, const Command& command, const Request& request,
         return exitRefused;
     if (fault.empty())
         fault = planRuns(command, request, runs);
-    WriteRules rules(request.force, sourcesOf(command, request, runs));
+    WriteRules rules(request.force, callFiles(command, request, runs));
+    if (fault.empty())
+        fault = rules.optionFault();
     if (fault.empty() && !request.into.empty())
         fault = checkDestinations(rules, command, runs);
     if (!fault.empty())

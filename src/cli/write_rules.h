@@ -16,7 +16,15 @@ namespace torvane {
 struct Output {
     std::string path;
     FileKind kind;
-    bool onlyNew = false; // not over a file of its kind either
+    bool onlyNew = false;  // not over a file of its kind either
+    bool ofOption = false; // among CallFiles::outputs
+};
+
+// What a call names before it does anything; absolute paths, or empty ones.
+struct CallFiles {
+    std::vector<std::string> sources;
+    std::string profile; // that it starts from: read whole by then, so a profile may be kept under its name
+    std::vector<std::string> outputs; // of options
 };
 
 // The rules of one call of the console, which knows what it reads and what it has written. The rides of a batch share
@@ -24,8 +32,10 @@ struct Output {
 class WriteRules {
 public:
     // With force only those rules hold that keep a call from destroying its own work.
-    WriteRules(bool force, const std::vector<std::string>& sources);
+    WriteRules(bool force, CallFiles files);
 
+    // Why the options do not go together: two of them would write one file. Empty when they do.
+    std::string optionFault() const;
     // Why a file is not written; empty when it may be.
     std::string fault(const Output& output) const;
     // The first of these rules alone: never over a source, by whatever name.
@@ -35,8 +45,10 @@ public:
 
 private:
     bool isWritten(const std::string& path) const;
+    bool isAsked(const std::string& path) const;
 
     bool force;
+    CallFiles files;
     std::set<FileIdentity> sources;
     mutable std::mutex guard; // of what is written
     std::set<FileIdentity> written;

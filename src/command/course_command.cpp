@@ -47,21 +47,15 @@ bool saveGpx(const PlannedFile& planned, const std::string& path)
     return replaceFile(path, {bytes}) == FileResult::ok;
 }
 
-StatusCode refuse(Session& session, const std::string& text)
-{
-    session.screens.setText(Pane::lower, "\n\t" + text + "\n");
-    session.screens.setStatus("status : " + text);
-    return fitSaveFailed;
-}
-
 StatusCode write(Session& session, const AnsweredCourse& answered, const std::string& path)
 {
     if (!answered.course.findings.hasPlaces)
-        return refuse(session, "the track has no positions, and a course to follow cannot be without");
+        return reportUnsaved(session.screens, "the track has no positions, and a course to follow cannot be without");
     PlannedFile planned = plannedFile(answered, courseName(answered.course.path));
     bool saved = isGpx(path) ? saveGpx(planned, path) : saveFit(planned, session.plan.fileType, path);
     if (!saved)
-        return reportStatus(session.screens, path, fitSaveFailed);
+        return reportUnsaved(session.screens,
+                             formatText("failed to save the planned course as '%s'", reportedName(path).c_str()));
     session.screens.setStatus("status : saved the planned course as '" + reportedName(path) + "'");
     return fitOk;
 }

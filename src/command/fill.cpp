@@ -4,6 +4,7 @@
 #include "command/nearest.h"
 #include "command/settings_command.h"
 #include "command/settings_entries.h"
+#include "core/files.h"
 #include "fit/fit_tools.h"
 #include "forms/dialogs.h"
 
@@ -120,6 +121,20 @@ std::vector<std::string> filesOf(const Filling& filling)
     for (int part = 0; part < count; ++part)
         parts.push_back(dividedFileName(filling.destination, part));
     return parts;
+}
+
+std::vector<std::string> filesNamedBy(const Command& command, const std::vector<Assignment>& entries)
+{
+    std::vector<std::string> paths;
+    const Form* form = findForm(command.form);
+    for (const Assignment& entry : entries) {
+        auto names = [&](const Row& row) {
+            return row.kind == RowKind::words && row.browse != Browse::none && row.name == entry.name;
+        };
+        if (form && !entry.value.empty() && std::ranges::any_of(form->rows, names))
+            paths.push_back(absolutePath(entry.value));
+    }
+    return paths;
 }
 
 Refusal checkNames(const Command& command, const std::vector<Assignment>& entries)

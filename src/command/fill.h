@@ -35,6 +35,9 @@ const Form* settingsForm(const Command& command);
 // The files that the command will write, by the destination that its dialog has left: a division writes parts.
 std::vector<std::string> filesOf(const Filling& filling);
 
+// The files that a command reads because an entry names them.
+std::vector<std::string> filesNamedBy(const Command& command, const std::vector<Assignment>& entries);
+
 // What is wrong with the names of a command's entries; no text when its dialogs have them all.
 Refusal checkNames(const Command& command, const std::vector<Assignment>& entries);
 

@@ -1,6 +1,7 @@
 #include "command/ride_answer_command.h"
 
 #include "core/progress.h"
+#include "core/text.h"
 #include "fit/fit_output.h"
 #include "fit/fit_tools.h"
 #include "gps/ride_answer.h"
@@ -23,10 +24,9 @@ StatusCode answerFor(Session& session, AnsweredRide& ride)
 StatusCode write(Session& session, const AnsweredRide& ride, const std::string& path)
 {
     FitImage file = {};
-    if (StatusCode code = makeAnsweredFile(ride, session.working.createOutput, file))
-        return reportStatus(session.screens, path, code);
-    if (!saveFitFile(file, path))
-        return reportStatus(session.screens, path, fitSaveFailed);
+    if (makeAnsweredFile(ride, session.working.createOutput, file) != fitOk || !saveFitFile(file, path))
+        return reportUnsaved(session.screens,
+                             formatText("failed to save the data to a fit file '%s'", reportedName(path).c_str()));
     reportStatus(session.screens, path, fitPredictionSaved);
     return fitOk;
 }

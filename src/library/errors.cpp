@@ -2,6 +2,7 @@
 
 #include "core/command_ids.h"
 #include "fit/fit_codes.h"
+#include "plan/calibrate.h"
 
 #include <algorithm>
 
@@ -21,7 +22,7 @@ constexpr KindOfCode kindsOfCodes[] = {
     {fitTooLarge, ErrorKind::badFile},          {fitNotLoaded, ErrorKind::incomplete},
     {fitSaveFailed, ErrorKind::cannotWrite},    {fitCombineFailed, ErrorKind::cannotWrite},
     {fitConvertFailed, ErrorKind::cannotWrite}, {fitAddFailed, ErrorKind::cannotWrite},
-    {fitDivideFailed, ErrorKind::cannotWrite},
+    {fitDivideFailed, ErrorKind::cannotWrite},  {calibrateNotWritten, ErrorKind::cannotWrite},
 };
 
 ErrorKind kindOf(const Command& command, ResultStatus status)
@@ -91,8 +92,13 @@ Error errorOf(const EntryFaults& faults, const std::vector<Box>& boxes)
 
 Error errorOf(const Command& command, ResultStatus status, const std::string& report, const std::string& statusLine)
 {
+    constexpr std::string_view mark = "status : ";
+    ErrorKind kind = kindOf(command, status);
     std::string text = trimmed(report);
-    return {.kind = kindOf(command, status), .text = text.empty() ? statusLine : text, .status = status};
+    // What could not be kept may stand in the report, and is not what went wrong.
+    if (kind == ErrorKind::cannotWrite && statusLine.starts_with(mark))
+        text = statusLine.substr(mark.size());
+    return {.kind = kind, .text = text.empty() ? statusLine : text, .status = status};
 }
 
 } // namespace torvane::library

@@ -160,8 +160,11 @@ void tellBand(Planning& planning, PlannedCourse& planned)
 StatusCode planEffort(Planning& planning, PlannedCourse& planned, Progress* progress)
 {
     const PlanOptions& options = planning.conditions().options;
-    if (options.effort == effortAsRidden)
-        return planAsRidden(planning, planned, progress);
+    if (options.effort == effortAsRidden) {
+        StatusCode code = planAsRidden(planning, planned, progress);
+        planned.unfitRide = code != fitOk ? options.asRidden : std::string();
+        return code;
+    }
     return options.pacing == pacingEven ? planEven(planning, planned) : planPaced(planning, planned);
 }
 

@@ -5,6 +5,7 @@
 #include "plan/course_ride.h"
 
 #include <array>
+#include <string>
 #include <vector>
 
 namespace torvane {
@@ -29,6 +30,7 @@ struct PlannedCourse {
     std::array<double, 3> threePowers = {}; // W up, flat, down, of pacing three
     double fastest = 0, slowest = 0;        // s, the band around ride.movingSeconds
     double coveredShare = 1;                // of the course by the ride that is ridden as, asRidden
+    std::string unfitRide = {};             // path of the ride to ride as, where there is no plan on its account
 };
 
 // fitOk, or a code of plan_codes.h. Calibrated, for the band, is who has a drag factor of a ride.

@@ -188,7 +188,8 @@ void reportNoCourse(Screens& screens, const AnsweredCourse& answered, StatusCode
                     const std::vector<std::string>& notes)
 {
     const char* fault = planFault(code);
-    std::string text = formatText("'%s': %s", shownFileName(answered.course.path).c_str(), fault ? fault : "");
+    const std::string& unfit = answered.planned.unfitRide.empty() ? answered.course.path : answered.planned.unfitRide;
+    std::string text = formatText("'%s': %s", shownFileName(unfit).c_str(), fault ? fault : "");
     screens.setText(Pane::lower, "\n\t" + text + "\n");
     screens.setStatus("status : " + text);
     screens.appendText(Pane::lower, notesText(notes));

@@ -25,6 +25,10 @@ enum FitReportMode : int {
 // changes nothing. Returns the code.
 StatusCode reportStatus(Screens& screens, std::string_view path, StatusCode statusCode);
 
+// An answer whose file could not be written: it stays in the lower pane, with a sentence about the file below it.
+// fitSaveFailed.
+StatusCode reportUnsaved(Screens& screens, const std::string& sentence);
+
 // "07:05:09", UTC, of a FIT timestamp.
 std::string formatTimeOfDay(uint32_t timestamp);
 void appendTimeOfDay(std::string& text, uint32_t timestamp);

@@ -101,4 +101,11 @@ StatusCode reportStatus(Screens& screens, std::string_view path, StatusCode stat
     return statusCode;
 }
 
+StatusCode reportUnsaved(Screens& screens, const std::string& sentence)
+{
+    screens.appendText(Pane::lower, "\n\t" + sentence + "\n");
+    screens.setStatus("status : " + sentence);
+    return fitSaveFailed;
+}
+
 } // namespace torvane

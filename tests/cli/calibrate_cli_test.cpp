@@ -68,6 +68,12 @@ TEST_F(CalibrateConsole, SavesNothingOfWhatTellsNothing)
     EXPECT_EQ(both.code, 0) << both.err;
     EXPECT_TRUE(contains(both.err, "'still.fit' tells nothing")) << "a ride that is left out is told";
     EXPECT_EQ(call({"ride", good, "--save-profile", profile}).code, 2);
+    EXPECT_EQ(call({"save-profile", profile}).code, 0);
+    Bytes own = bytesOf(profile);
+    EXPECT_EQ(call({"--profile", profile, "calibrate", good, "--save-profile", profile}).code, 2);
+    EXPECT_EQ(bytesOf(profile), own);
+    EXPECT_EQ(call({"--profile", profile, "--force", "calibrate", good, "--save-profile", profile}).code, 0);
+    EXPECT_NE(bytesOf(profile), own);
     std::string taken = put("taken.pro", bytesOf(still));
     EXPECT_EQ(call({"calibrate", good, "--save-profile", taken}).code, 2) << "a ride is no profile";
 }

@@ -43,16 +43,58 @@ TEST_F(ConsoleTest, PlansACourse)
     EXPECT_TRUE(contains(told.err, "saved the planned course as 'out.fit'")) << told.err;
 
     Bytes written = bytesOf(out);
-    EXPECT_EQ(call({"plan", pass, out}).code, 2) << "written over only by --force";
+    EXPECT_TRUE(contains(call({"plan", pass, out}).err, "out.fit exists; --force writes over it"));
     EXPECT_EQ(bytesOf(out), written);
     EXPECT_EQ(call({"plan", "--force", "fileType=activity", pass, out}).code, 0);
     EXPECT_EQ(call({"ride", out}).code, 0);
     EXPECT_EQ(call({"plan", "--force", out, out}).code, 2) << "nor over its source";
     EXPECT_EQ(call({"plan", "--force", "effort=asRidden", "asRidden=" + out, pass, out}).code, 2);
+    for (const char* option : {"--graph", "--rows"})
+        EXPECT_EQ(call({"--force", option, in + "./out.fit", "plan", "effort=asRidden", "asRidden=" + out, pass}).code,
+                  2);
     Call again = call({"plan", "effort=asRidden", "asRidden=" + out, pass, in + "again.gpx"});
     EXPECT_EQ(again.code, 0) << again.err;
     EXPECT_EQ(call({"plan", in + "again.gpx"}).code, 0);
     EXPECT_EQ(folder.count(), 2u) << "nothing half-written";
+}
+
+TEST_F(ConsoleTest, WritesNoTwoFilesToOne)
+{
+    std::filesystem::create_symlink("new.csv", in + "link.csv");
+    put("a.csv", {});
+    std::filesystem::create_hard_link(in + "a.csv", in + "b.csv");
+    const std::vector<std::string> all[] = {
+        {"--rows", in + "new.csv", "--graph", in + "./new.csv", "plan", pass},
+        {"--rows", in + "new.csv", "--graph", in + "link.csv", "plan", pass},
+        {"--rows", in + "a.csv", "--graph", in + "b.csv", "plan", pass},
+        {"--rows", in + "new.fit", "plan", pass, in + "new"},
+        {"--graph", in + "new.gpx", "plan", pass, in + "../" + in.substr(in.rfind('/', in.size() - 2) + 1) + "new.gpx"},
+        {"--rows", in + "new.pro", "calibrate", pass, "--save-profile", in + "new.pro"},
+    };
+    for (const std::vector<std::string>& arguments : all) {
+        Call told = call({"--force"}, arguments);
+        EXPECT_EQ(told.code, 2) << arguments[1];
+        EXPECT_TRUE(contains(told.err, "two files would be written to " + in)) << told.err;
+    }
+    EXPECT_EQ(folder.count(), 3u);
+}
+
+// Its file alone is lost.
+TEST_F(ConsoleTest, KeepsTheAnswerWhoseFileCannotBeWritten)
+{
+    std::filesystem::create_directories(in + "taken.fit");
+    std::filesystem::create_directories(in + "taken.gpx");
+    const std::vector<std::string> all[] = {{"plan", pass, in + "taken.fit"},
+                                            {"plan", pass, in + "taken.gpx"},
+                                            {"ride", TORVANE_CHECKOUT "/samples/rides/loop.fit", in + "taken.fit"}};
+    for (const std::vector<std::string>& arguments : all) {
+        Call told = call({"--force", "--json"}, arguments);
+        EXPECT_EQ(told.code, 1);
+        EXPECT_TRUE(contains(told.out, "\"lower\": \"\\n ") && contains(told.out, "\"figures\""))
+            << told.out.substr(0, 300);
+        EXPECT_TRUE(contains(told.out, "\"kind\": \"cannotWrite\", \"text\": \"failed to save the ")) << arguments[2];
+        EXPECT_EQ(contains(told.out, "fit file 'taken"), arguments[0] == "ride");
+    }
 }
 
 TEST_F(ConsoleTest, KeepsWhatACourseIsAskedWith)
@@ -86,6 +128,12 @@ TEST_F(ConsoleTest, RefusesWhatIsNoCourse)
         EXPECT_EQ(told.code, 1) << bad.what;
         EXPECT_TRUE(contains(told.err, bad.sentence)) << bad.what << told.err;
         EXPECT_FALSE(fileExists(in + "out.fit")) << bad.what;
+    }
+    for (std::string ridden : {pass, put("rider.pro", {'p'}), in}) { // the course is none the worse
+        Call told =
+            call({"plan", "effort=asRidden", "asRidden=" + ridden, TORVANE_CHECKOUT "/samples/rides/hills.fit"});
+        EXPECT_EQ(told.code, 1);
+        EXPECT_FALSE(contains(told.out + told.err, "hills.fit")) << told.err;
     }
     for (const char* entry : {"stops=often", "start=25:00", "asRidden=/none.fit", "power=19", "effort=hard"})
         EXPECT_EQ(call({"plan", "effort=asRidden", entry, pass}).code, 2) << entry;
