@@ -214,7 +214,8 @@ constexpr EntryMeaning meanings[] = {
     {any, "bendAcceleration", "to the side, that you take bends with at most; less where the tyres hold less"},
     {any, "brakeDeceleration", "with which you brake before bends and stops at most"},
     {any, "leastCadence", "who cannot turn the lowest gear as fast as this walks"},
-    {any, "stops", "\"3x10min\" evenly over the course, or \"40:10min 85.5:300s\" at these kilometres"},
+    {any, "stops",
+     "\"3x10min\" evenly over the course, or \"40:10min 85.5:300s\" at these kilometres; 10 days in all at most"},
     {any, "start", "\"8:30\" or \"2026-05-01 8:30\", in UTC; the answer then tells times of the day"},
     {any, "fileType", "of a written FIT file: a course to follow, or an activity as if it had been ridden"},
 };

@@ -165,7 +165,8 @@ Verdict checkWords(FormState& state)
     PlanEntries& plan = state.plan;
     if (!takeStops(plan.stops, plan.options))
         return refuseWords(state, "stops",
-                           "stops are \"3x10min\", evenly over the course, or \"40:10min 85.5:300s\" at kilometres");
+                           "stops are \"3x10min\", evenly over the course, or \"40:10min 85.5:300s\" at kilometres; "
+                           "10 days in all at most");
     if (!startOf(plan.start))
         return refuseWords(state, "start", "a start is \"8:30\" or \"2026-05-01 8:30\"");
     if (plan.options.effort != effortAsRidden)

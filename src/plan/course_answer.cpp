@@ -111,14 +111,15 @@ std::vector<Span> slopesOf(const Course& course, double sign)
     return spans;
 }
 
-// With the power to hold, whatever is coasted within.
+// With the power to hold, whatever is coasted within; where all is, there is none to hold.
 std::vector<CoursePart> stretchesOf(const AnsweredCourse& answered)
 {
     std::vector<CoursePart> parts;
     parts.reserve(answered.planned.stretches.size());
     for (const Stretch& stretch : answered.planned.stretches) {
         parts.push_back(partOf(answered, {stretch.from, stretch.to}));
-        parts.back().power = stretch.power;
+        if (parts.back().gear >= 0)
+            parts.back().power = stretch.power;
     }
     return parts;
 }
@@ -141,7 +142,8 @@ void tellLoad(const Model& model, AnsweredCourse& answered)
     double ftp = model.state.ftp;
     if (ftp > 0) {
         answer.intensity = ride.normalisedPower / ftp;
-        answer.stress = ride.movingSeconds / 3600 * answer.intensity * answer.intensity * 100;
+        double saddleSeconds = ride.movingSeconds - ride.walkSeconds; // as normalised power counts them
+        answer.stress = saddleSeconds / 3600 * answer.intensity * answer.intensity * 100;
     }
     if (answered.planned.even.movingSeconds > 0)
         answer.gain = answered.planned.even.movingSeconds - ride.movingSeconds;

@@ -41,6 +41,8 @@ public:
                 rested = 0;
             if (rested > longestRest)
                 return planNeverArrives;
+            if (out.movingSeconds > mostRiding)
+                return planTooSlow;
             while (atStop()) {
                 stand(ride.options.stops[nextStop].seconds);
                 setOff();

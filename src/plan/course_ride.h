@@ -68,7 +68,9 @@ struct RideConditions {
     double extraHeadWind = 0; // m/s, whatever the heading
 };
 
-// fitOk, or planNeverArrives where nothing moves. Without steps only the sums are kept.
+constexpr double mostRiding = 20 * 86400; // s in motion
+
+// fitOk; planNeverArrives where nothing moves; planTooSlow. Without steps only the sums are kept.
 StatusCode rideCourse(const RideConditions& conditions, const PowerProfile& profile, CourseRide& ride,
                       bool keepsSteps = true);
 

@@ -48,11 +48,46 @@ std::vector<double> meansOf(const std::vector<double>& values, size_t half)
     return means;
 }
 
-// Two means in a row, which together reach over the length.
+// Value of the straight line that fits the first `count` values best, `before` places in front of them.
+double lineInFront(std::span<const double> values, size_t count, size_t before)
+{
+    double middle = static_cast<double>(count - 1) / 2, sum = 0, moment = 0, inertia = 0;
+    for (size_t i = 0; i < count; ++i) {
+        double lever = static_cast<double>(i) - middle;
+        sum += values[i];
+        moment += lever * values[i];
+        inertia += lever * lever;
+    }
+    return sum / static_cast<double>(count) - moment / inertia * (middle + static_cast<double>(before));
+}
+
+// With `more` values in front, on the line through those of the road's first part.
+std::vector<double> startedEarlier(const std::vector<double>& values, size_t more)
+{
+    size_t count = std::min(values.size(), 3 * more + 1);
+    std::vector<double> longer;
+    longer.reserve(values.size() + more);
+    for (size_t before = more; before > 0; --before)
+        longer.push_back(lineInFront(values, count, before));
+    longer.insert(longer.end(), values.begin(), values.end());
+    return longer;
+}
+
+// Two means in a row, which together reach over the length. Both ends of the road are led on straight, so that the
+// first and the last value are smoothed as the others are, and a slope stays one.
 std::vector<double> smoothed(const std::vector<double>& values, double length, double step)
 {
     size_t half = static_cast<size_t>(std::lround(length / step / 4));
-    return half == 0 ? values : meansOf(meansOf(values, half), half);
+    if (half == 0)
+        return values;
+    size_t more = 2 * half;
+    std::vector<double> longer = startedEarlier(values, more);
+    std::ranges::reverse(longer);
+    longer = startedEarlier(longer, more);
+    std::ranges::reverse(longer);
+    std::vector<double> means = meansOf(meansOf(longer, half), half);
+    auto first = means.begin() + static_cast<std::ptrdiff_t>(more);
+    return {first, first + static_cast<std::ptrdiff_t>(values.size())};
 }
 
 // m, of each rise of it.

@@ -22,6 +22,7 @@ constexpr Fault faults[] = {
     {planTimeOutOfReach, "no power of a rider needs the time that is wanted"},
     {planNeverArrives, "the ride does not come to its end"},
     {planPowerOutOfReach, "on this course no power of a rider comes to the normalised power that is wanted"},
+    {planTooSlow, "the ride takes more than 20 days in motion; it wants more power, lower gears or a shorter course"},
 };
 
 } // namespace

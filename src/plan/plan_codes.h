@@ -16,6 +16,7 @@ constexpr StatusCode planWithoutPower = 0x20008;    // the ride to ride as has n
 constexpr StatusCode planTimeOutOfReach = 0x20009;  // no power within the limits needs the time that is wanted
 constexpr StatusCode planNeverArrives = 0x2000A;    // the wind, or what is asked, brings the rider to a stand
 constexpr StatusCode planPowerOutOfReach = 0x2000B; // no power within the limits gives the normalised power
+constexpr StatusCode planTooSlow = 0x2000C;         // takes longer than mostRiding
 
 // One sentence without a full stop; also for the codes of reading a ride. Null for fitOk.
 const char* planFault(StatusCode code);

@@ -1,5 +1,6 @@
 #include "plan/plan_course.h"
 
+#include "gps/track_geometry.h"
 #include "plan/pacing.h"
 #include "plan/power_solving.h"
 #include "plan/ridden_power.h"
@@ -101,12 +102,31 @@ StatusCode planPaced(Planning& planning, PlannedCourse& planned)
     return fitOk;
 }
 
+// Most of the course lies farther from the ride than two recordings of one road do. As far as both have positions.
+bool onAnotherRoad(const Course& course, const std::vector<RiddenPlace>& places)
+{
+    constexpr double apart = 200, degrees = 0.002; // m, which are less than so much of latitude
+    constexpr size_t looks = 1000;
+    if (!course.findings.hasPlaces || places.empty())
+        return false;
+    size_t every = course.points.size() / looks + 1, looked = 0, near = 0;
+    for (size_t i = 0; i < course.points.size(); i += every, ++looked) {
+        const CoursePoint& point = course.points[i];
+        near += std::ranges::any_of(places, [&](const RiddenPlace& place) {
+            return std::fabs(place.latitude - point.latitude) < degrees &&
+                   greatCircleDistance(place.latitude, place.longitude, point.latitude, point.longitude) < apart;
+        });
+    }
+    return 2 * near < looked;
+}
+
 StatusCode planAsRidden(Planning& planning, PlannedCourse& planned, Progress* progress)
 {
     const RideConditions& conditions = planning.conditions();
     RiddenPower ridden;
     if (StatusCode code = readRiddenPower(conditions.options.asRidden, ridden, progress))
         return code;
+    planned.onAnotherRoad = onAnotherRoad(conditions.course, ridden.places);
     double length = conditions.course.length;
     constexpr double same = 0.05; // two recordings of one road differ by less
     bool sameRoad = std::fabs(ridden.length / length - 1) < same;
@@ -124,6 +144,34 @@ void tellThree(const RideConditions& conditions, PlannedCourse& planned)
             planned.profile.watts[i];
 }
 
+double mostOf(const PowerProfile& profile)
+{
+    return *std::ranges::max_element(profile.watts);
+}
+
+void scalePowers(std::vector<Stretch>& stretches, double factor)
+{
+    for (Stretch& stretch : stretches)
+        stretch.power *= factor;
+}
+
+// Where its own stretches are faster than a plan, they are the plan; a time that is wanted stays met, with less power.
+void followStretches(Planning& planning, PlannedCourse& planned, const PowerProfile& profile)
+{
+    PlannedCourse followed = planned;
+    followed.profile = profile;
+    Aim aim = aimOf(planning.conditions());
+    if (aim.time && !planning.solve(followed.profile, aim, planned.power))
+        return;
+    followed.ride = planning.ride(followed.profile, true);
+    followed.power = followed.ride.normalisedPower;
+    followed.stretchSeconds = followed.ride.movingSeconds;
+    if (aim.time && !evenBeside(planning, followed))
+        return;
+    scalePowers(followed.stretches, mostOf(followed.profile) / mostOf(profile));
+    planned = std::move(followed);
+}
+
 // The stretches with the powers that, kept to, come to the same normalised power.
 void tellStretches(Planning& planning, PlannedCourse& planned)
 {
@@ -131,14 +179,16 @@ void tellStretches(Planning& planning, PlannedCourse& planned)
     size_t most = static_cast<size_t>(conditions.options.stretches);
     planned.stretches = stretchesOf(planned.ride, conditions.course.length, most);
     PowerProfile profile = profileOf(planned.stretches);
-    double before = profile.watts[0];
-    if (planning.solve(profile, {false, planned.ride.normalisedPower}, planned.power))
-        planned.stretchSeconds = planning.ride(profile).seconds;
-    for (Stretch& stretch : planned.stretches)
-        stretch.power *= before > 0 ? profile.watts[0] / before : 1;
-    if (planned.stretchSeconds == 0 || planned.stretchSeconds >= planned.even.seconds) {
+    double before = mostOf(profile);
+    if (before > 0 && planning.solve(profile, {false, planned.ride.normalisedPower}, planned.power)) {
+        planned.stretchSeconds = planning.ride(profile).movingSeconds;
+        scalePowers(planned.stretches, mostOf(profile) / before);
+    }
+    if (planned.stretchSeconds == 0 || planned.stretchSeconds >= planned.even.movingSeconds) {
         planned.stretches = {{0, conditions.course.length, planned.even.pedalSeconds, planned.evenPower}};
-        planned.stretchSeconds = planned.even.seconds;
+        planned.stretchSeconds = planned.even.movingSeconds;
+    } else if (planned.stretchSeconds < planned.ride.movingSeconds) {
+        followStretches(planning, planned, profile);
     }
 }
 
@@ -178,6 +228,8 @@ StatusCode planCourse(const Model& model, const ParameterBlock& settings, const 
     if (StatusCode code = planEffort(planning, planned, progress))
         return code;
     planned.ride = planning.ride(planned.profile, true);
+    planned.stopsLeftOut = static_cast<size_t>(
+        std::ranges::count_if(options.stops, [&](const Stop& stop) { return stop.distance >= course.length; }));
     if (options.effort == effortAsRidden)
         planned.power = planned.ride.normalisedPower;
     else if (options.pacing == pacingThree)

@@ -26,11 +26,13 @@ struct PlannedCourse {
     CourseRide even = {}; // without steps
     // Of plan, at most as many as asked for; one of even power where following them is no faster than that.
     std::vector<Stretch> stretches = {};
-    double stretchSeconds = 0;              // s, of a ride that keeps to these alone; 0 without them
+    double stretchSeconds = 0;              // s in motion of a ride that keeps to these alone; 0 without them
     std::array<double, 3> threePowers = {}; // W up, flat, down, of pacing three
     double fastest = 0, slowest = 0;        // s, the band around ride.movingSeconds
     double coveredShare = 1;                // of the course by the ride that is ridden as, asRidden
     std::string unfitRide = {};             // path of the ride to ride as, where there is no plan on its account
+    bool onAnotherRoad = false;             // was that ride, by the positions of both
+    size_t stopsLeftOut = 0;                // at the end of the course or beyond
 };
 
 // fitOk, or a code of plan_codes.h. Calibrated, for the band, is who has a drag factor of a ride.
@@ -41,7 +43,7 @@ enum WhatIf : int32_t { ifMorePower, ifLessWeight, ifHeadWind, ifLessDrag, ifLow
 
 struct WhatIfAnswer {
     double seconds = 0;       // more than the plan takes; negative: faster
-    double lowestCadence = 0; // rpm
+    double lowestCadence = 0; // rpm at a steady speed; 0 who never pedals so
     double walkMetres = 0;
     int32_t teeth = 0; // of the sprocket of one gear lower
 };

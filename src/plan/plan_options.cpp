@@ -25,10 +25,11 @@ bool takeWord(std::string_view& text, std::string_view word)
     return true;
 }
 
+constexpr double longestStops = 864000; // s, together: each second of a ride is a row
+
 // "10min", "300s", "1h".
 bool takeDuration(std::string_view& text, double& seconds)
 {
-    constexpr double longest = 864000; // s
     if (!takeNumber(text, seconds))
         return false;
     if (takeWord(text, "min"))
@@ -37,7 +38,7 @@ bool takeDuration(std::string_view& text, double& seconds)
         seconds *= 3600;
     else if (!takeWord(text, "s"))
         return false;
-    return seconds <= longest;
+    return seconds <= longestStops;
 }
 
 void skipBlanks(std::string_view& text)
@@ -50,6 +51,14 @@ struct Stops {
     std::vector<Stop> placed = {};
     int32_t even = 0;
     double evenSeconds = 0;
+
+    double together() const // s
+    {
+        double sum = even * evenSeconds;
+        for (const Stop& stop : placed)
+            sum += stop.seconds;
+        return sum;
+    }
 };
 
 // "3x10min" or "40:10min".
@@ -81,6 +90,8 @@ bool takeStops(std::string_view text, PlanOptions& options)
     for (skipBlanks(text); !text.empty(); skipBlanks(text))
         if (!takeOne(text, stops))
             return false;
+    if (stops.together() > longestStops)
+        return false;
     std::ranges::sort(stops.placed, {}, &Stop::distance);
     options.stops = stops.placed;
     options.evenStops = stops.even;

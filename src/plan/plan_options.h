@@ -65,7 +65,7 @@ struct PlanOptions {
 };
 
 // "3x10min" (evenly over the course), or stops at kilometres, "40:10min 85.5:300s"; empty for none. Replaces the stops
-// of the options; false, and they stay, where the text says nothing of the kind.
+// of the options; false, and they stay, where the text says nothing of the kind, or more than 10 days in all.
 bool takeStops(std::string_view text, PlanOptions& options);
 
 } // namespace torvane

@@ -39,7 +39,7 @@ public:
         second.distance = between(from.distance, to.distance, share);
         second.altitude = heightAt(course, second.distance);
         second.speed = between(from.speed, to.speed, share);
-        second.cadence = to.cadence;
+        second.cadence = share > 0 ? to.cadence : from.cadence; // none at the start and where a stop ends
         second.frontBrake = between(from.brakeTemperature[0], to.brakeTemperature[0], share);
         second.rearBrake = between(from.brakeTemperature[1], to.brakeTemperature[1], share);
         return second;

@@ -1,9 +1,11 @@
 #include "plan/ridden_power.h"
 
 #include "gps/activity.h"
+#include "gps/gps_record.h"
 #include "gps/prepare.h"
 
 #include <algorithm>
+#include <limits>
 #include <span>
 
 namespace torvane {
@@ -38,6 +40,22 @@ RiddenSeconds movingSeconds(std::span<const RideSample> samples)
             ridden.seconds.push_back({ridden.length, static_cast<double>(to.values[ridePower])});
     }
     return ridden;
+}
+
+// One each 50 m or so.
+std::vector<RiddenPlace> placesOf(std::span<const RideSample> samples)
+{
+    constexpr int32_t apart = 5000; // 1/100 m
+    std::vector<RiddenPlace> places;
+    int32_t next = std::numeric_limits<int32_t>::min();
+    for (const RideSample& sample : samples) {
+        bool known = sample.has(rideLatitude) && sample.has(rideLongitude) && sample.has(rideDistance);
+        if (!known || sample.values[rideDistance] < next)
+            continue;
+        next = sample.values[rideDistance] + apart;
+        places.push_back({degreesOf(sample.values[rideLatitude]), degreesOf(sample.values[rideLongitude])});
+    }
+    return places;
 }
 
 void clipSpikes(std::vector<RiddenSecond>& seconds)
@@ -91,7 +109,8 @@ StatusCode readRiddenPower(const std::string& path, RiddenPower& ridden, Progres
     auto empty = std::ranges::count_if(bins, [](const Bin& bin) { return bin.seconds == 0; });
     if (static_cast<size_t>(2 * empty) > bins.size())
         return planWithoutPower;
-    ridden = {profileOf(bins, work / static_cast<double>(moving.seconds.size())), moving.length};
+    ridden = {profileOf(bins, work / static_cast<double>(moving.seconds.size())), moving.length,
+              placesOf(activity.samples)};
     return fitOk;
 }
 

@@ -70,7 +70,8 @@ constexpr Row courseRows[] = {
     {"stressScore", "", [](const AnsweredCourse& a) { return a.answer.stress; }, hasFtp},
     {"coasting", "%", [](const AnsweredCourse& a) { return percentOf(a.planned.ride.coastSeconds, a); }},
     {"braking", "%", [](const AnsweredCourse& a) { return percentOf(a.planned.ride.brakeSeconds, a); }},
-    {"lowestCadence", "rpm", [](const AnsweredCourse& a) { return a.planned.ride.lowestCadence; }},
+    {"lowestCadence", "rpm", [](const AnsweredCourse& a) { return a.planned.ride.lowestCadence; },
+     [](const AnsweredCourse& a) { return a.planned.ride.lowestCadence > 0; }},
     {"walked", "m", [](const AnsweredCourse& a) { return a.planned.ride.walkMetres; }},
     {"frontBrakeHighest", "Cel", [](const AnsweredCourse& a) { return a.planned.ride.hottest[0]; }},
     {"rearBrakeHighest", "Cel", [](const AnsweredCourse& a) { return a.planned.ride.hottest[1]; }},
@@ -110,7 +111,8 @@ constexpr PartRow partRows[] = {
 
 constexpr FigureRow<WhatIfAnswer> whatIfRows[] = {
     {"seconds", "sec", [](const WhatIfAnswer& w) { return w.seconds; }},
-    {"lowestCadence", "rpm", [](const WhatIfAnswer& w) { return w.lowestCadence; }},
+    {"lowestCadence", "rpm", [](const WhatIfAnswer& w) { return w.lowestCadence; },
+     [](const WhatIfAnswer& w) { return w.lowestCadence > 0; }},
     {"walked", "m", [](const WhatIfAnswer& w) { return w.walkMetres; }},
     {"rearTooth", "t", [](const WhatIfAnswer& w) { return double(w.teeth); },
      [](const WhatIfAnswer& w) { return w.teeth > 0; }},

@@ -59,6 +59,12 @@ void addRiding(Notes& notes, const PlannedCourse& planned)
     const CourseRide& ride = planned.ride;
     if (ride.walkMetres > 0)
         notes.push_back(formatText("%.0f m are walked: the lowest gear cannot be held there", ride.walkMetres));
+    if (planned.stopsLeftOut != 0)
+        notes.push_back(
+            formatText("stops at the end of the course, or beyond, are left out: %zu", planned.stopsLeftOut));
+    if (planned.onAnotherRoad)
+        notes.emplace_back(
+            "the ride to ride as went along another road: most of this course lies more than 200 m from it");
     if (planned.coveredShare < 1)
         notes.push_back(
             formatText("the ride to ride as has power on %.0f %% of the course; its mean stands for the rest",

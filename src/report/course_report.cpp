@@ -151,7 +151,9 @@ void appendWhatIfs(std::string& text, const CourseAnswer& answer)
         const WhatIfAnswer& what = answer.whatIf[i];
         appendFormat(text, "\t%-16s: %s", names[i], changeText(what.seconds).c_str());
         if (i == ifLowerGear && what.teeth > 0)
-            appendFormat(text, ", with a sprocket of %d; lowest cadence %.0f rpm", what.teeth, what.lowestCadence);
+            appendFormat(text, ", with a sprocket of %d", what.teeth);
+        if (i == ifLowerGear && what.lowestCadence > 0)
+            appendFormat(text, "; lowest cadence %.0f rpm", what.lowestCadence);
         if (what.walkMetres > 0)
             appendFormat(text, ", %.0f m on foot", what.walkMetres);
         text += "\n";

@@ -7,7 +7,8 @@ namespace torvane {
 
 namespace {
 
-const std::string pass = TORVANE_CHECKOUT "/samples/rides/pass.gpx";
+const std::string samples = TORVANE_CHECKOUT "/samples/rides/";
+const std::string pass = samples + "pass.gpx";
 
 Bytes gpx(const std::string& points)
 {
@@ -54,6 +55,10 @@ TEST_F(ConsoleTest, PlansACourse)
                   2);
     Call again = call({"plan", "effort=asRidden", "asRidden=" + out, pass, in + "again.gpx"});
     EXPECT_EQ(again.code, 0) << again.err;
+    EXPECT_FALSE(contains(again.out, "another road")) << again.out;
+    Call other = call({"plan", "effort=asRidden", "asRidden=" + samples + "loop.fit", "stops=500:1min", pass});
+    EXPECT_TRUE(contains(other.out, "another road")) << other.out;
+    EXPECT_TRUE(contains(other.out, "left out: 1")) << other.out;
     EXPECT_EQ(call({"plan", in + "again.gpx"}).code, 0);
     EXPECT_EQ(folder.count(), 2u) << "nothing half-written";
 }

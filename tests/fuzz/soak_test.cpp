@@ -40,7 +40,7 @@ bool isInTable(int command, uint32_t status)
                                                 0x7FF3, 0x7FF4, 0x7FF5, 0x7FF6, 0x7FF7, 0x1000, 0x2000, 0x8001,
                                                 0x8002, 0x8004, 0x8005, 0x8006, 0x10000};
     if (command >= 901)
-        return fitCodes.contains(status) || (status >= planWithoutAltitude && status <= planPowerOutOfReach);
+        return fitCodes.contains(status) || (status >= planWithoutAltitude && status <= planTooSlow);
     if (command >= 801)
         return (status & ~rideBits) == 0;
     return command >= 701 ? (status & ~theoryBits) == 0 : status <= 1;

@@ -142,6 +142,41 @@ TEST_F(CoursePlans, TellPartsThatMakeTheWhole)
     EXPECT_NEAR(walked, ride.walkSeconds, 0.5);
     EXPECT_GT(walked, 0) << "60 W on a ramp of 11 percent";
     EXPECT_NEAR(answered.answer.parts.back().clock, ride.seconds, 0.5);
+    double intensity = answered.answer.intensity;
+    EXPECT_NEAR(answered.answer.stress, (ride.movingSeconds - walked) / 36 * intensity * intensity, 0.01);
+    for (const PlannedSecond& second : secondsOf(answered.course, ride))
+        EXPECT_TRUE(second.speed > 0 || second.cadence == 0) << second.time;
+}
+
+TEST_F(CoursePlans, AreTheirStretchesWhereTheseAreFaster)
+{
+    PlanEntries entries;
+    entries.options.pacing = pacingPlan;
+    for (double watts : {180, 220, 260}) {
+        entries.options.power = watts;
+        plan(passFile, entries);
+        EXPECT_GE(answered.planned.stretchSeconds, answered.planned.ride.movingSeconds) << watts;
+    }
+    entries.options.effort = effortTime;
+    entries.options.time = answered.planned.ride.seconds;
+    plan(passFile, entries);
+    EXPECT_NEAR(answered.planned.ride.seconds, entries.options.time, 0.5);
+}
+
+TEST_F(CoursePlans, TellNoPowerWhereNobodyPedals)
+{
+    PlanEntries entries;
+    entries.options.pacing = pacingPlan;
+    entries.options.topSpeed = 4;
+    std::string text = "<gpx><trk><trkseg>";
+    for (int i = 0; i < 100; ++i)
+        text += "<trkpt lat=\"" + std::to_string(47 + i * 0.0004) + "\" lon=\"8\"><ele>" + std::to_string(900 - 4 * i) +
+                "</ele></trkpt>";
+    text += "</trkseg></trk></gpx>";
+    writeBytes(folder.path + "down.gpx", {text.begin(), text.end()});
+    ASSERT_EQ(answerCourse(model, block, folder.path + "down.gpx", entries, answered), fitOk);
+    for (const CoursePart& part : answered.answer.stretches)
+        EXPECT_TRUE(part.gear >= 0 || part.power == 0) << part.power;
 }
 
 TEST(CourseStarts, AreTimesOfADay)

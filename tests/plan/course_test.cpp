@@ -122,6 +122,20 @@ TEST(Course, TellsGapsAndGoesAround)
     EXPECT_NEAR(1 / course.points[300].bend, 2000 / (2 * pi), 15);
 }
 
+// A device that is switched on has no height yet.
+TEST_F(PlanTest, RidesOverABadHeightAtEitherEnd)
+{
+    for (double place : {0.0, 10000.0}) {
+        auto height = [place](double way) { return std::fabs(way - place) < 1 ? -6.0 : 0; };
+        Course course = madeCourse(10000, height, northward);
+        EXPECT_EQ(ride(course, 150).walkMetres, 0) << place;
+        for (const CoursePoint& point : course.points)
+            EXPECT_LT(std::fabs(point.slope), 7) << point.distance << " m, bad at " << place;
+    }
+    for (const CoursePoint& point : madeCourse(10000, slopeOf(6), northward).points)
+        EXPECT_NEAR(point.slope, 6, 1e-9) << point.distance;
+}
+
 // Heights as devices and maps give them.
 TEST_F(PlanTest, TakesItsTimeFromNoisyHeights)
 {
