@@ -26,6 +26,8 @@ std::vector<MeasuredRide> readRides(Session& session)
 StatusCode taughtProfile(const Session& session, const CalibrationAnswer& answer, ModelState& state,
                          Calibration& calibration)
 {
+    if (answer.doubts & doubtUncertain)
+        return calibrateUncertain;
     state = session.model.state;
     calibration = calibrationOf(answer);
     if (session.calibration.asAngle == 0)
@@ -80,6 +82,8 @@ ResultStatus calibrateCommand(Session& session)
         tellAnswer(session, answer);
         code = save(session, answer);
     }
+    if (session.calibration.asAngle != 0 && session.inputs.files[toolDestination].path.empty())
+        notes.emplace_back("asAngle has no effect where no profile is saved");
     if (std::string why = calibrationFailure(answer, session.model, code); !why.empty())
         notes.push_back(why);
     for (const std::string& note : notes)

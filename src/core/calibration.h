@@ -26,6 +26,19 @@ constexpr double dragFactorOf(const Calibration& calibration)
     return hasDragFactor(calibration) ? calibration.dragFactor : 1.0;
 }
 
+// An interval that tells enough of a factor: half of it at most a quarter. Beyond, a guess by posture is as good.
+constexpr bool isNarrow(double dragFactor, double halfInterval)
+{
+    return halfInterval <= dragFactor / 4;
+}
+
+// Whether a ride has taught the factor, and well enough that predictions are better for it.
+constexpr bool isTaught(const Calibration& calibration)
+{
+    return hasDragFactor(calibration) && calibration.halfInterval > 0 &&
+           isNarrow(calibration.dragFactor, calibration.halfInterval);
+}
+
 // What a file holds, without what cannot be: all 0 where there is no factor.
 constexpr Calibration soundCalibration(const Calibration& read)
 {

@@ -3,6 +3,7 @@
 #include "core/units.h"
 #include "model/constants.h"
 #include "model/resistance.h"
+#include "plan/between_rides.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,7 +12,6 @@ namespace torvane {
 
 namespace {
 
-constexpr double normalReach = 1.96;                  // standard errors of the 95 percent interval
 constexpr double rollingError = 0.2;                  // share that the profile's rolling may be wrong by
 constexpr double restError = 0.03;                    // share of all that nobody looks at: scales, meters, gusts
 constexpr double unknownWind = 2;                     // m/s, standard deviation
@@ -101,12 +101,19 @@ void tellInterval(const std::vector<Worked>& rides, const std::vector<RideWindow
 {
     double drawn = drawnError(windows, fit);
     double more = fitDrag(windows, 1 + rollingError).factor, less = fitDrag(windows, 1 - rollingError).factor;
-    double rest = restError * fit.factor;
+    double rest = restError * fit.factor, between = betweenRidesError(answer.rides);
     answer.rollingEffect = (more - less) / 2;
-    answer.error = std::sqrt(drawn * drawn + answer.rollingEffect * answer.rollingEffect + rest * rest);
+    answer.error =
+        std::sqrt(drawn * drawn + answer.rollingEffect * answer.rollingEffect + rest * rest + between * between);
     Reach wind = unknownWindReach(rides, windows, fit.factor);
     answer.lowest = std::max(0.0, fit.factor - std::hypot(normalReach * answer.error, wind.down));
     answer.highest = fit.factor + std::hypot(normalReach * answer.error, wind.up);
+}
+
+// The longer side: a wind that was not found reaches further to one of them.
+double halfInterval(const CalibrationAnswer& answer)
+{
+    return std::max(answer.factor - answer.lowest, answer.highest - answer.factor);
 }
 
 // What one ride says alone. The rolling is that of all rides and makes no difference between them.
@@ -137,17 +144,6 @@ void tellRides(std::span<const MeasuredRide> given, const std::vector<Worked>& r
     }
 }
 
-// Only against rides whose wind was found: that of the others explains any difference.
-bool ridesDiffer(const CalibrationAnswer& answer)
-{
-    for (const CalibratedRide& ride : answer.rides)
-        for (const CalibratedRide& other : answer.rides)
-            if (ride.foundWind && other.foundWind &&
-                ride.factor - other.factor > normalReach * std::hypot(ride.error, other.error))
-                return true;
-    return false;
-}
-
 // What is missed goes with height and speed where the weight is wrong. On flatter roads the noise of the altitude hides
 // it.
 double heightShare(const std::vector<RideWindows>& rides, const DragFit& fit)
@@ -175,8 +171,12 @@ void addDoubts(CalibrationAnswer& answer)
         answer.doubts |= doubtFactor;
     if (std::fabs(answer.heightShare) > mostHeightShare)
         answer.doubts |= doubtWeight;
-    if (ridesDiffer(answer))
+    if (ridesDiffer(answer.rides))
         answer.doubts |= doubtRidesDiffer;
+    if (answer.heldOut.after.blockError > answer.heldOut.before.blockError)
+        answer.doubts |= doubtHeldOut;
+    if (!isNarrow(answer.factor, halfInterval(answer)))
+        answer.doubts |= doubtUncertain;
 }
 
 void tellRows(const std::vector<Worked>& rides, const std::vector<RideWindows>& windows, const DragFit& fit,
@@ -238,7 +238,8 @@ std::vector<Worked> takeRides(const Model& model, std::span<const MeasuredRide> 
         told.temperature = rides[i].temperature;
         told.start = rides[i].seconds.empty() ? 0 : rides[i].seconds.front().timestamp;
         Worked worked = {i, {}};
-        told.fault = take(model, rides[i], meter, worked);
+        bool known = std::ranges::any_of(rides.first(i), [&](const auto& one) { return isSameRide(one, rides[i]); });
+        told.fault = known ? CalibrationFault::givenTwice : take(model, rides[i], meter, worked);
         if (told.fault != CalibrationFault::none)
             continue;
         if (!worked.thrust.hasPositions)
@@ -274,22 +275,20 @@ CalibrationAnswer calibrateRides(const Model& model, std::span<const MeasuredRid
     answer.heightShare = heightShare(windows, fit);
     answer.dragArea = dragArea(model, fit.factor);
     answer.angle = angleOfFactor(model, fit.factor);
-    tellInterval(worked, windows, fit, answer);
     tellRides(rides, worked, windows, fit, answer);
-    addDoubts(answer);
+    tellInterval(worked, windows, fit, answer);
     tellRows(worked, windows, fit, answer);
     answer.heldOut = holdOut(windows, shortWindows(worked), answer.factorBefore);
+    addDoubts(answer);
     return answer;
 }
 
 Calibration calibrationOf(const CalibrationAnswer& answer)
 {
     constexpr uint32_t fitEpoch = 631065600, secondsPerDay = 86400;
-    if (answer.ridesUsed == 0)
+    if (answer.ridesUsed == 0 || (answer.doubts & doubtUncertain))
         return {};
-    double half = std::max(answer.factor - answer.lowest, answer.highest - answer.factor);
-    return soundCalibration({static_cast<float>(answer.factor),
-                             static_cast<float>(std::min<double>(half, mostDragFactor)),
+    return soundCalibration({static_cast<float>(answer.factor), static_cast<float>(halfInterval(answer)),
                              static_cast<int32_t>((int64_t{answer.day} + fitEpoch) / secondsPerDay),
                              static_cast<float>(answer.temperature)});
 }

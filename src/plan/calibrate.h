@@ -18,12 +18,14 @@ struct CalibrationOptions {
     int32_t asAngle = 0;           // what is saved is a torso angle instead of the factor
 };
 constexpr int meterPlaceCount = stageThrust;
+constexpr double normalReach = 1.96; // standard errors of the 95 percent interval
 
 // What calibration answers beside the codes of reading.
 constexpr StatusCode calibrateNothingUsed = 0x20101; // no ride could be used
 constexpr StatusCode calibrateBeyond = 0x20102;      // the factor is beyond what a profile takes, and was not saved
 constexpr StatusCode calibrateNoAngle = 0x20103;     // no torso angle gives this drag
 constexpr StatusCode calibrateNotWritten = 0x20104;  // the profile file
+constexpr StatusCode calibrateUncertain = 0x20105;   // the interval is too wide for a profile to keep the factor
 
 // What came of one of the rides.
 struct CalibratedRide {
@@ -72,7 +74,7 @@ struct CalibrationAnswer {
 CalibrationAnswer calibrateRides(const Model& model, std::span<const MeasuredRide> rides,
                                  const CalibrationOptions& options);
 
-// What a profile keeps of it; all 0 where the factor is beyond what a profile takes.
+// What a profile keeps of it; all 0 where the factor is beyond what a profile takes, or too uncertain.
 Calibration calibrationOf(const CalibrationAnswer& answer);
 
 // The torso angle in degrees for which the model's drag without a factor is that of this factor at the model's angle,

@@ -70,7 +70,20 @@ bool isShuttle(const ThrustRide& ride)
     return std::hypot(cosine, sine) > alongOneLine * metres;
 }
 
+bool isSame(double one, double other)
+{
+    return one == other || (std::isnan(one) && std::isnan(other));
+}
+
 } // namespace
+
+bool isSameRide(const MeasuredRide& one, const MeasuredRide& other)
+{
+    return !one.seconds.empty() &&
+           std::ranges::equal(one.seconds, other.seconds, [](const MeasuredSecond& a, const MeasuredSecond& b) {
+               return a.timestamp == b.timestamp && isSame(a.speed, b.speed) && isSame(a.power, b.power);
+           });
+}
 
 CalibrationFault faultOfRecords(const MeasuredRide& ride)
 {

@@ -21,6 +21,7 @@ enum class CalibrationFault : uint8_t {
     constantSpeed,
     shortShuttle,  // to and fro over less than a kilometre
     tooFewWindows, // also where there is hardly a record
+    givenTwice,    // a ride before it has its records
 };
 
 enum CalibrationDoubt : uint32_t {
@@ -35,9 +36,14 @@ enum CalibrationDoubt : uint32_t {
     doubtMeterGaps = 1u << 8,
     doubtRidesDiffer = 1u << 9, // more than their intervals allow
     doubtWeight = 1u << 10,     // climbs took another power than the profile's weight
+    doubtHeldOut = 1u << 11,    // blocks that were not used are predicted worse than before
+    doubtUncertain = 1u << 12,  // so wide an interval that nothing is kept
 };
 
 using LeftOutSeconds = std::array<uint32_t, leftOutCount>;
+
+// By the records: a copy has another path.
+bool isSameRide(const MeasuredRide& one, const MeasuredRide& other);
 
 // Of the records as they are.
 CalibrationFault faultOfRecords(const MeasuredRide& ride);

@@ -202,7 +202,7 @@ void tellBand(Planning& planning, PlannedCourse& planned)
     bool isNormalised = effort == effortNormalised || effort == effortFtpShare ||
                         (planning.conditions().options.pacing != pacingEven && effort != effortAsRidden);
     double other = planning.ride(scaled(planned.profile, isNormalised ? ratio : 1 / ratio)).movingSeconds;
-    double wider = hasDragFactor(planning.conditions().model.calibration) ? calibrated : uncalibrated;
+    double wider = isTaught(planning.conditions().model.calibration) ? calibrated : uncalibrated;
     planned.fastest = std::min(other, ride.movingSeconds) * (1 - wider);
     planned.slowest = std::max(other, ride.movingSeconds) * (1 + wider);
 }

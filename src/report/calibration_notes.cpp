@@ -43,6 +43,8 @@ std::string faultText(const CalibratedRide& ride, const MeasuredRide& measured)
     case CalibrationFault::tooFewWindows:
         return formatText("%zu of its minutes can be used, and it takes %zu: %s", ride.windows, leastCalibrationWindows,
                           leftOutText(ride.seconds).c_str());
+    case CalibrationFault::givenTwice:
+        return "it is given twice, and counts once";
     }
     return {};
 }
@@ -65,6 +67,11 @@ constexpr DoubtText doubtTexts[] = {
     {doubtWeight, "what climbs took does not fit the profile's weight: is it yours, with bicycle and bottles?"},
     {doubtRidesDiffer,
      "the rides differ by more than their intervals allow: not the same bicycle, clothes or position?"},
+    {doubtHeldOut,
+     "blocks that were not used are predicted worse than before: parts of the rides contradict each other, "
+     "or the profile was right already"},
+    {doubtUncertain, "too uncertain: its interval reaches beyond a quarter of the factor to a side, so that no profile "
+                     "keeps it"},
 };
 
 } // namespace
@@ -94,6 +101,9 @@ std::string calibrationFailure(const CalibrationAnswer& answer, const Model& mod
     case calibrateNoAngle:
         return formatText("torso angles reach factors from %.2f to %.2f; %.3f was not saved as one", reach.least,
                           reach.most, answer.factor);
+    case calibrateUncertain:
+        return formatText("%.3f between %.3f and %.3f is too uncertain and was not saved", answer.factor, answer.lowest,
+                          answer.highest);
     case calibrateNotWritten:
         return "the profile file could not be written";
     default:

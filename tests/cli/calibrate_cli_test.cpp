@@ -45,6 +45,7 @@ TEST_F(CalibrateConsole, TeachesAProfileThatRideThenTakes)
 TEST_F(CalibrateConsole, SavesAnAngleWhereAFactorIsNotWanted)
 {
     std::string ride = made("a.fit", {.factor = 1.2}, {});
+    EXPECT_TRUE(contains(call({"calibrate", "--as-angle", ride}).err, "asAngle has no effect"));
     EXPECT_EQ(call({"calibrate", "--as-angle", ride, "--save-profile", profile}).code, 0);
     Call page = call({"--profile", profile, "501"});
     EXPECT_TRUE(contains(page.out, "torso angle\t\t\t:   3") || contains(page.out, "torso angle\t\t\t:   4"))
@@ -67,6 +68,10 @@ TEST_F(CalibrateConsole, SavesNothingOfWhatTellsNothing)
     Call both = call({"calibrate", still, good});
     EXPECT_EQ(both.code, 0) << both.err;
     EXPECT_TRUE(contains(both.err, "'still.fit' tells nothing")) << "a ride that is left out is told";
+    std::string oneWay = made("oneway.fit", {}, {.terrain = Terrain::flat, .way = Way::oneWay, .power = 120});
+    Call vague = call({"calibrate", oneWay, "--save-profile", profile});
+    EXPECT_EQ(vague.code, 1) << vague.out;
+    EXPECT_TRUE(contains(vague.err, "is too uncertain and was not saved") && bytesOf(profile).empty()) << vague.err;
     EXPECT_EQ(call({"ride", good, "--save-profile", profile}).code, 2);
     EXPECT_EQ(call({"save-profile", profile}).code, 0);
     Bytes own = bytesOf(profile);

@@ -110,6 +110,8 @@ TEST(Calibrate, FindsNoWindOneWayAndSaysHowLittleItKnows)
         EXPECT_EQ(std::hypot(answer.rides[0].wind.east, answer.rides[0].wind.north), 0);
         EXPECT_TRUE(answer.doubts & doubtOneWay);
         EXPECT_GT(answer.highest - answer.lowest, 0.4);
+        bool narrow = isNarrow(answer.factor, std::max(answer.highest - answer.factor, answer.factor - answer.lowest));
+        EXPECT_EQ(calibrationOf(answer).dragFactor > 0, narrow) << answer.lowest << " to " << answer.highest;
         EXPECT_TRUE(holds(answer, 0.9)) << direction << ": " << answer.factor;
     }
 }
@@ -196,8 +198,15 @@ TEST(Calibrate, TakesSeveralRidesTogetherAndTellsWhenTheyDiffer)
     EXPECT_NEAR(same.rides[0].wind.east, 3, 0.7);
     EXPECT_NEAR(same.rides[1].wind.north, -3, 0.7);
     EXPECT_FALSE(same.doubts & doubtRidesDiffer);
+    rides.push_back(rides[0]);
+    CalibrationAnswer twice = calibrate(rides);
+    EXPECT_EQ(twice.rides[3].fault, CalibrationFault::givenTwice);
+    EXPECT_EQ(twice.factor, same.factor);
     rides.push_back(makeMeteredRide(model, {.factor = 1.3}, {.seed = 4}));
     EXPECT_TRUE(calibrate(rides).doubts & doubtRidesDiffer);
+    CalibrationAnswer apart = calibrate({rides[0], rides.back()});
+    EXPECT_TRUE(holds(apart, 0.85) && holds(apart, 1.3)) << apart.lowest << " to " << apart.highest;
+    EXPECT_EQ(calibrationOf(apart).dragFactor, 0) << "too uncertain";
     EXPECT_EQ(calibrate(rides).factor, calibrate(rides).factor) << "the same rides give the same answer";
 }
 

@@ -94,8 +94,10 @@ TEST_F(PlanTest, TellsTheBandOfTheTime)
     double less = ride(course, 200 / 1.02).movingSeconds; // power that was meant as normalised power
     EXPECT_NEAR(planned.fastest, planned.ride.movingSeconds * 0.9, 1);
     EXPECT_NEAR(planned.slowest, less * 1.1, 1);
-    model.calibration.dragFactor = 1;
-    EXPECT_NEAR(plan(course).slowest, less * 1.05, 1);
+    for (auto [halfInterval, wider] : {std::pair{0.1F, 1.05}, {0.0F, 1.1}, {0.3F, 1.1}}) { // 0: entered by hand
+        model.calibration = {.dragFactor = 1, .halfInterval = halfInterval, .day = 0, .temperature = 0};
+        EXPECT_NEAR(plan(course).slowest, less * wider, 1) << halfInterval;
+    }
 }
 
 TEST_F(PlanTest, TellsWhatElseWouldHaveComeOfIt)
