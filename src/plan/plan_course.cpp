@@ -177,7 +177,8 @@ void tellStretches(Planning& planning, PlannedCourse& planned)
 {
     const RideConditions& conditions = planning.conditions();
     size_t most = static_cast<size_t>(conditions.options.stretches);
-    planned.stretches = stretchesOf(planned.ride, conditions.course.length, most);
+    double leastPower = conditions.options.least / 100 * planned.ride.normalisedPower;
+    planned.stretches = stretchesOf(planned.ride, conditions.course.length, most, leastPower);
     PowerProfile profile = profileOf(planned.stretches);
     double before = mostOf(profile);
     if (before > 0 && planning.solve(profile, {false, planned.ride.normalisedPower}, planned.power)) {

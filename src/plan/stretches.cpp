@@ -71,6 +71,12 @@ std::vector<size_t> bestCuts(const std::vector<Sums>& sums, size_t pieces, size_
     return ends;
 }
 
+// Legs that rest now and then, as before bends, make a mean that nobody holds: it is the least power, or a rest.
+double heldPower(double mean, double leastPower)
+{
+    return mean < leastPower / 2 ? 0 : std::max(mean, leastPower);
+}
+
 // Neighbours that a rider would not tell apart are one.
 void addStretch(std::vector<Stretch>& stretches, const Stretch& stretch)
 {
@@ -88,7 +94,7 @@ void addStretch(std::vector<Stretch>& stretches, const Stretch& stretch)
 
 } // namespace
 
-std::vector<Stretch> stretchesOf(const CourseRide& ride, double length, size_t most)
+std::vector<Stretch> stretchesOf(const CourseRide& ride, double length, size_t most, double leastPower)
 {
     size_t count = std::clamp<size_t>(static_cast<size_t>(length / leastCell), 1, mostCells);
     std::vector<Sums> sums = cellsOf(ride, length, count);
@@ -100,7 +106,7 @@ std::vector<Stretch> stretchesOf(const CourseRide& ride, double length, size_t m
         double seconds = sums[end].seconds - sums[start].seconds;
         double work = sums[end].work - sums[start].work;
         addStretch(stretches, {static_cast<double>(start) * cell, static_cast<double>(end) * cell, seconds,
-                               seconds > 0 ? work / seconds : 0});
+                               seconds > 0 ? heldPower(work / seconds, leastPower) : 0});
         start = end;
     }
     return stretches;
