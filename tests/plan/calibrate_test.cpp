@@ -207,6 +207,10 @@ TEST(Calibrate, TakesSeveralRidesTogetherAndTellsWhenTheyDiffer)
     CalibrationAnswer apart = calibrate({rides[0], rides.back()});
     EXPECT_TRUE(holds(apart, 0.85) && holds(apart, 1.3)) << apart.lowest << " to " << apart.highest;
     EXPECT_EQ(calibrationOf(apart).dragFactor, 0) << "too uncertain";
+    MeasuredRide right = makeMeteredRide(model, {}, {.seed = 5}),
+                 other = makeMeteredRide(model, {.factor = 1.4}, {.seconds = 2400});
+    EXPECT_TRUE(calibrate({right, other}).doubts & doubtHeldOut) << "the profile was right for most blocks";
+    EXPECT_FALSE(same.doubts & doubtHeldOut);
     EXPECT_EQ(calibrate(rides).factor, calibrate(rides).factor) << "the same rides give the same answer";
 }
 
