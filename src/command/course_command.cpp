@@ -12,8 +12,6 @@
 #include "report/course_report.h"
 #include "report/fit_report.h"
 
-#include <cctype>
-
 namespace torvane {
 
 namespace {
@@ -23,11 +21,14 @@ bool isGpx(const std::string& path)
     return checkFileExtension(path) == 3 || path.ends_with(".GPX");
 }
 
-// "climb" of "/rides/climb.gpx.gz".
+// "2026.05.01 climb" of "/rides/2026.05.01 climb.gpx.gz".
 std::string courseName(const std::string& path)
 {
     std::string name(fileName(path));
-    return name.substr(0, name.find('.', 1));
+    if (name.ends_with(".gz"))
+        name.resize(name.size() - 3);
+    size_t extension = name.rfind('.');
+    return name.substr(0, extension == 0 ? std::string::npos : extension);
 }
 
 bool saveFit(const PlannedFile& planned, int32_t fileType, const std::string& path)
