@@ -84,7 +84,7 @@ class RideTest(DesktopTest):
         self.assertFalse(self.opens("ctrl+e", "express source data"))
 
     def test_what_a_ride_cost(self):
-        ride = write_ride(self.desktop, "evening ride é.fit", 400)
+        ride = write_ride(self.desktop, "evening ride.fit", 400)
         answered = self.desktop.folder / "answered.fit"
         expected = desktop.console("ride", ride)["lower"]
         fields = [(RIDE_SOURCE, desktop.windows_path(ride)), (RIDE_DESTINATION, desktop.windows_path(answered))]
