@@ -2,7 +2,7 @@
 
 #include "core/text.h"
 #include "fit/fit_walk.h"
-#include "report/iso_times.h"
+#include "fit/iso_times.h"
 
 #include <unistd.h>
 

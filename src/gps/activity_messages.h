@@ -62,8 +62,6 @@ inline constexpr FieldLayout activityLayout[] = {{timestampField, 4, unsigned32}
 // What an activity message says in its last three fields.
 constexpr uint64_t activityManual = 0, activityEvent = 26, activityStop = 1;
 
-constexpr double fitEpoch = 631065600; // s since 1970: the last second of 1989
-
 // A figure as a field stores it, or the mark of a missing one where it is none or beyond the field.
 uint64_t stored(double value, double scale, double least, double most, uint64_t missing);
 uint64_t storedDegrees(double degrees);

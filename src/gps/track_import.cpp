@@ -1,5 +1,6 @@
 #include "gps/track_import.h"
 
+#include "fit/fit_time.h"
 #include "fit/fit_types.h"
 #include "gps/activity_messages.h"
 

@@ -1,6 +1,7 @@
 #include "plan/calibrate.h"
 
 #include "core/units.h"
+#include "fit/fit_time.h"
 #include "model/constants.h"
 #include "model/resistance.h"
 #include "plan/between_rides.h"
@@ -285,11 +286,11 @@ CalibrationAnswer calibrateRides(const Model& model, std::span<const MeasuredRid
 
 Calibration calibrationOf(const CalibrationAnswer& answer)
 {
-    constexpr uint32_t fitEpoch = 631065600, secondsPerDay = 86400;
+    constexpr int64_t secondsPerDay = 86400;
     if (answer.ridesUsed == 0 || (answer.doubts & doubtUncertain))
         return {};
     return soundCalibration({static_cast<float>(answer.factor), static_cast<float>(halfInterval(answer)),
-                             static_cast<int32_t>((int64_t{answer.day} + fitEpoch) / secondsPerDay),
+                             static_cast<int32_t>((answer.day + fitEpoch) / secondsPerDay),
                              static_cast<float>(answer.temperature)});
 }
 

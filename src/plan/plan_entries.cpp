@@ -1,5 +1,7 @@
 #include "plan/plan_entries.h"
 
+#include "fit/fit_time.h"
+
 #include <charconv>
 #include <chrono>
 
@@ -55,7 +57,6 @@ std::optional<uint32_t> takeClock(std::string_view text)
 
 std::optional<uint32_t> startOf(std::string_view text)
 {
-    constexpr sys_days fitDay = year(1989) / December / 31;
     if (text.empty())
         return planDay;
     uint32_t day = planDay;
@@ -63,7 +64,7 @@ std::optional<uint32_t> startOf(std::string_view text)
         std::optional<sys_days> date = takeDay(text);
         if (!date)
             return std::nullopt;
-        day = static_cast<uint32_t>(seconds(*date - fitDay).count());
+        day = static_cast<uint32_t>(sys_seconds(*date).time_since_epoch().count() - fitEpoch);
     }
     std::optional<uint32_t> clock = takeClock(text);
     return clock ? std::optional(day + *clock) : std::nullopt;

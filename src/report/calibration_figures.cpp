@@ -1,5 +1,6 @@
 #include "report/calibration_figures.h"
 
+#include "fit/fit_time.h"
 #include "model/constants.h"
 
 #include <cmath>
@@ -64,7 +65,7 @@ double secondsOf(const CalibratedRide& ride)
 }
 
 constexpr RideRow rideRows[] = {
-    {"start", "sec since 1970", [](const CalibratedRide& r) { return r.start + 631065600.0; }},
+    {"start", "sec since 1970", [](const CalibratedRide& r) { return unixTime(r.start); }},
     {"factor", "", [](const CalibratedRide& r) { return r.factor; }},
     {"standardError", "", [](const CalibratedRide& r) { return r.error; }},
     {"windSpeed", "m/s", windSpeed, foundWind},

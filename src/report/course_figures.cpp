@@ -1,6 +1,7 @@
 #include "report/course_figures.h"
 
 #include "core/units.h"
+#include "fit/fit_time.h"
 #include "model/gear_table.h"
 
 #include <cmath>
@@ -39,12 +40,6 @@ bool hasStart(const AnsweredCourse& a)
 bool hasThree(const AnsweredCourse& a)
 {
     return a.planned.threePowers[0] > 0;
-}
-
-double unixTime(uint32_t fitSecond)
-{
-    constexpr int64_t fitEpoch = 631065600; // s from 1970 to the zero of FIT's timestamps
-    return static_cast<double>(fitSecond + fitEpoch);
 }
 
 constexpr Row courseRows[] = {

@@ -1,6 +1,7 @@
 #include "report/fit_figures.h"
 
 #include "core/units.h"
+#include "fit/fit_time.h"
 
 #include <limits>
 #include <type_traits>
@@ -12,8 +13,6 @@ namespace {
 // Summaries. A value is there where the report tells it.
 
 using Row = FigureRow<ReportedRide>;
-
-constexpr int64_t fitEpoch = 631065600; // s from 1970 to the zero of FIT's timestamps
 
 template <auto member>
 double counted(const ReportedRide& ride)
@@ -30,7 +29,7 @@ double summed(const ReportedRide& ride)
 template <auto member>
 double timeOf(const ReportedRide& ride)
 {
-    return static_cast<double>(static_cast<uint32_t>(ride.summary.*member) + fitEpoch);
+    return unixTime(static_cast<uint32_t>(ride.summary.*member));
 }
 
 template <auto member>
@@ -188,7 +187,7 @@ template <auto member>
 constexpr EntryRow timeRow(const char* name)
 {
     return entryRow<member>(name, "sec since 1970",
-                            [](const SessionLapEntry& e) { return static_cast<double>(e.*member + fitEpoch); });
+                            [](const SessionLapEntry& e) { return unixTime(static_cast<uint32_t>(e.*member)); });
 }
 
 template <auto member>
@@ -268,8 +267,7 @@ bool hasNormalised(const PowerComparison& powers)
 }
 
 constexpr PowerRow powerRows[] = {
-    {"start", "sec since 1970",
-     [](const PowerComparison& powers) { return static_cast<double>(powers.start + fitEpoch); }},
+    {"start", "sec since 1970", [](const PowerComparison& powers) { return unixTime(powers.start); }},
     {"seconds", "sec", [](const PowerComparison& powers) { return static_cast<double>(powers.seconds); }},
     {"firstMean", "W", [](const PowerComparison& powers) { return powers.mean[0]; }},
     {"secondMean", "W", [](const PowerComparison& powers) { return powers.mean[1]; }},

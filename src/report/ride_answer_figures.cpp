@@ -1,6 +1,7 @@
 #include "report/ride_answer_figures.h"
 
 #include "core/units.h"
+#include "fit/fit_time.h"
 #include "model/gear_table.h"
 
 namespace torvane {
@@ -9,8 +10,6 @@ namespace {
 
 using Row = FigureRow<RideAnswer>;
 using StretchRow = FigureRow<StretchFigures>;
-
-constexpr int64_t fitEpoch = 631065600; // s from 1970 to the zero of FIT's timestamps
 
 double kphOf(const StretchFigures& stretch)
 {
@@ -38,7 +37,7 @@ bool brakes(const RideAnswer& answer)
 }
 
 constexpr Row rideRows[] = {
-    {"start", "sec since 1970", [](const RideAnswer& a) { return static_cast<double>(a.start + fitEpoch); }},
+    {"start", "sec since 1970", [](const RideAnswer& a) { return unixTime(a.start); }},
     {"seconds", "sec", [](const RideAnswer& a) { return static_cast<double>(a.whole.seconds); }},
     {"standing", "sec", [](const RideAnswer& a) { return static_cast<double>(a.elapsed - a.whole.seconds); }},
     {"distance", "km", [](const RideAnswer& a) { return a.distance / 1000; }},

@@ -2,7 +2,7 @@
 
 #include "core/text.h"
 #include "core/units.h"
-#include "report/iso_times.h"
+#include "fit/iso_times.h"
 
 #include <string>
 #include <vector>

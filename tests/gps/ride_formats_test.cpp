@@ -2,8 +2,8 @@
 #include "gps/ride_answer.h"
 
 #include "core/text.h"
+#include "fit/iso_times.h"
 #include "gps/ride_maker.h"
-#include "report/iso_times.h"
 
 #include <gtest/gtest.h>
 

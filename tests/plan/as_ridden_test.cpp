@@ -4,8 +4,8 @@
 
 #include "core/text.h"
 #include "fit/fit_builder.h"
+#include "fit/iso_times.h"
 #include "model/model_fixture.h"
-#include "report/iso_times.h"
 
 namespace torvane {
 

@@ -1,7 +1,7 @@
 #include "samples/phone_track.h"
 
 #include "core/text.h"
-#include "report/iso_times.h"
+#include "fit/iso_times.h"
 
 namespace torvane {
 

@@ -1,7 +1,9 @@
-#include "report/iso_times.h"
+#include "fit/iso_times.h"
 
 #include "core/text.h"
-#include "report/fit_report.h"
+#include "fit/fit_time.h"
+
+#include <chrono>
 
 namespace torvane {
 
@@ -10,9 +12,9 @@ std::string_view IsoTimes::of(uint32_t timestamp)
     constexpr uint32_t day = 86400;
     if (text.empty() || timestamp / day != today) {
         today = timestamp / day;
-        constexpr int32_t julianDayOfEpoch = 2447892; // 31 December 1989
-        CalendarDate date = julianToCalendar(julianDayOfEpoch + static_cast<int32_t>(today));
-        text = formatText("%04d-%02d-%02dT00:00:00Z", date.year, date.month, date.day);
+        using namespace std::chrono;
+        year_month_day date = floor<days>(sys_seconds(seconds(fitEpoch + timestamp)));
+        text = formatText("%04d-%02u-%02uT00:00:00Z", int(date.year()), unsigned(date.month()), unsigned(date.day()));
     }
     put(11, timestamp % day / 3600);
     put(14, timestamp % 3600 / 60);
