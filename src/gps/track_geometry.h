@@ -3,6 +3,8 @@
 
 namespace torvane {
 
+constexpr double metresPerDegree = 111194.92664455873; // of latitude, on the sphere of these distances
+
 // Metres along the great circle, by the haversine formula on a sphere of 12,742 km diameter.
 double greatCircleDistance(double latitude1, double longitude1, double latitude2, double longitude2);
 

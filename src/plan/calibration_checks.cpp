@@ -1,5 +1,6 @@
 #include "plan/calibration_checks.h"
 
+#include "gps/track_geometry.h"
 #include "model/constants.h"
 
 #include <algorithm>
@@ -8,8 +9,6 @@
 namespace torvane {
 
 namespace {
-
-constexpr double metresPerDegree = 111194.93; // of latitude
 
 template <class Has>
 bool any(const MeasuredRide& ride, Has&& has)

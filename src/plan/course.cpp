@@ -1,6 +1,7 @@
 #include "plan/course.h"
 
 #include "plan/course_shape.h"
+#include "plan/series.h"
 #include "plan/track_places.h"
 
 #include <algorithm>
@@ -33,7 +34,7 @@ StatusCode completeHeights(std::vector<TrackPlace>& places, CourseFindings& find
         const TrackPlace& end = next == places.end() ? *last : *next;
         double way = end.distance - last->distance;
         double part = way > 0 && place > last ? (place->distance - last->distance) / way : 0;
-        place->height = last->height + (end.height - last->height) * part;
+        place->height = between(last->height, end.height, part);
     }
     return fitOk;
 }

@@ -1,5 +1,6 @@
 #include "plan/course_ride.h"
 
+#include "core/units.h"
 #include "model/brake_heat.h"
 #include "model/constants.h"
 #include "plan/ride_sums.h"
@@ -12,10 +13,10 @@ namespace torvane {
 
 namespace {
 
-constexpr double walkingSpeed = 4 / 3.6; // m/s
-constexpr double leastRolled = 0.3;      // m/s; below it forces are those of there
-constexpr double steadyAccele = 0.05;    // m/s2: who sets off turns slowly in any gear
-constexpr double standsBelow = 0.6;      // m/s, of who brakes for a stop
+constexpr double walkingSpeed = 4 / kphPerMps; // m/s
+constexpr double leastRolled = 0.3;            // m/s; below it forces are those of there
+constexpr double steadyAccele = 0.05;          // m/s2: who sets off turns slowly in any gear
+constexpr double standsBelow = 0.6;            // m/s, of who brakes for a stop
 
 struct Forces {
     double thrust, resistance; // W, at a speed

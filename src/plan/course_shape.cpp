@@ -2,6 +2,7 @@
 
 #include "gps/track_geometry.h"
 #include "model/constants.h"
+#include "plan/series.h"
 
 #include <algorithm>
 #include <cmath>
@@ -16,11 +17,6 @@ constexpr double gradeSpan = 60;       // m, over which grades are held against 
 constexpr double mostGradeChange = 3;
 constexpr double bendSmoothing = 30; // m
 
-double between(double from, double to, double part)
-{
-    return from + (to - from) * part;
-}
-
 CoursePoint pointBetween(const TrackPlace& from, const TrackPlace& to, double distance)
 {
     double way = to.distance - from.distance;
@@ -32,20 +28,6 @@ CoursePoint pointBetween(const TrackPlace& from, const TrackPlace& to, double di
     point.latitude = between(from.latitude, to.latitude, part);
     point.longitude = from.longitude + turn * part;
     return point;
-}
-
-// Means over `half` values on either side; near the ends over as many as both sides have, so that a slope stays one.
-std::vector<double> meansOf(const std::vector<double>& values, size_t half)
-{
-    std::vector<double> sums(values.size() + 1, 0);
-    for (size_t i = 0; i < values.size(); ++i)
-        sums[i + 1] = sums[i] + values[i];
-    std::vector<double> means(values.size());
-    for (size_t i = 0; i < values.size(); ++i) {
-        size_t reach = std::min({half, i, values.size() - 1 - i});
-        means[i] = (sums[i + reach + 1] - sums[i - reach]) / static_cast<double>(2 * reach + 1);
-    }
-    return means;
 }
 
 // Value of the straight line that fits the first `count` values best, `before` places in front of them.
@@ -85,7 +67,7 @@ std::vector<double> smoothed(const std::vector<double>& values, double length, d
     std::ranges::reverse(longer);
     longer = startedEarlier(longer, more);
     std::ranges::reverse(longer);
-    std::vector<double> means = meansOf(meansOf(longer, half), half);
+    std::vector<double> means = centredMeans(centredMeans(longer, half), half);
     auto first = means.begin() + static_cast<std::ptrdiff_t>(more);
     return {first, first + static_cast<std::ptrdiff_t>(values.size())};
 }
@@ -211,8 +193,8 @@ void shapeBends(Course& course)
     size_t half = std::max<size_t>(1, static_cast<size_t>(std::lround(bendSmoothing / course.step / 2)));
     std::vector<double> longitudes = column(course, &CoursePoint::longitude);
     unwrap(longitudes);
-    longitudes = meansOf(longitudes, half);
-    std::vector<double> latitudes = meansOf(column(course, &CoursePoint::latitude), half);
+    longitudes = centredMeans(longitudes, half);
+    std::vector<double> latitudes = centredMeans(column(course, &CoursePoint::latitude), half);
     size_t last = points.size() - 1;
     for (size_t i = 0; i <= last; ++i) {
         size_t from = i < half ? 0 : i - half, to = std::min(last, i + half);

@@ -1,5 +1,7 @@
 #include "plan/least_time.h"
 
+#include "core/units.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -8,8 +10,8 @@ namespace torvane {
 
 namespace {
 
-constexpr double partLength = 50;        // m
-constexpr double fastDescent = 40 / 3.6; // m/s of coasting, from which one may rest
+constexpr double partLength = 50;              // m
+constexpr double fastDescent = 40 / kphPerMps; // m/s of coasting, from which one may rest
 
 double fourth(double share)
 {

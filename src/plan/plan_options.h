@@ -2,6 +2,8 @@
 // stops. Each entry with its default; the limits stand beside. Speeds are m/s here and kph where they are entered.
 #pragma once
 
+#include "core/units.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -52,7 +54,7 @@ struct PlanOptions {
     double windSpeed = 0;                   // m/s at the rider, 0 to 30
     double windDirection = 0;               // deg, where it comes from, 0 to 360
     std::optional<double> temperature = {}; // Cel; without, that of the conditions
-    double topSpeed = 60 / 3.6;             // m/s, 10 to 150 kph
+    double topSpeed = 60 / kphPerMps;       // m/s, 10 to 150 kph
     double bendAcceleration = 4;            // m/s2, 0.5 to 10; less where the road's friction gives less
     double brakeDeceleration = 2;           // m/s2, 0.3 to 8
     double leastCadence = 40;               // rpm, 20 to 80: who gets below it in the lowest gear walks

@@ -1,11 +1,13 @@
 #include "plan/thrust_seconds.h"
 
 #include "core/units.h"
+#include "gps/track_geometry.h"
 #include "model/chain_inverse.h"
 #include "model/constants.h"
 #include "model/derived.h"
 #include "model/gear_table.h"
 #include "model/resistance.h"
+#include "plan/series.h"
 
 #include <cmath>
 #include <span>
@@ -15,26 +17,19 @@ namespace torvane {
 namespace {
 
 constexpr size_t altitudeSpan = 15, speedSpan = 3, positionSpan = 5; // s of the means, uneven
-constexpr double metresPerDegree = 111194.93;                        // of latitude
 
 using Seconds = std::span<ThrustSecond>;
 using Member = double ThrustSecond::*;
 
-// Mean over as many seconds before as behind; fewer towards the ends of a stretch.
 void smooth(Seconds seconds, Member member, size_t span)
 {
-    std::vector<double> sums(seconds.size() + 1);
+    std::vector<double> values;
+    values.reserve(seconds.size());
+    for (const ThrustSecond& second : seconds)
+        values.push_back(second.*member);
+    values = centredMeans(values, span / 2);
     for (size_t i = 0; i < seconds.size(); ++i)
-        sums[i + 1] = sums[i] + seconds[i].*member;
-    for (size_t i = 0; i < seconds.size(); ++i) {
-        size_t reach = std::min({span / 2, i, seconds.size() - 1 - i});
-        seconds[i].*member = (sums[i + reach + 1] - sums[i - reach]) / static_cast<double>(2 * reach + 1);
-    }
-}
-
-double mixed(double from, double to, double share)
-{
-    return from + (to - from) * share;
+        seconds[i].*member = values[i];
 }
 
 // The cadence that the drivetrain's losses go with: the measured one, unless the pedals barely turn.
@@ -84,12 +79,12 @@ void appendStep(std::vector<ThrustSecond>& seconds, const ThrustSecond& next)
 {
     ThrustSecond last = seconds.back();
     for (double steps = next.time - last.time, step = 1; step < steps; ++step) {
-        ThrustSecond between = last;
+        ThrustSecond filled = last;
         for (Member member :
              {&ThrustSecond::time, &ThrustSecond::altitude, &ThrustSecond::speed, &ThrustSecond::latitude,
               &ThrustSecond::longitude, &ThrustSecond::measured, &ThrustSecond::thrust, &ThrustSecond::airPower})
-            between.*member = mixed(last.*member, next.*member, step / steps);
-        seconds.push_back(between);
+            filled.*member = between(last.*member, next.*member, step / steps);
+        seconds.push_back(filled);
     }
     seconds.push_back(next);
 }

@@ -19,7 +19,7 @@ namespace torvane {
 
 namespace {
 
-constexpr double metresPerDegree = 111194.92664455873; // of a great circle of a sphere with 12,742 km diameter
+constexpr double metresOfADegree = 111194.92664455873; // of a great circle of a sphere with 12,742 km diameter
 constexpr double unrealInclination = 25, unrealAccele = 1.5;
 
 // Rows of one sector, 10 m and 1 s apart at 10 m/s.
@@ -58,8 +58,8 @@ TEST(TrackGeometry, distancesAndCourses)
 {
     // from, to: deg
     constexpr std::tuple<double, double, double, double, double, double> cases[] = {
-        {10, 20, 11, 20, metresPerDegree, 0},   {0, 179.5, 0, -179.5, metresPerDegree, 90}, // across the date line
-        {1, 5, 0, 5, metresPerDegree, 180},     {0, 1, 0, 0, metresPerDegree, 270},
+        {10, 20, 11, 20, metresOfADegree, 0},   {0, 179.5, 0, -179.5, metresOfADegree, 90}, // across the date line
+        {1, 5, 0, 5, metresOfADegree, 180},     {0, 1, 0, 0, metresOfADegree, 270},
         {35, 45, 35, 135, 7871769.10, 60.1624}, // a quarter turn along 35 degrees, by the law of cosines
     };
     for (auto [latitude, longitude, toLatitude, toLongitude, metres, degrees] : cases) {
@@ -107,7 +107,7 @@ TEST(Sectors, speedFromDistance)
         formSectors(records, 1.0, analysisSpeedFromDistance);
         expectRows(records, &GpsRecord::speed, speeds, name);
     }
-    GpsRecords places = rowsOf(&GpsRecord::latitude, {0, 10 / metresPerDegree, 30 / metresPerDegree});
+    GpsRecords places = rowsOf(&GpsRecord::latitude, {0, 10 / metresOfADegree, 30 / metresOfADegree});
     formSectors(places, 1.0, analysisMotionFromPosition);
     EXPECT_NEAR(places[2].distance, 30, 1e-6);
     EXPECT_NEAR(places[2].speed, 30, 1e-5);
@@ -122,7 +122,7 @@ TEST(Smoothing, windowFollowsTheSteps)
         GpsRecords records = rowsOf(&GpsRecord::distance, {0, step, 2 * step});
         double place = step + (step == 5.0 ? 1e-6 : 0); // the haversine rounds
         for (size_t i = 0; i < records.size(); ++i)
-            records[i].longitude = static_cast<double>(i) * place / metresPerDegree;
+            records[i].longitude = static_cast<double>(i) * place / metresOfADegree;
         EXPECT_EQ(chooseWindow(records), window) << step;
         EXPECT_EQ(choosePositionWindow(records), positionWindow) << step;
     }
@@ -229,8 +229,8 @@ TEST(Track, headingsComeFromSmoothedPositions)
 {
     GpsRecords records = evenRows(6);
     for (size_t i = 0; i < records.size(); ++i) {
-        records[i].latitude = static_cast<double>(i) * 4 / metresPerDegree; // northward, one row thrown aside
-        records[i].longitude = i == 3 ? 3 / metresPerDegree : 0;
+        records[i].latitude = static_cast<double>(i) * 4 / metresOfADegree; // northward, one row thrown aside
+        records[i].longitude = i == 3 ? 3 / metresOfADegree : 0;
     }
     refineTrack(records, unrealInclination, unrealAccele, analysisPosition | analysisSmoothing | analysisFlat);
     expectRows(records, &GpsRecord::heading, {0, 0, 0, 0, 0, 0}, "heading");

@@ -1,6 +1,7 @@
 // Courses made of a height and a heading over the way, for riders of the default profile.
 #pragma once
 
+#include "gps/track_geometry.h"
 #include "model/constants.h"
 #include "model/model_fixture.h"
 #include "plan/course_shape.h"
@@ -15,7 +16,6 @@ using OverWay = std::function<double(double)>; // m since the start
 
 inline std::vector<TrackPlace> madePlaces(double length, const OverWay& height, const OverWay& heading, double step)
 {
-    constexpr double metresPerDegree = 111194.92664455873;
     std::vector<TrackPlace> places = {{47, 8, height(0), 0}};
     while (places.back().distance < length - step / 2) {
         TrackPlace place = places.back();

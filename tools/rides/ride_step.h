@@ -2,13 +2,12 @@
 // analysis predicts of such a ride must be that power again.
 #pragma once
 
+#include "gps/track_geometry.h"
 #include "model/model.h"
 
 #include <random>
 
 namespace torvane {
-
-constexpr double metresPerDegree = 111194.92664455873; // of latitude, on the sphere of the track's distances
 
 // The road at one place.
 struct Road {
