@@ -12,6 +12,8 @@
 #include "report/course_report.h"
 #include "report/fit_report.h"
 
+#include <utility>
+
 namespace torvane {
 
 namespace {
@@ -24,7 +26,7 @@ bool isGpx(const std::string& path)
 // "2026.05.01 climb" of "/rides/2026.05.01 climb.gpx.gz".
 std::string courseName(const std::string& path)
 {
-    std::string name(fileName(path));
+    std::string name = shownFileName(path); // fit for XML as well
     if (name.ends_with(".gz"))
         name.resize(name.size() - 3);
     size_t extension = name.rfind('.');
@@ -48,11 +50,12 @@ bool saveGpx(const PlannedFile& planned, const std::string& path)
     return replaceFile(path, {bytes}) == FileResult::ok;
 }
 
-StatusCode write(Session& session, const AnsweredCourse& answered, const std::string& path)
+StatusCode write(Session& session, const AnsweredCourse& answered, std::vector<PlannedSecond> seconds,
+                 const std::string& path)
 {
     if (!answered.course.findings.hasPlaces)
         return reportUnsaved(session.screens, "the track has no positions, and a course to follow cannot be without");
-    PlannedFile planned = plannedFile(answered, courseName(answered.course.path));
+    PlannedFile planned = plannedFile(answered, std::move(seconds), courseName(answered.course.path));
     bool saved = isGpx(path) ? saveGpx(planned, path) : saveFit(planned, session.plan.fileType, path);
     if (!saved)
         return reportUnsaved(session.screens,
@@ -61,9 +64,9 @@ StatusCode write(Session& session, const AnsweredCourse& answered, const std::st
     return fitOk;
 }
 
-void tell(Session& session, const AnsweredCourse& answered, const std::vector<std::string>& notes)
+void tell(Session& session, const AnsweredCourse& answered, const std::vector<PlannedSecond>& seconds,
+          const std::vector<std::string>& notes)
 {
-    std::vector<PlannedSecond> seconds = secondsOf(answered.course, answered.planned.ride);
     session.figures = courseFigures(session.model, answered);
     session.graph = courseCurves(seconds);
     if (session.rows)
@@ -89,9 +92,10 @@ ResultStatus planCommand(Session& session)
         reportNoCourse(session.screens, answered, code, notes);
         return code;
     }
-    tell(session, answered, notes);
+    std::vector<PlannedSecond> seconds = secondsOf(answered.course, answered.planned.ride);
+    tell(session, answered, seconds, notes);
     const std::string& destination = session.inputs.files[toolDestination].path;
-    return destination.empty() ? fitOk : write(session, answered, destination);
+    return destination.empty() ? fitOk : write(session, answered, std::move(seconds), destination);
 }
 
 } // namespace torvane

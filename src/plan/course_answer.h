@@ -42,11 +42,10 @@ struct CoursePart {
 
 struct CourseAnswer {
     std::optional<uint32_t> start = {}; // FIT seconds, where one was entered
-    bool hasAltitude = true;
-    double partLength = 1000; // m, of the parts
-    double intensity = 0;     // normalised power as a share of ftp; 0 without ftp
-    double stress = 0;        // stress score by it
-    double gain = 0;          // s that the pacing takes less than even power; negative: more
+    double partLength = 1000;           // m, of the parts
+    double intensity = 0;               // normalised power as a share of ftp; 0 without ftp
+    double stress = 0;                  // stress score by it
+    double gain = 0;                    // s that the pacing takes less than even power; negative: more
     std::vector<CoursePart> parts = {}, climbs = {}, descents = {}, stretches = {};
     std::array<WhatIfAnswer, whatIfCount> whatIf = {};
 };
@@ -66,7 +65,7 @@ StatusCode answerCourse(const Model& model, const ParameterBlock& settings, cons
 // The ride second by second from its start to its arrival.
 std::vector<PlannedSecond> secondsOf(const Course& course, const CourseRide& ride);
 
-// As a file of this name is to have it: marks at foot and top of each climb and where each stretch begins.
-PlannedFile plannedFile(const AnsweredCourse& answered, const std::string& name);
+// Those seconds as a course of this name: marks at foot and top of each climb and where each stretch begins.
+PlannedFile plannedFile(const AnsweredCourse& answered, std::vector<PlannedSecond> seconds, const std::string& name);
 
 } // namespace torvane

@@ -108,7 +108,7 @@ public:
         writer.define(localPoint, messageCoursePoint, pointLayout);
         uint64_t index = 0;
         for (const CourseMark& mark : planned.marks) {
-            const PlannedSecond& at = secondAt(mark.distance);
+            const PlannedSecond& at = secondAt(planned, mark.distance);
             writer.message(localPoint, pointLayout,
                            {index++, planned.start + at.time, storedDegrees(at.latitude), storedDegrees(at.longitude),
                             storedDistance(mark.distance), typeOf(mark.kind)});
@@ -150,12 +150,6 @@ private:
                        {planned.start + second.time, storedDegrees(second.latitude), storedDegrees(second.longitude),
                         storedAltitude(second.altitude), storedDistance(second.distance), storedSpeed(second.speed),
                         stored(power, 1, 0, 65534, UINT16_MAX), stored(second.cadence, 1, 0, 254, UINT8_MAX)});
-    }
-
-    const PlannedSecond& secondAt(double distance) const
-    {
-        auto found = std::ranges::lower_bound(planned.seconds, distance, {}, &PlannedSecond::distance);
-        return found == planned.seconds.end() ? planned.seconds.back() : *found;
     }
 
     const PlannedFile& planned;

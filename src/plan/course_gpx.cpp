@@ -1,27 +1,14 @@
 #include "plan/course_gpx.h"
 
 #include "core/text.h"
+#include "fit/iso_times.h"
 
-#include <algorithm>
-#include <chrono>
 #include <cmath>
+#include <string_view>
 
 namespace torvane {
 
 namespace {
-
-using namespace std::chrono;
-
-std::string isoTime(uint32_t fitSecond)
-{
-    constexpr sys_days fitEpoch = year(1989) / December / 31;
-    sys_seconds time = fitEpoch + seconds(fitSecond);
-    sys_days today = floor<days>(time);
-    year_month_day date = today;
-    hh_mm_ss clock(time - today);
-    return formatText("%04d-%02u-%02uT%02d:%02d:%02dZ", int(date.year()), unsigned(date.month()), unsigned(date.day()),
-                      int(clock.hours().count()), int(clock.minutes().count()), int(clock.seconds().count()));
-}
 
 bool hasPosition(const PlannedSecond& second)
 {
@@ -38,20 +25,20 @@ void appendPlace(std::string& text, const char* element, const PlannedSecond& se
 void appendMarks(std::string& text, const PlannedFile& planned)
 {
     for (const CourseMark& mark : planned.marks) {
-        auto at = std::ranges::lower_bound(planned.seconds, mark.distance, {}, &PlannedSecond::distance);
-        if (at == planned.seconds.end() || !hasPosition(*at))
+        const PlannedSecond& at = secondAt(planned, mark.distance);
+        if (!hasPosition(at))
             continue;
-        appendPlace(text, "wpt", *at);
+        appendPlace(text, "wpt", at);
         appendFormat(text, "<name>%s</name></wpt>\n", xmlEscaped(mark.name).c_str());
     }
 }
 
 // Watts as the extension of a track point that other programs read.
-void appendPoint(std::string& text, const PlannedSecond& second, uint32_t start)
+void appendPoint(std::string& text, const PlannedSecond& second, std::string_view time)
 {
     appendPlace(text, "trkpt", second);
-    appendFormat(text, "<time>%s</time><extensions><power>%.0f</power></extensions></trkpt>\n",
-                 isoTime(start + second.time).c_str(), second.power);
+    text.append("<time>").append(time);
+    appendFormat(text, "</time><extensions><power>%.0f</power></extensions></trkpt>\n", second.power);
 }
 
 } // namespace
@@ -62,10 +49,12 @@ std::string courseGpx(const PlannedFile& planned)
                        "xmlns=\"http://www.topografix.com/GPX/1/1\">\n";
     appendMarks(text, planned);
     appendFormat(text, "<trk><name>%s</name><type>cycling</type><trkseg>\n", xmlEscaped(planned.name).c_str());
+    IsoTimes times;
     for (const PlannedSecond& second : planned.seconds)
         if (hasPosition(second))
-            appendPoint(text, second, planned.start);
-    return text + "</trkseg></trk>\n</gpx>\n";
+            appendPoint(text, second, times.of(planned.start + second.time));
+    text += "</trkseg></trk>\n</gpx>\n";
+    return text;
 }
 
 } // namespace torvane

@@ -2,18 +2,15 @@
 
 #include "core/text.h"
 #include "plan/course_answer.h"
+#include "plan/series.h"
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace torvane {
 
 namespace {
-
-double between(double a, double b, double share)
-{
-    return a + share * (b - a);
-}
 
 // What flowed up to a time since the start, while the steps go by.
 class Flow {
@@ -79,6 +76,12 @@ std::string kilometres(double metres)
 
 } // namespace
 
+const PlannedSecond& secondAt(const PlannedFile& planned, double distance)
+{
+    auto found = std::ranges::lower_bound(planned.seconds, distance, {}, &PlannedSecond::distance);
+    return found == planned.seconds.end() ? planned.seconds.back() : *found;
+}
+
 std::vector<PlannedSecond> secondsOf(const Course& course, const CourseRide& ride)
 {
     std::vector<PlannedSecond> seconds;
@@ -99,10 +102,9 @@ std::vector<PlannedSecond> secondsOf(const Course& course, const CourseRide& rid
     return seconds;
 }
 
-PlannedFile plannedFile(const AnsweredCourse& answered, const std::string& name)
+PlannedFile plannedFile(const AnsweredCourse& answered, std::vector<PlannedSecond> seconds, const std::string& name)
 {
-    PlannedFile file = {.name = name, .start = answered.answer.start.value_or(planDay)};
-    file.seconds = secondsOf(answered.course, answered.planned.ride);
+    PlannedFile file = {.name = name, .start = answered.answer.start.value_or(planDay), .seconds = std::move(seconds)};
     int number = 0;
     for (const CoursePart& climb : answered.answer.climbs) {
         ++number;

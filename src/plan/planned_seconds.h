@@ -36,4 +36,7 @@ struct PlannedFile {
     std::vector<CourseMark> marks = {}; // rising by distance
 };
 
+// The first second at a distance in m or beyond; the last one where there is none. Needs at least one.
+const PlannedSecond& secondAt(const PlannedFile& planned, double distance);
+
 } // namespace torvane

@@ -61,6 +61,10 @@ TEST_F(ConsoleTest, PlansACourse)
     EXPECT_TRUE(contains(other.out, "left out: 1")) << other.out;
     EXPECT_EQ(call({"plan", in + "again.gpx"}).code, 0);
     EXPECT_EQ(folder.count(), 2u) << "nothing half-written";
+
+    std::string named = put("no\xFFtext\x01.gpx", bytesOf(pass));
+    EXPECT_EQ(call({"plan", "--force", named, in + "again.gpx"}).code, 0);
+    EXPECT_EQ(call({"plan", in + "again.gpx"}).code, 0) << "XML all the same";
 }
 
 TEST_F(ConsoleTest, WritesNoTwoFilesToOne)

@@ -41,7 +41,7 @@ struct CoursePlans : testing::Test {
     PlannedFile plan(const std::string& track, const PlanEntries& entries)
     {
         EXPECT_EQ(answerCourse(model, block, track, entries, answered), fitOk);
-        return plannedFile(answered, std::string(30, 'p') + "ü");
+        return plannedFile(answered, secondsOf(answered.course, answered.planned.ride), std::string(30, 'p') + "ü");
     }
 
     std::vector<RiddenRow> analysed(const PlannedFile& planned)
