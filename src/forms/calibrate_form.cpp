@@ -95,9 +95,7 @@ Verdict check(FormState& state)
 
 constexpr Form makeForm()
 {
-    Form form = gpsForm(2097, "calibrate by rides with a power meter", "Calibrate", gpsOneStroke, rows);
-    form.saveBox = 3063;
-    form.saveFlag = noField; // the entry file keeps what is saved
+    Form form = keptForm(gpsForm(2097, "calibrate by rides with a power meter", "Calibrate", gpsOneStroke, rows), 3063);
     form.changed = changed;
     form.check = check;
     return form;

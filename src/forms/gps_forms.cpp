@@ -306,9 +306,7 @@ Verdict checkRideFiles(FormState& state)
 
 constexpr Form makeRideForm()
 {
-    Form form = gpsForm(2095, "what a ride cost", "Answer", gpsOneStroke, rideRows);
-    form.saveBox = 3061;
-    form.saveFlag = noField; // the entry file keeps what is saved
+    Form form = keptForm(gpsForm(2095, "what a ride cost", "Answer", gpsOneStroke, rideRows), 3061);
     form.changed = rideChanged;
     form.check = checkRideFiles;
     return form;

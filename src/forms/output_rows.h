@@ -80,6 +80,14 @@ constexpr Form gpsForm(int id, const char* title, const char* confirm, GpsDialog
             .rows = rows};
 }
 
+// A form whose entries the entry file keeps, where the box is ticked.
+constexpr Form keptForm(Form form, int saveBox)
+{
+    form.saveBox = saveBox;
+    form.saveFlag = noField;
+    return form;
+}
+
 // The row of one path; null where the form has none.
 const Row* pathRow(const FormState& state, size_t file);
 // The verdict of a check of the form's inputs: the path that it refused is what the form refuses.

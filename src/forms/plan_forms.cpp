@@ -156,8 +156,7 @@ const Row* rowNamed(const FormState& state, std::string_view name)
 
 Verdict refuseWords(FormState& state, const char* name, const char* text)
 {
-    Verdict verdict = refuseRow(state, *rowNamed(state, name), text);
-    return verdict;
+    return refuseRow(state, *rowNamed(state, name), text);
 }
 
 Verdict checkWords(FormState& state)
@@ -198,9 +197,7 @@ Verdict checkPlan(FormState& state)
 
 constexpr Form makePlanForm()
 {
-    Form form = gpsForm(2096, "a course ahead", "Plan", gpsOneStroke, planRows);
-    form.saveBox = 3062;
-    form.saveFlag = noField; // the entry file keeps what is saved
+    Form form = keptForm(gpsForm(2096, "a course ahead", "Plan", gpsOneStroke, planRows), 3062);
     form.check = checkPlan;
     return form;
 }

@@ -382,9 +382,8 @@ void prepareChanged(FormState& state, const Row&)
 
 constexpr Form makePrepareForm()
 {
-    Form form = toolForm(2093, "prepare activity FIT file", "Prepare", gpsTimestamp, prepareRows, checkPreparing);
-    form.saveBox = 3060;
-    form.saveFlag = noField; // the entry file keeps what is saved
+    Form form = keptForm(
+        toolForm(2093, "prepare activity FIT file", "Prepare", gpsTimestamp, prepareRows, checkPreparing), 3060);
     form.changed = prepareChanged;
     return form;
 }

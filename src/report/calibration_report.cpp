@@ -71,10 +71,7 @@ void reportCalibration(Screens& screens, const CalibrationAnswer& answer, std::s
             appendRide(text, answer.rides[i], rides[i]);
     if (answer.ridesUsed != 0)
         appendHeldOut(text, answer.heldOut);
-    if (!notes.empty())
-        text += "\n to be known of this answer\n\n";
-    for (const std::string& note : notes)
-        appendFormat(text, "\t%s\n", note.c_str());
+    appendNotes(text, "answer", notes);
     handOver(screens, Pane::lower, text);
 }
 

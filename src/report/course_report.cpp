@@ -160,13 +160,7 @@ void appendWhatIfs(std::string& text, const CourseAnswer& answer)
     }
 }
 
-std::string notesText(const std::vector<std::string>& notes)
-{
-    std::string text = notes.empty() ? "" : "\n to be known of this track\n\n";
-    for (const std::string& note : notes)
-        appendFormat(text, "\t%s\n", note.c_str());
-    return text;
-}
+constexpr const char* ofTrack = "track";
 
 } // namespace
 
@@ -182,7 +176,7 @@ void reportCourse(Screens& screens, const Model& model, const AnsweredCourse& a,
     appendParts(screens, text, descentTable, model, answer, answer.descents);
     appendParts(screens, text, splitTable, model, answer, answer.parts);
     appendWhatIfs(text, answer);
-    text += notesText(notes);
+    appendNotes(text, ofTrack, notes);
     handOver(screens, Pane::lower, text);
 }
 
@@ -192,9 +186,10 @@ void reportNoCourse(Screens& screens, const AnsweredCourse& answered, StatusCode
     const char* fault = planFault(code);
     const std::string& unfit = answered.planned.unfitRide.empty() ? answered.course.path : answered.planned.unfitRide;
     std::string text = formatText("'%s': %s", shownFileName(unfit).c_str(), fault ? fault : "");
-    screens.setText(Pane::lower, "\n\t" + text + "\n");
     screens.setStatus("status : " + text);
-    screens.appendText(Pane::lower, notesText(notes));
+    text = "\n\t" + text + "\n";
+    appendNotes(text, ofTrack, notes);
+    screens.setText(Pane::lower, text);
 }
 
 } // namespace torvane

@@ -1,5 +1,7 @@
 #include "report/report_text.h"
 
+#include "core/text.h"
+
 namespace torvane {
 
 void handOver(Screens& screens, Pane pane, std::string& text)
@@ -15,6 +17,14 @@ void handOverWhenLarge(Screens& screens, Pane pane, std::string& text)
     constexpr size_t largePiece = 64 * 1024;
     if (text.size() >= largePiece)
         handOver(screens, pane, text);
+}
+
+void appendNotes(std::string& text, const char* ofWhat, const std::vector<std::string>& notes)
+{
+    if (!notes.empty())
+        appendFormat(text, "\n to be known of this %s\n\n", ofWhat);
+    for (const std::string& note : notes)
+        appendFormat(text, "\t%s\n", note.c_str());
 }
 
 const char* nameAt(std::span<const char* const> names, int index)

@@ -6,6 +6,7 @@
 
 #include <span>
 #include <string>
+#include <vector>
 
 namespace torvane {
 
@@ -14,6 +15,9 @@ void handOver(Screens& screens, Pane pane, std::string& text);
 
 // The same, once the text has grown to a large piece (64 KB). For tables that can have 100,000 rows.
 void handOverWhenLarge(Screens& screens, Pane pane, std::string& text);
+
+// What a reader has to know of an answer, or of a track, each in a line of its own. Nothing where there is nothing.
+void appendNotes(std::string& text, const char* ofWhat, const std::vector<std::string>& notes);
 
 // The name of a choice; empty for an index outside the list.
 const char* nameAt(std::span<const char* const> names, int index);

@@ -185,15 +185,7 @@ void appendBrakes(std::string& text, const RideAnswer& answer)
                      brakes.highest[wheel], brakes.kiloJoule[wheel]);
 }
 
-std::string notesText(const std::vector<std::string>& notes)
-{
-    std::string text;
-    if (!notes.empty())
-        text += "\n to be known of this answer\n\n";
-    for (const std::string& note : notes)
-        appendFormat(text, "\t%s\n", note.c_str());
-    return text;
-}
+constexpr const char* ofAnswer = "answer";
 
 void addSport(std::vector<std::string>& notes, const FitInventory& inventory)
 {
@@ -259,13 +251,15 @@ void reportRideAnswer(Screens& screens, const Model& model, const AnsweredRide& 
     appendStretches(screens, text, climbTable, answer.climbs, hasMeter(answer));
     appendGears(text, model, answer);
     appendBrakes(text, answer);
-    text += notesText(notes);
+    appendNotes(text, ofAnswer, notes);
     handOver(screens, Pane::lower, text);
 }
 
 void reportRideNotes(Screens& screens, const std::vector<std::string>& notes)
 {
-    screens.appendText(Pane::lower, notesText(notes));
+    std::string text;
+    appendNotes(text, ofAnswer, notes);
+    screens.appendText(Pane::lower, text);
 }
 
 } // namespace torvane
