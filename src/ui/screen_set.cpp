@@ -1,6 +1,8 @@
-// Panes and bars as child windows. Sizes are pixels at 96 dpi: the manifest leaves scaling to Windows.
+// Panes and bars as child windows. Lengths are pixels of an ordinary display; the status bar's height is its own, by
+// its font.
 #include "ui/screen_set.h"
 
+#include "ui/display.h"
 #include "ui/main_window.h"
 #include "ui/message_box.h"
 #include "ui/print_pane.h"
@@ -18,7 +20,7 @@ constexpr int lowerScreenId = 201;
 constexpr int upperScreenId = 202;
 constexpr int statusBarId = 203;
 constexpr int upperHeight = 150;
-constexpr int statusHeight = 18;
+constexpr int statusBorder = 2; // its empty upper edge, which the lower pane may cover
 constexpr int progressTop = 7;
 constexpr int progressHeight = 11;
 constexpr LPARAM textLimit = 0x7FFFFFFE; // characters; the control's own default of 64 K is less than one long report
@@ -60,16 +62,22 @@ HWND createStatusBar(HWND window)
     return bar;
 }
 
+int heightOf(HWND child)
+{
+    RECT place;
+    GetWindowRect(child, &place);
+    return place.bottom - place.top;
+}
+
 RECT upperPlace(const RECT& client)
 {
-    return {client.left, client.top, client.left + client.right, client.top + upperHeight};
+    return {client.left, client.top, client.left + client.right, client.top + scaled(upperHeight)};
 }
 
 RECT lowerPlace(const RECT& client)
 {
-    int top = static_cast<int>(client.top) + upperHeight;
-    int height = static_cast<int>(client.bottom) - upperHeight - statusHeight;
-    return {client.left, top, client.left + client.right, top + height};
+    return {client.left, client.top + scaled(upperHeight), client.left + client.right,
+            client.bottom - heightOf(screenSet.statusBar) + scaled(statusBorder)};
 }
 
 void move(HWND child, const RECT& place)
@@ -82,7 +90,8 @@ RECT progressPlace()
     RECT bar;
     GetClientRect(screenSet.statusBar, &bar);
     LONG left = bar.right / 10;
-    return {left, progressTop, left + bar.right * 4 / 5, progressTop + progressHeight};
+    LONG top = scaled(progressTop);
+    return {left, top, left + bar.right * 4 / 5, top + scaled(progressHeight)};
 }
 
 CHARFORMATW formatOf(HWND pane)
@@ -138,9 +147,9 @@ int createScreens(HWND window)
 {
     RECT client;
     GetClientRect(window, &client);
+    screenSet.statusBar = createStatusBar(window);
     screenSet.upperScreen = createShownPane(window, upperScreenId, upperPlace(client));
     screenSet.lowerScreen = createShownPane(window, lowerScreenId, lowerPlace(client));
-    screenSet.statusBar = createStatusBar(window);
     if (!screenSet.upperScreen || !screenSet.lowerScreen || !screenSet.statusBar) {
         showMessageBox(window, "alert", "failed to create child windows");
         return -1;
@@ -168,9 +177,9 @@ void layoutScreens(HWND window)
 {
     RECT client;
     GetClientRect(window, &client);
+    MoveWindow(screenSet.statusBar, 0, 0, 0, 0, TRUE); // it aligns itself to the bottom
     move(screenSet.upperScreen, upperPlace(client));
     move(screenSet.lowerScreen, lowerPlace(client));
-    MoveWindow(screenSet.statusBar, 0, 0, 0, 0, TRUE); // it aligns itself to the bottom
 }
 
 void layoutProgressBar()

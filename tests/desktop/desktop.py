@@ -91,6 +91,15 @@ def make_prefix():
         end_wine()
 
 
+def settle_display(dots, screen):
+    """Sets the resolution and the size of the virtual desktop, in the registry of a prefix that nothing runs in."""
+    path = PREFIX / "user.reg"
+    text = re.sub(r'"LogPixels"=dword:\w+\n', "", path.read_text(errors="surrogateescape"))
+    text = re.sub(r"(\[Control Panel\\\\Desktop\].*\n)", rf'\g<1>"LogPixels"=dword:{dots:08x}\n', text)
+    text = re.sub(r'"tests"="\d+x\d+"', f'"tests"="{screen}"', text)
+    path.write_text(text, errors="surrogateescape")
+
+
 def end_wine():
     """Ends what runs in the prefix of these tests, and nothing else."""
     subprocess.run(["wineserver", "-k"], env=environment(), stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
@@ -119,8 +128,9 @@ class Display:
 class Desktop:
     """The program in a folder of its own, with the probe beside it."""
 
-    def __init__(self, folder, parameters=None, awaits_start=True, unpacked=False):
+    def __init__(self, folder, parameters=None, awaits_start=True, unpacked=False, dots=96, screen="1280x1024"):
         self.folder = pathlib.Path(folder)
+        self.dots, self.screen = dots, screen
         if not unpacked:
             self.make_folder(parameters)
         self.program = None
@@ -135,6 +145,7 @@ class Desktop:
 
     def __enter__(self):
         make_prefix()
+        settle_display(self.dots, self.screen)
         self.display = Display().__enter__()
         self.env = environment(self.display.name)
         self.probe = subprocess.Popen(

@@ -93,6 +93,17 @@ class StartTest(DesktopTest):
         self.assertFalse([w for w in self.desktop.windows() if w["class"] == "#32770"])
 
 
+class DisplayTest(unittest.TestCase):
+    def test_heights_follow_the_display(self):
+        for dots, upper_height in ((144, 225), (192, 300)):
+            with self.subTest(dots), Desktop(desktop.BUILD / "desktop-tests" / "DisplayTest", dots=dots) as program:
+                places = {number: program.control(program.main, number)["rect"] for number in (UPPER, LOWER, STATUS)}
+                program.screenshot(f"start {dots}")
+                self.assertEqual(places[UPPER][3] - places[UPPER][1], upper_height)
+                self.assertEqual(places[LOWER][1], places[UPPER][3])
+                self.assertEqual(places[LOWER][3] - places[STATUS][1], dots // 48, "no more than the border is covered")
+
+
 class EndTest(unittest.TestCase):
     def test_window_metrics_are_kept(self):
         with Desktop(desktop.BUILD / "desktop-tests" / "EndTest") as program:
