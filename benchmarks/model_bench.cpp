@@ -2,12 +2,14 @@
 #include "made_files.h"
 
 #include "model/assist.h"
+#include "model/road_grid.h"
 #include "model/solver.h"
 #include "plain/resistance.h"
 
 #include <benchmark/benchmark.h>
 
 #include <array>
+#include <vector>
 
 namespace torvane {
 
@@ -92,6 +94,68 @@ void solve(benchmark::State& state, int motor, Solved (*velocityFor)(const Model
 }
 BENCHMARK_CAPTURE(solve, plain, 0, velocityForPower)->Name("model/velocityForPower");
 BENCHMARK_CAPTURE(solve, assisted, 1, assistedVelocityForPower)->Name("model/velocityForPower/assisted");
+
+// A thousand velocities on each of twenty slopes in each of five winds.
+struct BenchGrid {
+    std::vector<double> inclinations, headWinds, asked;
+
+    BenchGrid(double low, double high)
+    {
+        for (int i = 0; i < 20; ++i)
+            inclinations.push_back(-8.0 + i);
+        for (int i = 0; i < 5; ++i)
+            headWinds.push_back(-4.0 + 2.0 * i);
+        for (int i = 0; i < 1000; ++i)
+            asked.push_back(low + (high - low) * i / 999);
+    }
+    RoadGrid grid() const
+    {
+        return {inclinations, headWinds, asked};
+    }
+};
+
+void countPoints(benchmark::State& state, size_t points)
+{
+    state.SetItemsProcessed(static_cast<int64_t>(state.iterations() * points));
+}
+
+void powersOfGrid(benchmark::State& state, int stage)
+{
+    Model model = plainModel();
+    Evaluation air = levelRoad(model);
+    BenchGrid bench(1.0, 21.0);
+    std::vector<double> powers(pointsOf(bench.grid()));
+    for (auto _ : state) {
+        powersOverGrid(model, air, stage, bench.grid(), static_cast<size_t>(state.range(0)), powers);
+        benchmark::ClobberMemory();
+    }
+    countPoints(state, powers.size());
+}
+BENCHMARK_CAPTURE(powersOfGrid, road, stageThrust)
+    ->Name("model/powersOverGrid/road")
+    ->Arg(1)
+    ->Arg(2)
+    ->ArgName("threads")
+    ->UseRealTime();
+BENCHMARK_CAPTURE(powersOfGrid, pedals, stagePedaling)
+    ->Name("model/powersOverGrid/pedals")
+    ->Arg(1)
+    ->ArgName("threads")
+    ->UseRealTime();
+
+void velocitiesOfGrid(benchmark::State& state)
+{
+    Model model = plainModel();
+    Evaluation air = levelRoad(model);
+    BenchGrid bench(100.0, 400.0);
+    std::vector<Solved> found(pointsOf(bench.grid()));
+    for (auto _ : state) {
+        velocitiesOverGrid(model, air, stagePedaling, bench.grid(), static_cast<size_t>(state.range(0)), found);
+        benchmark::ClobberMemory();
+    }
+    countPoints(state, found.size());
+}
+BENCHMARK(velocitiesOfGrid)->Name("model/velocitiesOverGrid")->Arg(1)->Arg(2)->ArgName("threads")->UseRealTime();
 
 } // namespace
 

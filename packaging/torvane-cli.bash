@@ -2,6 +2,7 @@
 
 # made: words
 _torvane_cli_commands="setup-profile profile load-profile-data load-profile save-current-profile save-profile setup-condition preference preferences human equipments shifting wheel tyre brake power-loss e-assist all-profile course peloton condition cadence-theory pedaling-dynamics gear-combination power-and-velocity acceleration deceleration pattern-braking inclination-and-velocity critical-cornering load-activity-fit-file load express-source-data express analyse-and-predict analyse predict create-fit-file-analysed create combine-fit-files combine convert-fit-file-format convert add-messages add divide-a-fit-file divide exclude-messages exclude at-one-stroke stroke increase-timestamp timestamp field-dump dump prepare-activity-fit-file prepare compare-rides compare ride course-ahead plan calibrate"
+_torvane_cli_leading="sweep"
 _torvane_cli_topics="profile condition preference"
 _torvane_cli_options="--par --profile --set --save --graph --curves --x --size --dark --rows --json --into --jobs --force --prepare --save-profile --as-angle --quiet --help --version"
 _torvane_cli_valued=" --par --profile --set --graph --curves --x --size --rows --into --jobs --save-profile "
@@ -17,14 +18,14 @@ _torvane_cli_entries()
     done | awk '/^  [A-Za-z][A-Za-z\[\]0-9]*  / { print $1 "=" }'
 }
 
-# The first word that is neither an option nor an option's argument.
+# The first word that is neither an option nor an option's argument, nor stands in front of a command.
 _torvane_cli_command()
 {
     local i
     for ((i = 1; i < COMP_CWORD; i++)); do
         if [[ $_torvane_cli_valued == *" ${COMP_WORDS[i]} "* ]]; then
             ((i++))
-        elif [[ ${COMP_WORDS[i]} != -* ]]; then
+        elif [[ ${COMP_WORDS[i]} != -* && ${COMP_WORDS[i]} != "$_torvane_cli_leading" ]]; then
             echo "${COMP_WORDS[i]}"
             return
         fi
@@ -48,14 +49,14 @@ _torvane_cli()
     --into) mapfile -t COMPREPLY < <(compgen -d -- "$word") ;;
     --jobs) ;;
     --set) _torvane_cli_words "$(_torvane_cli_entries $_torvane_cli_topics)" "$word" ;;
-    help) _torvane_cli_words "$_torvane_cli_commands $_torvane_cli_topics" "$word" ;;
+    help) _torvane_cli_words "$_torvane_cli_commands $_torvane_cli_leading $_torvane_cli_topics" "$word" ;;
     *)
         if [[ $_torvane_cli_files == *" $before "* ]]; then
             compopt -o default 2>/dev/null
         elif [[ $word == -* ]]; then
             _torvane_cli_words "$_torvane_cli_options" "$word"
         elif [[ -z $command ]]; then
-            _torvane_cli_words "$_torvane_cli_commands help" "$word"
+            _torvane_cli_words "$_torvane_cli_commands $_torvane_cli_leading help" "$word"
         else
             compopt -o default 2>/dev/null
             [[ $before == = ]] || _torvane_cli_words "$(_torvane_cli_entries "$command")" "$word"

@@ -4,6 +4,7 @@
 #include "cli/help.h"
 #include "cli/help_json.h"
 #include "cli/run.h"
+#include "cli/sweep_ranges.h"
 #include "command/kept_entries.h"
 #include "command/nearest.h"
 #include "command/settings_command.h"
@@ -135,6 +136,7 @@ int prepare(Session& session, const Request& request, const std::string& parPath
 std::vector<std::string> commandNames()
 {
     std::vector<std::string> names;
+    names.emplace_back(sweepWord);
     for (const Command& command : commandTable()) {
         if (command.work == Work::frontEnd)
             continue;
@@ -172,6 +174,8 @@ int tellHelp(const Request& request, Answer& answer, Streams& streams)
     answer.isTold = true;
     if (request.command != "help" && !request.command.empty())
         return tellHelpOn(request.command, request, answer, streams);
+    if (request.sweep)
+        return tellHelpOn(std::string(sweepWord), request, answer, streams);
     if (!request.files.empty())
         return tellHelpOn(request.files[0], request, answer, streams);
     streams.out << (request.json ? helpJson(Session()) + "\n" : generalHelp());
@@ -209,7 +213,12 @@ int runRequest(const Request& request, Answer& answer, Streams& streams)
     if (!command)
         return refuse(answer, streams, unknownCommand(request.command));
     answer.command = command->id;
-    return runWithDefaults(*command, request, answer, streams);
+    if (!request.sweep)
+        return runWithDefaults(*command, request, answer, streams);
+    Request swept = request;
+    std::string fault = takeRanges(*command, swept);
+    return fault.empty() ? runWithDefaults(*command, swept, answer, streams)
+                         : refuse(answer, streams, wrongUsage(fault));
 }
 
 int answerRequest(const Request& request, Answer& answer, Streams& streams)
@@ -220,6 +229,8 @@ int answerRequest(const Request& request, Answer& answer, Streams& streams)
         return tellHelp(request, answer, streams);
     if (!request.command.empty())
         return runRequest(request, answer, streams);
+    if (request.sweep)
+        return refuse(answer, streams, wrongUsage("sweep needs a command behind it; see torvane-cli help sweep"));
     streams.err << usageText();
     answer.error = wrongUsage("no command given");
     return exitRefused;

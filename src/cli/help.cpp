@@ -230,7 +230,28 @@ std::string optionUsage()
     return text + line + "\n" + std::string(indent, ' ');
 }
 
+std::string sweepHelp()
+{
+    auto [name, call, meaning] = leadingCommand();
+    return std::string(call) + "\n  " + std::string(meaning) +
+           "\n\n"
+           "  One to three entries are given as FROM:TO:STEP, also those of the pages: --set torsoAngle=10:40:5. Each\n"
+           "  combination is a row: the values, the figures of the command with their units (torvane-cli help COMMAND\n"
+           "  lists them), and its outcome: done, warning, or why there is no answer. All digits are those of a "
+           "single\n"
+           "  call. --rows FILE.csv, .tsv or .ndjson writes a file; else the rows go to standard output, with --json "
+           "as\n"
+           "  an object a line. --jobs N runs so many at a time.\n\n"
+           "  torvane-cli sweep power-and-velocity rideVelocity=20:60:0.5 rideInclination=-10:10:1 --rows grid.csv\n";
+}
+
 } // namespace
+
+LeadingCommand leadingCommand()
+{
+    return {sweepWord, "torvane-cli sweep COMMAND ENTRY=FROM:TO:STEP... [NAME=VALUE]... [FILE]... [--rows FILE]",
+            "the figures of another command for every combination of up to three entries' values"};
+}
 
 std::span<const Topic> helpTopics()
 {
@@ -261,6 +282,7 @@ std::string callOf(const Command& command)
 std::string usageText()
 {
     return optionUsage() + "COMMAND [NAME=VALUE]... [FILE]...\n"
+                           "       torvane-cli sweep COMMAND ENTRY=FROM:TO:STEP... [NAME=VALUE]... [FILE]...\n"
                            "       torvane-cli help [COMMAND | profile | condition | preference]\n";
 }
 
@@ -278,13 +300,18 @@ std::string generalHelp()
     for (const Command& command : commandTable())
         if (isOfConsole(command))
             text += commandLine(command);
-    return text;
+    std::vector<std::string> words;
+    addWords(words, leadingCommand().meaning);
+    return text + formatText("  in front of a command: %s\n", std::string(sweepWord).c_str()) +
+           describedLine("", words);
 }
 
 std::string helpOn(const Session& session, std::string_view name)
 {
     if (const Topic* topic = findTopic(name))
         return topicHelp(session, *topic);
+    if (name == sweepWord)
+        return sweepHelp();
     const Command* command = findCommand(name);
     return command && isOfConsole(*command) ? commandHelp(session, *command) : std::string();
 }

@@ -19,10 +19,16 @@ struct Topic {
 };
 std::span<const Topic> helpTopics();
 
+// The command that stands in front of another one.
+struct LeadingCommand {
+    std::string_view name, call, meaning;
+};
+LeadingCommand leadingCommand();
+
 std::string usageText();
 std::string generalHelp();
-// Of a command, or of one of the topics profile, condition, preference, with the defaults and choices that a session
-// gives. Empty for a name that is neither.
+// Of a command, of sweep, or of one of the topics profile, condition, preference, with the defaults and choices that a
+// session gives. Empty for a name that is none of them.
 std::string helpOn(const Session& session, std::string_view name);
 
 // A command of the console, as it is called: "torvane-cli load RIDE.fit".

@@ -159,6 +159,16 @@ std::string jsonTopic(const Session& session, const Topic& topic)
     return object.close();
 }
 
+std::string jsonLeading()
+{
+    LeadingCommand command = leadingCommand();
+    JsonList object('{');
+    object.member("name", jsonString(command.name));
+    object.member("call", jsonString(command.call));
+    object.member("meaning", jsonString(command.meaning));
+    return object.close();
+}
+
 std::string jsonOptions()
 {
     JsonList list('[');
@@ -176,7 +186,8 @@ std::string jsonOptions()
 
 std::string helpJson(const Session& session)
 {
-    JsonList commands('['), pages('[');
+    JsonList commands('['), leading('['), pages('[');
+    leading.element(jsonLeading());
     for (const Command& command : commandTable())
         if (isOfConsole(command))
             commands.element(jsonCommand(session, command));
@@ -186,6 +197,7 @@ std::string helpJson(const Session& session)
     object.member("version", jsonString(TORVANE_VERSION));
     object.member("options", jsonOptions());
     object.member("commands", commands.close());
+    object.member("leading", leading.close());
     object.member("pages", pages.close());
     return object.close();
 }
@@ -195,6 +207,8 @@ std::string helpJsonOn(const Session& session, std::string_view name)
     for (const Topic& topic : helpTopics())
         if (topic.name == name)
             return jsonTopic(session, topic);
+    if (name == sweepWord)
+        return jsonLeading();
     const Command* command = findCommand(name);
     return command && isOfConsole(*command) ? jsonCommand(session, *command) : std::string();
 }

@@ -33,7 +33,7 @@ constexpr Option options[] = {
     {"--json", "", &Request::json, nullptr, "print the answer as one JSON object"},
     {"--into", "FOLDER", nullptr, &Request::into, "for several files: write one file for each into a folder"},
     {"--jobs", "N", nullptr, nullptr,
-     "with --into: so many files at a time, 1 to 256; as many as the machine has cores unless given"},
+     "with --into and sweep: so many at a time, 1 to 256; as many as the machine has cores unless given"},
     {"--force", "", &Request::force, nullptr,
      "write over a file of another kind, or one that is there already; never over a source"},
     {"--prepare", "", &Request::prepare, nullptr, "at-one-stroke: first put the ride as its device wrote it in order"},
@@ -112,7 +112,9 @@ std::string readOption(const std::vector<std::string>& arguments, size_t& next, 
 void readOperand(const std::string& argument, Request& request)
 {
     Assignment assignment;
-    if (request.command.empty())
+    if (request.command.empty() && !request.sweep && argument == sweepWord)
+        request.sweep = true;
+    else if (request.command.empty())
         request.command = argument;
     else if (readAssignment(argument, assignment))
         request.entries.push_back(assignment);

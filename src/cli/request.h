@@ -1,4 +1,5 @@
-// What the user asked for, taken apart: options, command, entries, files. Knows no command and no entry by name.
+// What the user asked for, taken apart: options, command, entries, files. Knows no entry by name, and no command but
+// those that stand in front of another one.
 #pragma once
 
 #include "command/entries.h"
@@ -8,6 +9,15 @@
 #include <vector>
 
 namespace torvane {
+
+// An entry that a sweep takes through values, evenly apart.
+struct SweptRange {
+    std::string name;
+    const char* unit = "";
+    double from = 0, step = 0;
+    size_t count = 0;
+    bool ofPages = false; // given by --set
+};
 
 struct Request {
     bool help = false;                // --help
@@ -29,11 +39,16 @@ struct Request {
     std::string saveProfile;          // --save-profile FILE
     bool asAngle = false;             // --as-angle, the same as the entry asAngle=on
     int jobs = 0;                     // --jobs N; 0: as many as there are cores
+    bool sweep = false;               // "sweep" in front of the command
     std::vector<Assignment> settings; // --set NAME=VALUE
     std::string command;              // empty: none
     std::vector<Assignment> entries;  // NAME=VALUE behind the command
     std::vector<std::string> files;   // all else behind the command, as typed
+    std::vector<SweptRange> ranges;   // of a sweep, which fills them: sweep_ranges.h
 };
+
+// The command that takes another one through many values of its entries.
+constexpr std::string_view sweepWord = "sweep";
 
 // An option as help and the documents tell it.
 struct OptionInfo {

@@ -5,6 +5,8 @@
 #include "cli/command_files.h"
 #include "cli/ending_signals.h"
 #include "cli/piped_sources.h"
+#include "cli/sweep.h"
+#include "cli/sweep_ranges.h"
 #include "command/fill.h"
 #include "command/gps_load_command.h"
 #include "command/menu_rules.h"
@@ -328,7 +330,7 @@ std::string checkRows(const Command& command, const Request& request)
 {
     if (request.rows.empty())
         return {};
-    if (!command.hasRows)
+    if (!command.hasRows && !request.sweep)
         return consoleName(command) + " has no table";
     if (!request.into.empty())
         return "--rows is for one ride, not for those of --into";
@@ -345,8 +347,10 @@ std::string checkUsage(const Command& command, const Request& request)
         return fault;
     if (!request.saveProfile.empty() && !command.files.byOption)
         return consoleName(command) + " saves no profile by an option";
-    if (request.jobs != 0 && request.into.empty())
-        return "--jobs is for the rides of --into";
+    if (request.jobs != 0 && request.into.empty() && !request.sweep)
+        return "--jobs is for the rides of --into, and for sweep";
+    if (std::string fault = request.sweep ? sweepFault(command, request) : ""; !fault.empty())
+        return fault;
     return checkRows(command, request);
 }
 
@@ -383,6 +387,16 @@ CallFiles callFiles(const Command& command, const Request& request, const std::v
             call.outputs.push_back(defaults);
     }
     return call;
+}
+
+// A sweep reads the same files for each combination, and writes none.
+std::string checkSweptFiles(const Command& command, const Request& request, const std::vector<RunFiles>& runs)
+{
+    if (!request.sweep)
+        return {};
+    if (runs[0].destination.empty())
+        return rangesFault(command, request);
+    return "sweep writes no file but its table; " + consoleName(command) + " writes " + runs[0].destination;
 }
 
 // Before the first ride of a batch is touched: none may be written over before its turn.
@@ -438,6 +452,8 @@ int runCommand(Session& session, const Command& command, const Request& request,
         return exitRefused;
     if (fault.empty())
         fault = planRuns(command, request, runs);
+    if (fault.empty())
+        fault = checkSweptFiles(command, request, runs);
     WriteRules rules(request.force, callFiles(command, request, runs));
     if (fault.empty())
         fault = rules.optionFault();
@@ -445,6 +461,15 @@ int runCommand(Session& session, const Command& command, const Request& request,
         fault = checkDestinations(rules, command, runs);
     if (!fault.empty())
         return refuse(answer, streams, wrongUsage(fault));
+    if (request.sweep) {
+        auto point = [&](Session& own, const Request& swept, Answer& itsAnswer, Streams& itsStreams) {
+            Run run = {own, command, swept, itsStreams, rules, runs[0]};
+            int code = runOnce(run);
+            itsAnswer = std::move(run.answer);
+            return code;
+        };
+        return runSweep(session, command, request, rules, point, answer, streams);
+    }
     if (!request.graph.empty() || !request.rows.empty())
         wantGraph(session.working);
     auto ride = [&](Session& own, const RunFiles& files, Answer& itsAnswer, Streams& itsStreams) {

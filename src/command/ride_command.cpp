@@ -66,8 +66,9 @@ ResultStatus dispatchRide(Session& session)
     RideRun ride = runRide(session.model, takeRideInputs(session.working, session.lastDrive), &progress);
     leave(session, ride);
     session.figures = rideFigures(ride);
-    reportRide(session.screens, ride);
-    if (!isFatal(ride.status))
+    if (!session.figuresAlone || isFatal(ride.status))
+        reportRide(session.screens, ride);
+    if (!session.figuresAlone && !isFatal(ride.status))
         reportTable(session.screens, ride, progress);
     if (session.rows && !isFatal(ride.status))
         writeRideRows(*session.rows, ride, session.graph ? &*session.graph : nullptr);

@@ -36,6 +36,7 @@ struct Session {
     std::optional<GraphSeries> graph = {}; // curves that the last command left; empty where it has nothing to plot
     Figures figures = {};                  // numbers of the last answer that came from the worker
     Figures pageFigures = {};              // of the last report, which may be asked for while the worker runs
+    bool figuresAlone = false;             // nobody reads a report: one that takes time may be left out
     RowWriter* rows = nullptr;             // where the table of the present command goes as well; null: nowhere
     std::string profilePath = {};          // answer of the profile file prompts; UTF-8
     std::string profileFault = {}; // the figure of the last profile file that its page would not take; empty: none

@@ -130,6 +130,8 @@ void RowWriter::number(double value)
         return empty();
     int decimals = columns[column].decimals;
     beginCell();
+    if (decimals == exactDecimals)
+        return put(jsonExact(value));
     if (!isPlain(value, decimals))
         return put(formatText("%.*f", decimals, value));
     char* start = room(longestNumber);

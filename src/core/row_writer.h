@@ -18,6 +18,8 @@ enum class RowFormat : uint8_t { csv, tsv, ndjson };
 // By the ending of a name; values separated by commas for any other.
 RowFormat rowFormatOf(std::string_view path);
 
+constexpr int exactDecimals = -1; // as few digits as give the number back
+
 struct RowColumn {
     const char* name; // with its unit: "speed_kph"
     int decimals = 3;

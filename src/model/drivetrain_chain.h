@@ -12,7 +12,7 @@ namespace torvane {
 struct NoMotor {
     void rest() const {}
     void shareAtHub() const {}
-    void shareAtCrank(double) const {}
+    void shareAtCrank(const auto&) const {}
     void addAtCrank() const {}
     void addAtHub() const {}
     void finish() const {}
@@ -20,8 +20,9 @@ struct NoMotor {
 
 // Powers and torques from the road to the pedals; angular velocities in rad/s.
 // The motor's share falls between the stages, so that what lies before it holds the rider's part alone.
-template <class Motor>
-void stagesBack(const ModelState& m, Evaluation& e, double thrustPower, double wheelSpeed, double crankSpeed,
+// Stages: an evaluation, or these fields alone of several at once.
+template <class Stages, class Number, class Motor>
+void stagesBack(const ModelState& m, Stages& e, Number thrustPower, Number wheelSpeed, Number crankSpeed,
                 const Motor& motor)
 {
     e.thrustPower = thrustPower;
@@ -31,7 +32,7 @@ void stagesBack(const ModelState& m, Evaluation& e, double thrustPower, double w
     e.crankPower = e.hubPower * 100.0 / (100.0 - m.missionLossPercent);
     motor.shareAtHub();
     e.crankTorque = e.crankPower / crankSpeed;
-    double shellLoss = m.shellLossPercent * e.crankTorque / m.shellLossTorque;
+    Number shellLoss = m.shellLossPercent * e.crankTorque / m.shellLossTorque;
     e.pedalingPower = e.crankPower * 100.0 / (100.0 - shellLoss);
     motor.shareAtCrank(shellLoss);
     e.pedalingTorque = e.pedalingPower / crankSpeed;

@@ -15,36 +15,41 @@ struct PowerSearch {
     double power = 0.0;
     ResultStatus status = 0; // of the last round
     bool exhausted = false;
+    double tolerance = 0.001; // W
+    bool rising = false;
+    int round = 0;
 };
 
 constexpr int searchRounds = 5000;
+constexpr double firstVelocity = 11.0; // m/s, some 40 kph
+constexpr double firstStep = 2.0;      // m/s
+
+// Takes what holds the present velocity, and steps on. True when the search has ended.
+inline bool takePower(PowerSearch& search, double wanted, const Solved& found)
+{
+    search.power = found.value;
+    search.status = found.status;
+    if (std::fabs(wanted - search.power) < search.tolerance)
+        return true;
+    bool below = wanted > search.power;
+    search.step *= !below && search.rising ? 0.5 : 1.0;
+    search.velocity += below ? search.step : -search.step;
+    search.rising = below;
+    if (search.round % 50 == 0)
+        search.tolerance *= 1.4;
+    search.exhausted = ++search.round == searchRounds;
+    return search.exhausted;
+}
+
+// The velocity that an ended search has come to, which may be below 0, and what to think of it.
+Solved judged(const PowerSearch& search, double wanted);
 
 // powerAt(velocity) returns Solved.
 template <class PowerAt>
 void searchPower(PowerSearch& search, double wanted, PowerAt powerAt)
 {
-    double tolerance = 0.001; // W
-    bool rising = false;
-    for (int round = 0; round < searchRounds; ++round) {
-        Solved found = powerAt(search.velocity);
-        search.power = found.value;
-        search.status = found.status;
-        if (std::fabs(wanted - search.power) < tolerance)
-            return;
-        if (wanted > search.power) {
-            rising = true;
-            search.velocity += search.step;
-        } else {
-            if (rising) {
-                search.step *= 0.5;
-                rising = false;
-            }
-            search.velocity -= search.step;
-        }
-        if (round % 50 == 0)
-            tolerance *= 1.4;
-    }
-    search.exhausted = true;
+    while (!takePower(search, wanted, powerAt(search.velocity)))
+        ;
 }
 
 } // namespace torvane

@@ -1,7 +1,7 @@
 #include "model/resistance.h"
 
-#include "core/units.h"
 #include "model/constants.h"
+#include "model/drag.h"
 
 #include <algorithm>
 #include <bit>
@@ -66,70 +66,6 @@ Peloton pelotonOf(const ModelState& m)
     int32_t riders = m.pelotonNumber;
     double length = riders < 15 ? riders : riders / 10.0 + 15.0; // a long train gains little more, with a step at 15
     return {(1.0 / std::pow(length, 0.2)) * std::pow(m.pelotonVelocity, 0.2), std::pow(m.wheelDistance, 0.2)};
-}
-
-// Two numbers worked on side by side, each rounded as it would be alone: a division costs as much for two as for one.
-using Pair [[gnu::vector_size(16)]] = double;
-
-Pair pairOf(const double (&values)[2])
-{
-    return Pair{values[0], values[1]};
-}
-
-// The velocity against the air in kph, and the square of its share of 50 kph.
-struct Pace {
-    double kph, squared;
-
-    explicit Pace(double air) : kph(air * kphPerMps), squared((kph / 50.0) * (kph / 50.0)) {}
-};
-
-// kgf of both wheels.
-double wheelDragOf(const ModelState& m, const Pace& pace)
-{
-    Pair squares = {pace.squared, pace.squared};
-    if (m.wheelResistVelocity[0] != 50.0 || m.wheelResistVelocity[1] != 50.0) { // hardly a wheel is measured elsewhere
-        Pair share = pace.kph / pairOf(m.wheelResistVelocity);
-        squares = share * share;
-    }
-    Pair drag = squares * pairOf(m.wheelResist) / wattsPerKgfAt50Kph * pairOf(m.tyreSize) / 23.0;
-    return drag[0] + drag[1];
-}
-
-// kgf, what a helmet adds to a normal one.
-double helmetDragOf(const ModelState& m, const Pace& pace)
-{
-    static constexpr double resists[] = {3.0, 0.0, -4.12}; // W at 50 kph
-    return m.helmet == helmetNormal ? 0.0 : pace.squared * resists[m.helmet] / wattsPerKgfAt50Kph;
-}
-
-// kgf, against air that comes with a velocity.
-struct DragForces {
-    double shell, human, wheel;
-};
-
-inline DragForces dragOf(const Model& model, double factor, double air)
-{
-    const ModelState& m = model.state;
-    const Build& b = model.build;
-    Pace pace(air);
-    double surface = b.surface * (air * air);
-    double all = b.weight * surface - pace.squared * 1.6 * 55.0 / wattsPerKgfAt50Kph;
-    double shell = b.shellWeight * surface * 0.12;
-    double body = all * 0.12 - shell + all * 0.88;
-    double covered = m.shellType != shellNormal ? shell * m.shellAeroRatio : shell;
-    DragForces drag = {covered, body * b.posture + helmetDragOf(m, pace), wheelDragOf(m, pace)};
-    if (factor != 1.0) // most riders have none, and nothing waits for the products then
-        drag = {drag.shell * factor, drag.human * factor, drag.wheel * factor};
-    return drag;
-}
-
-// What the drag's force goes with to make its power. Over ground the sign is that of the force: air that comes from
-// behind pushes.
-inline double dragVelocity(Physics physics, double air, double ground)
-{
-    if (physics == Physics::classic)
-        return air;
-    return air < 0.0 ? -ground : ground;
 }
 
 // A negative thrust is a braking force: it moves weight to the front.

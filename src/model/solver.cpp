@@ -7,8 +7,6 @@ namespace torvane {
 
 namespace {
 
-constexpr double firstVelocity = 11.0; // m/s, some 40 kph
-
 // As powerAtVelocity, with the loads set already.
 Solved stagePowerAt(const Model& model, Evaluation& e, int stage, double velocity)
 {
@@ -18,16 +16,12 @@ Solved stagePowerAt(const Model& model, Evaluation& e, int stage, double velocit
 }
 
 // The velocity may be below 0.
-Solved searchVelocity(const Model& model, Evaluation& e, int stage, double wanted, double firstStep)
+Solved searchVelocity(const Model& model, Evaluation& e, int stage, double wanted, double step)
 {
     setLoads(model, e);
-    PowerSearch search{firstVelocity, firstStep};
+    PowerSearch search{firstVelocity, step};
     searchPower(search, wanted, [&](double velocity) { return stagePowerAt(model, e, stage, velocity); });
-    ResultStatus status = search.status;
-    if (search.velocity < 0.0)
-        status |= statusTooShortPower;
-    status |= search.exhausted ? statusNotConverged : toleranceClass(search.power, wanted);
-    return {search.velocity, status};
+    return judged(search, wanted);
 }
 
 bool within(double value, double low, double high)
@@ -52,6 +46,15 @@ double requiredPower(double power, double cadence, double cadenceMax)
     return cadence == 0.0 ? 0.0 : cadenceMax * cadenceMax * power / (2.0 * cadenceMax - cadence) / cadence;
 }
 
+Solved judged(const PowerSearch& search, double wanted)
+{
+    ResultStatus status = search.status;
+    if (search.velocity < 0.0)
+        status |= statusTooShortPower;
+    status |= search.exhausted ? statusNotConverged : toleranceClass(search.power, wanted);
+    return {search.velocity, status};
+}
+
 Solved powerAtVelocity(const Model& model, Evaluation& e, int stage, double velocity)
 {
     setLoads(model, e);
@@ -60,7 +63,7 @@ Solved powerAtVelocity(const Model& model, Evaluation& e, int stage, double velo
 
 Solved velocityForPower(const Model& model, Evaluation& e, int stage, double power)
 {
-    Solved found = searchVelocity(model, e, stage, power, 2.0);
+    Solved found = searchVelocity(model, e, stage, power, firstStep);
     return {found.value < 0.0 ? 0.0 : found.value, found.status};
 }
 

@@ -1,0 +1,115 @@
+// Grids against the single evaluations that they stand for, to the last bit: any rider, road, air and velocity.
+#include "model/road_grid.h"
+
+#include "model/assist.h"
+#include "model/model_fixture.h"
+
+#include <limits>
+#include <vector>
+
+namespace torvane {
+
+namespace {
+
+std::vector<double> someOf(Random& random, double low, double high, size_t most)
+{
+    constexpr double odd[] = {0.0, -0.0, 1e-310, 1e300, -1e300, INFINITY, std::numeric_limits<double>::quiet_NaN()};
+    std::vector<double> values(1 + random() % most);
+    for (double& value : values)
+        value = random() % 24 == 0 ? odd[random() % std::size(odd)] : uniform(random, low, high);
+    return values;
+}
+
+int32_t anyOf(Random& random, uint64_t count)
+{
+    return static_cast<int32_t>(random() % count);
+}
+
+// A rider, a bicycle and a train such as can be entered.
+void change(Random& random, ModelState& m)
+{
+    m.humanWeight = uniform(random, 40, 120);
+    m.torsoAngle = uniform(random, 5, 60);
+    m.helmet = anyOf(random, 3);
+    m.wear = anyOf(random, 5);
+    m.shellType = anyOf(random, 3);
+    m.wheelResistVelocity[1] = random() % 2 == 0 ? 50.0 : uniform(random, 30, 60);
+    m.pelotonMode = anyOf(random, 2);
+    m.pelotonNumber = anyOf(random, 20);
+    m.motorLocation = random() % 5 == 0 ? anyOf(random, 3) : 0;
+    m.chainringCount = 1 + anyOf(random, 3);
+    m.sprocket[0] = 9 + anyOf(random, 4);
+    m.cadenceUsual = uniform(random, 60, 110);
+    m.assistRangeMode[0] = 1;
+    m.assistRangeRatio[0] = 1.0;
+}
+
+} // namespace
+
+struct RoadGridTest : ModelTest {
+    RoadGrid grid;
+    Random random{1816};
+    std::vector<double> inclinations, headWinds, asked;
+
+    void takeGrid(double low, double high, size_t most)
+    {
+        restart();
+        change(random, m);
+        rebuildModel(model);
+        model.calibration.dragFactor = random() % 2 == 0 ? 1.0f : 1.1f;
+        keepDragFactors(model);
+        now.physics = Physics{anyOf(random, 2)};
+        inclinations = someOf(random, -8, 12, 4);
+        headWinds = someOf(random, -6, 6, 3);
+        asked = someOf(random, low, high, most);
+        grid = {inclinations, headWinds, asked};
+    }
+    // Calls single(point, asked) on the road of each point.
+    template <class Single>
+    void overPoints(Single single)
+    {
+        size_t point = 0;
+        for (double inclination : inclinations) {
+            for (double headWind : headWinds) {
+                for (double value : asked) {
+                    Evaluation e = now;
+                    e.inclination = inclination;
+                    e.headWind = headWind;
+                    updateLoadAndGrip(model, e, 0.0);
+                    single(e, point++, value);
+                }
+            }
+        }
+    }
+};
+
+TEST_F(RoadGridTest, everyPowerIsThatOfTheSingleEvaluation)
+{
+    for (int round = 0; round < 2000; ++round) {
+        takeGrid(-5, 25, round % 50 == 0 ? 9000 : 40); // also more than one thread takes at a time
+        int stage = anyOf(random, stageCount);
+        std::vector<double> powers(pointsOf(grid));
+        powersOverGrid(model, now, stage, grid, 1 + static_cast<size_t>(round % 3), powers);
+        overPoints([&](Evaluation& e, size_t point, double velocity) {
+            ASSERT_EQ(bitsOf(powers[point]), bitsOf(solvePowerAtVelocity(model, e, stage, velocity).value))
+                << "round " << round << " stage " << stage << " velocity " << velocity;
+        });
+    }
+}
+
+TEST_F(RoadGridTest, everyVelocityAndStatusIsThatOfTheSingleSearch)
+{
+    for (int round = 0; round < 300; ++round) {
+        takeGrid(-50, 900, 25);
+        int stage = anyOf(random, stageCount);
+        std::vector<Solved> found(pointsOf(grid));
+        velocitiesOverGrid(model, now, stage, grid, 1 + static_cast<size_t>(round % 3), found);
+        overPoints([&](Evaluation& e, size_t point, double power) {
+            Solved single = solveVelocityForPower(model, e, stage, power);
+            ASSERT_EQ(bitsOf(found[point].value), bitsOf(single.value)) << "round " << round << " power " << power;
+            ASSERT_EQ(found[point].status, single.status) << "round " << round << " power " << power;
+        });
+    }
+}
+
+} // namespace torvane
