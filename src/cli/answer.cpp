@@ -138,6 +138,7 @@ ScreensInto::ScreensInto(Session& toSession, Answer& answer, Streams& streams)
                 tellBoxes(answer, streams, {{std::string(title), std::string(text)}});
             },
         .tellNote = [&](std::string_view text) { tellNotes(answer, streams, {std::string(text)}); },
+        .stop = before.stop,
     };
 }
 
@@ -165,6 +166,14 @@ void tellNoMemory(Answer& answer, Streams& streams)
     constexpr const char* text = "not enough memory";
     tellBoxes(answer, streams, {{"error", text}});
     answer.error = errorOf(library::ErrorKind::outOfMemory, text);
+}
+
+void tellStopped(Answer& answer, Streams& streams)
+{
+    answer.status.clear();
+    answer.upper.clear();
+    answer.lower.clear();
+    tellError(answer, streams, {"stopped", "stopped before the end; no file is written", {}});
 }
 
 void tellRefusal(Answer& answer, Streams& streams, const EntryFaults& faults, const std::vector<Box>& boxes)

@@ -55,6 +55,8 @@ void tellError(Answer& answer, Streams& streams, CallError error);
 void tellNotes(Answer& answer, Streams& streams, const std::vector<std::string>& notes);
 // Memory that does not suffice, in a box.
 void tellNoMemory(Answer& answer, Streams& streams);
+// A run that was asked to stop: in the place of what it had begun to say.
+void tellStopped(Answer& answer, Streams& streams);
 // What a form that was not accepted had to say: boxes, and below them which entry takes what.
 void tellRefusal(Answer& answer, Streams& streams, const EntryFaults& faults, const std::vector<Box>& boxes);
 // "title: text" to standard error, and into the answer.

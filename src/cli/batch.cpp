@@ -65,6 +65,7 @@ void runRide(Batch& batch, size_t ride)
         own.working = batch.session.working;
         own.kept = batch.session.kept;
         own.model = batch.session.model;
+        own.screens.stop = &signalStop();
         Streams aside = {end->told, end->told};
         end->code = batch.runRide(own, batch.runs[ride], end->answer, aside);
         end->left = {own.saved, own.working, own.kept};

@@ -7,18 +7,24 @@ namespace torvane {
 
 namespace {
 
-constexpr int atOnce = -1; // nothing waits; else the signal that waits, 0 for none
-std::atomic<int> waiting = atOnce;
+constexpr int atOnce = -1; // nothing waits
+
+struct Waiting {
+    std::atomic<int> signal = atOnce; // else the one that waits, 0 for none
+    StopRequest stop;                 // of the work that holds it
+};
+constinit Waiting waiting;
 static_assert(std::atomic<int>::is_always_lock_free);
 
 struct Held {
     Held()
     {
-        waiting = 0;
+        waiting.signal = 0;
     }
     ~Held()
     {
-        waiting = atOnce;
+        waiting.signal = atOnce;
+        waiting.stop.withdraw();
     }
     Held(const Held&) = delete;
     Held& operator=(const Held&) = delete;
@@ -30,20 +36,26 @@ int runHeld(const std::function<int()>& work)
 {
     Held held;
     int code = work();
-    int signal = waiting;
+    int signal = waiting.signal;
     return signal == 0 ? code : signalExit + signal;
 }
 
 bool isSignalWaiting()
 {
-    return waiting > 0;
+    return waiting.signal > 0;
+}
+
+const StopRequest& signalStop()
+{
+    return waiting.stop;
 }
 
 void endBySignal(int signal)
 {
     int none = 0;
-    if (!waiting.compare_exchange_strong(none, signal) && none == atOnce)
+    if (!waiting.signal.compare_exchange_strong(none, signal) && none == atOnce)
         std::_Exit(signalExit + signal);
+    waiting.stop.ask();
 }
 
 } // namespace torvane

@@ -1,7 +1,9 @@
 // Signals that ask the program to end: Ctrl-C, SIGTERM and SIGHUP; on Windows Ctrl-C, Ctrl-Break and the closing of the
-// console. At most times they end it at once. While a run could leave something half made behind they wait for its end.
-// Either way the exit code is 128 and the signal's number.
+// console. At most times they end it at once. While a run could leave something half made behind they ask it to stop,
+// and wait for its end. Either way the exit code is 128 and the signal's number.
 #pragma once
+
+#include "core/stop_request.h"
 
 #include <functional>
 
@@ -18,6 +20,9 @@ int runHeld(const std::function<int()>& work);
 
 // Whether the present work, if it is held, is better given up.
 bool isSignalWaiting();
+
+// By which that work is asked to end of itself.
+const StopRequest& signalStop();
 
 // Of the platform's handler: a signal has come. Safe in a signal handler and on any thread.
 void endBySignal(int signal);

@@ -13,7 +13,7 @@
 namespace torvane {
 
 struct CallError {
-    std::string kind;  // the library's names of kinds, and wrongUsage
+    std::string kind;  // the library's names of kinds, wrongUsage and stopped
     std::string text;  // one or more lines
     std::string entry; // whose fault it is; empty: no one entry's
     std::optional<library::Limits> limits = {};

@@ -8,8 +8,8 @@
 #include "cli/sweep.h"
 #include "cli/sweep_ranges.h"
 #include "command/fill.h"
-#include "command/gps_load_command.h"
 #include "command/menu_rules.h"
+#include "command/operate.h"
 #include "command/ride_command.h"
 #include "command/settings_command.h"
 #include "command/settings_entries.h"
@@ -42,12 +42,20 @@ struct Run {
     std::vector<std::string> notes = {}; // entries without effect
 };
 
+int stopped(Run& run)
+{
+    tellStopped(run.answer, run.streams);
+    return exitFailed;
+}
+
 int finish(Run& run, ResultStatus result)
 {
     run.answer.result = result;
     if (succeeded(run.command, result))
         return exitDone;
     run.answer.outputs.clear();
+    if (result == statusStopped)
+        return stopped(run);
     run.answer.error = errorOf(library::errorOf(run.command, result, run.answer.lower, run.answer.status));
     return exitFailed;
 }
@@ -56,7 +64,7 @@ int finish(Run& run, ResultStatus result)
 int loadRide(Run& run)
 {
     run.session.chosenRide = run.files.sources[0];
-    ResultStatus result = loadGpsFile(run.session);
+    ResultStatus result = operate(*findCommand(commandLoadRide), run.session);
     if (result != fitOk)
         return finish(run, result);
     run.answer.status.clear();
@@ -69,13 +77,13 @@ int loadRide(Run& run)
     return exitRefused;
 }
 
-int operate(Run& run)
+int perform(Run& run)
 {
     if (run.command.commit)
         run.command.commit(run.session.saved, run.session.working);
     run.session.graph.reset();
     run.session.takeFigures();
-    int code = finish(run, run.command.operation(run.session));
+    int code = finish(run, operate(run.command, run.session));
     run.answer.figures = run.session.takeFigures();
     run.answer.graph = std::exchange(run.session.graph, std::nullopt);
     return code;
@@ -157,7 +165,7 @@ int runLong(Run& run)
     if (!enterDialog(run) || !mayWriteDestination(run))
         return exitRefused;
     tellNotes(run.answer, run.streams, run.notes);
-    return operate(run);
+    return perform(run);
 }
 
 int runSheet(Run& run)
@@ -190,7 +198,7 @@ int dispatch(Run& run)
     if (run.command.work == Work::worker)
         return runLong(run);
     if (run.command.work == Work::report)
-        return operate(run);
+        return perform(run);
     return run.command.entry == Entry::sheet ? runSheet(run) : runProfileFile(run);
 }
 
@@ -285,6 +293,8 @@ int runThrough(Run& run)
     if (!graph.empty() && !mayWrite(run, {.path = graph, .kind = FileKind::svg, .ofOption = true}))
         return exitRefused;
     if (std::string fault = piped.take(run.files); !fault.empty()) {
+        if (run.session.screens.stop->isAsked())
+            return stopped(run);
         tellBoxes(run.answer, run.streams, {{"error", shownText(fault)}});
         run.answer.error = errorOf(library::ErrorKind::cannotRead, shownText(fault));
         return exitFailed;
@@ -318,6 +328,7 @@ int runSingle(Session& session, const Command& command, const Request& request, 
               WriteRules& rules, Answer& answer, Streams& streams)
 {
     Run run = {session, command, request, streams, rules, files, std::move(answer)};
+    session.screens.stop = &signalStop();
     int code = runHeld([&] { return runOnce(run); });
     answer = std::move(run.answer);
     Streams aside = {streams.err, streams.err};

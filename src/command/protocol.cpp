@@ -2,6 +2,7 @@
 #include "command/protocol.h"
 
 #include "command/menu_rules.h"
+#include "command/operate.h"
 #include "command/session.h"
 #include "command/settings_command.h"
 #include "forms/form.h"
@@ -83,6 +84,8 @@ bool Protocol::graphIsDue(GraphWhen when, ResultStatus status) const
 void Protocol::takeResults(const Command& command)
 {
     ResultStatus status = workerBlock.resultStatus;
+    if (status == statusStopped) // all is as it was
+        return;
     if (graphIsDue(command.graph, status))
         front.openGraph();
     adjustMenu(command.menu, status, session->readiness, front.enableCommand);
@@ -206,7 +209,7 @@ void Protocol::runActiveCommand()
     if (command == nullptr)
         return;
     session->figures = {};
-    workerBlock.resultStatus = command->operation(*session);
+    workerBlock.resultStatus = operate(*command, *session);
     front.sendCompletion();
 }
 

@@ -18,8 +18,17 @@ Progress::~Progress()
 
 void Progress::report(int percent)
 {
-    if (screens != nullptr && std::exchange(shown, percent) != percent)
+    if (screens == nullptr)
+        return;
+    if (mayStop && screens->stop != nullptr && screens->stop->isAsked())
+        throw Stopped();
+    if (std::exchange(shown, percent) != percent)
         screens->setProgress(percent);
+}
+
+void Progress::goToTheEnd()
+{
+    mayStop = false;
 }
 
 void reportProgress(Progress* progress, int percent)

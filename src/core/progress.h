@@ -1,9 +1,13 @@
-// How far an operation is. The command that begins one makes a Progress and hands it down to the loops that move it.
+// How far an operation is. The command that begins one makes a Progress and hands it down to the loops that move it;
+// where they move it a run ends that is asked to stop.
 #pragma once
 
 #include "core/screens.h"
 
 namespace torvane {
+
+// Thrown where a run is asked to stop, through all that it has begun; operate.h makes a status of it.
+struct Stopped {};
 
 // The progress bar for as long as this lives. For one thread at a time.
 class Progress {
@@ -14,12 +18,16 @@ public:
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
 
-    // Passed on when the whole percentage has changed since the last call.
+    // Passed on when the whole percentage has changed since the last call. Throws Stopped where the screens' run is
+    // asked to stop.
     void report(int percent);
+    // What follows writes one file after the other, and none of them without the rest: it is no longer stopped.
+    void goToTheEnd();
 
 private:
     const Screens* screens = nullptr;
     int shown = 0;
+    bool mayStop = true;
 };
 
 // Of an operation that may have nobody who looks: null.

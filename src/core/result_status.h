@@ -8,8 +8,9 @@ namespace torvane {
 
 using ResultStatus = uint32_t;
 
-constexpr ResultStatus fatalBits = 0x0000FFFF;   // the report ends after the alert lines
-constexpr ResultStatus warningBits = 0x7FFF0000; // the report goes on
+constexpr ResultStatus statusStopped = 1u << 31; // of any command: it was asked to stop, and has written nothing
+constexpr ResultStatus fatalBits = 0x0000FFFF | statusStopped; // the report ends after the alert lines
+constexpr ResultStatus warningBits = 0x7FFF0000;               // the report goes on
 
 constexpr bool isFatal(ResultStatus status)
 {

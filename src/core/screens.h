@@ -3,6 +3,8 @@
 // front ends knows another way out.
 #pragma once
 
+#include "core/stop_request.h"
+
 #include <functional>
 #include <string_view>
 
@@ -25,6 +27,8 @@ struct Screens {
     // A remark beside an answer, a sentence: what was mended or is doubtful. It stands in the answer's text as well, so
     // a front end may do without it; the console writes it to standard error.
     std::function<void(std::string_view text)> tellNote = [](std::string_view) {};
+    // By which the front end stops what runs; it outlives that. Null: nobody does.
+    const StopRequest* stop = nullptr;
 };
 
 } // namespace torvane

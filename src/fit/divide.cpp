@@ -355,6 +355,8 @@ ToolOutcome runDivide(const ToolInputs& inputs, const ParameterBlock& options, P
         if (k % partsPerWalk == 0)
             if (StatusCode code = fillParts(parts, source, options.divideOutput, plan, k); code != fitOk)
                 return {code, info.path};
+        if (progress != nullptr)
+            progress->goToTheEnd();
         std::string path = dividedFileName(inputs.files[toolDestination].path, k);
         Part& part = parts[static_cast<size_t>(k % partsPerWalk)];
         if (StatusCode code = savePart(part, source, options.addOutput, path); code != fitOk)

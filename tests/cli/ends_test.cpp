@@ -77,6 +77,7 @@ TEST_F(ConsoleEnds, aSignalEndsABatchInOrder)
         EXPECT_EQ(countIn("out"), 1u) << "the first ride";
         EXPECT_EQ(countIn("temporary"), 0u);
         EXPECT_TRUE(contains(textOf(printed), "out/a.fit\"]}\n") && contains(textOf(printed), "\"source\": \"" + b));
+        EXPECT_TRUE(contains(textOf(printed), "\"error\": {\"kind\": \"stopped\", "));
         std::filesystem::remove(in + "out/a.fit");
     }
 }

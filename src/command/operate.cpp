@@ -1,0 +1,20 @@
+#include "command/operate.h"
+
+#include "command/session.h"
+#include "core/progress.h"
+
+namespace torvane {
+
+ResultStatus operate(const Command& command, Session& session)
+{
+    try {
+        return command.operation(session);
+    } catch (const Stopped&) {
+        session.takeFigures();
+        session.graph.reset();
+        session.screens.setStatus("status : stopped");
+        return statusStopped;
+    }
+}
+
+} // namespace torvane
