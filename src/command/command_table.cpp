@@ -439,7 +439,7 @@ bool worksOnLoadedRide(const Command& command)
 bool succeeded(const Command& command, ResultStatus status)
 {
     if (command.answers == Answers::bits)
-        return !isFatal(status);
+        return !isFatal(status) && status != statusStopped;
     return status == fitOk || (status >= fitLoaded && status <= fitPrepared);
 }
 

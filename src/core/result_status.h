@@ -8,9 +8,11 @@ namespace torvane {
 
 using ResultStatus = uint32_t;
 
-constexpr ResultStatus statusStopped = 1u << 31; // of any command: it was asked to stop, and has written nothing
-constexpr ResultStatus fatalBits = 0x0000FFFF | statusStopped; // the report ends after the alert lines
-constexpr ResultStatus warningBits = 0x7FFF0000;               // the report goes on
+constexpr ResultStatus fatalBits = 0x0000FFFF;   // the report ends after the alert lines
+constexpr ResultStatus warningBits = 0x7FFF0000; // the report goes on
+
+// Of any command, whatever it answers in: it was asked to stop, and has written nothing.
+constexpr ResultStatus statusStopped = 1u << 31;
 
 constexpr bool isFatal(ResultStatus status)
 {
