@@ -36,7 +36,7 @@ int runHeld(const std::function<int()>& work)
 {
     Held held;
     int code = work();
-    int signal = waiting.signal;
+    int signal = waiting.signal.exchange(atOnce); // one that comes from here on ends the process itself
     return signal == 0 ? code : signalExit + signal;
 }
 
