@@ -12,6 +12,7 @@
 #include "ui/paint_picture.h"
 #include "ui/png.h"
 #include "ui/resource_ids.h"
+#include "ui/window_place.h"
 
 #include <string>
 #include <utility>
@@ -32,6 +33,7 @@ struct GraphWindow {
 };
 
 GraphWindow graphWindow;
+RECT lastPlace; // of the last one, while the program runs
 
 // The graph as it is shown, for a device; to be deleted.
 HBITMAP drawBitmap(HDC screen, const RECT& client)
@@ -184,11 +186,19 @@ LRESULT onLabelColour(HWND, WPARAM, LPARAM)
     return reinterpret_cast<LRESULT>(GetStockObject(WHITE_BRUSH));
 }
 
-LRESULT onDestroy(HWND, WPARAM, LPARAM)
+LRESULT onDestroy(HWND window, WPARAM, LPARAM)
 {
+    lastPlace = returnPlace(window);
     DeleteObject(graphWindow.controlFont);
     graphWindow = {};
     return 0;
+}
+
+RECT firstPlace(const GraphSeries& series)
+{
+    int left = (GetSystemMetrics(SM_CXSCREEN) - series.width) / 2;
+    int top = (GetSystemMetrics(SM_CYSCREEN) - series.height) / 2;
+    return {left, top, left + series.width, top + series.height};
 }
 
 constexpr MessageRow messages[] = {
@@ -230,20 +240,19 @@ int registerGraphClass()
     return -1;
 }
 
-int openGraphWindow(HWND owner)
+int openGraphWindow()
 {
     if (!mainWindow.session.graph)
         return 0;
     graphWindow.graph = storeGraph(std::move(*mainWindow.session.graph));
     mainWindow.session.graph.reset();
-    int width = graphWindow.graph.series.width;
-    int height = graphWindow.graph.series.height;
-    graphWindow.window =
-        CreateWindowExW(WS_EX_CLIENTEDGE, className, L"graph", WS_POPUP | WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
-                        (GetSystemMetrics(SM_CXSCREEN) - width) / 2, (GetSystemMetrics(SM_CYSCREEN) - height) / 2,
-                        width, height, owner, nullptr, mainWindow.instance, nullptr);
+    RECT place = isReachable(lastPlace) ? lastPlace : firstPlace(graphWindow.graph.series);
+    // Without an owner, above which it would always stay.
+    graphWindow.window = CreateWindowExW(
+        WS_EX_CLIENTEDGE, className, L"graph", WS_POPUP | WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, place.left, place.top,
+        place.right - place.left, place.bottom - place.top, nullptr, nullptr, mainWindow.instance, nullptr);
     if (graphWindow.window == nullptr) {
-        showMessageBox(owner, "alert", "failed to create graph windows");
+        showMessageBox(mainWindow.window, "alert", "failed to create graph windows");
         return -1;
     }
     // Not activated: the focus goes to a pane next, and the main window would come to the front over the graph.

@@ -1,5 +1,5 @@
-// The graph window: a top-level window of its own, at most one at a time, that paints the picture of a graph and holds
-// its combo boxes. What is drawn where is decided in plot.
+// The graph window: a top-level window of its own without an owner, at most one at a time, that paints the picture of a
+// graph and holds its combo boxes. What is drawn where is decided in plot.
 #pragma once
 
 #include "ui/win32.h"
@@ -9,7 +9,7 @@ namespace torvane {
 // Each returns 0, or -1 after telling the user that it failed.
 int registerGraphClass();
 // Shows the curves that the last command left, if it left any.
-int openGraphWindow(HWND owner);
+int openGraphWindow();
 
 void closeGraphWindow();
 

@@ -9,33 +9,11 @@
 #include "ui/menu.h"
 #include "ui/message_box.h"
 #include "ui/win32.h"
+#include "ui/window_place.h"
 
 namespace torvane {
 
 namespace {
-
-constexpr int defaultWidth = 800;
-constexpr int defaultHeight = 480;
-
-// One direction of the window: a size of 0 becomes the default, and a place of 0 with it the middle of the screen.
-void settleMetrics(int32_t& size, int32_t standard, int32_t& screenSize, int metric, int32_t& low, int32_t& high)
-{
-    if (size != 0)
-        return;
-    size = standard;
-    if (low == 0) {
-        screenSize = GetSystemMetrics(metric);
-        low = (screenSize - standard) / 2;
-    }
-    high = static_cast<int32_t>(int64_t{low} + size); // a file may hold any place
-}
-
-void settleWindowMetrics(ParameterBlock& block)
-{
-    int32_t* rect = block.windowRect;
-    settleMetrics(block.windowWidth, defaultWidth, block.screenWidth, SM_CXSCREEN, rect[0], rect[2]);
-    settleMetrics(block.windowHeight, defaultHeight, block.screenHeight, SM_CYSCREEN, rect[1], rect[3]);
-}
 
 // What is skipped of the entry file is told once, at the start.
 void readKept()
@@ -88,7 +66,7 @@ HANDLE takeInstanceMutex()
 
 int runWindow()
 {
-    settleWindowMetrics(mainWindow.session.saved);
+    settleMainPlace(mainWindow.session.saved);
     if (!createMainWindow())
         return 1;
     HACCEL accelerators = buildAccelerators();

@@ -13,6 +13,7 @@
 #include "ui/resource_ids.h"
 #include "ui/screen_bridge.h"
 #include "ui/screen_set.h"
+#include "ui/window_place.h"
 
 #include <span>
 
@@ -76,29 +77,12 @@ LRESULT onSize(HWND window, WPARAM, LPARAM)
     return 0;
 }
 
-void keepWindowMetrics(HWND window)
-{
-    WINDOWPLACEMENT placement = {};
-    placement.length = sizeof placement;
-    RECT rect;
-    GetWindowRect(window, &rect);
-    // Of an iconic window the place that it returns to.
-    if (IsIconic(window) && GetWindowPlacement(window, &placement))
-        rect = placement.rcNormalPosition;
-    mainWindow.session.saved.windowRect[0] = rect.left;
-    mainWindow.session.saved.windowRect[1] = rect.top;
-    mainWindow.session.saved.windowRect[2] = rect.right;
-    mainWindow.session.saved.windowRect[3] = rect.bottom;
-    mainWindow.session.saved.windowWidth = rect.right - rect.left;
-    mainWindow.session.saved.windowHeight = rect.bottom - rect.top;
-}
-
 LRESULT onClose(HWND window, WPARAM, LPARAM)
 {
     // A modal dialog disables its owner; closing beneath it would leave it without one.
     if (!IsWindowEnabled(window) || !mainWindow.protocol.stopWorker())
         return 0;
-    keepWindowMetrics(window);
+    keepMainPlace(window, mainWindow.session.saved, mainWindow.session.kept);
     if (mainWindow.writesParameters)
         saveParameters(mainWindow.session.screens, mainWindow.parameterPath, mainWindow.session.saved);
     const EntryFile& kept = mainWindow.session.kept;
@@ -188,7 +172,7 @@ bool createMainWindow()
         showMessageBox(nullptr, "alert", "failed to create main window");
         return false;
     }
-    ShowWindow(window, SW_SHOWDEFAULT);
+    showAsKept(window, mainWindow.session.kept);
     UpdateWindow(window);
     return true;
 }

@@ -60,8 +60,25 @@ class CommandTest(DesktopTest):
                 self.desktop.screenshot(f"result {dialog}")
                 graph = self.desktop.find("graph", "graph")
                 self.assertEqual(graph is not None, kind is not None)
+                self.assertEqual(self.front_of("graph", "Torvane"), "graph" if graph else "Torvane")
                 if kind == 3:
                     self.change_curves(graph["handle"], dialog)
+
+    def front_of(self, *classes):
+        """The one that lies above the others."""
+        return next(w["class"] for w in self.desktop.windows() if w["class"] in classes)
+
+    def test_graph_lies_where_it_was_left_and_under_what_is_clicked(self):
+        self.desktop.run("ctrl+c", "critical cornering")
+        self.assertEqual(self.front_of("graph", "Torvane"), "graph")
+        left, top, _, _ = place = self.desktop.find("graph", "graph")["rect"]
+        self.desktop.drag(left + 300, top + 12, 60, 90, lambda: self.desktop.find("graph", "graph")["rect"] != place, "a move")
+        self.desktop.click_window(self.desktop.main)
+        wait_for(lambda: self.front_of("graph", "Torvane") == "Torvane", "the main window in front")
+        moved = self.desktop.find("graph", "graph")["rect"]
+        self.desktop.run("ctrl+c", "critical cornering")
+        self.assertEqual(self.desktop.find("graph", "graph")["rect"], moved)
+        self.assertEqual(self.front_of("graph", "Torvane"), "graph")
 
     def change_curves(self, graph, dialog):
         before = self.picture(graph)

@@ -9,6 +9,7 @@ import fit_file
 from desktop import CANCEL, LIMIT, LOWER, OK, STATUS, UPPER, Desktop, DesktopTest, wait_for
 
 ABOUT_TEXT = 111
+MAXIMISED = 0x01000000  # style of a window
 WINDOW_RECT = 0x24  # in the parameter file: left, top, right, bottom
 WINDOW_SIZE = 0x44
 RIDE_TARGET = 0xF4
@@ -127,6 +128,31 @@ class EndTest(unittest.TestCase):
             program.launch()
             program.await_start()
             self.assertEqual(program.find("Torvane", "Torvane")["rect"], moved)
+
+            self.turn(program, MAXIMISED)
+            program.close()
+            program.launch()
+            program.await_start()
+            self.turn(program, 0)
+            self.assertEqual(program.find("Torvane", "Torvane")["rect"], moved)
+            program.close()
+            for stored in (3000, 200, 3800, 680), (200, -700, 1000, -220):
+                struct.pack_into("<4i", block := bytearray(block), WINDOW_RECT, *stored)
+                (program.folder / "Torvane.par").write_bytes(block)
+                program.launch()
+                program.await_start()
+                self.assertEqual(program.find("Torvane", "Torvane")["rect"], [240, 272, 1040, 752], "centred anew")
+                program.close()
+
+    def turn(self, program, wanted):
+        """From maximised to its place, or the other way."""
+        self.assertEqual(self.maximised(program), MAXIMISED - wanted)
+        left, top, _, _ = program.find("Torvane", "Torvane")["rect"]
+        program.xdotool("mousemove", left + 300, top + 12, "click", "--repeat", 2, "--delay", 60, 1)
+        wait_for(lambda: self.maximised(program) == wanted, "the window to change")
+
+    def maximised(self, program):
+        return program.find("Torvane", "Torvane")["style"] & MAXIMISED
 
     def test_unusable_parameter_file_is_told_and_kept(self):
         folder = desktop.BUILD / "desktop-tests" / "UnusableTest"
