@@ -137,9 +137,14 @@ ParametersLoaded loadParameters(Screens& screens, const std::string& path, Param
     return saveParameters(screens, path, saved) ? ParametersLoaded::ready : ParametersLoaded::failed;
 }
 
+bool writeParameters(const std::string& path, const ParameterBlock& block)
+{
+    return replaceFile(path, {bytesOf(block)}) == FileResult::ok;
+}
+
 bool saveParameters(Screens& screens, const std::string& path, const ParameterBlock& block)
 {
-    if (replaceFile(path, {bytesOf(block)}) == FileResult::ok)
+    if (writeParameters(path, block))
         return true;
     screens.showMessage("alert", "failed to open .par file");
     return false;

@@ -47,7 +47,10 @@ enum class ParametersLoaded {
 // moved, stays as it is. Whatever is not ready is told in a message box.
 ParametersLoaded loadParameters(Screens& screens, const std::string& path, ParameterBlock& saved);
 
-// Writes the whole file anew. False when that failed; the old file stands, and the user was told in a message box.
+// Writes the whole file anew. False when that failed; the old file stands. Tells nobody.
+bool writeParameters(const std::string& path, const ParameterBlock& block);
+
+// The same; a failure was told in a message box.
 bool saveParameters(Screens& screens, const std::string& path, const ParameterBlock& block);
 
 // Whether a model out of a file may come into force, whose numbers can all be computed with.

@@ -2,14 +2,13 @@
 #include "ui/file_prompts.h"
 
 #include "core/wide_text.h"
+#include "ui/path_guard.h"
 
 #include <cwchar>
 
 namespace torvane {
 
 namespace {
-
-constexpr size_t pathCapacity = 260; // characters, with the closing 0
 
 struct Prompt {
     const wchar_t* filter; // pairs of label and pattern, each closed by a 0
@@ -44,9 +43,9 @@ constexpr Prompt saveText = {textFilter, nullptr, L"rtf", saveFlags | OFN_PATHMU
 
 bool run(HWND owner, const Prompt& prompt, std::string& path, DWORD* filter)
 {
-    wchar_t buffer[pathCapacity] = {};
+    wchar_t buffer[promptCapacity] = {};
     std::wstring offered = widen(path);
-    if (offered.size() < pathCapacity)
+    if (offered.size() < promptCapacity)
         wcscpy(buffer, offered.c_str());
     OPENFILENAMEW dialog = {};
     dialog.lStructSize = sizeof dialog;
@@ -54,10 +53,11 @@ bool run(HWND owner, const Prompt& prompt, std::string& path, DWORD* filter)
     dialog.lpstrFilter = prompt.filter;
     dialog.nFilterIndex = filter != nullptr && *filter != 0 ? *filter : 1;
     dialog.lpstrFile = buffer;
-    dialog.nMaxFile = pathCapacity;
+    dialog.nMaxFile = promptCapacity;
     dialog.lpstrTitle = prompt.title;
     dialog.lpstrDefExt = prompt.extension;
     dialog.Flags = prompt.flags | OFN_NOCHANGEDIR;
+    PathGuard guard;
     if (!(prompt.saves ? GetSaveFileNameW(&dialog) : GetOpenFileNameW(&dialog)))
         return false;
     path = narrow(buffer);

@@ -1,6 +1,7 @@
 // A character format to the font dialog and back.
 #include "ui/font_choice.h"
 
+#include "ui/display.h"
 #include "ui/main_window.h"
 #include "ui/screen_set.h"
 
@@ -20,14 +21,6 @@ CHARFORMATW selectedFormat(HWND pane)
     format.dwMask = defaultCharMask;
     SendMessageW(pane, EM_GETCHARFORMAT, SCF_SELECTION, reinterpret_cast<LPARAM>(&format));
     return format;
-}
-
-int verticalPixelsPerInch(HWND pane)
-{
-    HDC device = GetDC(pane);
-    int pixels = GetDeviceCaps(device, LOGPIXELSY);
-    ReleaseDC(pane, device);
-    return pixels;
 }
 
 DWORD effectsOf(const LOGFONTW& font)
@@ -51,10 +44,23 @@ CHARFORMATW toFormat(const CHOOSEFONTW& choice)
     return format;
 }
 
+// The dialog opens on the first font of its list, often one of symbols, where it does not find the name: a font that is
+// not installed gets the name of the one that stands in for it.
+void takeRealName(LOGFONTW& font)
+{
+    HDC screen = GetDC(nullptr);
+    GdiObject made(CreateFontIndirectW(&font));
+    HGDIOBJ before = SelectObject(screen, made);
+    GetTextFaceW(screen, LF_FACESIZE, font.lfFaceName);
+    SelectObject(screen, before);
+    ReleaseDC(nullptr, screen);
+}
+
 bool applyChoice(HWND pane, FontScope scope)
 {
     CHARFORMATW format = selectedFormat(pane);
-    LOGFONTW font = toLogicalFont(format, verticalPixelsPerInch(pane));
+    LOGFONTW font = toLogicalFont(format, displayDots());
+    takeRealName(font);
     CHOOSEFONTW choice = {};
     choice.lStructSize = sizeof choice;
     choice.hwndOwner = mainWindow.window;

@@ -17,8 +17,8 @@ namespace torvane {
 
 namespace {
 
-constexpr int numberLength = 31; // characters that a number's edit box takes
-constexpr int pathLength = 259;
+constexpr int numberLength = 31;   // characters that a number's edit box takes
+constexpr int pathLength = 32766;  // the longest that the system knows
 constexpr int spinReach = 1 << 30; // the up-down controls report directions; their own position means nothing
 
 HWND control(const FormWindow& form, int id)

@@ -1,5 +1,5 @@
 // A page opens when its tab is first shown, and is applied only if it was. A page whose values are refused stores
-// nothing; the sheet closes all the same.
+// nothing and keeps none of the others from being applied; the sheet opens again on it, with all that was entered.
 #include "ui/form_page.h"
 
 #include "command/settings_command.h"
@@ -10,6 +10,7 @@
 #include "ui/main_window.h"
 #include "ui/message_box.h"
 
+#include <algorithm>
 #include <deque>
 #include <string>
 #include <vector>
@@ -23,6 +24,9 @@ struct PageData {
     const Form* form;
     std::wstring title;
     FormWindow window;
+    bool first = false;   // the sheet opens on it
+    bool applied = false; // when the sheet was closed
+    bool refused = false; // then
 };
 
 PageData* pageOf(HWND page)
@@ -35,10 +39,14 @@ INT_PTR onInitDialog(HWND page, LPARAM lParam)
     LPARAM data = reinterpret_cast<const PROPSHEETPAGEW*>(lParam)->lParam;
     SetWindowLongPtrW(page, DWLP_USER, data);
     PageData& pageData = *pageOf(page);
-    pageData.window.window = page;
-    openForm(pageData.window.state, *pageData.form, mainWindow.session.saved, mainWindow.session.working,
-             mainWindow.session.model);
-    initializeControls(pageData.window);
+    FormWindow& form = pageData.window;
+    form.window = page;
+    if (form.state.form == nullptr)
+        openForm(form.state, *pageData.form, mainWindow.session.saved, mainWindow.session.working,
+                 mainWindow.session.model);
+    initializeControls(form);
+    if (pageData.first)
+        focusRefused(form);
     return TRUE;
 }
 
@@ -60,10 +68,13 @@ void showRefused(const FormWindow& form)
     focusRefused(form);
 }
 
-LRESULT onApply(FormWindow& form, bool closes)
+LRESULT onApply(PageData& page, bool closes)
 {
+    FormWindow& form = page.window;
     Verdict verdict = confirmPage(mainWindow.session, form.state);
     showBoxes(form.window, verdict);
+    page.applied = closes;
+    page.refused = closes && !verdict.passed;
     if (verdict.passed) {
         markUnmodified(form);
         InvalidateRect(mainWindow.window, nullptr, TRUE);
@@ -76,7 +87,8 @@ LRESULT onApply(FormWindow& form, bool closes)
 INT_PTR onNotify(HWND page, LPARAM lParam)
 {
     const NMHDR& header = *reinterpret_cast<const NMHDR*>(lParam);
-    FormWindow& form = pageOf(page)->window;
+    PageData& pageData = *pageOf(page);
+    FormWindow& form = pageData.window;
     switch (header.code) {
     case UDN_DELTAPOS:
         if (handleSpin(form, *reinterpret_cast<const NMUPDOWN*>(lParam)))
@@ -87,7 +99,8 @@ INT_PTR onNotify(HWND page, LPARAM lParam)
         tellHint(form, *reinterpret_cast<NMTTDISPINFOW*>(lParam));
         return TRUE;
     case static_cast<UINT>(PSN_APPLY):
-        SetWindowLongPtrW(page, DWLP_MSGRESULT, onApply(form, reinterpret_cast<const PSHNOTIFY*>(lParam)->lParam != 0));
+        SetWindowLongPtrW(page, DWLP_MSGRESULT,
+                          onApply(pageData, reinterpret_cast<const PSHNOTIFY*>(lParam)->lParam != 0));
         return TRUE;
     case static_cast<UINT>(PSN_RESET):
         cancelForm(form.state, mainWindow.session.working);
@@ -145,17 +158,35 @@ const wchar_t* sheetTitle(Sheet sheet)
     }
 }
 
-} // namespace
-
-void runPropertySheet(HWND owner, Sheet sheet)
+// What was refused before counts also where nobody has turned to its page again.
+void applyUnseen(HWND owner, const std::deque<PageData>& data, const std::vector<PageData*>& refused)
 {
-    std::deque<PageData> data;
-    std::vector<HPROPSHEETPAGE> pages;
-    for (const Form* form : sheetPages(sheet)) {
-        data.push_back({form, widen(form->title), {}});
-        pages.push_back(createPage(data.back()));
+    if (std::ranges::none_of(data, &PageData::applied))
+        return; // cancelled
+    for (PageData* page : refused) {
+        if (page->window.window != nullptr)
+            continue;
+        page->window.window = owner; // of the boxes
+        onApply(*page, true);
     }
+}
+
+// Once, from opening to closing.
+void showSheet(HWND owner, Sheet sheet, std::deque<PageData>& data)
+{
+    std::vector<PageData*> refused;
+    std::vector<HPROPSHEETPAGE> pages;
     PROPSHEETHEADERW header = {};
+    for (PageData& page : data) {
+        page.first = page.refused && refused.empty();
+        if (page.first)
+            header.nStartPage = static_cast<UINT>(pages.size());
+        if (page.refused)
+            refused.push_back(&page);
+        page.applied = page.refused = false;
+        page.window.window = nullptr;
+        pages.push_back(createPage(page));
+    }
     header.dwSize = sizeof header;
     header.dwFlags = PSH_NOCONTEXTHELP;
     header.hwndParent = owner;
@@ -164,6 +195,19 @@ void runPropertySheet(HWND owner, Sheet sheet)
     header.nPages = static_cast<UINT>(pages.size());
     header.phpage = pages.data();
     PropertySheetW(&header);
+    applyUnseen(owner, data, refused);
+}
+
+} // namespace
+
+void runPropertySheet(HWND owner, Sheet sheet)
+{
+    std::deque<PageData> data;
+    for (const Form* form : sheetPages(sheet))
+        data.push_back({form, widen(form->title), {}});
+    do
+        showSheet(owner, sheet, data);
+    while (std::ranges::any_of(data, &PageData::refused));
 }
 
 } // namespace torvane

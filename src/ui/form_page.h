@@ -6,7 +6,8 @@
 
 namespace torvane {
 
-// Runs a sheet. What was accepted stands in the working block when it returns.
+// Runs a sheet until no page of it is refused, or it is cancelled. What was accepted stands in the working block when
+// it returns.
 void runPropertySheet(HWND owner, Sheet sheet);
 
 } // namespace torvane

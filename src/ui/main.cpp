@@ -8,6 +8,8 @@
 #include "ui/main_window.h"
 #include "ui/menu.h"
 #include "ui/message_box.h"
+#include "ui/parameter_place.h"
+#include "ui/status_line.h"
 #include "ui/win32.h"
 #include "ui/window_place.h"
 
@@ -64,11 +66,13 @@ HANDLE takeInstanceMutex()
     return nullptr;
 }
 
-int runWindow()
+int runWindow(bool tellsPlace)
 {
     settleMainPlace(mainWindow.session.saved);
     if (!createMainWindow())
         return 1;
+    if (tellsPlace)
+        setStatusLine("status : defaults are kept in '" + shownText(mainWindow.parameterPath) + "'");
     HACCEL accelerators = buildAccelerators();
     int result = runMessageLoop(accelerators);
     DestroyAcceleratorTable(accelerators);
@@ -90,14 +94,15 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int)
     mainWindow.session.screens.showMessage = [](std::string_view title, std::string_view text) {
         showMessageBox(nullptr, title, text);
     };
-    mainWindow.parameterPath = parameterFilePath();
+    ParameterPlace place = findParameterPlace();
+    mainWindow.parameterPath = place.path;
     registerCommonControls();
     ParameterBlock defaults;
     ParametersLoaded loaded = loadParameters(mainWindow.session.screens, mainWindow.parameterPath, defaults);
     startFrom(mainWindow.session, defaults);
     mainWindow.writesParameters = loaded == ParametersLoaded::ready;
     readKept();
-    int result = loaded != ParametersLoaded::failed ? runWindow() : 1;
+    int result = loaded != ParametersLoaded::failed ? runWindow(place.isNews) : 1;
     ReleaseMutex(mutex);
     CloseHandle(mutex);
     return result;

@@ -156,7 +156,7 @@ LRESULT onAppendText(HWND, WPARAM wParam, LPARAM lParam)
     SendMessageW(pane, WM_SETREDRAW, FALSE, 0);
     SendMessageW(pane, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(text.c_str()));
     SendMessageW(pane, WM_SETREDRAW, TRUE, 0);
-    InvalidateRect(pane, nullptr, TRUE);
+    RedrawWindow(pane, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME); // with its scroll bars
     return 0;
 }
 

@@ -4,6 +4,7 @@
 
 #include "core/files.h"
 #include "core/shown_text.h"
+#include "core/text.h"
 #include "core/wide_text.h"
 #include "ui/file_prompts.h"
 #include "ui/main_window.h"
@@ -23,7 +24,6 @@ namespace {
 constexpr DWORD richTextFormat = 1; // filter index of the prompts
 constexpr DWORD plainTextFormat = 2;
 constexpr int openFailed = 65535;
-
 struct ScreenFile {
     std::string name; // path of the last save or open, UTF-8; empty: nothing was saved yet
     DWORD format;
@@ -64,6 +64,26 @@ bool streamIn(HWND pane, WPARAM format, std::span<const uint8_t> bytes)
     EDITSTREAM stream = {reinterpret_cast<DWORD_PTR>(&bytes), 0, takeFromSpan};
     SendMessageW(pane, EM_STREAMIN, format, reinterpret_cast<LPARAM>(&stream));
     return stream.dwError == 0;
+}
+
+// The control offers code pages, which lack letters, or UTF-8 under a head of its own, which hardly another program
+// reads. This is the latter under the common head, with letters beyond ASCII by their numbers.
+Bytes richBytes(HWND pane)
+{
+    constexpr std::string_view ownHead = "{\\urtf", commonHead = "{\\rtf1\\ansi\\uc1";
+    Bytes bytes = streamOut(pane, SF_RTF | SF_USECODEPAGE | CP_UTF8 << 16);
+    std::string_view utf8(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+    std::string text;
+    if (utf8.starts_with(ownHead)) {
+        text = commonHead;
+        utf8.remove_prefix(std::min(utf8.find('\\', ownHead.size()), utf8.size()));
+    }
+    for (wchar_t unit : widen(utf8))
+        if (unit < 0x80)
+            text += static_cast<char>(unit);
+        else
+            text += formatText("\\u%d?", static_cast<int16_t>(unit));
+    return Bytes(text.begin(), text.end());
 }
 
 Bytes plainBytes(HWND pane)
@@ -136,7 +156,7 @@ int saveScreen(HWND pane)
 {
     if (screenFile.name.empty())
         return saveScreenAs(pane);
-    Bytes bytes = screenFile.format == richTextFormat ? streamOut(pane, SF_RTF) : plainBytes(pane);
+    Bytes bytes = screenFile.format == richTextFormat ? richBytes(pane) : plainBytes(pane);
     if (replaceFile(screenFile.name, {bytes}) != FileResult::ok) {
         showMessageBox(mainWindow.window, "error", "failed to write a file '" + shownText(screenFile.name) + "'");
         return 1;

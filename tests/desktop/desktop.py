@@ -72,6 +72,20 @@ def windows_path(path):
     return "Z:" + str(pathlib.Path(path).resolve()).replace("/", "\\")
 
 
+def make_read_only(folder):
+    """Nobody may write there any more: for root, who may do all, by a mount of the folder over itself."""
+    folder.chmod(0o555)
+    if not os.access(folder, os.W_OK):
+        return True
+    bound = subprocess.run(["mount", "--bind", folder, folder], capture_output=True).returncode == 0
+    return bound and subprocess.run(["mount", "-o", "remount,ro,bind", folder], capture_output=True).returncode == 0
+
+
+def make_writable(folder):
+    subprocess.run(["umount", folder], capture_output=True)
+    folder.chmod(0o755)
+
+
 def make_prefix():
     """A fresh Wine prefix whose programs live on one virtual desktop, so that Wine itself manages their windows."""
     subprocess.run([SOURCE / "tools" / "wine-fonts", PREFIX], check=True)

@@ -1,5 +1,6 @@
 """The main window: its start, its panes, its menu's keys, a second start, its end."""
 
+import shutil
 import struct
 import subprocess
 import unittest
@@ -153,6 +154,23 @@ class EndTest(unittest.TestCase):
 
     def maximised(self, program):
         return program.find("Torvane", "Torvane")["style"] & MAXIMISED
+
+    def test_a_folder_that_cannot_be_written_leaves_the_parameters_to_the_user(self):
+        folder = desktop.BUILD / "desktop-tests" / "Lesegerät 日本 read only"
+        program = Desktop(folder)
+        if not desktop.make_read_only(folder):
+            self.skipTest("a folder that cannot be written needs root, or no root")
+        self.addCleanup(desktop.make_writable, folder)
+        with program:
+            own, = desktop.PREFIX.glob("drive_c/users/*/AppData/Roaming/Torvane/Torvane.par")
+            self.addCleanup(shutil.rmtree, own.parent)
+            self.assertRegex(program.status(), r"^status : defaults are kept in 'C:.*\\AppData\\Roaming\\Torvane\\Torvane.par'$")
+            program.close()
+            self.assertEqual(struct.unpack_from("<4i", own.read_bytes(), WINDOW_RECT), (240, 272, 1040, 752))
+            self.assertEqual(sorted(path.name for path in folder.iterdir()), ["Torvane.exe"])
+            program.launch()
+            program.await_start()
+            self.assertEqual(program.status().strip(), "status :", "told once")
 
     def test_unusable_parameter_file_is_told_and_kept(self):
         folder = desktop.BUILD / "desktop-tests" / "UnusableTest"

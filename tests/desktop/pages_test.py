@@ -102,16 +102,33 @@ class SheetTest(DesktopTest):
         self.assertEqual(self.desktop.run("ctrl+v", "power and velocity"), answer)
         self.assertEqual(self.desktop.pane(UPPER), before)
 
-    def test_refused_page_keeps_its_values_and_the_others_apply(self):
-        window = self.open_profile(0, 1111)
+    def test_sheet_opens_again_on_a_refused_page_with_all_that_was_entered(self):
+        window = self.open_profile(1, 1241)
+        self.desktop.fill(window, 1241, "-7")
+        self.turn(window, 0, 1111)
         self.desktop.fill(window, 1111, "251")
+        self.desktop.fill(window, 1112, "71.5")
         self.turn(window, 2, 1312)
         self.desktop.fill(window, 1312, "165.5")
         self.desktop.press("Return")
         self.assertEqual(self.desktop.box("warning"), "found too large value of a human height")
+        second = self.desktop.box("warning")
         self.desktop.gone(window)
-        self.reported("165.5")
-        self.assertNotIn("251.0", self.desktop.pane(UPPER))
+        window = self.desktop.dialog("profile")
+        wait_for(lambda: self.desktop.ask("focus")["id"] == 1111, "the page and entry that were refused")
+        self.assertEqual([self.desktop.control(window, n)["text"] for n in (1111, 1112)], ["251", "71.5"])
+        self.desktop.write("171")
+        self.desktop.press("Return")
+        # The page that nobody turned to was entered as well.
+        self.assertEqual(self.desktop.box("warning"), second)
+        self.desktop.gone(window)
+        window = self.desktop.dialog("profile")
+        wait_for(lambda: self.desktop.ask("focus")["id"] == 1241, "the other page")
+        self.desktop.write("7")
+        self.desktop.press("Return")
+        self.desktop.gone(window)
+        for text in ("171.0 cm", "71.5 kg", "165.5"):
+            self.reported(text)
 
     def test_wheel_prediction(self):
         window = self.open_profile(3, 1411)

@@ -1,5 +1,6 @@
 """The panes as documents: fonts, rich text and plain text files, printing."""
 
+import pathlib
 import re
 import shutil
 import subprocess
@@ -16,6 +17,7 @@ WORD = re.compile(r'<word xMin="([\d.]+)" yMin="([\d.]+)" xMax="([\d.]+)" yMax="
 SAVE_UPPER, SAVE_LOWER, SAVE_UPPER_AS, SAVE_LOWER_AS = 312, 313, 314, 315
 FONT_UPPER_SELECTED, FONT_UPPER_ALL, FONT_LOWER_SELECTED = 304, 305, 306
 PRINT_UPPER, PRINT_LOWER = 310, 311
+FACE, SIZE = 0x470, 0x472  # lists of the font dialog
 
 
 class TextFileTest(DesktopTest):
@@ -62,6 +64,44 @@ class TextFileTest(DesktopTest):
         wait_for(lambda: self.desktop.pane(LOWER).rstrip("\n") == text.rstrip("\n"), "the text in the lower pane")
         self.assertIn("\\fs28", self.saved_rich(SAVE_LOWER_AS, "lower.rtf"))
         self.choose_font(FONT_UPPER_ALL, 10)
+
+    def test_other_programs_read_every_letter(self):
+        text = "Übung é ∅ 日本 🚴 {\\\\} end"
+        path = self.desktop.folder / "letters.txt"
+        path.write_text(text, encoding="utf-8")
+        self.saved_rich(SAVE_LOWER_AS, "before.rtf")
+        self.open_into("ctrl+shift+2", path, plain=True)
+        wait_for(lambda: self.desktop.pane(LOWER).rstrip("\n") == text, "the text in the lower pane")
+        rich = self.saved_rich(SAVE_LOWER_AS, "letters.rtf")
+        self.assertTrue(rich.startswith("{\\rtf1") and rich.isascii(), rich[:20])
+        if pathlib.Path("/usr/lib/libreoffice/program/libswlo.so").exists():
+            path.unlink()
+            subprocess.run(["soffice", "--headless", "--convert-to", "txt:Text (encoded):UTF8", "letters.rtf"],
+                           cwd=self.desktop.folder, env=self.desktop.env, check=True, capture_output=True)
+            self.assertEqual(path.read_text(encoding="utf-8-sig").rstrip("\n"), text)
+        self.open_into("ctrl+shift+2", self.desktop.folder / "letters.rtf")
+        wait_for(lambda: self.desktop.pane(LOWER).rstrip("\n") == text, "the same text again")
+
+    def test_a_path_too_long_for_the_prompt_is_refused(self):
+        text = self.desktop.pane(UPPER)
+        self.desktop.command(SAVE_UPPER_AS)
+        window = self.desktop.dialog("Save As")
+        self.desktop.press("alt+n", "Home", "shift+End")
+        self.desktop.write("Z:\\" + "long" * 70)
+        self.desktop.press("Return")
+        self.assertEqual(self.desktop.box("warning"), "found too long path: at most 255 characters")
+        self.desktop.press("Escape")
+        self.desktop.gone(window)
+        self.assertEqual(self.desktop.pane(UPPER), text)
+
+    def test_font_dialog_opens_on_the_font_in_use(self):
+        self.desktop.command(FONT_LOWER_SELECTED)
+        window = self.desktop.dialog("Font")
+        chosen = [self.desktop.ask("text", self.desktop.control(window, number)["handle"]) for number in (FACE, SIZE)]
+        self.desktop.press("Escape")
+        self.desktop.gone(window)
+        self.assertEqual(chosen[1], "10")
+        self.assertIn("Mono", chosen[0])
 
     def test_plain_text_comes_back(self):
         self.desktop.press("ctrl+shift+a")
