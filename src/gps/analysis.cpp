@@ -58,7 +58,7 @@ StatusCode analyseRide(const Model& model, const ParameterBlock& settings, const
     analysis.settings = settings;
     applyAnalysisRules(analysis.settings, ride, physics);
     analysis.flags = buildAnalysisFlags(analysis.settings, ride.presence, physics);
-    analysis.flags |= missingFlags(ride);
+    analysis.flags |= missingFlags(ride) | (ride.measuredSpeed ? analysisMeasuredSpeed : 0);
     if (StatusCode code = takeTrack(ride, analysis, TrackLimits::analyse))
         return code;
     if (analysis.flags & analysisMissing)

@@ -24,10 +24,11 @@ constexpr uint32_t analysisAverageTemperature = 1u << 10; // the summary alone h
 constexpr uint32_t analysisPowerBaseShift = 12;           // two bits: power stage of the prediction
 constexpr uint32_t analysisPredictCadence = 1u << 16;
 constexpr uint32_t analysisPredictPower = 1u << 17;
-constexpr uint32_t analysisSteady = 1u << 18;    // no acceleration can be known
-constexpr uint32_t analysisPrepared = 1u << 20;  // written by the FIT profile
-constexpr uint32_t analysisMissing = 1u << 21;   // markers of cadence and power are missing values
-constexpr uint32_t analysisOfTheRoad = 1u << 19; // Physics::ofTheRoad, also where the track is made clean
+constexpr uint32_t analysisSteady = 1u << 18;        // no acceleration can be known
+constexpr uint32_t analysisPrepared = 1u << 20;      // written by the FIT profile
+constexpr uint32_t analysisMissing = 1u << 21;       // markers of cadence and power are missing values
+constexpr uint32_t analysisMeasuredSpeed = 1u << 22; // each row has the speed that was measured there
+constexpr uint32_t analysisOfTheRoad = 1u << 19;     // Physics::ofTheRoad, also where the track is made clean
 
 // Flags of the commands that predict, and of the one that only expresses the source data.
 uint32_t buildAnalysisFlags(const ParameterBlock& settings, const FieldPresence& presence,

@@ -64,8 +64,9 @@ struct LoadedRide {
     // Of a ride without a file of its own, whose path is a name alone: what its commands take instead. Shared, since
     // whoever asks about a ride has a copy of it.
     std::shared_ptr<const FitImage> inMemory = {};
-    bool prepared = false;     // the image was prepared on the way, and is written by the FIT profile
-    bool marksMissing = false; // by the preparing tool, perhaps long ago: markers are missing values
+    bool prepared = false;      // the image was prepared on the way, and is written by the FIT profile
+    bool measuredSpeed = false; // of nearly all records, and none was put between them
+    bool marksMissing = false;  // by the preparing tool, perhaps long ago: markers are missing values
 };
 
 } // namespace torvane

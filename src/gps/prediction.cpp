@@ -63,45 +63,69 @@ double crankCadenceOf(const TrackModel& track, const GpsRecord& record)
 }
 
 // Turns the power at the tyre contact, as the row holds it, into that of the stage asked for.
-void convertToPowerBase(TrackModel& track, GpsRecord& record)
+void convertToPowerBase(TrackModel& track, GpsRecord& record, double speed)
 {
-    double wheelSpeed = radiansPerSecond(wheelRpmAt(track.model, record.speed));
+    double wheelSpeed = radiansPerSecond(wheelRpmAt(track.model, speed));
     double crankSpeed = radiansPerSecond(crankCadenceOf(track, record));
-    driveStagesFromThrust(track.model, track.now, record.speed, record.power, wheelSpeed, crankSpeed);
+    driveStagesFromThrust(track.model, track.now, speed, record.power, wheelSpeed, crankSpeed);
     double power = stagePower(track.now, track.settings.analysePowerBase);
     record.power = std::isfinite(power) ? power : 0;
 }
 
-void predictPowerOf(TrackModel& track, GpsRecord& record)
+// W below which the road's rider rests: nobody pedals for so little, and the noise of the heights of who coasts would
+// be taken for it.
+double restsBelow(const TrackModel& track)
 {
-    record.power = powerAskedBy(track, record);
-    if (record.power <= 0) {
+    return track.now.physics == Physics::ofTheRoad ? 10 : 0;
+}
+
+void predictPowerOf(TrackModel& track, GpsRecord& record, double speed)
+{
+    record.power = powerAskedBy(track, record, speed);
+    if (record.power <= restsBelow(track)) {
         record.power = 0;
         record.cadence = 0; // who coasts does not pedal
         return;
     }
-    convertToPowerBase(track, record);
+    convertToPowerBase(track, record, speed);
     if (track.settings.limitPowerPrediction && record.power > track.settings.thresholdPower)
         record.power = track.settings.thresholdPower;
 }
 
-void smoothPredictions(std::span<GpsRecord> records, const ParameterBlock& settings)
+// Of the road by a plain mean, which keeps the work: a trimmed one takes off what stands beside seconds of rest.
+void smoothPowers(std::span<GpsRecord> records, int window, uint32_t analysisFlags)
+{
+    if (analysisFlags & analysisOfTheRoad)
+        averageField(records, &GpsRecord::power, window);
+    else
+        smoothPower(records, window);
+}
+
+void smoothPredictions(std::span<GpsRecord> records, const ParameterBlock& settings, uint32_t analysisFlags)
 {
     int window = chooseWindow(records);
     if (settings.predictCadence)
         smoothCadence(records, window);
     if (settings.predictPower)
-        smoothPower(records, window);
+        smoothPowers(records, window, analysisFlags);
 }
 
 } // namespace
 
-double powerAskedBy(TrackModel& track, const GpsRecord& record)
+double speedOfStep(const TrackModel& track, std::span<const GpsRecord> records, size_t i)
 {
-    double steady = resistanceAtVelocity(track.model, track.now, record.speed).value;
+    bool first = i == 0 || records[i].sector == 0 || records[i - 1].sector != records[i].sector;
+    if (first || (track.analysisFlags & analysisOfTheRoad) == 0)
+        return records[i].speed;
+    return (records[i - 1].speed + records[i].speed) / 2;
+}
+
+double powerAskedBy(TrackModel& track, const GpsRecord& record, double speed)
+{
+    double steady = resistanceAtVelocity(track.model, track.now, speed).value;
     if (track.analysisFlags & analysisSteady)
         return steady;
-    return steady + record.acceleration * record.speed * track.model.state.inertialWeight;
+    return steady + record.acceleration * speed * track.model.state.inertialWeight;
 }
 
 TrackModel startTrackModel(const Model& model, const ParameterBlock& settings, const FitSummary& summary,
@@ -145,7 +169,7 @@ void predictTrack(TrackModel& track, std::span<GpsRecord> records, Progress* pro
         if (track.settings.predictCadence || unknown)
             records[i].cadence = cadenceAt(track.model, records[i].speed);
         if (track.settings.predictPower)
-            predictPowerOf(track, records[i]);
+            predictPowerOf(track, records[i], speedOfStep(track, records, i));
         reportProgress(progress, static_cast<int>(100 * i / records.size()));
     }
 }
@@ -156,7 +180,7 @@ void predictAndFinish(const Model& model, GpsRecords& records, const ParameterBl
     TrackModel track = startTrackModel(model, settings, summary, analysisFlags);
     predictTrack(track, records, progress);
     if (analysisFlags & analysisSmoothing)
-        smoothPredictions(records, settings);
+        smoothPredictions(records, settings, analysisFlags);
     if (settings.detectBraking)
         trackBrakeHeat(track, records);
 }

@@ -25,9 +25,13 @@ struct TrackModel {
     Evaluation now = {};   // of the last row, with its slope, wind and air
 };
 
-// Thrust power in W that a row asks for, negative where the road gives more than it takes; without its acceleration
-// where that cannot be known. Reads loads, wind and air as they stand.
-double powerAskedBy(TrackModel& track, const GpsRecord& record);
+// m/s at which a row's step is ridden. Classic, the speed of the row; of the road, the mean of the step that leads to
+// it, so that what its accelerations ask for adds up to the kinetic energy.
+double speedOfStep(const TrackModel& track, std::span<const GpsRecord> records, size_t i);
+
+// Thrust power in W that a row asks for at a speed in m/s, negative where the road gives more than it takes; without
+// its acceleration where that cannot be known. Reads loads, wind and air as they stand.
+double powerAskedBy(TrackModel& track, const GpsRecord& record, double speed);
 
 // With the conditions that hold for all rows.
 TrackModel startTrackModel(const Model& model, const ParameterBlock& settings, const FitSummary& summary,

@@ -41,6 +41,13 @@ StatusCode readMeasured(AnsweredRide& ride)
     return fitOk;
 }
 
+// A speed between two that were measured hides their noise.
+bool measuresSpeed(const PrepareFindings& findings)
+{
+    constexpr double nearly = 0.98;
+    return findings.fields[rideSpeed].read >= nearly * findings.recordsWritten;
+}
+
 // A device without a meter may write 0 W throughout. Nobody rides so.
 void forgetStillMeter(AnsweredRide& ride)
 {
@@ -119,11 +126,13 @@ void tellClimbs(RiddenRows rows, RideAnswer& answer)
 
 std::optional<MeterFigures> compareWithMeter(RiddenRows rows)
 {
+    // Devices smooth their speeds on the way, and are a second or more behind a meter with them.
+    constexpr std::array<uint32_t, figureSourceCount> late = {1, 0}; // s
     std::array<std::vector<TimedPower>, figureSourceCount> powers;
     for (const RiddenRow& row : rows)
         for (FigureSource source : {predictedFigure, measuredFigure})
             if (row.seconds != 0 && row.power[source] >= 0)
-                powers[source].push_back({row.timestamp, row.power[source]});
+                powers[source].push_back({row.timestamp - late[source], row.power[source]});
     RideComparison comparison;
     if (comparePowers(powers[predictedFigure], powers[measuredFigure], comparison) != fitOk)
         return std::nullopt;
@@ -245,6 +254,7 @@ StatusCode answerRide(const Model& model, const ParameterBlock& settings, const 
     if (StatusCode code = loadPrepared(prepared.image, path, options, ride.findings, progress))
         return code;
     prepared.prepared = true;
+    prepared.measuredSpeed = measuresSpeed(ride.findings);
     if (StatusCode code = gatherActivity(prepared))
         return code;
     if (StatusCode code = readMeasured(ride))

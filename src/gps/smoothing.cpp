@@ -168,6 +168,11 @@ void smoothField(std::span<GpsRecord> records, RecordField field, int window, Ex
     smoothInto(records, field, copyOf(records, field), window, start);
 }
 
+void averageField(std::span<GpsRecord> records, RecordField field, int window)
+{
+    averageInto(records, field, copyOf(records, field), window);
+}
+
 void smoothPositions(std::span<GpsRecord> records, int window)
 {
     smoothWithinSectors(records, &GpsRecord::latitude, window, positionStart);

@@ -44,6 +44,8 @@ void smoothInto(std::span<GpsRecord> records, RecordField field, const std::vect
 // A plain mean of what is a number within the window; 0 where nothing is.
 void averageInto(std::span<GpsRecord> records, RecordField field, const std::vector<double>& values, int window);
 
+void averageField(std::span<GpsRecord> records, RecordField field, int window);
+
 // Smooths latitude, then longitude, each within its sector.
 void smoothPositions(std::span<GpsRecord> records, int window);
 

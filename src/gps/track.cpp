@@ -5,10 +5,12 @@
 #include "gps/gps_load.h"
 #include "gps/sectors.h"
 #include "gps/smoothing.h"
+#include "gps/speed_noise.h"
 #include "gps/track_geometry.h"
 
 #include "model/constants.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <vector>
@@ -30,6 +32,11 @@ void computeHeadings(std::span<GpsRecord> records)
         records[last].heading = records[last - 1].heading;
 }
 
+bool isOfTheRoad(uint32_t analysisFlags)
+{
+    return (analysisFlags & analysisOfTheRoad) != 0;
+}
+
 double accelerationOverDistance(const GpsRecord& from, const GpsRecord& to)
 {
     return ((from.speed + to.speed) * 0.5 * (to.speed - from.speed)) / (to.distance - from.distance);
@@ -40,14 +47,20 @@ double accelerationOverTime(const GpsRecord& from, const GpsRecord& to)
     return (to.speed - from.speed) / (to.timestamp - from.timestamp); // unsigned seconds
 }
 
-void computeAcceleration(std::span<GpsRecord> records, bool overDistance)
+double accelerationBetween(const GpsRecord& from, const GpsRecord& to, uint32_t analysisFlags)
 {
-    for (size_t i = 0; i + 1 < records.size(); ++i) {
-        double acceleration = overDistance ? accelerationOverDistance(records[i], records[i + 1])
-                                           : accelerationOverTime(records[i], records[i + 1]);
-        records[i].acceleration = std::isfinite(acceleration) ? acceleration : 0;
-    }
-    records.back().acceleration = 0;
+    bool overDistance = (analysisFlags & analysisNoTimestamps) != 0;
+    double acceleration = overDistance ? accelerationOverDistance(from, to) : accelerationOverTime(from, to);
+    return std::isfinite(acceleration) ? acceleration : 0;
+}
+
+// Of each row's step: the road's leads to it, the classic one leads on.
+void computeAcceleration(std::span<GpsRecord> records, uint32_t analysisFlags)
+{
+    size_t owner = isOfTheRoad(analysisFlags) ? 1 : 0;
+    records.front().acceleration = records.back().acceleration = 0;
+    for (size_t i = 0; i + 1 < records.size(); ++i)
+        records[i + owner].acceleration = accelerationBetween(records[i], records[i + 1], analysisFlags);
 }
 
 // Percent from one row to the next; 0 where no way lies between them.
@@ -58,7 +71,18 @@ double slopeBetween(const GpsRecord& from, const GpsRecord& to)
     return (to.altitude - from.altitude) * 100 / (to.distance - from.distance);
 }
 
-std::vector<double> slopesOf(std::span<const GpsRecord> records)
+// Of the steps that lead to the rows.
+std::vector<double> slopesBefore(std::span<const GpsRecord> records)
+{
+    std::vector<double> slopes(records.size());
+    for (size_t i = 1; i < records.size(); ++i)
+        if (std::max(records[i - 1].speed, records[i].speed) >= slowestSlope)
+            slopes[i] = slopeBetween(records[i - 1], records[i]);
+    return slopes;
+}
+
+// Of the steps that lead on from the rows; the last has none.
+std::vector<double> slopesBehind(std::span<const GpsRecord> records)
 {
     std::vector<double> slopes(records.size());
     if (records.size() < 2)
@@ -74,7 +98,13 @@ std::vector<double> slopesOf(std::span<const GpsRecord> records)
 
 ExtremesStart startOf(ExtremesStart classic, uint32_t analysisFlags)
 {
-    return analysisFlags & analysisOfTheRoad ? unbiasedStart : classic;
+    return isOfTheRoad(analysisFlags) ? unbiasedStart : classic;
+}
+
+void assignField(std::span<GpsRecord> records, RecordField field, const std::vector<double>& values)
+{
+    for (size_t i = 0; i < records.size(); ++i)
+        records[i].*field = values[i];
 }
 
 // A device tells heights in steps: on an even climb most of the slopes of a window are alike and the few that are not
@@ -82,10 +112,9 @@ ExtremesStart startOf(ExtremesStart classic, uint32_t analysisFlags)
 // of all that is real.
 void computeInclination(std::span<GpsRecord> records, int window, double unrealInclination, bool ofTheRoad)
 {
-    std::vector<double> slopes = slopesOf(records);
+    std::vector<double> slopes = ofTheRoad ? slopesBefore(records) : slopesBehind(records);
     if (window == 0) {
-        for (size_t i = 0; i < records.size(); ++i)
-            records[i].inclination = slopes[i];
+        assignField(records, &GpsRecord::inclination, slopes);
         return;
     }
     for (size_t i = 1; i + 1 < slopes.size(); ++i) // the first and the last are never rejected
@@ -105,13 +134,14 @@ double slopeGravity(double inclination)
     return -standardGravity * inclination / std::sqrt(inclination * inclination + 100.0 * 100.0);
 }
 
-void rejectAcceleration(std::span<GpsRecord> records, int window, double unrealAccele, ExtremesStart start)
+// Those that the slope allows; 0 for the others.
+std::vector<double> realAccelerations(std::span<const GpsRecord> records, double unrealAccele)
 {
     std::vector<double> kept(records.size());
     for (size_t i = 0; i < records.size(); ++i)
         if (records[i].acceleration <= slopeGravity(records[i].inclination) + unrealAccele)
             kept[i] = records[i].acceleration;
-    smoothInto(records, &GpsRecord::acceleration, kept, window, start);
+    return kept;
 }
 
 void refinePositions(std::span<GpsRecord> records, uint32_t analysisFlags)
@@ -135,7 +165,7 @@ void refineSlope(std::span<GpsRecord> records, int window, double unrealInclinat
     }
     if (window != 0)
         smoothField(records, &GpsRecord::altitude, window, startOf(altitudeStart, analysisFlags));
-    computeInclination(records, window, unrealInclination, (analysisFlags & analysisOfTheRoad) != 0);
+    computeInclination(records, window, unrealInclination, isOfTheRoad(analysisFlags));
 }
 
 } // namespace
@@ -152,12 +182,18 @@ void refineTrack(std::span<GpsRecord> records, double unrealInclination, double 
     }
     if (analysisFlags & (analysisMotionFromPosition | analysisSpeedFromDistance))
         speedFromDistance(records);
-    if (window != 0)
+    bool clean = (analysisFlags & analysisMeasuredSpeed) != 0 && noiseOfSpeed(records) < cleanSpeed;
+    if (window != 0 && !clean)
         smoothSpeed(records, window);
-    computeAcceleration(records, (analysisFlags & analysisNoTimestamps) != 0);
+    computeAcceleration(records, analysisFlags);
     refineSlope(records, window, unrealInclination, analysisFlags);
-    if (window != 0)
-        rejectAcceleration(records, window, unrealAccele, startOf(accelerationStart, analysisFlags));
+    if (window == 0)
+        return;
+    std::vector<double> real = realAccelerations(records, unrealAccele);
+    if (clean)
+        assignField(records, &GpsRecord::acceleration, real);
+    else
+        smoothInto(records, &GpsRecord::acceleration, real, window, startOf(accelerationStart, analysisFlags));
 }
 
 StatusCode prepareTrack(const FitImage& image, GpsRecords& records, const ParameterBlock& settings,

@@ -134,7 +134,7 @@ void trackBrakeHeat(TrackModel& track, std::span<GpsRecord> records)
     for (size_t i = 1; i < records.size(); ++i) {
         if (track.analysisFlags & analysisOfTheRoad)
             prepareModelForRecord(track, records[i]); // else slope, wind and air are those of the last row
-        brakeHeatStep(track, records, powerAskedBy(track, records[i]), i);
+        brakeHeatStep(track, records, powerAskedBy(track, records[i], speedOfStep(track, records, i)), i);
     }
 }
 

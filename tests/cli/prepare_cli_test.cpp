@@ -99,7 +99,7 @@ TEST_F(PrepareConsole, TellsWhatARideCost)
     EXPECT_EQ(told.code, 0) << told.err;
     EXPECT_EQ(folder.count(), 1u);
     for (const char* line :
-         {"\tmoving\t\t: 00:09:57h, standing 00:00:00h\n", "\tdistance\t: 5.97", " of measured 155 W\n"})
+         {"\tmoving\t\t: 00:09:57h, standing 00:00:00h\n", "\tdistance\t: 5.97", " of measured 154 W\n"})
         EXPECT_TRUE(contains(told.out, line)) << line << told.out;
     EXPECT_TRUE(contains(told.err, "note: the file holds no distance")) << told.err;
     EXPECT_TRUE(contains(told.out, "\tthe file holds no distance")) << told.out;
