@@ -1,7 +1,5 @@
 #include "plan/least_time.h"
 
-#include "core/units.h"
-
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -10,8 +8,7 @@ namespace torvane {
 
 namespace {
 
-constexpr double partLength = 50;              // m
-constexpr double fastDescent = 40 / kphPerMps; // m/s of coasting, from which one may rest
+constexpr double partLength = 50; // m
 
 double fourth(double share)
 {

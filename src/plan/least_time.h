@@ -2,6 +2,7 @@
 // what it costs in the mean fourth power.
 #pragma once
 
+#include "core/units.h"
 #include "plan/course_ride.h"
 #include "plan/steady_road.h"
 
@@ -9,6 +10,8 @@
 #include <cstddef>
 
 namespace torvane {
+
+constexpr double fastDescent = 40 / kphPerMps; // m/s of coasting, from which one may rest
 
 class LeastTime {
 public:

@@ -1,6 +1,7 @@
 #include "plan/pacing.h"
 
 #include "plan/least_time.h"
+#include "plan/refined_pacing.h"
 
 #include <array>
 #include <cmath>
@@ -31,8 +32,9 @@ struct Manner {
 };
 constexpr Manner manners[] = {{100, {1.0, 0.7}}, {400, {1.0, 0.7}}, {800, {1.0, 1.15}}};
 
-// The steady state knows no momentum: on short hills less of it, or the slopes of more road at once, are faster. Held
-// against each other by what their rides would take at the same normalised power.
+// The steady state knows no momentum: on short hills less of it, or the slopes of more road at once, are faster; the
+// point of mass knows it, but is a rougher likeness of the rider. Held against each other by what their rides would
+// take at the same normalised power.
 struct Trials {
     Planning& planning;
     double watts;
@@ -85,6 +87,7 @@ PowerProfile leastTimeAt(Planning& planning, double watts)
         for (double part : manner.parts)
             trials.hold(eased(plan, watts, part));
     }
+    trials.hold(refinedPacing(planning.conditions(), watts));
     return trials.best;
 }
 
