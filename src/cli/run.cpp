@@ -82,6 +82,7 @@ int perform(Run& run)
     if (run.command.commit)
         run.command.commit(run.session.saved, run.session.working);
     run.session.graph.reset();
+    run.session.keepsRideCurves = !run.request.graph.empty();
     run.session.takeFigures();
     int code = finish(run, operate(run.command, run.session));
     run.answer.figures = run.session.takeFigures();

@@ -211,6 +211,12 @@ constexpr Command withFigures(Command command, std::vector<FigureInfo> (*figures
     return command;
 }
 
+constexpr Command withCurves(Command command)
+{
+    command.graph = GraphWhen::curves;
+    return command;
+}
+
 constexpr Command withRows(Command command)
 {
     command.hasRows = true;
@@ -292,8 +298,9 @@ constexpr Command commands[] = {
                MenuAfter::loaded, loadGpsFile, "load"),
     gpsCommand(commandExpress, "Express Source Data", "a recorded ride row by row as its device wrote it", 'E', false,
                2052, RideUse::loaded, MenuAfter::expressed, expressSourceData, "express"),
-    gpsCommand(commandAnalyse, "Analyse And Predict", "power and cadence that a recorded ride took, row by row", 'T',
-               false, 2053, RideUse::ready, MenuAfter::analysed, analyseAndPredict, "analyse predict"),
+    withCurves(gpsCommand(commandAnalyse, "Analyse And Predict",
+                          "power and cadence that a recorded ride took, row by row", 'T', false, 2053, RideUse::ready,
+                          MenuAfter::analysed, analyseAndPredict, "analyse predict")),
     gpsCommand(commandCreate, "Create FIT File Analysed", "a recorded ride with predicted power and cadence as a file",
                'F', false, 2054, RideUse::analysed, MenuAfter::none, createAnalysedFile, "create", rideToRide),
     toolCommand(commandCombine, "Combine FIT Files", "one ride of two to five files", 'M', false, 2055, combineCommand,
@@ -306,8 +313,8 @@ constexpr Command commands[] = {
                 divideCommand, "divide", {2, 2, FileKind::fit, "IN.fit BASE.fit", false, inParts}),
     toolCommand(commandExclude, "Exclude Messages", "a file without its laps, sessions or activities", 'X', true, 2059,
                 excludeCommand, "exclude"),
-    gpsCommand(commandOneStroke, "At One Stroke", "load, analyse and create in one go", 'F', true, 2060, RideUse::none,
-               MenuAfter::oneStroke, atOneStroke, "stroke", rideToRide),
+    withCurves(gpsCommand(commandOneStroke, "At One Stroke", "load, analyse and create in one go", 'F', true, 2060,
+                          RideUse::none, MenuAfter::oneStroke, atOneStroke, "stroke", rideToRide)),
     toolCommand(commandTimestamp, "Increase Timestamp", "a ride with its clock set right", 'I', true, 2091,
                 increaseTimestampCommand, "timestamp"),
     withRows(toolCommand(commandFieldDump, "Field Dump", "all messages of a FIT file, decoded, as a CSV table", 'Q',
@@ -326,10 +333,10 @@ constexpr Command commands[] = {
      .figures = [](const Command&) { return comparisonFigureInfos(); },
      .hasRows = true,
      .aliases = "compare"},
-    gpsCommand(commandRide, "Ride",
-               "what a recorded ride cost: power, work, laps, climbs and gears, measured or predicted", 'J', false,
-               2095, RideUse::none, MenuAfter::none, answerRideCommand, "",
-               {1, 2, FileKind::fit, "RIDE [OUT.fit]", onlyNew}),
+    withCurves(gpsCommand(commandRide, "Ride",
+                          "what a recorded ride cost: power, work, laps, climbs and gears, measured or predicted", 'J',
+                          false, 2095, RideUse::none, MenuAfter::none, answerRideCommand, "",
+                          {1, 2, FileKind::fit, "RIDE [OUT.fit]", onlyNew})),
     {.id = commandCourse,
      .label = "Course Ahead",
      .meaning = "a course ahead: how long, how hard, in which gear, and where to spend the power",
@@ -340,7 +347,7 @@ constexpr Command commands[] = {
      .operation = planCommand,
      .answers = Answers::codes,
      .files = {1, 2, FileKind::fit, "TRACK [OUT.fit]", onlyNew},
-     .graph = GraphWhen::course,
+     .graph = GraphWhen::curves,
      .figures = [](const Command&) { return courseFigureInfos(); },
      .hasRows = true,
      .showsLower = true,

@@ -46,7 +46,7 @@ enum class GraphWhen : uint8_t {
     bandPowerVelocity, // bandGraphPowerVelocity is set
     express,           // expressGraph is set and no fatal bit came back
     bandCornering,     // bandGraphCornering is set
-    course,            // expressGraph is set and there are curves
+    curves,            // expressGraph is set and there are curves
 };
 
 // What a command has to do with the ride of the session.

@@ -13,6 +13,7 @@
 #include "report/fit_figures.h"
 #include "report/fit_report.h"
 #include "report/prepare_report.h"
+#include "report/ride_curves.h"
 #include "report/ride_rows.h"
 
 #include <optional>
@@ -35,6 +36,7 @@ struct Ride {
 // What the last load found, and the file as it is now.
 Ride rideOf(Session& session)
 {
+    session.graph.reset();
     return {session, session.ride};
 }
 
@@ -92,6 +94,14 @@ void writeRows(const Ride& ride, FitReportMode mode)
                         addedFieldsOf(ride.analysis.flags) & predictedFields);
 }
 
+// Likewise.
+void keepCurves(const Ride& ride)
+{
+    if (ride.session.keepsRideCurves)
+        ride.session.graph = rideCurves(reported(ride, reportAnalysed), ride.analysis.records,
+                                        addedFieldsOf(ride.analysis.flags) & predictedFields);
+}
+
 void reportRideSummary(const Ride& ride, FitReportMode mode)
 {
     ride.session.figures = summaryFigures(reported(ride, mode));
@@ -140,6 +150,7 @@ StatusCode analyseAtOneStroke(Ride& ride, const std::string& destination)
 {
     if (StatusCode code = analyse(ride))
         return code;
+    keepCurves(ride);
     reportRideSummary(ride, reportAnalysed);
     if (ride.session.preparation.enabled) {
         addPreparationFigures(ride.session.figures, ride.findings);
@@ -176,6 +187,7 @@ StatusCode analyseAndPredict(Session& session)
     Ride ride = rideOf(session);
     if (StatusCode code = readAndAnalyse(ride))
         return code;
+    keepCurves(ride);
     reportRideSummary(ride, reportAnalysed);
     reportRideFields(ride, reportAnalysed);
     return fitOk;
@@ -201,6 +213,7 @@ StatusCode createAnalysedImage(Session& session, FitImage& destination)
 
 StatusCode atOneStroke(Session& session)
 {
+    session.graph.reset();
     Ride ride = {session, {{}, session.inputs.files[0].path}};
     if (StatusCode code = readRide(ride, session.preparation.enabled != 0))
         return code;

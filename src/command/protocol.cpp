@@ -75,7 +75,7 @@ bool Protocol::graphIsDue(GraphWhen when, ResultStatus status) const
         return session->working.expressGraph != 0 && !isFatal(status);
     case GraphWhen::bandCornering:
         return session->working.bandGraphCornering != 0;
-    case GraphWhen::course:
+    case GraphWhen::curves:
         return session->working.expressGraph != 0 && session->graph.has_value();
     }
     return false;

@@ -8,6 +8,7 @@
 #include "report/fit_report.h"
 #include "report/ride_answer_figures.h"
 #include "report/ride_answer_report.h"
+#include "report/ride_curves.h"
 #include "report/ride_rows.h"
 
 namespace torvane {
@@ -31,16 +32,18 @@ StatusCode write(Session& session, const AnsweredRide& ride, const std::string& 
     return fitOk;
 }
 
-// The analysed rows, where the front end wants them.
+// The analysed rows and their curves, where the front end wants them.
 void writeRows(Session& session, const AnsweredRide& ride)
 {
     const Analysis& a = ride.analysis;
     ReportedRide reported = {
         ride.prepared.path, reportAnalysed, a.stats.inventory, a.stats.summary, ride.prepared.presence,
         a.settings,         a.flags};
+    uint32_t predicted = addedFieldsOf(a.flags) & (predictedCadence | predictedPower);
     if (session.rows)
-        writeRecordRows(*session.rows, reported, a.records,
-                        addedFieldsOf(a.flags) & (predictedCadence | predictedPower));
+        writeRecordRows(*session.rows, reported, a.records, predicted);
+    if (session.keepsRideCurves)
+        session.graph = rideCurves(reported, a.records, predicted, ride.measured);
 }
 
 } // namespace
@@ -49,6 +52,7 @@ ResultStatus answerRideCommand(Session& session)
 {
     AnsweredRide ride;
     session.screens.setStatus("");
+    session.graph.reset();
     StatusCode code = answerFor(session, ride);
     std::vector<std::string> notes = rideNotes(ride, code);
     for (const std::string& note : notes)

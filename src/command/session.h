@@ -34,6 +34,7 @@ struct Session {
     EntryFile kept = {};                   // defaults without a place in the parameter file
     FormMarks formMarks = {};
     std::optional<GraphSeries> graph = {}; // curves that the last command left; empty where it has nothing to plot
+    bool keepsRideCurves = false;          // recorded rides leave curves as well: of a long ride these are large
     Figures figures = {};                  // numbers of the last answer that came from the worker
     Figures pageFigures = {};              // of the last report, which may be asked for while the worker runs
     bool figuresAlone = false;             // nobody reads a report: one that takes time may be left out

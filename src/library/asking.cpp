@@ -197,6 +197,7 @@ Result<Answer> askCommand(Session& session, const Command& command, const Questi
         return *error;
     Asking asking = {session, command, assignmentsOf(question.entries), filesOf(question)};
     Gathering gathering(session, asking.answer);
+    session.keepsRideCurves = question.graph;
     if (question.graph)
         wantGraph(session.working);
     if (command.work == Work::worker)

@@ -6,6 +6,7 @@
 #include "plot/geometry.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace torvane {
 
@@ -154,16 +155,44 @@ void drawAxes(const Drawing& d)
 
 // Data
 
-// Neighbours on one pixel are drawn once: a run can have far more points than a window has pixels.
+// Of neighbours on one column of pixels those that are seen: a run can have far more points than a window has pixels.
+struct Column {
+    Pixel first, last;
+    int top, bottom;
+
+    explicit Column(Pixel at) : first(at), last(at), top(at.y), bottom(at.y) {}
+    void take(Pixel at)
+    {
+        last = at;
+        top = std::min(top, at.y);
+        bottom = std::max(bottom, at.y);
+    }
+    void drawOn(PictureLine& line) const
+    {
+        for (Pixel at : {first, {first.x, top}, {first.x, bottom}, last})
+            if (line.points.empty() || line.points.back() != at)
+                line.points.push_back(at);
+    }
+};
+
 void drawCurve(const Drawing& d, Axis vertical)
 {
     PictureLine line{{}, d.geometry.lineWidth, vertical == axisSecondY ? colourGrey : colourBlack};
+    std::optional<Column> column;
     for (int point = 0; point < d.graph.series.pointCount(); ++point) {
         Pixel place;
-        if (placeOf(d.graph, d.geometry, point, vertical, place) &&
-            (line.points.empty() || line.points.back() != place))
-            line.points.push_back(place);
+        if (!placeOf(d.graph, d.geometry, point, vertical, place))
+            continue;
+        if (column && column->last.x == place.x) {
+            column->take(place);
+            continue;
+        }
+        if (column)
+            column->drawOn(line);
+        column.emplace(place);
     }
+    if (column)
+        column->drawOn(line);
     if (line.points.size() == 1)
         line.points.push_back(line.points.front());
     if (!line.points.empty())

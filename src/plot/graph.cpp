@@ -55,10 +55,15 @@ std::vector<std::string> withEmptyFirst(const std::vector<std::string>& labels)
     return entries;
 }
 
-// Series that entry 0 of the two select lists stands for; also the axis that the first of them chooses for.
+bool hasFixedX(const Graph& graph)
+{
+    return graph.series.graphKind == kindWithFixedX;
+}
+
+// Series that entry 0 of the two select lists stands for.
 int firstChoice(const Graph& graph)
 {
-    return graph.series.graphKind == kindWithFixedX ? 1 : 0;
+    return hasFixedX(graph) ? graph.series.alongs : 0;
 }
 
 bool isSelect(int controlId)
@@ -68,7 +73,7 @@ bool isSelect(int controlId)
 
 int axisOf(const Graph& graph, int controlId)
 {
-    return firstChoice(graph) + controlId - firstSelect;
+    return (hasFixedX(graph) ? axisY : axisX) + controlId - firstSelect;
 }
 
 std::vector<std::string> entriesOf(const Graph& graph, int controlId)
@@ -98,7 +103,16 @@ bool hasCombo(const Graph& graph, int controlId)
 
 GraphControl makeLabel(int id, const char* text, int x)
 {
-    return {id, text, x, 14, 40, 20, {}, -1};
+    return {id, text, x, controlTop, 40, 20, {}, -1};
+}
+
+const char* nameOf(const Graph& graph, int controlId)
+{
+    if (!isSelect(controlId))
+        return controlId == firstSearch ? "Search" : "Search, second label";
+    if (hasFixedX(graph))
+        return controlId == firstSelect ? "First curve" : "Second curve";
+    return controlId == firstSelect ? "Across" : "Upwards";
 }
 
 GraphControl makeCombo(const Graph& graph, int id, int x)
@@ -107,7 +121,7 @@ GraphControl makeCombo(const Graph& graph, int id, int x)
     int selected = isSelect(id) ? graph.axisSeries[axisOf(graph, id)] - firstChoice(graph) : graph.picked;
     if (selected < 0 || selected >= std::ssize(entries))
         selected = -1;
-    return {id, nullptr, x, 10, 80, 140, std::move(entries), selected};
+    return {id, nullptr, x, 10, 80, 140, std::move(entries), selected, nameOf(graph, id)};
 }
 
 } // namespace
@@ -133,6 +147,8 @@ Graph storeGraph(GraphSeries series)
     for (size_t i = 0; i < count; ++i)
         takeRange(graph, static_cast<int>(i));
     shareRanges(graph);
+    for (int axis = axisY; hasFixedX(graph) && axis <= axisSecondY; ++axis)
+        graph.axisSeries[axis] = firstChoice(graph) + axis - axisY;
     return graph;
 }
 
@@ -155,6 +171,15 @@ std::vector<GraphControl> graphControls(const Graph& graph)
     return controls;
 }
 
+int freeLeftOf(const Graph& graph)
+{
+    constexpr int gap = 20;
+    int free = gap;
+    for (const GraphControl& control : graphControls(graph))
+        free = std::max(free, control.x + control.width + gap);
+    return free;
+}
+
 void chooseEntry(Graph& graph, int controlId, int entry)
 {
     if (!hasCombo(graph, controlId) || entry < 0 || entry >= std::ssize(entriesOf(graph, controlId)))
@@ -163,6 +188,12 @@ void chooseEntry(Graph& graph, int controlId, int entry)
         graph.axisSeries[axisOf(graph, controlId)] = entry + firstChoice(graph);
     else
         graph.picked = entry;
+}
+
+void layAlong(Graph& graph, int series)
+{
+    if (hasFixedX(graph) && series >= 0 && series < graph.series.alongs)
+        graph.axisSeries[axisX] = series;
 }
 
 bool pickPoint(Graph& graph, int width, int height, int x, int y)

@@ -61,9 +61,14 @@ struct GraphControl {
     int x, y, width, height;          // pixels; a combo box with its list dropped down
     std::vector<std::string> entries; // of a combo box
     int selected;                     // entry shown, -1 none
+    const char* name = nullptr;       // of a combo box: for who does not see what it stands beside
 };
 
 constexpr int controlFontHeight = 14; // "Arial"
+constexpr int controlTop = 14;        // pixels, of the labels
+
+// Where the row of the controls is free, pixels from the left.
+int freeLeftOf(const Graph& graph);
 
 // All controls of the graph, as they stand under its present choices.
 std::vector<GraphControl> graphControls(const Graph& graph);
@@ -71,6 +76,9 @@ std::vector<GraphControl> graphControls(const Graph& graph);
 // The user has chosen an entry of a combo box. Afterwards the graph is to be painted anew, and the selected entries of
 // all combo boxes are to be shown as graphControls now tells. An entry that the list does not have changes nothing.
 void chooseEntry(Graph& graph, int controlId, int entry);
+
+// Lays another of the series that can lie there along the X axis; any other changes nothing.
+void layAlong(Graph& graph, int series);
 
 // The user has clicked into a window of that size. True when a mark was near enough and is picked now: then as above.
 bool pickPoint(Graph& graph, int width, int height, int x, int y);

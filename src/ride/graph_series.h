@@ -16,6 +16,8 @@ struct GraphSeries {
     std::vector<std::string> seriesNames;
     std::vector<int> scaleGroup; // for each series; series with a common bit share one vertical scale
     std::vector<double> values;  // one row for each point, series within the row
+    int alongs = 1; // of a graph with two curves to choose: the first so many series can lie along the X axis
+    std::vector<double> latitude, longitude; // of each point, degrees, for a map beside; empty: there is none
 
     // What only the kinds 0 and 4 to 8 show; no simulation fills these.
     std::vector<std::string> pointLabels;

@@ -1,6 +1,7 @@
 // The system's open and save dialogs.
 #include "ui/file_prompts.h"
 
+#include "core/file_kind.h"
 #include "core/wide_text.h"
 #include "ui/path_guard.h"
 
@@ -22,7 +23,7 @@ constexpr wchar_t fitFilter[] = L"fit file(*.fit)\0*.fit\0all files (*.*)\0*.*\0
 constexpr wchar_t rideFilter[] = L"ride (*.fit, *.gpx, *.tcx)\0*.fit;*.gpx;*.tcx;*.gz\0all files (*.*)\0*.*\0";
 constexpr wchar_t courseFilter[] = L"course(*.fit *.gpx)\0*.fit;*.gpx\0all files (*.*)\0*.*\0";
 constexpr wchar_t csvFilter[] = L"csv file(*.csv)\0*.csv\0all files (*.*)\0*.*\0";
-constexpr wchar_t pngFilter[] = L"picture (*.png)\0*.png\0";
+constexpr wchar_t pictureFilter[] = L"picture (*.png)\0*.png\0scalable picture (*.svg)\0*.svg\0";
 constexpr wchar_t profileFilter[] = L"profile file (*.pro)\0*.pro\0";
 constexpr wchar_t textFilter[] = L"rich text format (*.rtf)\0 *.rtf\0plane text (*.txt)\0 *.txt\0";
 
@@ -34,7 +35,7 @@ constexpr Prompt openRide = {rideFilter, L"open file selected", nullptr, openFla
 // The default extension has always been "tcx", whatever is saved.
 constexpr Prompt saveFit = {fitFilter, L"save file as ...", L"tcx", saveFlags, true};
 constexpr Prompt saveCsv = {csvFilter, L"save file as ...", L"tcx", saveFlags, true};
-constexpr Prompt savePng = {pngFilter, nullptr, L"png", saveFlags | OFN_PATHMUSTEXIST, true};
+constexpr Prompt savePicture = {pictureFilter, nullptr, L"png", saveFlags | OFN_PATHMUSTEXIST, true};
 constexpr Prompt saveCourse = {courseFilter, L"save file as ...", L"fit", saveFlags, true};
 constexpr Prompt openProfile = {profileFilter, nullptr, L"pro", openFlags, false};
 constexpr Prompt saveProfile = {profileFilter, nullptr, L"pro", saveFlags, true};
@@ -83,9 +84,16 @@ bool promptSaveCsv(HWND owner, std::string& path)
     return run(owner, saveCsv, path, nullptr);
 }
 
-bool promptSavePng(HWND owner, std::string& path)
+bool promptSavePicture(HWND owner, std::string& path)
 {
-    return run(owner, savePng, path, nullptr);
+    constexpr DWORD scalable = 2; // filter
+    DWORD filter = 0;
+    if (!run(owner, savePicture, path, &filter))
+        return false;
+    if (filter != scalable || !path.ends_with(".png"))
+        return true;
+    path.replace(path.size() - 4, 4, ".svg"); // the default extension was put behind the name
+    return fileKind(path) == FileKind::nothing || run(owner, savePicture, path, &filter);
 }
 
 bool promptOpenProfile(HWND owner, std::string& path)

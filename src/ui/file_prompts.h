@@ -12,7 +12,7 @@ namespace torvane {
 bool promptOpenFit(HWND owner, std::string& path);
 bool promptSaveFit(HWND owner, std::string& path);
 bool promptSaveCsv(HWND owner, std::string& path);
-bool promptSavePng(HWND owner, std::string& path);
+bool promptSavePicture(HWND owner, std::string& path); // ".png" or ".svg"
 bool promptOpenProfile(HWND owner, std::string& path);
 bool promptSaveProfile(HWND owner, std::string& path);
 

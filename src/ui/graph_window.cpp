@@ -1,100 +1,131 @@
-// Messages of the graph window, and its picture as a file.
+// Messages of the graph window.
 #include "ui/graph_window.h"
 
-#include "core/files.h"
-#include "core/shown_text.h"
 #include "core/wide_text.h"
-#include "plot/draw_graph.h"
 #include "plot/graph.h"
-#include "ui/file_prompts.h"
+#include "plot/graph_view.h"
+#include "ui/graph_canvas.h"
+#include "ui/graph_output.h"
 #include "ui/main_window.h"
 #include "ui/message_box.h"
 #include "ui/paint_picture.h"
-#include "ui/png.h"
 #include "ui/resource_ids.h"
 #include "ui/window_place.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
-#include <vector>
 
 namespace torvane {
 
 namespace {
 
 constexpr wchar_t className[] = L"graph";
-constexpr UINT savePictureId = 0x100; // of the system's menu, which keeps the low four bits and all from 0xF000 on
 constexpr int droppedWidth = 160; // pixels of a list that hangs down: wider than its box, for the longest series name
+constexpr int readOutId = 7;
+
+// Of the system's menu as well, which keeps the low four bits and all from 0xF000 on.
+enum PictureCommand : UINT { copyPicture = 0xE0, printPicture = 0xF0, savePictureId = 0x100, firstAlong = 0x110 };
 
 struct GraphWindow {
     HWND window;
-    HFONT controlFont;
+    HWND readOut;
+    GdiObject<HFONT> controlFont;
     Graph graph;
+    GraphCanvas canvas;
+    int point = -1; // that is read out
 };
 
 GraphWindow graphWindow;
 RECT lastPlace; // of the last one, while the program runs
 
-// The graph as it is shown, for a device; to be deleted.
-HBITMAP drawBitmap(HDC screen, const RECT& client)
-{
-    HDC device = CreateCompatibleDC(screen);
-    HBITMAP bitmap = CreateCompatibleBitmap(screen, client.right, client.bottom);
-    HGDIOBJ before = SelectObject(device, bitmap);
-    FillRect(device, &client, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
-    paintPicture(device, drawGraph(graphWindow.graph, client.right, client.bottom));
-    SelectObject(device, before);
-    DeleteDC(device);
-    return bitmap;
-}
-
-// Painted off screen and copied, so that a resize does not flicker.
-void paintBuffered(HDC screen, const RECT& client)
-{
-    GdiObject bitmap(drawBitmap(screen, client));
-    HDC device = CreateCompatibleDC(screen);
-    HGDIOBJ before = SelectObject(device, bitmap);
-    BitBlt(screen, 0, 0, client.right, client.bottom, device, 0, 0, SRCCOPY);
-    SelectObject(device, before);
-    DeleteDC(device);
-}
-
-// As it is shown, without the lists above it.
-void savePicture(HWND window)
+SIZE clientSize(HWND window)
 {
     RECT client;
     GetClientRect(window, &client);
-    HDC screen = GetDC(window);
-    GdiObject bitmap(drawBitmap(screen, client));
-    ReleaseDC(window, screen);
-    std::string path;
-    EnableWindow(mainWindow.window, FALSE); // its commands would close the graph under the prompt
-    bool chosen = promptSavePng(window, path);
-    EnableWindow(mainWindow.window, TRUE);
-    if (!chosen)
-        return;
-    std::vector<uint8_t> png = pngOf(bitmap);
-    if (png.empty() || replaceFile(path, {png}) != FileResult::ok)
-        showMessageBox(window, "error", "failed to write a file '" + shownText(path) + "'");
+    return {client.right, client.bottom};
 }
 
-// The window has no menu but the system's, which its icon, Alt and the blank, and the right button open.
-void offerSaving(HWND window)
+// What the user sees and the screen reader tells.
+void showPoint(HWND window, int point)
+{
+    if (point == graphWindow.point)
+        return;
+    graphWindow.point = point;
+    SetWindowTextW(graphWindow.readOut, widen(readOut(graphWindow.graph, point)).c_str());
+    NotifyWinEvent(EVENT_OBJECT_NAMECHANGE, graphWindow.readOut, OBJID_CLIENT, CHILDID_SELF);
+    InvalidateRect(window, nullptr, FALSE);
+}
+
+void showAnew(HWND window)
+{
+    graphWindow.canvas.forget();
+    std::wstring text = widen(readOut(graphWindow.graph, graphWindow.point));
+    SetWindowTextW(graphWindow.readOut, text.c_str());
+    InvalidateRect(window, nullptr, TRUE);
+}
+
+void runPictureCommand(HWND window, UINT command)
+{
+    switch (command) {
+    case copyPicture:
+        return copyGraph(window, graphWindow.graph, clientSize(window));
+    case savePictureId:
+        return saveGraph(window, graphWindow.graph, clientSize(window));
+    case printPicture:
+        return printGraph(window, graphWindow.graph, clientSize(window));
+    default:
+        layAlong(graphWindow.graph, static_cast<int>((command - firstAlong) >> 4));
+        return showAnew(window);
+    }
+}
+
+void appendAlongs(HMENU menu)
+{
+    const GraphSeries& series = graphWindow.graph.series;
+    if (series.alongs < 2)
+        return;
+    AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
+    for (int i = 0; i < series.alongs && i < series.seriesCount(); ++i) {
+        UINT chosen = graphWindow.graph.axisSeries[axisX] == i ? MF_CHECKED : MF_UNCHECKED;
+        AppendMenuW(menu, MF_STRING | chosen, firstAlong + (static_cast<UINT>(i) << 4),
+                    (L"Along " + widen(series.seriesNames[static_cast<size_t>(i)])).c_str());
+    }
+}
+
+// Both of the right button's menu and of the system's, which icon, Alt and the blank open.
+void appendPictureCommands(HMENU menu)
+{
+    AppendMenuW(menu, MF_STRING, copyPicture, L"&Copy\tCtrl+Insert");
+    AppendMenuW(menu, MF_STRING, savePictureId, L"Save &Picture As ...");
+    AppendMenuW(menu, MF_STRING, printPicture, L"P&rint ...");
+}
+
+void offerPictureCommands(HWND window)
 {
     HMENU menu = GetSystemMenu(window, FALSE);
     AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
-    AppendMenuW(menu, MF_STRING, savePictureId, L"Save &Picture As ...");
+    appendPictureCommands(menu);
+}
+
+// A label of no size, by which a screen reader knows the control behind it.
+void nameNext(HWND window, const char* name)
+{
+    CreateWindowExW(0, L"STATIC", widen(name).c_str(), WS_CHILD | WS_VISIBLE, 0, 0, 0, 0, window, nullptr,
+                    mainWindow.instance, nullptr);
 }
 
 void createControl(HWND window, const GraphControl& control)
 {
     bool combo = control.label == nullptr;
+    if (combo)
+        nameNext(window, control.name);
     DWORD style = WS_CHILD | WS_VISIBLE | (combo ? CBS_DROPDOWNLIST | WS_VSCROLL | WS_TABSTOP : ES_READONLY);
     HWND made =
         CreateWindowExW(0, combo ? L"COMBOBOX" : L"EDIT", combo ? L"" : widen(control.label).c_str(), style, control.x,
                         control.y, control.width, control.height, window,
                         reinterpret_cast<HMENU>(static_cast<INT_PTR>(control.id)), mainWindow.instance, nullptr);
-    SendMessageW(made, WM_SETFONT, reinterpret_cast<WPARAM>(graphWindow.controlFont), TRUE);
+    SendMessageW(made, WM_SETFONT, reinterpret_cast<WPARAM>(static_cast<HFONT>(graphWindow.controlFont)), TRUE);
     for (const std::string& entry : control.entries)
         SendMessageW(made, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(widen(entry).c_str()));
     if (combo) {
@@ -103,12 +134,22 @@ void createControl(HWND window, const GraphControl& control)
     }
 }
 
+// Beside the lists, above the curves.
+void createReadOut(HWND window)
+{
+    graphWindow.readOut =
+        CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE | SS_NOPREFIX | SS_ENDELLIPSIS, 0, 0, 0, 0, window,
+                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(readOutId)), mainWindow.instance, nullptr);
+    SendMessageW(graphWindow.readOut, WM_SETFONT, reinterpret_cast<WPARAM>(static_cast<HFONT>(graphWindow.controlFont)),
+                 TRUE);
+}
+
 void showChoices(HWND window)
 {
     for (const GraphControl& control : graphControls(graphWindow.graph))
         if (control.label == nullptr)
             SendDlgItemMessageW(window, control.id, CB_SETCURSEL, static_cast<WPARAM>(control.selected), 0);
-    InvalidateRect(window, nullptr, TRUE);
+    showAnew(window);
 }
 
 LRESULT onCreate(HWND window, WPARAM, LPARAM)
@@ -116,36 +157,113 @@ LRESULT onCreate(HWND window, WPARAM, LPARAM)
     graphWindow.controlFont = createGraphFont(controlFontHeight, false);
     for (const GraphControl& control : graphControls(graphWindow.graph))
         createControl(window, control);
-    offerSaving(window);
+    createReadOut(window);
+    offerPictureCommands(window);
+    return 0;
+}
+
+LRESULT onSize(HWND window, WPARAM, LPARAM)
+{
+    int left = freeLeftOf(graphWindow.graph);
+    int right = static_cast<int>(clientSize(window).cx);
+    MoveWindow(graphWindow.readOut, left, controlTop, std::max(right - left - controlTop, 0), controlFontHeight + 2,
+               TRUE);
     return 0;
 }
 
 LRESULT onSystemCommand(HWND window, WPARAM wParam, LPARAM lParam)
 {
-    if ((wParam & 0xFFF0) != savePictureId)
+    UINT command = static_cast<UINT>(wParam & 0xFFF0);
+    if (command != copyPicture && command != savePictureId && command != printPicture)
         return DefWindowProcW(window, WM_SYSCOMMAND, wParam, lParam);
-    savePicture(window);
+    runPictureCommand(window, command);
     return 0;
 }
 
-LRESULT onRightClick(HWND window, WPARAM, LPARAM lParam)
+POINT menuPlace(HWND window, LPARAM lParam)
 {
     POINT at = {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
-    ClientToScreen(window, &at);
-    BOOL chosen =
-        TrackPopupMenu(GetSystemMenu(window, FALSE), TPM_RETURNCMD | TPM_RIGHTBUTTON, at.x, at.y, 0, window, nullptr);
+    if (lParam == -1) { // by the keyboard
+        at = {controlTop, controlTop};
+        ClientToScreen(window, &at);
+    }
+    return at;
+}
+
+LRESULT onContextMenu(HWND window, WPARAM, LPARAM lParam)
+{
+    HMENU menu = CreatePopupMenu();
+    appendPictureCommands(menu);
+    appendAlongs(menu);
+    POINT at = menuPlace(window, lParam);
+    BOOL chosen = TrackPopupMenu(menu, TPM_RETURNCMD | TPM_RIGHTBUTTON, at.x, at.y, 0, window, nullptr);
+    DestroyMenu(menu);
     if (chosen != 0)
-        PostMessageW(window, WM_SYSCOMMAND, static_cast<WPARAM>(chosen), 0);
+        PostMessageW(window, WM_COMMAND, static_cast<WPARAM>(chosen), 0);
     return 0;
 }
 
 LRESULT onCommand(HWND window, WPARAM wParam, LPARAM lParam)
 {
-    if (lParam == 0 || HIWORD(wParam) != CBN_SELCHANGE)
+    if (lParam == 0) {
+        runPictureCommand(window, LOWORD(wParam));
+        return 0;
+    }
+    if (HIWORD(wParam) != CBN_SELCHANGE)
         return DefWindowProcW(window, WM_COMMAND, wParam, lParam);
     LRESULT entry = SendMessageW(reinterpret_cast<HWND>(lParam), CB_GETCURSEL, 0, 0);
     chooseEntry(graphWindow.graph, LOWORD(wParam), static_cast<int>(entry));
     showChoices(window);
+    return 0;
+}
+
+LRESULT onMouseMove(HWND window, WPARAM, LPARAM lParam)
+{
+    TRACKMOUSEEVENT track = {sizeof track, TME_LEAVE, window, 0};
+    TrackMouseEvent(&track);
+    SIZE size = clientSize(window);
+    showPoint(window, nearestPoint(graphWindow.graph, size.cx, size.cy, static_cast<short>(LOWORD(lParam)),
+                                   static_cast<short>(HIWORD(lParam))));
+    return 0;
+}
+
+LRESULT onMouseLeave(HWND window, WPARAM, LPARAM)
+{
+    showPoint(window, -1);
+    return 0;
+}
+
+struct StepKey {
+    WPARAM key;
+    PointStep step;
+};
+
+constexpr StepKey stepKeys[] = {
+    {VK_LEFT, PointStep::back},     {VK_RIGHT, PointStep::forth}, {VK_PRIOR, PointStep::farBack},
+    {VK_NEXT, PointStep::farForth}, {VK_HOME, PointStep::first},  {VK_END, PointStep::last},
+};
+
+void stepTo(HWND window, PointStep step)
+{
+    TRACKMOUSEEVENT track = {sizeof track, TME_LEAVE | TME_CANCEL, window, 0};
+    TrackMouseEvent(&track); // a pointer that is seen to leave late would take the point away
+    SIZE size = clientSize(window);
+    showPoint(window, steppedPoint(graphWindow.graph, size.cx, size.cy, graphWindow.point, step));
+}
+
+LRESULT onKey(HWND window, WPARAM wParam, LPARAM lParam)
+{
+    for (const StepKey& row : stepKeys)
+        if (row.key == wParam)
+            stepTo(window, row.step);
+    if (wParam == VK_INSERT && GetKeyState(VK_CONTROL) < 0)
+        runPictureCommand(window, copyPicture);
+    return DefWindowProcW(window, WM_KEYDOWN, wParam, lParam);
+}
+
+LRESULT onSystemColours(HWND window, WPARAM, LPARAM)
+{
+    showAnew(window);
     return 0;
 }
 
@@ -167,10 +285,7 @@ LRESULT onPaint(HWND window, WPARAM, LPARAM)
 {
     PAINTSTRUCT paintStruct;
     HDC screen = BeginPaint(window, &paintStruct);
-    RECT client;
-    GetClientRect(window, &client);
-    if (client.right > 0 && client.bottom > 0)
-        paintBuffered(screen, client);
+    graphWindow.canvas.paint(screen, graphWindow.graph, clientSize(window), graphWindow.point);
     EndPaint(window, &paintStruct);
     return 0;
 }
@@ -180,16 +295,18 @@ LRESULT onEraseBackground(HWND, WPARAM, LPARAM)
     return 1; // painting covers everything
 }
 
-// The labels are read-only edit boxes: on the window's own white, not on the grey that such boxes have.
-LRESULT onLabelColour(HWND, WPARAM, LPARAM)
+// The labels are read-only edit boxes: on the window's own ground, not on the grey that such boxes have.
+LRESULT onLabelColour(HWND, WPARAM wParam, LPARAM)
 {
-    return reinterpret_cast<LRESULT>(GetStockObject(WHITE_BRUSH));
+    HDC device = reinterpret_cast<HDC>(wParam);
+    SetTextColor(device, GetSysColor(COLOR_WINDOWTEXT));
+    SetBkColor(device, GetSysColor(COLOR_WINDOW));
+    return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_WINDOW));
 }
 
 LRESULT onDestroy(HWND window, WPARAM, LPARAM)
 {
     lastPlace = returnPlace(window);
-    DeleteObject(graphWindow.controlFont);
     graphWindow = {};
     return 0;
 }
@@ -206,7 +323,12 @@ constexpr MessageRow messages[] = {
     {WM_COMMAND, onCommand},
     {WM_SYSCOMMAND, onSystemCommand},
     {WM_LBUTTONUP, onClick},
-    {WM_RBUTTONUP, onRightClick},
+    {WM_CONTEXTMENU, onContextMenu},
+    {WM_MOUSEMOVE, onMouseMove},
+    {WM_MOUSELEAVE, onMouseLeave},
+    {WM_KEYDOWN, onKey},
+    {WM_SIZE, onSize},
+    {WM_SYSCOLORCHANGE, onSystemColours},
     {WM_PAINT, onPaint},
     {WM_ERASEBKGND, onEraseBackground},
     {WM_CTLCOLORSTATIC, onLabelColour},
@@ -232,7 +354,7 @@ int registerGraphClass()
     windowClass.hInstance = mainWindow.instance;
     windowClass.hIcon = LoadIconW(mainWindow.instance, MAKEINTRESOURCEW(iconTorvane));
     windowClass.hCursor = LoadCursorW(nullptr, reinterpret_cast<LPCWSTR>(IDC_ARROW));
-    windowClass.hbrBackground = static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH));
+    windowClass.hbrBackground = GetSysColorBrush(COLOR_WINDOW);
     windowClass.lpszClassName = className;
     if (RegisterClassExW(&windowClass) != 0)
         return 0;
@@ -266,6 +388,28 @@ void closeGraphWindow()
 {
     if (graphWindow.window != nullptr)
         DestroyWindow(graphWindow.window);
+}
+
+HWND graphWindowHandle()
+{
+    return graphWindow.window;
+}
+
+bool takeGraphKey(const MSG& message)
+{
+    HWND window = graphWindow.window;
+    if (window == nullptr || message.message != WM_KEYDOWN ||
+        (message.hwnd != window && !IsChild(window, message.hwnd)))
+        return false;
+    if (message.wParam == VK_TAB && GetKeyState(VK_CONTROL) >= 0) {
+        if (HWND next = GetNextDlgTabItem(window, GetFocus(), GetKeyState(VK_SHIFT) < 0))
+            SetFocus(next);
+        return true;
+    }
+    if (message.wParam != VK_ESCAPE || SendMessageW(message.hwnd, CB_GETDROPPEDSTATE, 0, 0) != 0)
+        return false;
+    closeGraphWindow();
+    return true;
 }
 
 void raiseGraphWindow()

@@ -12,6 +12,10 @@ int registerGraphClass();
 int openGraphWindow();
 
 void closeGraphWindow();
+HWND graphWindowHandle(); // null: there is none
+
+// Of the message loop, before a message goes to its window: Tab goes through the lists, Esc closes. True: it was that.
+bool takeGraphKey(const MSG& message);
 
 // Above the main window again, which comes to the front when one of its panes takes the focus.
 void raiseGraphWindow();

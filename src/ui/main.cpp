@@ -5,6 +5,7 @@
 #include "core/parameter_file.h"
 #include "core/screens.h"
 #include "core/shown_text.h"
+#include "ui/graph_window.h"
 #include "ui/main_window.h"
 #include "ui/menu.h"
 #include "ui/message_box.h"
@@ -48,6 +49,8 @@ int runMessageLoop(HACCEL accelerators)
             showMessageBox(nullptr, "error", "GetMessage Error");
             return 1;
         }
+        if (takeGraphKey(message))
+            continue;
         if (TranslateAcceleratorW(mainWindow.window, accelerators, &message))
             continue;
         TranslateMessage(&message);
@@ -100,6 +103,7 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int)
     ParameterBlock defaults;
     ParametersLoaded loaded = loadParameters(mainWindow.session.screens, mainWindow.parameterPath, defaults);
     startFrom(mainWindow.session, defaults);
+    mainWindow.session.keepsRideCurves = true;
     mainWindow.writesParameters = loaded == ParametersLoaded::ready;
     readKept();
     int result = loaded != ParametersLoaded::failed ? runWindow(place.isNews) : 1;

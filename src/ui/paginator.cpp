@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cwchar>
-#include <utility>
 
 namespace torvane {
 
@@ -86,19 +85,6 @@ void breakText(PaneLayout& layout, HDC printer, int width)
 
 } // namespace
 
-PaneLayout::PaneLayout(PaneLayout&& other) noexcept
-    : text(std::move(other.text)), lines(std::move(other.lines)), font(std::exchange(other.font, nullptr)),
-      colour(other.colour), left(other.left), top(other.top), lineHeight(other.lineHeight), tabWidth(other.tabWidth),
-      linesPerPage(other.linesPerPage)
-{
-}
-
-PaneLayout::~PaneLayout()
-{
-    if (font != nullptr)
-        DeleteObject(font);
-}
-
 int PaneLayout::pageCount() const
 {
     return (static_cast<int>(lines.size()) + linesPerPage - 1) / linesPerPage;
@@ -109,7 +95,7 @@ PaneLayout layOutPane(HWND pane, HDC printer, int margin)
     PaneLayout layout;
     CHARFORMATW format = formatOf(pane);
     layout.text = paneText(pane);
-    layout.font = createPrinterFont(format, printer);
+    layout.font = GdiObject(createPrinterFont(format, printer));
     layout.colour = format.dwEffects & CFE_AUTOCOLOR ? 0 : format.crTextColor;
     int across = GetDeviceCaps(printer, LOGPIXELSX);
     int down = GetDeviceCaps(printer, LOGPIXELSY);

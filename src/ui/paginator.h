@@ -2,7 +2,7 @@
 // where a line is wider than the paper.
 #pragma once
 
-#include "ui/win32.h"
+#include "ui/gdi_object.h"
 
 #include <string>
 #include <string_view>
@@ -13,18 +13,12 @@ namespace torvane {
 struct PaneLayout {
     std::wstring text;
     std::vector<std::wstring_view> lines; // into text, as they are printed
-    HFONT font = nullptr;
+    GdiObject<HFONT> font;
     COLORREF colour = 0;
     int left = 0, top = 0; // device units, of the first line
     int lineHeight = 1;
     int tabWidth = 1;
     int linesPerPage = 1;
-
-    PaneLayout() = default;
-    PaneLayout(PaneLayout&& other) noexcept;
-    PaneLayout(const PaneLayout&) = delete;
-    PaneLayout& operator=(const PaneLayout&) = delete;
-    ~PaneLayout();
 
     int pageCount() const;
 };

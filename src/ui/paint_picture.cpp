@@ -3,54 +3,87 @@
 
 #include "core/wide_text.h"
 
-#include <span>
 #include <string>
 #include <variant>
+#include <vector>
 
 namespace torvane {
 
 namespace {
 
-void paint(HDC device, const PictureLine& line)
-{
-    GdiObject pen(CreatePen(PS_SOLID, line.width, line.colour));
-    HGDIOBJ before = SelectObject(device, pen);
-    MoveToEx(device, line.points.front().x, line.points.front().y, nullptr);
-    for (const Pixel& point : std::span(line.points).subspan(1))
-        LineTo(device, point.x, point.y);
-    SelectObject(device, before);
-}
+struct Painter {
+    HDC device;
+    const Ground& ground;
 
-void paint(HDC device, const PictureBox& box)
-{
-    GdiObject brush(CreateSolidBrush(box.fill));
-    RECT place = {box.left, box.top, box.right, box.bottom};
-    FillRect(device, &place, brush);
-}
+    void operator()(const PictureLine& line) const
+    {
+        GdiObject pen(CreatePen(PS_SOLID, line.width, colourOn(ground, line.colour)));
+        HGDIOBJ before = SelectObject(device, pen);
+        std::vector<POINT> points;
+        points.reserve(line.points.size());
+        for (const Pixel& point : line.points)
+            points.push_back({point.x, point.y});
+        Polyline(device, points.data(), static_cast<int>(points.size()));
+        SelectObject(device, before);
+    }
 
-void paint(HDC device, const PictureText& text)
+    void operator()(const PictureBox& box) const
+    {
+        GdiObject brush(CreateSolidBrush(colourOn(ground, box.fill)));
+        RECT place = {box.left, box.top, box.right, box.bottom};
+        FillRect(device, &place, brush);
+    }
+
+    void operator()(const PictureText& text) const
+    {
+        GdiObject font = createGraphFont(text.height, text.emphasized);
+        HGDIOBJ before = SelectObject(device, font);
+        SetTextColor(device, colourOn(ground, text.colour));
+        std::wstring wide = widen(text.text);
+        TextOutW(device, text.at.x, text.at.y, wide.c_str(), static_cast<int>(wide.size()));
+        SelectObject(device, before);
+    }
+};
+
+// Units of the picture onto pixels of the place.
+void scaleTo(HDC device, const Picture& picture, const RECT& place)
 {
-    GdiObject font(createGraphFont(text.height, text.emphasized));
-    HGDIOBJ before = SelectObject(device, font);
-    SetTextColor(device, text.colour);
-    std::wstring wide = widen(text.text);
-    TextOutW(device, text.at.x, text.at.y, wide.c_str(), static_cast<int>(wide.size()));
-    SelectObject(device, before);
+    SetMapMode(device, MM_ANISOTROPIC);
+    SetWindowExtEx(device, picture.width, picture.height, nullptr);
+    SetViewportExtEx(device, place.right - place.left, place.bottom - place.top, nullptr);
+    SetViewportOrgEx(device, place.left, place.top, nullptr);
 }
 
 } // namespace
 
-HFONT createGraphFont(int height, bool emphasized)
+GdiObject<HFONT> createGraphFont(int height, bool emphasized)
 {
-    return CreateFontW(height, 0, 0, 0, FW_NORMAL, emphasized, emphasized, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
-                       CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, VARIABLE_PITCH | FF_SWISS, L"Arial");
+    return GdiObject(CreateFontW(height, 0, 0, 0, FW_NORMAL, emphasized, emphasized, FALSE, DEFAULT_CHARSET,
+                                 OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, VARIABLE_PITCH | FF_SWISS,
+                                 L"Arial"));
 }
 
-void paintPicture(HDC device, const Picture& picture)
+Ground systemGround()
 {
+    Ground ground = groundOf(GetSysColor(COLOR_WINDOW), GetSysColor(COLOR_WINDOWTEXT));
+    HIGHCONTRASTW contrast = {};
+    contrast.cbSize = sizeof contrast;
+    if (SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0) &&
+        (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0)
+        ground.faint = GetSysColor(COLOR_HOTLIGHT); // lighter letters would be against its purpose
+    return ground;
+}
+
+void paintPicture(HDC device, const Picture& picture, const RECT& place, const Ground& ground)
+{
+    if (picture.width <= 0 || picture.height <= 0)
+        return;
+    int saved = SaveDC(device);
+    scaleTo(device, picture, place);
     SetBkMode(device, TRANSPARENT);
     for (const PictureItem& item : picture.items)
-        std::visit([device](const auto& shape) { paint(device, shape); }, item);
+        std::visit(Painter{device, ground}, item);
+    RestoreDC(device, saved);
 }
 
 } // namespace torvane

@@ -32,22 +32,6 @@ void freeAnswer(const PRINTDLGW& dialog)
         GlobalFree(dialog.hDevNames);
 }
 
-// Device context of the chosen, or the default, printer; null when there is none.
-HDC askPrinter(HWND owner, DWORD flags)
-{
-    PRINTDLGW dialog = {};
-    dialog.lStructSize = sizeof dialog;
-    dialog.hwndOwner = owner;
-    dialog.Flags = flags | PD_RETURNDC;
-    dialog.nCopies = 1;
-    dialog.nFromPage = dialog.nMinPage = 1;
-    dialog.nToPage = dialog.nMaxPage = 65535;
-    if (!PrintDlgW(&dialog))
-        return nullptr;
-    freeAnswer(dialog);
-    return dialog.hDC;
-}
-
 void printPageNumber(HDC printer, int page)
 {
     std::wstring text = widen(formatText("-- %d --", page));
@@ -119,6 +103,21 @@ void printDocument(HWND pane, HDC printer)
 }
 
 } // namespace
+
+HDC askPrinter(HWND owner, DWORD flags)
+{
+    PRINTDLGW dialog = {};
+    dialog.lStructSize = sizeof dialog;
+    dialog.hwndOwner = owner;
+    dialog.Flags = flags | PD_RETURNDC;
+    dialog.nCopies = 1;
+    dialog.nFromPage = dialog.nMinPage = 1;
+    dialog.nToPage = dialog.nMaxPage = 65535;
+    if (!PrintDlgW(&dialog))
+        return nullptr;
+    freeAnswer(dialog);
+    return dialog.hDC;
+}
 
 int setPrintWidth(HWND pane)
 {

@@ -9,6 +9,10 @@ namespace torvane {
 // printer to ask.
 int setPrintWidth(HWND pane);
 
+// Device context of the printer that the user chooses, or of the default one, by the flags of the system's dialog; null
+// when there is none. To be deleted.
+HDC askPrinter(HWND owner, DWORD flags);
+
 // Asks for a printer and prints all of a pane. 1 always; a cancelled question prints nothing.
 int printPane(HWND owner, HWND pane);
 

@@ -13,26 +13,6 @@
 
 namespace torvane {
 
-// Frees a GDI object with the scope that made it.
-template <typename Handle>
-class GdiObject {
-public:
-    explicit GdiObject(Handle made) : handle(made) {}
-    ~GdiObject()
-    {
-        DeleteObject(handle);
-    }
-    GdiObject(const GdiObject&) = delete;
-    GdiObject& operator=(const GdiObject&) = delete;
-    operator Handle() const
-    {
-        return handle;
-    }
-
-private:
-    Handle handle;
-};
-
 // A message and the function that answers it: a window procedure is a table of these.
 struct MessageRow {
     UINT message;
