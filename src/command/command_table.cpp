@@ -243,6 +243,7 @@ constexpr Command commands[] = {
     windowCommand(commandOpenUpper, "Open Upper", '1'),
     windowCommand(commandOpenLower, "Open Lower", '2'),
     windowCommand(commandPageSetUp, "Page SetUp"),
+    windowCommand(commandManual, "Manual"),
     sheetCommand(commandProfile, "Setup Profile", "rider, bicycle and motor, page by page", 'P', Sheet::profile,
                  commitProfile, finishProfile, "profile"),
     profileCommand(commandLoadProfile, "Load Profile Data", "take rider, bicycle and conditions from a profile file",

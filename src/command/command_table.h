@@ -123,8 +123,9 @@ bool worksOnLoadedRide(const Command& command);
 // Whether a command that ended with this status did what it is for, warnings included.
 bool succeeded(const Command& command, ResultStatus status);
 
-// The menu bar, in order. A menu or submenu holds what follows it up to its end.
-enum class MenuKind : uint8_t { menu, submenu, end, command, separator };
+// The menu bar, in order. A menu or submenu holds what follows it up to its end; a submenu of recent files holds them
+// for its command.
+enum class MenuKind : uint8_t { menu, submenu, end, command, separator, recent };
 
 struct MenuItem {
     MenuKind kind;

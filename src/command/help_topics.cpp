@@ -15,7 +15,7 @@ struct Topic {
 };
 
 constexpr Topic topics[] = {
-    {commandAbout, commandPageSetUp, "the-desktop-program"},
+    {commandAbout, commandManual, "the-desktop-program"},
     {commandProfile, commandSaveProfile, "your-own-bicycle"},
     {commandCondition, commandCondition, "conditions"},
     {commandPreference, commandPreference, "preferences"},

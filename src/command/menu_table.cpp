@@ -52,6 +52,7 @@ constexpr MenuItem menus[] = {
     {command, nullptr, commandProfile},
     {separator},
     {command, nullptr, commandLoadProfile},
+    {recent, "Recent Profiles", commandLoadProfile},
     {command, nullptr, commandSaveProfile},
     {separator},
     {command, nullptr, commandCondition},
@@ -78,6 +79,7 @@ constexpr MenuItem menus[] = {
     {separator},
     {command, nullptr, commandOneStroke},
     {command, nullptr, commandRide},
+    {recent, "Recent Rides", commandRide},
     {command, nullptr, commandCourse},
     {command, nullptr, commandCalibrate},
     {separator},
@@ -94,7 +96,16 @@ constexpr MenuItem menus[] = {
     {command, nullptr, commandPreference},
     {end},
 
+    {menu, "Tools(&T)"},
+    {command, nullptr, commandTimestamp},
+    {command, nullptr, commandFieldDump},
+    {separator},
+    {command, nullptr, commandOpenUpper},
+    {command, nullptr, commandOpenLower},
+    {end},
+
     {menu, "Help(&H)"},
+    {command, nullptr, commandManual},
     {command, nullptr, commandAbout},
     {end},
 };

@@ -1,5 +1,7 @@
 #include "command/recent_files.h"
 
+#include "core/text.h"
+
 #include <algorithm>
 
 namespace torvane {
@@ -28,6 +30,15 @@ size_t folderLength(std::string_view path)
 {
     size_t end = path.find_last_of("\\/");
     return end == path.npos ? 0 : end;
+}
+
+// As a menu shows it.
+std::string doubled(std::string_view path)
+{
+    std::string text;
+    for (char c : path)
+        text.append(c == '&' ? 2 : 1, c);
+    return text;
 }
 
 void keepIfNew(EntryFile& file, std::string_view name, std::string_view value)
@@ -62,12 +73,11 @@ void rememberFile(EntryFile& file, RecentKind kind, std::string_view path)
 std::string recentLabel(size_t place, std::string_view path)
 {
     size_t end = folderLength(path);
-    std::string name(path.substr(end == 0 ? 0 : end + 1));
-    std::string text = name + (end == 0 ? "" : "  (" + std::string(path.substr(0, end)) + ")");
-    for (size_t at = 0; (at = text.find('&', at)) != text.npos; at += 2)
-        text.insert(at, "&");
-    std::string number = std::to_string(place + 1);
-    return number.insert(number.size() - 1, "&") + " " + text; // the last digit: "1&0"
+    std::string text = place + 1 < mostRecent ? formatText("&%d", static_cast<int>(place + 1)) : std::string("1&0");
+    text += ' ' + doubled(path.substr(end == 0 ? 0 : end + 1));
+    if (end != 0)
+        text += "  (" + doubled(path.substr(0, end)) + ')';
+    return text;
 }
 
 std::string keptFolder(const EntryFile& file, std::string_view use)

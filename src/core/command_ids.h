@@ -23,6 +23,7 @@ enum CommandId : int {
     commandOpenUpper,
     commandOpenLower,
     commandPageSetUp,
+    commandManual,
 
     // Settings
     commandProfile = 321,

@@ -1,11 +1,14 @@
 // The system's open and save dialogs.
 #include "ui/file_prompts.h"
 
+#include "command/recent_files.h"
 #include "core/file_kind.h"
 #include "core/wide_text.h"
+#include "ui/main_window.h"
 #include "ui/path_guard.h"
 
 #include <cwchar>
+#include <string_view>
 
 namespace torvane {
 
@@ -17,6 +20,7 @@ struct Prompt {
     const wchar_t* extension;
     DWORD flags;
     bool saves;
+    std::string_view use; // by which its last folder is kept
 };
 
 constexpr wchar_t fitFilter[] = L"fit file(*.fit)\0*.fit\0all files (*.*)\0*.*\0";
@@ -30,17 +34,17 @@ constexpr wchar_t textFilter[] = L"rich text format (*.rtf)\0 *.rtf\0plane text 
 constexpr DWORD openFlags = OFN_HIDEREADONLY | OFN_FILEMUSTEXIST;
 constexpr DWORD saveFlags = OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT;
 
-constexpr Prompt openFit = {fitFilter, L"open file selected", nullptr, openFlags, false};
-constexpr Prompt openRide = {rideFilter, L"open file selected", nullptr, openFlags, false};
+constexpr Prompt openFit = {fitFilter, L"open file selected", nullptr, openFlags, false, "Fit"};
+constexpr Prompt openRide = {rideFilter, L"open file selected", nullptr, openFlags, false, "Ride"};
 // The default extension has always been "tcx", whatever is saved.
-constexpr Prompt saveFit = {fitFilter, L"save file as ...", L"tcx", saveFlags, true};
-constexpr Prompt saveCsv = {csvFilter, L"save file as ...", L"tcx", saveFlags, true};
-constexpr Prompt savePicture = {pictureFilter, nullptr, L"png", saveFlags | OFN_PATHMUSTEXIST, true};
-constexpr Prompt saveCourse = {courseFilter, L"save file as ...", L"fit", saveFlags, true};
-constexpr Prompt openProfile = {profileFilter, nullptr, L"pro", openFlags, false};
-constexpr Prompt saveProfile = {profileFilter, nullptr, L"pro", saveFlags, true};
-constexpr Prompt openText = {textFilter, nullptr, L"rtf", OFN_HIDEREADONLY | OFN_PATHMUSTEXIST, false};
-constexpr Prompt saveText = {textFilter, nullptr, L"rtf", saveFlags | OFN_PATHMUSTEXIST, true};
+constexpr Prompt saveFit = {fitFilter, L"save file as ...", L"tcx", saveFlags, true, "SavedFit"};
+constexpr Prompt saveCsv = {csvFilter, L"save file as ...", L"tcx", saveFlags, true, "Table"};
+constexpr Prompt savePicture = {pictureFilter, nullptr, L"png", saveFlags | OFN_PATHMUSTEXIST, true, "Picture"};
+constexpr Prompt saveCourse = {courseFilter, L"save file as ...", L"fit", saveFlags, true, "Course"};
+constexpr Prompt openProfile = {profileFilter, nullptr, L"pro", openFlags, false, "Profile"};
+constexpr Prompt saveProfile = {profileFilter, nullptr, L"pro", saveFlags, true, "Profile"};
+constexpr Prompt openText = {textFilter, nullptr, L"rtf", OFN_HIDEREADONLY | OFN_PATHMUSTEXIST, false, "Text"};
+constexpr Prompt saveText = {textFilter, nullptr, L"rtf", saveFlags | OFN_PATHMUSTEXIST, true, "Text"};
 
 bool run(HWND owner, const Prompt& prompt, std::string& path, DWORD* filter)
 {
@@ -48,6 +52,8 @@ bool run(HWND owner, const Prompt& prompt, std::string& path, DWORD* filter)
     std::wstring offered = widen(path);
     if (offered.size() < promptCapacity)
         wcscpy(buffer, offered.c_str());
+    EntryFile& kept = mainWindow.session.kept;
+    std::wstring folder = widen(keptFolder(kept, prompt.use));
     OPENFILENAMEW dialog = {};
     dialog.lStructSize = sizeof dialog;
     dialog.hwndOwner = owner;
@@ -55,6 +61,7 @@ bool run(HWND owner, const Prompt& prompt, std::string& path, DWORD* filter)
     dialog.nFilterIndex = filter != nullptr && *filter != 0 ? *filter : 1;
     dialog.lpstrFile = buffer;
     dialog.nMaxFile = promptCapacity;
+    dialog.lpstrInitialDir = path.empty() && !folder.empty() ? folder.c_str() : nullptr;
     dialog.lpstrTitle = prompt.title;
     dialog.lpstrDefExt = prompt.extension;
     dialog.Flags = prompt.flags | OFN_NOCHANGEDIR;
@@ -62,6 +69,7 @@ bool run(HWND owner, const Prompt& prompt, std::string& path, DWORD* filter)
     if (!(prompt.saves ? GetSaveFileNameW(&dialog) : GetOpenFileNameW(&dialog)))
         return false;
     path = narrow(buffer);
+    keepFolderOf(kept, prompt.use, path);
     if (filter != nullptr)
         *filter = dialog.nFilterIndex;
     return true;

@@ -2,11 +2,13 @@
 // meaning.
 #include "ui/form_dialog.h"
 
+#include "command/help_topics.h"
 #include "command/kept_entries.h"
 #include "command/settings_command.h"
 #include "core/wide_text.h"
 #include "ui/form_controls.h"
 #include "ui/form_hints.h"
+#include "ui/help.h"
 #include "ui/main_window.h"
 #include "ui/message_box.h"
 
@@ -81,6 +83,9 @@ INT_PTR CALLBACK dialogProcedure(HWND dialog, UINT message, WPARAM wParam, LPARA
         return onCommand(dialog, wParam);
     case WM_NOTIFY:
         return onNotify(dialog, lParam);
+    case WM_HELP:
+        showManual(dialog, manualAnchorOfForm(formOf(dialog).state.form->id));
+        return TRUE;
     default:
         return FALSE;
     }

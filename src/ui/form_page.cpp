@@ -2,11 +2,13 @@
 // nothing and keeps none of the others from being applied; the sheet opens again on it, with all that was entered.
 #include "ui/form_page.h"
 
+#include "command/help_topics.h"
 #include "command/settings_command.h"
 #include "core/wide_text.h"
 #include "forms/form.h"
 #include "ui/form_controls.h"
 #include "ui/form_hints.h"
+#include "ui/help.h"
 #include "ui/main_window.h"
 #include "ui/message_box.h"
 
@@ -128,6 +130,9 @@ INT_PTR CALLBACK pageProcedure(HWND page, UINT message, WPARAM wParam, LPARAM lP
         return onCommand(page, wParam);
     case WM_NOTIFY:
         return onNotify(page, lParam);
+    case WM_HELP:
+        showManual(page, manualAnchorOfForm(pageOf(page)->form->id));
+        return TRUE;
     default:
         return FALSE;
     }

@@ -3,10 +3,10 @@
 
 #include "command/settings_command.h"
 #include "forms/form.h"
-#include "ui/dropped_ride.h"
 #include "ui/file_prompts.h"
 #include "ui/form_dialog.h"
 #include "ui/form_page.h"
+#include "ui/given_file.h"
 #include "ui/graph_window.h"
 #include "ui/main_window.h"
 #include "ui/menu.h"
@@ -31,11 +31,9 @@ bool askSheet(const Command& command)
     return true;
 }
 
-bool runEntry(const Command& command)
+bool ask(const Command& command)
 {
-    if (isGreyed(command.id)) // by the run that it waited for
-        return false;
-    if (std::optional<bool> entered = enterDropped(command))
+    if (std::optional<bool> entered = enterGiven(command))
         return *entered;
     switch (command.entry) {
     case Entry::immediate:
@@ -52,6 +50,14 @@ bool runEntry(const Command& command)
         return promptOpenFit(mainWindow.window, mainWindow.session.chosenRide);
     }
     return false;
+}
+
+bool runEntry(const Command& command)
+{
+    if (isGreyed(command.id) || !ask(command)) // greyed by the run that it waited for
+        return false;
+    rememberEntry(command);
+    return true;
 }
 
 void focusPane(bool lower)

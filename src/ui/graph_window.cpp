@@ -6,6 +6,7 @@
 #include "plot/graph_view.h"
 #include "ui/graph_canvas.h"
 #include "ui/graph_output.h"
+#include "ui/help.h"
 #include "ui/main_window.h"
 #include "ui/message_box.h"
 #include "ui/paint_picture.h"
@@ -261,6 +262,12 @@ LRESULT onKey(HWND window, WPARAM wParam, LPARAM lParam)
     return DefWindowProcW(window, WM_KEYDOWN, wParam, lParam);
 }
 
+LRESULT onHelpKey(HWND window, WPARAM, LPARAM)
+{
+    showManual(window, "the-desktop-program");
+    return TRUE;
+}
+
 LRESULT onSystemColours(HWND window, WPARAM, LPARAM)
 {
     showAnew(window);
@@ -329,6 +336,7 @@ constexpr MessageRow messages[] = {
     {WM_KEYDOWN, onKey},
     {WM_SIZE, onSize},
     {WM_SYSCOLORCHANGE, onSystemColours},
+    {WM_HELP, onHelpKey},
     {WM_PAINT, onPaint},
     {WM_ERASEBKGND, onEraseBackground},
     {WM_CTLCOLORSTATIC, onLabelColour},

@@ -5,7 +5,7 @@
 #include "core/parameter_file.h"
 #include "core/screens.h"
 #include "core/shown_text.h"
-#include "ui/graph_window.h"
+#include "ui/focus_ring.h"
 #include "ui/main_window.h"
 #include "ui/menu.h"
 #include "ui/message_box.h"
@@ -13,6 +13,8 @@
 #include "ui/status_line.h"
 #include "ui/win32.h"
 #include "ui/window_place.h"
+
+#include <ole2.h>
 
 namespace torvane {
 
@@ -49,7 +51,7 @@ int runMessageLoop(HACCEL accelerators)
             showMessageBox(nullptr, "error", "GetMessage Error");
             return 1;
         }
-        if (takeGraphKey(message))
+        if (takeWindowKey(message))
             continue;
         if (TranslateAcceleratorW(mainWindow.window, accelerators, &message))
             continue;
@@ -77,6 +79,7 @@ int runWindow(bool tellsPlace)
     if (tellsPlace)
         setStatusLine("status : defaults are kept in '" + shownText(mainWindow.parameterPath) + "'");
     HACCEL accelerators = buildAccelerators();
+    watchDialogKeys();
     int result = runMessageLoop(accelerators);
     DestroyAcceleratorTable(accelerators);
     return result;
@@ -106,7 +109,10 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int)
     mainWindow.session.keepsRideCurves = true;
     mainWindow.writesParameters = loaded == ParametersLoaded::ready;
     readKept();
+    OleInitialize(nullptr); // the panes copy by it
     int result = loaded != ParametersLoaded::failed ? runWindow(place.isNews) : 1;
+    OleFlushClipboard(); // what was copied outlives the program
+    OleUninitialize();
     ReleaseMutex(mutex);
     CloseHandle(mutex);
     return result;

@@ -5,9 +5,11 @@
 #include "command/settings_command.h"
 #include "core/parameter_file.h"
 #include "report/profile_report.h"
-#include "ui/dropped_ride.h"
 #include "ui/front_end.h"
+#include "ui/gdi_object.h"
+#include "ui/given_file.h"
 #include "ui/graph_window.h"
+#include "ui/help.h"
 #include "ui/menu.h"
 #include "ui/message_box.h"
 #include "ui/resource_ids.h"
@@ -63,9 +65,18 @@ LRESULT onCommand(HWND window, WPARAM wParam, LPARAM lParam)
     // Notifications of the panes carry their ids in the same place, and their handle beside it.
     if (lParam != 0)
         return DefWindowProcW(window, WM_COMMAND, wParam, lParam);
+    if (openRecent(LOWORD(wParam)))
+        return 0;
+    mainWindow.lastCommand = LOWORD(wParam);
     mainWindow.protocol.handleCommand(LOWORD(wParam));
     flushScreens();
     return 0;
+}
+
+LRESULT onMenuOpens(HWND window, WPARAM wParam, LPARAM lParam)
+{
+    fillRecentMenu(reinterpret_cast<HMENU>(wParam));
+    return DefWindowProcW(window, WM_INITMENUPOPUP, wParam, lParam);
 }
 
 LRESULT onSize(HWND window, WPARAM, LPARAM)
@@ -89,7 +100,7 @@ LRESULT onClose(HWND window, WPARAM, LPARAM)
     if (mainWindow.writesKept && kept.changed && !writeEntryFile(entryFilePath(mainWindow.parameterPath), kept))
         showMessageBox(window, "alert", "failed to write Torvane.settings");
     closeGraphWindow();
-    for (HWND child : {screenSet.upperScreen, screenSet.lowerScreen, screenSet.statusBar})
+    for (HWND child : {screenSet.upperScreen, screenSet.lowerScreen, screenSet.statusBar, screenSet.splitter})
         DestroyWindow(child);
     screenSet = {};
     DestroyWindow(window);
@@ -122,8 +133,9 @@ LRESULT onSetFocus(HWND, WPARAM, LPARAM)
 }
 
 constexpr MessageRow messages[] = {
-    {WM_CREATE, onCreate},   {WM_COMMAND, onCommand},   {WM_SIZE, onSize},         {WM_CLOSE, onClose},
-    {WM_DESTROY, onDestroy}, {WM_SETFOCUS, onSetFocus}, {WM_ACTIVATE, onActivate}, {WM_DROPFILES, onDropFiles},
+    {WM_CREATE, onCreate},   {WM_COMMAND, onCommand},         {WM_SIZE, onSize},         {WM_CLOSE, onClose},
+    {WM_DESTROY, onDestroy}, {WM_SETFOCUS, onSetFocus},       {WM_ACTIVATE, onActivate}, {WM_DROPFILES, onDropFiles},
+    {WM_HELP, onHelp},       {WM_INITMENUPOPUP, onMenuOpens},
 };
 
 const MessageRow* findRow(UINT message)
@@ -136,8 +148,22 @@ const MessageRow* findRow(UINT message)
     return nullptr;
 }
 
+// Of those that this program's wrappers hold: for whoever watches it in long use.
+UINT countsMessage()
+{
+    static UINT message = RegisterWindowMessageW(L"Torvane.counts");
+    return message;
+}
+
+LRESULT livingObjects(WPARAM kind)
+{
+    return kind < gdiKindCount ? livingGdiObjects[kind] : -1;
+}
+
 LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
+    if (message == countsMessage())
+        return livingObjects(wParam);
     const MessageRow* row = findRow(message);
     return row != nullptr ? row->handle(window, wParam, lParam) : DefWindowProcW(window, message, wParam, lParam);
 }

@@ -20,7 +20,8 @@ struct MainWindow {
     std::string parameterPath; // UTF-8, settled at start
     bool writesParameters;     // at the end, where the start could read them
     bool writesKept;           // the same of the entry file beside
-    std::string droppedRide;   // UTF-8, between the drop and the entry of its command
+    std::string givenFile;     // UTF-8, in place of a dialog or prompt, up to the entry of its command
+    int lastCommand;           // that the user has chosen, 0 none
 };
 
 extern MainWindow mainWindow;

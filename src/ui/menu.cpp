@@ -2,7 +2,9 @@
 #include "ui/menu.h"
 
 #include "command/command_table.h"
+#include "command/recent_files.h"
 #include "core/wide_text.h"
+#include "ui/given_file.h"
 #include "ui/main_window.h"
 
 #include <string>
@@ -26,6 +28,15 @@ void appendCommand(HMENU menu, int id)
         return;
     AppendMenuW(menu, MF_STRING | MF_ENABLED, static_cast<UINT_PTR>(id),
                 widen(command->label + keyText(*command)).c_str());
+}
+
+constexpr int firstRecent = 0x5000, recentOfKind = 0x20; // ids of entries, above those of all commands
+
+HMENU recentRides, recentProfiles;
+
+std::vector<std::string> recentOf(RecentKind kind)
+{
+    return recentFiles(mainWindow.session.kept, kind);
 }
 
 HMENU openSubmenu(HMENU parent, const char* label)
@@ -52,12 +63,41 @@ HMENU buildMenu()
         case MenuKind::command:
             appendCommand(open.back(), item.command);
             break;
+        case MenuKind::recent:
+            (item.command == commandRide ? recentRides : recentProfiles) = openSubmenu(open.back(), item.label);
+            break;
         case MenuKind::separator:
             AppendMenuW(open.back(), MF_SEPARATOR, 0, nullptr);
             break;
         }
     }
     return open.front();
+}
+
+void fillRecentMenu(HMENU menu)
+{
+    if (menu != recentRides && menu != recentProfiles)
+        return;
+    RecentKind kind = menu == recentRides ? RecentKind::rides : RecentKind::profiles;
+    while (DeleteMenu(menu, 0, MF_BYPOSITION))
+        continue;
+    std::vector<std::string> paths = recentOf(kind);
+    int id = firstRecent + recentOfKind * static_cast<int>(kind);
+    for (size_t i = 0; i < paths.size(); ++i)
+        AppendMenuW(menu, MF_STRING, static_cast<UINT_PTR>(id) + i, widen(recentLabel(i, paths[i])).c_str());
+    if (paths.empty())
+        AppendMenuW(menu, MF_STRING | MF_GRAYED, 0, L"none yet");
+}
+
+bool openRecent(int id)
+{
+    if (id < firstRecent || id >= firstRecent + 2 * recentOfKind)
+        return false;
+    std::vector<std::string> paths = recentOf(static_cast<RecentKind>((id - firstRecent) / recentOfKind));
+    size_t place = static_cast<size_t>((id - firstRecent) % recentOfKind);
+    if (place < paths.size())
+        openGiven(paths[place]);
+    return true;
 }
 
 HACCEL buildAccelerators()

@@ -8,6 +8,12 @@ namespace torvane {
 // Commands that are not built yet come out greyed.
 HMENU buildMenu();
 HACCEL buildAccelerators();
+
+// A menu of recent files as it opens; any other stays as it is.
+void fillRecentMenu(HMENU menu);
+// Whether the id is that of an entry there; its file is opened.
+bool openRecent(int id);
+
 void enableMenuCommand(int id, bool enabled);
 bool isGreyed(int id); // false for a command without an entry
 

@@ -6,6 +6,7 @@
 #include "core/wide_text.h"
 #include "ui/main_window.h"
 #include "ui/message_box.h"
+#include "ui/pane_control.h"
 #include "ui/screen_set.h"
 #include "ui/status_line.h"
 
@@ -141,6 +142,7 @@ LRESULT onSetText(HWND, WPARAM wParam, LPARAM lParam)
 {
     Pane pane = paneOf(wParam);
     clearPane(paneWindow(pane));
+    setEditable(paneWindow(pane), false); // what was opened for editing is gone
     if (!textOf(lParam).empty())
         SetWindowTextW(paneWindow(pane), widen(textOf(lParam)).c_str());
     return 0;
@@ -149,6 +151,7 @@ LRESULT onSetText(HWND, WPARAM wParam, LPARAM lParam)
 LRESULT onAppendText(HWND, WPARAM wParam, LPARAM lParam)
 {
     HWND pane = paneWindow(paneOf(wParam));
+    PaneWriting writing(pane);
     // A click during a run may have moved the caret away from the end.
     CHARRANGE end = {std::numeric_limits<LONG>::max(), std::numeric_limits<LONG>::max()};
     SendMessageW(pane, EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&end));

@@ -14,6 +14,11 @@ void installScreens(HWND window);
 // Hands over what is still gathered. Either thread; called before a command is seen to end.
 void flushScreens();
 
+// Asks the present run to end at its next step; with none nothing happens.
+void stopRun();
+// Of the window thread before a run begins: it has not been asked yet.
+void allowRun();
+
 // The private messages that carry the calls; rows of the main window's procedure.
 std::span<const MessageRow> screenMessages();
 

@@ -9,6 +9,7 @@
 #include "ui/file_prompts.h"
 #include "ui/main_window.h"
 #include "ui/message_box.h"
+#include "ui/pane_control.h"
 #include "ui/screen_set.h"
 
 #include <algorithm>
@@ -144,6 +145,7 @@ int readIntoPane(HWND pane)
     bool upper = pane == screenSet.upperScreen;
     clearPane(pane);
     pane = upper ? screenSet.upperScreen : screenSet.lowerScreen;
+    setEditable(pane, true);
     bool rich = screenFile.format == richTextFormat;
     bool read = rich ? streamIn(pane, SF_RTF, bytes) : streamInPlain(pane, bytes);
     markSaved(pane);

@@ -5,9 +5,13 @@
 #include "ui/display.h"
 #include "ui/main_window.h"
 #include "ui/message_box.h"
+#include "ui/pane_control.h"
 #include "ui/print_pane.h"
+#include "ui/screen_bridge.h"
+#include "ui/splitter.h"
 #include "ui/status_line.h"
 
+#include <algorithm>
 #include <cwchar>
 
 namespace torvane {
@@ -19,7 +23,7 @@ namespace {
 constexpr int lowerScreenId = 201;
 constexpr int upperScreenId = 202;
 constexpr int statusBarId = 203;
-constexpr int upperHeight = 150;
+constexpr int stopId = 205;
 constexpr int statusBorder = 2; // its empty upper edge, which the lower pane may cover
 constexpr int progressTop = 7;
 constexpr int progressHeight = 11;
@@ -38,11 +42,20 @@ HWND createPane(HWND window, int id, RECT place)
     if (pane == nullptr)
         return nullptr;
     SendMessageW(pane, EM_EXLIMITTEXT, 0, textLimit);
+    attachPane(pane);
     return pane;
 }
 
-HWND createShownPane(HWND window, int id, RECT place)
+// A label of no size, by which a screen reader knows the pane behind it.
+void nameNext(HWND window, const wchar_t* name)
 {
+    CreateWindowExW(0, L"STATIC", name, WS_CHILD | WS_VISIBLE, 0, 0, 0, 0, window, nullptr, mainWindow.instance,
+                    nullptr);
+}
+
+HWND createShownPane(HWND window, int id, const wchar_t* name, RECT place)
+{
+    nameNext(window, name);
     HWND pane = createPane(window, id, place);
     if (pane == nullptr)
         return nullptr;
@@ -69,15 +82,19 @@ int heightOf(HWND child)
     return place.bottom - place.top;
 }
 
+int bottomOfPanes(const RECT& client)
+{
+    return static_cast<int>(client.bottom) - heightOf(screenSet.statusBar) + scaled(statusBorder);
+}
+
 RECT upperPlace(const RECT& client)
 {
-    return {client.left, client.top, client.left + client.right, client.top + scaled(upperHeight)};
+    return {client.left, client.top, client.left + client.right, client.top + upperPaneHeightIn(bottomOfPanes(client))};
 }
 
 RECT lowerPlace(const RECT& client)
 {
-    return {client.left, client.top + scaled(upperHeight), client.left + client.right,
-            client.bottom - heightOf(screenSet.statusBar) + scaled(statusBorder)};
+    return {client.left, upperPlace(client).bottom, client.left + client.right, bottomOfPanes(client)};
 }
 
 void move(HWND child, const RECT& place)
@@ -92,6 +109,34 @@ RECT progressPlace()
     LONG left = bar.right / 10;
     LONG top = scaled(progressTop);
     return {left, top, left + bar.right * 4 / 5, top + scaled(progressHeight)};
+}
+
+// Behind the bar, up to the grip.
+RECT stopPlace()
+{
+    RECT bar = progressPlace(), whole;
+    GetClientRect(screenSet.statusBar, &whole);
+    LONG gap = scaled(4);
+    return {bar.right + gap, scaled(3), std::max(whole.right - scaled(18), bar.right + gap), whole.bottom - scaled(1)};
+}
+
+// What it notifies goes to the status bar.
+LRESULT CALLBACK statusProcedure(HWND bar, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR)
+{
+    if (message == WM_COMMAND && reinterpret_cast<HWND>(lParam) == screenSet.stopButton)
+        stopRun();
+    return DefSubclassProc(bar, message, wParam, lParam);
+}
+
+void createStopButton()
+{
+    screenSet.stopButton = CreateWindowExW(0, L"BUTTON", L"Stop", WS_CHILD | BS_PUSHBUTTON, 0, 0, 0, 0,
+                                           screenSet.statusBar, reinterpret_cast<HMENU>(static_cast<INT_PTR>(stopId)),
+                                           mainWindow.instance, nullptr);
+    SendMessageW(screenSet.stopButton, WM_SETFONT,
+                 static_cast<WPARAM>(SendMessageW(screenSet.statusBar, WM_GETFONT, 0, 0)), FALSE);
+    SetWindowSubclass(screenSet.statusBar, statusProcedure, 1, 0);
+    move(screenSet.stopButton, stopPlace());
 }
 
 CHARFORMATW formatOf(HWND pane)
@@ -135,6 +180,7 @@ void replacePane(HWND pane)
     (pane == screenSet.upperScreen ? screenSet.upperScreen : screenSet.lowerScreen) = fresh;
     if (mainWindow.lastFocus == pane)
         mainWindow.lastFocus = fresh;
+    SetWindowPos(fresh, pane, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE); // behind the same label
     ShowWindow(fresh, SW_SHOW);
     if (GetFocus() == pane)
         SetFocus(fresh);
@@ -148,9 +194,10 @@ int createScreens(HWND window)
     RECT client;
     GetClientRect(window, &client);
     screenSet.statusBar = createStatusBar(window);
-    screenSet.upperScreen = createShownPane(window, upperScreenId, upperPlace(client));
-    screenSet.lowerScreen = createShownPane(window, lowerScreenId, lowerPlace(client));
-    if (!screenSet.upperScreen || !screenSet.lowerScreen || !screenSet.statusBar) {
+    screenSet.upperScreen = createShownPane(window, upperScreenId, L"upper screen", upperPlace(client));
+    screenSet.lowerScreen = createShownPane(window, lowerScreenId, L"lower screen", lowerPlace(client));
+    screenSet.splitter = registerSplitterClass() == 0 ? createSplitter(window) : nullptr;
+    if (!screenSet.upperScreen || !screenSet.lowerScreen || !screenSet.statusBar || !screenSet.splitter) {
         showMessageBox(window, "alert", "failed to create child windows");
         return -1;
     }
@@ -168,6 +215,7 @@ int createProgressBar()
         showMessageBox(mainWindow.window, "alert", "failed to create progress bar");
         return -1;
     }
+    createStopButton();
     SendMessageW(screenSet.progressBar, PBM_SETRANGE32, 0, 100);
     SendMessageW(screenSet.progressBar, PBM_SETSTEP, 1, 0);
     return 0;
@@ -180,11 +228,13 @@ void layoutScreens(HWND window)
     MoveWindow(screenSet.statusBar, 0, 0, 0, 0, TRUE); // it aligns itself to the bottom
     move(screenSet.upperScreen, upperPlace(client));
     move(screenSet.lowerScreen, lowerPlace(client));
+    placeSplitter(screenSet.splitter, static_cast<int>(upperPlace(client).bottom), static_cast<int>(client.right));
 }
 
 void layoutProgressBar()
 {
     move(screenSet.progressBar, progressPlace());
+    move(screenSet.stopButton, stopPlace());
 }
 
 HWND paneWindow(Pane pane)

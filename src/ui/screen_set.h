@@ -11,6 +11,8 @@ struct ScreenSet {
     HWND upperScreen;
     HWND lowerScreen;
     HWND statusBar;
+    HWND splitter;    // over the edges where the panes meet
+    HWND stopButton;  // likewise, beside the progress bar
     HWND progressBar; // child of statusBar, hidden while nothing long runs
     bool paperWide;   // lines of the panes are as wide as the printer's paper
 };

@@ -29,6 +29,7 @@ void refresh()
 {
     SetWindowTextW(screenSet.statusBar, widen(shownText()).c_str());
     ShowWindow(screenSet.progressBar, line.inProgress && line.waiting.empty() ? SW_SHOW : SW_HIDE);
+    ShowWindow(screenSet.stopButton, line.inProgress ? SW_SHOW : SW_HIDE);
     UpdateWindow(screenSet.progressBar);
 }
 
@@ -52,6 +53,11 @@ void setStatusProgress(int percent)
     SendMessageW(screenSet.progressBar, PBM_SETPOS, static_cast<WPARAM>(percent), 0);
     if (!line.waiting.empty())
         refresh();
+}
+
+bool isProgressShown()
+{
+    return line.inProgress;
 }
 
 void setWaitingLine(std::string_view waiting)

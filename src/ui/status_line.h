@@ -9,6 +9,7 @@ namespace torvane {
 void setStatusLine(std::string_view status);
 void showStatusProgress(bool visible);
 void setStatusProgress(int percent);
+bool isProgressShown();
 // Empty: none waits any more.
 void setWaitingLine(std::string_view waiting);
 

@@ -3,6 +3,7 @@
 
 #include "core/command_ids.h"
 #include "ui/font_choice.h"
+#include "ui/help.h"
 #include "ui/main_window.h"
 #include "ui/page_setup.h"
 #include "ui/print_pane.h"
@@ -17,6 +18,11 @@ namespace {
 void about(HWND)
 {
     runAboutDialog(mainWindow.window);
+}
+
+void manual(HWND)
+{
+    showManual(mainWindow.window, "");
 }
 
 void exitProgram(HWND)
@@ -80,6 +86,7 @@ constexpr HWND ScreenSet::*lower = &ScreenSet::lowerScreen;
 // Both font commands of the lower pane change all of its text, as ever.
 constexpr WindowCommand commands[] = {
     {commandAbout, about, upper, false},
+    {commandManual, manual, upper, false},
     {commandExit, exitProgram, upper, false},
     {commandFontSelectedUpper, chooseFontOfSelection, upper, false},
     {commandFontAllUpper, chooseFontOfAll, upper, false},

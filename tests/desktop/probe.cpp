@@ -21,6 +21,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <fstream>
 #include <iostream>
 #include <sstream>
 #include <string>
@@ -225,6 +226,54 @@ std::string answerDrop(std::istream& line)
     return posted ? "true" : "false";
 }
 
+std::string clipboardText()
+{
+    HANDLE data = GetClipboardData(CF_UNICODETEXT);
+    const void* text = data != nullptr ? GlobalLock(data) : nullptr;
+    std::string narrowed = text != nullptr ? torvane::narrow(static_cast<const wchar_t*>(text)) : std::string();
+    if (text != nullptr)
+        GlobalUnlock(data);
+    return narrowed;
+}
+
+std::string answerClipboard(std::istream&)
+{
+    if (!OpenClipboard(nullptr))
+        return "null";
+    std::ostringstream json;
+    json << R"({"text":)" << quoted(clipboardText());
+    if (HANDLE data = GetClipboardData(CF_DIB)) {
+        auto* header = static_cast<const BITMAPINFOHEADER*>(GlobalLock(data));
+        json << R"(,"picture":[)" << header->biWidth << ',' << header->biHeight << ']';
+        GlobalUnlock(data);
+    }
+    json << '}';
+    CloseClipboard();
+    return json.str();
+}
+
+BOOL CALLBACK collectWithChildren(HWND window, LPARAM list)
+{
+    collect(window, list);
+    return EnumChildWindows(window, collect, list), TRUE;
+}
+
+// What of a program is alive: pens, brushes, fonts, bitmaps as it tells itself, and all windows of its thread.
+std::string answerCounts(std::istream& line)
+{
+    HWND window = handleFrom(line);
+    UINT message = RegisterWindowMessageW(L"Torvane.counts");
+    std::ostringstream json;
+    json << '[';
+    for (WPARAM kind = 0; kind < 4; ++kind)
+        json << SendMessageW(window, message, kind, 0) << ',';
+    std::vector<HWND> windows;
+    EnumThreadWindows(GetWindowThreadProcessId(window, nullptr), collectWithChildren,
+                      reinterpret_cast<LPARAM>(&windows));
+    json << windows.size() << ']';
+    return json.str();
+}
+
 struct Question {
     const char* name;
     std::string (*answer)(std::istream& line);
@@ -233,7 +282,8 @@ struct Question {
 constexpr Question questions[] = {
     {"windows", answerWindows}, {"children", answerChildren}, {"text", answerText}, {"items", answerItems},
     {"focus", answerFocus},     {"front", answerFront},       {"next", answerNext}, {"page", answerPage},
-    {"close", answerClose},     {"command", answerCommand},   {"drop", answerDrop},
+    {"close", answerClose},     {"command", answerCommand},   {"drop", answerDrop}, {"clipboard", answerClipboard},
+    {"counts", answerCounts},
 };
 
 std::string answer(const std::string& text)
@@ -249,8 +299,18 @@ std::string answer(const std::string& text)
 
 } // namespace
 
-int main()
+// In place of a browser: leaves what it was asked to open beside itself.
+int noteAddress(const char* program, const char* address)
 {
+    std::string path = program;
+    std::ofstream(path.substr(0, path.find_last_of("\\/") + 1) + "opened.txt") << address;
+    return 0;
+}
+
+int main(int count, char** words)
+{
+    if (count > 1)
+        return noteAddress(words[0], words[1]);
     std::string line;
     while (std::getline(std::cin, line)) {
         std::string reply = answer(line) + "\n";
