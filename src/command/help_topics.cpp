@@ -64,6 +64,9 @@ std::string_view manualAnchorOfForm(int formId)
     for (const Command& command : commandTable())
         if (command.form == formId || holdsPage(command, formId))
             return manualAnchor(command.id);
+    for (const Form* parent : allForms())
+        if (std::ranges::any_of(parent->rows, [=](const Row& row) { return row.child == formId; }))
+            return manualAnchorOfForm(parent->id);
     return {};
 }
 

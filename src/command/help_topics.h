@@ -7,7 +7,7 @@ namespace torvane {
 
 // The anchor of a heading of the manual; empty: its beginning. 0 is no command.
 std::string_view manualAnchor(int commandId);
-// Of a form: a dialog's command, a page's sheet.
+// Of a form: a dialog's command, a page's sheet, what a button of another opens as that.
 std::string_view manualAnchorOfForm(int formId);
 
 } // namespace torvane

@@ -1,5 +1,5 @@
-// Keys that belong to no window alone. F6 and Ctrl+Tab: the keyboard goes round the panes, the graph and an open dialog.
-// Esc, where no dialog is open, stops what runs.
+// Keys that belong to no window alone. F6 and Ctrl+Tab: the keyboard goes round the panes, the graph and an open
+// dialog. Esc, where no dialog is open, stops what runs.
 #pragma once
 
 #include "ui/win32.h"

@@ -107,9 +107,16 @@ constexpr MessageRow messages[] = {
     {messageOpenWaiting, onMessage<&Protocol::openWaiting>},
 };
 
+// The last thing before the worker takes a command up.
+void beginRun()
+{
+    allowRun();
+    closeGraphWindow();
+}
+
 constexpr FrontEnd frontEnd = {
     .runEntry = runEntry,
-    .closeGraph = closeGraphWindow,
+    .closeGraph = beginRun,
     .openGraph = [] { openGraphWindow(); },
     .enableCommand = enableMenuCommand,
     .focusPane = focusPane,

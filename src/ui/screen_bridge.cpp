@@ -40,6 +40,7 @@ struct Gathered {
 };
 
 HWND target;
+StopRequest stopRequest;
 Gathered gathered[2]; // by Pane
 
 Gathered& gatheredFor(Pane pane)
@@ -211,7 +212,18 @@ void installScreens(HWND window)
         .showProgress = showProgressBar,
         .setProgress = setProgressBar,
         .showMessage = showBox,
+        .stop = &stopRequest,
     };
+}
+
+void stopRun()
+{
+    stopRequest.ask();
+}
+
+void allowRun()
+{
+    stopRequest.withdraw();
 }
 
 void flushScreens()

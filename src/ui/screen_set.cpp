@@ -130,9 +130,9 @@ LRESULT CALLBACK statusProcedure(HWND bar, UINT message, WPARAM wParam, LPARAM l
 
 void createStopButton()
 {
-    screenSet.stopButton = CreateWindowExW(0, L"BUTTON", L"Stop", WS_CHILD | BS_PUSHBUTTON, 0, 0, 0, 0,
-                                           screenSet.statusBar, reinterpret_cast<HMENU>(static_cast<INT_PTR>(stopId)),
-                                           mainWindow.instance, nullptr);
+    screenSet.stopButton =
+        CreateWindowExW(0, L"BUTTON", L"Stop", WS_CHILD | BS_PUSHBUTTON, 0, 0, 0, 0, screenSet.statusBar,
+                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(stopId)), mainWindow.instance, nullptr);
     SendMessageW(screenSet.stopButton, WM_SETFONT,
                  static_cast<WPARAM>(SendMessageW(screenSet.statusBar, WM_GETFONT, 0, 0)), FALSE);
     SetWindowSubclass(screenSet.statusBar, statusProcedure, 1, 0);
