@@ -366,7 +366,7 @@ class TrackMap extends View {
                 continue;
             if (!Number.isNaN(far))
                 paths[next] += pathOf(next === kind ? [to] : [from, to]).replace("M", next === kind ? "L" : "M");
-            [kind, from] = [Number.isNaN(to[0] + to[1]) ? -1 : next, to];
+            [kind, from] = [Number.isNaN(far) ? -1 : next, to];
         }
         return paths;
     }
