@@ -76,6 +76,8 @@ after(() => Promise.all(Object.values(opened).map(browser => browser.close())));
 // Opens a page, calls `look` with it, and holds that it said nothing and asked for nothing.
 async function visit(browser, name, {width = 1024, mode = "light", scripts = true} = {}, look) {
     const page = await opened[browser].newPage(), said = [], asked = [];
+    if (browser === "chromium")
+        await countProcessorTime(page);
     page.on("console", message => said.push(message.text()));
     page.on("pageerror", error => said.push(String(error)));
     page.on("request", request => asked.push(request.url()));
@@ -95,6 +97,13 @@ async function visit(browser, name, {width = 1024, mode = "light", scripts = tru
         assert.deepEqual(asked.filter(one => one !== url && !one.startsWith("data:")), [], `${name} in ${browser}`);
         await page.close();
     }
+}
+
+async function countProcessorTime(page) {
+    const client = await page.createCDPSession();
+    await client.send("Performance.disable");
+    await client.send("Performance.enable", {timeDomain: "threadTicks"});
+    page.spent = async () => (await client.send("Performance.getMetrics")).metrics.find(one => one.name === "TaskDuration").value;
 }
 
 const frames = page => page.evaluate(() =>
@@ -121,13 +130,15 @@ function assertRow(text, rows) {
 for (const browser of Object.keys(browsers)) {
     test(`${browser}: the cursor reads out what the rows tell, by mouse, touch and keys`, () =>
         visit(browser, file("ride.html"), {}, async page => {
-            const rows = rowsOf(file("ride.csv")), plot = await page.$("figure.chart .plot"), box = await plot.boundingBox();
+            const rows = rowsOf(file("ride.csv")), plot = await page.$("figure.chart .plot");
+            await plot.scrollIntoView();
+            const box = await plot.boundingBox();
             for (let i = 0; i < 10; ++i) {
                 const x = box.x + 60 + (box.width - 100) * i / 9, y = box.y + 60;
                 await (browser === "chromium" && i % 2 ? page.touchscreen.tap(x, y) : page.mouse.move(x, y));
                 await frames(page);
                 const checked = (await readouts(page)).filter(text => text.startsWith("Distance")).map(text => assertRow(text, rows));
-                assert.ok(checked.reduce((sum, one) => sum + one) >= 5, `${checked}`);
+                assert.ok(checked.reduce((sum, one) => sum + one, 0) >= 5, `${checked}`);
             }
         }));
 
@@ -151,7 +162,7 @@ for (const browser of Object.keys(browsers)) {
                 svg => svg.querySelectorAll(".curve, .band, .dots").length);
             await boxes.focus();
             const shown = await curves();
-            await page.keyboard.press("Space");
+            await page.keyboard.press(" ");
             assert.equal(await curves(), shown - 1);
         }));
 
@@ -214,19 +225,20 @@ test("on paper nothing is cut", async () => {
         });
 });
 
-// Times are of the processor within the page: what others do on the machine at the same time does not count.
+// Times are of the processor, of the page's thread: what others do on the machine at the same time does not count.
 test("a long ride opens within a second and follows at 30 frames a second", async t => {
     for (const count of records) {
         const ride = writeRide(`long-${count}.gpx`, count), page = file(`long-${count}.html`);
         run("--page", page, "ride", ride);
         await visit("chromium", page, {}, async page => {
-            const spent = async () => (await page.metrics()).TaskDuration, open = await spent(), moves = 60;
-            const box = await (await page.$("figure.chart .plot")).boundingBox();
+            const open = await page.spent(), moves = 60, plot = await page.$("figure.chart .plot");
+            await plot.scrollIntoView();
+            const box = await plot.boundingBox();
             for (let i = 0; i < moves; ++i) {
                 await page.mouse.move(box.x + 60 + i * 10, box.y + 60);
                 await frames(page);
             }
-            const move = (await spent() - open) / moves, size = statSync(file(`long-${count}.html`)).size / 1e6;
+            const move = (await page.spent() - open) / moves, size = statSync(file(`long-${count}.html`)).size / 1e6;
             t.diagnostic(`${count} records: ${size.toFixed(2)} MB, opens in ${open.toFixed(2)} s, ${(move * 1000).toFixed(1)} ms a move`);
             assert.ok(size < 3 && open < 1 && move < 1 / 30, `${size} ${open} ${move}`);
         });
