@@ -94,13 +94,13 @@ function roomy([low, high], zero) {
 
 // Labels that would stand on one another are left out.
 function bottomAxis(x, name, top, bottom) {
-    const group = shape("g", {}, words(name, (x.start + x.end) / 2, bottom + 34, "middle"));
+    const group = shape("g", {}, words(name, (x.start + x.end) / 2, bottom + 36, "middle"));
     let free = -Infinity;
     for (const tick of x.ticks) {
         const at = x.at(tick), half = x.text(tick).length * letter / 2;
         group.append(shape("path", {d: `M${at},${top}V${bottom}`, class: "grid"}));
         if (at - half >= free)
-            group.append(words(x.text(tick), at, bottom + 16, "middle"));
+            group.append(words(x.text(tick), at, bottom + 18, "middle"));
         free = at - half >= free ? at + half + letter : free;
     }
     return group;
@@ -344,7 +344,7 @@ class TrackMap extends View {
     }
     // The hundredth part at each end does not spread the colours.
     track() {
-        const {values, unit, label} = this.shown[0], there = values.filter(value => !Number.isNaN(value)).sort();
+        const {values, unit} = this.shown[0], there = values.filter(value => !Number.isNaN(value)).sort();
         const [low = 0, high = 0] = [0.01, 0.99].map(part => there[Math.floor(there.length * part)]);
         const step = value => Math.floor((value - low) / (high - low || 1) * rampSteps);
         const shade = value => Number.isNaN(value) ? rampSteps : Math.max(0, Math.min(rampSteps - 1, step(value)));
@@ -354,7 +354,7 @@ class TrackMap extends View {
         return [shape("path", {d: paths.join(""), class: "casing"}), words(from, 0, 17, "start"),
             ...paths.map((d, i) => inked(d, i < rampSteps ? `r${i}` : "quiet", "track")),
             ...paths.slice(1).map((_, i) => shape("rect", {x: after + i * 12, ...sample, ...inkOf(`r${i}`)})),
-            words(`${to} ${unit} ${label.toLowerCase()}`, after + rampSteps * 12 + 6, 17, "start")];
+            words(`${to} ${unit}`, after + rampSteps * 12 + 6, 17, "start")];
     }
     // One for each colour; what moves less than a pixel in the same colour is left out.
     paths(classOf) {
