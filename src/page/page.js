@@ -94,13 +94,13 @@ function roomy([low, high], zero) {
 
 // Labels that would stand on one another are left out.
 function bottomAxis(x, name, top, bottom) {
-    const group = shape("g", {}, words(name, (x.start + x.end) / 2, bottom + 36, "middle"));
+    const group = shape("g", {}, words(name, (x.start + x.end) / 2, bottom + 37, "middle"));
     let free = -Infinity;
     for (const tick of x.ticks) {
         const at = x.at(tick), half = x.text(tick).length * letter / 2;
         group.append(shape("path", {d: `M${at},${top}V${bottom}`, class: "grid"}));
         if (at - half >= free)
-            group.append(words(x.text(tick), at, bottom + 18, "middle"));
+            group.append(words(x.text(tick), at, bottom + 20, "middle"));
         free = at - half >= free ? at + half + letter : free;
     }
     return group;
@@ -265,13 +265,13 @@ class Chart extends View {
         const buckets = half ? this.size : Math.min(this.size, Math.ceil(this.width / 2));
         const pile = (half || kind === "stack") && piles(this.x.values, this.shown, buckets, half * 0.92);
         this.ys = new Map(units.map(unit => {
-            const values = this.shown.filter(series => series.unit === unit).map(series => series.values);
+            const those = this.shown.filter(one => one.unit === unit), values = those.map(one => one.values);
             const range = roomy(pile ? pile.range : extent(values), pile || zero !== undefined);
-            return [unit, axis(range, [bottom, top])];
+            return [unit, axis(range, [bottom, top], {time: those[0].time})];
         }));
         const room = (y, unit) => Math.max(5, unit.length, ...y.ticks.map(tick => y.text(tick).length)) * letter + 10;
         const [left, wide = 24] = [...this.ys].map(([unit, y]) => room(y, unit)), right = this.width - wide;
-        const [low, high] = extent([this.x.values]), count = Math.max(3, this.width / 90);
+        const [low, high] = extent([this.x.values]), count = Math.max(3, this.width / 70);
         const x = axis([low - half, high + half], [left || 24, right], {log, time: this.x.time, count});
         this.pixels = this.x.values.map(x.at);
         this.heights = kind === "scatter" && this.shown[0]?.values.map(this.ys.get(units[0]).at);
@@ -351,7 +351,7 @@ class TrackMap extends View {
         const paths = this.paths(i => shade(values[i]));
         const [from, to] = [low, high].map(value => value.toFixed(high - low < 10 ? 1 : 0));
         const after = from.length * letter + 8, sample = {y: 8, width: 12, height: 10, class: "band"};
-        return [shape("path", {d: paths.join(""), class: "casing"}), words(from, 0, 17, "start"),
+        return [shape("path", {d: paths.join(""), class: "casing"}), words(from, 2, 17, "start"),
             ...paths.map((d, i) => inked(d, i < rampSteps ? `r${i}` : "quiet", "track")),
             ...paths.slice(1).map((_, i) => shape("rect", {x: after + i * 12, ...sample, ...inkOf(`r${i}`)})),
             words(`${to} ${unit}`, after + rampSteps * 12 + 6, 17, "start")];

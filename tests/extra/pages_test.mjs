@@ -195,14 +195,14 @@ function overlaps() {
         const texts = [...svg.querySelectorAll("text")].map(text => ({text: text.textContent, box: text.getBoundingClientRect()}));
         const out = texts.filter(({box}) => box.left < edge.left - 1 || box.right > edge.right + 1);
         const on = texts.flatMap((a, i) => texts.slice(0, i).filter(b => touch(a.box, b.box)).map(b => ({text: `${b.text} on ${a.text}`})));
-        return [...out, ...on].map(({text}) => text);
+        return [...out.map(({text, box}) => `${text} at ${box.left - edge.left} of ${edge.width}`), ...on.map(({text}) => text)];
     });
 }
 
 test("without scripts the pictures and the tables are there", async () => {
     for (const name of Object.keys(pages))
         await visit("chromium", file(`${name}.html`), {scripts: false}, async page => {
-            const shown = await page.$$eval("figure svg", all => all.filter(svg => svg.querySelector("polyline, path, rect") &&
+            const shown = await page.$$eval(".chart svg, .map svg", all => all.filter(svg => svg.querySelector("polyline, path, rect") &&
                 svg.getBoundingClientRect().height > 50).length);
             assert.equal(shown, (await page.$$("figure.chart, figure.map")).length, name);
             assert.ok(shown && (await page.$$("table tbody tr")).length, name);
