@@ -9,6 +9,9 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <map>
+#include <set>
+#include <string>
 
 namespace torvane {
 namespace {
@@ -54,6 +57,27 @@ TEST(GraphSeries, complaints)
         graph.graphKind = kind;
         graph.seriesNames.resize(static_cast<size_t>(series));
         EXPECT_EQ(checkGraphSeries(graph), complaint) << kind << " with " << series;
+    }
+}
+
+// Lines of one unit are drawn on one scale, or each on its own; lines of two units never on one.
+TEST(GraphSeries, scalesGoByUnits)
+{
+    for (GraphLayout layout : {GraphLayout::frequencyBand, GraphLayout::process, GraphLayout::braking,
+                               GraphLayout::rolling, GraphLayout::corneringBand, GraphLayout::course}) {
+        GraphSeries graph;
+        beginGraphSeries(graph, layout, 0);
+        std::map<int, std::set<std::string>> unitsOfScale;
+        std::map<std::string, std::set<int>> scalesOfUnit;
+        for (size_t i = 0; i < graph.seriesNames.size(); ++i) {
+            std::string unit = graph.seriesNames[i].substr(graph.seriesNames[i].find_last_of(" ("));
+            unitsOfScale[graph.scaleGroup[i]].insert(unit);
+            scalesOfUnit[unit].insert(graph.scaleGroup[i]);
+        }
+        for (const auto& [scale, units] : unitsOfScale)
+            EXPECT_TRUE(scale == 0 || units.size() == 1) << graph.seriesNames[1] << ' ' << scale;
+        for (const auto& [unit, scales] : scalesOfUnit)
+            EXPECT_EQ(scales.size(), 1u) << graph.seriesNames[1] << ' ' << unit;
     }
 }
 

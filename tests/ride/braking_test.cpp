@@ -51,6 +51,25 @@ TEST_F(BrakingTest, pedalsThatTurnTooFastLeaveTheRunToTheBrakes)
     EXPECT_EQ(ride->log.rows[static_cast<size_t>(ride->log.sampleCount)].velocity, ride->in.endVelocity);
 }
 
+TEST_F(BrakingTest, aDecelerationThatNeedsThemMeetsWhatIsWanted)
+{
+    block.rideLegTime[2] = 5.0;
+    block.rideDistance[2] = 60.0;
+    block.rideAccele[2] = -3.0;
+    block.rideGravity[2] = -0.3;
+    constexpr std::tuple<int, double RideFigures::*, double, double> cases[] = {
+        {decelerationSectorTime, &RideFigures::sectorTime, 5.0, 0.01},
+        {decelerationDistance, &RideFigures::distance, 60.0, 0.1},
+        {decelerationAccele, &RideFigures::accele, -3.0, 0.01},
+        {decelerationGravity, &RideFigures::accele, -0.3 * 9.80665, 0.01}};
+    for (auto [target, figure, wanted, tolerance] : cases) {
+        ASSERT_EQ(run(rideDeceleration, target).status, 0u) << target;
+        EXPECT_EQ(ride->found.drive.thrustMode, thrustByBraking);
+        EXPECT_NEAR(ride->found.*figure, wanted, tolerance) << target;
+        EXPECT_NEAR(ride->found.accele * ride->found.sectorTime, -40.0 / 3.6, 0.02) << target; // from 70 to 30 kph
+    }
+}
+
 TEST_F(BrakingTest, constantVelocityTurnsTheHillIntoHeat)
 {
     block.expressGraph = 1;
@@ -85,6 +104,7 @@ TEST_F(BrakingTest, intervalsRepeatAndTheRestIsRidden)
             EXPECT_NEAR(sectors[i].velocity, kph(30), 1e-12);
             EXPECT_NEAR(sectors[i - 1].velocity, sectors[i - 3].velocity, 1e-3);
             EXPECT_NEAR(sectors[i].heat[0] - sectors[i - 2].heat[0], sectors[1].heat[0], 0.001);
+            EXPECT_NEAR(sectors[i].residual[0], sectors[i].heat[0] + sectors[i].radiate[0], 1e-12);
         }
     }
 }
@@ -104,7 +124,34 @@ TEST_F(BrakingTest, theCurvesOfIntervalsRunOn)
         bool coasting = g.value(i, 1) > g.value(i - 1, 1);
         ASSERT_TRUE(!coasting || g.value(i, 3) <= g.value(i - 1, 3)) << i;
     }
-    EXPECT_NEAR(g.value(g.pointCount() - 1, 3), ride->log.sectors.back().brake[0], 0.2);
+    for (int wheel : {0, 1})
+        EXPECT_NEAR(g.value(g.pointCount() - 1, 3 + wheel), ride->log.sectors.back().brake[wheel], 0.2);
+}
+
+// A way that ends while the brakes are on: over steps of 3 cm, less than the run takes in one of its own, the square of
+// the velocity falls evenly, and the time grows by the way over the velocity.
+TEST_F(BrakingTest, aWayThatEndsInBrakingIsCutWithinAStep)
+{
+    constexpr double step = 0.03; // m
+    SectorRow last = {};
+    double fall = 0.0;
+    for (int i = 0; i < 10; ++i) {
+        block.totalDistance = 290.0 + i * step;
+        ASSERT_EQ(run(ridePatternBraking, 3).status, 0u);
+        ASSERT_EQ(ride->log.sectors.size(), 2u);
+        const SectorRow& row = ride->log.sectors.back();
+        double square = row.velocity * row.velocity, before = last.velocity * last.velocity;
+        if (i > 1) {
+            EXPECT_NEAR(before - square, fall, 0.02 * fall) << i;
+        }
+        if (i > 0) {
+            EXPECT_NEAR(row.time - last.time, step / row.velocity, 0.02 * step / row.velocity) << i;
+        }
+        fall = before - square;
+        last = row;
+    }
+    EXPECT_GT(last.velocity, kph(30));
+    EXPECT_GT(fall, 0.0);
 }
 
 TEST_F(BrakingTest, aCurveLooksTheRearWeightUpUnderTheFrontType)

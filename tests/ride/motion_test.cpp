@@ -1,10 +1,14 @@
 // What all runs share: step lengths, start gears, the record of a run.
 #include "ride/motion.h"
 
+#include "captured_screens.h"
+#include "core/progress.h"
 #include "ride/ride_fixture.h"
 #include "ride/run_recorder.h"
 
+#include <algorithm>
 #include <limits>
+#include <tuple>
 
 namespace torvane {
 
@@ -41,6 +45,30 @@ TEST_F(MotionTest, aRecorderEndsTheRunWhenItsRowsAreUsedUp)
         s.time += 1.0;
     EXPECT_EQ(recorded, 4);
     EXPECT_EQ(ride->graph->pointCount(), 4);
+}
+
+TEST_F(MotionTest, theBarOnlyGrowsAndReachesItsEnd)
+{
+    // Without acceleration, which loses velocity while it shifts.
+    constexpr std::tuple<RideMode, int, int> cases[] = {
+        {rideDeceleration, 0, 0},
+        {ridePatternBraking, 0, 0},
+        {ridePatternBraking, 2, 0},
+        {ridePatternBraking, 3, 0},
+        {rideInclinationAndVelocity, 0, limitDistance},
+        {rideInclinationAndVelocity, 0, limitTime},
+    };
+    for (auto [mode, target, limit] : cases) {
+        SCOPED_TRACE(testing::Message() << mode << ' ' << target << ' ' << limit);
+        block.inclinationLimit = limit;
+        RideInputs in = inputs(mode, target);
+        CapturedScreens shown;
+        Progress progress(shown.screens);
+        runRide(model, in, &progress);
+        ASSERT_GT(shown.progress.size(), 15u);
+        EXPECT_TRUE(std::is_sorted(shown.progress.begin(), shown.progress.end()));
+        EXPECT_GE(shown.progress.back(), 95);
+    }
 }
 
 } // namespace torvane

@@ -3,6 +3,7 @@
 
 #include "figures.h"
 #include "model/model_fixture.h"
+#include "ride/power_bins.h"
 
 #include <tuple>
 
@@ -19,6 +20,7 @@ TEST_F(PhysiologyTest, levelsBeginAtTheirBounds)
         EXPECT_EQ(trainingLevelOf(model, beginnings[level - 1]), level);
         EXPECT_EQ(trainingLevelOf(model, beginnings[level - 1] - 0.2), std::max(1, level - 1));
     }
+    EXPECT_EQ(trainingLevelOf(model, model.trainingLevelBound[3]), 4); // a bound belongs to what begins there
 }
 
 TEST_F(PhysiologyTest, anHourAtTheThreshold)
@@ -28,6 +30,7 @@ TEST_F(PhysiologyTest, anHourAtTheThreshold)
     expectFigures({body.variabilityIndex, body.intensityFactor, body.trainingStressScore, body.kiloJoule,
                    body.kiloCalorie, body.foodKiloCalorie},
                   {1.25, 1.0, 100.0, 720.0, 171.96912, 687.87648}, 1e-9);
+    EXPECT_EQ(normalizedPower(makePowerBins(0.0)), 0.0); // of no time
 }
 
 TEST_F(PhysiologyTest, timeAndDistanceFollowEachOther)
@@ -45,6 +48,8 @@ TEST_F(PhysiologyTest, timeAndDistanceFollowEachOther)
         PhysiologyFigures body = physiologyOfSteadyRide(model, in, 100.0, velocity);
         expectFigures({body.length.intensionFirst[1 - given], body.length.intensionSecond[1 - given], body.duration},
                       {otherFirst, otherSecond, duration});
+        EXPECT_NEAR(body.kiloJoule, 0.1 * duration, 1e-9);
+        EXPECT_EQ(physiologyOfSteadyRide(model, in, -100.0, velocity).kiloJoule, 0.0);
     }
 }
 

@@ -100,4 +100,12 @@ TEST_F(RollTrialTest, aSeekAnswersAsIfEveryRunWentToItsEnd)
     EXPECT_EQ(seekOnce(80.0, brief, seekInclinationOver), plain);
 }
 
+TEST_F(RollTrialTest, aTrialBelowWhatItCanReachIsGivenUp)
+{
+    block.rideInclination[rideInclinationAndVelocity] = -4.0; // poised at 42 kph
+    prepare(rideInclinationAndVelocity, 0);
+    EXPECT_FALSE(rollTrial(*ride, {limitTime, 0.0, 600.0}, kph(60)));
+    EXPECT_TRUE(rollTrial(*ride, {limitTime, 0.0, 600.0}, kph(20)));
+}
+
 } // namespace torvane

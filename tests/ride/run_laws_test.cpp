@@ -152,6 +152,49 @@ TEST_P(RunLaws, energyIsKept)
     EXPECT_LT(bound, 0.03 * (std::fabs(work) + std::fabs(resisted)));
 }
 
+// Torque over force is the lever at which both are, whatever the run cuts off at its end. A force of brakes is that of
+// the rolling circumference.
+TEST_P(RunLaws, torqueOverForceIsTheLever)
+{
+    prepareCase();
+    runBoth();
+    const BrakeLaw* law = std::get_if<BrakeLaw>(&GetParam().law);
+    bool rolls = law != nullptr && *law == BrakeLaw::force;
+    double wheel = rolls ? m.rearCircumference / 2.0 / pi : m.rimDiameter[1] * 0.5 + m.tyreSize[1]; // mm
+    for (auto [stage, lever] : {std::pair(stagePedaling, m.crankLength), std::pair(stageThrust, wheel)}) {
+        double torque = ride->found.meanStageTorque[stage];
+        EXPECT_NEAR(torque, ride->found.meanStageForce[stage] * 9.80665 * lever / 1000.0, 1e-9 * std::fabs(torque));
+    }
+    for (Stage stage : {stageCrank, stageHub}) { // the chain, on 11 to 51 teeth
+        double torque = ride->found.meanStageTorque[stage],
+               perTooth = ride->found.meanStageForce[stage] * 9.80665 * 0.00202;
+        EXPECT_GE(torque, 11 * perTooth);
+        EXPECT_LE(torque, 52 * perTooth);
+    }
+}
+
+TEST_P(RunLaws, curvesFollowTheTable)
+{
+    block.expressGraph = 1;
+    prepareCase();
+    const SampleLog& log = runBoth();
+    const GraphSeries& graph = *ride->graph;
+    int last = graph.pointCount() - 1;
+    const SampleRow& row = log.rows[static_cast<size_t>(last)];
+    int found = 0;
+    for (auto [name, value] : {std::pair("time(sec)", row.time), std::pair("velocity(kph)", row.velocity * 3.6),
+                               std::pair("distance(m)", row.distance), std::pair("accele(mpss)", row.accele),
+                               std::pair("crank cadence(rpm)", row.cadence)}) {
+        for (int series = 0; series < graph.seriesCount(); ++series) {
+            if (graph.seriesNames[static_cast<size_t>(series)] == name) {
+                EXPECT_EQ(graph.value(last, series), value) << name;
+                ++found;
+            }
+        }
+    }
+    EXPECT_GE(found, 3);
+}
+
 INSTANTIATE_TEST_SUITE_P(Runs, RunLaws, ::testing::ValuesIn(runCases));
 
 } // namespace torvane

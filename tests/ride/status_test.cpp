@@ -56,6 +56,11 @@ constexpr StatusCase cases[] = {
      [](Block b) { level(b, 1, 53.47, 54), b.rideInclination[1] = -9, b.rideDistance[1] = 1644; },
      statusLooseTolerance},
 
+    {"time 0", rideDeceleration, 3, [](Block b) { b.rideLegTime[2] = 0; }, statusIllegalValue},
+    {"time, start below end", rideDeceleration, 3, [](Block b) { level(b, 2, 30, 40); }, statusIllegalValue},
+    {"distance 0", rideDeceleration, 4, [](Block b) { b.rideDistance[2] = 0; }, statusIllegalValue},
+    {"distance, start below end", rideDeceleration, 4, [](Block b) { level(b, 2, 30, 40); }, statusIllegalValue},
+    {"accele, start below end", rideDeceleration, 5, [](Block b) { level(b, 2, 30, 40); }, statusIllegalValue},
     {"positive accele", rideDeceleration, 5, [](Block b) { b.rideAccele[2] = 0.1; }, statusIllegalValue},
     {"rolls on by itself", rideDeceleration, 0, rollDown, statusNoDeceleration},
     {"mean power above", rideDeceleration, 1, [](Block b) { b.ridePower[2] = 300; }, statusTooLargePower},
@@ -114,6 +119,15 @@ TEST_F(RideStatus, isAnswered)
 // The title quotes what was asked for, the message what would be possible.
 TEST_F(RideStatus, limitsStandBesideTheWantedFigure)
 {
+    level(block, 2, 30, 40);
+    block.rideAccele[2] = -0.3;
+    EXPECT_EQ(run(rideDeceleration, 5).status, statusIllegalValue);
+    EXPECT_EQ(ride->found.accele, -0.3);
+    level(block, 1, 40, 40);
+    EXPECT_EQ(run(rideAcceleration, 2).status, statusIllegalValue);
+    EXPECT_EQ(ride->found.power, 800.0);
+
+    setDefaults(block);
     block.rideLegTime[1] = 1000.0;
     EXPECT_EQ(run(rideAcceleration, 4).status, statusTooLongTime);
     EXPECT_EQ(ride->found.sectorTime, 1000.0);

@@ -103,6 +103,7 @@ TEST_F(SteadyTest, corneringBands)
         run(rideCriticalCornering, target);
         ASSERT_EQ(ride->graph->pointCount(), 100);
         double x = ride->graph->value(99, 0), radius = ride->graph->value(99, 1);
+        EXPECT_NEAR(target == 0 ? radius : x, target == 0 ? 15.0 : target == 1 ? 40.0 : 0.5, 1e-9); // where a band ends
         double v = target == 2 ? kph(40) : x / 3.6, margin = target == 2 ? x : 0.1;
         EXPECT_NEAR(v * v / radius, (1.0 - margin) * ride->now.effectiveFriction * 9.80665, 1e-9) << target;
     }
