@@ -124,6 +124,13 @@ TEST_F(AssistTest, powerInTheDeadZoneHasNoVelocity)
         {now.assistSampleVelocity[0], now.assistSampleVelocity[1], now.assistSamplePower[0], now.assistSamplePower[1]},
         {25.0, 25.001, assisted, unassisted}, 1e-9);
     EXPECT_GT(unassisted, 2.5 * assisted);
+    setMotor(1, 1, 1, 1); // the edge is the end of the last range
+    double edge = m.assistRangeSpeed[2];
+    unassisted = powerAtVelocity(model, now, stagePedaling, kph(edge + 0.001)).value;
+    assisted = assistedPowerAtVelocity(model, now, stagePedaling, kph(edge)).value;
+    found = assistedVelocityForPower(model, now, stagePedaling, (assisted + unassisted) / 2.0);
+    EXPECT_EQ(found.status, statusNoAssistedVelocity);
+    EXPECT_EQ(now.assistSampleVelocity[0], edge);
 }
 
 TEST_F(AssistTest, aboveAllRangesTheMotorIsOutOfPlayAndWarningsAreLost)

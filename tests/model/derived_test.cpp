@@ -29,6 +29,13 @@ TEST_F(DerivedTest, wheelWeightMovesTheWholeBikeOnlyWhenItIsEnteredWithoutWheels
     EXPECT_NEAR(m.bikeInertialWeight, before - 0.39 - 0.5, 1e-12);
 }
 
+// 1013.25 hPa x (1 - 6.5 K / 288.15 K) ^ 5.2559 at 1000 m; above the air there is none.
+TEST(AirPressure, fallsWithHeight)
+{
+    EXPECT_NEAR(airPressureAt(15, 1000), 898.746, 0.005);
+    EXPECT_EQ(airPressureAt(15, 60000), 0.0);
+}
+
 TEST(WheelResist, improvesWithDepthAndYearUpTo2017)
 {
     // Depth, spokes, year, resist.

@@ -54,6 +54,9 @@ TEST_F(GearTableTest, narrowShiftWindowStartsTheNextRingFurtherDown)
     buildGearTable(model);
     EXPECT_EQ(m.gearCount, 14);
     EXPECT_EQ(teethOf(model)[6], std::make_pair(51, 21)); // 51 / 21 is below 42 / 17, the row before
+    m.chainring[1] = 20;                                  // no sprocket is large enough
+    buildGearTable(model);
+    EXPECT_EQ(teethOf(model)[6], std::make_pair(51, 27));
 }
 
 TEST_F(GearTableTest, nearestGear)

@@ -57,6 +57,7 @@ TEST_F(SolverTest, failures)
     for (auto [power, status] : cases) {
         Solved found = velocityForPower(model, now, stagePedaling, power);
         EXPECT_EQ(found.status, status) << power;
+        EXPECT_EQ(found.value > 0.0, power > 0.0) << power;
         EXPECT_GE(found.value, 0.0) << power;
     }
     Solved pushed = velocityFromPedaling(model, now, -100.0);

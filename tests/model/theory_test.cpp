@@ -105,6 +105,9 @@ TEST_F(TheoryTest, zeroInputs)
         EXPECT_EQ(calculate(2, target), statusZeroValue) << target;
         expectFigures({theory.cadence, theory.frontTooth, theory.rearTooth}, {0, 42, 27});
     }
+    block.cadenceUsual = 0.0;
+    EXPECT_EQ(calculate(2, 1), statusZeroValue);
+    expectFigures({theory.velocity, theory.frontTooth, theory.rearTooth}, {0, 42, 27});
 }
 
 TEST_F(TheoryTest, whatWouldBeNoNumberIsZeroAndSaysSo)
@@ -136,7 +139,12 @@ TEST_F(TheoryTest, realPerformance)
         expectFigures({theory.velocity * 3.6, theory.cadence, theory.frontTooth, theory.rearTooth, theory.torque,
                        theory.maxPower},
                       {velocity, cadence, front, rear, torque, maxPower}, 0.05);
+        EXPECT_NEAR(theory.force, theory.torque / (9.80665 * 0.1725), 1e-9); // at a crank of 172.5 mm
     }
+    block.windSpeed = 5.0; // 58.6 kph in still air
+    ASSERT_EQ(calculate(0, 0), 0u);
+    EXPECT_EQ(theoryVerify(model, theory), 0u);
+    EXPECT_LT(theory.velocity, kph(50));
 }
 
 TEST_F(TheoryTest, fatalBitsOfTheRoadMoveUpByFour)
