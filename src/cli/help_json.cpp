@@ -144,6 +144,7 @@ std::string jsonCommand(const Session& session, const Command& command)
     object.member("call", jsonString(callOf(command)));
     addText(object, "files", command.files.pattern);
     object.member("graph", command.graph == GraphWhen::never ? "false" : "true");
+    object.member("page", command.hasPage ? "true" : "false");
     bool sheet = command.entry == Entry::sheet;
     object.member("forms", jsonForms(session, sheet ? formsOf(command.sheet) : formsOf(command), sheet));
     if (command.figures)

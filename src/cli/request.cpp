@@ -28,6 +28,8 @@ constexpr Option options[] = {
     {"--x", "NAME", nullptr, &Request::x, "of the graph: over this series, as distance"},
     {"--size", "1280x720", nullptr, &Request::size, "of the graph: its pixels"},
     {"--dark", "", &Request::dark, nullptr, "of the graph: on a dark ground everywhere"},
+    {"--page", "FILE.html", nullptr, &Request::page,
+     "write the answer as a page to look at: map, charts and tables in one file that needs no network"},
     {"--rows", "FILE.csv", nullptr, &Request::rows,
      "write the table of the command into a file, by its name .csv, .tsv or .ndjson; - to standard output"},
     {"--json", "", &Request::json, nullptr, "print the answer as one JSON object"},

@@ -30,6 +30,7 @@ struct Request {
     std::string par;                  // --par FILE
     std::string profile;              // --profile FILE
     std::string graph;                // --graph FILE
+    std::string page;                 // --page FILE
     std::string rows;                 // --rows FILE; "-": to standard output
     std::string curves;               // --curves NAME,NAME
     std::string x;                    // --x NAME

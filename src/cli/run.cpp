@@ -30,6 +30,12 @@ namespace torvane {
 
 namespace {
 
+// Empty for no file.
+std::string pathOf(const std::string& option)
+{
+    return option.empty() || option == "-" ? std::string() : absolutePath(option);
+}
+
 // One run of a command.
 struct Run {
     Session& session;
@@ -203,23 +209,10 @@ int dispatch(Run& run)
     return run.command.entry == Entry::sheet ? runSheet(run) : runProfileFile(run);
 }
 
-int writeGraph(Run& run)
+int writeText(Run& run, const std::string& path, std::string_view text)
 {
-    const std::string& path = run.request.graph;
-    if (path.empty())
-        return exitDone;
-    if (!run.answer.graph) {
-        tellBoxes(run.answer, run.streams,
-                  {{"no graph", formatText("'%s' is not of this run", shownText(path).c_str())}});
-        if (!run.answer.error)
-            run.answer.error = errorOf(library::ErrorKind::noAnswer, run.answer.boxes.back().text);
-        return exitFailed;
-    }
-    std::string svg;
-    if (std::string fault = chartOf(run.request, *run.answer.graph, svg); !fault.empty())
-        return refuse(run.answer, run.streams, wrongUsage(fault));
     std::string target = absolutePath(path);
-    std::span<const uint8_t> bytes(reinterpret_cast<const uint8_t*>(svg.data()), svg.size());
+    std::span<const uint8_t> bytes(reinterpret_cast<const uint8_t*>(text.data()), text.size());
     if (replaceFile(target, {bytes}) != FileResult::ok) {
         tellBoxes(run.answer, run.streams, {{"error", "failed to write " + shownText(target)}});
         run.answer.error = errorOf(library::ErrorKind::cannotWrite, run.answer.boxes.back().text);
@@ -227,6 +220,38 @@ int writeGraph(Run& run)
     }
     run.answer.outputs.push_back(target);
     return exitDone;
+}
+
+// A run without what an option wants to write.
+int lackOf(Run& run, const char* title, const std::string& path)
+{
+    tellBoxes(run.answer, run.streams, {{title, formatText("'%s' is not of this run", shownText(path).c_str())}});
+    if (!run.answer.error)
+        run.answer.error = errorOf(library::ErrorKind::noAnswer, run.answer.boxes.back().text);
+    return exitFailed;
+}
+
+int writeGraph(Run& run)
+{
+    const std::string& path = run.request.graph;
+    if (path.empty())
+        return exitDone;
+    if (!run.answer.graph)
+        return lackOf(run, "no graph", path);
+    std::string svg;
+    if (std::string fault = chartOf(run.request, *run.answer.graph, svg); !fault.empty())
+        return refuse(run.answer, run.streams, wrongUsage(fault));
+    return writeText(run, path, svg);
+}
+
+int writePage(Run& run)
+{
+    std::string page = std::exchange(run.session.page, {});
+    if (run.request.page.empty() || run.answer.error)
+        return exitDone;
+    if (page.empty())
+        return lackOf(run, "no page", run.request.page);
+    return writeText(run, run.request.page, page);
 }
 
 // Runs with the table going out by `write`. False unless the command did what it is for and left a table.
@@ -290,9 +315,13 @@ int dispatchWithRows(Run& run)
 int runThrough(Run& run)
 {
     PipedSources piped;
-    std::string graph = run.request.graph.empty() ? std::string() : absolutePath(run.request.graph);
+    std::string graph = pathOf(run.request.graph);
     if (!graph.empty() && !mayWrite(run, {.path = graph, .kind = FileKind::svg, .ofOption = true}))
         return exitRefused;
+    std::string page = pathOf(run.request.page);
+    if (!page.empty() && !mayWrite(run, {.path = page, .kind = FileKind::html, .ofOption = true}))
+        return exitRefused;
+    run.session.wantsPage = !page.empty();
     if (std::string fault = piped.take(run.files); !fault.empty()) {
         if (run.session.screens.stop->isAsked())
             return stopped(run);
@@ -302,7 +331,7 @@ int runThrough(Run& run)
     }
     int code = dispatchWithRows(run);
     if (run.answer.result && code != exitRefused)
-        code = std::max(code, writeGraph(run));
+        code = std::max({code, writeGraph(run), writePage(run)});
     return code;
 }
 
@@ -355,6 +384,10 @@ std::string checkUsage(const Command& command, const Request& request)
         return consoleName(command) + " is a command of the desktop program";
     if (!request.graph.empty() && command.graph == GraphWhen::never)
         return consoleName(command) + " has no graph";
+    if (!request.page.empty() && !command.hasPage)
+        return consoleName(command) + " has no page";
+    if (!request.page.empty() && !request.into.empty())
+        return "--page is for one ride, not for those of --into";
     if (std::string fault = checkChartOptions(request); !fault.empty())
         return fault;
     if (!request.saveProfile.empty() && !command.files.byOption)
@@ -379,16 +412,11 @@ bool knowsEntries(const Command& command, const Request& request, Answer& answer
     return faults.refusals.empty();
 }
 
-// Empty for no file.
-std::string pathOf(const std::string& option)
-{
-    return option.empty() || option == "-" ? std::string() : absolutePath(option);
-}
-
 CallFiles callFiles(const Command& command, const Request& request, const std::vector<RunFiles>& runs)
 {
-    CallFiles call = {
-        filesNamedBy(command, request.entries), pathOf(request.profile), {pathOf(request.rows), pathOf(request.graph)}};
+    CallFiles call = {filesNamedBy(command, request.entries),
+                      pathOf(request.profile),
+                      {pathOf(request.rows), pathOf(request.graph), pathOf(request.page)}};
     for (const RunFiles& files : runs)
         call.sources.insert(call.sources.end(), files.sources.begin(), files.sources.end());
     if (request.par.empty())

@@ -223,6 +223,12 @@ constexpr Command withRows(Command command)
     return command;
 }
 
+constexpr Command withPage(Command command)
+{
+    command.hasPage = true;
+    return command;
+}
+
 constexpr bool onlyNew = true, inParts = true, byOption = true;
 
 constexpr Command commands[] = {
@@ -334,10 +340,10 @@ constexpr Command commands[] = {
      .figures = [](const Command&) { return comparisonFigureInfos(); },
      .hasRows = true,
      .aliases = "compare"},
-    withCurves(gpsCommand(commandRide, "Ride",
-                          "what a recorded ride cost: power, work, laps, climbs and gears, measured or predicted", 'J',
-                          false, 2095, RideUse::none, MenuAfter::none, answerRideCommand, "",
-                          {1, 2, FileKind::fit, "RIDE [OUT.fit]", onlyNew})),
+    withPage(withCurves(gpsCommand(
+        commandRide, "Ride", "what a recorded ride cost: power, work, laps, climbs and gears, measured or predicted",
+        'J', false, 2095, RideUse::none, MenuAfter::none, answerRideCommand, "",
+        {1, 2, FileKind::fit, "RIDE [OUT.fit]", onlyNew}))),
     {.id = commandCourse,
      .label = "Course Ahead",
      .meaning = "a course ahead: how long, how hard, in which gear, and where to spend the power",

@@ -109,6 +109,7 @@ struct Command {
     // The names that its figures can have, for help; null: it has none.
     std::vector<FigureInfo> (*figures)(const Command& command) = nullptr;
     bool hasRows = false;     // it has a table that can be written as rows
+    bool hasPage = false;     // it leaves a page to look at
     bool showsLower = false;  // after its run the lower pane takes the focus and scrolls to its top
     const char* aliases = ""; // more console names, separated by blanks
 };

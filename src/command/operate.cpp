@@ -7,11 +7,13 @@ namespace torvane {
 
 ResultStatus operate(const Command& command, Session& session)
 {
+    session.page.clear();
     try {
         return command.operation(session);
     } catch (const Stopped&) {
         session.takeFigures();
         session.graph.reset();
+        session.page.clear();
         session.screens.setStatus("status : stopped");
         return statusStopped;
     }

@@ -5,6 +5,7 @@
 #include "fit/fit_output.h"
 #include "fit/fit_tools.h"
 #include "gps/ride_answer.h"
+#include "page/ride_page.h"
 #include "report/fit_report.h"
 #include "report/ride_answer_figures.h"
 #include "report/ride_answer_report.h"
@@ -60,6 +61,8 @@ ResultStatus answerRideCommand(Session& session)
     if (code == fitOk) {
         session.figures = answerFigures(session.model, ride.answer);
         writeRows(session, ride);
+        if (session.wantsPage)
+            session.page = ridePage(session.model, ride, notes);
         reportRideAnswer(session.screens, session.model, ride, notes);
         const std::string& destination = session.inputs.files[toolDestination].path;
         return destination.empty() ? fitOk : write(session, ride, destination);

@@ -39,6 +39,8 @@ struct Session {
     Figures pageFigures = {};              // of the last report, which may be asked for while the worker runs
     bool figuresAlone = false;             // nobody reads a report: one that takes time may be left out
     RowWriter* rows = nullptr;             // where the table of the present command goes as well; null: nowhere
+    bool wantsPage = false;                // of the command: it leaves one in `page`
+    std::string page = {};                 // HTML of the last answer; empty: it has none
     std::string profilePath = {};          // answer of the profile file prompts; UTF-8
     std::string profileFault = {}; // the figure of the last profile file that its page would not take; empty: none
     std::string chosenRide = {};   // answer of the prompt of the load; UTF-8

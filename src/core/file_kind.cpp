@@ -14,11 +14,19 @@ namespace torvane {
 
 namespace {
 
-constexpr std::array<std::string_view, static_cast<size_t>(FileKind::count)> kindNames = {
-    "nothing",        "a folder",           "a device",
-    "a pipe",         "an unreadable file", "an empty file",
-    "a FIT file",     "a profile file",     "a parameter file",
-    "an SVG picture", "a CSV table",        "a file of another kind"};
+constexpr std::array<std::string_view, static_cast<size_t>(FileKind::count)> kindNames = {"nothing",
+                                                                                          "a folder",
+                                                                                          "a device",
+                                                                                          "a pipe",
+                                                                                          "an unreadable file",
+                                                                                          "an empty file",
+                                                                                          "a FIT file",
+                                                                                          "a profile file",
+                                                                                          "a parameter file",
+                                                                                          "an SVG picture",
+                                                                                          "an HTML page",
+                                                                                          "a CSV table",
+                                                                                          "a file of another kind"};
 static_assert(!kindNames.back().empty());
 
 static_assert(sizeof(ParameterBlock) < kindBytes && profileFileSize < kindBytes, "told by their sizes");
@@ -86,6 +94,8 @@ FileKind kindOfText(std::string_view text, std::string_view path)
 {
     if (firstElement(text).starts_with("<svg"))
         return FileKind::svg;
+    if (firstElement(text).starts_with("<html"))
+        return FileKind::html;
     for (const TextKind& row : textKinds)
         if (endsWith(path, row.ending))
             return row.kind;

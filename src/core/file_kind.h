@@ -21,6 +21,7 @@ enum class FileKind {
     profile,    // by format and size
     parameters, // by its size; older versions wrote less, which tells nothing
     svg,        // by its first element
+    html,       // likewise
     csv,        // a text; these have no signature, so its name decides
     unknown,
     count

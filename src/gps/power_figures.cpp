@@ -93,6 +93,16 @@ std::optional<PowerFigures> powerFiguresOf(RiddenRows rows, FigureSource source)
     return figures;
 }
 
+std::vector<std::optional<double>> bestMeansOf(RiddenRows rows, FigureSource source,
+                                               std::span<const uint32_t> durations)
+{
+    std::vector<PowerStep> steps = powerSteps(rows, source);
+    std::vector<std::optional<double>> best;
+    for (uint32_t duration : durations)
+        best.push_back(steps.empty() ? std::nullopt : bestMean(steps, duration));
+    return best;
+}
+
 std::optional<double> meanPowerOf(RiddenRows rows, FigureSource source)
 {
     double joules = 0;

@@ -6,6 +6,8 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <span>
+#include <vector>
 
 namespace torvane {
 
@@ -24,6 +26,10 @@ struct PowerFigures {
 
 // No figures where no row has a power of this source.
 std::optional<PowerFigures> powerFiguresOf(RiddenRows rows, FigureSource source);
+
+// The highest mean in W over each of the durations in s, as in PowerFigures; none where the ride is shorter.
+std::vector<std::optional<double>> bestMeansOf(RiddenRows rows, FigureSource source,
+                                               std::span<const uint32_t> durations);
 
 // Mean in W over the rows that have a power; none without.
 std::optional<double> meanPowerOf(RiddenRows rows, FigureSource source);

@@ -62,17 +62,17 @@ struct SvgWriter {
     }
 };
 
-std::string darkStyle()
+} // namespace
+
+std::string themeStyle()
 {
-    std::string style = "<style>@media (prefers-color-scheme: dark) {";
+    std::string style = "@media (prefers-color-scheme: dark) {";
     for (size_t i = 0; i < std::size(themeColours); ++i) {
         std::string dark = colourText(themeColours[i].dark);
         appendFormat(style, " .f%zu { fill: %s } .s%zu { stroke: %s }", i, dark.c_str(), i, dark.c_str());
     }
-    return style + " }</style>\n";
+    return style + " }";
 }
-
-} // namespace
 
 std::string svgText(const Picture& picture, SvgGround ground)
 {
@@ -84,7 +84,7 @@ std::string svgText(const Picture& picture, SvgGround ground)
                    "stroke-linejoin=\"round\">\n",
                    w / picture.perPixel, h / picture.perPixel, w, h);
     if (ground == SvgGround::preferred)
-        svg += darkStyle();
+        svg += "<style>" + themeStyle() + "</style>\n";
     SvgWriter writer{svg, ground};
     writer(PictureBox{0, 0, w, h, groundColour.light});
     for (const PictureItem& item : picture.items)

@@ -8,8 +8,12 @@
 
 namespace torvane {
 
-enum class SvgGround { light, dark, preferred };
+// `styled` leaves the choice to a document that has themeStyle in its head.
+enum class SvgGround { light, dark, preferred, styled };
 
 std::string svgText(const Picture& picture, SvgGround ground = SvgGround::light);
+
+// Rules of a style sheet that give the palette's colours on a dark ground to whoever prefers one.
+std::string themeStyle();
 
 } // namespace torvane

@@ -1,0 +1,267 @@
+#include "page/page.h"
+
+#include "core/text.h"
+#include "page/html.h"
+#include "page_assets.h"
+#include "plot/chart.h"
+#include "plot/graph.h"
+#include "plot/svg.h"
+#include "plot/track_map.h"
+
+#include <algorithm>
+#include <cctype>
+#include <iterator>
+
+namespace torvane {
+
+namespace {
+
+constexpr ChartSize chartSize = {720, 260}, mapSize = {720, 420};
+constexpr const char* kindNames[] = {"line", "area", "bars", "scatter", "stack"};
+
+std::string attribute(const char* name, const std::string& value)
+{
+    return value.empty() ? std::string() : formatText(" %s=\"%s\"", name, htmlText(value).c_str());
+}
+
+std::string idsOf(const std::vector<std::string>& ids)
+{
+    std::string text;
+    for (const std::string& id : ids)
+        text += (text.empty() ? "s-" : " s-") + id;
+    return text;
+}
+
+std::string shadesOf(const std::vector<std::pair<double, double>>& shades)
+{
+    std::string text;
+    for (auto [from, to] : shades)
+        appendFormat(text, "%s%.6g:%.6g", text.empty() ? "" : " ", from, to);
+    return text;
+}
+
+std::string named(const PageSeries& series)
+{
+    return series.unit.empty() ? series.label : series.label + " (" + series.unit + ")";
+}
+
+// What a browser without scripts shows.
+Picture staticChart(const PageSeries& x, const std::vector<const PageSeries*>& series)
+{
+    GraphSeries graph;
+    graph.seriesNames.push_back(named(x));
+    for (const PageSeries* each : series)
+        graph.seriesNames.push_back(named(*each));
+    for (size_t i = 0; i < x.values.size(); ++i) {
+        graph.values.push_back(x.values[i]);
+        for (const PageSeries* each : series)
+            graph.values.push_back(each->values[i]);
+    }
+    CurveChoice choice;
+    for (size_t i = 0; i < series.size(); ++i)
+        choice.curves.push_back(static_cast<int>(i + 1));
+    return drawChart(graph, choice, chartSize);
+}
+
+std::string svgFor(const Picture& picture, std::string_view told)
+{
+    std::string svg = svgText(picture, SvgGround::styled);
+    return "<svg role=\"img\" aria-label=\"" + htmlText(told) + "\"" + svg.substr(4);
+}
+
+std::string dataOf(const PageSeries& s)
+{
+    std::string data = formatText("<data class=\"series\" id=\"s-%s\"", s.id.c_str());
+    data += attribute("data-label", s.label) + attribute("data-unit", s.unit);
+    appendFormat(data, " data-decimals=\"%d\"%s", s.decimals, s.isTime ? " data-format=\"time\"" : "");
+    return data + " data-f32=\"" + base64Floats(s.values) + "\" hidden></data>\n";
+}
+
+bool isFigure(const std::string& cell)
+{
+    return cell.empty() || cell == "-" || std::isdigit(static_cast<unsigned char>(cell[0])) ||
+           (cell.size() > 1 && cell[0] == '-' && std::isdigit(static_cast<unsigned char>(cell[1])));
+}
+
+std::string rowOf(const std::vector<std::string>& cells)
+{
+    std::string row = "<tr>";
+    for (size_t i = 0; i < cells.size(); ++i) {
+        if (i == 0)
+            row += "<th scope=\"row\">" + htmlText(cells[i]) + "</th>";
+        else
+            row += (isFigure(cells[i]) ? "<td class=\"n\">" : "<td>") + htmlText(cells[i]) + "</td>";
+    }
+    return row + "</tr>\n";
+}
+
+// Nothing is fetched, and of scripts only this one runs.
+std::string policy()
+{
+    return formatText("default-src 'none'; script-src 'sha256-%s'; img-src data:; style-src 'unsafe-inline'",
+                      pageScriptHash);
+}
+
+} // namespace
+
+HtmlPage::HtmlPage(std::string_view pageTitle, std::string_view pageLead) : title(pageTitle), lead(pageLead) {}
+
+void HtmlPage::section(std::string_view sectionTitle)
+{
+    body += std::exchange(inSection, true) ? "</section>\n<section>\n" : "<section>\n";
+    body += "<h2>" + htmlText(sectionTitle) + "</h2>\n";
+}
+
+void HtmlPage::paragraph(std::string_view text)
+{
+    body += "<p>" + htmlText(text) + "</p>\n";
+}
+
+void HtmlPage::figures(const std::vector<std::pair<std::string, std::string>>& figures)
+{
+    body += "<dl class=\"figures\">\n";
+    for (const auto& [what, value] : figures)
+        body += "<div><dt>" + htmlText(what) + "</dt><dd>" + htmlText(value) + "</dd></div>\n";
+    body += "</dl>\n";
+}
+
+void HtmlPage::table(const PageTable& table)
+{
+    if (table.rows.empty())
+        return;
+    std::string name = htmlText(table.title);
+    body += "<div class=\"table\" tabindex=\"0\" role=\"region\" aria-label=\"" + name + "\"><table><caption>" + name +
+            "</caption>\n<thead><tr>";
+    for (const std::string& head : table.heads)
+        body += "<th scope=\"col\">" + htmlText(head) + "</th>";
+    body += "</tr></thead>\n<tbody>\n";
+    for (const std::vector<std::string>& row : table.rows)
+        body += rowOf(row);
+    body += "</tbody></table></div>\n";
+}
+
+void HtmlPage::notes(const std::vector<std::string>& notes)
+{
+    if (notes.empty())
+        return;
+    body += "<ul class=\"notes\">\n";
+    for (const std::string& note : notes)
+        body += "<li>" + htmlText(note) + "</li>\n";
+    body += "</ul>\n";
+}
+
+void HtmlPage::picture(std::string_view caption, const Picture& picture, std::string_view told)
+{
+    body += "<figure class=\"split\">" + svgFor(picture, told) + "<figcaption>" + htmlText(caption) +
+            "</figcaption></figure>\n";
+}
+
+bool HtmlPage::add(PageSeries added)
+{
+    if (!std::ranges::any_of(added.values, plottable))
+        return false;
+    series.push_back(std::move(added));
+    return true;
+}
+
+bool HtmlPage::has(std::string_view id) const
+{
+    return find(id) != nullptr;
+}
+
+const PageSeries* HtmlPage::find(std::string_view id) const
+{
+    auto found = std::ranges::find(series, id, &PageSeries::id);
+    return found == series.end() ? nullptr : &*found;
+}
+
+std::vector<std::string> HtmlPage::present(const std::vector<std::string>& ids) const
+{
+    std::vector<std::string> held;
+    std::ranges::copy_if(ids, std::back_inserter(held), [&](const std::string& id) { return has(id); });
+    return held;
+}
+
+void HtmlPage::figure(std::string_view kind, const std::string& attributes, std::string_view caption,
+                      const Picture& picture)
+{
+    appendFormat(body, "<figure class=\"%s\" id=\"c-%d\"", std::string(kind).c_str(), ++figureCount);
+    body +=
+        attributes + ">" + svgFor(picture, caption) + "<figcaption>" + htmlText(caption) + "</figcaption></figure>\n";
+}
+
+void HtmlPage::chart(const PageChart& chart)
+{
+    const PageSeries* x = find(chart.x);
+    std::vector<std::string> ids = present(chart.series);
+    if (!x || ids.empty())
+        return;
+    std::vector<std::string> shown = present(chart.shown);
+    std::vector<const PageSeries*> drawn;
+    for (const std::string& id : shown.empty() ? ids : shown)
+        drawn.push_back(find(id));
+    std::string attributes = attribute("data-x", "s-" + chart.x) + attribute("data-series", idsOf(ids)) +
+                             attribute("data-kind", kindNames[static_cast<size_t>(chart.kind)]) +
+                             attribute("data-shown", idsOf(shown)) + attribute("data-shade", shadesOf(chart.shades)) +
+                             attribute("data-log", chart.logarithmic ? "x" : "") +
+                             attribute("data-cursor", chart.cursor);
+    if (chart.fit != std::pair<double, double>())
+        appendFormat(attributes, " data-fit=\"%.9g %.9g\"", chart.fit.first, chart.fit.second);
+    attributes += chart.fromZero ? " data-zero" : "";
+    attributes += chart.diagonal ? " data-diagonal" : "";
+    figure("chart", attributes, chart.title, staticChart(*x, drawn));
+}
+
+void HtmlPage::map(const PageMap& map)
+{
+    std::vector<std::string> ids = present(map.series);
+    TrackWay way = {map.latitude, map.longitude};
+    TrackScale scale(way, mapSize);
+    if (scale.empty())
+        return;
+    PageSeries east = {"easting", "East", "m", 0, {}}, north = {"northing", "North", "m", 0, {}};
+    for (size_t i = 0; i < map.latitude.size(); ++i) {
+        east.values.push_back(scale.east(map.longitude[i]));
+        north.values.push_back(scale.north(map.latitude[i]));
+    }
+    add(std::move(east));
+    add(std::move(north));
+    const PageSeries* colours = ids.empty() ? nullptr : find(ids.front());
+    TrackColouring colouring;
+    std::string name = colours ? named(*colours) : std::string();
+    if (colours)
+        colouring = {name, colours->values};
+    figure("map",
+           attribute("data-x", "s-easting") + attribute("data-y", "s-northing") + attribute("data-series", idsOf(ids)),
+           map.title, drawTrackMap(way, colouring, mapSize));
+}
+
+void HtmlPage::beginCharts()
+{
+    body += "<div class=\"charts\">\n";
+}
+
+void HtmlPage::endCharts()
+{
+    body += "</div>\n";
+}
+
+std::string HtmlPage::html() const
+{
+    std::string html = "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
+                       "<meta http-equiv=\"Content-Security-Policy\" content=\"" +
+                       policy() +
+                       "\">\n<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
+                       "<meta name=\"color-scheme\" content=\"light dark\">\n<title>" +
+                       htmlText(title) + "</title>\n<style>\n" + themeStyle() + "\n" + pageStyle +
+                       "</style>\n</head>\n<body>\n<header>\n<h1>" + htmlText(title) + "</h1>\n";
+    if (!lead.empty())
+        html += "<p class=\"lead\">" + htmlText(lead) + "</p>\n";
+    html += "</header>\n<main>\n" + body + (inSection ? "</section>\n" : "") +
+            "</main>\n<footer>Made by Torvane</footer>\n";
+    for (const PageSeries& each : series)
+        html += dataOf(each);
+    return html + "<script>" + pageScript + "</script>\n</body>\n</html>\n";
+}
+
+} // namespace torvane

@@ -1,0 +1,218 @@
+#include "page/power_section.h"
+
+#include "core/text.h"
+#include "plot/palette.h"
+#include "plot/text_width.h"
+#include "report/time_text.h"
+#include "ride/physiology.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace torvane {
+
+namespace {
+
+// The bar of energies
+
+struct Part {
+    const char* name;
+    double kiloJoule;
+};
+
+constexpr int barWidth = 720, barHeight = 84, barMargin = 8, textHeight = 15;
+
+// Above the line what was spent, each part as long as it is large; names stand below theirs, apart from each other.
+Picture splitBar(const std::vector<Part>& parts)
+{
+    Picture picture{barWidth, barHeight, {}};
+    double sum = 0;
+    for (const Part& part : parts)
+        sum += part.kiloJoule;
+    double left = barMargin;
+    int nameLeft = barMargin;
+    for (size_t i = 0; i < parts.size(); ++i) {
+        double right = left + parts[i].kiloJoule / sum * (barWidth - 2 * barMargin);
+        Colour colour = curveColour(i).light;
+        picture.items.push_back(
+            PictureBox{static_cast<int>(std::lround(left)), 8, static_cast<int>(std::lround(right)), 48, colour});
+        std::string text = formatText("%s %.0f %%", parts[i].name, parts[i].kiloJoule / sum * 100);
+        int wide = static_cast<int>(std::ceil(textWidth(text) * textHeight * emOfHeight));
+        picture.items.push_back(PictureBox{nameLeft, 60, nameLeft + 10, 70, colour});
+        picture.items.push_back(PictureText{{nameLeft + 14, 57}, std::move(text), textHeight, inkColour.light, false});
+        nameLeft += wide + 30;
+        left = right;
+    }
+    return picture;
+}
+
+// Histogram
+
+constexpr double binWidth = 20; // W
+
+struct Spread {
+    std::vector<double> minutes = {};                       // of each bin
+    std::array<double, trainingLevelBoundCount> level = {}; // s
+    double seconds = 0;
+};
+
+Spread spreadOf(const Model& model, RiddenRows rows, FigureSource source)
+{
+    constexpr double mostBins = 200;
+    Spread spread;
+    for (const RiddenRow& row : rows) {
+        double watts = row.power[source];
+        if (row.seconds == 0 || !(watts >= 0))
+            continue;
+        auto bin = static_cast<size_t>(std::min(watts / binWidth, mostBins - 1));
+        spread.minutes.resize(std::max(spread.minutes.size(), bin + 1));
+        spread.minutes[bin] += row.seconds / 60.0;
+        spread.level[static_cast<size_t>(trainingLevelOf(model, watts) - 1)] += row.seconds;
+        spread.seconds += row.seconds;
+    }
+    return spread;
+}
+
+std::string rangeText(const Model& model, int level)
+{
+    double from = model.trainingLevelBound[level];
+    return level + 1 < trainingLevelBoundCount ? formatText("%.0f to %.0f", from, model.trainingLevelBound[level + 1])
+                                               : formatText("%.0f and more", from);
+}
+
+PageTable levelTable(const Model& model, const Spread& spread)
+{
+    PageTable table = {formatText("Training levels by a threshold power of %.0f W", model.state.ftp),
+                       {"Level", "W", "Time", "Share %"},
+                       {}};
+    for (int level = 0; level < trainingLevelBoundCount; ++level) {
+        double seconds = spread.level[static_cast<size_t>(level)];
+        std::string time = hms(static_cast<int32_t>(seconds));
+        time.pop_back();
+        table.rows.push_back({trainingLevels[level].name, rangeText(model, level), time,
+                              formatText("%.1f", seconds / spread.seconds * 100)});
+    }
+    return table;
+}
+
+// Every other level is shaded, so that each is seen.
+std::vector<std::pair<double, double>> levelShades(const Model& model, double most)
+{
+    std::vector<std::pair<double, double>> shades;
+    for (int level = 1; level < trainingLevelBoundCount; level += 2) {
+        double to = level + 1 < trainingLevelBoundCount ? model.trainingLevelBound[level + 1] : most;
+        if (model.trainingLevelBound[level] < most)
+            shades.emplace_back(model.trainingLevelBound[level], std::min(to, most));
+    }
+    return shades;
+}
+
+void addHistogram(HtmlPage& page, const Model& model, RiddenRows rows, FigureSource source)
+{
+    Spread spread = spreadOf(model, rows, source);
+    if (spread.seconds == 0)
+        return;
+    PageSeries power = {"bin", "Power", "W", 0, {}}, minutes = {"binMinutes", "Time", "min", 1, spread.minutes};
+    for (size_t bin = 0; bin < spread.minutes.size(); ++bin)
+        power.values.push_back((static_cast<double>(bin) + 0.5) * binWidth);
+    double most = static_cast<double>(spread.minutes.size()) * binWidth;
+    page.add(std::move(power));
+    page.add(std::move(minutes));
+    page.chart({.title = source == measuredFigure ? "Time at each measured power" : "Time at each predicted power",
+                .kind = ChartKind::bars,
+                .x = "bin",
+                .series = {"binMinutes"},
+                .shades = levelShades(model, most),
+                .fromZero = true});
+    page.table(levelTable(model, spread));
+}
+
+// Best means
+
+std::vector<uint32_t> durationsUpTo(uint32_t most)
+{
+    std::vector<uint32_t> durations;
+    for (uint32_t unit : {1u, 10u, 60u, 600u, 3600u, 36000u, 360000u})
+        for (double times : {1.0, 1.5, 2.0, 3.0, 4.0, 5.0, 7.0})
+            if (double seconds = unit * times;
+                seconds == std::floor(seconds) && seconds <= most && (durations.empty() || seconds > durations.back()))
+                durations.push_back(static_cast<uint32_t>(seconds));
+    if (durations.empty() || durations.back() < most)
+        durations.push_back(most);
+    return durations;
+}
+
+PageTable bestTable(const std::vector<uint32_t>& durations,
+                    const std::array<std::vector<std::optional<double>>, figureSourceCount>& best)
+{
+    PageTable table = {"Best mean powers", {"Over", "Measured W", "Predicted W"}, {}};
+    for (size_t i = 0; i < durations.size(); ++i) {
+        std::vector<std::string>& row = table.rows.emplace_back();
+        std::string time = hms(static_cast<int32_t>(durations[i]));
+        time.pop_back();
+        row.push_back(time);
+        for (FigureSource source : {measuredFigure, predictedFigure})
+            row.push_back(best[source][i] ? formatText("%.0f", *best[source][i]) : "-");
+    }
+    return table;
+}
+
+void addBestMeans(HtmlPage& page, RiddenRows rows, const RideAnswer& answer)
+{
+    std::vector<uint32_t> durations = durationsUpTo(std::max(answer.elapsed, 1u));
+    PageSeries duration = {"duration", "Duration", "s", 0, {}, true};
+    duration.values.assign(durations.begin(), durations.end());
+    page.add(std::move(duration));
+    std::array<std::vector<std::optional<double>>, figureSourceCount> best;
+    constexpr const char* ids[figureSourceCount] = {"bestPredicted", "bestMeasured"};
+    constexpr const char* labels[figureSourceCount] = {"Predicted power", "Measured power"};
+    for (FigureSource source : {measuredFigure, predictedFigure}) {
+        best[source] = bestMeansOf(rows, source, durations);
+        PageSeries series = {ids[source], labels[source], "W", 0, {}};
+        for (const std::optional<double>& mean : best[source])
+            series.values.push_back(mean.value_or(noFigure));
+        page.add(std::move(series));
+    }
+    page.chart({.title = "Best mean power",
+                .x = "duration",
+                .series = {"bestMeasured", "bestPredicted"},
+                .logarithmic = true,
+                .fromZero = true});
+    page.table(bestTable(durations, best));
+}
+
+} // namespace
+
+void addSplitSection(HtmlPage& page, const std::array<double, powerSinkCount>& megaJoule)
+{
+    std::vector<Part> spent;
+    PageTable table = {"Energy of the whole ride", {"For", "kJ"}, {}};
+    std::string told = "Share of the energy spent:";
+    for (size_t sink = 0; sink < powerSinkCount; ++sink) {
+        double kiloJoule = megaJoule[sink] * 1000;
+        table.rows.push_back({powerSinkNames[sink], formatText("%.0f", kiloJoule)});
+        if (kiloJoule >= 0.5)
+            spent.push_back({powerSinkNames[sink], kiloJoule});
+    }
+    page.section("Where the power goes");
+    if (!spent.empty()) {
+        for (const Part& part : spent)
+            appendFormat(told, " %s %.0f kJ", part.name, part.kiloJoule);
+        page.picture("Energy spent", splitBar(spent), told);
+    }
+    page.chart({.title = "Power by what takes it; below zero it gives",
+                .kind = ChartKind::stack,
+                .x = "distance",
+                .series = {powerSinkNames.begin(), powerSinkNames.end()},
+                .shown = {powerSinkNames.begin(), powerSinkNames.end()}});
+    page.table(table);
+}
+
+void addPowerSection(HtmlPage& page, const Model& model, RiddenRows rows, const RideAnswer& answer)
+{
+    page.section("Power");
+    addHistogram(page, model, rows, answer.power[measuredFigure] ? measuredFigure : predictedFigure);
+    addBestMeans(page, rows, answer);
+}
+
+} // namespace torvane

@@ -1,0 +1,183 @@
+#include "page/ride_page.h"
+
+#include "core/text.h"
+#include "core/units.h"
+#include "page/power_section.h"
+#include "page/ride_series.h"
+#include "page/thinning.h"
+#include "report/fit_report.h"
+#include "report/time_text.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace torvane {
+
+namespace {
+
+using Texts = std::vector<std::pair<std::string, std::string>>;
+
+std::string durationText(uint32_t seconds)
+{
+    std::string text = hms(static_cast<int32_t>(seconds));
+    text.pop_back(); // its "h"
+    return text;
+}
+
+double kphOf(const StretchFigures& s)
+{
+    return s.seconds != 0 ? s.metres / s.seconds * kphPerMps : 0;
+}
+
+std::string wholeText(const std::optional<double>& value)
+{
+    return value ? formatText("%.0f", *value) : "-";
+}
+
+void addPower(Texts& texts, const RideAnswer& answer)
+{
+    constexpr const char* names[figureSourceCount] = {"predicted", "measured"};
+    for (FigureSource source : {measuredFigure, predictedFigure}) {
+        if (!answer.power[source])
+            continue;
+        const PowerFigures& power = *answer.power[source];
+        texts.emplace_back(formatText("Mean power, %s", names[source]), formatText("%.0f W", power.mean));
+        if (power.normalised)
+            texts.emplace_back(formatText("Normalised, %s", names[source]), formatText("%.0f W", *power.normalised));
+        if (source == measuredFigure || !answer.power[measuredFigure])
+            texts.emplace_back("Work", formatText("%.0f kJ", power.kiloJoule));
+    }
+}
+
+Texts summaryOf(const RideAnswer& answer)
+{
+    Texts texts = {{"Distance", formatText("%.2f km", answer.distance / 1000)},
+                   {"Moving", durationText(answer.whole.seconds)},
+                   {"Standing", durationText(answer.elapsed - answer.whole.seconds)},
+                   {"Average speed", formatText("%.1f kph", kphOf(answer.whole))},
+                   {"Highest speed", formatText("%.1f kph", answer.highestSpeed * kphPerMps)}};
+    if (answer.hasAltitude)
+        texts.emplace_back("Climbed", formatText("%.0f m", answer.whole.climbed));
+    addPower(texts, answer);
+    return texts;
+}
+
+std::string titleOf(const AnsweredRide& ride)
+{
+    std::string name = shownFileName(ride.prepared.path);
+    size_t extension = name.rfind('.');
+    return name.substr(0, extension == 0 ? std::string::npos : extension);
+}
+
+std::string leadOf(const Model& model, const RideAnswer& answer)
+{
+    const auto& state = model.state;
+    return formatText("%s UTC. Rider %.4g kg, bicycle %.4g kg, %.4g kg in all.", formatDateTime(answer.start).c_str(),
+                      state.humanWeight, state.bikeWeight, state.totalWeight);
+}
+
+PageTable tableOf(const char* title, const std::vector<StretchFigures>& stretches, bool slopes, bool measured)
+{
+    PageTable table = {title, {"No", "From km", "km", "Time", "kph", "Climb m"}, {}};
+    if (slopes)
+        table.heads.emplace_back("Slope %");
+    table.heads.emplace_back("Predicted W");
+    if (measured)
+        table.heads.emplace_back("Measured W");
+    for (const StretchFigures& s : stretches) {
+        std::vector<std::string>& row = table.rows.emplace_back(
+            std::vector<std::string>{std::to_string(table.rows.size() + 1), formatText("%.3f", s.from / 1000),
+                                     formatText("%.3f", s.metres / 1000), durationText(s.seconds),
+                                     formatText("%.1f", kphOf(s)), formatText("%.0f", s.climbed)});
+        if (slopes)
+            row.push_back(formatText("%.1f", s.metres > 0 ? s.climbed / s.metres * 100 : 0));
+        row.push_back(wholeText(s.power[predictedFigure]));
+        if (measured)
+            row.push_back(wholeText(s.power[measuredFigure]));
+    }
+    return table;
+}
+
+std::vector<std::pair<double, double>> climbShades(const RideAnswer& answer)
+{
+    std::vector<std::pair<double, double>> shades;
+    for (const StretchFigures& climb : answer.climbs)
+        shades.emplace_back(climb.from / 1000, (climb.from + climb.metres) / 1000);
+    return shades;
+}
+
+// The points that stay are chosen by what has peaks that somebody looks for.
+void addSeries(HtmlPage& page, RideSeries& series)
+{
+    constexpr std::string_view peaked[] = {"altitude", "speed",     "measured",   "predicted",
+                                           "cadence",  "heartRate", "frontBrake", "rearBrake"};
+    std::vector<const std::vector<double>*> peaks;
+    for (const PageSeries& each : series.along)
+        if (std::ranges::find(peaked, each.id) != std::end(peaked))
+            peaks.push_back(&each.values);
+    std::vector<size_t> places = thinnedPoints(series.rows.size(), peaks);
+    for (PageSeries& each : series.along) {
+        each.values = valuesAt(each.values, places);
+        page.add(std::move(each));
+    }
+    series.latitude = valuesAt(series.latitude, places);
+    series.longitude = valuesAt(series.longitude, places);
+}
+
+void addCharts(HtmlPage& page, const RideAnswer& answer)
+{
+    std::vector<std::pair<double, double>> climbs = climbShades(answer);
+    page.section("Along the way");
+    page.beginCharts();
+    page.chart({.title = answer.climbs.empty() ? "Altitude" : "Altitude, climbs shaded",
+                .kind = ChartKind::area,
+                .x = "distance",
+                .series = {"altitude"},
+                .shades = climbs});
+    page.chart({.title = "Speed", .x = "distance", .series = {"speed"}, .fromZero = true});
+    page.chart({.title = "Power",
+                .x = "distance",
+                .series = {"measured30", "predicted30", "measured", "predicted"},
+                .shown = {"measured30", "predicted30"},
+                .fromZero = true});
+    page.chart({.title = "Cadence and gears",
+                .x = "distance",
+                .series = {"cadence", "frontTooth", "rearTooth"},
+                .shown = {"cadence"}});
+    page.chart({.title = "Heart rate", .x = "distance", .series = {"heartRate"}});
+    page.chart({.title = "Brake temperatures", .x = "distance", .series = {"frontBrake", "rearBrake"}});
+    page.chart({.title = "Time", .x = "distance", .series = {"time"}});
+    page.endCharts();
+}
+
+} // namespace
+
+std::string ridePage(const Model& model, const AnsweredRide& ride, const std::vector<std::string>& notes)
+{
+    const RideAnswer& answer = ride.answer;
+    RideSeries series = rideSeriesOf(model, ride);
+    HtmlPage page(titleOf(ride), leadOf(model, answer));
+    page.section("Summary");
+    page.figures(summaryOf(answer));
+    if (!notes.empty()) {
+        page.section("Mended or doubtful");
+        page.notes(notes);
+    }
+    addSeries(page, series);
+    page.section("Map");
+    page.map({"Track, north above",
+              series.latitude,
+              series.longitude,
+              {answer.power[measuredFigure] ? "measured30" : "predicted30", "speed", "slope"}});
+    addCharts(page, answer);
+    addSplitSection(page, series.megaJoule);
+    addPowerSection(page, model, series.rows, answer);
+    if (!answer.laps.empty() || !answer.climbs.empty()) {
+        page.section("Laps and climbs");
+        page.table(tableOf("Laps", answer.laps, false, answer.power[measuredFigure].has_value()));
+        page.table(tableOf("Climbs", answer.climbs, true, answer.power[measuredFigure].has_value()));
+    }
+    return page.html();
+}
+
+} // namespace torvane
