@@ -9,9 +9,6 @@
 namespace torvane {
 
 enum PowerSink : uint8_t { sinkAir, sinkRolling, sinkSlope, sinkAcceleration, sinkDrivetrain, powerSinkCount };
-constexpr std::array<const char*, powerSinkCount> powerSinkNames = {"air", "rolling", "slope", "acceleration",
-                                                                    "drivetrain"};
-
 // W; negative what the wind, the slope or the bicycle's own motion gives back. Their sum is the power at the stage that
 // the settings tell power for, less what the brakes take.
 using PowerSplit = std::array<double, powerSinkCount>;

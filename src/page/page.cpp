@@ -1,5 +1,6 @@
 #include "page/page.h"
 
+#include "core/shown_text.h"
 #include "core/text.h"
 #include "page/html.h"
 #include "page_assets.h"
@@ -160,6 +161,8 @@ bool HtmlPage::add(PageSeries added)
 {
     if (!std::ranges::any_of(added.values, plottable))
         return false;
+    added.label = shownText(added.label); // pictures have it as well
+    added.unit = shownText(added.unit);
     series.push_back(std::move(added));
     return true;
 }

@@ -1,6 +1,7 @@
 #include "page/power_section.h"
 
 #include "core/text.h"
+#include "page/ride_series.h"
 #include "plot/palette.h"
 #include "plot/text_width.h"
 #include "report/time_text.h"
@@ -190,9 +191,9 @@ void addSplitSection(HtmlPage& page, const std::array<double, powerSinkCount>& m
     std::string told = "Share of the energy spent:";
     for (size_t sink = 0; sink < powerSinkCount; ++sink) {
         double kiloJoule = megaJoule[sink] * 1000;
-        table.rows.push_back({powerSinkNames[sink], formatText("%.0f", kiloJoule)});
+        table.rows.push_back({powerSinkLabels[sink], formatText("%.0f", kiloJoule)});
         if (kiloJoule >= 0.5)
-            spent.push_back({powerSinkNames[sink], kiloJoule});
+            spent.push_back({powerSinkLabels[sink], kiloJoule});
     }
     page.section("Where the power goes");
     if (!spent.empty()) {
@@ -203,8 +204,8 @@ void addSplitSection(HtmlPage& page, const std::array<double, powerSinkCount>& m
     page.chart({.title = "Power by what takes it; below zero it gives",
                 .kind = ChartKind::stack,
                 .x = "distance",
-                .series = {powerSinkNames.begin(), powerSinkNames.end()},
-                .shown = {powerSinkNames.begin(), powerSinkNames.end()}});
+                .series = {powerSinkIds.begin(), powerSinkIds.end()},
+                .shown = {powerSinkIds.begin(), powerSinkIds.end()}});
     page.table(table);
 }
 

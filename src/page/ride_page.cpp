@@ -134,7 +134,7 @@ void addCharts(HtmlPage& page, const RideAnswer& answer)
                 .x = "distance",
                 .series = {"altitude"},
                 .shades = climbs});
-    page.chart({.title = "Speed", .x = "distance", .series = {"speed"}, .fromZero = true});
+    page.chart({.title = "Speed", .x = "distance", .series = {"speed", "time"}, .shown = {"speed"}, .fromZero = true});
     page.chart({.title = "Power",
                 .x = "distance",
                 .series = {"measured30", "predicted30", "measured", "predicted"},
@@ -146,7 +146,6 @@ void addCharts(HtmlPage& page, const RideAnswer& answer)
                 .shown = {"cadence"}});
     page.chart({.title = "Heart rate", .x = "distance", .series = {"heartRate"}});
     page.chart({.title = "Brake temperatures", .x = "distance", .series = {"frontBrake", "rearBrake"}});
-    page.chart({.title = "Time", .x = "distance", .series = {"time"}});
     page.endCharts();
 }
 

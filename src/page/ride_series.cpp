@@ -134,9 +134,8 @@ void addBrakes(const Source& source, std::vector<PageSeries>& along)
 
 void addSplit(const Source& source, RideSeries& series)
 {
-    constexpr const char* labels[powerSinkCount] = {"Air", "Rolling", "Slope", "Acceleration", "Drivetrain"};
     for (size_t sink = 0; sink < powerSinkCount; ++sink) {
-        PageSeries part = {powerSinkNames[sink], labels[sink], "W", 0, {}};
+        PageSeries part = {powerSinkIds[sink], powerSinkLabels[sink], "W", 0, {}};
         for (size_t i = 0; i < source.rows.size(); ++i) {
             part.values.push_back(source.splits[i][sink]);
             if (std::isfinite(source.splits[i][sink]))

@@ -10,6 +10,12 @@
 
 namespace torvane {
 
+// Ids of the series of a split; "slope" is that of the road.
+constexpr std::array<const char*, powerSinkCount> powerSinkIds = {"air", "rolling", "hill", "acceleration",
+                                                                  "drivetrain"};
+constexpr std::array<const char*, powerSinkCount> powerSinkLabels = {"Air", "Rolling", "Slope", "Acceleration",
+                                                                     "Drivetrain"};
+
 // One value for each record that was ridden, none left out.
 struct RideSeries {
     std::vector<RiddenRow> rows = {};

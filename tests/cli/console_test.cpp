@@ -61,6 +61,7 @@ TEST_F(Console, RefusesAndTeaches)
         {{"--set", "72", "801"}, "torvane-cli: --set needs NAME=VALUE, not '72'\n"},
         {{"--save=1", "801"}, "torvane-cli: --save takes no value\n"},
         {{"--graph", "g.svg", "701"}, "torvane-cli: cadence-theory has no graph\n"},
+        {{"--page", "p.html", "701"}, "torvane-cli: cadence-theory has no page\n"},
         {{"801", "ride.fit"}, "torvane-cli: power-and-velocity takes no file; 'ride.fit' is no NAME=VALUE\n"},
         {{"combine", "a.fit"}, "torvane-cli: combine-fit-files takes A.fit B.fit [C.fit [D.fit [E.fit]]] OUT.fit\n"},
         {{"--into", "/no/such/folder", "stroke", "a.fit"}, "torvane-cli: there is no folder /no/such/folder\n"},

@@ -81,6 +81,10 @@ TEST_F(ConsoleFiles, WritesOverItsOwnKindAlone)
         {{"save-profile"}, ".pro", fit, " is a FIT file, not a profile file"},
         {{"801", "--graph"}, ".svg", svg, ""},
         {{"801", "--graph"}, ".svg", fit, " is a FIT file, not an SVG picture"},
+        {{"ride", TORVANE_CHECKOUT "/samples/rides/meter.fit", "--page"},
+         ".svg",
+         svg,
+         " is an SVG picture, not an HTML page"},
         {{"801", "--graph"}, ".csv", words, " is a CSV table, not an SVG picture"},
     };
     for (auto [arguments, ending, present, told] : cases) {

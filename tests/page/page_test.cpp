@@ -1,0 +1,76 @@
+// Pages: what comes from outside stays text, the data are what a browser reads, and thinning loses no peak.
+#include "page/html.h"
+#include "page/page.h"
+#include "page/thinning.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace torvane {
+
+namespace {
+
+size_t countOf(const std::string& text, const std::string& part)
+{
+    size_t count = 0;
+    for (size_t at = text.find(part); at != text.npos; at = text.find(part, at + 1))
+        ++count;
+    return count;
+}
+
+TEST(Page, WhateverIsPutIntoItStaysText)
+{
+    const std::string hostile = "\"'><img src=x onerror=alert(1)></script><script>alert(2)</script>\x1b\xff&amp;";
+    HtmlPage page(hostile, hostile);
+    page.section(hostile);
+    page.paragraph(hostile);
+    page.figures({{hostile, hostile}});
+    page.notes({hostile});
+    page.table({hostile, {hostile, hostile}, {{hostile, hostile}}});
+    page.add({"x", hostile, hostile, 0, {0, 1}});
+    page.chart({.title = hostile, .x = "x", .series = {"x"}});
+    page.add({"y", hostile, hostile, 0, {1, 1}});
+    page.map({hostile, {45, 46}, {8, 9}, {"y"}});
+    page.picture(hostile, {10, 10, {}}, hostile);
+    std::string html = page.html();
+    EXPECT_EQ(countOf(html, "<img"), 0u);
+    EXPECT_EQ(countOf(html, "<script"), 1u);
+    EXPECT_EQ(countOf(html, "onerror="), countOf(html, "&gt;&lt;img src=x onerror=alert(1)&gt;&lt;/script&gt;"));
+    EXPECT_GE(countOf(html, "onerror="), 20u);
+    EXPECT_EQ(html.find('\x1b'), html.npos);
+    EXPECT_EQ(html.find('\xff'), html.npos);
+}
+
+// 1, -2 and no number as a browser's DataView has them.
+TEST(Page, DataAreFloatsInBase64)
+{
+    double values[] = {1, -2, std::numeric_limits<double>::quiet_NaN()};
+    EXPECT_EQ(base64Floats(values), "AACAPwAAAMAAAMB/");
+    EXPECT_EQ(base64Floats(std::span(values).first(1)), "AACAPw==");
+    EXPECT_EQ(base64Floats(std::span(values).first(2)), "AACAPwAAAMA=");
+}
+
+TEST(Page, ThinningKeepsEveryPeak)
+{
+    std::vector<double> wave(100'000), spikes(wave.size(), std::numeric_limits<double>::quiet_NaN());
+    for (size_t i = 0; i < wave.size(); ++i)
+        wave[i] = std::sin(static_cast<double>(i));
+    for (size_t at : {5u, 50'001u, 99'998u})
+        spikes[at] = static_cast<double>(at);
+    const std::vector<double>* series[] = {&wave, &spikes};
+    std::vector<size_t> places = thinnedPoints(wave.size(), series);
+    EXPECT_LE(places.size(), mostPagePoints);
+    EXPECT_TRUE(std::ranges::is_sorted(places));
+    EXPECT_EQ(std::ranges::adjacent_find(places), places.end());
+    for (size_t at : {size_t{0}, size_t{5}, size_t{50'001}, size_t{99'998}, wave.size() - 1})
+        EXPECT_TRUE(std::ranges::binary_search(places, at)) << at;
+    EXPECT_EQ(std::ranges::max(valuesAt(wave, places)), std::ranges::max(wave));
+    EXPECT_EQ(thinnedPoints(300, series).size(), 300u);
+}
+
+} // namespace
+
+} // namespace torvane
