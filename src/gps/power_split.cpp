@@ -12,28 +12,28 @@ namespace torvane {
 
 namespace {
 
-double drivetrainLoss(TrackModel& track, const GpsRecord& record, double thrust)
+double drivetrainLoss(TrackModel& track, double speed, double thrust)
 {
-    if (!(thrust > 0) || !(record.speed > 0))
+    if (!(thrust > 0) || !(speed > 0))
         return 0;
-    double ratio = track.model.gearTable[usualGear(track.model, record.speed)].ratio;
-    double cadence = cadenceInGear(track.model, record.speed, ratio);
-    driveStagesFromThrust(track.model, track.now, record.speed, thrust,
-                          radiansPerSecond(wheelRpmAt(track.model, record.speed)), radiansPerSecond(cadence));
+    double ratio = track.model.gearTable[usualGear(track.model, speed)].ratio;
+    double cadence = cadenceInGear(track.model, speed, ratio);
+    driveStagesFromThrust(track.model, track.now, speed, thrust, radiansPerSecond(wheelRpmAt(track.model, speed)),
+                          radiansPerSecond(cadence));
     double loss = stagePower(track.now, track.settings.analysePowerBase) - thrust;
     return std::isfinite(loss) ? loss : 0;
 }
 
-PowerSplit splitOf(TrackModel& track, GpsRecord record)
+PowerSplit splitOf(TrackModel& track, GpsRecord record, double speed)
 {
     prepareModelForRecord(track, record);
     PowerSplit split = {};
-    double thrust = powerAskedBy(track, record);
+    double thrust = powerAskedBy(track, record, speed);
     split[sinkAir] = track.now.airDragPower;
     split[sinkRolling] = track.now.rollingPower;
     split[sinkSlope] = track.now.slopePower;
-    split[sinkAcceleration] = thrust - resistanceAtVelocity(track.model, track.now, record.speed).value;
-    split[sinkDrivetrain] = drivetrainLoss(track, record, thrust);
+    split[sinkAcceleration] = thrust - resistanceAtVelocity(track.model, track.now, speed).value;
+    split[sinkDrivetrain] = drivetrainLoss(track, speed, thrust);
     return split;
 }
 
@@ -44,8 +44,8 @@ std::vector<PowerSplit> powerSplitOf(const Model& model, const Analysis& analysi
     TrackModel track = startTrackModel(model, analysis.settings, summary, analysis.flags);
     std::vector<PowerSplit> splits;
     splits.reserve(analysis.records.size());
-    for (const GpsRecord& record : analysis.records)
-        splits.push_back(splitOf(track, record));
+    for (size_t i = 0; i < analysis.records.size(); ++i)
+        splits.push_back(splitOf(track, analysis.records[i], speedOfStep(track, analysis.records, i)));
     return splits;
 }
 
