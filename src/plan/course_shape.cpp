@@ -99,13 +99,37 @@ bool isRough(const std::vector<double>& heights, double step)
     return bentOver(heights, gradeSpan, step) > mostGradeChange / 100 * gradeSpan;
 }
 
-// Hills bend twice as much over twice the way, or nearly; what the weather or a map does to the heights does not.
+// m, of fourth differences of heights a span apart, which leave a few metres of hills of 2 km and more, and of noise 4
+// to 8 times as much as it has: rms, or a deviation by their median where that is less, as on a road of few sharp
+// bends.
+double unevenOver(const std::vector<double>& heights, double metres, double step)
+{
+    size_t span = std::max<size_t>(1, static_cast<size_t>(std::lround(metres / step)));
+    std::vector<double> uneven;
+    double squares = 0;
+    for (size_t i = 4 * span; i < heights.size(); ++i) {
+        double middle = heights[i - 2 * span], near = heights[i - span] + heights[i - 3 * span];
+        uneven.push_back(std::fabs(heights[i] + heights[i - 4 * span] - 4 * near + 6 * middle));
+        squares += uneven.back() * uneven.back();
+    }
+    if (uneven.empty())
+        return 0;
+    constexpr double normalMedian = 0.6745;
+    auto median = uneven.begin() + static_cast<std::ptrdiff_t>(uneven.size() / 2);
+    std::ranges::nth_element(uneven, median);
+    return std::min(std::sqrt(squares / static_cast<double>(uneven.size())), *median / normalMedian);
+}
+
+// Hills bend twice as much over twice the way, or nearly; what the weather or a map does to the heights does not. Among
+// hills of a few km that only shows where these are taken off.
 bool wavers(const std::vector<double>& heights, double step)
 {
-    constexpr double span = 300, much = 5, hills = 1.85, leastLength = 2000; // m, m, ratio, m
+    constexpr double span = 300, much = 5, hills = 1.85, mostUneven = 19, leastLength = 2000; // m, m, ratio, m, m
+    if (static_cast<double>(heights.size()) * step <= leastLength)
+        return false;
     double bent = bentOver(heights, span, step);
-    bool isLong = static_cast<double>(heights.size()) * step > leastLength;
-    return isLong && bent > much && bentOver(heights, 2 * span, step) < hills * bent;
+    bool isNoHill = bent > much && bentOver(heights, 2 * span, step) < hills * bent;
+    return isNoHill || unevenOver(heights, span, step) > mostUneven;
 }
 
 void setSlopes(Course& course)
