@@ -64,7 +64,7 @@ class StartTest(DesktopTest):
         self.desktop.gone(about)
 
     def test_menu_is_whole(self):
-        for number, key in enumerate(("f", "p", "s", "g", "o", "h")):
+        for number, key in enumerate(("f", "p", "s", "g", "o", "t", "h")):
             self.desktop.press(f"alt+{key}")
             wait_for(lambda: self.desktop.find_menu(), f"menu {key}")
             self.desktop.screenshot(f"menu {number}")
