@@ -3,7 +3,7 @@
 // whose script does not run keeps the pictures that stand in it.
 "use strict";
 
-const chartHeight = 220, mapHeights = [220, 480]; // px
+const chartHeight = 220, mapHeights = [220, 400]; // px
 const letter = 7, printWidth = 680; // px: a digit of the axes about; what A4 has between its margins
 const rampSteps = 9, pages = 20; // colours of a map; presses of "page down" from one end to the other
 const seconds = [1, 2, 5, 10, 15, 20, 30, 60, 120, 300, 600, 900, 1200, 1800, 3600, 7200, 10800, 21600, 43200, 86400];
