@@ -44,22 +44,6 @@ void addFigures(JsonList& object, const FigureList& figures)
         object.member(figure.name, jsonExact(figure.value));
 }
 
-std::string jsonFigures(const Figures& figures)
-{
-    JsonList object('{');
-    addFigures(object, figures.values);
-    for (const Figures::Group& group : figures.groups) {
-        JsonList items('[');
-        for (const FigureList& list : group.items) {
-            JsonList item('{');
-            addFigures(item, list);
-            items.element(item.close());
-        }
-        object.member(group.name, items.close());
-    }
-    return object.close();
-}
-
 // Of what has a unit; the items of a group share theirs.
 void addUnits(JsonList& object, const FigureList& figures, std::set<std::string>& told)
 {
@@ -202,6 +186,22 @@ void printAnswer(const Answer& answer, Streams& streams)
     streams.out << answer.upper << answer.lower << std::flush;
     if (!answer.status.empty())
         streams.err << answer.status << '\n';
+}
+
+std::string jsonFigures(const Figures& figures)
+{
+    JsonList object('{');
+    addFigures(object, figures.values);
+    for (const Figures::Group& group : figures.groups) {
+        JsonList items('[');
+        for (const FigureList& list : group.items) {
+            JsonList item('{');
+            addFigures(item, list);
+            items.element(item.close());
+        }
+        object.member(group.name, items.close());
+    }
+    return object.close();
 }
 
 void writeJson(std::ostream& out, const Answer& answer)

@@ -64,6 +64,8 @@ void tellBoxes(Answer& answer, Streams& streams, const std::vector<Box>& boxes);
 
 // Pane texts to standard output, the status line to standard error.
 void printAnswer(const Answer& answer, Streams& streams);
+// All figures as one JSON object.
+std::string jsonFigures(const Figures& figures);
 // The answer as one JSON object on a line; keys without content are left out. A graph goes out point by point.
 void writeJson(std::ostream& out, const Answer& answer);
 

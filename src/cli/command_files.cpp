@@ -1,9 +1,12 @@
 #include "cli/command_files.h"
 
+#include "cli/batch_sources.h"
 #include "core/files.h"
 #include "core/text.h"
 
 #include <algorithm>
+#include <map>
+#include <utility>
 
 namespace torvane {
 
@@ -38,27 +41,22 @@ constexpr std::string_view otherRides[] = {".gpx", ".tcx", ".fit"};
 // "ride.gpx.gz" to "ride.fit"; the name of a FIT file stays.
 std::string fitName(std::string_view name)
 {
-    bool packed = name.ends_with(".gz");
-    name.remove_suffix(packed ? 3 : 0);
+    std::string lower = asciiLower(name);
+    bool packed = lower.ends_with(".gz");
+    lower.resize(lower.size() - (packed ? 3 : 0));
     for (std::string_view ending : otherRides)
-        if (name.ends_with(ending) && (packed || ending != ".fit"))
-            return std::string(name.substr(0, name.size() - ending.size())) + ".fit";
-    return std::string(name);
+        if (lower.ends_with(ending) && (packed || ending != ".fit"))
+            return std::string(name.substr(0, lower.size() - ending.size())) + ".fit";
+    return std::string(name.substr(0, lower.size()));
 }
 
-// The same name in another folder, with the extension of what is written there.
+// The same name in another folder, which ends in a separator, with the extension of what is written there.
 std::string nameInFolder(const std::string& folder, const std::string& source, FileKind kind)
 {
     std::string_view name = fileName(source);
-    bool table = kind == FileKind::csv;
-    std::string stem = table ? std::string(name.substr(0, name.rfind('.'))) : fitName(name);
-#ifdef _WIN32
-    constexpr char separator = '\\';
-#else
-    constexpr char separator = '/';
-#endif
-    bool ends = lastSeparator(folder) + 1 == folder.size();
-    return folder + (ends ? "" : std::string(1, separator)) + stem + (table ? ".csv" : "");
+    if (kind == FileKind::csv)
+        return folder + std::string(name.substr(0, name.rfind('.'))) + ".csv";
+    return folder + fitName(name);
 }
 
 bool takesFolder(const CommandFiles& files)
@@ -75,21 +73,25 @@ std::string destinationFault(const CommandFiles& files, const Request& request, 
                 : std::string();
 }
 
-std::string planFolder(const CommandFiles& files, const Request& request, std::vector<RunFiles>& runs)
+std::string planFolder(const CommandFiles& files, const Request& request, PlannedRuns& planned)
 {
     if (!takesFolder(files))
         return "--into is for commands that write one file for each source";
     std::string folder = absolutePath(request.into);
     if (!folderExists(folder))
         return "there is no folder " + folder;
-    if (request.files.empty())
-        return "no files given";
-    for (const std::string& file : request.files) {
-        std::string source = absolutePath(file);
-        std::string destination = nameInFolder(folder, source, files.writes);
-        if (std::ranges::find(runs, destination, &RunFiles::destination) != runs.end())
-            return "two files would be written to " + destination;
-        runs.push_back({{source}, destination});
+    BatchSources sources;
+    if (std::string fault = findSources(request, folder, sources); !fault.empty())
+        return fault;
+    planned.notes = std::move(sources.notes);
+    planned.complete = sources.complete;
+    std::map<std::string, std::string> sourceOf;
+    for (BatchSource& source : sources.rides) {
+        std::string destination = nameInFolder(asFolder(folder) + source.folder, source.path, files.writes);
+        auto [taken, isNew] = sourceOf.try_emplace(destination, source.path);
+        if (!isNew)
+            return "two files would be written to " + destination + ": of " + taken->second + " and of " + source.path;
+        planned.runs.push_back({{std::move(source.path)}, std::move(destination)});
     }
     return {};
 }
@@ -101,8 +103,9 @@ Output outputOf(const Command& command, const std::string& path)
     return {path, command.files.writes, command.files.onlyNew};
 }
 
-std::string planRuns(const Command& command, const Request& request, std::vector<RunFiles>& runs)
+std::string planRuns(const Command& command, const Request& request, PlannedRuns& planned)
 {
+    std::vector<RunFiles>& runs = planned.runs;
     const CommandFiles& files = command.files;
     std::string name = consoleName(command);
     if (files.most == 0) {
@@ -112,7 +115,7 @@ std::string planRuns(const Command& command, const Request& request, std::vector
         return request.files.empty() ? "" : name + " takes no file; '" + request.files[0] + "' is no NAME=VALUE";
     }
     if (!request.into.empty())
-        return planFolder(files, request, runs);
+        return planFolder(files, request, planned);
     if (request.files.size() < files.least || request.files.size() > files.most)
         return name + " takes " + files.pattern + (takesFolder(files) ? ", or with --into FOLDER several files" : "");
     if (std::ranges::find(request.files, std::string()) != request.files.end())

@@ -14,7 +14,13 @@ namespace torvane {
 // A file that a command writes, as the rules of writing see it.
 Output outputOf(const Command& command, const std::string& path);
 
-// Deals the files of a request out to runs: one, or with --into one for each file. An empty text on success.
-std::string planRuns(const Command& command, const Request& request, std::vector<RunFiles>& runs);
+// The runs that the files of a request make.
+struct PlannedRuns {
+    std::vector<RunFiles> runs;     // one, or with --into one for each file
+    std::vector<std::string> notes; // of folders that were looked through
+    bool complete = true;           // each could be
+};
+// An empty text on success.
+std::string planRuns(const Command& command, const Request& request, PlannedRuns& planned);
 
 } // namespace torvane

@@ -21,6 +21,15 @@ public:
         for (size_t piece; begin(piece); end(piece))
             work.run(piece);
     }
+    // Of the caller, where there is no thread.
+    void runAndTakeAll()
+    {
+        for (size_t piece; begin(piece); take(piece)) {
+            work.run(piece);
+            end(piece);
+            work.ended(ended);
+        }
+    }
     // Of the caller: waits for a piece, and tells of all that end meanwhile. False when it will not be begun.
     bool waitFor(size_t piece)
     {
@@ -38,6 +47,13 @@ public:
             }
         }
     }
+    void take(size_t piece)
+    {
+        work.take(piece);
+        std::lock_guard lock(guard);
+        ++taken;
+        room.notify_all();
+    }
     void join()
     {
         std::lock_guard lock(guard);
@@ -51,9 +67,11 @@ public:
     }
 
 private:
+    // The next one to be taken is begun in any case.
     bool begin(size_t& piece)
     {
-        std::lock_guard lock(guard);
+        std::unique_lock lock(guard);
+        room.wait(lock, [this] { return begun == taken || work.isGivenUp() || !work.isFull(); });
         if (begun == hasRun.size() || work.isGivenUp())
             return false;
         piece = begun++;
@@ -69,8 +87,8 @@ private:
 
     const OrderedWork& work;
     std::mutex guard;
-    std::condition_variable changed;
-    size_t begun = 0, ended = 0;
+    std::condition_variable changed, room;
+    size_t begun = 0, ended = 0, taken = 0;
     size_t told = 0;   // of those that have ended
     size_t atWork = 0; // threads that have not left
     std::vector<bool> hasRun;
@@ -105,9 +123,9 @@ void runInOrder(size_t count, size_t threads, const OrderedWork& work)
     Pieces pieces(count, work);
     std::vector<std::jthread> started = startThreads(pieces, threads);
     if (started.empty())
-        pieces.runAll();
+        return pieces.runAndTakeAll();
     for (size_t piece = 0; piece < count && pieces.waitFor(piece); ++piece)
-        work.take(piece);
+        pieces.take(piece);
 }
 
 } // namespace torvane

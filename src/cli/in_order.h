@@ -12,6 +12,8 @@ struct OrderedWork {
     std::function<void(size_t piece)> take;  // on the caller's thread, in order, each once it has run
     std::function<void(size_t ended)> ended; // on the caller's thread: how many have run so far
     std::function<bool()> isGivenUp;         // on any thread: whether no more may be begun
+    // On any thread: whether no more may be begun before some are taken.
+    std::function<bool()> isFull = [] { return false; };
 };
 
 // Runs the pieces 0 to count - 1 on so many threads, or as many as the system gives; without one, on the caller's. They

@@ -3,27 +3,25 @@
 // record. On reports the ride has the pipe's name.
 #pragma once
 
-#include "cli/command_files.h"
+#include "cli/temporary_folder.h"
+#include "command/fill.h"
+#include "core/stop_request.h"
 
+#include <list>
 #include <string>
-#include <vector>
 
 namespace torvane {
 
 class PipedSources {
 public:
-    PipedSources() = default;
-    PipedSources(const PipedSources&) = delete;
-    PipedSources& operator=(const PipedSources&) = delete;
-    ~PipedSources();
-
-    // Puts files in the place of the pipes among the sources. An empty text on success, else what is wrong.
-    std::string take(RunFiles& files);
+    // Puts files in the place of the pipes among the sources, unless it is asked to stop before. An empty text on
+    // success, else what is wrong.
+    std::string take(RunFiles& files, const StopRequest& stop);
 
 private:
-    std::string layDown(const std::string& pipe, std::string& file);
+    std::string layDown(const std::string& pipe, const StopRequest& stop, std::string& file);
 
-    std::vector<std::string> folders; // one for each, since pipes may have one name
+    std::list<TemporaryFolder> folders; // one for each, since pipes may have one name
 };
 
 } // namespace torvane

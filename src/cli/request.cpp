@@ -36,6 +36,18 @@ constexpr Option options[] = {
     {"--into", "FOLDER", nullptr, &Request::into, "for several files: write one file for each into a folder"},
     {"--jobs", "N", nullptr, nullptr,
      "with --into and sweep: so many at a time, 1 to 256; as many as the machine has cores unless given"},
+    {"--files-from", "FILE", nullptr, &Request::filesFrom,
+     "with --into: take the files that this list names, one a line or each ended by a zero byte; - from standard "
+     "input"},
+    {"--recursive", "", &Request::recursive, nullptr,
+     "with --into: take the rides in the folders that are named, and in those below them"},
+    {"--resume", "", &Request::resume, nullptr,
+     "with --into: leave out the rides that an earlier call has done and that have not changed"},
+    {"--timeout", "SECONDS", nullptr, nullptr, "with --into: stop a ride that takes longer, and go on with the next"},
+    {"--stdin", "", &Request::fromStdin, nullptr,
+     "with --json: read rides from standard input, a JSON object with name and bytes (base64) a line, and answer each "
+     "by "
+     "a line"},
     {"--force", "", &Request::force, nullptr,
      "write over a file of another kind, or one that is there already; never over a source"},
     {"--prepare", "", &Request::prepare, nullptr, "at-one-stroke: first put the ride as its device wrote it in order"},
@@ -76,6 +88,16 @@ std::string takeJobs(const std::string& value, Request& request)
     return "--jobs needs a number from 1 to " + std::to_string(mostJobs) + ", not '" + value + "'";
 }
 
+std::string takeTimeout(const std::string& value, Request& request)
+{
+    constexpr double longest = 1e6; // s
+    const char* end = value.data() + value.size();
+    auto [read, fault] = std::from_chars(value.data(), end, request.timeout);
+    if (fault == std::errc() && read == end && request.timeout > 0 && request.timeout <= longest)
+        return {};
+    return "--timeout needs a number of seconds above 0, not '" + value + "'";
+}
+
 std::string takeValue(const Option& option, const std::string& value, Request& request)
 {
     if (option.text) {
@@ -84,6 +106,8 @@ std::string takeValue(const Option& option, const std::string& value, Request& r
     }
     if (option.name == "--jobs")
         return takeJobs(value, request);
+    if (option.name == "--timeout")
+        return takeTimeout(value, request);
     Assignment assignment;
     if (!readAssignment(value, assignment))
         return "--set needs NAME=VALUE, not '" + value + "'";

@@ -41,6 +41,11 @@ struct Request {
     bool asAngle = false;             // --as-angle, the same as the entry asAngle=on
     int jobs = 0;                     // --jobs N; 0: as many as there are cores
     bool sweep = false;               // "sweep" in front of the command
+    bool resume = false;              // --resume
+    bool recursive = false;           // --recursive
+    std::string filesFrom;            // --files-from FILE; "-": from standard input
+    bool fromStdin = false;           // --stdin
+    double timeout = 0;               // --timeout SECONDS; 0: none
     std::vector<Assignment> settings; // --set NAME=VALUE
     std::string command;              // empty: none
     std::vector<Assignment> entries;  // NAME=VALUE behind the command

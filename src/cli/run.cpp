@@ -4,7 +4,9 @@
 #include "cli/chart_file.h"
 #include "cli/command_files.h"
 #include "cli/ending_signals.h"
+#include "cli/options_hash.h"
 #include "cli/piped_sources.h"
+#include "cli/stage.h"
 #include "cli/sweep.h"
 #include "cli/sweep_ranges.h"
 #include "command/fill.h"
@@ -24,6 +26,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iostream>
 #include <new>
 
 namespace torvane {
@@ -50,6 +53,7 @@ struct Run {
 
 int stopped(Run& run)
 {
+    run.answer.result = statusStopped;
     tellStopped(run.answer, run.streams);
     return exitFailed;
 }
@@ -106,8 +110,11 @@ bool mayWrite(Run& run, const Output& output)
 
 bool mayWriteDestination(Run& run)
 {
-    bool may = std::ranges::all_of(run.answer.outputs,
-                                   [&](const std::string& path) { return mayWrite(run, outputOf(run.command, path)); });
+    bool may = std::ranges::all_of(run.answer.outputs, [&](const std::string& path) {
+        Output output = outputOf(run.command, path);
+        output.onlyNew = output.onlyNew && !run.request.resume; // of the earlier call
+        return mayWrite(run, output);
+    });
     if (!may)
         run.answer.outputs.clear();
     return may;
@@ -171,6 +178,7 @@ int runLong(Run& run)
     }
     if (!enterDialog(run) || !mayWriteDestination(run))
         return exitRefused;
+    run.session.inputs.flush = run.request.into.empty() ? Flush::each : Flush::byOwner;
     tellNotes(run.answer, run.streams, run.notes);
     return perform(run);
 }
@@ -322,7 +330,7 @@ int runThrough(Run& run)
     if (!page.empty() && !mayWrite(run, {.path = page, .kind = FileKind::html, .ofOption = true}))
         return exitRefused;
     run.session.wantsPage = !page.empty();
-    if (std::string fault = piped.take(run.files); !fault.empty()) {
+    if (std::string fault = piped.take(run.files, *run.session.screens.stop); !fault.empty()) {
         if (run.session.screens.stop->isAsked())
             return stopped(run);
         tellBoxes(run.answer, run.streams, {{"error", shownText(fault)}});
@@ -330,7 +338,7 @@ int runThrough(Run& run)
         return exitFailed;
     }
     int code = dispatchWithRows(run);
-    if (run.answer.result && code != exitRefused)
+    if (run.answer.result && run.answer.result != statusStopped && code != exitRefused)
         code = std::max({code, writeGraph(run), writePage(run)});
     return code;
 }
@@ -338,6 +346,8 @@ int runThrough(Run& run)
 // Memory that does not suffice is a failure of this run: there may be more of it for the next.
 int runOnce(Run& run)
 {
+    if (run.session.screens.stop == nullptr)
+        run.session.screens.stop = &signalStop();
     ScreensInto into(run.session, run.answer, run.streams);
     run.answer.command = run.command.id;
     int code = exitFailed;
@@ -358,7 +368,6 @@ int runSingle(Session& session, const Command& command, const Request& request, 
               WriteRules& rules, Answer& answer, Streams& streams)
 {
     Run run = {session, command, request, streams, rules, files, std::move(answer)};
-    session.screens.stop = &signalStop();
     int code = runHeld([&] { return runOnce(run); });
     answer = std::move(run.answer);
     Streams aside = {streams.err, streams.err};
@@ -378,6 +387,34 @@ std::string checkRows(const Command& command, const Request& request)
     return request.rows == "-" && request.json ? "--rows - and --json both want standard output" : "";
 }
 
+std::string checkBatchOptions(const Request& request)
+{
+    if (request.jobs != 0 && request.into.empty() && !request.sweep)
+        return "--jobs is for the rides of --into, and for sweep";
+    const std::pair<const char*, bool> given[] = {{"--files-from", !request.filesFrom.empty()},
+                                                  {"--recursive", request.recursive},
+                                                  {"--resume", request.resume},
+                                                  {"--timeout", request.timeout != 0}};
+    for (auto [name, isGiven] : given)
+        if (isGiven && request.into.empty())
+            return std::string(name) + " is for the rides of --into";
+    return {};
+}
+
+// A ride from standard input has a name and no place.
+std::string checkStage(const Command& command, const Request& request)
+{
+    if (!request.fromStdin)
+        return {};
+    if (command.files.least != 1 || command.work != Work::worker)
+        return consoleName(command) + " does not take one ride, as --stdin gives them";
+    if (!request.files.empty() || !request.into.empty() || request.sweep)
+        return "--stdin takes no other file, no --into and no sweep";
+    if (!request.rows.empty() || !request.graph.empty() || !request.saveProfile.empty())
+        return "--stdin answers by lines alone, and writes no file";
+    return request.json ? "" : "--stdin answers as JSON; give --json as well";
+}
+
 std::string checkUsage(const Command& command, const Request& request)
 {
     if (command.work == Work::frontEnd)
@@ -392,9 +429,11 @@ std::string checkUsage(const Command& command, const Request& request)
         return fault;
     if (!request.saveProfile.empty() && !command.files.byOption)
         return consoleName(command) + " saves no profile by an option";
-    if (request.jobs != 0 && request.into.empty() && !request.sweep)
-        return "--jobs is for the rides of --into, and for sweep";
+    if (std::string fault = checkBatchOptions(request); !fault.empty())
+        return fault;
     if (std::string fault = request.sweep ? sweepFault(command, request) : ""; !fault.empty())
+        return fault;
+    if (std::string fault = checkStage(command, request); !fault.empty())
         return fault;
     return checkRows(command, request);
 }
@@ -486,12 +525,13 @@ ResultStatus finishProfileFile(Session& session, const Command& command, const s
 
 int runCommand(Session& session, const Command& command, const Request& request, Answer& answer, Streams& streams)
 {
-    std::vector<RunFiles> runs;
+    PlannedRuns planned;
+    const std::vector<RunFiles>& runs = planned.runs;
     std::string fault = checkUsage(command, request);
     if (fault.empty() && !knowsEntries(command, request, answer, streams))
         return exitRefused;
-    if (fault.empty())
-        fault = planRuns(command, request, runs);
+    if (fault.empty() && !request.fromStdin)
+        fault = planRuns(command, request, planned);
     if (fault.empty())
         fault = checkSweptFiles(command, request, runs);
     WriteRules rules(request.force, callFiles(command, request, runs));
@@ -518,8 +558,11 @@ int runCommand(Session& session, const Command& command, const Request& request,
         itsAnswer = std::move(run.answer);
         return code;
     };
-    int code = request.into.empty() ? runSingle(session, command, request, runs[0], rules, answer, streams)
-                                    : runBatch(session, request, runs, ride, answer, streams);
+    if (request.fromStdin)
+        return runStage(session, ride, std::cin, answer, streams);
+    int code = request.into.empty()
+                   ? runSingle(session, command, request, runs[0], rules, answer, streams)
+                   : runBatch(session, request, planned, optionsHash(session, command, request), ride, answer, streams);
     // What a tool ticked waits for the next commit of the recorded rides, and there will be none.
     if (request.save && command.menu == MenuAfter::toolRan)
         commitGps(session.saved, session.working);

@@ -129,7 +129,7 @@ StatusCode createFile(const Ride& ride, const std::string& path)
     FitImage destination = {};
     if (StatusCode code = createImage(ride, destination))
         return code;
-    if (!saveFitFile(destination, path))
+    if (!saveFitFile(destination, path, ride.session.inputs.flush))
         return fail(ride, path, fitSaveFailed);
     reportStatus(ride.session.screens, path, fitPredictionSaved);
     return fitOk;

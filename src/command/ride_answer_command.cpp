@@ -26,7 +26,8 @@ StatusCode answerFor(Session& session, AnsweredRide& ride)
 StatusCode write(Session& session, const AnsweredRide& ride, const std::string& path)
 {
     FitImage file = {};
-    if (makeAnsweredFile(ride, session.working.createOutput, file) != fitOk || !saveFitFile(file, path))
+    if (makeAnsweredFile(ride, session.working.createOutput, file) != fitOk ||
+        !saveFitFile(file, path, session.inputs.flush))
         return reportUnsaved(session.screens,
                              formatText("failed to save the data to a fit file '%s'", reportedName(path).c_str()));
     reportStatus(session.screens, path, fitPredictionSaved);

@@ -54,15 +54,27 @@ FileResult readPipe(const std::string& path, size_t limit, const std::function<b
 // Takes the next piece of a file; false when it could not be written.
 using WritePiece = std::function<bool(std::span<const uint8_t>)>;
 
+// When a file that was written is safe from a failure of the power: a wait of milliseconds for the disk.
+enum class Flush {
+    each,   // before it takes its place
+    byOwner // the caller flushes the folder once many files are there, and counts none of them before
+};
+
 // Creates or replaces a file with the pieces that `make` hands over, one behind the other: a file that need not be in
 // memory as a whole. While make runs the old file still stands, and it stays when make answers false.
-FileResult replaceFile(const std::string& path, const std::function<bool(const WritePiece&)>& make);
+FileResult replaceFile(const std::string& path, const std::function<bool(const WritePiece&)>& make,
+                       Flush flush = Flush::each);
 
 // The same with pieces that are there.
-inline FileResult replaceFile(const std::string& path, std::initializer_list<std::span<const uint8_t>> pieces)
+inline FileResult replaceFile(const std::string& path, std::initializer_list<std::span<const uint8_t>> pieces,
+                              Flush flush = Flush::each)
 {
-    return replaceFile(path, [&](const WritePiece& write) { return std::ranges::all_of(pieces, write); });
+    return replaceFile(
+        path, [&](const WritePiece& write) { return std::ranges::all_of(pieces, write); }, flush);
 }
+
+// What was written to the volume of a folder is on its disk. On Windows each file has been flushed before.
+void flushVolumeOf(const std::string& folder);
 
 // Anything at this path, a folder as well.
 inline bool fileExists(const std::string& path)
@@ -83,6 +95,14 @@ inline bool isSameFile(const std::string& a, const std::string& b)
     std::optional<FileIdentity> identity = fileIdentity(a);
     return identity && identity == fileIdentity(b);
 }
+
+// Size and time of the last change: what changes with a file's content, short of reading it.
+struct FileStamp {
+    uint64_t size = 0;
+    int64_t time = 0; // ns since 1970
+    bool operator==(const FileStamp&) const = default;
+};
+std::optional<FileStamp> fileStamp(const std::string& path); // none: nothing is there
 
 // Gives a file another name in its folder; false when that failed.
 bool renameFile(const std::string& from, const std::string& to);

@@ -174,14 +174,15 @@ void keepOwnerAndMode(int descriptor, const struct stat& replaced)
 }
 
 // Writes the neighbour and moves it over the target. `replaced` is the state of the old file, null when there is none.
-FileResult writeNeighbour(const std::string& target, const struct stat* replaced, const MakePieces& make)
+FileResult writeNeighbour(const std::string& target, const struct stat* replaced, const MakePieces& make, Flush flush)
 {
     Neighbour neighbour(target, replaced ? 0600 : 0666);
     if (!neighbour.isOpen())
         return FileResult::cannotOpen;
     if (replaced)
         keepOwnerAndMode(neighbour.descriptor(), *replaced);
-    bool written = writeAll(neighbour.descriptor(), make) && ::fsync(neighbour.descriptor()) == 0;
+    bool written =
+        writeAll(neighbour.descriptor(), make) && (flush == Flush::byOwner || ::fsync(neighbour.descriptor()) == 0);
     return written && neighbour.takePlaceOf(target) ? FileResult::ok : FileResult::writeFailed;
 }
 
@@ -245,7 +246,7 @@ FileResult readPipe(const std::string& path, size_t limit, const std::function<b
     return FileResult::ok;
 }
 
-FileResult replaceFile(const std::string& path, const MakePieces& make)
+FileResult replaceFile(const std::string& path, const MakePieces& make, Flush flush)
 {
     struct stat status;
     bool found = ::stat(path.c_str(), &status) == 0;
@@ -255,7 +256,14 @@ FileResult replaceFile(const std::string& path, const MakePieces& make)
     if (type == FileType::device)
         return writeStraight(path, make);
     std::string target = behindLinks(path);
-    return target.empty() ? FileResult::cannotOpen : writeNeighbour(target, found ? &status : nullptr, make);
+    return target.empty() ? FileResult::cannotOpen : writeNeighbour(target, found ? &status : nullptr, make, flush);
+}
+
+void flushVolumeOf(const std::string& folder)
+{
+    OpenFile open(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (open.descriptor >= 0)
+        ::syncfs(open.descriptor);
 }
 
 FileType fileType(const std::string& path)
@@ -270,6 +278,15 @@ std::optional<FileIdentity> fileIdentity(const std::string& path)
     if (::stat(path.c_str(), &status) != 0)
         return {};
     return FileIdentity{status.st_dev, status.st_ino};
+}
+
+std::optional<FileStamp> fileStamp(const std::string& path)
+{
+    struct stat status;
+    if (::stat(path.c_str(), &status) != 0)
+        return {};
+    constexpr int64_t second = 1'000'000'000; // ns
+    return FileStamp{static_cast<uint64_t>(status.st_size), status.st_mtim.tv_sec * second + status.st_mtim.tv_nsec};
 }
 
 bool renameFile(const std::string& from, const std::string& to)

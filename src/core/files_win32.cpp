@@ -209,7 +209,7 @@ FileResult readPipe(const std::string&, size_t, const std::function<bool()>&, st
     return FileResult::cannotOpen;
 }
 
-FileResult replaceFile(const std::string& path, const std::function<bool(const WritePiece&)>& make)
+FileResult replaceFile(const std::string& path, const std::function<bool(const WritePiece&)>& make, Flush)
 {
     FileType type = fileType(path);
     DWORD attributes = attributesOf(path);
@@ -224,6 +224,8 @@ FileResult replaceFile(const std::string& path, const std::function<bool(const W
     bool written = made && FlushFileBuffers(neighbour.handle());
     return written && neighbour.takePlaceOf(target) ? FileResult::ok : FileResult::writeFailed;
 }
+
+void flushVolumeOf(const std::string&) {} // only an administrator may
 
 FileType fileType(const std::string& path)
 {
@@ -248,6 +250,20 @@ std::optional<FileIdentity> fileIdentity(const std::string& path)
         return {};
     return FileIdentity{known.dwVolumeSerialNumber,
                         static_cast<uint64_t>(known.nFileIndexHigh) << 32 | known.nFileIndexLow};
+}
+
+std::optional<FileStamp> fileStamp(const std::string& path)
+{
+    OpenFile file(openToAsk(path));
+    BY_HANDLE_FILE_INFORMATION known;
+    if (!file.isOpen() || !GetFileInformationByHandle(file.handle, &known))
+        return {};
+    constexpr int64_t tick = 100;                            // ns
+    constexpr int64_t ticksTo1970 = 116'444'736'000'000'000; // since 1601
+    auto joined = [](DWORD high, DWORD low) { return static_cast<uint64_t>(high) << 32 | low; };
+    auto ticks =
+        static_cast<int64_t>(joined(known.ftLastWriteTime.dwHighDateTime, known.ftLastWriteTime.dwLowDateTime));
+    return FileStamp{joined(known.nFileSizeHigh, known.nFileSizeLow), (ticks - ticksTo1970) * tick};
 }
 
 bool renameFile(const std::string& from, const std::string& to)

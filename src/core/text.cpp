@@ -135,6 +135,20 @@ void appendFormat(std::string& text, const char* format, ...)
     va_end(arguments);
 }
 
+std::string asciiLower(std::string_view text)
+{
+    std::string lower(text);
+    for (char& c : lower)
+        if (c >= 'A' && c <= 'Z')
+            c = static_cast<char>(c - 'A' + 'a');
+    return lower;
+}
+
+std::string asFolder(const std::string& path)
+{
+    return !path.empty() && lastSeparator(path) + 1 == path.size() ? path : path + pathSeparator;
+}
+
 size_t lastSeparator(std::string_view path)
 {
 #ifdef _WIN32

@@ -27,6 +27,17 @@ void appendFixed(std::string& text, double value, int width, int decimals);
 constexpr int longestInt32 = 11;
 char* writeInt32(char* to, int32_t value);
 
+// The letters A to Z as a to z.
+std::string asciiLower(std::string_view text);
+
+#ifdef _WIN32
+constexpr char pathSeparator = '\\';
+#else
+constexpr char pathSeparator = '/';
+#endif
+// Ending in a separator.
+std::string asFolder(const std::string& path);
+
 // Index of the last separator of a path, "\" on Windows and "/" elsewhere; npos where there is none.
 size_t lastSeparator(std::string_view path);
 

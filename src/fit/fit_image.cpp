@@ -156,9 +156,9 @@ std::vector<uint8_t> fitFileBytes(const FitImage& image)
     return bytes;
 }
 
-int writeFitFile(const FitImage& image, const std::string& path)
+int writeFitFile(const FitImage& image, const std::string& path, Flush flush)
 {
-    return replaceFile(path, {headerOf(image), image.data, crcBytes(image)}) == FileResult::ok ? 0 : 1;
+    return replaceFile(path, {headerOf(image), image.data, crcBytes(image)}, flush) == FileResult::ok ? 0 : 1;
 }
 
 } // namespace torvane

@@ -2,6 +2,7 @@
 // Knows nothing of messages (fit_walk.h).
 #pragma once
 
+#include "core/files.h"
 #include "core/fit_choices.h"
 #include "core/progress.h"
 #include "fit/fit_codes.h"
@@ -71,6 +72,6 @@ uint16_t fitCrc(const FitImage& image);
 std::vector<uint8_t> fitFileBytes(const FitImage& image);
 
 // Creates or replaces the file, as a whole or not at all. 0, or 1 when that failed.
-int writeFitFile(const FitImage& image, const std::string& path);
+int writeFitFile(const FitImage& image, const std::string& path, Flush flush = Flush::each);
 
 } // namespace torvane

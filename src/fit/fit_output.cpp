@@ -38,9 +38,9 @@ void markManufacturer(const FitMessage& message, std::span<uint8_t> copy)
     });
 }
 
-bool saveFitFile(const FitImage& image, const std::string& path)
+bool saveFitFile(const FitImage& image, const std::string& path, Flush flush)
 {
-    return walksToItsEnd(image.data) && writeFitFile(image, path) == 0;
+    return walksToItsEnd(image.data) && writeFitFile(image, path, flush) == 0;
 }
 
 void setSport(const FitMessage& message, std::span<uint8_t> copy, uint8_t sport)

@@ -48,7 +48,7 @@ void markManufacturer(const FitMessage& message, std::span<uint8_t> copy);
 
 // Writes a file that was made here. One whose messages do not end where its data block ends could never be read, and is
 // not written. False when that is so, or when writing failed.
-bool saveFitFile(const FitImage& image, const std::string& path);
+bool saveFitFile(const FitImage& image, const std::string& path, Flush flush = Flush::each);
 
 // Puts a FIT sport into field 5 of a session or field 25 of a lap. Other messages are left alone.
 void setSport(const FitMessage& message, std::span<uint8_t> copy, uint8_t sport);

@@ -2,6 +2,7 @@
 // A check answers in message boxes; a run answers in a code for the report. Neither shows anything itself.
 #pragma once
 
+#include "core/files.h"
 #include "core/parameter_block.h"
 #include "core/progress.h"
 #include "core/verdict.h"
@@ -20,6 +21,7 @@ constexpr size_t toolDestination = toolSourceCount;
 // The paths of one tool. The dialog fills in the paths; the check fills in the rest, which the run reads.
 struct ToolInputs {
     std::array<SourceFileInfo, toolSourceCount + 1> files;
+    Flush flush = Flush::each; // of the destination
 };
 
 // What a run came to: the code and the file it is reported for.

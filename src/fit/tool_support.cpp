@@ -75,12 +75,13 @@ StatusCode openSource(FitImage& source, SourceFileInfo& info, Progress* progress
     return surveyFitMessages(source, info);
 }
 
-bool saveDestination(FitImage& destination, const FitImage& source, const OutputChoice& output, const std::string& path)
+bool saveDestination(FitImage& destination, const FitImage& source, const OutputChoice& output, const std::string& path,
+                     Flush flush)
 {
     destination.dataSize = static_cast<int32_t>(destination.data.size());
     buildFitHeader(destination, source, headerForm(output.convertEnabled, output.fitFormat));
     destination.fileCrc = fitCrc(destination);
-    return saveFitFile(destination, path);
+    return saveFitFile(destination, path, flush);
 }
 
 void applySport(const FitMessage& message, std::span<uint8_t> copy, const OutputChoice& output)

@@ -21,8 +21,8 @@ Verdict checkSameSizeTool(ToolInputs& inputs, const OutputChoice& output);
 // Loads and surveys a source for a run, whose progress its walks move.
 StatusCode openSource(FitImage& source, SourceFileInfo& info, Progress* progress);
 // Header and CRC for the data that stand in destination, then the file. The header's form is that of `output`.
-bool saveDestination(FitImage& destination, const FitImage& source, const OutputChoice& output,
-                     const std::string& path);
+bool saveDestination(FitImage& destination, const FitImage& source, const OutputChoice& output, const std::string& path,
+                     Flush flush = Flush::each);
 
 // What a tool answers where the destination was written, and where it could not be.
 struct RunCodes {
@@ -44,7 +44,7 @@ ToolOutcome rewriteSource(const ToolInputs& inputs, const OutputChoice& output, 
     FitImage destination = {};
     if (StatusCode code = fill(destination, static_cast<const FitImage&>(source)); code != fitOk)
         return {code, info.path};
-    if (!saveDestination(destination, source, output, path))
+    if (!saveDestination(destination, source, output, path, inputs.flush))
         return {codes.notSaved, info.path};
     return {codes.saved, path};
 }

@@ -202,7 +202,7 @@ PrepareOutcome runPrepare(const ToolInputs& inputs, const PrepareOptions& option
     const std::string& destination = inputs.files[toolDestination].path;
     if (StatusCode code = loadPrepared(prepared, source, options, findings, progress))
         return {{code, source}};
-    if (!saveFitFile(prepared, destination))
+    if (!saveFitFile(prepared, destination, inputs.flush))
         return {{fitPrepareFailed, source}};
     return {{fitPrepared, destination}, findings};
 }

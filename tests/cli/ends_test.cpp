@@ -74,11 +74,12 @@ TEST_F(ConsoleEnds, aSignalEndsABatchInOrder)
         EXPECT_EQ(endOf(child), 128 + signal);
         ::close(pipe);
         ::close(second);
-        EXPECT_EQ(countIn("out"), 1u) << "the first ride";
+        EXPECT_EQ(countIn("out"), 2u) << "the first ride, and the list of them";
         EXPECT_EQ(countIn("temporary"), 0u);
         EXPECT_TRUE(contains(textOf(printed), "out/a.fit\"]}\n") && contains(textOf(printed), "\"source\": \"" + b));
         EXPECT_TRUE(contains(textOf(printed), "\"error\": {\"kind\": \"stopped\", "));
         std::filesystem::remove(in + "out/a.fit");
+        std::filesystem::remove(in + "out/torvane-batch.ndjson");
     }
 }
 
@@ -140,7 +141,7 @@ TEST_F(ConsoleEnds, aRideWithoutMemoryIsOneThatFails)
         return callInChild({"--json", "--into", in + "out", "convert", "fitFormat=legacy", a, b, c}, printed);
     });
     EXPECT_EQ(code, 1);
-    EXPECT_EQ(countIn("out"), 2u);
+    EXPECT_EQ(countIn("out"), 3u) << "two rides, and the list of them";
     EXPECT_TRUE(contains(textOf(printed), "\"boxes\": [{\"title\": \"error\", \"text\": \"not enough memory\"}], "
                                           "\"error\": {\"kind\": \"outOfMemory\", "));
     EXPECT_TRUE(contains(textOf(printed), "failed: " + b + "\n"));
