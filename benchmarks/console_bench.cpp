@@ -12,6 +12,10 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <iterator>
+#include <sstream>
 
 namespace torvane {
 
@@ -24,15 +28,15 @@ using Arguments = std::vector<std::string>;
     int nothing = open("/dev/null", O_WRONLY);
     dup2(nothing, 1);
     dup2(nothing, 2);
-    execv(TORVANE_CONSOLE, values.data());
+    execvp(values[0], values.data());
     _exit(127);
 }
 
-// False when the program failed. The peak that the system tells of a process counts from its fork, not from the start
-// of the program: so this one is made small before, and is copied, since one that shared it would start from its peak.
+// The first word is a program's path. False when it failed. The peak that the system tells of a process counts from its
+// fork, not from the start of the program: so this one is made small before, and is copied, since one that shared it
+// would start from its peak.
 bool runProgram(Arguments arguments, rusage& used)
 {
-    arguments.insert(arguments.begin(), TORVANE_CONSOLE);
     std::vector<char*> values;
     for (std::string& argument : arguments)
         values.push_back(argument.data());
@@ -50,8 +54,14 @@ double milliseconds(const timeval& time)
     return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_usec) * 1e-3;
 }
 
+Arguments ofConsole(Arguments words)
+{
+    words.insert(words.begin(), TORVANE_CONSOLE);
+    return words;
+}
+
 // The processor's time beside the clock's: other work on the machine moves it less.
-void console(benchmark::State& state, const Arguments& arguments)
+void wholeProcess(benchmark::State& state, const Arguments& arguments)
 {
     double cpu = 0;
     double peak = 0;
@@ -64,6 +74,11 @@ void console(benchmark::State& state, const Arguments& arguments)
     }
     state.counters["cpu ms"] = cpu / static_cast<double>(state.iterations());
     state.counters["peak MB"] = peak;
+}
+
+void console(benchmark::State& state, const Arguments& words)
+{
+    wholeProcess(state, ofConsole(words));
 }
 
 void start(benchmark::State& state)
@@ -105,7 +120,7 @@ void addPower(const std::string& ride, benchmark::State& state)
 {
     rusage used = {};
     std::string analysed = ride + ".fit";
-    if (!runProgram({"stroke", ride, analysed}, used))
+    if (!runProgram(ofConsole({"stroke", ride, analysed}), used))
         state.SkipWithError("the ride was not analysed");
     else
         std::filesystem::rename(analysed, ride);
@@ -165,6 +180,55 @@ void graphAsJson(benchmark::State& state)
 }
 BENCHMARK(graphAsJson)->Name("console/graph as json/points:2110000")->UseRealTime()->Unit(benchmark::kMillisecond);
 
+// A grid of a thousand combinations, on so many threads.
+void sweep(benchmark::State& state)
+{
+    console(state, {"--jobs", std::to_string(state.range(0)), "sweep", "power-and-velocity", "rideVelocity=20:60:0.04",
+                    "rideInclination=-10:10:1"});
+    state.counters["rows"] = 1001 * 21;
+}
+BENCHMARK(sweep)->Name("console/sweep")->Arg(1)->Arg(2)->ArgName("jobs")->UseRealTime()->Unit(benchmark::kMillisecond);
+
+// Whole processes of one command over rides of any length: how its cost grows, and its memory.
+void growth(benchmark::State& state, const Arguments& words, const char* destination)
+{
+    std::filesystem::path folder = benchmarkFolder() + "growth";
+    std::filesystem::create_directory(folder);
+    Arguments arguments = words;
+    arguments.push_back(madeRide(static_cast<int>(state.range(0))));
+    if (*destination != '\0')
+        arguments.push_back(folder / destination);
+    console(state, arguments);
+    state.counters["file MB"] =
+        static_cast<double>(std::filesystem::file_size(madeRide(static_cast<int>(state.range(0))))) * 1e-6;
+    std::filesystem::remove_all(folder);
+}
+
+// What stands beside a figure of ours: the system's own copy of the same bytes, and another program that reads the
+// ride, named by TORVANE_ANCHOR as words in front of its path. In the same run, in turns.
+void anchorCopy(benchmark::State& state)
+{
+    std::string copy = benchmarkFolder() + "copy";
+    wholeProcess(state, {"cp", madeRide(seasonRide), copy});
+}
+BENCHMARK(anchorCopy)->Name("anchor/copy of the ride")->UseRealTime()->Unit(benchmark::kMillisecond);
+
+void anchorWrite(benchmark::State& state)
+{
+    std::string text = benchmarkFolder() + "dumped.csv";
+    rusage used = {};
+    if (!runProgram(ofConsole({"--force", "dump", madeRide(seasonRide), text}), used))
+        state.SkipWithError("no text");
+    wholeProcess(state, {"dd", "if=" + text, "of=" + benchmarkFolder() + "copy", "bs=64k", "status=none"});
+}
+BENCHMARK(anchorWrite)->Name("anchor/write of the dump")->UseRealTime()->Unit(benchmark::kMillisecond);
+
+void anchorProgram(benchmark::State& state, Arguments words)
+{
+    words.push_back(madeRide(static_cast<int>(state.range(0))));
+    wholeProcess(state, words);
+}
+
 std::string rowName(const FileCommand& command)
 {
     bool tellsRows = !command.words.empty() && command.words[0] == "--rows";
@@ -172,8 +236,42 @@ std::string rowName(const FileCommand& command)
            (tellsRows ? " with rows" : "");
 }
 
+Arguments wordsOf(const std::string& text)
+{
+    std::istringstream stream(text);
+    return {std::istream_iterator<std::string>(stream), {}};
+}
+
+void registerGrowth()
+{
+    const struct {
+        const char* name;
+        Arguments words;
+        const char* destination;
+    } commands[] = {
+        {"load", {"load"}, ""},
+        {"at one stroke", {"--force", "stroke"}, "out.fit"},
+        {"ride", {"--force", "ride"}, "out.fit"},
+        {"analyse with rows", {"--rows", "-", "analyse"}, ""},
+    };
+    for (const auto& [name, words, destination] : commands)
+        benchmark::RegisterBenchmark(("growth/" + std::string(name)).c_str(), growth, words, destination)
+            ->RangeMultiplier(10)
+            ->Range(1000, 10'000'000)
+            ->ArgName("records")
+            ->UseRealTime()
+            ->Unit(benchmark::kMillisecond);
+    if (const char* anchor = std::getenv("TORVANE_ANCHOR"))
+        benchmark::RegisterBenchmark("anchor/program", anchorProgram, wordsOf(anchor))
+            ->Arg(seasonRide)
+            ->ArgName("records")
+            ->UseRealTime()
+            ->Unit(benchmark::kMillisecond);
+}
+
 int registerCommands()
 {
+    registerGrowth();
     for (const FileCommand& command : fileCommands) {
         auto* row = benchmark::RegisterBenchmark(rowName(command).c_str(), commandOnFile, command);
         row->Arg(10000)->Arg(seasonRide)->ArgName("records")->UseRealTime()->Unit(benchmark::kMillisecond);

@@ -64,7 +64,7 @@ def answer_faults(figures):
 def main(path, complete):
     figures = measured(path)
     measured_commands = {command for command, _ in figures}
-    wanted = COMMANDS if complete else sorted(measured_commands - {"batch", GRAPH[0]})
+    wanted = COMMANDS if complete else sorted(measured_commands - {"batch", "sweep", GRAPH[0]})
     faults = batch_faults(figures) if complete or "batch" in measured_commands else []
     faults += answer_faults(figures) if complete else []
     for command in wanted:

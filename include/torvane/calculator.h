@@ -9,8 +9,10 @@
 
 #include "torvane/answer.h"
 #include "torvane/entries.h"
+#include "torvane/grid.h"
 #include "torvane/result.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <span>
@@ -55,6 +57,13 @@ public:
     // in hand. Errors: those of `set`; unknownCommand; incomplete; noAnswer with the command's `status`; of commands
     // with files also cannotRead, cannotWrite, badFile and unsuitable.
     Result<Answer> ask(const Question& question) noexcept;
+    // Power in W at a stage for each velocity on each road, and velocity for each power: the figures of
+    // "power-and-velocity", to the last bit, some hundred million powers a second and core. The air is that of the
+    // conditions, the wind that of the grid. At most so many threads, this one among them. Errors: badValue, where a
+    // number is not finite; outOfMemory.
+    Result<std::vector<double>> powersOverGrid(const RoadGrid& grid, Stage stage, std::size_t threads) const noexcept;
+    Result<std::vector<FoundVelocity>> velocitiesOverGrid(const RoadGrid& grid, Stage stage,
+                                                          std::size_t threads) const noexcept;
     // All entries that a command takes. Error: unknownCommand.
     Result<std::vector<EntryInfo>> entriesOf(std::string_view command) const noexcept;
 

@@ -102,6 +102,7 @@ void startAlike(Session& own, const Session& session)
     own.model = session.model;
     own.lastDrive = session.lastDrive;
     own.figuresAlone = true;
+    own.screens.stop = &signalStop();
 }
 
 Row runCombination(const Sweep& sweep, size_t combination)

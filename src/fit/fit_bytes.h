@@ -14,8 +14,18 @@ inline uint8_t readUint8(std::span<const uint8_t> bytes, size_t offset)
     return offset < bytes.size() ? bytes[offset] : 0;
 }
 
+// Whether bytes lie within the payload as they do in any sound file: then they are one load.
+inline bool holds(std::span<const uint8_t> bytes, size_t offset, size_t count)
+{
+    return offset <= bytes.size() && bytes.size() - offset >= count;
+}
+
 inline uint16_t readUint16(std::span<const uint8_t> bytes, size_t offset, bool bigEndian)
 {
+    if (holds(bytes, offset, 2)) {
+        const uint8_t* at = bytes.data() + offset;
+        return static_cast<uint16_t>(bigEndian ? at[0] << 8 | at[1] : at[1] << 8 | at[0]);
+    }
     unsigned first = readUint8(bytes, offset);
     unsigned second = readUint8(bytes, offset + 1);
     return static_cast<uint16_t>(bigEndian ? first << 8 | second : second << 8 | first);
@@ -23,6 +33,11 @@ inline uint16_t readUint16(std::span<const uint8_t> bytes, size_t offset, bool b
 
 inline uint32_t readUint32(std::span<const uint8_t> bytes, size_t offset, bool bigEndian)
 {
+    if (holds(bytes, offset, 4)) {
+        const uint8_t* at = bytes.data() + offset;
+        uint32_t little = uint32_t{at[3]} << 24 | uint32_t{at[2]} << 16 | uint32_t{at[1]} << 8 | at[0];
+        return bigEndian ? __builtin_bswap32(little) : little;
+    }
     uint32_t first = readUint16(bytes, offset, bigEndian);
     uint32_t second = readUint16(bytes, offset + 2, bigEndian);
     return bigEndian ? first << 16 | second : second << 16 | first;
@@ -39,15 +54,36 @@ inline uint32_t readNumber(std::span<const uint8_t> bytes, size_t offset, size_t
 // As readUint32 for a little-endian definition. For a big-endian one it takes the four bytes in front of the offset,
 // nearest first: the positions of analysed big-endian files have always been gathered so. Bytes in front of the
 // payload read as 0.
-uint32_t copyUint32Bytes(std::span<const uint8_t> bytes, size_t offset, bool bigEndian);
+uint32_t copyBigEndianBytes(std::span<const uint8_t> bytes, size_t offset);
+inline uint32_t copyUint32Bytes(std::span<const uint8_t> bytes, size_t offset, bool bigEndian)
+{
+    return bigEndian ? copyBigEndianBytes(bytes, offset) : readUint32(bytes, offset, false);
+}
 
 // A double on its way into an integer field: truncated toward zero; one that is infinite, no number or beyond 64 bits
 // becomes 0. The field then keeps the low bits.
-int64_t truncateToInteger(double value);
+inline int64_t truncateToInteger(double value)
+{
+    constexpr double limit = 9223372036854775808.0; // 2^63
+    return value > -limit && value < limit ? static_cast<int64_t>(value) : 0;
+}
 
 // Stores the low bytes of a value over the whole width of a field; a field wider than the value is filled with zeros.
 // An empty field takes nothing.
-void writeField(std::span<uint8_t> field, uint64_t value, bool bigEndian);
+void writeAnyField(std::span<uint8_t> field, uint64_t value, bool bigEndian);
+inline void writeField(std::span<uint8_t> field, uint64_t value, bool bigEndian)
+{
+    if (bigEndian || field.size() > 4 || field.size() == 3)
+        return writeAnyField(field, value, bigEndian);
+    if (field.size() == 4) {
+        field[3] = static_cast<uint8_t>(value >> 24);
+        field[2] = static_cast<uint8_t>(value >> 16);
+    }
+    if (field.size() >= 2)
+        field[1] = static_cast<uint8_t>(value >> 8);
+    if (!field.empty())
+        field[0] = static_cast<uint8_t>(value);
+}
 
 inline void writeUint32Field(std::span<uint8_t> field, uint32_t value, bool bigEndian)
 {

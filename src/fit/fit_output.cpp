@@ -22,12 +22,6 @@ std::span<uint8_t> copyBytes(FitOutput& output, std::span<const uint8_t> bytes)
     return copy;
 }
 
-std::span<uint8_t> fieldOf(std::span<uint8_t> copy, size_t offset, size_t size)
-{
-    size_t start = 1 + offset; // behind the header byte
-    return start + size <= copy.size() ? copy.subspan(start, size) : std::span<uint8_t>();
-}
-
 void markManufacturer(const FitMessage& message, std::span<uint8_t> copy)
 {
     if (!message.isData(messageFileId))

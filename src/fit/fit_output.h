@@ -40,7 +40,11 @@ inline std::span<uint8_t> copyMessage(FitOutput& output, const FitMessage& messa
 }
 
 // A field within the copy of a data message, by its offset in the payload; empty where the copy does not have it.
-std::span<uint8_t> fieldOf(std::span<uint8_t> copy, size_t offset, size_t size);
+inline std::span<uint8_t> fieldOf(std::span<uint8_t> copy, size_t offset, size_t size)
+{
+    size_t start = 1 + offset; // behind the header byte
+    return start + size <= copy.size() ? copy.subspan(start, size) : std::span<uint8_t>();
+}
 
 // The mark that a file was rewritten: manufacturer, field 1 of file_id, becomes 255, the published value for
 // development. Only its first byte is set, the others become 0. Other messages are left alone.

@@ -120,6 +120,8 @@ const Growth& Growths::of(const FitMessage& message) const
 RecordFields recordFieldsOf(const FitImage& source, uint32_t addedFields)
 {
     RecordFields fields = {};
+    if ((addedFields & writeByProfile) == 0)
+        return fields;
     for (const FieldDefinition& added : growthOf(messageRecord, addedFields).fields)
         fields[added.number] = true;
     FitWalk walk = startWalk(source);

@@ -163,6 +163,7 @@ void prepareModelForRecord(TrackModel& track, GpsRecord& record)
 
 void predictTrack(TrackModel& track, std::span<GpsRecord> records, Progress* progress)
 {
+    size_t nextPercent = 0; // row from which the next whole percent is done
     for (size_t i = 0; i < records.size(); ++i) {
         prepareModelForRecord(track, records[i]);
         bool unknown = track.settings.predictPower && std::isnan(records[i].cadence); // but a drivetrain needs one
@@ -170,7 +171,11 @@ void predictTrack(TrackModel& track, std::span<GpsRecord> records, Progress* pro
             records[i].cadence = cadenceAt(track.model, records[i].speed);
         if (track.settings.predictPower)
             predictPowerOf(track, records[i], speedOfStep(track, records, i));
-        reportProgress(progress, static_cast<int>(100 * i / records.size()));
+        if (i >= nextPercent) {
+            size_t percent = 100 * i / records.size();
+            reportProgress(progress, static_cast<int>(percent));
+            nextPercent = ((percent + 1) * records.size() + 99) / 100;
+        }
     }
 }
 

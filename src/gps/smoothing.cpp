@@ -1,9 +1,12 @@
 #include "gps/smoothing.h"
 
 #include "gps/track_geometry.h"
+#include "gps/trimmed_means.h"
+#include "model/constants.h"
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 namespace torvane {
 
@@ -18,88 +21,121 @@ constexpr ExtremesStart powerStart = {10000.0, 0.0};
 
 constexpr double realCorner = 90.0; // deg within one window
 
-// What a mean needs to know of the samples of one window.
-struct Gathered {
-    double sum = 0;
-    double smallest;
-    double largest;
-    int count = 0;
+// How many rows up to one, itself included, are of its sector without a break.
+class RunsOfSector {
+public:
+    explicit RunsOfSector(std::span<const GpsRecord> ofRecords) : records(ofRecords) {}
 
-    explicit Gathered(ExtremesStart start) : smallest(start.smallest), largest(start.largest) {}
-    void add(double value)
+    // Whether the window around a row lies inside the track and in one sector. Asked row by row.
+    bool isWhole(size_t row, size_t half)
     {
-        sum += value;
-        if (value < smallest)
-            smallest = value;
-        if (value > largest)
-            largest = value;
-        count++;
+        for (; next < records.size() && next <= row + half; ++next)
+            length = next > 0 && records[next].sector == records[next - 1].sector ? length + 1 : 1;
+        return row + half < records.size() && length > 2 * half;
     }
-    bool meanKnown() const
-    {
-        return count > 2;
-    }
-    double trimmedMean() const
-    {
-        return (sum - (smallest + largest)) / (count - 2);
-    }
+
+private:
+    std::span<const GpsRecord> records;
+    size_t next = 0, length = 0;
 };
 
-// Samples around i that lie inside the array.
-struct Reach {
-    size_t first;
-    size_t end;
-};
-
-Reach reachOf(size_t i, int window, size_t total)
+// Calls take(row, gathered) with what the row's window holds of its own sector.
+template <class Take>
+void overSectors(std::span<const GpsRecord> records, RecordField field, int window, ExtremesStart start, Take take)
 {
-    size_t half = static_cast<size_t>((window + 2) / 2);
-    return {i < half ? 0 : i - half, std::min(i + half + 1, total)};
-}
-
-Gathered gather(const std::vector<double>& values, Reach reach, ExtremesStart start)
-{
-    Gathered gathered(start);
-    for (size_t k = reach.first; k < reach.end; ++k)
-        gathered.add(values[k]);
-    return gathered;
-}
-
-std::vector<double> copyOf(std::span<const GpsRecord> records, RecordField field)
-{
-    std::vector<double> values(records.size());
-    std::transform(records.begin(), records.end(), values.begin(), [=](const GpsRecord& r) { return r.*field; });
-    return values;
+    size_t half = halfOf(window), total = records.size();
+    ValuesAround values(total, half);
+    RunsOfSector runs(records);
+    for (size_t first = 0; first < total; first += rowsOfBlock) {
+        size_t end = std::min(first + rowsOfBlock, total);
+        values.moveTo(first, end, [&](size_t row) { return records[row].*field; });
+        for (size_t row = first; row < end; ++row) {
+            if (runs.isWhole(row, half)) {
+                take(row, values.gather(row, start), values);
+                continue;
+            }
+            Gathered gathered(start);
+            Reach reach = reachOf(row, half, total);
+            for (size_t k = reach.first; k < reach.end; ++k)
+                if (records[k].sector == records[row].sector)
+                    gathered.add(values[k]);
+            take(row, gathered, values);
+        }
+    }
 }
 
 void smoothWithinSectors(std::span<GpsRecord> records, RecordField field, int window, ExtremesStart start)
 {
-    std::vector<double> values = copyOf(records, field);
-    for (size_t i = 0; i < records.size(); ++i) {
-        Gathered gathered(start);
-        Reach reach = reachOf(i, window, records.size());
-        for (size_t k = reach.first; k < reach.end; ++k)
-            if (records[k].sector == records[i].sector)
-                gathered.add(values[k]);
+    overSectors(records, field, window, start, [&](size_t row, const Gathered& gathered, const ValuesAround&) {
         if (gathered.meanKnown())
-            records[i].*field = gathered.trimmedMean();
-    }
+            records[row].*field = gathered.trimmedMean();
+    });
 }
 
 // The headings around row i in its sector, turned by an offset so that north need not lie between them.
-Gathered gatherHeadings(std::span<const GpsRecord> records, const std::vector<double>& headings, size_t i, Reach reach,
+Gathered gatherHeadings(std::span<const GpsRecord> records, const ValuesAround& headings, size_t i, Reach reach,
                         double offset)
 {
     Gathered gathered(headingStart);
     for (size_t k = reach.first; k < reach.end; ++k)
         if (records[k].sector == records[i].sector)
-            gathered.add(std::fmod(headings[k] + offset, 360.0));
+            gathered.add(withinTurn(headings[k] + offset));
     return gathered;
+}
+
+// Mean of a window's headings from there; the heading stays at a corner.
+void takeHeading(GpsRecord& record, const Gathered& gathered, double offset)
+{
+    if (gathered.largest - gathered.smallest <= realCorner && gathered.meanKnown())
+        record.heading = withinTurn((360.0 - offset) + gathered.trimmedMean());
 }
 
 double meanOf(double sum, size_t count)
 {
     return sum / static_cast<double>(count);
+}
+
+// Mean steps between positions in m: below the first five samples, below the second three.
+constexpr double smallSteps = 5.0, mediumSteps = 7.0;
+
+double meanStep(std::span<const GpsRecord> records)
+{
+    double sum = 0;
+    for (size_t i = 1; i < records.size(); ++i)
+        sum += greatCircleDistance(records[i - 1].latitude, records[i - 1].longitude, records[i].latitude,
+                                   records[i].longitude);
+    return meanOf(sum, records.size() - 1);
+}
+
+bool isNear(double mean, double limit)
+{
+    constexpr double roughness = 1e-3;
+    return std::fabs(mean - limit) < roughness * limit;
+}
+
+// The same within a thousandth, where it is sure on which side of both limits it lies: on a flat piece of the earth the
+// size of a step of up to 600 m, with the parallel's length of a place at most 64 m away. None where steps are longer,
+// the pole is near, or it takes a better look.
+std::optional<double> roughMeanStep(std::span<const GpsRecord> records)
+{
+    constexpr double furthestNorth = 80, longestStep = 0.005, oldestPlace = 0.0006; // deg
+    double sum = 0, place = 1000, parallel = 1;
+    bool fits = std::fabs(records[0].latitude) < furthestNorth;
+    for (size_t i = 1; i < records.size() && fits; ++i) {
+        double north = records[i].latitude - records[i - 1].latitude;
+        double east = records[i].longitude - records[i - 1].longitude;
+        fits = std::fabs(north) < longestStep && std::fabs(east) < longestStep &&
+               std::fabs(records[i].latitude) < furthestNorth;
+        if (!(std::fabs(records[i].latitude - place) < oldestPlace)) {
+            place = records[i].latitude;
+            parallel = std::cos(place * pi / 180);
+        }
+        east *= parallel;
+        sum += std::sqrt(north * north + east * east);
+    }
+    double mean = meanOf(sum, records.size() - 1) * metresPerDegree;
+    bool sure = fits && !isNear(mean, smallSteps) && !isNear(mean, mediumSteps);
+    return sure ? std::optional(mean) : std::nullopt;
 }
 
 } // namespace
@@ -127,31 +163,17 @@ int choosePositionWindow(std::span<const GpsRecord> records)
 {
     if (records.size() < 2)
         return 0;
-    double sum = 0;
-    for (size_t i = 1; i < records.size(); ++i) {
-        sum += greatCircleDistance(records[i - 1].latitude, records[i - 1].longitude, records[i].latitude,
-                                   records[i].longitude);
-    }
-    double mean = meanOf(sum, records.size() - 1);
-    if (mean < 5.0)
+    std::optional<double> rough = roughMeanStep(records);
+    double mean = rough ? *rough : meanStep(records);
+    if (mean < smallSteps)
         return 5;
-    return mean < 7.0 ? 3 : 0;
-}
-
-void smoothInto(std::span<GpsRecord> records, RecordField field, const std::vector<double>& values, int window,
-                ExtremesStart start)
-{
-    for (size_t i = 0; i < records.size(); ++i) {
-        Gathered gathered = gather(values, reachOf(i, window, records.size()), start);
-        if (gathered.meanKnown())
-            records[i].*field = gathered.trimmedMean();
-    }
+    return mean < mediumSteps ? 3 : 0;
 }
 
 void averageInto(std::span<GpsRecord> records, RecordField field, const std::vector<double>& values, int window)
 {
     for (size_t i = 0; i < records.size(); ++i) {
-        Reach reach = reachOf(i, window, records.size());
+        Reach reach = reachOf(i, halfOf(window), records.size());
         double sum = 0;
         int count = 0;
         for (size_t k = reach.first; k < reach.end; ++k)
@@ -165,7 +187,12 @@ void averageInto(std::span<GpsRecord> records, RecordField field, const std::vec
 
 void smoothField(std::span<GpsRecord> records, RecordField field, int window, ExtremesStart start)
 {
-    smoothInto(records, field, copyOf(records, field), window, start);
+    overTrimmedMeans(
+        records.size(), window, start, [&](size_t row) { return records[row].*field; },
+        [&](size_t row, double, bool known, double mean) {
+            if (known)
+                records[row].*field = mean;
+        });
 }
 
 void averageField(std::span<GpsRecord> records, RecordField field, int window)
@@ -181,30 +208,31 @@ void smoothPositions(std::span<GpsRecord> records, int window)
 
 void smoothHeading(std::span<GpsRecord> records, int window)
 {
-    std::vector<double> headings = copyOf(records, &GpsRecord::heading);
-    for (size_t i = 0; i < records.size(); ++i) {
-        Reach reach = reachOf(i, window, records.size());
+    size_t half = halfOf(window);
+    auto take = [&](size_t row, const Gathered& gathered, const ValuesAround& headings) {
+        // Headings of one turn are what they are without a look at each.
+        bool ofOneTurn = gathered.largest < 360.0 && gathered.smallest > -360.0;
+        if (ofOneTurn && gathered.largest - gathered.smallest < realCorner)
+            return takeHeading(records[row], gathered, 0.0);
+        Reach reach = reachOf(row, half, records.size());
         double offset = 0.0;
-        Gathered gathered = gatherHeadings(records, headings, i, reach, offset);
-        if (gathered.largest - gathered.smallest >= realCorner) { // perhaps only across north
+        Gathered own = gatherHeadings(records, headings, row, reach, offset);
+        if (own.largest - own.smallest >= realCorner) { // perhaps only across north
             offset = 180.0;
-            gathered = gatherHeadings(records, headings, i, reach, offset);
+            own = gatherHeadings(records, headings, row, reach, offset);
         }
-        if (gathered.largest - gathered.smallest <= realCorner && gathered.meanKnown())
-            records[i].heading = std::fmod((360.0 - offset) + gathered.trimmedMean(), 360.0);
-    }
+        takeHeading(records[row], own, offset);
+    };
+    overSectors(records, &GpsRecord::heading, window, headingStart, take);
 }
 
 void smoothDistance(std::span<GpsRecord> records, int window)
 {
-    std::vector<double> steps(records.size());
-    for (size_t i = 1; i < records.size(); ++i)
-        steps[i] = records[i].distance - records[i - 1].distance;
-    for (size_t i = 1; i < records.size(); ++i) {
-        Gathered gathered = gather(steps, reachOf(i, window, records.size()), stepStart);
-        double step = gathered.meanKnown() ? gathered.trimmedMean() : steps[i];
-        records[i].distance = step + records[i - 1].distance;
-    }
+    auto stepTo = [&](size_t row) { return row == 0 ? 0 : records[row].distance - records[row - 1].distance; };
+    overTrimmedMeans(records.size(), window, stepStart, stepTo, [&](size_t row, double step, bool known, double mean) {
+        if (row > 0)
+            records[row].distance = (known ? mean : step) + records[row - 1].distance;
+    });
 }
 
 void smoothSpeed(std::span<GpsRecord> records, int window)

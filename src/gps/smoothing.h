@@ -38,9 +38,6 @@ int choosePositionWindow(std::span<const GpsRecord> records);
 // Smooths a field over the rows of all sectors.
 void smoothField(std::span<GpsRecord> records, RecordField field, int window, ExtremesStart start);
 
-// The same from other values than the field holds, one for each row.
-void smoothInto(std::span<GpsRecord> records, RecordField field, const std::vector<double>& values, int window,
-                ExtremesStart start);
 // A plain mean of what is a number within the window; 0 where nothing is.
 void averageInto(std::span<GpsRecord> records, RecordField field, const std::vector<double>& values, int window);
 

@@ -7,6 +7,7 @@
 #include "gps/smoothing.h"
 #include "gps/speed_noise.h"
 #include "gps/track_geometry.h"
+#include "gps/trimmed_means.h"
 
 #include "model/constants.h"
 
@@ -24,9 +25,11 @@ constexpr double slowestSlope = 2.0; // m/s; slower, the altitude's own noise ma
 void computeHeadings(std::span<GpsRecord> records)
 {
     size_t last = records.size() - 1;
+    EarthPlace from = earthPlaceOf(records[0].latitude, records[0].longitude);
     for (size_t i = 0; i < last; ++i) {
-        records[i].heading =
-            bearing(records[i].latitude, records[i].longitude, records[i + 1].latitude, records[i + 1].longitude);
+        EarthPlace to = earthPlaceOf(records[i + 1].latitude, records[i + 1].longitude);
+        records[i].heading = bearing(from, to);
+        from = to;
     }
     if (last > 0)
         records[last].heading = records[last - 1].heading;
@@ -71,29 +74,23 @@ double slopeBetween(const GpsRecord& from, const GpsRecord& to)
     return (to.altitude - from.altitude) * 100 / (to.distance - from.distance);
 }
 
-// Of the steps that lead to the rows.
-std::vector<double> slopesBefore(std::span<const GpsRecord> records)
+// Of the step that leads to a row.
+double slopeBefore(std::span<const GpsRecord> records, size_t i)
 {
-    std::vector<double> slopes(records.size());
-    for (size_t i = 1; i < records.size(); ++i)
-        if (std::max(records[i - 1].speed, records[i].speed) >= slowestSlope)
-            slopes[i] = slopeBetween(records[i - 1], records[i]);
-    return slopes;
+    if (i == 0 || !(std::max(records[i - 1].speed, records[i].speed) >= slowestSlope))
+        return 0;
+    return slopeBetween(records[i - 1], records[i]);
 }
 
-// Of the steps that lead on from the rows; the last has none.
-std::vector<double> slopesBehind(std::span<const GpsRecord> records)
+// Of the step that leads on from a row; of the first and the last whatever their speed, the last has that before it.
+double slopeBehind(std::span<const GpsRecord> records, size_t i)
 {
-    std::vector<double> slopes(records.size());
-    if (records.size() < 2)
-        return slopes;
     size_t last = records.size() - 1;
-    slopes[0] = slopeBetween(records[0], records[1]);
-    for (size_t i = 1; i < last; ++i)
-        if (!(records[i].speed < slowestSlope))
-            slopes[i] = slopeBetween(records[i], records[i + 1]);
-    slopes[last] = slopeBetween(records[last - 1], records[last]);
-    return slopes;
+    if (last == 0)
+        return 0;
+    if (i == last)
+        return slopeBetween(records[last - 1], records[last]);
+    return i > 0 && records[i].speed < slowestSlope ? 0 : slopeBetween(records[i], records[i + 1]);
 }
 
 ExtremesStart startOf(ExtremesStart classic, uint32_t analysisFlags)
@@ -101,29 +98,30 @@ ExtremesStart startOf(ExtremesStart classic, uint32_t analysisFlags)
     return isOfTheRoad(analysisFlags) ? unbiasedStart : classic;
 }
 
-void assignField(std::span<GpsRecord> records, RecordField field, const std::vector<double>& values)
-{
-    for (size_t i = 0; i < records.size(); ++i)
-        records[i].*field = values[i];
-}
-
 // A device tells heights in steps: on an even climb most of the slopes of a window are alike and the few that are not
 // make up for them. Trimming takes those away, which made a climb of 2.2 percent one of 2.7; so the road's is a mean
 // of all that is real.
 void computeInclination(std::span<GpsRecord> records, int window, double unrealInclination, bool ofTheRoad)
 {
-    std::vector<double> slopes = ofTheRoad ? slopesBefore(records) : slopesBehind(records);
-    if (window == 0) {
-        assignField(records, &GpsRecord::inclination, slopes);
-        return;
-    }
-    for (size_t i = 1; i + 1 < slopes.size(); ++i) // the first and the last are never rejected
-        if (std::fabs(slopes[i]) > unrealInclination)
-            slopes[i] = ofTheRoad ? std::numeric_limits<double>::quiet_NaN() : 0;
-    if (ofTheRoad)
-        averageInto(records, &GpsRecord::inclination, slopes, window);
-    else
-        smoothInto(records, &GpsRecord::inclination, slopes, window, inclinationStart);
+    double unreal = ofTheRoad ? std::numeric_limits<double>::quiet_NaN() : 0;
+    auto realSlope = [&](size_t i) {
+        double slope = ofTheRoad ? slopeBefore(records, i) : slopeBehind(records, i);
+        bool mayBeUnreal = i > 0 && i + 1 < records.size(); // the first and the last are never rejected
+        return window != 0 && mayBeUnreal && std::fabs(slope) > unrealInclination ? unreal : slope;
+    };
+    if (window != 0 && !ofTheRoad)
+        return overTrimmedMeans(records.size(), window, inclinationStart, realSlope,
+                                [&](size_t i, double, bool known, double mean) {
+                                    if (known)
+                                        records[i].inclination = mean;
+                                });
+    std::vector<double> slopes(records.size());
+    for (size_t i = 0; i < records.size(); ++i)
+        slopes[i] = realSlope(i);
+    if (window != 0)
+        return averageInto(records, &GpsRecord::inclination, slopes, window);
+    for (size_t i = 0; i < records.size(); ++i)
+        records[i].inclination = slopes[i];
 }
 
 // The slope's share of gravity along the road, m/s2, negative uphill.
@@ -134,14 +132,19 @@ double slopeGravity(double inclination)
     return -standardGravity * inclination / std::sqrt(inclination * inclination + 100.0 * 100.0);
 }
 
-// Those that the slope allows; 0 for the others.
-std::vector<double> realAccelerations(std::span<const GpsRecord> records, double unrealAccele)
+// One that the slope allows, or 0.
+double realAcceleration(std::span<const GpsRecord> records, size_t i, double unrealAccele)
 {
-    std::vector<double> kept(records.size());
-    for (size_t i = 0; i < records.size(); ++i)
-        if (records[i].acceleration <= slopeGravity(records[i].inclination) + unrealAccele)
-            kept[i] = records[i].acceleration;
-    return kept;
+    return records[i].acceleration <= slopeGravity(records[i].inclination) + unrealAccele ? records[i].acceleration : 0;
+}
+
+void rejectAcceleration(std::span<GpsRecord> records, int window, double unrealAccele, ExtremesStart start)
+{
+    auto real = [&](size_t i) { return realAcceleration(records, i, unrealAccele); };
+    overTrimmedMeans(records.size(), window, start, real, [&](size_t i, double, bool known, double mean) {
+        if (known)
+            records[i].acceleration = mean;
+    });
 }
 
 void refinePositions(std::span<GpsRecord> records, uint32_t analysisFlags)
@@ -189,11 +192,10 @@ void refineTrack(std::span<GpsRecord> records, double unrealInclination, double 
     refineSlope(records, window, unrealInclination, analysisFlags);
     if (window == 0)
         return;
-    std::vector<double> real = realAccelerations(records, unrealAccele);
-    if (clean)
-        assignField(records, &GpsRecord::acceleration, real);
-    else
-        smoothInto(records, &GpsRecord::acceleration, real, window, startOf(accelerationStart, analysisFlags));
+    if (!clean)
+        return rejectAcceleration(records, window, unrealAccele, startOf(accelerationStart, analysisFlags));
+    for (size_t i = 0; i < records.size(); ++i)
+        records[i].acceleration = realAcceleration(records, i, unrealAccele);
 }
 
 StatusCode prepareTrack(const FitImage& image, GpsRecords& records, const ParameterBlock& settings,

@@ -30,13 +30,23 @@ double greatCircleDistance(double latitude1, double longitude1, double latitude2
     return earthDiameter * std::asin(std::sqrt(haversine));
 }
 
+EarthPlace earthPlaceOf(double latitude, double longitude)
+{
+    double north = radians(latitude);
+    return {north, radians(longitude), std::sin(north), std::cos(north)};
+}
+
+double bearing(const EarthPlace& from, const EarthPlace& to)
+{
+    double dl = to.east - from.east;
+    double y = std::sin(dl) * to.cosine;
+    double x = to.sine * from.cosine - from.sine * to.cosine * std::cos(dl);
+    return withinTurn(std::atan2(y, x) * 180 / pi + 360.0);
+}
+
 double bearing(double latitude1, double longitude1, double latitude2, double longitude2)
 {
-    double f1 = radians(latitude1), f2 = radians(latitude2);
-    double dl = radians(longitude2) - radians(longitude1);
-    double y = std::sin(dl) * std::cos(f2);
-    double x = std::sin(f2) * std::cos(f1) - std::sin(f1) * std::cos(f2) * std::cos(dl);
-    return std::fmod(std::atan2(y, x) * 180 / pi + 360.0, 360.0);
+    return bearing(earthPlaceOf(latitude1, longitude1), earthPlaceOf(latitude2, longitude2));
 }
 
 } // namespace torvane

@@ -2,8 +2,10 @@
 
 #include "model/constants.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
+#include <numeric>
 
 namespace torvane {
 
@@ -38,6 +40,22 @@ GearEntry gearOf(const ModelState& m, int ring, int sprocket)
             velocityAt(m.cadenceShiftDown)};
 }
 
+GearOrder orderOf(const GearEntry* table, int rows)
+{
+    int32_t sorted[gearTableCapacity];
+    std::iota(sorted, sorted + rows, 0);
+    std::stable_sort(sorted, sorted + rows, [=](int a, int b) { return table[a].ratio < table[b].ratio; });
+    GearOrder order = {};
+    for (int i = 0; i < rows; ++i) {
+        double ratio = table[sorted[i]].ratio;
+        if (order.count > 0 && order.rising[order.count - 1] == ratio)
+            continue;
+        order.rising[order.count] = ratio;
+        order.row[order.count++] = sorted[i];
+    }
+    return order;
+}
+
 } // namespace
 
 void buildGearTable(Model& model)
@@ -64,21 +82,31 @@ void buildGearTable(Model& model)
             gearTable[rows++] = gearOf(m, ring, sprocket--);
     }
     m.gearCount = rows;
+    model.gearOrder = orderOf(gearTable, rows);
     model.reachVelocity = gearTable[rows - 1].velocityMax;
+}
+
+// Distances rise from the ratio on either side: only its two neighbours can be the nearest.
+int nearerGear(const GearOrder& order, int place, double ratio)
+{
+    int nearest = place;
+    double distance = std::fabs(order.rising[place] - ratio);
+    if (place + 1 < order.count) {
+        double above = std::fabs(order.rising[place + 1] - ratio);
+        bool isEarlier = order.row[place + 1] < order.row[place];
+        if (above < distance || (above == distance && isEarlier)) {
+            nearest = place + 1;
+            distance = above;
+        }
+    }
+    return distance < 1000.0 ? order.row[nearest] : 0;
 }
 
 int nearestGear(const Model& model, double ratio)
 {
-    int nearest = 0;
-    double distance = 1000.0;
-    for (int row = 0; row < model.state.gearCount; ++row) {
-        double away = std::fabs(model.gearTable[row].ratio - ratio);
-        if (away < distance) {
-            distance = away;
-            nearest = row;
-        }
-    }
-    return nearest;
+    const GearOrder& order = model.gearOrder;
+    const double* above = std::upper_bound(order.rising, order.rising + order.count, ratio);
+    return nearerGear(order, std::max(static_cast<int>(above - order.rising) - 1, 0), ratio);
 }
 
 double ratioAtCadence(const Model& model, double velocity, double cadence)

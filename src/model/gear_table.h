@@ -12,6 +12,8 @@ void buildGearTable(Model& model);
 
 // Row with the nearest ratio, the earliest on a tie. Row 0 for a ratio that is no number or 1000 away from every row.
 int nearestGear(const Model& model, double ratio);
+// The same where the last ratio of the order that is not above it is known; 0 where all are.
+int nearerGear(const GearOrder& order, int place, double ratio);
 
 // Ratio that a velocity in m/s asks for at a cadence in rpm, or at the usual one, and the gear nearest to the latter.
 double ratioAtCadence(const Model& model, double velocity, double cadence);

@@ -21,6 +21,13 @@ struct GearEntry {
     double velocityShiftDown; // m/s at cadenceShiftDown
 };
 
+// The ratios of the gear table, rising, each once, with the earliest row that has it.
+struct GearOrder {
+    double rising[gearTableCapacity];
+    int32_t row[gearTableCapacity];
+    int32_t count;
+};
+
 // What drag and rolling take from the build of rider and frame, whatever the velocity.
 struct Build {
     double surface; // body surface by height, per square of the air's velocity
@@ -39,7 +46,8 @@ struct Model {
     Calibration calibration = {};
     bool calibratesClassic = false;              // classic physics take the factor as well: the preference of the user
     GearEntry gearTable[gearTableCapacity] = {}; // state.gearCount rows hold
-    double reachVelocity = 0;                    // m/s, last row of the gear table at cadencePoweredMax
+    GearOrder gearOrder = {};
+    double reachVelocity = 0;                                // m/s, last row of the gear table at cadencePoweredMax
     double trainingLevelBound[trainingLevelBoundCount] = {}; // W, lower bounds of the training levels, rising
     Build build = {};
     Peloton peloton = {};

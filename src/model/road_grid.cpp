@@ -14,61 +14,20 @@ namespace torvane {
 
 namespace {
 
-// What the chain needs of the gear table: ratios rising, each with what nearestGear would take it for.
-struct Ratios {
-    std::array<double, gearTableCapacity> rising = {};
-    std::array<int, gearTableCapacity> rows = {};
-    int count = 0;
-};
-
-Ratios ratiosOf(const Model& model)
+// Ratio of the gear that nearestGear finds. The search starts at `place`, where the one before has ended.
+double nearestRatio(const Model& model, double wanted, int& place)
 {
-    std::array<int, gearTableCapacity> rows = {};
-    Ratios ratios;
-    for (int row = 0; row < model.state.gearCount; ++row)
-        rows[static_cast<size_t>(row)] = row;
-    auto ratioOf = [&](int row) { return model.gearTable[row].ratio; };
-    std::stable_sort(rows.begin(), rows.begin() + model.state.gearCount,
-                     [&](int a, int b) { return ratioOf(a) < ratioOf(b); });
-    for (int i = 0; i < model.state.gearCount; ++i) {
-        size_t row = static_cast<size_t>(rows[static_cast<size_t>(i)]), last = static_cast<size_t>(ratios.count);
-        double ratio = ratioOf(static_cast<int>(row));
-        if (ratios.count > 0 && ratios.rising[last - 1] == ratio)
-            continue; // the earliest row stands
-        ratios.rising[last] = ratio;
-        ratios.rows[last] = static_cast<int>(row);
-        ++ratios.count;
-    }
-    return ratios;
-}
-
-// Ratio of the row that nearestGear finds. The search starts at `place`, where the one before has ended.
-double nearestRatio(const Ratios& ratios, double wanted, int& place)
-{
-    const double* rising = ratios.rising.data();
-    while (place + 1 < ratios.count && rising[place + 1] <= wanted)
+    const GearOrder& order = model.gearOrder;
+    while (place + 1 < order.count && order.rising[place + 1] <= wanted)
         ++place;
-    while (place > 0 && rising[place] > wanted)
+    while (place > 0 && order.rising[place] > wanted)
         --place;
-    int nearest = place;
-    double distance = std::fabs(rising[place] - wanted);
-    if (place + 1 < ratios.count) {
-        double above = std::fabs(rising[place + 1] - wanted);
-        if (above < distance || (above == distance && ratios.rows[static_cast<size_t>(place + 1)] <
-                                                          ratios.rows[static_cast<size_t>(place)])) {
-            nearest = place + 1;
-            distance = above;
-        }
-    }
-    if (distance < 1000.0)
-        return rising[nearest];
-    return rising[std::ranges::find(ratios.rows, 0) - ratios.rows.begin()];
+    return model.gearTable[nearerGear(order, place, wanted)].ratio;
 }
 
 // Of a stage and one road, what holds for all its velocities.
 struct Road {
     const Model& model;
-    const Ratios& ratios;
     int stage;
     Evaluation e;
     double dragFactor, ratioPerVelocity;
@@ -115,7 +74,7 @@ inline Pair stagePowers(const Road& road, Pair velocity, int (&places)[2])
         return thrust;
     const ModelState& m = road.model.state;
     Pair wanted = velocity * mmPerMinute / road.ratioPerVelocity;
-    Pair ratio = {nearestRatio(road.ratios, wanted[0], places[0]), nearestRatio(road.ratios, wanted[1], places[1])};
+    Pair ratio = {nearestRatio(road.model, wanted[0], places[0]), nearestRatio(road.model, wanted[1], places[1])};
     Pair wheelRpm = velocity * mmPerMinute / m.rearCircumference;
     StagePair stages;
     stagesBack(m, stages, thrust, angularVelocity(wheelRpm), angularVelocity(wheelRpm / ratio), NoMotor{});
@@ -152,13 +111,8 @@ void overGrid(const Model& model, const Evaluation& air, int stage, const RoadGr
               size_t pieceLength, Answer answer)
 {
     size_t points = pointsOf(grid);
-    Ratios ratios = ratiosOf(model);
     inParallel((points + pieceLength - 1) / pieceLength, threads, [&](size_t piece) {
-        Road road = {model,
-                     ratios,
-                     stage,
-                     air,
-                     model.dragFactor[static_cast<int>(air.physics)],
+        Road road = {model, stage, air, model.dragFactor[static_cast<int>(air.physics)],
                      model.state.cadenceUsual * model.state.rearCircumference};
         size_t first = piece * pieceLength;
         overRoads(road, grid, first, std::min(first + pieceLength, points),

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
 #include <functional>
 
 namespace torvane::library {
@@ -166,6 +168,31 @@ TEST_F(LibraryTest, DescribesEveryEntryThatItTakes)
     ASSERT_TRUE(answer && answer->graph);
     EXPECT_EQ(answer->graph->series.front().values.size(), answer->graph->series.back().values.size());
     EXPECT_GT(answer->graph->series.front().values.size(), 10u);
+}
+
+TEST_F(LibraryTest, AnswersWholeGridsAsItAnswersOneQuestion)
+{
+    ASSERT_TRUE(calculator.set({{"torsoAngle", 18}, {"altitude", 900}}));
+    const double slopes[] = {-1, 0, 3.5}, winds[] = {2.5}, speeds[] = {30 / 3.6, 40 / 3.6}, watts[] = {180, 260};
+    auto powers = calculator.powersOverGrid({slopes, winds, speeds}, Stage::pedals, 2);
+    auto velocities = calculator.velocitiesOverGrid({slopes, winds, watts}, Stage::pedals, 2);
+    ASSERT_TRUE(powers && velocities);
+    ASSERT_TRUE(calculator.set({{"windSpeed", 2.5}}));
+    auto figure = [&](const char* target, const char* entry, double value, double slope, const char* name) {
+        Result<Answer> answer =
+            calculator.ask({.command = "power-and-velocity",
+                            .entries = {{"rideTarget", target}, {entry, value}, {"rideInclination", slope}}});
+        auto found = std::ranges::find(answer->figures, name, &Figure::name);
+        return found->value;
+    };
+    for (size_t point = 0; point < powers->size(); ++point) {
+        double slope = slopes[point / 2];
+        EXPECT_EQ((*powers)[point], figure("power", "rideVelocity", point % 2 == 0 ? 30 : 40, slope, "power"));
+        EXPECT_EQ((*velocities)[point].velocity * 3.6,
+                  figure("velocity", "ridePower", watts[point % 2], slope, "velocity"));
+    }
+    const double broken[] = {INFINITY};
+    EXPECT_EQ(calculator.powersOverGrid({slopes, winds, broken}, Stage::road, 1).error().kind, ErrorKind::badValue);
 }
 
 } // namespace torvane::library
