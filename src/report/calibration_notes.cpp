@@ -8,10 +8,6 @@ namespace torvane {
 
 namespace {
 
-constexpr const char* leftOutNames[leftOutCount] = {"used",          "below 3 m/s or standing",
-                                                    "without power", "above 1500 W",
-                                                    "braking",       "in runs too short for half a minute"};
-
 std::string leftOutText(const LeftOutSeconds& seconds)
 {
     std::string text;

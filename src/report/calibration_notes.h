@@ -9,6 +9,11 @@
 
 namespace torvane {
 
+// Behind a number of seconds: why these are left out.
+constexpr const char* leftOutNames[leftOutCount] = {"used",          "below 3 m/s or standing",
+                                                    "without power", "above 1500 W",
+                                                    "braking",       "in runs too short for half a minute"};
+
 // Rides that were left out, then doubts of the answer.
 std::vector<std::string> calibrationNotes(const CalibrationAnswer& answer, std::span<const MeasuredRide> rides);
 

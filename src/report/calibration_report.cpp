@@ -3,6 +3,7 @@
 #include "core/text.h"
 #include "model/constants.h"
 #include "report/calibration_figures.h"
+#include "report/calibration_notes.h"
 #include "report/fit_report.h"
 #include "report/report_text.h"
 
@@ -27,8 +28,6 @@ void appendFactor(std::string& text, const CalibrationAnswer& answer)
 
 void appendRide(std::string& text, const CalibratedRide& ride, const MeasuredRide& measured)
 {
-    static constexpr const char* leftOut[leftOutCount] = {"",           "slow",    "without power",
-                                                          "impossible", "braking", "short"};
     appendFormat(text, "\n '%s', %s UTC\n\n", shownFileName(measured.path).c_str(), formatDateTime(ride.start).c_str());
     appendFormat(text, "\tfactor alone\t: %.3f\n", ride.factor);
     if (ride.foundWind)
@@ -37,7 +36,7 @@ void appendRide(std::string& text, const CalibratedRide& ride, const MeasuredRid
     appendFormat(text, "\tused\t\t: %u sec in %zu windows\n", ride.seconds[used], ride.windows);
     for (int reason = leftSlow; reason < leftOutCount; ++reason)
         if (ride.seconds[reason] != 0)
-            appendFormat(text, "\tleft out\t: %u sec %s\n", ride.seconds[reason], leftOut[reason]);
+            appendFormat(text, "\tleft out\t: %u sec %s\n", ride.seconds[reason], leftOutNames[reason]);
 }
 
 void appendHeldOut(std::string& text, const HeldOut& out)
