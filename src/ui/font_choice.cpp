@@ -2,6 +2,7 @@
 #include "ui/font_choice.h"
 
 #include "ui/display.h"
+#include "ui/gdi_object.h"
 #include "ui/main_window.h"
 #include "ui/screen_set.h"
 
