@@ -550,7 +550,7 @@ int runCommand(Session& session, const Command& command, const Request& request,
         };
         return runSweep(session, command, request, rules, point, answer, streams);
     }
-    if (!request.graph.empty() || !request.rows.empty())
+    if (!request.graph.empty() || !request.rows.empty() || !request.page.empty())
         wantGraph(session.working);
     auto ride = [&](Session& own, const RunFiles& files, Answer& itsAnswer, Streams& itsStreams) {
         Run run = {own, command, request, itsStreams, rules, files};

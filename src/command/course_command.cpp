@@ -5,6 +5,7 @@
 #include "core/text.h"
 #include "fit/fit_output.h"
 #include "fit/fit_tools.h"
+#include "page/course_page.h"
 #include "plan/course_answer.h"
 #include "plan/course_file.h"
 #include "plan/course_gpx.h"
@@ -71,6 +72,8 @@ void tell(Session& session, const AnsweredCourse& answered, const std::vector<Pl
     session.graph = courseCurves(seconds);
     if (session.rows)
         writeCourseRows(*session.rows, seconds);
+    if (session.wantsPage)
+        session.page = coursePage(session.model, answered, seconds, notes);
     reportCourse(session.screens, session.model, answered, notes);
 }
 

@@ -4,6 +4,7 @@
 #include "fit/fit_tools.h"
 #include "gps/prepare.h"
 #include "gps/ride_comparison.h"
+#include "page/comparison_page.h"
 #include "report/comparison_report.h"
 #include "report/fit_figures.h"
 #include "report/fit_report.h"
@@ -51,6 +52,8 @@ ResultStatus compareCommand(Session& session)
     session.figures = comparisonFigures(comparison);
     if (session.rows)
         writeComparisonRows(*session.rows, comparison);
+    if (session.wantsPage)
+        session.page = comparisonPage(comparison, paths[0], paths[1]);
     reportComparison(session.screens, comparison, paths[0], paths[1]);
     return reportStatus(session.screens, paths[0], fitOk);
 }

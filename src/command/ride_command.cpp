@@ -1,12 +1,17 @@
 #include "command/ride_command.h"
 
+#include "command/command_table.h"
 #include "core/parameter_block.h"
 #include "core/progress.h"
+#include "core/text.h"
+#include "forms/form.h"
+#include "page/run_page.h"
 #include "report/ride_figures.h"
 #include "report/ride_report.h"
 #include "report/ride_rows.h"
 #include "ride/ride_run.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace torvane {
@@ -34,6 +39,45 @@ void reportTable(Screens& screens, const RideRun& ride, Progress& progress)
     else
         reportProcessHeading(screens, ride);
     reportProcessRows(screens, ride.log, &progress);
+}
+
+std::string valueOf(const FormState& state, const Row& row)
+{
+    if (row.kind == RowKind::check)
+        return chosenValue(state, row) != 0 ? "on" : "off";
+    if (row.kind != RowKind::choice && row.kind != RowKind::radio)
+        return rowText(state, row) + (*row.unit ? formatText(" %s", row.unit) : "");
+    std::vector<std::string> labels = rowLabels(state, row);
+    auto chosen = static_cast<size_t>(chosenValue(state, row));
+    return chosen < labels.size() ? labels[chosen] : std::string();
+}
+
+// What counts of the dialog, as it stands.
+PageFigures enteredInto(const Session& session, const Command& command)
+{
+    PageFigures entered;
+    FormState state;
+    openForm(state, *findForm(command.form), session.working, session.working, session.model, true);
+    for (const Row& row : state.form->rows)
+        if (row.name && row.offset != noField && row.kind != RowKind::button && row.kind != RowKind::label &&
+            takesEffect(state, row))
+            entered.emplace_back(row.name, valueOf(state, row));
+    return entered;
+}
+
+const Command* commandOf(int mode)
+{
+    std::span<const Command> table = commandTable();
+    auto found = std::ranges::find_if(
+        table, [&](const Command& command) { return command.family == Family::ride && command.member == mode; });
+    return found == table.end() ? nullptr : &*found;
+}
+
+void makePage(Session& session, int mode)
+{
+    if (const Command* command = commandOf(mode))
+        session.page = runPage(command->label, session.figures, session.graph ? &*session.graph : nullptr,
+                               enteredInto(session, *command));
 }
 
 // What the run leaves to the commands after it.
@@ -72,6 +116,8 @@ ResultStatus dispatchRide(Session& session)
         reportTable(session.screens, ride, progress);
     if (session.rows && !isFatal(ride.status))
         writeRideRows(*session.rows, ride, session.graph ? &*session.graph : nullptr);
+    if (session.wantsPage && !isFatal(ride.status))
+        makePage(session, mode);
     return ride.status;
 }
 

@@ -14,12 +14,13 @@ namespace {
 constexpr uint32_t leastSector = 60; // s
 constexpr size_t bandShift = 5;      // s
 
-struct CommonSecond {
-    uint32_t timestamp;
-    double watts[2];
-};
-
 using CommonSeconds = std::span<const CommonSecond>;
+
+double metresOf(const RideSample& sample)
+{
+    constexpr double perMetre = 100; // as FIT files store it
+    return sample.has(rideDistance) ? sample.values[rideDistance] / perMetre : std::numeric_limits<double>::quiet_NaN();
+}
 
 StatusCode readPowers(const std::string& path, std::vector<TimedPower>& powers, Progress* progress)
 {
@@ -34,7 +35,7 @@ StatusCode readPowers(const std::string& path, std::vector<TimedPower>& powers, 
         return code;
     for (const RideSample& sample : activity.samples)
         if (sample.has(ridePower))
-            powers.push_back({sample.timestamp, static_cast<double>(sample.values[ridePower])});
+            powers.push_back({sample.timestamp, static_cast<double>(sample.values[ridePower]), metresOf(sample)});
     return fitOk;
 }
 
@@ -45,7 +46,7 @@ std::vector<CommonSecond> commonSeconds(const std::vector<TimedPower>& first, co
     size_t i = 0, j = 0;
     while (i < first.size() && j < second.size()) {
         if (first[i].timestamp == second[j].timestamp) {
-            common.push_back({first[i].timestamp, {first[i].watts, second[j].watts}});
+            common.push_back({first[i].timestamp, first[i].metres, {first[i].watts, second[j].watts}});
             ++i;
             ++j;
         } else {
@@ -174,10 +175,10 @@ StatusCode comparePowers(const std::vector<TimedPower>& first, const std::vector
                          RideComparison& comparison)
 {
     comparison = {};
-    std::vector<CommonSecond> common = commonSeconds(first, second, comparison.alone);
-    if (common.empty())
+    comparison.common = commonSeconds(first, second, comparison.alone);
+    if (comparison.common.empty())
         return fitNotComparable;
-    compareRuns(common, comparison);
+    compareRuns(comparison.common, comparison);
     return fitOk;
 }
 

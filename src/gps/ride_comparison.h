@@ -6,6 +6,7 @@
 #include "fit/fit_codes.h"
 
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <string>
 #include <vector>
@@ -25,7 +26,15 @@ struct PowerComparison {
     uint32_t windows = 0;      // of those means; the correlation is told for three or more
 };
 
+// A second in which both have a power.
+struct CommonSecond {
+    uint32_t timestamp; // FIT seconds
+    double metres;      // of the first ride since its start; no number where it does not say so
+    double watts[2];
+};
+
 struct RideComparison {
+    std::vector<CommonSecond> common; // rising by time
     PowerComparison whole;
     std::vector<PowerComparison> sectors; // runs of seconds without a hole, of a minute or more
     uint32_t alone[2] = {};               // seconds of one ride that the other does not have
@@ -44,6 +53,7 @@ ComparisonOutcome compareRides(const std::string& first, const std::string& seco
 struct TimedPower {
     uint32_t timestamp; // FIT seconds
     double watts;
+    double metres = std::numeric_limits<double>::quiet_NaN(); // since the start of the ride, where it is known
 };
 StatusCode comparePowers(const std::vector<TimedPower>& first, const std::vector<TimedPower>& second,
                          RideComparison& comparison);

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cmath>
 #include <iterator>
 
 namespace torvane {
@@ -46,17 +47,34 @@ std::string named(const PageSeries& series)
     return series.unit.empty() ? series.label : series.label + " (" + series.unit + ")";
 }
 
-// What a browser without scripts shows.
-Picture staticChart(const PageSeries& x, const std::vector<const PageSeries*>& series)
+// By how much a point of a chart reaches to both sides along x: a bar to its neighbours, a dot so far as to be seen.
+double reachOf(ChartKind kind, const std::vector<double>& x)
+{
+    constexpr double dot = 0.002; // of the range
+    if (kind == ChartKind::bars && x.size() > 1)
+        return (x[1] - x[0]) / 2;
+    return kind == ChartKind::scatter ? dot * (std::ranges::max(x) - std::ranges::min(x)) : 0;
+}
+
+// What a browser without scripts shows: lines; of bars their outline, of a scatter its dots.
+Picture staticChart(ChartKind kind, const PageSeries& x, const std::vector<const PageSeries*>& series)
 {
     GraphSeries graph;
     graph.seriesNames.push_back(named(x));
     for (const PageSeries* each : series)
         graph.seriesNames.push_back(named(*each));
-    for (size_t i = 0; i < x.values.size(); ++i) {
-        graph.values.push_back(x.values[i]);
+    double reach = reachOf(kind, x.values);
+    auto addRow = [&](double at, size_t i, bool gap) {
+        graph.values.push_back(at);
         for (const PageSeries* each : series)
-            graph.values.push_back(each->values[i]);
+            graph.values.push_back(gap ? NAN : each->values[i]);
+    };
+    for (size_t i = 0; i < x.values.size(); ++i) {
+        addRow(x.values[i] - reach, i, false);
+        if (reach > 0)
+            addRow(x.values[i] + reach, i, false);
+        if (kind == ChartKind::scatter)
+            addRow(x.values[i], i, true);
     }
     CurveChoice choice;
     for (size_t i = 0; i < series.size(); ++i)
@@ -212,7 +230,7 @@ void HtmlPage::chart(const PageChart& chart)
         appendFormat(attributes, " data-fit=\"%.9g %.9g\"", chart.fit.first, chart.fit.second);
     attributes += chart.fromZero ? " data-zero" : "";
     attributes += chart.diagonal ? " data-diagonal" : "";
-    figure("chart", attributes, chart.title, staticChart(*x, drawn));
+    figure("chart", attributes, chart.title, staticChart(chart.kind, *x, drawn));
 }
 
 void HtmlPage::map(const PageMap& map)

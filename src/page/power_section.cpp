@@ -1,10 +1,9 @@
 #include "page/power_section.h"
 
 #include "core/text.h"
+#include "page/energy_bar.h"
+#include "page/page_texts.h"
 #include "page/ride_series.h"
-#include "plot/palette.h"
-#include "plot/text_width.h"
-#include "report/time_text.h"
 #include "ride/physiology.h"
 
 #include <algorithm>
@@ -13,39 +12,6 @@
 namespace torvane {
 
 namespace {
-
-// The bar of energies
-
-struct Part {
-    const char* name;
-    double kiloJoule;
-};
-
-constexpr int barWidth = 720, barHeight = 84, barMargin = 8, textHeight = 15;
-
-// Above the line what was spent, each part as long as it is large; names stand below theirs, apart from each other.
-Picture splitBar(const std::vector<Part>& parts)
-{
-    Picture picture{barWidth, barHeight, {}};
-    double sum = 0;
-    for (const Part& part : parts)
-        sum += part.kiloJoule;
-    double left = barMargin;
-    int nameLeft = barMargin;
-    for (size_t i = 0; i < parts.size(); ++i) {
-        double right = left + parts[i].kiloJoule / sum * (barWidth - 2 * barMargin);
-        Colour colour = curveColour(i).light;
-        picture.items.push_back(
-            PictureBox{static_cast<int>(std::lround(left)), 8, static_cast<int>(std::lround(right)), 48, colour});
-        std::string text = formatText("%s %.0f %%", parts[i].name, parts[i].kiloJoule / sum * 100);
-        int wide = static_cast<int>(std::ceil(textWidth(text) * textHeight * emOfHeight));
-        picture.items.push_back(PictureBox{nameLeft, 60, nameLeft + 10, 70, colour});
-        picture.items.push_back(PictureText{{nameLeft + 14, 57}, std::move(text), textHeight, inkColour.light, false});
-        nameLeft += wide + 30;
-        left = right;
-    }
-    return picture;
-}
 
 // Histogram
 
@@ -88,8 +54,7 @@ PageTable levelTable(const Model& model, const Spread& spread)
                        {}};
     for (int level = 0; level < trainingLevelBoundCount; ++level) {
         double seconds = spread.level[static_cast<size_t>(level)];
-        std::string time = hms(static_cast<int32_t>(seconds));
-        time.pop_back();
+        std::string time = timeText(seconds);
         table.rows.push_back({trainingLevels[level].name, rangeText(model, level), time,
                               formatText("%.1f", seconds / spread.seconds * 100)});
     }
@@ -149,8 +114,7 @@ PageTable bestTable(const std::vector<uint32_t>& durations,
     PageTable table = {"Best mean powers", {"Over", "Measured W", "Predicted W"}, {}};
     for (size_t i = 0; i < durations.size(); ++i) {
         std::vector<std::string>& row = table.rows.emplace_back();
-        std::string time = hms(static_cast<int32_t>(durations[i]));
-        time.pop_back();
+        std::string time = timeText(durations[i]);
         row.push_back(time);
         for (FigureSource source : {measuredFigure, predictedFigure})
             row.push_back(best[source][i] ? formatText("%.0f", *best[source][i]) : "-");
@@ -186,27 +150,16 @@ void addBestMeans(HtmlPage& page, RiddenRows rows, const RideAnswer& answer)
 
 void addSplitSection(HtmlPage& page, const std::array<double, powerSinkCount>& megaJoule)
 {
-    std::vector<Part> spent;
-    PageTable table = {"Energy of the whole ride", {"For", "kJ"}, {}};
-    std::string told = "Share of the energy spent:";
-    for (size_t sink = 0; sink < powerSinkCount; ++sink) {
-        double kiloJoule = megaJoule[sink] * 1000;
-        table.rows.push_back({powerSinkLabels[sink], formatText("%.0f", kiloJoule)});
-        if (kiloJoule >= 0.5)
-            spent.push_back({powerSinkLabels[sink], kiloJoule});
-    }
+    std::array<EnergyPart, powerSinkCount> parts;
+    for (size_t sink = 0; sink < powerSinkCount; ++sink)
+        parts[sink] = {powerSinkLabels[sink], megaJoule[sink] * 1000};
     page.section("Where the power goes");
-    if (!spent.empty()) {
-        for (const Part& part : spent)
-            appendFormat(told, " %s %.0f kJ", part.name, part.kiloJoule);
-        page.picture("Energy spent", splitBar(spent), told);
-    }
     page.chart({.title = "Power by what takes it; below zero it gives",
                 .kind = ChartKind::stack,
                 .x = "distance",
                 .series = {powerSinkIds.begin(), powerSinkIds.end()},
                 .shown = {powerSinkIds.begin(), powerSinkIds.end()}});
-    page.table(table);
+    addEnergy(page, parts);
 }
 
 void addPowerSection(HtmlPage& page, const Model& model, RiddenRows rows, const RideAnswer& answer)

@@ -2,11 +2,11 @@
 
 #include "core/text.h"
 #include "core/units.h"
+#include "page/page_texts.h"
 #include "page/power_section.h"
 #include "page/ride_series.h"
 #include "page/thinning.h"
 #include "report/fit_report.h"
-#include "report/time_text.h"
 
 #include <algorithm>
 #include <string_view>
@@ -14,15 +14,6 @@
 namespace torvane {
 
 namespace {
-
-using Texts = std::vector<std::pair<std::string, std::string>>;
-
-std::string durationText(uint32_t seconds)
-{
-    std::string text = hms(static_cast<int32_t>(seconds));
-    text.pop_back(); // its "h"
-    return text;
-}
 
 double kphOf(const StretchFigures& s)
 {
@@ -34,7 +25,7 @@ std::string wholeText(const std::optional<double>& value)
     return value ? formatText("%.0f", *value) : "-";
 }
 
-void addPower(Texts& texts, const RideAnswer& answer)
+void addPower(PageFigures& texts, const RideAnswer& answer)
 {
     constexpr const char* names[figureSourceCount] = {"predicted", "measured"};
     for (FigureSource source : {measuredFigure, predictedFigure}) {
@@ -49,31 +40,17 @@ void addPower(Texts& texts, const RideAnswer& answer)
     }
 }
 
-Texts summaryOf(const RideAnswer& answer)
+PageFigures summaryOf(const RideAnswer& answer)
 {
-    Texts texts = {{"Distance", formatText("%.2f km", answer.distance / 1000)},
-                   {"Moving", durationText(answer.whole.seconds)},
-                   {"Standing", durationText(answer.elapsed - answer.whole.seconds)},
-                   {"Average speed", formatText("%.1f kph", kphOf(answer.whole))},
-                   {"Highest speed", formatText("%.1f kph", answer.highestSpeed * kphPerMps)}};
+    PageFigures texts = {{"Distance", formatText("%.2f km", answer.distance / 1000)},
+                         {"Moving", timeText(answer.whole.seconds)},
+                         {"Standing", timeText(answer.elapsed - answer.whole.seconds)},
+                         {"Average speed", formatText("%.1f kph", kphOf(answer.whole))},
+                         {"Highest speed", formatText("%.1f kph", answer.highestSpeed * kphPerMps)}};
     if (answer.hasAltitude)
         texts.emplace_back("Climbed", formatText("%.0f m", answer.whole.climbed));
     addPower(texts, answer);
     return texts;
-}
-
-std::string titleOf(const AnsweredRide& ride)
-{
-    std::string name = shownFileName(ride.prepared.path);
-    size_t extension = name.rfind('.');
-    return name.substr(0, extension == 0 ? std::string::npos : extension);
-}
-
-std::string leadOf(const Model& model, const RideAnswer& answer)
-{
-    const auto& state = model.state;
-    return formatText("%s UTC. Rider %.4g kg, bicycle %.4g kg, %.4g kg in all.", formatDateTime(answer.start).c_str(),
-                      state.humanWeight, state.bikeWeight, state.totalWeight);
 }
 
 PageTable tableOf(const char* title, const std::vector<StretchFigures>& stretches, bool slopes, bool measured)
@@ -87,7 +64,7 @@ PageTable tableOf(const char* title, const std::vector<StretchFigures>& stretche
     for (const StretchFigures& s : stretches) {
         std::vector<std::string>& row = table.rows.emplace_back(
             std::vector<std::string>{std::to_string(table.rows.size() + 1), formatText("%.3f", s.from / 1000),
-                                     formatText("%.3f", s.metres / 1000), durationText(s.seconds),
+                                     formatText("%.3f", s.metres / 1000), timeText(s.seconds),
                                      formatText("%.1f", kphOf(s)), formatText("%.0f", s.climbed)});
         if (slopes)
             row.push_back(formatText("%.1f", s.metres > 0 ? s.climbed / s.metres * 100 : 0));
@@ -98,11 +75,19 @@ PageTable tableOf(const char* title, const std::vector<StretchFigures>& stretche
     return table;
 }
 
-std::vector<std::pair<double, double>> climbShades(const RideAnswer& answer)
+// Where the page shows what lies so many metres into the ride, pauses left out.
+double shownAt(const RideSeries& series, double metres)
+{
+    auto row = std::ranges::lower_bound(series.rows, metres, {}, &RiddenRow::distance);
+    size_t at = std::min(static_cast<size_t>(row - series.rows.begin()), series.rows.size() - 1);
+    return series.along[0].values[at];
+}
+
+std::vector<std::pair<double, double>> climbShades(const RideSeries& series, const RideAnswer& answer)
 {
     std::vector<std::pair<double, double>> shades;
     for (const StretchFigures& climb : answer.climbs)
-        shades.emplace_back(climb.from / 1000, (climb.from + climb.metres) / 1000);
+        shades.emplace_back(shownAt(series, climb.from), shownAt(series, climb.from + climb.metres));
     return shades;
 }
 
@@ -124,12 +109,11 @@ void addSeries(HtmlPage& page, RideSeries& series)
     series.longitude = valuesAt(series.longitude, places);
 }
 
-void addCharts(HtmlPage& page, const RideAnswer& answer)
+void addCharts(HtmlPage& page, const std::vector<std::pair<double, double>>& climbs)
 {
-    std::vector<std::pair<double, double>> climbs = climbShades(answer);
     page.section("Along the way");
     page.beginCharts();
-    page.chart({.title = answer.climbs.empty() ? "Altitude" : "Altitude, climbs shaded",
+    page.chart({.title = climbs.empty() ? "Altitude" : "Altitude, climbs shaded",
                 .kind = ChartKind::area,
                 .x = "distance",
                 .series = {"altitude"},
@@ -155,20 +139,21 @@ std::string ridePage(const Model& model, const AnsweredRide& ride, const std::ve
 {
     const RideAnswer& answer = ride.answer;
     RideSeries series = rideSeriesOf(model, ride);
-    HtmlPage page(titleOf(ride), leadOf(model, answer));
+    HtmlPage page(nameWithoutEnding(ride.prepared.path), formatDateTime(answer.start) + " UTC. " + riderText(model));
     page.section("Summary");
     page.figures(summaryOf(answer));
     if (!notes.empty()) {
         page.section("Mended or doubtful");
         page.notes(notes);
     }
+    std::vector<std::pair<double, double>> climbs = climbShades(series, answer);
     addSeries(page, series);
     page.section("Map");
     page.map({"Track, north above",
               series.latitude,
               series.longitude,
               {answer.power[measuredFigure] ? "measured30" : "predicted30", "speed", "slope"}});
-    addCharts(page, answer);
+    addCharts(page, climbs);
     addSplitSection(page, series.megaJoule);
     addPowerSection(page, model, series.rows, answer);
     if (!answer.laps.empty() || !answer.climbs.empty()) {

@@ -3,6 +3,7 @@
 #include "core/units.h"
 #include "model/gear_table.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace torvane {
@@ -63,9 +64,11 @@ void addWay(const Source& source, std::vector<PageSeries>& along)
 {
     PageSeries distance = {"distance", "Distance", "km", 3, {}};
     PageSeries time = {"time", "Time", "", 0, {}, true};
-    for (const RiddenRow& row : source.rows) {
-        distance.values.push_back(row.distance / 1000);
-        time.values.push_back(row.timestamp - source.ride.answer.start);
+    double last = 0;
+    for (size_t i = 0; i < source.rows.size(); ++i) {
+        last = std::max(last, source.records[i]->distance / 1000);
+        distance.values.push_back(last);
+        time.values.push_back(source.rows[i].timestamp - source.ride.answer.start);
     }
     along.push_back(std::move(distance));
     along.push_back(std::move(time));

@@ -144,12 +144,10 @@ void appendGain(std::string& text, const AnsweredCourse& a)
 
 void appendWhatIfs(std::string& text, const CourseAnswer& answer)
 {
-    constexpr const char* names[whatIfCount] = {"10 W more", "1 kg less", "2 m/s head wind", "5 % less drag",
-                                                "one gear lower"};
     text += "\n what if\n\n";
     for (size_t i = 0; i < answer.whatIf.size(); ++i) {
         const WhatIfAnswer& what = answer.whatIf[i];
-        appendFormat(text, "\t%-16s: %s", names[i], changeText(what.seconds).c_str());
+        appendFormat(text, "\t%-16s: %s", whatIfNames[i], changeText(what.seconds).c_str());
         if (i == ifLowerGear && what.teeth > 0)
             appendFormat(text, ", with a sprocket of %d", what.teeth);
         if (i == ifLowerGear && what.lowestCadence > 0)

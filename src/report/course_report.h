@@ -9,6 +9,9 @@
 
 namespace torvane {
 
+constexpr const char* whatIfNames[whatIfCount] = {"10 W more", "1 kg less", "2 m/s head wind", "5 % less drag",
+                                                  "one gear lower"};
+
 // A sentence for everything of the track that was mended or is missing, and, where there is a plan, for where the rider
 // cannot ride.
 std::vector<std::string> courseNotes(const AnsweredCourse& answered, StatusCode code);

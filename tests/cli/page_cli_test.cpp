@@ -28,6 +28,29 @@ TEST_F(ConsoleTest, WritesAPageOfARideWhateverItsName)
     EXPECT_FALSE(std::filesystem::exists(in + "none.html"));
 }
 
+TEST_F(ConsoleTest, WritesPagesOfOtherAnswers)
+{
+    const std::pair<std::vector<std::string>, std::vector<std::string>> cases[] = {
+        {{"plan", "pacing=plan", samples + "pass.gpx"},
+         {"<h1>pass</h1>", "id=\"s-rearBrake\"", "data-shade=", "Climbs</caption>", "What if</caption>", "10 W more"}},
+        {{"compare", samples + "meter.fit", samples + "meter.fit"},
+         {"data-kind=\"scatter\"", "data-diagonal", "data-fit=\"1 0\"", "data-kind=\"bars\""}},
+        {{"pattern-braking", "rideTarget=intermittent braking", "rideEndVelocity=30", "brakingInclination=-7"},
+         {"<h1>Pattern Braking</h1>", "id=\"s-frontBrake\"", "data-shown=\"s-velocity", "brakingInclination</th><td"}},
+        {{"801", "rideVelocity=40"}, {"Figures of the answer</caption>", "rideVelocity</th>"}},
+    };
+    for (auto [arguments, parts] : cases) {
+        std::string page = in + arguments[0] + ".html";
+        arguments.insert(arguments.end(), {"--page", page});
+        Call told = call(arguments);
+        EXPECT_EQ(told.code, 0) << told.err;
+        Bytes bytes = bytesOf(page);
+        std::string html(bytes.begin(), bytes.end());
+        for (const std::string& part : parts)
+            EXPECT_TRUE(contains(html, part)) << arguments[0] << part;
+    }
+}
+
 } // namespace
 
 } // namespace torvane

@@ -37,7 +37,7 @@ TEST(FileKind, isToldByContent)
         {"notes", text(std::string(2416, 'n')), FileKind::unknown},
         {"picture", text("<svg xmlns=\"\"/>"), FileKind::svg},
         {"picture.csv", text("\xEF\xBB\xBF<?xml version='1.0'?>\n<!DOCTYPE svg>\n<!-- <x> --> <svg>"), FileKind::svg},
-        {"page.svg", text("<html><svg></svg></html>"), FileKind::unknown},
+        {"page.svg", text("<html><svg></svg></html>"), FileKind::html},
         {"page.svg", text("<?xml version='1.0'"), FileKind::unknown},
         {"table.CSV", text("a, b\r\n\xE9, 2\n"), FileKind::csv},
         {"table.csv", Bytes{'a', 0, 'b'}, FileKind::unknown},

@@ -1,0 +1,233 @@
+#include "page/course_page.h"
+
+#include "core/text.h"
+#include "core/units.h"
+#include "model/gear_table.h"
+#include "page/energy_bar.h"
+#include "page/page_texts.h"
+#include "page/thinning.h"
+#include "report/course_report.h"
+#include "report/fit_report.h"
+
+#include <cmath>
+#include <limits>
+
+namespace torvane {
+
+namespace {
+
+constexpr double none = std::numeric_limits<double>::quiet_NaN();
+
+std::string leadOf(const Model& model, const CourseAnswer& answer)
+{
+    std::string start = answer.start ? "Start " + formatDateTime(*answer.start) + " UTC. " : std::string();
+    return "A course ahead. " + start + riderText(model);
+}
+
+PageFigures summaryOf(const AnsweredCourse& a)
+{
+    const CourseRide& ride = a.planned.ride;
+    PageFigures figures = {
+        {"Moving", timeText(ride.movingSeconds)},
+        {"Between", timeText(a.planned.fastest) + " and " + timeText(a.planned.slowest)},
+        {"Distance", formatText("%.2f km", a.course.length / 1000)},
+        {"Climbed", formatText("%.0f m", a.course.findings.climbed)},
+        {"Average speed",
+         formatText("%.1f kph", ride.movingSeconds > 0 ? a.course.length / ride.movingSeconds * kphPerMps : 0)},
+        {"Mean power", formatText("%.0f W", ride.meanPower)},
+        {"Normalised", formatText("%.0f W", ride.normalisedPower)},
+        {"Work", formatText("%.0f kJ", ride.kiloJoule)},
+    };
+    if (ride.seconds > ride.movingSeconds)
+        figures.emplace_back("With stops", timeText(ride.seconds));
+    if (a.answer.stress > 0)
+        figures.emplace_back("Stress score", formatText("%.0f", a.answer.stress));
+    if (ride.lowestCadence > 0)
+        figures.emplace_back("Lowest cadence", formatText("%.0f rpm", ride.lowestCadence));
+    figures.emplace_back("Hottest brakes", formatText("%.0f and %.0f Cel", ride.hottest[0], ride.hottest[1]));
+    if (a.planned.even.movingSeconds > 0)
+        figures.emplace_back("Against even power", changeText(-a.answer.gain));
+    return figures;
+}
+
+struct Column {
+    const char *id, *label, *unit;
+    int decimals;
+    double (*value)(const PlannedSecond&);
+    bool isTime = false;
+    bool peaked = false;
+};
+
+constexpr Column columns[] = {
+    {"distance", "Distance", "km", 3, [](const PlannedSecond& s) { return s.distance / 1000; }},
+    {"time", "Time", "", 0, [](const PlannedSecond& s) { return static_cast<double>(s.time); }, true},
+    {"altitude", "Altitude", "m", 1, [](const PlannedSecond& s) { return s.altitude; }, false, true},
+    {"speed", "Speed", "kph", 1, [](const PlannedSecond& s) { return s.speed * kphPerMps; }, false, true},
+    {"power", "Power", "W", 0, [](const PlannedSecond& s) { return s.power; }, false, true},
+    {"cadence", "Cadence", "rpm", 0, [](const PlannedSecond& s) { return s.cadence; }, false, true},
+    {"frontBrake", "Front brake", "Cel", 0, [](const PlannedSecond& s) { return s.frontBrake; }, false, true},
+    {"rearBrake", "Rear brake", "Cel", 0, [](const PlannedSecond& s) { return s.rearBrake; }, false, true},
+};
+
+std::vector<double> valuesOf(const std::vector<PlannedSecond>& seconds, double (*value)(const PlannedSecond&))
+{
+    std::vector<double> values;
+    values.reserve(seconds.size());
+    for (const PlannedSecond& second : seconds)
+        values.push_back(value(second));
+    return values;
+}
+
+// The slope of the road, and the gear in which the rider turns the pedals so.
+void addDerived(HtmlPage& page, const Model& model, const Course& course, const std::vector<PlannedSecond>& seconds,
+                std::span<const size_t> places)
+{
+    PageSeries slope = {"slope", "Slope", "%", 1, {}};
+    PageSeries front = {"frontTooth", "Chainring", "t", 0, {}}, rear = {"rearTooth", "Sprocket", "t", 0, {}};
+    for (size_t place : places) {
+        const PlannedSecond& s = seconds[place];
+        slope.values.push_back(course.points[pointAt(course, s.distance)].slope);
+        bool pedals = s.cadence > 0 && s.speed > 0;
+        int gear = pedals ? nearestGear(model, ratioAtCadence(model, s.speed, s.cadence)) : 0;
+        front.values.push_back(pedals ? frontToothOf(model, gear) : none);
+        rear.values.push_back(pedals ? rearToothOf(model, gear) : none);
+    }
+    for (PageSeries* series : {&slope, &front, &rear})
+        page.add(std::move(*series));
+}
+
+void addSeries(HtmlPage& page, const Model& model, const Course& course, const std::vector<PlannedSecond>& seconds,
+               PageMap& map)
+{
+    std::vector<std::vector<double>> values;
+    std::vector<const std::vector<double>*> peaks;
+    for (const Column& column : columns)
+        values.push_back(valuesOf(seconds, column.value));
+    for (size_t i = 0; i < values.size(); ++i)
+        if (columns[i].peaked)
+            peaks.push_back(&values[i]);
+    std::vector<size_t> places = thinnedPoints(seconds.size(), peaks);
+    for (size_t i = 0; i < values.size(); ++i) {
+        const Column& column = columns[i];
+        page.add({column.id, column.label, column.unit, column.decimals, valuesAt(values[i], places), column.isTime});
+    }
+    addDerived(page, model, course, seconds, places);
+    map.latitude = valuesAt(valuesOf(seconds, [](const PlannedSecond& s) { return s.latitude; }), places);
+    map.longitude = valuesAt(valuesOf(seconds, [](const PlannedSecond& s) { return s.longitude; }), places);
+}
+
+void addCharts(HtmlPage& page, const CourseAnswer& answer)
+{
+    std::vector<std::pair<double, double>> climbs;
+    for (const CoursePart& climb : answer.climbs)
+        climbs.emplace_back(climb.from / 1000, climb.to / 1000);
+    page.section("Along the way");
+    page.beginCharts();
+    page.chart({.title = answer.climbs.empty() ? "Altitude" : "Altitude, climbs shaded",
+                .kind = ChartKind::area,
+                .x = "distance",
+                .series = {"altitude"},
+                .shades = climbs});
+    page.chart({.title = "Speed and time",
+                .x = "distance",
+                .series = {"speed", "time"},
+                .shown = {"speed"},
+                .fromZero = true});
+    page.chart({.title = "Power", .x = "distance", .series = {"power"}, .fromZero = true});
+    page.chart({.title = "Cadence and gears",
+                .x = "distance",
+                .series = {"cadence", "frontTooth", "rearTooth"},
+                .shown = {"cadence"}});
+    page.chart({.title = "Brake temperatures", .x = "distance", .series = {"frontBrake", "rearBrake"}});
+    page.endCharts();
+}
+
+std::string clockText(const CourseAnswer& answer, double clock)
+{
+    return answer.start ? formatTimeOfDay(*answer.start + static_cast<uint32_t>(std::lround(clock))) : timeText(clock);
+}
+
+std::string gearText(const Model& model, int gear)
+{
+    return gear < 0 ? "-" : formatText("%d x %d", frontToothOf(model, gear), rearToothOf(model, gear));
+}
+
+PageTable tableOf(const Model& model, const CourseAnswer& answer, const std::string& title,
+                  const std::vector<CoursePart>& parts, bool downhill)
+{
+    PageTable table = {title, {"From km", "km", "Slope %", "Time", answer.start ? "At" : "After", "kph", "W"}, {}};
+    std::vector<std::string> own = {"Gear", "rpm"};
+    if (downhill)
+        own = {"Top kph", "Front Cel", "Rear Cel"};
+    table.heads.insert(table.heads.end(), own.begin(), own.end());
+    for (const CoursePart& part : parts) {
+        std::vector<std::string>& row = table.rows.emplace_back(std::vector<std::string>{
+            formatText("%.2f", part.from / 1000), formatText("%.2f", part.metres() / 1000),
+            formatText("%.1f", part.slope()), timeText(part.seconds), clockText(answer, part.clock),
+            formatText("%.1f", part.speed() * kphPerMps), formatText("%.0f", part.power)});
+        if (downhill)
+            row.insert(row.end(), {formatText("%.1f", part.topSpeed * kphPerMps), formatText("%.0f", part.hottest[0]),
+                                   formatText("%.0f", part.hottest[1])});
+        else
+            row.insert(row.end(), {gearText(model, part.gear), formatText("%.0f", part.cadence)});
+    }
+    return table;
+}
+
+void addTables(HtmlPage& page, const Model& model, const CourseAnswer& answer)
+{
+    page.section("Parts of the way");
+    page.table(tableOf(model, answer, "Stretches of the plan", answer.stretches, false));
+    page.table(tableOf(model, answer, "Climbs", answer.climbs, false));
+    page.table(tableOf(model, answer, "Descents", answer.descents, true));
+    page.table(tableOf(model, answer, formatText("Every %.0f km", answer.partLength / 1000), answer.parts, false));
+}
+
+void addEnergies(HtmlPage& page, const CourseRide& ride)
+{
+    const EnergyBalance& e = ride.energy;
+    EnergyPart parts[] = {{"Air", e.air / 1000},
+                          {"Rolling", e.rolling / 1000},
+                          {"Slope", e.slope / 1000},
+                          {"Brakes", e.brakes / 1000},
+                          {"Motion", e.kinetic / 1000}};
+    page.section("Where the power goes");
+    addEnergy(page, parts);
+}
+
+void addWhatIfs(HtmlPage& page, const CourseAnswer& answer)
+{
+    PageTable table = {"What if", {"With", "Time"}, {}};
+    for (size_t i = 0; i < answer.whatIf.size(); ++i)
+        table.rows.push_back({whatIfNames[i], changeText(answer.whatIf[i].seconds)});
+    page.section("What if");
+    page.table(table);
+}
+
+} // namespace
+
+std::string coursePage(const Model& model, const AnsweredCourse& answered, const std::vector<PlannedSecond>& seconds,
+                       const std::vector<std::string>& notes)
+{
+    const CourseAnswer& answer = answered.answer;
+    HtmlPage page(nameWithoutEnding(answered.course.path), leadOf(model, answer));
+    page.section("Summary");
+    page.figures(summaryOf(answered));
+    if (!notes.empty()) {
+        page.section("Mended or doubtful");
+        page.notes(notes);
+    }
+    PageMap map = {"Track, north above", {}, {}, {"power", "speed", "slope"}};
+    addSeries(page, model, answered.course, seconds, map);
+    if (answered.course.findings.hasPlaces) {
+        page.section("Map");
+        page.map(map);
+    }
+    addCharts(page, answer);
+    addTables(page, model, answer);
+    addEnergies(page, answered.planned.ride);
+    addWhatIfs(page, answer);
+    return page.html();
+}
+
+} // namespace torvane
