@@ -20,9 +20,10 @@ if [ ! -e "$out/jobs" ]; then
 fi
 
 # A job prints when it is done, so that one that was cut off has printed nothing. Exit code 1 tells of rides that failed,
-# each with its reason in its line: nothing that another machine could do better.
+# each with its reason in its line: nothing that another machine could do better. What fails otherwise is tried on the
+# other machines in turn: --retries stands above their number.
 job="mkdir -p {.} &&
-    { ${TORVANE_CLI:-torvane-cli} --json --resume --into {.} --files-from {} ride $(printf '%q ' "$@")>{.}/answers; [ \$? -le 1 ]; } &&
+    { ${TORVANE_CLI:-torvane-cli} --json --resume --into {.} --files-from {} ride ${*@Q} >{.}/answers; [ \$? -le 1 ]; } &&
     cat {.}/answers"
-parallel --ssh "${SSH:-ssh}" --sshloginfile "$hosts" --joblog "$out/joblog" --resume-failed --retries 5 \
+parallel --ssh "${SSH:-ssh}" --sshloginfile "$hosts" --joblog "$out/joblog" --resume-failed --retries 10 \
     "$job" <"$out/jobs" >>"$out/answers.ndjson"

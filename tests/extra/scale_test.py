@@ -7,6 +7,7 @@ import json
 import os
 import pathlib
 import shutil
+import signal
 import socket
 import subprocess
 import sys
@@ -20,7 +21,7 @@ RECIPES = ROOT / "samples" / "scale"
 sys.path.insert(0, str(ROOT / "benchmarks"))
 import batch_rides  # noqa: E402
 
-LIMIT = 300  # s for any of the calls
+LIMIT = 600  # s for any of the calls
 
 
 class Host:
@@ -36,7 +37,8 @@ class Host:
         (self.folder / "config").write_text(
             f"Port {self.port}\nListenAddress 127.0.0.1\nHostKey {key}\nPidFile none\nUsePAM no\nStrictModes no\n"
             f"AuthorizedKeysFile {folder}/user-key.pub\nPasswordAuthentication no\nPermitRootLogin yes\nMaxStartups 100\n")
-        self.process = subprocess.Popen([shutil.which("sshd", path="/usr/sbin:/usr/bin"), "-D", "-e", "-f",
+        sshd = shutil.which("sshd", path="/usr/sbin:/usr/bin")
+        self.process = subprocess.Popen(["timeout", str(LIMIT), sshd, "-D", "-e", "-f",
                                          self.folder / "config"], stderr=subprocess.DEVNULL, start_new_session=True)
 
     def children(self):
@@ -53,10 +55,12 @@ class Host:
         return found
 
     def kill(self):
+        """At once; but a shell that still reads its user's own start files may put away what it holds there."""
         for process in self.children():
             try:
-                os.kill(process, 9)
-            except ProcessLookupError:
+                name = pathlib.Path(f"/proc/{process}/comm").read_text().strip()
+                os.kill(process, signal.SIGKILL if name in ("sshd", "torvane-cli") else signal.SIGTERM)
+            except OSError:  # it has ended
                 pass
         self.process.wait()
 
@@ -102,7 +106,7 @@ class ScaleTest(unittest.TestCase):
 
     def many_hosts(self):
         return subprocess.Popen([RECIPES / "many-hosts.sh", self.folder / "hosts", self.folder / "list", self.folder / "out"],
-                                env={**self.env, "RIDES_PER_JOB": "25"}, stderr=subprocess.PIPE, text=True)
+                                env={**self.env, "RIDES_PER_JOB": "50"}, stderr=subprocess.PIPE, text=True)
 
     def test_a_machine_goes_away(self):
         rides = self.rides(1000)
@@ -110,7 +114,7 @@ class ScaleTest(unittest.TestCase):
         begun = time.monotonic()
         call = self.many_hosts()
         log = self.folder / "out" / "joblog"
-        while call.poll() is None and (not log.exists() or len(log.read_text().splitlines()) < 12):
+        while call.poll() is None and (not log.exists() or len(log.read_text().splitlines()) < 6):
             self.assertLess(time.monotonic() - begun, LIMIT)
             time.sleep(0.05)
         self.assertIsNone(call.poll(), "it ended before a machine could go away")
@@ -123,7 +127,7 @@ class ScaleTest(unittest.TestCase):
         print(f"{1000 / (time.monotonic() - begun):.0f} rides a second over two machines, one of them half the time")
         self.check((self.folder / "out" / "answers.ndjson").read_text().splitlines(), rides)
         ran = collections.Counter(line.split("\t")[1] for line in log.read_text().splitlines()[1:])
-        self.assertGreater(ran["anna"], 20, ran)
+        self.assertGreater(ran["anna"], 10, ran)
 
     def test_a_job_array(self):
         rides = self.rides(100)
