@@ -95,6 +95,18 @@ TEST_F(ConsoleTest, FiguresHoldEveryNumberOfAReport)
         std::vector<double> figures = figuresOf(json);
         EXPECT_FALSE(figures.empty()) << arguments.back();
         EXPECT_EQ(json.find("null"), json.npos) << arguments.back();
+        // Help tells of each of them.
+        size_t word = 0;
+        while (arguments[word].starts_with("--"))
+            ++word;
+        std::string help = call({"help", arguments[word]}).out, own = json.substr(0, json.find("\"units\": {"));
+        std::regex key("\"(\\w+)\": ");
+        for (std::sregex_iterator
+                 found(own.begin() + static_cast<long>(own.find("\"figures\": {") + 12), own.end(), key),
+             none;
+             found != none; ++found)
+            EXPECT_TRUE(std::regex_search(help, std::regex("\\b" + found->str(1) + "\\b")))
+                << found->str(1) << " of " << help;
         std::regex number("(^|[^.A-Za-z0-9])(-?[0-9]+([.][0-9]+)?)");
         for (std::sregex_iterator found(text.begin(), text.end(), number), none; found != none; ++found)
             EXPECT_TRUE(isAmong(figures, (*found)[2])) << (*found)[2] << " of " << arguments.back() << text;

@@ -182,6 +182,19 @@ TEST_F(ProfileReport, assistRangesUpToTheFirstInactive)
     EXPECT_EQ(section(sectionAssist), head + "\n");
 }
 
+TEST_F(ProfileReport, courseByTheSourceOfItsPressure)
+{
+    std::tie(m.windSpeed, m.altitude, m.temperature, m.hectoPascal) = std::tuple(-2.5, 310, 21, 976.5);
+    std::tie(m.bpn, m.roadSurface) = std::tuple(75, 0);
+    std::string wind = "\twind speed\t\t\t:   -2.500 mps\n",
+                road = "\tBPN\t\t\t\t:   75 bpn\n\troad surface condition is ";
+    m.airPressureSource = pressureComputed;
+    EXPECT_EQ(condition(sectionCourse),
+              wind + "\taltitude\t\t\t:  310.0 m\n\ttemperature\t\t\t:   21.0 Cel\n" + road + "'dry'\n\n");
+    m.airPressureSource = pressureEntered;
+    EXPECT_EQ(condition(sectionCourse), wind + "\thecto pascal\t\t:  976.5 hPa\n" + road + "'dry'\n\n");
+}
+
 TEST_F(ProfileReport, peloton)
 {
     EXPECT_EQ(condition(sectionPeloton), "\tnot under peloton or train but alone\n");

@@ -154,8 +154,26 @@ TEST_F(RideNumbers, acceleration)
                              stage, n, stage, n, stage, n, stage, n);
     EXPECT_EQ(figures, wanted + bodyFigures);
     found.velocity = 9.9;
+    model.state.motorLocation = 0;
     report(rideAcceleration, 0);
     EXPECT_TRUE(figures.find("; leastAcceleration 0.00025 mpss; ") != std::string::npos);
+    EXPECT_EQ(figures.find("assist"), std::string::npos);
+}
+
+TEST_F(RideNumbers, rolling)
+{
+    constexpr std::pair<int, const char*> cases[] = {
+        {limitNone, "\tinclination\t\t\t:   -2.500 per\n\tfinal poised velocity\t:   36.000 kph\n\n\tdiverse drag"},
+        {limitDistance, "-- starting velocity is 18.000 kph, limitted 77.500 m\n\tinclination\t\t\t:   -2.500 per\n"
+                        "\tending velocity\t\t:   36.000 kph\n\n\tsector time\t\t\t:    7.500 sec\n"
+                        "\tdistance\t\t\t:   77.500 m\n\n"},
+        {limitTime, "-- starting velocity is 18.000 kph, limitted  7.500 sec\n\tinclination"},
+    };
+    for (auto [limit, lines] : cases) {
+        in.inclinationLimit = limit;
+        report(rideInclinationAndVelocity, 0);
+        EXPECT_EQ(shown.lower.find(lines), shown.lower.find('\n', 2) + 1) << shown.lower;
+    }
 }
 
 TEST_F(RideNumbers, brakes)

@@ -179,6 +179,7 @@ TEST_F(RideReport, brakingPatterns)
 {
     std::tie(now.inclination, in.startVelocity, in.endVelocity, found.force) = std::tuple(-7, 20, 10, -12.34);
     std::tie(in.intervalDistance, in.totalDistance, found.sectorTime) = std::tuple(300, 5000, 599.5);
+    found.drive.thrustMode = thrustByBraking;
     constexpr std::tuple<int, ResultStatus, const char*> cases[] = {
         {0, 0,
          "'constant force braking'\n -- inclination -7.000 per, constant force -12.3 kgf from 72.0 kph to 36.0 kph\n"},
