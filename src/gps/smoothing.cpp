@@ -197,7 +197,10 @@ void smoothField(std::span<GpsRecord> records, RecordField field, int window, Ex
 
 void averageField(std::span<GpsRecord> records, RecordField field, int window)
 {
-    averageInto(records, field, copyOf(records, field), window);
+    std::vector<double> values(records.size());
+    for (size_t i = 0; i < records.size(); ++i)
+        values[i] = records[i].*field;
+    averageInto(records, field, values, window);
 }
 
 void smoothPositions(std::span<GpsRecord> records, int window)
