@@ -79,6 +79,16 @@ void keepFaster(Planning& planning, PlannedCourse& planned)
         planned.profile = constantPower(planned.evenPower);
 }
 
+// Of a plan and even power that meet a time the one with less normalised power.
+bool keepEvenIfCheaper(PlannedCourse& planned)
+{
+    if (planned.power < planned.even.normalisedPower)
+        return false;
+    planned.profile = constantPower(planned.evenPower);
+    planned.power = planned.even.normalisedPower;
+    return true;
+}
+
 StatusCode planPaced(Planning& planning, PlannedCourse& planned)
 {
     Aim aim;
@@ -95,9 +105,10 @@ StatusCode planPaced(Planning& planning, PlannedCourse& planned)
         }
         planned.power = planning.ride(planned.profile).normalisedPower;
     }
-    if (aim.time && !evenBeside(planning, planned))
+    bool plans = planning.conditions().options.pacing == pacingPlan;
+    if (aim.time && !(plans && keepEvenIfCheaper(planned)) && !evenBeside(planning, planned))
         return planPowerOutOfReach;
-    if (planning.conditions().options.pacing == pacingPlan)
+    if (plans && !aim.time)
         keepFaster(planning, planned);
     return fitOk;
 }
