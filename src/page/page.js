@@ -261,7 +261,7 @@ class Chart extends View {
     draw() {
         const {kind, log, zero} = this.figure.dataset, top = 28, bottom = chartHeight - 40;
         const units = [...new Set(this.shown.map(series => series.unit))];
-        const half = kind === "bars" && this.size > 1 ? (this.x.values[1] - this.x.values[0]) / 2 : 0;
+        const [one, two = one + 1] = this.x.values, half = kind === "bars" ? (two - one) / 2 : 0;
         const buckets = half ? this.size : Math.min(this.size, Math.ceil(this.width / 2));
         const pile = (half || kind === "stack") && piles(this.x.values, this.shown, buckets, half * 0.92);
         this.ys = new Map(units.map(unit => {
