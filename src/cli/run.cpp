@@ -410,7 +410,7 @@ std::string checkStage(const Command& command, const Request& request)
         return consoleName(command) + " does not take one ride, as --stdin gives them";
     if (!request.files.empty() || !request.into.empty() || request.sweep)
         return "--stdin takes no other file, no --into and no sweep";
-    if (!request.rows.empty() || !request.graph.empty() || !request.saveProfile.empty())
+    if (!request.rows.empty() || !request.graph.empty() || !request.page.empty() || !request.saveProfile.empty())
         return "--stdin answers by lines alone, and writes no file";
     return request.json ? "" : "--stdin answers as JSON; give --json as well";
 }
