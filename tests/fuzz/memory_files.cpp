@@ -57,7 +57,7 @@ FileResult readPipe(const std::string&, size_t, const std::function<bool()>&, st
     return FileResult::cannotOpen;
 }
 
-FileResult replaceFile(const std::string& path, const std::function<bool(const WritePiece&)>& make)
+FileResult replaceFile(const std::string& path, const std::function<bool(const WritePiece&)>& make, Flush)
 {
     if (!path.starts_with(memoryFolder) || path.size() == memoryFolder.size() ||
         path.find('/', memoryFolder.size()) != path.npos)
@@ -90,6 +90,17 @@ std::optional<FileIdentity> fileIdentity(const std::string& path)
         return {};
     return FileIdentity{0, reinterpret_cast<uintptr_t>(&*found)};
 }
+
+std::optional<FileStamp> fileStamp(const std::string& path)
+{
+    std::lock_guard lock(guard);
+    auto found = memoryFiles.find(path);
+    if (found == memoryFiles.end())
+        return {};
+    return FileStamp{found->second.size(), 0};
+}
+
+void flushVolumeOf(const std::string&) {}
 
 bool renameFile(const std::string& from, const std::string& to)
 {
