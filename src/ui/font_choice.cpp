@@ -4,6 +4,7 @@
 #include "ui/display.h"
 #include "ui/gdi_object.h"
 #include "ui/main_window.h"
+#include "ui/pane_fill.h"
 #include "ui/screen_set.h"
 
 #include <cwchar>
@@ -71,6 +72,8 @@ bool applyChoice(HWND pane, FontScope scope)
     if (!ChooseFontW(&choice))
         return true;
     format = toFormat(choice);
+    if (scope == FontScope::selection)
+        keepFormats(pane);
     WPARAM range = scope == FontScope::selection ? SCF_SELECTION : SCF_ALL;
     return SendMessageW(pane, EM_SETCHARFORMAT, range, reinterpret_cast<LPARAM>(&format)) != 0;
 }

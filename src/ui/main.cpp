@@ -9,6 +9,7 @@
 #include "ui/main_window.h"
 #include "ui/menu.h"
 #include "ui/message_box.h"
+#include "ui/pane_fill.h"
 #include "ui/parameter_place.h"
 #include "ui/status_line.h"
 #include "ui/win32.h"
@@ -51,7 +52,7 @@ int runMessageLoop(HACCEL accelerators)
             showMessageBox(nullptr, "error", "GetMessage Error");
             return 1;
         }
-        if (takeWindowKey(message))
+        if (takeWindowKey(message) || (message.message == WM_KEYDOWN && message.wParam == VK_ESCAPE && stopFill()))
             continue;
         if (TranslateAcceleratorW(mainWindow.window, accelerators, &message))
             continue;

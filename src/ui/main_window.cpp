@@ -12,6 +12,7 @@
 #include "ui/help.h"
 #include "ui/menu.h"
 #include "ui/message_box.h"
+#include "ui/pane_fill.h"
 #include "ui/resource_ids.h"
 #include "ui/screen_bridge.h"
 #include "ui/screen_set.h"
@@ -79,9 +80,9 @@ LRESULT onMenuOpens(HWND window, WPARAM wParam, LPARAM lParam)
     return DefWindowProcW(window, WM_INITMENUPOPUP, wParam, lParam);
 }
 
-LRESULT onSize(HWND window, WPARAM, LPARAM)
+LRESULT onSize(HWND window, WPARAM wParam, LPARAM)
 {
-    if (screenSet.progressBar == nullptr)
+    if (screenSet.progressBar == nullptr || wParam == SIZE_MINIMIZED)
         return 0;
     layoutScreens(window);
     layoutProgressBar();
@@ -135,7 +136,7 @@ LRESULT onSetFocus(HWND, WPARAM, LPARAM)
 constexpr MessageRow messages[] = {
     {WM_CREATE, onCreate},   {WM_COMMAND, onCommand},         {WM_SIZE, onSize},         {WM_CLOSE, onClose},
     {WM_DESTROY, onDestroy}, {WM_SETFOCUS, onSetFocus},       {WM_ACTIVATE, onActivate}, {WM_DROPFILES, onDropFiles},
-    {WM_HELP, onHelp},       {WM_INITMENUPOPUP, onMenuOpens},
+    {WM_HELP, onHelp},       {WM_INITMENUPOPUP, onMenuOpens}, {WM_TIMER, onFillTimer},
 };
 
 const MessageRow* findRow(UINT message)

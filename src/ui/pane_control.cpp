@@ -2,6 +2,7 @@
 
 #include "core/command_ids.h"
 #include "ui/main_window.h"
+#include "ui/pane_fill.h"
 #include "ui/screen_set.h"
 
 namespace torvane {
@@ -12,6 +13,7 @@ constexpr UINT_PTR subclassId = 1;
 
 void copyAll(HWND pane)
 {
+    finishFill(pane);
     CHARRANGE selected, all = {0, -1};
     SendMessageW(pane, EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&selected));
     SendMessageW(pane, WM_SETREDRAW, FALSE, 0);
@@ -24,6 +26,7 @@ void copyAll(HWND pane)
 
 void selectAll(HWND pane)
 {
+    finishFill(pane);
     CHARRANGE all = {0, -1};
     SendMessageW(pane, EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&all));
     SetFocus(pane);

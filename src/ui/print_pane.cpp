@@ -5,6 +5,7 @@
 #include "core/wide_text.h"
 #include "ui/message_box.h"
 #include "ui/paginator.h"
+#include "ui/pane_fill.h"
 #include "ui/screen_files.h"
 #include "ui/screen_set.h"
 
@@ -138,6 +139,7 @@ int printPane(HWND owner, HWND pane)
     HDC printer = askPrinter(owner, PD_NOSELECTION | PD_NOPAGENUMS | PD_USEDEVMODECOPIESANDCOLLATE);
     if (printer == nullptr)
         return 1;
+    finishFill(pane);
     setPrintWidth(pane);
     printDocument(pane, printer);
     DeleteDC(printer);

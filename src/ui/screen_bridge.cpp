@@ -6,11 +6,10 @@
 #include "core/wide_text.h"
 #include "ui/main_window.h"
 #include "ui/message_box.h"
-#include "ui/pane_control.h"
+#include "ui/pane_fill.h"
 #include "ui/screen_set.h"
 #include "ui/status_line.h"
 
-#include <limits>
 #include <mutex>
 #include <string>
 #include <string_view>
@@ -27,12 +26,9 @@ enum : UINT {
     messageShowProgress, // wParam whether
     messageSetProgress,  // wParam percent
     messageShowBox,      // lParam Box*
-    messageHasInput,     // whether keys, mouse, paint or the like wait
 };
 
 constexpr size_t pieceLimit = 16 * 1024; // bytes; larger ones cost the control more for each line
-constexpr DWORD breathInterval = 50;     // ms
-constexpr int breathLimit = 50;          // looks, about a millisecond each
 
 struct Gathered {
     std::mutex guard;
@@ -62,18 +58,6 @@ void sendPieces(Pane pane, std::string_view text)
     }
 }
 
-// Sent messages come before all others: a worker that sends one piece after the other would keep keys, mouse and paint
-// waiting until its table is complete. So now and then it lets the window do what has come in meanwhile.
-void letWindowBreathe()
-{
-    static DWORD last = 0; // only the worker comes here
-    if (GetWindowThreadProcessId(target, nullptr) == GetCurrentThreadId() || GetTickCount() - last < breathInterval)
-        return;
-    for (int look = 0; look < breathLimit && SendMessageW(target, messageHasInput, 0, 0) != 0; ++look)
-        Sleep(1);
-    last = GetTickCount();
-}
-
 std::string takeGathered(Pane pane)
 {
     Gathered& from = gatheredFor(pane);
@@ -101,10 +85,8 @@ void appendPaneText(Pane pane, std::string_view text)
         to.text.append(text);
         full = to.text.size() >= pieceLimit;
     }
-    if (full) {
+    if (full)
         flushPane(pane);
-        letWindowBreathe();
-    }
 }
 
 void setStatusText(std::string_view text)
@@ -151,16 +133,7 @@ LRESULT onSetText(HWND, WPARAM wParam, LPARAM lParam)
 
 LRESULT onAppendText(HWND, WPARAM wParam, LPARAM lParam)
 {
-    HWND pane = paneWindow(paneOf(wParam));
-    PaneWriting writing(pane);
-    // A click during a run may have moved the caret away from the end.
-    CHARRANGE end = {std::numeric_limits<LONG>::max(), std::numeric_limits<LONG>::max()};
-    SendMessageW(pane, EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&end));
-    std::wstring text = widen(textOf(lParam));
-    SendMessageW(pane, WM_SETREDRAW, FALSE, 0);
-    SendMessageW(pane, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(text.c_str()));
-    SendMessageW(pane, WM_SETREDRAW, TRUE, 0);
-    RedrawWindow(pane, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME); // with its scroll bars
+    appendToPane(paneOf(wParam), widen(textOf(lParam)));
     return 0;
 }
 
@@ -189,15 +162,9 @@ LRESULT onShowBox(HWND window, WPARAM, LPARAM lParam)
     return 0;
 }
 
-LRESULT onHasInput(HWND, WPARAM, LPARAM)
-{
-    return HIWORD(GetQueueStatus(QS_ALLEVENTS)) != 0;
-}
-
 constexpr MessageRow messages[] = {
     {messageSetText, onSetText},           {messageAppendText, onAppendText},   {messageSetStatus, onSetStatus},
     {messageShowProgress, onShowProgress}, {messageSetProgress, onSetProgress}, {messageShowBox, onShowBox},
-    {messageHasInput, onHasInput},
 };
 
 } // namespace

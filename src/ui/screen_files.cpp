@@ -10,6 +10,7 @@
 #include "ui/main_window.h"
 #include "ui/message_box.h"
 #include "ui/pane_control.h"
+#include "ui/pane_fill.h"
 #include "ui/screen_set.h"
 
 #include <algorithm>
@@ -110,13 +111,6 @@ std::wstring decode(const Bytes& bytes)
     return {};
 }
 
-bool streamInPlain(HWND pane, const Bytes& bytes)
-{
-    std::wstring text = decode(bytes);
-    auto* first = reinterpret_cast<const uint8_t*>(text.data());
-    return streamIn(pane, SF_TEXT | SF_UNICODE, {first, text.size() * sizeof(wchar_t)});
-}
-
 void markSaved(HWND pane)
 {
     SendMessageW(pane, EM_SETMODIFY, FALSE, 0);
@@ -146,8 +140,13 @@ int readIntoPane(HWND pane)
     clearPane(pane);
     pane = upper ? screenSet.upperScreen : screenSet.lowerScreen;
     setEditable(pane, true);
-    bool rich = screenFile.format == richTextFormat;
-    bool read = rich ? streamIn(pane, SF_RTF, bytes) : streamInPlain(pane, bytes);
+    bool read = true;
+    if (screenFile.format == richTextFormat) {
+        read = streamIn(pane, SF_RTF, bytes);
+        keepFormats(pane);
+    } else {
+        appendToPane(upper ? Pane::upper : Pane::lower, decode(bytes));
+    }
     markSaved(pane);
     return read ? 0 : openFailed;
 }
@@ -158,6 +157,7 @@ int saveScreen(HWND pane)
 {
     if (screenFile.name.empty())
         return saveScreenAs(pane);
+    finishFill(pane);
     Bytes bytes = screenFile.format == richTextFormat ? richBytes(pane) : plainBytes(pane);
     if (replaceFile(screenFile.name, {bytes}) != FileResult::ok) {
         showMessageBox(mainWindow.window, "error", "failed to write a file '" + shownText(screenFile.name) + "'");

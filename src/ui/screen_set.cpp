@@ -6,6 +6,7 @@
 #include "ui/main_window.h"
 #include "ui/message_box.h"
 #include "ui/pane_control.h"
+#include "ui/pane_fill.h"
 #include "ui/print_pane.h"
 #include "ui/screen_bridge.h"
 #include "ui/splitter.h"
@@ -166,27 +167,6 @@ RECT placeOf(HWND child)
     return place;
 }
 
-// A fresh control in the place of one with a long text, in its font: the control of Wine takes minutes to delete one.
-void replacePane(HWND pane)
-{
-    HWND fresh = createPane(GetParent(pane), GetDlgCtrlID(pane), placeOf(pane));
-    if (fresh == nullptr) {
-        SetWindowTextW(pane, L"");
-        return;
-    }
-    setFormat(fresh, formatOf(pane));
-    if (screenSet.paperWide)
-        setPrintWidth(fresh);
-    (pane == screenSet.upperScreen ? screenSet.upperScreen : screenSet.lowerScreen) = fresh;
-    if (mainWindow.lastFocus == pane)
-        mainWindow.lastFocus = fresh;
-    SetWindowPos(fresh, pane, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE); // behind the same label
-    ShowWindow(fresh, SW_SHOW);
-    if (GetFocus() == pane)
-        SetFocus(fresh);
-    DestroyWindow(pane);
-}
-
 } // namespace
 
 int createScreens(HWND window)
@@ -226,8 +206,8 @@ void layoutScreens(HWND window)
     RECT client;
     GetClientRect(window, &client);
     MoveWindow(screenSet.statusBar, 0, 0, 0, 0, TRUE); // it aligns itself to the bottom
-    move(screenSet.upperScreen, upperPlace(client));
-    move(screenSet.lowerScreen, lowerPlace(client));
+    movePane(Pane::upper, upperPlace(client));
+    movePane(Pane::lower, lowerPlace(client));
     placeSplitter(screenSet.splitter, static_cast<int>(upperPlace(client).bottom), static_cast<int>(client.right));
 }
 
@@ -240,6 +220,25 @@ void layoutProgressBar()
 HWND paneWindow(Pane pane)
 {
     return pane == Pane::upper ? screenSet.upperScreen : screenSet.lowerScreen;
+}
+
+bool replacePane(HWND pane, const RECT& place)
+{
+    HWND fresh = createPane(GetParent(pane), GetDlgCtrlID(pane), place);
+    if (fresh == nullptr)
+        return false;
+    setFormat(fresh, formatOf(pane));
+    if (screenSet.paperWide)
+        setPrintWidth(fresh);
+    (pane == screenSet.upperScreen ? screenSet.upperScreen : screenSet.lowerScreen) = fresh;
+    if (mainWindow.lastFocus == pane)
+        mainWindow.lastFocus = fresh;
+    SetWindowPos(fresh, pane, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE); // behind the same label
+    ShowWindow(fresh, SW_SHOW);
+    if (GetFocus() == pane)
+        SetFocus(fresh);
+    DestroyWindow(pane);
+    return true;
 }
 
 bool setDefaultFont(HWND pane)
@@ -261,9 +260,8 @@ void showTop(HWND pane)
 
 void clearPane(HWND pane)
 {
-    if (GetWindowTextLengthW(pane) > clearedInPlace)
-        replacePane(pane);
-    else
+    forgetFill(pane == screenSet.upperScreen ? Pane::upper : Pane::lower);
+    if (GetWindowTextLengthW(pane) <= clearedInPlace || !replacePane(pane, placeOf(pane)))
         SetWindowTextW(pane, L"");
 }
 

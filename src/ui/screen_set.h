@@ -34,6 +34,9 @@ HWND paneWindow(Pane pane);
 bool setDefaultFont(HWND pane);
 // Gives a pane the focus and scrolls it to its top.
 void showTop(HWND pane);
+// A fresh, empty control in the place of one, in its font: the control of Wine takes minutes to delete a long text, and
+// as long to lay it out for another size. False where that was not to be had, and the old one stands.
+bool replacePane(HWND pane, const RECT& place);
 // Afterwards the pane may be another window: ask paneWindow, or screenSet, again.
 void clearPane(HWND pane);
 
