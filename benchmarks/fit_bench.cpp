@@ -110,7 +110,6 @@ void runTool(benchmark::State& state, Tool tool)
         ->Name("tool/" #name)                                                                                          \
         ->Arg(10000)                                                                                                   \
         ->Arg(seasonRide)                                                                                              \
-        ->UseRealTime()                                                                                                \
         ->Unit(benchmark::kMillisecond)
 TORVANE_TOOL(combine, whole, checkCombine, runCombine);
 TORVANE_TOOL(convert, whole, checkConvert, runConvert);

@@ -136,7 +136,7 @@ def dump_faults(found):
     dump, write = found.get(DUMP), found.get("anchor/write of the dump")
     if dump is None or write is None:
         return ["the dump: not measured"]
-    source = dump["bytes_per_second"] * dump["real_time"] * 1e-9  # MB, of a time in ms
+    source = dump["bytes_per_second"] * milliseconds(dump)[0] * 1e-9  # MB
     asked = source / 200 * 1e3
     print(f"\ndump: {megabytes(dump)[0]:.0f} MB/s of source; 200 would be {asked:.1f} ms, "
           f"the system writes the text in {write['cpu ms']:.1f} ms")

@@ -2,7 +2,6 @@
 // the format; values are raw numbers.
 #include "core/files.h"
 #include "core/text.h"
-#include "core/write_aside.h"
 #include "fit/base_type.h"
 #include "fit/field_rows.h"
 #include "fit/fit_image.h"
@@ -135,10 +134,10 @@ constexpr std::array<HexText, 256> hexTexts = makeHexTexts();
 // is almost full.
 struct DumpText {
     const WritePiece& write;
-    WriteAside aside;
     std::unique_ptr<char[]> block;
     char* end;
     size_t written = 0;
+    bool taken = true; // all of them
 
     explicit DumpText(const WritePiece& writer);
     void put(std::string_view text)
@@ -157,29 +156,17 @@ constexpr size_t longestText()
     return maxFieldCount * longestName + sizeof(HexText) * longestMessage + aroundMessage;
 }
 
-constexpr size_t blockSize = pieceSize + longestText();
-
 DumpText::DumpText(const WritePiece& writer)
-    : write(writer), aside(writer, blockSize), block(std::make_unique_for_overwrite<char[]>(blockSize)),
-      end(block.get())
+    : write(writer), block(std::make_unique_for_overwrite<char[]>(pieceSize + longestText())), end(block.get())
 {
 }
 
 void handOver(DumpText& text)
 {
     size_t length = static_cast<size_t>(text.end - text.block.get());
-    text.aside.hand(text.block, length);
+    text.taken = text.taken && text.write({reinterpret_cast<const uint8_t*>(text.block.get()), length});
     text.written += length;
     text.end = text.block.get();
-}
-
-// The last piece; a text of a single one is written where it was made. False when one could not be written.
-bool handOverTheRest(DumpText& text)
-{
-    size_t length = static_cast<size_t>(text.end - text.block.get());
-    bool taken = text.aside.finish() && text.write({reinterpret_cast<const uint8_t*>(text.block.get()), length});
-    text.written += length;
-    return taken;
 }
 
 // Between two messages.
@@ -319,10 +306,10 @@ bool writeOverFront(const std::string& path, const FitImage& image)
     auto make = [&](const WritePiece& write) {
         DumpText text(write);
         dumpFitFile(text, image);
-        bool taken = handOverTheRest(text);
+        handOver(text);
         std::vector<uint8_t> tail;
         bool kept = !fileExists(path) || readFileFrom(path, text.written, tail) == FileResult::ok;
-        return taken && kept && write(tail);
+        return text.taken && kept && write(tail);
     };
     return replaceFile(path, make) == FileResult::ok;
 }

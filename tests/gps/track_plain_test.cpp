@@ -60,4 +60,20 @@ TEST(PlainTrack, everyPassEqualsThePlainFormToTheLastBit)
     }
 }
 
+// Steps so near to a limit that a rough mean lies beyond it.
+TEST(PlainTrack, theWindowOfPositionsIsThatOfTheFullMean)
+{
+    for (double limit : {5.0, 7.0}) {
+        for (int nearness = -400; nearness <= 400; ++nearness) {
+            double step = limit * (1 + nearness * 1e-6) / metresPerDegree * std::sqrt(0.5);
+            GpsRecords records(400);
+            for (size_t i = 0; i < records.size(); ++i) {
+                records[i].latitude = 60 + step * static_cast<double>(i);
+                records[i].longitude = 2 * step * static_cast<double>(i);
+            }
+            ASSERT_EQ(choosePositionWindow(records), plain::positionWindow(records)) << limit << " " << nearness;
+        }
+    }
+}
+
 } // namespace torvane
