@@ -62,6 +62,7 @@ struct About {
 
 constexpr About abouts[] = {
     {"missedAfter", {"measuredPower", "powerBefore", "powerAfter", "missedAfter"}},
+    {"predictedPower", {"altitude", "velocity", "predictedPower", "measuredPower"}},
     {"altitude", {"altitude", "velocity", "pedalingPower", "frontBrake"}},
     {"frontBrake", {"velocity", "frontBrake", "rearBrake"}},
     {"totalAirResist", {"pedalingPower", "totalAirResist", "rollingResist", "gradiantResist"}},

@@ -1,0 +1,61 @@
+// The curves of a recorded ride: which there are by what its file holds, and what is missing in a row.
+#include "core/parameter_block.h"
+#include "plot/curves.h"
+#include "report/ride_curves.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace torvane {
+namespace {
+
+GpsRecord recordOf(uint32_t sector, uint32_t time, double distance, double heartRate)
+{
+    GpsRecord record = {};
+    record.sector = sector;
+    record.timestamp = time;
+    record.distance = distance;
+    record.heartRate = heartRate;
+    record.speed = 10;
+    record.power = 200;
+    record.latitude = distance > 0 ? 47 : 0;
+    return record;
+}
+
+TEST(RideCurves, HoldWhatTheRideHas)
+{
+    FieldPresence presence = {};
+    presence.timestampFlags = presence.positionFlags = presence.heartRateFlags = presentInRecords;
+    FitInventory inventory = {};
+    FitSummary summary = {};
+    ParameterBlock settings = defaultBlock();
+    settings.detectBraking = 0;
+    ReportedRide ride = {"x.fit", reportAnalysed, inventory, summary, presence, settings};
+    GpsRecords records = {recordOf(0, 940, 0, 99), recordOf(1, 1000, 0, 0), recordOf(1, 1060, 600, 140),
+                          recordOf(1, 1120, 1500, 255)};
+    MeasuredRow measured[] = {{1060, 180, 90}};
+    GraphSeries graph = rideCurves(ride, records, predictedPower, measured);
+    EXPECT_EQ(graph.seriesNames,
+              (std::vector<std::string>{"distance(km)", "time(min)", "velocity(kph)", "predicted power(W)",
+                                        "measured power(W)", "heart rate(bpm)"}));
+    ASSERT_EQ(graph.pointCount(), 3) << "the excluded row is none";
+    EXPECT_EQ(graph.alongs, 2);
+    EXPECT_EQ(graph.value(1, 0) + graph.value(1, 1), 0.6 + 1);
+    EXPECT_DOUBLE_EQ(graph.value(2, 2), 36);
+    EXPECT_EQ(graph.value(1, 3) + graph.value(1, 4), 200 + 180);
+    EXPECT_TRUE(std::isnan(graph.value(0, 4)) && std::isnan(graph.value(0, 5)) && std::isnan(graph.value(2, 5)));
+    EXPECT_TRUE(std::isnan(graph.latitude[0]) && graph.latitude[1] == 47);
+    EXPECT_EQ(curvesAbout(graph).curves, (std::vector<int>{2, 3, 4}));
+
+    presence = {};
+    presence.powerFlags = presentInRecords;
+    settings.detectBraking = 1;
+    graph = rideCurves(ride, records, 0);
+    EXPECT_EQ(graph.seriesNames, (std::vector<std::string>{"distance(km)", "velocity(kph)", "measured power(W)"}));
+    EXPECT_EQ(graph.alongs, 1);
+    EXPECT_TRUE(graph.latitude.empty());
+}
+
+} // namespace
+} // namespace torvane
