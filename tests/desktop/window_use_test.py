@@ -8,11 +8,12 @@ import subprocess
 import unittest
 
 import desktop
+import fit_file
 from desktop import LOWER, UPPER, Desktop, DesktopTest, wait_for
 
 READ_OUT = 7
 FIRST_RECENT_RIDE, FIRST_RECENT_PROFILE = 0x5000, 0x5020
-SPLITTER = 204
+SPLITTER, STOP = 204, 205
 LOOP = desktop.SOURCE / "samples" / "rides" / "loop.fit"
 MEMORY_LIMIT = 8 * 1024  # KiB that Wine's own caches may take
 ROAD = desktop.SOURCE / "samples" / "profiles" / "road.pro"
@@ -170,6 +171,22 @@ class UseTest(DesktopTest):
         """Pens, brushes, fonts, bitmaps and windows that are alive, and private memory in KiB."""
         status = pathlib.Path(f"/proc/{self.desktop.program.pid}/status").read_text()
         return self.desktop.ask("counts", self.desktop.main), int(re.search(r"RssAnon:\s+(\d+)", status)[1])
+
+    def test_a_long_run_is_stopped(self):
+        long = self.desktop.folder / "long.fit"
+        long.write_bytes(fit_file.ride(60000))
+        self.desktop.press("ctrl+l")
+        self.desktop.choose_file("open file selected", long)
+        self.desktop.report()
+        for stop in (lambda: self.desktop.press("Escape"), lambda: self.desktop.click_control(self.desktop.main, STOP)):
+            self.desktop.press("ctrl+t")
+            self.desktop.confirm(self.desktop.dialog("analyse and predict"))
+            wait_for(lambda: STOP in self.desktop.controls(self.desktop.main), "the button beside the progress")
+            self.desktop.screenshot("stop")
+            stop()
+            wait_for(lambda: self.desktop.status() == "status : stopped", "the end of the run")
+            self.assertIsNone(self.desktop.find("graph", "graph"))
+            self.assertNotIn(STOP, self.desktop.controls(self.desktop.main))
 
     def test_nothing_is_left_behind(self):
         long = "TORVANE_EXTRA" in os.environ
