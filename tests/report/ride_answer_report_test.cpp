@@ -108,6 +108,27 @@ TEST(RideAnswerReport, everyNumberStandsUnderItsName)
     EXPECT_EQ(listed(figures.groups[2].items[0]), "frontTooth 42 t; rearTooth 27 t; seconds 30 sec; ");
 }
 
+TEST(RideAnswerReport, tellsNothingOfWhatIsNotThere)
+{
+    ParameterBlock block = defaultBlock();
+    Model model = modelOf(block);
+    AnsweredRide ride = numberedRide();
+    RideAnswer& a = ride.answer;
+    a.power[measuredFigure].reset();
+    a.meter.reset();
+    a.brakes.reset();
+    a.gears.clear();
+    a.climbs.clear();
+    a.hasAltitude = false;
+    CapturedScreens shown;
+    reportRideAnswer(shown.screens, model, ride, {});
+    for (const char* words : {"measured", "meter", "climbed\t", " climbs", " gears", " brakes"})
+        EXPECT_EQ(shown.lower.find(words), std::string::npos) << words;
+    std::string figures = listed(answerFigures(model, a).values);
+    for (const char* words : {"meter", "climbed", "measuredMean", "Brake"})
+        EXPECT_EQ(figures.find(words), std::string::npos) << words;
+}
+
 // What is doubtful: records lost beyond 2 %, a sport that is none on a bicycle, a meter that stood still.
 TEST(RideAnswerReport, notes)
 {
