@@ -1,6 +1,8 @@
 // The sentences of a prepared ride, each for what it is about and for nothing else; and two rides held together.
 #include "captured_screens.h"
 #include "report/comparison_report.h"
+#include "report/fit_figures.h"
+#include "report/listed_figures.h"
 #include "report/prepare_report.h"
 
 #include <gtest/gtest.h>
@@ -94,6 +96,12 @@ TEST(ComparisonReport, everyNumberStandsUnderItsName)
                            "\n sectors of a minute or more, powers in watts\n\n"
                            "\t  no     start  seconds      mean      mean   ratio      norm      norm correlation\n"
                            "\t   1  01:46:40       61     200.0     210.0   1.050     240.0     216.0           -\n");
+    Figures figures = comparisonFigures(comparison);
+    std::string powers = "firstMean 200 W; secondMean 210 W; meanRatio 1.05 ; firstNormalised 240 W; "
+                         "secondNormalised 216 W; normalisedRatio 0.9 ; ";
+    std::string whole = listed(figures.values), minute = listed(figures.groups[0].items[0]);
+    EXPECT_NE(whole.find("seconds 3600 sec; " + powers), std::string::npos) << whole;
+    EXPECT_NE(minute.find("seconds 61 sec; " + powers), std::string::npos) << minute;
 }
 
 } // namespace

@@ -1,13 +1,11 @@
 // What a ride cost, from an answer in which every field holds a number of its own: the report and the figures.
 #include "captured_screens.h"
-#include "core/text.h"
 #include "model/gear_table.h"
+#include "report/listed_figures.h"
 #include "report/ride_answer_figures.h"
 #include "report/ride_answer_report.h"
 
 #include <gtest/gtest.h>
-
-#include <algorithm>
 
 namespace torvane {
 
@@ -36,14 +34,6 @@ AnsweredRide numberedRide()
     a.recordsUsed = 3800;
     a.hasAltitude = true;
     return ride;
-}
-
-std::string listed(const FigureList& list)
-{
-    std::string text;
-    for (const Figure& figure : list)
-        text += formatText("%s %.9g %s; ", figure.name.c_str(), figure.value, figure.unit);
-    return text;
 }
 
 TEST(RideAnswerReport, everyNumberStandsUnderItsName)

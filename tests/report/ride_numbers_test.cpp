@@ -1,6 +1,6 @@
 // Whole reports of rides in which every field holds a number of its own, and the figures under their names.
 #include "captured_screens.h"
-#include "core/text.h"
+#include "report/listed_figures.h"
 #include "report/ride_figures.h"
 #include "report/ride_report.h"
 
@@ -59,9 +59,7 @@ struct RideNumbers : testing::Test {
         in.rideTarget = target;
         RideRun ride = {model, in, found, now, heat, body};
         reportRide(shown.screens, ride);
-        figures.clear();
-        for (const Figure& figure : rideFigures(ride).values)
-            figures += formatText("%s %.9g %s; ", figure.name.c_str(), figure.value, figure.unit);
+        figures = listed(rideFigures(ride).values);
     }
 
     Model model;
