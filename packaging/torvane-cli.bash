@@ -4,8 +4,8 @@
 _torvane_cli_commands="setup-profile profile load-profile-data load-profile save-current-profile save-profile setup-condition preference preferences human equipments shifting wheel tyre brake power-loss e-assist all-profile course peloton condition cadence-theory pedaling-dynamics gear-combination power-and-velocity acceleration deceleration pattern-braking inclination-and-velocity critical-cornering load-activity-fit-file load express-source-data express analyse-and-predict analyse predict create-fit-file-analysed create combine-fit-files combine convert-fit-file-format convert add-messages add divide-a-fit-file divide exclude-messages exclude at-one-stroke stroke increase-timestamp timestamp field-dump dump prepare-activity-fit-file prepare compare-rides compare ride course-ahead plan calibrate"
 _torvane_cli_leading="sweep"
 _torvane_cli_topics="profile condition preference"
-_torvane_cli_options="--par --profile --set --save --graph --curves --x --size --dark --page --rows --json --into --jobs --files-from --recursive --resume --timeout --stdin --force --prepare --save-profile --as-angle --quiet --help --version"
-_torvane_cli_valued=" --par --profile --set --graph --curves --x --size --page --rows --into --jobs --files-from --timeout --save-profile "
+_torvane_cli_options="--par --profile --set --save --graph --curves --x --size --dark --page --against --rows --json --into --jobs --files-from --recursive --resume --timeout --stdin --force --prepare --save-profile --as-angle --quiet --help --version"
+_torvane_cli_valued=" --par --profile --set --graph --curves --x --size --page --against --rows --into --jobs --files-from --timeout --save-profile "
 _torvane_cli_files=" --par --profile --graph --page --rows --files-from --save-profile "
 # made: end
 

@@ -30,6 +30,8 @@ constexpr Option options[] = {
     {"--dark", "", &Request::dark, nullptr, "of the graph: on a dark ground everywhere"},
     {"--page", "FILE.html", nullptr, &Request::page,
      "write the answer as a page to look at: map, charts and tables in one file that needs no network"},
+    {"--against", "NAME=VALUE", nullptr, nullptr,
+     "with plan and --page: beside it a second plan, with this entry instead; as often as wanted"},
     {"--rows", "FILE.csv", nullptr, &Request::rows,
      "write the table of the command into a file, by its name .csv, .tsv or .ndjson; - to standard output"},
     {"--json", "", &Request::json, nullptr, "print the answer as one JSON object"},
@@ -110,8 +112,8 @@ std::string takeValue(const Option& option, const std::string& value, Request& r
         return takeTimeout(value, request);
     Assignment assignment;
     if (!readAssignment(value, assignment))
-        return "--set needs NAME=VALUE, not '" + value + "'";
-    request.settings.push_back(assignment);
+        return std::string(option.name) + " needs NAME=VALUE, not '" + value + "'";
+    (option.name == "--against" ? request.against : request.settings).push_back(assignment);
     return {};
 }
 

@@ -31,6 +31,7 @@ struct Request {
     std::string profile;              // --profile FILE
     std::string graph;                // --graph FILE
     std::string page;                 // --page FILE
+    std::vector<Assignment> against;  // --against NAME=VALUE
     std::string rows;                 // --rows FILE; "-": to standard output
     std::string curves;               // --curves NAME,NAME
     std::string x;                    // --x NAME

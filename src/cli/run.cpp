@@ -23,6 +23,7 @@
 #include "fit/fit_codes.h"
 #include "fit/fit_tools.h"
 #include "library/errors.h"
+#include "page/plan_against.h"
 
 #include <algorithm>
 #include <cstring>
@@ -217,6 +218,53 @@ int dispatch(Run& run)
     return run.command.entry == Entry::sheet ? runSheet(run) : runProfileFile(run);
 }
 
+// The entries of the other plan: those of this one, but for what it has instead.
+std::vector<Assignment> entriesOfOther(const Request& request)
+{
+    std::vector<Assignment> entries = request.entries;
+    for (const Assignment& other : request.against) {
+        std::erase_if(entries, [&](const Assignment& entry) { return entry.name == other.name; });
+        entries.push_back(other);
+    }
+    return entries;
+}
+
+std::string labelOfOther(const Request& request)
+{
+    std::string label;
+    for (const Assignment& entry : request.against)
+        label += (label.empty() ? "" : ", ") + entry.name + "=" + entry.value;
+    return label;
+}
+
+// Makes the plan that stands beside this one on its page, in a session of its own that starts from the same settings.
+int planOther(Run& run)
+{
+    Session own;
+    own.saved = run.session.saved;
+    own.working = run.session.working;
+    own.kept = run.session.kept;
+    own.model = run.session.model;
+    own.wantsPage = true;
+    Request request = run.request;
+    request.entries = entriesOfOther(run.request);
+    request.save = false;
+    Run other = {own, run.command, request, run.streams, run.rules, run.files};
+    other.files.destination.clear();
+    int code = exitFailed;
+    {
+        ScreensInto into(own, other.answer, run.streams);
+        own.screens.stop = run.session.screens.stop;
+        code = dispatch(other);
+    }
+    run.answer.error = other.answer.error;
+    if (code != exitDone || !own.shownPlan)
+        return std::max<int>(code, exitFailed);
+    own.shownPlan->label = labelOfOther(run.request);
+    run.session.against = own.shownPlan;
+    return exitDone;
+}
+
 int writeText(Run& run, const std::string& path, std::string_view text)
 {
     std::string target = absolutePath(path);
@@ -337,7 +385,12 @@ int runThrough(Run& run)
         run.answer.error = errorOf(library::ErrorKind::cannotRead, shownText(fault));
         return exitFailed;
     }
+    if (!run.request.against.empty())
+        if (int code = planOther(run); code != exitDone)
+            return code;
     int code = dispatchWithRows(run);
+    run.session.against.reset();
+    run.session.shownPlan.reset();
     if (run.answer.result && run.answer.result != statusStopped && code != exitRefused)
         code = std::max({code, writeGraph(run), writePage(run)});
     return code;
@@ -423,6 +476,8 @@ std::string checkUsage(const Command& command, const Request& request)
         return consoleName(command) + " has no graph";
     if (!request.page.empty() && !command.hasPage)
         return consoleName(command) + " has no page";
+    if (!request.against.empty() && (command.id != commandCourse || request.page.empty()))
+        return "--against is for the page of a plan";
     if (!request.page.empty() && !request.into.empty())
         return "--page is for one ride, not for those of --into";
     if (std::string fault = checkChartOptions(request); !fault.empty())
@@ -444,8 +499,9 @@ bool knowsEntries(const Command& command, const Request& request, Answer& answer
     if (command.entry == Entry::sheet)
         return true;
     EntryFaults faults;
-    if (Refusal refusal = checkNames(command, request.entries); !refusal.text.empty())
-        faults.refusals.push_back(refusal);
+    for (const std::vector<Assignment>* entries : {&request.entries, &request.against})
+        if (Refusal refusal = checkNames(command, *entries); !refusal.text.empty())
+            faults.refusals.push_back(refusal);
     if (!faults.refusals.empty())
         tellRefusal(answer, streams, faults, {});
     return faults.refusals.empty();

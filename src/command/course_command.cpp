@@ -13,6 +13,7 @@
 #include "report/course_report.h"
 #include "report/fit_report.h"
 
+#include <memory>
 #include <utility>
 
 namespace torvane {
@@ -72,8 +73,10 @@ void tell(Session& session, const AnsweredCourse& answered, const std::vector<Pl
     session.graph = courseCurves(seconds);
     if (session.rows)
         writeCourseRows(*session.rows, seconds);
-    if (session.wantsPage)
-        session.page = coursePage(session.model, answered, seconds, notes);
+    if (session.wantsPage) {
+        session.shownPlan = std::make_shared<ShownPlan>(ShownPlan{answered, seconds});
+        session.page = coursePage(session.model, *session.shownPlan, notes, session.against.get());
+    }
     reportCourse(session.screens, session.model, answered, notes);
 }
 

@@ -41,12 +41,18 @@ void reportTable(Screens& screens, const RideRun& ride, Progress& progress)
     reportProcessRows(screens, ride.log, &progress);
 }
 
+// Without those that align a figure in its box.
+std::string withoutBlanks(const std::string& text)
+{
+    return text.substr(std::min(text.find_first_not_of(' '), text.size()));
+}
+
 std::string valueOf(const FormState& state, const Row& row)
 {
     if (row.kind == RowKind::check)
         return chosenValue(state, row) != 0 ? "on" : "off";
     if (row.kind != RowKind::choice && row.kind != RowKind::radio)
-        return rowText(state, row) + (*row.unit ? formatText(" %s", row.unit) : "");
+        return withoutBlanks(rowText(state, row)) + (*row.unit ? formatText(" %s", row.unit) : "");
     std::vector<std::string> labels = rowLabels(state, row);
     auto chosen = static_cast<size_t>(chosenValue(state, row));
     return chosen < labels.size() ? labels[chosen] : std::string();

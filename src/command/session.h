@@ -14,6 +14,7 @@
 #include "ride/ride_records.h"
 
 #include <atomic>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -21,6 +22,7 @@
 namespace torvane {
 
 class RowWriter;
+struct ShownPlan;
 
 // What the pages of a sheet have accepted and its command has not yet brought into force.
 struct FormMarks {
@@ -33,15 +35,17 @@ struct Session {
     ParameterBlock working = saved;        // what dialogs edit and commands run from
     EntryFile kept = {};                   // defaults without a place in the parameter file
     FormMarks formMarks = {};
-    std::optional<GraphSeries> graph = {}; // curves that the last command left; empty where it has nothing to plot
-    bool keepsRideCurves = false;          // recorded rides leave curves as well: of a long ride these are large
-    Figures figures = {};                  // numbers of the last answer that came from the worker
-    Figures pageFigures = {};              // of the last report, which may be asked for while the worker runs
-    bool figuresAlone = false;             // nobody reads a report: one that takes time may be left out
-    RowWriter* rows = nullptr;             // where the table of the present command goes as well; null: nowhere
-    bool wantsPage = false;                // of the command: it leaves one in `page`
-    std::string page = {};                 // HTML of the last answer; empty: it has none
-    std::string profilePath = {};          // answer of the profile file prompts; UTF-8
+    std::optional<GraphSeries> graph = {};     // curves that the last command left; empty where it has nothing to plot
+    bool keepsRideCurves = false;              // recorded rides leave curves as well: of a long ride these are large
+    Figures figures = {};                      // numbers of the last answer that came from the worker
+    Figures pageFigures = {};                  // of the last report, which may be asked for while the worker runs
+    bool figuresAlone = false;                 // nobody reads a report: one that takes time may be left out
+    RowWriter* rows = nullptr;                 // where the table of the present command goes as well; null: nowhere
+    bool wantsPage = false;                    // of the command: it leaves one in `page`
+    std::string page = {};                     // HTML of the last answer; empty: it has none
+    std::shared_ptr<ShownPlan> shownPlan = {}; // of the last page of a plan
+    std::shared_ptr<const ShownPlan> against = {}; // that the next such page has beside its own
+    std::string profilePath = {};                  // answer of the profile file prompts; UTF-8
     std::string profileFault = {}; // the figure of the last profile file that its page would not take; empty: none
     std::string chosenRide = {};   // answer of the prompt of the load; UTF-8
     ToolInputs inputs = {};        // of the dialog that was confirmed last: files of a tool, of a written ride

@@ -206,9 +206,10 @@ void addWhatIfs(HtmlPage& page, const CourseAnswer& answer)
 
 } // namespace
 
-std::string coursePage(const Model& model, const AnsweredCourse& answered, const std::vector<PlannedSecond>& seconds,
-                       const std::vector<std::string>& notes)
+std::string coursePage(const Model& model, const ShownPlan& plan, const std::vector<std::string>& notes,
+                       const ShownPlan* against)
 {
+    const AnsweredCourse& answered = plan.answered;
     const CourseAnswer& answer = answered.answer;
     HtmlPage page(nameWithoutEnding(answered.course.path), leadOf(model, answer));
     page.section("Summary");
@@ -217,8 +218,10 @@ std::string coursePage(const Model& model, const AnsweredCourse& answered, const
         page.section("Mended or doubtful");
         page.notes(notes);
     }
+    if (against)
+        addAgainst(page, plan, *against);
     PageMap map = {"Track, north above", {}, {}, {"power", "speed", "slope"}};
-    addSeries(page, model, answered.course, seconds, map);
+    addSeries(page, model, answered.course, plan.seconds, map);
     if (answered.course.findings.hasPlaces) {
         page.section("Map");
         page.map(map);

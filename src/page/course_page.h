@@ -1,15 +1,15 @@
 // The page of a planned course.
 #pragma once
 
-#include "plan/course_answer.h"
+#include "page/plan_against.h"
 
 #include <string>
 #include <vector>
 
 namespace torvane {
 
-// HTML. The seconds are those of the course's ride, the notes those that the report has.
-std::string coursePage(const Model& model, const AnsweredCourse& answered, const std::vector<PlannedSecond>& seconds,
-                       const std::vector<std::string>& notes);
+// HTML. The notes are those that the report has; another plan of the same course beside it, or null.
+std::string coursePage(const Model& model, const ShownPlan& plan, const std::vector<std::string>& notes,
+                       const ShownPlan* against = nullptr);
 
 } // namespace torvane

@@ -37,6 +37,8 @@ TEST_F(ConsoleTest, WritesPagesOfOtherAnswers)
          {"data-kind=\"scatter\"", "data-diagonal", "data-fit=\"1 0\"", "data-kind=\"bars\""}},
         {{"pattern-braking", "rideTarget=intermittent braking", "rideEndVelocity=30", "brakingInclination=-7"},
          {"<h1>Pattern Braking</h1>", "id=\"s-frontBrake\"", "data-shown=\"s-velocity", "brakingInclination</th><td"}},
+        {{"plan", "power=200", samples + "pass.gpx", "--against", "power=250", "--against", "pacing=three"},
+         {"<h2>Against power=250, pacing=three</h2>", "id=\"s-later\"", "Climbs and their times</caption>"}},
         {{"801", "rideVelocity=40"}, {"Figures of the answer</caption>", "rideVelocity</th>"}},
     };
     for (auto [arguments, parts] : cases) {
