@@ -2,7 +2,9 @@
 #include "captured_screens.h"
 #include "core/parameter_block.h"
 #include "figures.h"
+#include "report/fit_figures.h"
 #include "report/fit_report.h"
+#include "report/listed_figures.h"
 
 #include <gtest/gtest.h>
 
@@ -263,6 +265,36 @@ TEST_F(FitReport, tableOfRecords)
     presence = {1, 1, 0, 0, 0, 0, 0, 0, 0, 1, 0}; // brakes are followed only with a predicted power
     EXPECT_EQ(fieldsText(GpsRecords(1), 0, predictedCadence),
               "\n remarkable fields data\n\n\tsector,  cadence,    power\n\t      ,      rpm,        W\n");
+}
+
+// A lap's figures by hand from the units of the file; what is 0 or filled with ones has not been told.
+TEST_F(FitReport, figuresOfALap)
+{
+    SessionLapEntry lap = {};
+    std::tie(lap.recordCount, lap.sport, lap.startTime) = std::tuple(61, 2, 1'000'000'000);
+    std::tie(lap.timestamp, lap.totalElapsed, lap.totalTimer) = std::tuple(1'000'000'070, 70'000, 65'000);
+    std::tie(lap.totalMovingTime, lap.totalDistance) = std::tuple(60'500, 123'456);
+    std::tie(lap.startLatitude, lap.startLongitude) = std::tuple(1 << 29, -(1 << 28)); // of 180 degrees in 1 << 31
+    std::tie(lap.endLatitude, lap.endLongitude) = std::tuple(1 << 30, 1 << 27);
+    std::tie(lap.avgAltitude, lap.maxAltitude, lap.minAltitude) = std::tuple(3000, 3500, 2750);
+    std::tie(lap.avgSpeed, lap.maxSpeed, lap.avgTemperature, lap.maxTemperature) = std::tuple(10'000, 15'000, 20, 25);
+    std::tie(lap.avgHeartRate, lap.maxHeartRate, lap.minHeartRate) = std::tuple(120, 150, 90);
+    std::tie(lap.avgCadence, lap.maxCadence, lap.avgPower, lap.maxPower) = std::tuple(80, 100, 200, 600);
+    std::tie(lap.normalizedPower, lap.totalCalories, lap.totalFatCalories) = std::tuple(210, 500, 0xFFFF);
+    ReportedRide ride = reported(reportLoaded, 0);
+    ride.laps = {&lap, 1};
+    Figures figures = summaryFigures(ride);
+    ASSERT_EQ(figures.groups.size(), 1u);
+    EXPECT_EQ(figures.groups[0].name, "laps");
+    EXPECT_EQ(
+        listed(figures.groups[0].items[0]),
+        "sport 2 ; recordCount 61 ; startTime 1.6310656e+09 sec since 1970; timestamp 1.63106567e+09 sec since 1970; "
+        "totalElapsed 70 sec; totalTimer 65 sec; totalMovingTime 60.5 sec; startLatitude 45 deg; "
+        "startLongitude -22.5 deg; endLatitude 90 deg; endLongitude 11.25 deg; avgAltitude 100 m; "
+        "maxAltitude 200 m; minAltitude 50 m; totalDistance 1.23456 km; avgSpeed 36 kph; maxSpeed 54 kph; "
+        "avgTemperature 20 Cel; maxTemperature 25 Cel; avgHeartRate 120 bpm; maxHeartRate 150 bpm; "
+        "minHeartRate 90 bpm; avgCadence 80 rpm; maxCadence 100 rpm; avgPower 200 W; maxPower 600 W; "
+        "normalizedPower 210 W; totalCalories 500 kcal; ");
 }
 
 } // namespace torvane
