@@ -6,6 +6,7 @@
 #include "core/wide_text.h"
 #include "ui/main_window.h"
 #include "ui/message_box.h"
+#include "ui/pane_control.h"
 #include "ui/pane_fill.h"
 #include "ui/screen_set.h"
 #include "ui/status_line.h"
