@@ -251,6 +251,7 @@ constexpr Command commands[] = {
     windowCommand(commandOpenLower, "Open Lower", '2'),
     windowCommand(commandPageSetUp, "Page SetUp"),
     windowCommand(commandManual, "Manual"),
+    windowCommand(commandPage, "Page"),
     sheetCommand(commandProfile, "Setup Profile", "rider, bicycle and motor, page by page", 'P', Sheet::profile,
                  commitProfile, finishProfile, "profile"),
     profileCommand(commandLoadProfile, "Load Profile Data", "take rider, bicycle and conditions from a profile file",

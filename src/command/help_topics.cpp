@@ -15,7 +15,7 @@ struct Topic {
 };
 
 constexpr Topic topics[] = {
-    {commandAbout, commandManual, "the-desktop-program"},
+    {commandAbout, commandPage, "the-desktop-program"},
     {commandProfile, commandSaveProfile, "your-own-bicycle"},
     {commandCondition, commandCondition, "conditions"},
     {commandPreference, commandPreference, "preferences"},

@@ -102,6 +102,8 @@ constexpr MenuItem menus[] = {
     {separator},
     {command, nullptr, commandOpenUpper},
     {command, nullptr, commandOpenLower},
+    {separator},
+    {command, nullptr, commandPage},
     {end},
 
     {menu, "Help(&H)"},

@@ -45,7 +45,7 @@ constexpr std::chrono::milliseconds pollInterval{100};
 // A graph, or a ride in place of the loaded one: not there before the run is over.
 bool needsResults(const Command& command)
 {
-    return command.graph != GraphWhen::never || command.menu == MenuAfter::oneStroke;
+    return command.graph != GraphWhen::never || command.hasPage || command.menu == MenuAfter::oneStroke;
 }
 
 } // namespace
@@ -89,6 +89,8 @@ void Protocol::takeResults(const Command& command)
     if (graphIsDue(command.graph, status))
         front.openGraph();
     adjustMenu(command.menu, status, session->readiness, front.enableCommand);
+    if (session->wantsPage)
+        front.enableCommand(commandPage, !session->page.empty());
 }
 
 // The end of a run during which there was a press.
@@ -124,6 +126,8 @@ void Protocol::firstEntry(const Command& command)
     if (command.commit != nullptr)
         command.commit(session->saved, session->working);
     front.closeGraph();
+    if (session->wantsPage)
+        front.enableCommand(commandPage, false); // the worker makes another one
     workerBlock.ActiveCommand = command.id;
     threadEvent.set();
     workerRunning = true;

@@ -24,6 +24,7 @@ enum CommandId : int {
     commandOpenLower,
     commandPageSetUp,
     commandManual,
+    commandPage,
 
     // Settings
     commandProfile = 321,

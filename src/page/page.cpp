@@ -98,8 +98,8 @@ std::string dataOf(const PageSeries& s)
 
 bool isFigure(const std::string& cell)
 {
-    return cell.empty() || cell == "-" || std::isdigit(static_cast<unsigned char>(cell[0])) ||
-           (cell.size() > 1 && cell[0] == '-' && std::isdigit(static_cast<unsigned char>(cell[1])));
+    size_t sign = cell.starts_with('-') || cell.starts_with('+') ? 1 : 0;
+    return cell.size() == sign || std::isdigit(static_cast<unsigned char>(cell[sign]));
 }
 
 std::string rowOf(const std::vector<std::string>& cells)

@@ -28,6 +28,7 @@ constexpr wchar_t rideFilter[] = L"ride (*.fit, *.gpx, *.tcx)\0*.fit;*.gpx;*.tcx
 constexpr wchar_t courseFilter[] = L"course(*.fit *.gpx)\0*.fit;*.gpx\0all files (*.*)\0*.*\0";
 constexpr wchar_t csvFilter[] = L"csv file(*.csv)\0*.csv\0all files (*.*)\0*.*\0";
 constexpr wchar_t pictureFilter[] = L"picture (*.png)\0*.png\0scalable picture (*.svg)\0*.svg\0";
+constexpr wchar_t pageFilter[] = L"page (*.html)\0*.html\0";
 constexpr wchar_t profileFilter[] = L"profile file (*.pro)\0*.pro\0";
 constexpr wchar_t textFilter[] = L"rich text format (*.rtf)\0 *.rtf\0plane text (*.txt)\0 *.txt\0";
 
@@ -40,6 +41,7 @@ constexpr Prompt openRide = {rideFilter, L"open file selected", nullptr, openFla
 constexpr Prompt saveFit = {fitFilter, L"save file as ...", L"tcx", saveFlags, true, "SavedFit"};
 constexpr Prompt saveCsv = {csvFilter, L"save file as ...", L"tcx", saveFlags, true, "Table"};
 constexpr Prompt savePicture = {pictureFilter, nullptr, L"png", saveFlags | OFN_PATHMUSTEXIST, true, "Picture"};
+constexpr Prompt savePage = {pageFilter, nullptr, L"html", saveFlags | OFN_PATHMUSTEXIST, true, "Page"};
 constexpr Prompt saveCourse = {courseFilter, L"save file as ...", L"fit", saveFlags, true, "Course"};
 constexpr Prompt openProfile = {profileFilter, nullptr, L"pro", openFlags, false, "Profile"};
 constexpr Prompt saveProfile = {profileFilter, nullptr, L"pro", saveFlags, true, "Profile"};
@@ -102,6 +104,11 @@ bool promptSavePicture(HWND owner, std::string& path)
         return true;
     path.replace(path.size() - 4, 4, ".svg"); // the default extension was put behind the name
     return fileKind(path) == FileKind::nothing || run(owner, savePicture, path, &filter);
+}
+
+bool promptSavePage(HWND owner, std::string& path)
+{
+    return run(owner, savePage, path, nullptr);
 }
 
 bool promptOpenProfile(HWND owner, std::string& path)

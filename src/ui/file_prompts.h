@@ -13,6 +13,7 @@ bool promptOpenFit(HWND owner, std::string& path);
 bool promptSaveFit(HWND owner, std::string& path);
 bool promptSaveCsv(HWND owner, std::string& path);
 bool promptSavePicture(HWND owner, std::string& path); // ".png" or ".svg"
+bool promptSavePage(HWND owner, std::string& path);
 bool promptOpenProfile(HWND owner, std::string& path);
 bool promptSaveProfile(HWND owner, std::string& path);
 

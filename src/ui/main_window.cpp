@@ -44,11 +44,13 @@ void reportAtStart()
     flushScreens();
     showTop(screenSet.upperScreen);
     greyActivityCommands(enableMenuCommand);
+    enableMenuCommand(commandPage, false);
 }
 
 LRESULT onCreate(HWND window, WPARAM, LPARAM)
 {
     mainWindow.window = window;
+    mainWindow.session.wantsPage = true;
     mainWindow.protocol.startWorker(desktopFrontEnd(), mainWindow.session);
     SetWindowTextW(window, L"Torvane");
     mainWindow.richEdit = loadRichEdit();

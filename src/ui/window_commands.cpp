@@ -5,6 +5,7 @@
 #include "ui/font_choice.h"
 #include "ui/help.h"
 #include "ui/main_window.h"
+#include "ui/page_file.h"
 #include "ui/page_setup.h"
 #include "ui/print_pane.h"
 #include "ui/screen_files.h"
@@ -23,6 +24,11 @@ void about(HWND)
 void manual(HWND)
 {
     showManual(mainWindow.window, "");
+}
+
+void page(HWND)
+{
+    showPage(mainWindow.window);
 }
 
 void exitProgram(HWND)
@@ -87,6 +93,7 @@ constexpr HWND ScreenSet::*lower = &ScreenSet::lowerScreen;
 constexpr WindowCommand commands[] = {
     {commandAbout, about, upper, false},
     {commandManual, manual, upper, false},
+    {commandPage, page, upper, false},
     {commandExit, exitProgram, upper, false},
     {commandFontSelectedUpper, chooseFontOfSelection, upper, false},
     {commandFontAllUpper, chooseFontOfAll, upper, false},
