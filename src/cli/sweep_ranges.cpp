@@ -157,7 +157,8 @@ std::string sweepFault(const Command& command, const Request& request)
     std::string name = consoleName(command);
     if (!command.figures)
         return name + " answers without figures; sweep takes commands that have some, as power-and-velocity";
-    if (!request.graph.empty() || !request.page.empty() || !request.into.empty() || !request.saveProfile.empty() || request.save)
+    if (!request.graph.empty() || !request.page.empty() || !request.into.empty() || !request.saveProfile.empty() ||
+        request.save)
         return "sweep leaves a table alone: no --graph, --page, --into, --save or --save-profile";
     return {};
 }

@@ -50,8 +50,8 @@ private:
     std::array<Growth, localTypeCount> summaries = {}; // by the profile
 };
 
-// What the records of an analysed file hold: what they define in the source, and what is added. By the profile; no other
-// writer asks.
+// What the records of an analysed file hold: what they define in the source, and what is added. By the profile; no
+// other writer asks.
 RecordFields recordFieldsOf(const FitImage& source, uint32_t addedFields);
 
 // Members of a sum by the fields of its summary message that are written anew.
