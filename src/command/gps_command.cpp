@@ -10,6 +10,8 @@
 #include "gps/analysis.h"
 #include "gps/gps_load.h"
 #include "gps/prepare.h"
+#include "gps/ride_answer.h"
+#include "page/ride_page.h"
 #include "report/fit_figures.h"
 #include "report/fit_report.h"
 #include "report/prepare_report.h"
@@ -102,6 +104,15 @@ void keepCurves(const Ride& ride)
                                         addedFieldsOf(ride.analysis.flags) & predictedFields);
 }
 
+// Likewise. Without times there is no ride to tell of.
+void makePage(const Ride& ride)
+{
+    if (ride.session.wantsPage && (ride.analysis.flags & analysisNoTimestamps) == 0)
+        ride.session.page =
+            ridePage(ride.session.model, answerOfAnalysis(ride.session.model, ride.loaded, ride.analysis),
+                     preparationNotes(ride.findings));
+}
+
 void reportRideSummary(const Ride& ride, FitReportMode mode)
 {
     ride.session.figures = summaryFigures(reported(ride, mode));
@@ -151,6 +162,7 @@ StatusCode analyseAtOneStroke(Ride& ride, const std::string& destination)
     if (StatusCode code = analyse(ride))
         return code;
     keepCurves(ride);
+    makePage(ride);
     reportRideSummary(ride, reportAnalysed);
     if (ride.session.preparation.enabled) {
         addPreparationFigures(ride.session.figures, ride.findings);
@@ -188,6 +200,7 @@ StatusCode analyseAndPredict(Session& session)
     if (StatusCode code = readAndAnalyse(ride))
         return code;
     keepCurves(ride);
+    makePage(ride);
     reportRideSummary(ride, reportAnalysed);
     reportRideFields(ride, reportAnalysed);
     return fitOk;

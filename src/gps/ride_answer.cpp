@@ -269,6 +269,26 @@ StatusCode answerRide(const Model& model, const ParameterBlock& settings, const 
     return ride.answer.whole.seconds < leastRide ? fitTooShort : fitOk;
 }
 
+AnsweredRide answerOfAnalysis(const Model& model, const LoadedRide& loaded, const Analysis& analysis)
+{
+    AnsweredRide ride = {{}, loaded, analysis};
+    const FieldPresence& held = loaded.presence;
+    for (GpsRecord& record : ride.analysis.records) {
+        double power = record.power, cadence = record.cadence;
+        MeasuredRow& measured = ride.measured.emplace_back(MeasuredRow{record.timestamp});
+        if ((analysis.flags & analysisPredictPower) == 0) {
+            record.power = noFigure; // nor is it measured where the file lacks it
+            measured.power = held.powerFlags & presentInRecords ? power : noFigure;
+        }
+        if ((analysis.flags & analysisPredictCadence) == 0) {
+            record.cadence = noFigure;
+            measured.cadence = held.cadenceFlags & presentInRecords ? cadence : noFigure;
+        }
+    }
+    tell(model, ride);
+    return ride;
+}
+
 StatusCode makeAnsweredFile(const AnsweredRide& ride, const OutputChoice& options, FitImage& destination)
 {
     return makeAnalysedFile(destination, ride.prepared.image, mergedRecords(ride), fieldsToAdd(ride), options,

@@ -82,6 +82,10 @@ Verdict checkRide(const ToolInputs& inputs, const PrepareOptions& options, Loade
 StatusCode answerRide(const Model& model, const ParameterBlock& settings, const std::string& path,
                       const PrepareOptions& options, AnsweredRide& ride, Progress* progress = nullptr);
 
+// A ride whose analysis has been made already, told as that analysis has it: power and cadence that it did not predict
+// were measured.
+AnsweredRide answerOfAnalysis(const Model& model, const LoadedRide& loaded, const Analysis& analysis);
+
 // The analysed file of an answered ride: what was measured stays, what is missing is the prediction. Codes of
 // analysed_file.h.
 StatusCode makeAnsweredFile(const AnsweredRide& ride, const OutputChoice& options, FitImage& destination);

@@ -39,6 +39,8 @@ TEST_F(ConsoleTest, WritesPagesOfOtherAnswers)
          {"<h1>Pattern Braking</h1>", "id=\"s-frontBrake\"", "data-shown=\"s-velocity", "brakingInclination</th><td"}},
         {{"plan", "power=200", samples + "pass.gpx", "--against", "power=250", "--against", "pacing=three"},
          {"<h2>Against power=250, pacing=three</h2>", "id=\"s-later\"", "Climbs and their times</caption>"}},
+        {{"analyse", samples + "valley.fit"},
+         {"<h1>valley</h1>", "id=\"s-predicted\"", "data-kind=\"stack\"", "id=\"s-easting\""}},
         {{"801", "rideVelocity=40"}, {"Figures of the answer</caption>", "rideVelocity</th>"}},
     };
     for (auto [arguments, parts] : cases) {

@@ -5,7 +5,11 @@
 #include "gps/analysed_writer.h"
 #include "gps/analysis.h"
 #include "gps/gps_load.h"
+#include "gps/power_split.h"
 #include "ride_maker.h"
+
+#include <cmath>
+#include <numeric>
 
 namespace torvane {
 
@@ -107,6 +111,36 @@ TEST_F(PreparedAnalysis, predictedFieldsHaveTheTypesOfTheProfile)
     EXPECT_EQ(types[4], 0x02);
     EXPECT_GT(file.values(18, 20)[0], 500) << "W, at 72 kph";
     EXPECT_LT(file.values(18, 20)[0], 65535);
+}
+
+// Over waves of 20 m, at a speed that changes; where nothing is asked, the brakes take the rest.
+TEST_F(PreparedAnalysis, powersOfASplitAddUpToThatOfThePedals)
+{
+    Recording made({timeField, distanceField, speedField, altitudeField});
+    for (int i = 0; i < 900; ++i)
+        made.record({1000 + i, 800 * i, 8000 + std::lround(500 * std::sin(i / 20.0)),
+                     3000 + std::lround(100 * std::sin(i / 40.0))});
+    Prepared done(made.data);
+    LoadedRide ride = {done.image};
+    ride.prepared = true;
+    ASSERT_EQ(gatherActivity(ride), fitOk);
+    block.predictPower = block.predictCadence = 1;
+    for (Physics physics : {Physics::classic, Physics::ofTheRoad}) {
+        ASSERT_EQ(analyseRide(model, block, ride, analysis, physics), fitOk);
+        std::vector<PowerSplit> splits = powerSplitOf(model, analysis, ride.summary);
+        int pedalled = 0;
+        for (size_t i = 0; i < splits.size(); ++i) {
+            double sum = std::accumulate(splits[i].begin(), splits[i].end(), 0.0);
+            double power = analysis.records[i].power;
+            if (power > 0)
+                EXPECT_NEAR(sum, power, 0.1) << i;
+            else
+                EXPECT_LE(sum, 10.01) << i;
+            pedalled += power > 0;
+        }
+        EXPECT_GT(pedalled, 300);
+        EXPECT_LT(pedalled, 900);
+    }
 }
 
 } // namespace torvane
