@@ -39,8 +39,7 @@ std::vector<size_t> thinnedPoints(size_t points, std::span<const std::vector<dou
         for (const std::vector<double>* values : series)
             keepExtremes(*values, points * piece / pieces, points * (piece + 1) / pieces, kept);
     std::ranges::sort(kept);
-    auto twice = std::ranges::unique(kept);
-    kept.erase(twice.begin(), twice.end());
+    kept.erase(std::unique(kept.begin(), kept.end()), kept.end());
     return kept;
 }
 
