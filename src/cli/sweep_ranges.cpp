@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
-#include <ranges>
 #include <utility>
 
 namespace torvane {
@@ -138,7 +137,8 @@ size_t combinationsOf(const Request& request)
 std::vector<Assignment> valuesIn(const Request& request, size_t combination)
 {
     std::vector<Assignment> values;
-    for (const SweptRange& range : std::views::reverse(request.ranges)) {
+    for (size_t i = request.ranges.size(); i-- > 0;) {
+        const SweptRange& range = request.ranges[i];
         double value = range.from + static_cast<double>(combination % range.count) * range.step;
         // Twelve digits: 20.3 and not what three tenths add up to.
         values.insert(values.begin(), {range.name, formatText("%.12g", value)});

@@ -58,6 +58,7 @@ std::vector<PageSeries> seriesOf(const GraphSeries& curves)
         all.push_back(std::move(series));
     }
     std::vector<const std::vector<double>*> peaks;
+    peaks.reserve(all.size());
     for (const PageSeries& series : all)
         peaks.push_back(&series.values);
     std::vector<size_t> places = thinnedPoints(points.size(), peaks);
