@@ -93,7 +93,7 @@ constexpr EntryMeaning meanings[] = {
     {any, "decelerationInterval", "smaller steps mean longer tables"},
     {any, "specificHeat", "of brakes: carbon [0], aluminum [1], stainless [2]"},
     {any, "emittance", "of brakes: carbon [0], aluminum [1], stainless [2]"},
-    {any, "expressGraph", "the graph window opens after a run over time"},
+    {any, "expressGraph", "the graph window opens after a ride, a course or a run over time"},
     {any, "bandGraphPowerVelocity", "the graph window opens after power and velocity"},
     {any, "bandGraphCornering", "the graph window opens after critical cornering"},
     {any, "initialValueMode", "whether dialogs open with the defaults or with what was entered last"},
