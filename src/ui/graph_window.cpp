@@ -4,6 +4,7 @@
 #include "core/wide_text.h"
 #include "plot/graph.h"
 #include "plot/graph_view.h"
+#include "ui/display.h"
 #include "ui/graph_canvas.h"
 #include "ui/graph_output.h"
 #include "ui/help.h"
@@ -318,11 +319,16 @@ LRESULT onDestroy(HWND window, WPARAM, LPARAM)
     return 0;
 }
 
+// In the middle of the screen, in units of the display and no larger than the room that there is.
 RECT firstPlace(const GraphSeries& series)
 {
-    int left = (GetSystemMetrics(SM_CXSCREEN) - series.width) / 2;
-    int top = (GetSystemMetrics(SM_CYSCREEN) - series.height) / 2;
-    return {left, top, left + series.width, top + series.height};
+    RECT room = {};
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &room, 0);
+    int width = std::min(scaled(series.width), static_cast<int>(room.right - room.left));
+    int height = std::min(scaled(series.height), static_cast<int>(room.bottom - room.top));
+    int left = room.left + (room.right - room.left - width) / 2;
+    int top = room.top + (room.bottom - room.top - height) / 2;
+    return {left, top, left + width, top + height};
 }
 
 constexpr MessageRow messages[] = {

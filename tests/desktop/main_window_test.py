@@ -104,6 +104,12 @@ class DisplayTest(unittest.TestCase):
                 self.assertEqual(places[UPPER][3] - places[UPPER][1], upper_height)
                 self.assertEqual(places[LOWER][1], places[UPPER][3])
                 self.assertEqual(places[LOWER][3] - places[STATUS][1], dots // 48, "no more than the border is covered")
+                program.run("ctrl+a", "acceleration")
+                program.screenshot(f"graph {dots}")
+                graph, main = (w for w in program.windows() if w["class"] in ("graph", "Torvane"))
+                self.assertEqual((graph["class"], main["class"]), ("graph", "Torvane"), "from the front backwards")
+                left, top, right, bottom = graph["rect"]
+                self.assertEqual((right - left, bottom - top), (640 * dots // 96, 480 * dots // 96))
 
 
 class EndTest(unittest.TestCase):
