@@ -113,6 +113,7 @@ Picture drawMap(const Graph& graph, int width, int height)
 {
     int series = graph.axisSeries[axisY];
     std::vector<double> values;
+    values.reserve(static_cast<size_t>(graph.series.pointCount()));
     for (int point = 0; point < graph.series.pointCount(); ++point)
         values.push_back(graph.series.value(point, series));
     return drawTrackMap(wayOf(graph), {graph.series.seriesNames[static_cast<size_t>(series)], values},
