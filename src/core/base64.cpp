@@ -13,8 +13,8 @@ constexpr std::array<uint8_t, 256> valuesOfCharacters()
     constexpr std::string_view alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
     std::array<uint8_t, 256> values = {};
     values.fill(none);
-    for (uint8_t i = 0; i < alphabet.size(); ++i)
-        values[static_cast<uint8_t>(alphabet[i])] = i;
+    for (size_t i = 0; i < alphabet.size(); ++i)
+        values[static_cast<uint8_t>(alphabet[i])] = static_cast<uint8_t>(i);
     return values;
 }
 
