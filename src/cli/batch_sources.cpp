@@ -1,11 +1,11 @@
 #include "cli/batch_sources.h"
 
+#include "cli/standard_input.h"
 #include "core/files.h"
 #include "core/text.h"
 
 #include <algorithm>
 #include <filesystem>
-#include <iostream>
 #include <iterator>
 #include <system_error>
 
@@ -117,7 +117,8 @@ std::vector<std::string> namesIn(const std::string& text)
 std::string readList(const std::string& path, std::string& text)
 {
     if (path == "-") {
-        text.assign(std::istreambuf_iterator<char>(std::cin), {});
+        StandardInput in;
+        text.assign(std::istreambuf_iterator<char>(in.stream), {});
         return {};
     }
     std::vector<uint8_t> bytes;

@@ -7,6 +7,7 @@
 #include "cli/options_hash.h"
 #include "cli/piped_sources.h"
 #include "cli/stage.h"
+#include "cli/standard_input.h"
 #include "cli/sweep.h"
 #include "cli/sweep_ranges.h"
 #include "command/fill.h"
@@ -27,7 +28,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <iostream>
 #include <new>
 
 namespace torvane {
@@ -614,8 +614,10 @@ int runCommand(Session& session, const Command& command, const Request& request,
         itsAnswer = std::move(run.answer);
         return code;
     };
-    if (request.fromStdin)
-        return runStage(session, ride, std::cin, answer, streams);
+    if (request.fromStdin) {
+        StandardInput in;
+        return runStage(session, ride, in.stream, answer, streams);
+    }
     int code = request.into.empty()
                    ? runSingle(session, command, request, runs[0], rules, answer, streams)
                    : runBatch(session, request, planned, optionsHash(session, command, request), ride, answer, streams);

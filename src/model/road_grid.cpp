@@ -18,7 +18,8 @@ namespace {
 double nearestRatio(const Model& model, double wanted, int& place)
 {
     const GearOrder& order = model.gearOrder;
-    while (place + 1 < order.count && order.rising[place + 1] <= wanted)
+    int last = order.count - 1;
+    while (place < last && order.rising[place + 1] <= wanted)
         ++place;
     while (place > 0 && order.rising[place] > wanted)
         --place;

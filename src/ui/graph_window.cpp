@@ -11,6 +11,7 @@
 #include "ui/main_window.h"
 #include "ui/message_box.h"
 #include "ui/paint_picture.h"
+#include "ui/pane_control.h"
 #include "ui/resource_ids.h"
 #include "ui/window_place.h"
 
@@ -110,18 +111,11 @@ void offerPictureCommands(HWND window)
     appendPictureCommands(menu);
 }
 
-// A label of no size, by which a screen reader knows the control behind it.
-void nameNext(HWND window, const char* name)
-{
-    CreateWindowExW(0, L"STATIC", widen(name).c_str(), WS_CHILD | WS_VISIBLE, 0, 0, 0, 0, window, nullptr,
-                    mainWindow.instance, nullptr);
-}
-
 void createControl(HWND window, const GraphControl& control)
 {
     bool combo = control.label == nullptr;
     if (combo)
-        nameNext(window, control.name);
+        nameNext(window, widen(control.name).c_str());
     DWORD style = WS_CHILD | WS_VISIBLE | (combo ? CBS_DROPDOWNLIST | WS_VSCROLL | WS_TABSTOP : ES_READONLY);
     HWND made =
         CreateWindowExW(0, combo ? L"COMBOBOX" : L"EDIT", combo ? L"" : widen(control.label).c_str(), style, control.x,

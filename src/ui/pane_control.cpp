@@ -136,6 +136,12 @@ void attachPane(HWND pane)
     setEditable(pane, false);
 }
 
+HWND nameNext(HWND window, const wchar_t* name)
+{
+    return CreateWindowExW(0, L"STATIC", name, WS_CHILD | WS_VISIBLE, 0, 0, 0, 0, window, nullptr, mainWindow.instance,
+                           nullptr);
+}
+
 bool isEditable(HWND pane)
 {
     return (GetWindowLongW(pane, GWL_STYLE) & ES_READONLY) == 0;

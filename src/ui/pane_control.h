@@ -8,6 +8,9 @@ namespace torvane {
 // Of a pane just made: it is read-only until a text is opened for editing.
 void attachPane(HWND pane);
 
+// A label of no size in front of the control that is made next: a screen reader knows the control by it.
+HWND nameNext(HWND window, const wchar_t* name);
+
 bool isEditable(HWND pane);
 void setEditable(HWND pane, bool editable);
 

@@ -47,13 +47,6 @@ HWND createPane(HWND window, int id, RECT place)
     return pane;
 }
 
-// A label of no size, by which a screen reader knows the pane behind it.
-void nameNext(HWND window, const wchar_t* name)
-{
-    CreateWindowExW(0, L"STATIC", name, WS_CHILD | WS_VISIBLE, 0, 0, 0, 0, window, nullptr, mainWindow.instance,
-                    nullptr);
-}
-
 HWND createShownPane(HWND window, int id, const wchar_t* name, RECT place)
 {
     nameNext(window, name);

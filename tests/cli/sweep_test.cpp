@@ -107,8 +107,8 @@ TEST_F(SweepTest, aCombinationWithoutAnAnswerIsARowAndTheRestGoesOn)
 
 TEST_F(SweepTest, refusalsTeach)
 {
-    const std::string ride = put("a.fit", plainRide());
-    const std::string steady = "power-and-velocity";
+    std::string ride = put("a.fit", plainRide());
+    std::string steady = "power-and-velocity";
     const struct {
         Words words;
         const char* text;

@@ -23,7 +23,7 @@ size_t countOf(const std::string& text, const std::string& part)
 
 TEST(Page, WhateverIsPutIntoItStaysText)
 {
-    const std::string hostile = "\"'><img src=x onerror=alert(1)></script><script>alert(2)</script>\x1b\xff&amp;";
+    std::string hostile = "\"'><img src=x onerror=alert(1)></script><script>alert(2)</script>\x1b\xff&amp;";
     HtmlPage page(hostile, hostile);
     page.section(hostile);
     page.paragraph(hostile);
