@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <span>
 
 namespace torvane {
 
@@ -18,11 +19,13 @@ namespace {
 double nearestRatio(const Model& model, double wanted, int& place)
 {
     const GearOrder& order = model.gearOrder;
-    int last = order.count - 1;
-    while (place < last && order.rising[place + 1] <= wanted)
-        ++place;
-    while (place > 0 && order.rising[place] > wanted)
-        --place;
+    std::span<const double> rising(order.rising, static_cast<size_t>(order.count));
+    size_t at = static_cast<size_t>(place);
+    while (at + 1 < rising.size() && rising[at + 1] <= wanted)
+        ++at;
+    while (at > 0 && rising[at] > wanted)
+        --at;
+    place = static_cast<int>(at);
     return model.gearTable[nearerGear(order, place, wanted)].ratio;
 }
 
