@@ -28,6 +28,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <new>
 
 namespace torvane {
@@ -514,6 +515,7 @@ CallFiles callFiles(const Command& command, const Request& request, const std::v
                       {pathOf(request.rows), pathOf(request.graph), pathOf(request.page)}};
     for (const RunFiles& files : runs)
         call.sources.insert(call.sources.end(), files.sources.begin(), files.sources.end());
+    std::ranges::move(filesNamedBy(command, request.against), std::back_inserter(call.sources));
     if (request.par.empty())
         return call;
     for (const std::string& defaults : {pathOf(request.par), entryFilePath(pathOf(request.par))}) {

@@ -53,6 +53,12 @@ TEST_F(ConsoleTest, PlansACourse)
     for (const char* option : {"--graph", "--rows"})
         EXPECT_EQ(call({"--force", option, in + "./out.fit", "plan", "effort=asRidden", "asRidden=" + out, pass}).code,
                   2);
+    for (const char* option : {"--page", "--graph", "--rows"})
+        EXPECT_EQ(call({"--force", "--page", in + "page.html", option, out, "plan", "--against", "effort=asRidden",
+                        "--against", "asRidden=" + out, pass})
+                      .code,
+                  2)
+            << option;
     Call again = call({"plan", "effort=asRidden", "asRidden=" + out, pass, in + "again.gpx"});
     EXPECT_EQ(again.code, 0) << again.err;
     EXPECT_FALSE(contains(again.out, "another road")) << again.out;
