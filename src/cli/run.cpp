@@ -238,6 +238,14 @@ std::string labelOfOther(const Request& request)
     return label;
 }
 
+// Its reason stands where that of this plan would.
+void tellOtherFailed(Run& run, const Answer& other)
+{
+    run.answer.status = other.status;
+    run.answer.lower = other.lower;
+    tellBoxes(run.answer, run.streams, {{"no page", "the plan with " + labelOfOther(run.request) + " fails"}});
+}
+
 // Makes the plan that stands beside this one on its page, in a session of its own that starts from the same settings.
 int planOther(Run& run)
 {
@@ -259,6 +267,8 @@ int planOther(Run& run)
         code = dispatch(other);
     }
     run.answer.error = other.answer.error;
+    if (code == exitFailed && other.answer.result != statusStopped)
+        tellOtherFailed(run, other.answer);
     if (code != exitDone || !own.shownPlan)
         return std::max<int>(code, exitFailed);
     own.shownPlan->label = labelOfOther(run.request);

@@ -55,6 +55,15 @@ TEST_F(ConsoleTest, WritesPagesOfOtherAnswers)
     }
 }
 
+TEST_F(ConsoleTest, TellsWhyTheOtherPlanFails)
+{
+    Call told = call(
+        {"plan", samples + "pass.gpx", "--against", "effort=time", "--against", "time=1", "--page", in + "p.html"});
+    EXPECT_EQ(told.code, 1);
+    EXPECT_TRUE(contains(told.err, "the plan with effort=time, time=1 fails\n")) << told.err;
+    EXPECT_TRUE(contains(told.err, "no power of a rider needs the time that is wanted\n")) << told.err;
+}
+
 } // namespace
 
 } // namespace torvane
