@@ -45,6 +45,7 @@ struct Search {
 struct Entry {
     std::string name;
     bool isFolder, isLink;
+    bool isOther; // a pipe or a device, which may keep its reader waiting for ever
 };
 
 // By name, which the system's own order is not.
@@ -54,7 +55,9 @@ std::vector<Entry> entriesOf(const std::string& folder, std::error_code& fault)
     fs::directory_iterator entry(nativePath(folder), fault);
     for (; !fault && entry != fs::directory_iterator(); entry.increment(fault)) {
         std::error_code unknown;
-        entries.push_back({textOf(entry->path().filename()), entry->is_directory(unknown), entry->is_symlink(unknown)});
+        bool isOther = entry->is_other(unknown);
+        entries.push_back(
+            {textOf(entry->path().filename()), entry->is_directory(unknown), entry->is_symlink(unknown), isOther});
     }
     std::ranges::sort(entries, {}, &Entry::name);
     return entries;
@@ -72,7 +75,9 @@ void look(const Search& search, const std::string& folder, const std::string& be
     }
     for (const Entry& entry : entries) {
         std::string path = textOf(nativePath(folder) / nativePath(entry.name));
-        if (!entry.isFolder && isRide(entry.name))
+        if (entry.isOther && isRide(entry.name))
+            sources.notes.push_back(path + " is no file, and is left out");
+        else if (!entry.isFolder && isRide(entry.name))
             sources.rides.push_back({path, below});
         else if (entry.isFolder && entry.isLink)
             sources.notes.push_back(path + " is a link to a folder, and is left out");

@@ -114,12 +114,14 @@ TEST_F(BatchTest, takesFoldersAndLists)
          {"rides/z.fit", "rides/2026/a.fit", "rides/2025/a.FIT", "rides/2026/out/old.fit", "rides/x.txt"})
         put(name, plainRide());
     std::filesystem::create_directory_symlink(in + "rides", in + "rides/2025/circle");
+    ASSERT_EQ(::mkfifo((in + "rides/pipe.fit").c_str(), 0600), 0);
     out = in + "rides/2026/out";
     EXPECT_TRUE(contains(batch({"convert", "fitFormat=legacy", in + "rides"}, {}).err, "--recursive takes the rides"));
     Call found = batch({"--recursive", "prepare", in + "rides"}, {});
     EXPECT_EQ(found.code, 0) << found.err;
     EXPECT_EQ(count(found.out, "\n"), 3u) << found.out;
     EXPECT_TRUE(contains(found.err, "circle is a link to a folder") && contains(found.err, "is the folder of --into"));
+    EXPECT_TRUE(contains(found.err, "pipe.fit is no file, and is left out")) << found.err;
     for (const char* name : {"/z.fit", "/2026/a.fit", "/2025/a.FIT"})
         EXPECT_TRUE(std::filesystem::exists(out + name)) << name;
 
