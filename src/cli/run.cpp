@@ -451,7 +451,7 @@ std::string checkRows(const Command& command, const Request& request)
     return request.rows == "-" && request.json ? "--rows - and --json both want standard output" : "";
 }
 
-std::string checkBatchOptions(const Request& request)
+std::string checkBatchOptions(const Command& command, const Request& request)
 {
     if (request.jobs != 0 && request.into.empty() && !request.sweep)
         return "--jobs is for the rides of --into, and for sweep";
@@ -462,6 +462,9 @@ std::string checkBatchOptions(const Request& request)
     for (auto [name, isGiven] : given)
         if (isGiven && request.into.empty())
             return std::string(name) + " is for the rides of --into";
+    // The parts of a ride are known only once it is read.
+    if (request.resume && command.files.inParts)
+        return "--resume does not know what " + consoleName(command) + " has done; call it without";
     return {};
 }
 
@@ -495,7 +498,7 @@ std::string checkUsage(const Command& command, const Request& request)
         return fault;
     if (!request.saveProfile.empty() && !command.files.byOption)
         return consoleName(command) + " saves no profile by an option";
-    if (std::string fault = checkBatchOptions(request); !fault.empty())
+    if (std::string fault = checkBatchOptions(command, request); !fault.empty())
         return fault;
     if (std::string fault = request.sweep ? sweepFault(command, request) : ""; !fault.empty())
         return fault;

@@ -125,6 +125,7 @@ TEST_F(BatchTest, takesFoldersAndLists)
     for (const char* name : {"/z.fit", "/2026/a.fit", "/2025/a.FIT"})
         EXPECT_TRUE(std::filesystem::exists(out + name)) << name;
 
+    EXPECT_TRUE(contains(batch({"--resume", "divide"}, {"a"}).err, "--resume does not know what"));
     for (const std::string& end : {std::string("\n"), std::string("\r\n"), std::string(1, '\0')}) {
         std::string names = in + "c.fit" + end + in + "a.fit" + end;
         put("list", {names.begin(), names.end()});
