@@ -195,7 +195,8 @@ bool writeTable(Sweep& sweep, RowFormat format, const WritePiece& write)
     while (sweep.taken < sweep.combinations && runRound(sweep, rows))
         ;
     sweep.line.hide();
-    return rows.finish() && sweep.taken == sweep.combinations;
+    // Combinations that were asked to stop may be among the last.
+    return rows.finish() && sweep.taken == sweep.combinations && !isSignalWaiting();
 }
 
 bool writeOut(Sweep& sweep)
@@ -215,6 +216,10 @@ int writeFile(Sweep& sweep, WriteRules& rules, Answer& answer)
         return refuse(answer, sweep.streams, errorOf(library::ErrorKind::refused, fault));
     FileResult written =
         replaceFile(target, [&](const WritePiece& write) { return writeTable(sweep, rowFormatOf(target), write); });
+    if (written != FileResult::ok && isSignalWaiting()) {
+        tellStopped(answer, sweep.streams);
+        return exitFailed;
+    }
     if (written != FileResult::ok) {
         tellError(answer, sweep.streams,
                   errorOf(library::ErrorKind::cannotWrite, "failed to write " + shownText(target)));
@@ -227,10 +232,23 @@ int writeFile(Sweep& sweep, WriteRules& rules, Answer& answer)
     return exitDone;
 }
 
+int writeStandardOutput(Sweep& sweep, Answer& answer)
+{
+    if (writeOut(sweep))
+        return exitDone;
+    if (isSignalWaiting())
+        tellError(
+            answer, sweep.streams,
+            {"stopped",
+             formatText("stopped before the end; %zu of %zu combinations are written", sweep.taken, sweep.combinations),
+             {}});
+    return exitFailed;
+}
+
 int writeSweep(Sweep& sweep, WriteRules& rules, Answer& answer)
 {
     bool toFile = !sweep.request.rows.empty() && sweep.request.rows != "-";
-    int code = toFile ? writeFile(sweep, rules, answer) : writeOut(sweep) ? exitDone : exitFailed;
+    int code = toFile ? writeFile(sweep, rules, answer) : writeStandardOutput(sweep, answer);
     if (code != exitDone || sweep.answered > 0)
         return code;
     tellError(answer, sweep.streams,

@@ -103,6 +103,22 @@ TEST_F(ConsoleEnds, aSignalAtAnyMomentLeavesNothingHalfMade)
     }
 }
 
+TEST_F(ConsoleEnds, aSignalStopsASweepAndSaysSo)
+{
+    pid_t child = startChild([&] {
+        return callInChild(
+            {"--json", "--jobs=1", "--rows", in + "out/rows.csv", "sweep", "801", "rideVelocity=10:60:0.00001"},
+            printed);
+    });
+    for (int i = 0; i < 1000 && countIn("out") == 0; ++i) // it has begun to write
+        ::usleep(10'000);
+    ::kill(child, SIGINT);
+    EXPECT_EQ(endOf(child), 128 + SIGINT);
+    EXPECT_TRUE(contains(textOf(printed), "\"kind\": \"stopped\"")) << textOf(printed);
+    EXPECT_FALSE(contains(textOf(printed), "failed to write"));
+    EXPECT_EQ(countIn("out"), 0u);
+}
+
 TEST_F(ConsoleEnds, aSignalThatWasIgnoredStaysIgnored)
 {
     EXPECT_EQ(inChild([] {
