@@ -30,6 +30,7 @@ struct Row {
     std::vector<double> figures;
     std::string outcome;
     bool hasAnswer = false;
+    std::vector<std::string> notes = {};
 };
 
 struct Sweep {
@@ -45,6 +46,7 @@ struct Sweep {
     Request single = {}; // of a combination, but for its values
     size_t taken = 0, answered = 0;
     std::string firstFault = {};
+    std::vector<std::string> notes = {}; // each once
 };
 
 std::string columnName(const std::string& name, const char* unit)
@@ -85,6 +87,7 @@ Row rowOf(const Sweep& sweep, int code, const Answer& answer)
     Row row;
     row.hasAnswer = code == exitDone;
     row.outcome = !row.hasAnswer ? reasonOf(answer) : answer.result.value_or(0) == 0 ? "done" : "warning";
+    row.notes = answer.notes;
     row.figures.assign(sweep.infos.size(), std::numeric_limits<double>::quiet_NaN());
     for (const Figure& figure : answer.figures.values) {
         auto found = std::ranges::find(sweep.infos, figure.name, &FigureInfo::name);
@@ -123,6 +126,7 @@ Row runCombination(const Sweep& sweep, size_t combination)
         return rowOf(sweep, exitRefused, answer);
     }
     int code = sweep.run(own, request, answer, aside);
+    answer.notes.insert(answer.notes.end(), faults.notes.begin(), faults.notes.end());
     return rowOf(sweep, code, answer);
 }
 
@@ -139,6 +143,14 @@ void runPiece(const Sweep& sweep, size_t first, std::vector<Row>& rows)
     }
 }
 
+void keepNotes(Sweep& sweep, const Row& row)
+{
+    constexpr size_t most = 20; // those that name a value differ from row to row
+    for (const std::string& note : row.notes)
+        if (sweep.notes.size() < most && std::ranges::find(sweep.notes, note) == sweep.notes.end())
+            sweep.notes.push_back(note);
+}
+
 void writeRow(Sweep& sweep, RowWriter& rows, const Row& row)
 {
     for (const Assignment& value : valuesIn(sweep.request, sweep.taken))
@@ -147,6 +159,7 @@ void writeRow(Sweep& sweep, RowWriter& rows, const Row& row)
         row.hasAnswer ? rows.number(row.figures[i]) : rows.empty();
     rows.text(row.outcome);
     rows.endRow();
+    keepNotes(sweep, row);
     sweep.answered += row.hasAnswer;
     ++sweep.taken;
     if (!row.hasAnswer && sweep.firstFault.empty())
@@ -249,6 +262,7 @@ int writeSweep(Sweep& sweep, WriteRules& rules, Answer& answer)
 {
     bool toFile = !sweep.request.rows.empty() && sweep.request.rows != "-";
     int code = toFile ? writeFile(sweep, rules, answer) : writeStandardOutput(sweep, answer);
+    tellNotes(answer, sweep.streams, sweep.notes);
     if (code != exitDone || sweep.answered > 0)
         return code;
     tellError(answer, sweep.streams,

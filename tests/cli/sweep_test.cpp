@@ -105,6 +105,15 @@ TEST_F(SweepTest, aCombinationWithoutAnAnswerIsARowAndTheRestGoesOn)
         << none.err;
 }
 
+TEST_F(SweepTest, tellsOnceWhichEntriesHaveNoEffect)
+{
+    Call told = call({"sweep", "801", "rideVelocity=20:40:10", "ridePower=90", "--set=bikeWeight=7:9:1"});
+    std::vector<std::string> lines = linesOf(told.err);
+    for (const char* name : {"ridePower", "bikeWeight"})
+        EXPECT_EQ(std::ranges::count(lines, "note: " + std::string(name) + " has no effect with these choices"), 1)
+            << told.err;
+}
+
 TEST_F(SweepTest, refusalsTeach)
 {
     std::string ride = put("a.fit", plainRide());
