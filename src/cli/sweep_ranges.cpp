@@ -95,6 +95,9 @@ std::string takeOf(std::vector<Assignment>& entries, const std::vector<const For
         ranges.push_back(std::move(range));
     }
     entries = std::move(fixed);
+    for (const Assignment& entry : entries)
+        if (std::ranges::find(ranges, entry.name, &SweptRange::name) != ranges.end())
+            return entry.name + " has a range and a value";
     return {};
 }
 
