@@ -77,7 +77,8 @@ void addWay(const Source& source, std::vector<PageSeries>& along)
 // Means over the 30 s around each row, over those of them that have a value.
 std::vector<double> meansAround(const std::vector<RiddenRow>& rows, FigureSource source)
 {
-    constexpr uint32_t half = 15; // s
+    constexpr uint32_t half = 15;         // s
+    constexpr double roundingRest = 1e-6; // W
     std::vector<double> means;
     means.reserve(rows.size());
     double joules = 0, seconds = 0;
@@ -93,7 +94,9 @@ std::vector<double> meansAround(const std::vector<RiddenRow>& rows, FigureSource
             take(rows[next++], 1);
         while (rows[first].timestamp + half < row.timestamp)
             take(rows[first++], -1);
-        means.push_back(seconds > 0 ? joules / seconds : noFigure);
+        // What was added and taken away again leaves a rest, as of -1e-12 W.
+        double mean = seconds > 0 ? joules / seconds : noFigure;
+        means.push_back(std::fabs(mean) < roundingRest ? 0 : mean);
     }
     return means;
 }
