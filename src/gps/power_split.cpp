@@ -6,6 +6,7 @@
 #include "model/gear_table.h"
 #include "model/resistance.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace torvane {
@@ -34,6 +35,7 @@ PowerSplit splitOf(TrackModel& track, GpsRecord record, double speed)
     split[sinkSlope] = track.now.slopePower;
     split[sinkAcceleration] = thrust - resistanceAtVelocity(track.model, track.now, speed).value;
     split[sinkDrivetrain] = drivetrainLoss(track, speed, thrust);
+    split[sinkBrakes] = std::max(0.0, -thrust);
     return split;
 }
 

@@ -192,7 +192,7 @@ void addEnergies(HtmlPage& page, const CourseRide& ride)
                           {"Brakes", e.brakes / 1000},
                           {"Motion", e.kinetic / 1000}};
     page.section("Where the power goes");
-    addEnergy(page, parts);
+    addEnergy(page, "Energy of the whole ride", parts);
 }
 
 void addWhatIfs(HtmlPage& page, const CourseAnswer& answer)

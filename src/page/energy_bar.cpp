@@ -43,10 +43,10 @@ Picture barOf(const std::vector<EnergyPart>& parts, double sum)
 
 } // namespace
 
-void addEnergy(HtmlPage& page, std::span<const EnergyPart> parts)
+void addEnergy(HtmlPage& page, const std::string& title, std::span<const EnergyPart> parts)
 {
     std::vector<EnergyPart> spent;
-    PageTable table = {"Energy of the whole ride", {"For", "kJ"}, {}};
+    PageTable table = {title, {"For", "kJ"}, {}};
     std::string told = "Share of the energy spent:";
     double sum = 0;
     for (const EnergyPart& part : parts) {

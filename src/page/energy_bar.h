@@ -12,7 +12,7 @@ struct EnergyPart {
     double kiloJoule; // negative: it was given
 };
 
-// A bar of what was spent, and a table of all.
-void addEnergy(HtmlPage& page, std::span<const EnergyPart> parts);
+// A bar of what was spent, and a table of all with this title.
+void addEnergy(HtmlPage& page, const std::string& title, std::span<const EnergyPart> parts);
 
 } // namespace torvane

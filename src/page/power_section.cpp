@@ -95,46 +95,76 @@ void addHistogram(HtmlPage& page, const Model& model, RiddenRows rows, FigureSou
 
 // Best means
 
+// Durations that somebody asks for, and the longest one.
 std::vector<uint32_t> durationsUpTo(uint32_t most)
 {
     std::vector<uint32_t> durations;
-    for (uint32_t unit : {1u, 10u, 60u, 600u, 3600u, 36000u, 360000u})
-        for (double times : {1.0, 1.5, 2.0, 3.0, 4.0, 5.0, 7.0})
-            if (double seconds = unit * times;
-                seconds == std::floor(seconds) && seconds <= most && (durations.empty() || seconds > durations.back()))
-                durations.push_back(static_cast<uint32_t>(seconds));
-    if (durations.empty() || durations.back() < most)
-        durations.push_back(most);
+    auto add = [&](uint32_t seconds) {
+        if (seconds < most)
+            durations.push_back(seconds);
+    };
+    for (uint32_t unit : {1u, 60u})
+        for (uint32_t times : {1u, 2u, 3u, 5u, 10u, 15u, 20u, 30u, 45u})
+            add(unit * times);
+    for (uint32_t hours = 1; hours < 12; ++hours)
+        add(hours * 3600);
+    for (uint64_t halfDays = 12 * 3600; halfDays < most; halfDays *= 2)
+        add(static_cast<uint32_t>(halfDays));
+    durations.push_back(most);
     return durations;
 }
 
-PageTable bestTable(const std::vector<uint32_t>& durations,
-                    const std::array<std::vector<std::optional<double>>, figureSourceCount>& best)
+// From the first to the last row that has a power: a mean needs no less.
+uint32_t secondsWith(RiddenRows rows, FigureSource source)
 {
-    PageTable table = {"Best mean powers", {"Over", "Measured W", "Predicted W"}, {}};
+    auto counts = [&](const RiddenRow& row) { return row.seconds != 0 && std::isfinite(row.power[source]); };
+    auto first = std::ranges::find_if(rows, counts);
+    if (first == rows.end())
+        return 0;
+    auto last = std::find_if(rows.rbegin(), rows.rend(), counts);
+    return last->timestamp - first->timestamp + first->seconds;
+}
+
+struct BestMeans {
+    FigureSource source;
+    const char *head, *id, *label;
+    std::vector<std::optional<double>> watts = {};
+};
+
+PageTable bestTable(const std::vector<uint32_t>& durations, const std::vector<BestMeans>& best)
+{
+    PageTable table = {"Best mean powers", {"Over"}, {}};
+    for (const BestMeans& each : best)
+        table.heads.emplace_back(each.head);
     for (size_t i = 0; i < durations.size(); ++i) {
         std::vector<std::string>& row = table.rows.emplace_back();
-        std::string time = timeText(durations[i]);
-        row.push_back(time);
-        for (FigureSource source : {measuredFigure, predictedFigure})
-            row.push_back(best[source][i] ? formatText("%.0f", *best[source][i]) : "-");
+        row.push_back(timeText(durations[i]));
+        for (const BestMeans& each : best)
+            row.push_back(each.watts[i] ? formatText("%.0f", *each.watts[i]) : "-");
     }
     return table;
 }
 
-void addBestMeans(HtmlPage& page, RiddenRows rows, const RideAnswer& answer)
+void addBestMeans(HtmlPage& page, RiddenRows rows)
 {
-    std::vector<uint32_t> durations = durationsUpTo(std::max(answer.elapsed, 1u));
+    std::vector<BestMeans> best;
+    uint32_t longest = UINT32_MAX; // that both have
+    for (const BestMeans& each : {BestMeans{measuredFigure, "Measured W", "bestMeasured", "Measured power"},
+                                  BestMeans{predictedFigure, "Predicted W", "bestPredicted", "Predicted power"}})
+        if (uint32_t seconds = secondsWith(rows, each.source); seconds != 0) {
+            longest = std::min(longest, seconds);
+            best.push_back(each);
+        }
+    if (best.empty())
+        return;
+    std::vector<uint32_t> durations = durationsUpTo(longest);
     PageSeries duration = {"duration", "Duration", "s", 0, {}, true};
     duration.values.assign(durations.begin(), durations.end());
     page.add(std::move(duration));
-    std::array<std::vector<std::optional<double>>, figureSourceCount> best;
-    constexpr const char* ids[figureSourceCount] = {"bestPredicted", "bestMeasured"};
-    constexpr const char* labels[figureSourceCount] = {"Predicted power", "Measured power"};
-    for (FigureSource source : {measuredFigure, predictedFigure}) {
-        best[source] = bestMeansOf(rows, source, durations);
-        PageSeries series = {ids[source], labels[source], "W", 0, {}};
-        for (const std::optional<double>& mean : best[source])
+    for (BestMeans& each : best) {
+        each.watts = bestMeansOf(rows, each.source, durations);
+        PageSeries series = {each.id, each.label, "W", 0, {}};
+        for (const std::optional<double>& mean : each.watts)
             series.values.push_back(mean.value_or(noFigure));
         page.add(std::move(series));
     }
@@ -148,7 +178,7 @@ void addBestMeans(HtmlPage& page, RiddenRows rows, const RideAnswer& answer)
 
 } // namespace
 
-void addSplitSection(HtmlPage& page, const std::array<double, powerSinkCount>& megaJoule)
+void addSplitSection(HtmlPage& page, const std::array<double, powerSinkCount>& megaJoule, const RideAnswer& answer)
 {
     std::array<EnergyPart, powerSinkCount> parts;
     for (size_t sink = 0; sink < powerSinkCount; ++sink)
@@ -159,14 +189,17 @@ void addSplitSection(HtmlPage& page, const std::array<double, powerSinkCount>& m
                 .x = "distance",
                 .series = {powerSinkIds.begin(), powerSinkIds.end()},
                 .shown = {powerSinkIds.begin(), powerSinkIds.end()}});
-    addEnergy(page, parts);
+    std::string title = "Energy of the whole ride";
+    if (const std::optional<PowerFigures>& power = answer.power[predictedFigure])
+        title += formatText(": of the predicted work, %.0f kJ", power->kiloJoule);
+    addEnergy(page, title, parts);
 }
 
 void addPowerSection(HtmlPage& page, const Model& model, RiddenRows rows, const RideAnswer& answer)
 {
     page.section("Power");
     addHistogram(page, model, rows, answer.power[measuredFigure] ? measuredFigure : predictedFigure);
-    addBestMeans(page, rows, answer);
+    addBestMeans(page, rows);
 }
 
 } // namespace torvane

@@ -9,6 +9,7 @@
 #include "report/fit_report.h"
 
 #include <algorithm>
+#include <cmath>
 #include <string_view>
 
 namespace torvane {
@@ -148,13 +149,15 @@ std::string ridePage(const Model& model, const AnsweredRide& ride, const std::ve
     }
     std::vector<std::pair<double, double>> climbs = climbShades(series, answer);
     addSeries(page, series);
-    page.section("Map");
-    page.map({"Track, north above",
-              series.latitude,
-              series.longitude,
-              {answer.power[measuredFigure] ? "measured30" : "predicted30", "speed", "slope"}});
+    if (std::ranges::any_of(series.latitude, [](double degrees) { return std::isfinite(degrees); })) {
+        page.section("Map");
+        page.map({"Track, north above",
+                  series.latitude,
+                  series.longitude,
+                  {answer.power[measuredFigure] ? "measured30" : "predicted30", "speed", "slope"}});
+    }
     addCharts(page, climbs);
-    addSplitSection(page, series.megaJoule);
+    addSplitSection(page, series.megaJoule, answer);
     addPowerSection(page, model, series.rows, answer);
     if (!answer.laps.empty() || !answer.climbs.empty()) {
         page.section("Laps and climbs");

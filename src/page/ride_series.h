@@ -11,10 +11,10 @@
 namespace torvane {
 
 // Ids of the series of a split; "slope" is that of the road.
-constexpr std::array<const char*, powerSinkCount> powerSinkIds = {"air", "rolling", "hill", "acceleration",
-                                                                  "drivetrain"};
-constexpr std::array<const char*, powerSinkCount> powerSinkLabels = {"Air", "Rolling", "Slope", "Acceleration",
-                                                                     "Drivetrain"};
+constexpr std::array<const char*, powerSinkCount> powerSinkIds = {"air",          "rolling",    "hill",
+                                                                  "acceleration", "drivetrain", "brakes"};
+constexpr std::array<const char*, powerSinkCount> powerSinkLabels = {"Air",          "Rolling",    "Slope",
+                                                                     "Acceleration", "Drivetrain", "Brakes"};
 
 // One value for each record that was ridden, none left out.
 struct RideSeries {

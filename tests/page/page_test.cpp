@@ -1,6 +1,8 @@
 // Pages: what comes from outside stays text, the data are what a browser reads, and thinning loses no peak.
+#include "core/text.h"
 #include "page/html.h"
 #include "page/page.h"
+#include "page/power_section.h"
 #include "page/thinning.h"
 
 #include <gtest/gtest.h>
@@ -69,6 +71,30 @@ TEST(Page, ThinningKeepsEveryPeak)
         EXPECT_TRUE(std::ranges::binary_search(places, at)) << at;
     EXPECT_EQ(std::ranges::max(valuesAt(wave, places)), std::ranges::max(wave));
     EXPECT_EQ(thinnedPoints(300, series).size(), 300u);
+}
+
+// 4000 s of which the last ten are without power: no row of the table is empty, and no column.
+TEST(Page, BestMeansAreOverDurationsThatTheRowsHave)
+{
+    std::vector<RiddenRow> rows(4000);
+    for (uint32_t i = 0; i < rows.size(); ++i) {
+        rows[i].timestamp = 1001 + i;
+        rows[i].seconds = 1;
+        if (i < 3990)
+            rows[i].power[predictedFigure] = 200;
+    }
+    Model model = {};
+    RideAnswer answer;
+    answer.elapsed = 4100;
+    answer.power[predictedFigure] = PowerFigures();
+    HtmlPage page("Ride", "");
+    addPowerSection(page, model, rows, answer);
+    std::string html = page.html();
+    for (const char* time : {"00:00:01", "00:00:30", "00:01:00", "00:20:00", "01:00:00", "01:06:30"})
+        EXPECT_EQ(countOf(html, formatText("<th scope=\"row\">%s</th><td class=\"n\">200</td></tr>", time)), 1u)
+            << time;
+    EXPECT_EQ(html.find("<td>-</td>"), html.npos);
+    EXPECT_EQ(html.find("Measured W"), html.npos);
 }
 
 } // namespace
