@@ -9,6 +9,7 @@
 #include "report/course_report.h"
 #include "report/fit_report.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -47,6 +48,10 @@ PageFigures summaryOf(const AnsweredCourse& a)
     figures.emplace_back("Hottest brakes", formatText("%.0f and %.0f Cel", ride.hottest[0], ride.hottest[1]));
     if (a.planned.even.movingSeconds > 0)
         figures.emplace_back("Against even power", changeText(-a.answer.gain));
+    if (a.planned.even.movingSeconds > 0 && a.planned.stretchSeconds > 0)
+        figures.emplace_back("By the stretches alone", timeText(a.planned.stretchSeconds));
+    if (ride.walkMetres > 0)
+        figures.emplace_back("On foot", formatText("%.0f m", ride.walkMetres));
     return figures;
 }
 
@@ -160,6 +165,9 @@ PageTable tableOf(const Model& model, const CourseAnswer& answer, const std::str
     if (downhill)
         own = {"Top kph", "Front Cel", "Rear Cel"};
     table.heads.insert(table.heads.end(), own.begin(), own.end());
+    bool walks = std::ranges::any_of(parts, [](const CoursePart& part) { return part.walkSeconds > 0; });
+    if (walks)
+        table.heads.emplace_back("On foot");
     for (const CoursePart& part : parts) {
         std::vector<std::string>& row = table.rows.emplace_back(std::vector<std::string>{
             formatText("%.2f", part.from / 1000), formatText("%.2f", part.metres() / 1000),
@@ -170,6 +178,8 @@ PageTable tableOf(const Model& model, const CourseAnswer& answer, const std::str
                                    formatText("%.0f", part.hottest[1])});
         else
             row.insert(row.end(), {gearText(model, part.gear), formatText("%.0f", part.cadence)});
+        if (walks)
+            row.push_back(part.walkSeconds > 0 ? timeText(part.walkSeconds) : "-");
     }
     return table;
 }
@@ -183,23 +193,53 @@ void addTables(HtmlPage& page, const Model& model, const CourseAnswer& answer)
     page.table(tableOf(model, answer, formatText("Every %.0f km", answer.partLength / 1000), answer.parts, false));
 }
 
+double motorWork(const std::vector<CourseStep>& steps) // J
+{
+    double work = 0;
+    for (size_t i = 1; i < steps.size(); ++i)
+        work += steps[i].motor * (steps[i].time - steps[i - 1].time);
+    return work;
+}
+
+// The parts come to the rider's work; who helps stands below zero.
 void addEnergies(HtmlPage& page, const CourseRide& ride)
 {
     const EnergyBalance& e = ride.energy;
-    EnergyPart parts[] = {{"Air", e.air / 1000},
-                          {"Rolling", e.rolling / 1000},
-                          {"Slope", e.slope / 1000},
-                          {"Brakes", e.brakes / 1000},
-                          {"Motion", e.kinetic / 1000}};
+    double motor = motorWork(ride.steps) / 1000;
+    std::vector<EnergyPart> parts = {
+        {"Air", e.air / 1000},        {"Rolling", e.rolling / 1000},
+        {"Slope", e.slope / 1000},    {"Brakes", e.brakes / 1000},
+        {"Motion", e.kinetic / 1000}, {"Drivetrain", ride.kiloJoule + motor - e.thrust / 1000}};
+    if (motor > 0)
+        parts.push_back({"Motor", -motor});
+    if (ride.walkMetres > 0)
+        parts.push_back({"On foot", -e.walked / 1000});
     page.section("Where the power goes");
-    addEnergy(page, "Energy of the whole ride", parts);
+    addEnergy(page, formatText("Energy of the whole ride: of the work, %.0f kJ", ride.kiloJoule), parts);
+}
+
+std::string besidesText(const WhatIfAnswer& what, bool lowerGear)
+{
+    std::vector<std::string> told;
+    if (lowerGear && what.teeth > 0)
+        told.push_back(formatText("a sprocket of %d", what.teeth));
+    if (lowerGear && what.lowestCadence > 0)
+        told.push_back(formatText("lowest cadence %.0f rpm", what.lowestCadence));
+    if (what.walkMetres > 0)
+        told.push_back(formatText("%.0f m on foot", what.walkMetres));
+    std::string text;
+    for (const std::string& each : told)
+        text += (text.empty() ? "" : ", ") + each;
+    return text.empty() ? "-" : text;
 }
 
 void addWhatIfs(HtmlPage& page, const CourseAnswer& answer)
 {
-    PageTable table = {"What if", {"With", "Time"}, {}};
-    for (size_t i = 0; i < answer.whatIf.size(); ++i)
-        table.rows.push_back({whatIfNames[i], changeText(answer.whatIf[i].seconds)});
+    PageTable table = {"What if", {"With", "Time", "Besides"}, {}};
+    for (size_t i = 0; i < answer.whatIf.size(); ++i) {
+        const WhatIfAnswer& what = answer.whatIf[i];
+        table.rows.push_back({whatIfNames[i], changeText(what.seconds), besidesText(what, i == ifLowerGear)});
+    }
     page.section("What if");
     page.table(table);
 }

@@ -104,6 +104,9 @@ PageTable wholeTable(const ShownPlan& plan, const ShownPlan& against)
     const CourseRide &one = plan.answered.planned.ride, &other = against.answered.planned.ride;
     table.rows.push_back({"Moving", timeText(one.movingSeconds), timeText(other.movingSeconds),
                           changeText(other.movingSeconds - one.movingSeconds)});
+    if (one.seconds > one.movingSeconds || other.seconds > other.movingSeconds)
+        table.rows.push_back(
+            {"With stops", timeText(one.seconds), timeText(other.seconds), changeText(other.seconds - one.seconds)});
     auto add = [&](const char* name, double a, double b, const char* unit) {
         table.rows.push_back({formatText("%s, %s", name, unit), formatText("%.0f", a), formatText("%.0f", b),
                               formatText("%+.0f", std::round(b) - std::round(a))});
@@ -116,10 +119,20 @@ PageTable wholeTable(const ShownPlan& plan, const ShownPlan& against)
     return table;
 }
 
-// In motion from one place to another; stops are the same in both, or told in the whole.
+// In motion from one place to another: who stops at other places rides no slower for it.
 double secondsBetween(const ShownPlan& plan, const CoursePart& part)
 {
-    return valueAt(plan.seconds, part.to, timeOf) - valueAt(plan.seconds, part.from, timeOf);
+    const std::vector<CourseStep>& steps = plan.answered.planned.ride.steps;
+    double seconds = 0;
+    for (size_t i = 1; i < steps.size(); ++i) {
+        const CourseStep &begin = steps[i - 1], &end = steps[i];
+        if (end.going == Going::standing || end.distance <= part.from || begin.distance >= part.to)
+            continue;
+        double metres = end.distance - begin.distance;
+        double within = std::min(end.distance, part.to) - std::max(begin.distance, part.from);
+        seconds += (metres > 0 ? within / metres : 1) * (end.time - begin.time);
+    }
+    return seconds;
 }
 
 PageTable partTable(const char* title, const std::vector<CoursePart>& parts, const ShownPlan& plan,

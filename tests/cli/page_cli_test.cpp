@@ -39,6 +39,11 @@ TEST_F(ConsoleTest, WritesPagesOfOtherAnswers)
          {"<h1>Pattern Braking</h1>", "id=\"s-frontBrake\"", "data-shown=\"s-velocity", "brakingInclination</th><td"}},
         {{"plan", "power=200", samples + "pass.gpx", "--against", "power=250", "--against", "pacing=three"},
          {"<h2>Against power=250, pacing=three</h2>", "id=\"s-later\"", "Climbs and their times</caption>"}},
+        // Both in motion over the kilometre with the stop
+        {{"plan", "power=200", "stops=1x10min", samples + "pass.gpx", "--against", "stops=1x20min"},
+         {">With stops</th><td class=\"n\">00:53:37</td><td class=\"n\">01:03:37</td>",
+          "<td class=\"n\">00:03:36</td><td class=\"n\">00:03:36</td>", "Drivetrain</th>"}},
+        {{"plan", "power=60", samples + "pass.gpx"}, {">On foot</th></tr>", " m on foot</td>"}},
         {{"analyse", samples + "valley.fit"},
          {"<h1>valley</h1>", "id=\"s-predicted\"", "data-kind=\"stack\"", "id=\"s-easting\""}},
         {{"801", "rideVelocity=40"}, {"Figures of the answer</caption>", "rideVelocity</th>"}},
