@@ -173,11 +173,11 @@ PageTable tableOf(const Model& model, const CourseAnswer& answer, const std::str
             formatText("%.2f", part.from / 1000), formatText("%.2f", part.metres() / 1000),
             formatText("%.1f", part.slope()), timeText(part.seconds), clockText(answer, part.clock),
             formatText("%.1f", part.speed() * kphPerMps), formatText("%.0f", part.power)});
+        std::vector<std::string> last = {gearText(model, part.gear), formatText("%.0f", part.cadence)};
         if (downhill)
-            row.insert(row.end(), {formatText("%.1f", part.topSpeed * kphPerMps), formatText("%.0f", part.hottest[0]),
-                                   formatText("%.0f", part.hottest[1])});
-        else
-            row.insert(row.end(), {gearText(model, part.gear), formatText("%.0f", part.cadence)});
+            last = {formatText("%.1f", part.topSpeed * kphPerMps), formatText("%.0f", part.hottest[0]),
+                    formatText("%.0f", part.hottest[1])};
+        row.insert(row.end(), last.begin(), last.end());
         if (walks)
             row.push_back(part.walkSeconds > 0 ? timeText(part.walkSeconds) : "-");
     }

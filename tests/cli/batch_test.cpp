@@ -10,8 +10,9 @@
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
-#include <iostream>
+#include <cstdio>
 
 namespace torvane {
 namespace {
@@ -198,11 +199,15 @@ TEST_F(BatchTest, ridesFromStandardInputAreAnsweredByLines)
             coded += alphabet[bits >> (waiting - 6) & 63];
     if (waiting != 0)
         coded += alphabet[bits << (6 - waiting) & 63];
-    std::istringstream lines("{\"name\": \"x/\\u00e4.fit\", \"bytes\": \"" + coded + "\"}\nno object\n\n" +
-                             "{\"bytes\":\"" + coded + "==\", \"more\": [{}], \"name\":\"b\"}\n{\"name\": \"c\"}");
-    std::streambuf* kept = std::cin.rdbuf(lines.rdbuf());
+    std::string lines = "{\"name\": \"x/\\u00e4.fit\", \"bytes\": \"" + coded + "\"}\nno object\n\n" + "{\"bytes\":\"" +
+                        coded + "==\", \"more\": [{}], \"name\":\"b\"}\n{\"name\": \"c\"}";
+    writeBytes(in + "lines", Bytes(lines.begin(), lines.end()));
+    int kept = ::dup(STDIN_FILENO);
+    ASSERT_NE(std::freopen((in + "lines").c_str(), "r", stdin), nullptr);
     Call answers = call({"--stdin", "--json", "ride"});
-    std::cin.rdbuf(kept);
+    ::dup2(kept, STDIN_FILENO);
+    ::close(kept);
+    std::clearerr(stdin);
     EXPECT_EQ(answers.code, 1);
     EXPECT_EQ(count(answers.out, "\n"), 4u);
     EXPECT_EQ(count(answers.out, "\"recordsUsed\": 400"), 2u) << answers.out;
