@@ -490,6 +490,8 @@ std::string checkUsage(const Command& command, const Request& request)
         return consoleName(command) + " has no graph";
     if (!request.page.empty() && !command.hasPage)
         return consoleName(command) + " has no page";
+    if (request.page == "-")
+        return "--page writes a file, and not to standard output";
     if (!request.against.empty() && (command.id != commandCourse || request.page.empty()))
         return "--against is for the page of a plan";
     if (!request.page.empty() && !request.into.empty())

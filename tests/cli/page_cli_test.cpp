@@ -60,6 +60,12 @@ TEST_F(ConsoleTest, WritesPagesOfOtherAnswers)
     }
 }
 
+TEST_F(ConsoleTest, WritesNoPageToStandardOutput)
+{
+    EXPECT_EQ(call({"801", "rideVelocity=40", "--page", "-"}).err,
+              "torvane-cli: --page writes a file, and not to standard output\n");
+}
+
 TEST_F(ConsoleTest, TellsWhyTheOtherPlanFails)
 {
     Call told = call(
