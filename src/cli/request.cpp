@@ -97,7 +97,7 @@ std::string takeTimeout(const std::string& value, Request& request)
     auto [read, fault] = std::from_chars(value.data(), end, request.timeout);
     if (fault == std::errc() && read == end && request.timeout > 0 && request.timeout <= longest)
         return {};
-    return "--timeout needs a number of seconds above 0, not '" + value + "'";
+    return "--timeout needs a number of seconds above 0, 1000000 at most, not '" + value + "'";
 }
 
 std::string takeValue(const Option& option, const std::string& value, Request& request)

@@ -72,7 +72,7 @@ TEST_F(Console, RefusesAndTeaches)
          "torvane-cli: --jobs needs a number from 1 to 256, not '2x'\n"},
         {{"--resume", "stroke", "a.fit", "b.fit"}, "torvane-cli: --resume is for the rides of --into\n"},
         {{"--timeout", "0", "--into", ".", "ride"},
-         "torvane-cli: --timeout needs a number of seconds above 0, not '0'\n"},
+         "torvane-cli: --timeout needs a number of seconds above 0, 1000000 at most, not '0'\n"},
         {{"--into", ".", "--recursive", "ride"}, "torvane-cli: no files given\n"},
         {{"--stdin", "ride"}, "torvane-cli: --stdin answers as JSON; give --json as well\n"},
         {{"add", "in.fit", "out.fit"}, "torvane-cli: add-messages needs one of addLap, addSession, addActivity\n"},
