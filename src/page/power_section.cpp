@@ -148,11 +148,11 @@ PageTable bestTable(const std::vector<uint32_t>& durations, const std::vector<Be
 void addBestMeans(HtmlPage& page, RiddenRows rows)
 {
     std::vector<BestMeans> best;
-    uint32_t longest = UINT32_MAX; // that both have
+    uint32_t longest = 0; // that one of them has: a meter that fails early takes nothing from the prediction
     for (const BestMeans& each : {BestMeans{measuredFigure, "Measured W", "bestMeasured", "Measured power"},
                                   BestMeans{predictedFigure, "Predicted W", "bestPredicted", "Predicted power"}})
         if (uint32_t seconds = secondsWith(rows, each.source); seconds != 0) {
-            longest = std::min(longest, seconds);
+            longest = std::max(longest, seconds);
             best.push_back(each);
         }
     if (best.empty())
