@@ -157,7 +157,7 @@ class LongRunTest(unittest.TestCase):
 
     def test_window_lives_while_commands_wait(self):
         with Desktop(desktop.BUILD / "desktop-tests" / "WaitingTest") as program:
-            self.start_table(program, 100000)
+            self.start_table(program, 400000)
             wait_for(lambda: program.pane(LOWER), "the table to begin")
             program.press("ctrl+v", "ctrl+b", "ctrl+k")
             waits = "status : waiting for the present command : Pattern Braking, Preference"
