@@ -38,7 +38,10 @@ bool readsOut(const Graph& graph)
 // How far a point is from a place: what comes first counts first.
 struct Farness {
     int64_t first, second;
-    auto operator<=>(const Farness&) const = default;
+    bool operator<(const Farness& other) const
+    {
+        return first != other.first ? first < other.first : second < other.second;
+    }
 };
 
 std::optional<Farness> farnessOf(const Graph& graph, const GraphGeometry& geometry, int point, Pixel at)
