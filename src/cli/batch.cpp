@@ -215,8 +215,8 @@ void tellRest(const Batch& batch)
     if (batch.skipped != 0)
         err << formatText("note: %zu of %zu rides were done before\n", batch.skipped, batch.runs.size());
     if (batch.taken != batch.runs.size())
-        err << formatText("note: %zu of %zu rides were not begun; the same call with --resume goes on\n",
-                          batch.runs.size() - batch.taken, batch.runs.size());
+        err << formatText("note: %zu of %zu rides were not begun", batch.runs.size() - batch.taken, batch.runs.size())
+            << (batch.planned.resumable ? "; the same call with --resume goes on\n" : "\n");
 }
 
 // Destinations that may be one file, by links or because names differ in capitals alone: such rides go one after the

@@ -107,6 +107,7 @@ std::string planRuns(const Command& command, const Request& request, PlannedRuns
 {
     std::vector<RunFiles>& runs = planned.runs;
     const CommandFiles& files = command.files;
+    planned.resumable = !files.inParts; // the parts of a ride are known only once it is read
     std::string name = consoleName(command);
     if (files.most == 0) {
         runs.push_back({});

@@ -19,6 +19,7 @@ struct PlannedRuns {
     std::vector<RunFiles> runs;     // one, or with --into one for each file
     std::vector<std::string> notes; // of folders that were looked through
     bool complete = true;           // each could be
+    bool resumable = true;          // what an earlier call has done can be told
 };
 // An empty text on success.
 std::string planRuns(const Command& command, const Request& request, PlannedRuns& planned);

@@ -1,11 +1,11 @@
 // Distance and direction between two places on a round earth. Degrees in, metres or degrees out. Pure arithmetic.
 #pragma once
 
+#include "core/units.h" // metresPerDegree: of the sphere of these distances
+
 #include <cmath>
 
 namespace torvane {
-
-constexpr double metresPerDegree = 111194.92664455873; // of latitude, on the sphere of these distances
 
 // A place with what both operations take of it, for those who ask for many steps of one track. Radians.
 struct EarthPlace {

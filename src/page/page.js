@@ -51,7 +51,7 @@ function clock(value) {
 }
 
 function valueText(series, i) {
-    const value = series.values[i], text = series.time ? clock(value) : value.toFixed(series.decimals ?? 1);
+    const value = series.values[i], text = series.time ? clock(value) : value.toFixed(series.decimals ?? 1).replace(/^-(?=[0.]+$)/, "");
     return `${series.label} ${Number.isNaN(value) ? "none" : series.time ? text : `${text} ${series.unit}`}`.trim();
 }
 

@@ -1,7 +1,7 @@
 #include "plot/track_map.h"
 
 #include "core/text.h"
-#include "gps/track_geometry.h"
+#include "core/units.h"
 #include "plot/graph.h"
 #include "plot/palette.h"
 #include "plot/text_width.h"
