@@ -420,10 +420,14 @@ bool takeGraphKey(const MSG& message)
     return true;
 }
 
+// Under X11 the focus raises the main window past the system's own order, and a window that is the first in that order
+// already is not raised again: so the main one goes first.
 void raiseGraphWindow()
 {
-    if (graphWindow.window != nullptr)
-        SetWindowPos(graphWindow.window, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    if (graphWindow.window == nullptr)
+        return;
+    for (HWND window : {mainWindow.window, graphWindow.window})
+        SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
 } // namespace torvane

@@ -104,12 +104,24 @@ class DisplayTest(unittest.TestCase):
                 self.assertEqual(places[UPPER][3] - places[UPPER][1], upper_height)
                 self.assertEqual(places[LOWER][1], places[UPPER][3])
                 self.assertEqual(places[LOWER][3] - places[STATUS][1], dots // 48, "no more than the border is covered")
-                program.run("ctrl+a", "acceleration")
+                program.press("ctrl+i")  # and all by keys: the pointer stays on the main window, which the graph covers
+                program.dialog("inclination and velocity")
+                program.press("Return")
+                program.report()
                 program.screenshot(f"graph {dots}")
-                graph, main = (w for w in program.windows() if w["class"] in ("graph", "Torvane"))
-                self.assertEqual((graph["class"], main["class"]), ("graph", "Torvane"), "from the front backwards")
+                graph = self.in_front_of_main(program)
+                program.press("ctrl+shift+h")
+                wait_for(lambda: program.ask("focus")["id"] == UPPER, "a report")
+                self.in_front_of_main(program)
                 left, top, right, bottom = graph["rect"]
                 self.assertEqual((right - left, bottom - top), (640 * dots // 96, 480 * dots // 96))
+
+    def in_front_of_main(self, program):
+        """The graph. The order is the one on the screen once a pointer moves over it."""
+        program.xdotool("mousemove_relative", 1, 0, "mousemove_relative", "--", -1, 0)
+        graph, main = (w for w in program.windows() if w["class"] in ("graph", "Torvane"))
+        self.assertEqual((graph["class"], main["class"]), ("graph", "Torvane"), "from the front backwards")
+        return graph
 
 
 class EndTest(unittest.TestCase):
