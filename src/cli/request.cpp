@@ -100,8 +100,18 @@ std::string takeTimeout(const std::string& value, Request& request)
     return "--timeout needs a number of seconds above 0, 1000000 at most, not '" + value + "'";
 }
 
+// Of what has one value the first one would be lost without a word.
+bool isGiven(const Option& option, const Request& request)
+{
+    if (option.text)
+        return !(request.*option.text).empty();
+    return option.name == "--jobs" ? request.jobs != 0 : option.name == "--timeout" && request.timeout > 0;
+}
+
 std::string takeValue(const Option& option, const std::string& value, Request& request)
 {
+    if (isGiven(option, request))
+        return std::string(option.name) + " is given twice";
     if (option.text) {
         request.*option.text = value;
         return value.empty() ? std::string(option.name) + " needs a value" : std::string();

@@ -4,6 +4,7 @@
 #include "core/parameter_block.h"
 #include "core/progress.h"
 #include "core/text.h"
+#include "forms/entry_meanings.h"
 #include "forms/form.h"
 #include "page/run_page.h"
 #include "report/ride_figures.h"
@@ -58,16 +59,16 @@ std::string valueOf(const FormState& state, const Row& row)
     return chosen < labels.size() ? labels[chosen] : std::string();
 }
 
-// What counts of the dialog, as it stands.
-PageFigures enteredInto(const Session& session, const Command& command)
+// What counts of the dialog, as it stands: name, value and meaning of each entry.
+std::vector<std::vector<std::string>> enteredInto(const Session& session, const Command& command)
 {
-    PageFigures entered;
+    std::vector<std::vector<std::string>> entered;
     FormState state;
     openForm(state, *findForm(command.form), session.working, session.working, session.model, true);
     for (const Row& row : state.form->rows)
         if (row.name && row.offset != noField && row.kind != RowKind::button && row.kind != RowKind::label &&
             takesEffect(state, row))
-            entered.emplace_back(row.name, valueOf(state, row));
+            entered.push_back({row.name, valueOf(state, row), meaningOf(*state.form, row.name)});
     return entered;
 }
 
@@ -82,8 +83,8 @@ const Command* commandOf(int mode)
 void makePage(Session& session, int mode)
 {
     if (const Command* command = commandOf(mode))
-        session.page = runPage(command->label, session.figures, session.graph ? &*session.graph : nullptr,
-                               enteredInto(session, *command));
+        session.page = runPage(session.model, command->label, session.figures,
+                               session.graph ? &*session.graph : nullptr, enteredInto(session, *command));
 }
 
 // What the run leaves to the commands after it.

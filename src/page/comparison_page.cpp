@@ -146,7 +146,7 @@ std::string comparisonPage(const RideComparison& comparison, const std::string& 
 {
     const PowerComparison& whole = comparison.whole;
     std::string names[] = {nameWithoutEnding(first), nameWithoutEnding(second)};
-    HtmlPage page(names[0] + " and " + names[1], formatDateTime(whole.start) + " UTC. Two rides, second by second.");
+    HtmlPage page(names[0] + " and " + names[1], dateText(whole.start) + ". Two rides, second by second.");
     PageFigures figures = {{"Seconds of both", timeText(whole.seconds)},
                            {"Mean, first", formatText("%.0f W", whole.mean[0])},
                            {"Mean, second", formatText("%.0f W", whole.mean[1])},

@@ -21,7 +21,7 @@ constexpr double none = std::numeric_limits<double>::quiet_NaN();
 
 std::string leadOf(const Model& model, const CourseAnswer& answer)
 {
-    std::string start = answer.start ? "Start " + formatDateTime(*answer.start) + " UTC. " : std::string();
+    std::string start = answer.start ? "Start " + dateText(*answer.start) + ". " : std::string();
     return "A course ahead. " + start + riderText(model);
 }
 
@@ -30,7 +30,8 @@ PageFigures summaryOf(const AnsweredCourse& a)
     const CourseRide& ride = a.planned.ride;
     PageFigures figures = {
         {"Moving", timeText(ride.movingSeconds)},
-        {"Between", timeText(a.planned.fastest) + " and " + timeText(a.planned.slowest)},
+        {"Moving, at least", timeText(a.planned.fastest)},
+        {"Moving, at most", timeText(a.planned.slowest)},
         {"Distance", formatText("%.2f km", a.course.length / 1000)},
         {"Climbed", formatText("%.0f m", a.course.findings.climbed)},
         {"Average speed",
@@ -45,7 +46,7 @@ PageFigures summaryOf(const AnsweredCourse& a)
         figures.emplace_back("Stress score", formatText("%.0f", a.answer.stress));
     if (ride.lowestCadence > 0)
         figures.emplace_back("Lowest cadence", formatText("%.0f rpm", ride.lowestCadence));
-    figures.emplace_back("Hottest brakes", formatText("%.0f and %.0f Cel", ride.hottest[0], ride.hottest[1]));
+    figures.emplace_back("Hottest brakes", formatText("%.0f and %.0f \u00B0C", ride.hottest[0], ride.hottest[1]));
     if (a.planned.even.movingSeconds > 0)
         figures.emplace_back("Against even power", changeText(-a.answer.gain));
     if (a.planned.even.movingSeconds > 0 && a.planned.stretchSeconds > 0)
@@ -163,7 +164,7 @@ PageTable tableOf(const Model& model, const CourseAnswer& answer, const std::str
     PageTable table = {title, {"From km", "km", "Slope %", "Time", answer.start ? "At" : "After", "kph", "W"}, {}};
     std::vector<std::string> own = {"Gear", "rpm"};
     if (downhill)
-        own = {"Top kph", "Front Cel", "Rear Cel"};
+        own = {"Top kph", "Front \u00B0C", "Rear \u00B0C"};
     table.heads.insert(table.heads.end(), own.begin(), own.end());
     bool walks = std::ranges::any_of(parts, [](const CoursePart& part) { return part.walkSeconds > 0; });
     if (walks)
@@ -230,7 +231,7 @@ std::string besidesText(const WhatIfAnswer& what, bool lowerGear)
     std::string text;
     for (const std::string& each : told)
         text += (text.empty() ? "" : ", ") + each;
-    return text.empty() ? "-" : text;
+    return text;
 }
 
 void addWhatIfs(HtmlPage& page, const CourseAnswer& answer)

@@ -2,7 +2,6 @@
 
 #include "core/text.h"
 #include "plot/palette.h"
-#include "plot/text_width.h"
 
 #include <cmath>
 
@@ -10,32 +9,18 @@ namespace torvane {
 
 namespace {
 
-constexpr int barWidth = 720, barHeight = 84, margin = 8, barTop = 8, barBottom = 48;
-constexpr int keyTop = 60, keySize = 10, textTop = 57, textHeight = 15;
+constexpr int barWidth = 720, barHeight = 40;
 constexpr double worthSeeing = 0.5; // kJ
 
-int widthOf(const std::string& text)
-{
-    return static_cast<int>(std::ceil(textWidth(text) * textHeight * emOfHeight));
-}
-
-// Each part as long as it is large; below stand the names.
+// Each part as long as it is large.
 Picture barOf(const std::vector<EnergyPart>& parts, double sum)
 {
     Picture picture{barWidth, barHeight, {}};
-    double left = margin;
-    int key = margin;
+    double left = 0;
     for (size_t i = 0; i < parts.size(); ++i) {
-        double right = left + parts[i].kiloJoule / sum * (barWidth - 2 * margin);
-        Colour colour = curveColour(i).light;
-        picture.items.push_back(PictureBox{static_cast<int>(std::lround(left)), barTop,
-                                           static_cast<int>(std::lround(right)), barBottom, colour});
-        std::string text = formatText("%s %.0f %%", parts[i].name, parts[i].kiloJoule / sum * 100);
-        int wide = widthOf(text);
-        picture.items.push_back(PictureBox{key, keyTop, key + keySize, keyTop + keySize, colour});
-        picture.items.push_back(
-            PictureText{{key + keySize + 4, textTop}, std::move(text), textHeight, inkColour.light, false});
-        key += wide + keySize + 18;
+        double right = left + parts[i].kiloJoule / sum * barWidth;
+        picture.items.push_back(PictureBox{static_cast<int>(std::lround(left)), 0, static_cast<int>(std::lround(right)),
+                                           barHeight, curveColour(i).light});
         left = right;
     }
     return picture;
@@ -57,8 +42,11 @@ void addEnergy(HtmlPage& page, const std::string& title, std::span<const EnergyP
         sum += part.kiloJoule;
         appendFormat(told, " %s %.0f kJ", part.name, part.kiloJoule);
     }
+    std::vector<std::string> keys;
+    for (const EnergyPart& part : spent)
+        keys.push_back(formatText("%s %.0f %%", part.name, part.kiloJoule / sum * 100));
     if (!spent.empty())
-        page.picture("Energy spent", barOf(spent, sum), told);
+        page.picture("Energy spent", barOf(spent, sum), told, keys);
     page.table(table);
 }
 

@@ -3,6 +3,7 @@
 #include "core/shown_text.h"
 #include "core/text.h"
 #include "page/html.h"
+#include "page/page_texts.h"
 #include "page_assets.h"
 #include "plot/chart.h"
 #include "plot/graph.h"
@@ -56,16 +57,29 @@ double reachOf(ChartKind kind, const std::vector<double>& x)
     return kind == ChartKind::scatter ? dot * (std::ranges::max(x) - std::ranges::min(x)) : 0;
 }
 
+// Durations on a logarithmic axis.
+std::vector<ChartMark> durationMarks()
+{
+    std::vector<ChartMark> marks;
+    for (int seconds : {1, 2, 5, 10, 20, 30})
+        marks.push_back({std::log10(seconds), formatText("%d s", seconds)});
+    for (int minutes : {1, 2, 5, 10, 20, 30})
+        marks.push_back({std::log10(60 * minutes), formatText("%d min", minutes)});
+    for (int hours : {1, 2, 5, 10, 20, 50, 100, 200, 500})
+        marks.push_back({std::log10(3600 * hours), formatText("%d h", hours)});
+    return marks;
+}
+
 // What a browser without scripts shows: lines; of bars their outline, of a scatter its dots.
-Picture staticChart(ChartKind kind, const PageSeries& x, const std::vector<const PageSeries*>& series)
+Picture staticChart(const PageChart& chart, const PageSeries& x, const std::vector<const PageSeries*>& series)
 {
     GraphSeries graph;
-    graph.seriesNames.push_back(named(x));
+    graph.seriesNames.push_back(chart.logarithmic ? x.label : named(x));
     for (const PageSeries* each : series)
         graph.seriesNames.push_back(named(*each));
-    double reach = reachOf(kind, x.values);
+    double reach = reachOf(chart.kind, x.values);
     auto addRow = [&](double at, size_t i, bool gap) {
-        graph.values.push_back(at);
+        graph.values.push_back(chart.logarithmic ? std::log10(at) : at);
         for (const PageSeries* each : series)
             graph.values.push_back(gap ? NAN : each->values[i]);
     };
@@ -73,13 +87,13 @@ Picture staticChart(ChartKind kind, const PageSeries& x, const std::vector<const
         addRow(x.values[i] - reach, i, false);
         if (reach > 0)
             addRow(x.values[i] + reach, i, false);
-        if (kind == ChartKind::scatter)
+        if (chart.kind == ChartKind::scatter)
             addRow(x.values[i], i, true);
     }
     CurveChoice choice;
     for (size_t i = 0; i < series.size(); ++i)
         choice.curves.push_back(static_cast<int>(i + 1));
-    return drawChart(graph, choice, chartSize);
+    return drawChart(graph, choice, chartSize, chart.logarithmic ? durationMarks() : std::vector<ChartMark>());
 }
 
 std::string svgFor(const Picture& picture, std::string_view told)
@@ -99,17 +113,26 @@ std::string dataOf(const PageSeries& s)
 bool isFigure(const std::string& cell)
 {
     size_t sign = cell.starts_with('-') || cell.starts_with('+') ? 1 : 0;
-    return cell.size() == sign || std::isdigit(static_cast<unsigned char>(cell[sign]));
+    return cell.size() > sign && std::isdigit(static_cast<unsigned char>(cell[sign]));
 }
 
-std::string rowOf(const std::vector<std::string>& cells)
+// Of each column of a table what marks its cells: those with a figure in it stand to the right.
+std::vector<const char*> columnsOf(const PageTable& table)
+{
+    std::vector<const char*> columns(table.heads.size(), "");
+    for (const std::vector<std::string>& row : table.rows)
+        for (size_t i = 1; i < std::min(row.size(), columns.size()); ++i)
+            if (isFigure(row[i]))
+                columns[i] = " class=\"n\"";
+    return columns;
+}
+
+std::string rowOf(const std::vector<std::string>& cells, const std::vector<const char*>& columns)
 {
     std::string row = "<tr>";
-    for (size_t i = 0; i < cells.size(); ++i) {
-        if (i == 0)
-            row += "<th scope=\"row\">" + htmlText(cells[i]) + "</th>";
-        else
-            row += (isFigure(cells[i]) ? "<td class=\"n\">" : "<td>") + htmlText(cells[i]) + "</td>";
+    for (size_t i = 0; i < std::min(cells.size(), columns.size()); ++i) {
+        std::string text = htmlText(cells[i]);
+        row += i == 0 ? "<th scope=\"row\">" + text + "</th>" : std::string("<td") + columns[i] + ">" + text + "</td>";
     }
     return row + "</tr>\n";
 }
@@ -151,11 +174,12 @@ void HtmlPage::table(const PageTable& table)
     std::string name = htmlText(table.title);
     body += "<div class=\"table\" tabindex=\"0\" role=\"region\" aria-label=\"" + name + "\"><table><caption>" + name +
             "</caption>\n<thead><tr>";
-    for (const std::string& head : table.heads)
-        body += "<th scope=\"col\">" + htmlText(head) + "</th>";
+    std::vector<const char*> columns = columnsOf(table);
+    for (size_t i = 0; i < columns.size(); ++i)
+        body += std::string("<th scope=\"col\"") + columns[i] + ">" + htmlText(table.heads[i]) + "</th>";
     body += "</tr></thead>\n<tbody>\n";
     for (const std::vector<std::string>& row : table.rows)
-        body += rowOf(row);
+        body += rowOf(row, columns);
     body += "</tbody></table></div>\n";
 }
 
@@ -169,10 +193,15 @@ void HtmlPage::notes(const std::vector<std::string>& notes)
     body += "</ul>\n";
 }
 
-void HtmlPage::picture(std::string_view caption, const Picture& picture, std::string_view told)
+void HtmlPage::picture(std::string_view caption, const Picture& picture, std::string_view told,
+                       const std::vector<std::string>& keys)
 {
     body += "<figure class=\"split\">" + svgFor(picture, told) + "<figcaption>" + htmlText(caption) +
-            "</figcaption></figure>\n";
+            "</figcaption><p class=\"choice\">";
+    for (size_t i = 0; i < keys.size(); ++i)
+        body += formatText("<span class=\"named\"><span class=\"key\" style=\"--ink:var(--c%zu)\"></span>", i) +
+                htmlText(keys[i]) + "</span>";
+    body += "</p></figure>\n";
 }
 
 bool HtmlPage::add(PageSeries added)
@@ -180,7 +209,7 @@ bool HtmlPage::add(PageSeries added)
     if (!std::ranges::any_of(added.values, plottable))
         return false;
     added.label = shownText(added.label); // pictures have it as well
-    added.unit = shownText(added.unit);
+    added.unit = shownText(shownUnit(added.unit));
     series.push_back(std::move(added));
     return true;
 }
@@ -230,7 +259,7 @@ void HtmlPage::chart(const PageChart& chart)
         appendFormat(attributes, " data-fit=\"%.9g %.9g\"", chart.fit.first, chart.fit.second);
     attributes += chart.fromZero ? " data-zero" : "";
     attributes += chart.diagonal ? " data-diagonal" : "";
-    figure("chart", attributes, chart.title, staticChart(chart.kind, *x, drawn));
+    figure("chart", attributes, chart.title, staticChart(chart, *x, drawn));
 }
 
 void HtmlPage::map(const PageMap& map)

@@ -30,7 +30,7 @@ struct PageChart {
     std::vector<std::string> series;                    // ids; without values, they are left out
     std::vector<std::string> shown = {};                // of them, at first; empty: as many as are readable
     std::vector<std::pair<double, double>> shades = {}; // stretches of x
-    bool logarithmic = false;                           // x
+    bool logarithmic = false;                           // x, durations in s
     bool fromZero = false;
     bool diagonal = false;                  // of a scatter: where both are equal
     std::pair<double, double> fit = {0, 0}; // of a scatter: slope and intercept; 0, 0: none
@@ -46,7 +46,8 @@ struct PageMap {
 struct PageTable {
     std::string title;
     std::vector<std::string> heads;
-    std::vector<std::vector<std::string>> rows; // the first cell is the row's head; figures stand to the right
+    std::vector<std::vector<std::string>>
+        rows; // the first cell is the row's head; columns of figures stand to the right
 };
 
 class HtmlPage {
@@ -62,8 +63,9 @@ public:
     void table(const PageTable& table);
     // Left out where there are none.
     void notes(const std::vector<std::string>& notes);
-    // A picture that stays as it is.
-    void picture(std::string_view title, const Picture& picture, std::string_view told);
+    // A picture that stays as it is; below it the names of its colours, in their order.
+    void picture(std::string_view title, const Picture& picture, std::string_view told,
+                 const std::vector<std::string>& keys);
 
     // Before the charts that draw it; false, and nothing kept, where no value is a number.
     bool add(PageSeries series);

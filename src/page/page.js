@@ -1,6 +1,5 @@
 // Charts and maps that answer: each figure of the page has its series in elements of its own; this draws them anew at
-// the width there is, and lets mouse, touch and keys move a cursor that all figures over the same points share. A page
-// whose script does not run keeps the pictures that stand in it.
+// the width there is, and lets mouse, touch and keys move a cursor that all figures over the same points share.
 "use strict";
 
 const chartHeight = 220, mapHeights = [220, 400]; // px
@@ -29,7 +28,7 @@ function bytesOf(base64) {
     return bytes.buffer;
 }
 
-const known = new Map();
+const known = new Map(), cursors = new Map();
 
 function seriesOf(id) {
     const node = document.getElementById(id);
@@ -147,8 +146,7 @@ function dots(xs, ys, x, y) {
     return [...all].filter(d => !d.includes("NaN")).join("");
 }
 
-// Boxes on one another, what is above zero and below apart: left, right, foot and head of the mean in each of so
-// many buckets, of each series. Bars stand around their points, by half of a width.
+// Means of so many buckets as boxes on one another, left, right, foot and head; those below zero apart. Bars have a half.
 function piles(xs, all, buckets, half) {
     const ends = Array.from({length: buckets + 1}, (_, i) => Math.floor(i * xs.length / buckets));
     const above = new Float64Array(buckets), below = new Float64Array(buckets);
@@ -183,8 +181,6 @@ class Cursor {
         });
     }
 }
-
-const cursors = new Map();
 
 // What charts and maps have in common: their place, keys and pointer, the line of values.
 class View {
@@ -248,16 +244,17 @@ class Chart extends View {
     choices() {
         const wanted = this.figure.dataset.shown?.split(" "), some = this.series.length > 4 ? 2 : 4;
         this.shown = this.series.filter((one, i) => wanted ? wanted.includes(one.id) : i < some);
-        const legend = html("legend", {}, `Shown: ${this.title}`);
-        return html("fieldset", {class: "choice"}, legend, ...this.series.map(series => {
+        const many = new Set(this.series.map(one => one.unit)).size > 1;
+        const named = ({label, unit}) => many && unit ? `${label}, ${unit}` : label;
+        return html("fieldset", {class: "choice"}, html("legend", {}, `Shown: ${this.title}`), ...this.series.map(series => {
             const box = html("input", {type: "checkbox"});
             box.checked = this.shown.includes(series);
             box.addEventListener("change", () => this.choose(
                 this.series.filter(one => one === series ? box.checked : this.shown.includes(one))));
-            return html("label", {}, box, html("span", {class: "key", ...inkOf(`c${series.colour}`)}), series.label);
+            return html("label", {}, box, html("span", {class: "key", ...inkOf(`c${series.colour}`)}), named(series));
         }));
     }
-    // A vertical axis for each unit, the first two of them with ticks.
+    // A vertical axis for each unit, with ticks as long as the curves keep half of the width.
     draw() {
         const {kind, log, zero} = this.figure.dataset, top = 28, bottom = chartHeight - 40;
         const units = [...new Set(this.shown.map(series => series.unit))];
@@ -269,10 +266,13 @@ class Chart extends View {
             const range = roomy(pile ? pile.range : extent(values), pile || zero !== undefined);
             return [unit, axis(range, [bottom, top], {time: those[0].time})];
         }));
-        const room = (y, unit) => Math.max(5, unit.length, ...y.ticks.map(tick => y.text(tick).length)) * letter + 10;
-        const [left, wide = 24] = [...this.ys].map(([unit, y]) => room(y, unit)), right = this.width - wide;
+        const longest = ([unit, y]) => Math.max(5, unit.length, ...y.ticks.map(tick => y.text(tick).length));
+        const rooms = [...this.ys].map(both => longest(both) * letter + 10);
+        const past = i => rooms.slice(1, i).reduce((sum, one) => sum + one, 0);
+        const axes = units.filter((_, i) => i < 2 || past(i + 1) < this.width / 2);
+        const right = this.width - (past(axes.length) || 24);
         const [low, high] = extent([this.x.values]), count = Math.max(3, this.width / 70);
-        const x = axis([low - half, high + half], [left || 24, right], {log, time: this.x.time, count});
+        const x = axis([low - half, high + half], [rooms[0] || 24, right], {log, time: this.x.time, count});
         this.pixels = this.x.values.map(x.at);
         this.heights = kind === "scatter" && this.shown[0]?.values.map(this.ys.get(units[0]).at);
         const box = {x: x.start, y: top, width: right - x.start, height: bottom - top};
@@ -280,8 +280,8 @@ class Chart extends View {
             ...this.shown.flatMap((series, i) => this.curve(series, x, pile && pile.boxes[i])), ...this.lines(x));
         this.needle = shape("path", {d: `M0,${top}V${bottom}`, class: "needle"});
         this.dots = this.shown.map(one => shape("circle", {r: 4, class: "dot", ...inkOf(`c${one.colour}`)}));
-        const sides = units.slice(0, 2).map((unit, i) =>
-            sideAxis(this.ys.get(unit), unit, i ? right : x.start, i ? 0 : box.width, i ? "start" : "end"));
+        const sides = axes.map((unit, i) =>
+            sideAxis(this.ys.get(unit), unit, i ? right + past(i) : x.start, i ? 0 : box.width, i ? "start" : "end"));
         const name = this.x.label + (this.x.unit && !this.x.time ? `, ${this.x.unit}` : "");
         return shape("svg", {viewBox: `0 0 ${this.width} ${chartHeight}`, "aria-hidden": true},
             bottomAxis(x, name, top, bottom), ...sides, inner, this.needle, ...this.dots);
@@ -372,11 +372,11 @@ class TrackMap extends View {
     }
     ends() {
         const {px, py, width} = this, there = [...px.keys()].filter(i => !Number.isNaN(px[i] + py[i]));
-        const first = there[0], last = there.at(-1), near = Math.hypot(px[first] - px[last], py[first] - py[last]) < 40;
-        const sign = (i, text, kind) => [shape("circle", {cx: px[i], cy: py[i], r: 6, class: kind}), px[i] > width / 2
-            ? words(text, px[i] - 10, py[i] - 8, "end", {class: "place"})
-            : words(text, px[i] + 10, py[i] - 8, "start", {class: "place"})];
-        return [...near ? [] : sign(last, "End", "finish"), ...sign(first, near ? "Start and end" : "Start", "begin")];
+        const first = there[0], last = there.at(-1), near = Math.hypot(px[first] - px[last], py[first] - py[last]) < 12;
+        const sign = (i, text, kind, other) => [shape("circle", {cx: px[i], cy: py[i], r: 6, class: kind}),
+            words(text, px[i] + (px[i] > width / 2 ? -10 : 10), py[i] + ((py[i] - py[other] || i - other) > 0 ? 18 : -8),
+                px[i] > width / 2 ? "end" : "start", {class: "place"})];
+        return [...near ? [] : sign(last, "End", "finish", first), ...sign(first, near ? "Start and end" : "Start", "begin", last)];
     }
     bar(height) {
         const half = roundStep(this.width / 6 / this.scale), long = half * this.scale, y = height - 8;

@@ -1,9 +1,12 @@
 #include "page/page_texts.h"
 
 #include "core/text.h"
+#include "report/fit_report.h"
 #include "report/time_text.h"
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace torvane {
 
@@ -28,6 +31,21 @@ std::string nameWithoutEnding(std::string_view path)
         name.resize(name.size() - 3);
     size_t ending = name.rfind('.');
     return name.substr(0, ending == 0 ? std::string::npos : ending);
+}
+
+std::string dateText(uint32_t seconds)
+{
+    std::string text = formatDateTime(seconds) + " UTC";
+    std::ranges::replace(text, ',', ' ');
+    return text;
+}
+
+std::string_view shownUnit(std::string_view unit)
+{
+    constexpr std::pair<std::string_view, std::string_view> written[] = {
+        {"Cel", "\u00B0C"}, {"mpss", "m/s\u00B2"}, {"sec", "s"}};
+    auto found = std::ranges::find(written, unit, &std::pair<std::string_view, std::string_view>::first);
+    return found == std::end(written) ? unit : found->second;
 }
 
 std::string riderText(const Model& model)

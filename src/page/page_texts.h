@@ -3,6 +3,7 @@
 
 #include "model/model.h"
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -19,6 +20,10 @@ std::string timeText(double seconds);
 std::string changeText(double seconds);
 // Of the file at a path, without its ending.
 std::string nameWithoutEnding(std::string_view path);
+// "16 Jul 2024 Tue 07:30:00 UTC" of FIT seconds.
+std::string dateText(uint32_t seconds);
+// A unit as people write it: "°C" of "Cel".
+std::string_view shownUnit(std::string_view unit);
 // "Rider 70 kg, bicycle 8 kg, 80 kg in all."
 std::string riderText(const Model& model);
 

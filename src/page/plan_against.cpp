@@ -115,7 +115,8 @@ PageTable wholeTable(const ShownPlan& plan, const ShownPlan& against)
     add("Normalised power", one.normalisedPower, other.normalisedPower, "W");
     add("Work", one.kiloJoule, other.kiloJoule, "kJ");
     add("Lowest cadence", one.lowestCadence, other.lowestCadence, "rpm");
-    add("Hottest brake", std::max(one.hottest[0], one.hottest[1]), std::max(other.hottest[0], other.hottest[1]), "Cel");
+    add("Hottest brake", std::max(one.hottest[0], one.hottest[1]), std::max(other.hottest[0], other.hottest[1]),
+        "\u00B0C");
     return table;
 }
 

@@ -84,7 +84,8 @@ void addHistogram(HtmlPage& page, const Model& model, RiddenRows rows, FigureSou
     double most = static_cast<double>(spread.minutes.size()) * binWidth;
     page.add(std::move(power));
     page.add(std::move(minutes));
-    page.chart({.title = source == measuredFigure ? "Time at each measured power" : "Time at each predicted power",
+    page.chart({.title = formatText("Time at each %s power; every other training level shaded",
+                                    source == measuredFigure ? "measured" : "predicted"),
                 .kind = ChartKind::bars,
                 .x = "bin",
                 .series = {"binMinutes"},
@@ -95,8 +96,8 @@ void addHistogram(HtmlPage& page, const Model& model, RiddenRows rows, FigureSou
 
 // Best means
 
-// Durations that somebody asks for, and the longest one.
-std::vector<uint32_t> durationsUpTo(uint32_t most)
+// Durations that somebody asks for, and the longest one of each source.
+std::vector<uint32_t> durationsUpTo(uint32_t shortest, uint32_t most)
 {
     std::vector<uint32_t> durations;
     auto add = [&](uint32_t seconds) {
@@ -111,6 +112,8 @@ std::vector<uint32_t> durationsUpTo(uint32_t most)
     for (uint64_t halfDays = 12 * 3600; halfDays < most; halfDays *= 2)
         add(static_cast<uint32_t>(halfDays));
     durations.push_back(most);
+    if (auto place = std::ranges::lower_bound(durations, shortest); *place != shortest)
+        durations.insert(place, shortest);
     return durations;
 }
 
@@ -148,16 +151,18 @@ PageTable bestTable(const std::vector<uint32_t>& durations, const std::vector<Be
 void addBestMeans(HtmlPage& page, RiddenRows rows)
 {
     std::vector<BestMeans> best;
+    uint32_t shortest = UINT32_MAX;
     uint32_t longest = 0; // that one of them has: a meter that fails early takes nothing from the prediction
     for (const BestMeans& each : {BestMeans{measuredFigure, "Measured W", "bestMeasured", "Measured power"},
                                   BestMeans{predictedFigure, "Predicted W", "bestPredicted", "Predicted power"}})
         if (uint32_t seconds = secondsWith(rows, each.source); seconds != 0) {
+            shortest = std::min(shortest, seconds);
             longest = std::max(longest, seconds);
             best.push_back(each);
         }
     if (best.empty())
         return;
-    std::vector<uint32_t> durations = durationsUpTo(longest);
+    std::vector<uint32_t> durations = durationsUpTo(shortest, longest);
     PageSeries duration = {"duration", "Duration", "s", 0, {}, true};
     duration.values.assign(durations.begin(), durations.end());
     page.add(std::move(duration));
@@ -174,6 +179,8 @@ void addBestMeans(HtmlPage& page, RiddenRows rows)
                 .logarithmic = true,
                 .fromZero = true});
     page.table(bestTable(durations, best));
+    if (shortest < longest)
+        page.paragraph("-: shorter than that from the first power to the last.");
 }
 
 } // namespace

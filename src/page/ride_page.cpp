@@ -2,6 +2,7 @@
 
 #include "core/text.h"
 #include "core/units.h"
+#include "model/gear_table.h"
 #include "page/page_texts.h"
 #include "page/power_section.h"
 #include "page/ride_series.h"
@@ -24,6 +25,18 @@ double kphOf(const StretchFigures& s)
 std::string wholeText(const std::optional<double>& value)
 {
     return value ? formatText("%.0f", *value) : "-";
+}
+
+// Over the seconds that have both, which the figures beside are not.
+std::string meterText(const MeterFigures& meter)
+{
+    std::string text =
+        formatText("Over the %s that have both, the prediction is %.0f W, the meter %.0f W",
+                   timeText(meter.seconds).c_str(), meter.mean[predictedFigure], meter.mean[measuredFigure]);
+    if (meter.correlation)
+        appendFormat(text, "; their means over 30 s correlate by %.3f to %.3f", meter.correlation->least,
+                     meter.correlation->most);
+    return text + ".";
 }
 
 void addPower(PageFigures& texts, const RideAnswer& answer)
@@ -73,6 +86,23 @@ PageTable tableOf(const char* title, const std::vector<StretchFigures>& stretche
         if (measured)
             row.push_back(wholeText(s.power[measuredFigure]));
     }
+    return table;
+}
+
+PageTable gearTable(const Model& model, const RideAnswer& answer)
+{
+    constexpr double leastShare = 0.005;
+    PageTable table = {
+        formatText("Gears, by speed and %s cadence", answer.gearSource == measuredFigure ? "measured" : "predicted"),
+        {"Gear", "Time", "Share %"},
+        {}};
+    double pedalled = 0;
+    for (const GearUse& use : answer.gears)
+        pedalled += use.seconds;
+    for (const GearUse& use : answer.gears)
+        if (use.seconds > 0 && use.seconds / pedalled >= leastShare)
+            table.rows.push_back({formatText("%d x %d", frontToothOf(model, use.row), rearToothOf(model, use.row)),
+                                  timeText(use.seconds), formatText("%.1f", use.seconds / pedalled * 100)});
     return table;
 }
 
@@ -140,9 +170,11 @@ std::string ridePage(const Model& model, const AnsweredRide& ride, const std::ve
 {
     const RideAnswer& answer = ride.answer;
     RideSeries series = rideSeriesOf(model, ride);
-    HtmlPage page(nameWithoutEnding(ride.prepared.path), formatDateTime(answer.start) + " UTC. " + riderText(model));
+    HtmlPage page(nameWithoutEnding(ride.prepared.path), dateText(answer.start) + ". " + riderText(model));
     page.section("Summary");
     page.figures(summaryOf(answer));
+    if (answer.meter)
+        page.paragraph(meterText(*answer.meter));
     if (!notes.empty()) {
         page.section("Mended or doubtful");
         page.notes(notes);
@@ -163,6 +195,10 @@ std::string ridePage(const Model& model, const AnsweredRide& ride, const std::ve
         page.section("Laps and climbs");
         page.table(tableOf("Laps", answer.laps, false, answer.power[measuredFigure].has_value()));
         page.table(tableOf("Climbs", answer.climbs, true, answer.power[measuredFigure].has_value()));
+    }
+    if (PageTable gears = gearTable(model, answer); !gears.rows.empty()) {
+        page.section("Gears");
+        page.table(gears);
     }
     return page.html();
 }

@@ -90,7 +90,8 @@ void addGroup(HtmlPage& page, const Figures::Group& group)
         std::vector<std::string> row = {std::to_string(table.rows.size() + 1)};
         for (const Figure& figure : item) {
             if (table.rows.empty())
-                table.heads.push_back(wordsOf(figure.name) + (*figure.unit ? formatText(" (%s)", figure.unit) : ""));
+                table.heads.push_back(wordsOf(figure.name) +
+                                      (*figure.unit ? " (" + std::string(shownUnit(figure.unit)) + ")" : ""));
             row.push_back(formatText("%.6g", figure.value));
         }
         if (row.size() == table.heads.size())
@@ -101,24 +102,22 @@ void addGroup(HtmlPage& page, const Figures::Group& group)
 
 } // namespace
 
-std::string runPage(std::string_view title, const Figures& figures, const GraphSeries* curves,
-                    const PageFigures& inputs)
+std::string runPage(const Model& model, std::string_view title, const Figures& figures, const GraphSeries* curves,
+                    const std::vector<std::vector<std::string>>& inputs)
 {
-    HtmlPage page(title, "A simulation.");
+    HtmlPage page(title, "A simulation. " + riderText(model));
     if (curves && curves->pointCount() > 1 && curves->seriesCount() > 1)
         addCurves(page, *curves);
     PageTable table = {"Figures of the answer", {"What", "How much", "Unit"}, {}};
     for (const Figure& figure : figures.values)
-        table.rows.push_back({wordsOf(figure.name), formatText("%.6g", figure.value), figure.unit});
+        table.rows.push_back(
+            {wordsOf(figure.name), formatText("%.6g", figure.value), std::string(shownUnit(figure.unit))});
     page.section("Figures");
     page.table(table);
     for (const Figures::Group& group : figures.groups)
         addGroup(page, group);
-    PageTable entered = {"What was entered", {"Entry", "Value"}, {}};
-    for (const auto& [name, value] : inputs)
-        entered.rows.push_back({name, value});
     page.section("Inputs");
-    page.table(entered);
+    page.table({"What was entered", {"Entry", "Value", "Which is"}, inputs});
     return page.html();
 }
 

@@ -49,8 +49,9 @@ struct Chart {
     Picture& picture;
     double em; // size of the letters, pixels
     std::vector<Panel> panels = {};
-    Ticks x = {};
-    double left = 0, right = 0; // of all plots, pixels
+    Range x = {};
+    std::vector<ChartMark> marks = {}; // along x
+    double left = 0, right = 0;        // of all plots, pixels
 
     double rowHeight() const
     {
@@ -189,26 +190,40 @@ void layLeft(Chart& chart)
     chart.left = widest + 0.9 * chart.em;
 }
 
-double widestLabel(const Chart& chart, const Ticks& ticks)
+// How wide the widest one is; beyond the plots half of it has room.
+double layMarks(Chart& chart, std::vector<ChartMark> marks, double width)
 {
     double widest = 0;
-    for (int n = ticks.first; n <= ticks.last; ++n)
-        widest = std::max(widest, chart.width(ticks.label(n)));
+    for (const ChartMark& mark : marks)
+        widest = std::max(widest, chart.width(mark.label));
+    chart.marks = std::move(marks);
+    chart.right = width - std::max(widest / 2, 0.5 * chart.em) - 0.3 * chart.em;
     return widest;
 }
 
-void layX(Chart& chart, double width)
+std::vector<ChartMark> marksOf(const Ticks& ticks)
+{
+    std::vector<ChartMark> marks;
+    for (int n = ticks.first; n <= ticks.last; ++n)
+        marks.push_back({ticks.value(n), ticks.label(n)});
+    return marks;
+}
+
+void layX(Chart& chart, double width, std::vector<ChartMark> marks)
 {
     Range range;
     for (int point = 0; point < chart.series.pointCount(); ++point)
         range.take(chart.series.value(point, chart.choice.x));
     if (!(range.least <= range.most))
         range = {0, 1};
+    std::erase_if(marks, [&](const ChartMark& mark) { return mark.value < range.least || mark.value > range.most; });
     for (int steps = 12; steps >= 1; --steps) {
-        chart.x = chooseTicks(range.least, range.most, steps, false);
-        double label = widestLabel(chart, chart.x);
-        chart.right = width - std::max(label / 2, 0.5 * chart.em) - 0.3 * chart.em;
-        double apart = (chart.right - chart.left) * chart.x.step / (chart.x.most - chart.x.least);
+        Ticks ticks = chooseTicks(range.least, range.most, steps, false);
+        chart.x = {ticks.least, ticks.most};
+        double label = layMarks(chart, marks.empty() ? marksOf(ticks) : marks, width);
+        if (!marks.empty())
+            return;
+        double apart = (chart.right - chart.left) * ticks.step / (ticks.most - ticks.least);
         if (apart > label + chart.em)
             return;
     }
@@ -250,16 +265,17 @@ void drawYTicks(Chart& chart, const Panel& panel)
     }
 }
 
+// Labels that would touch the one before are left out; the lines stay.
 void drawXTicks(Chart& chart, const Panel& panel, bool labelled)
 {
-    for (int n = chart.x.first; n <= chart.x.last; ++n) {
-        double x = chart.placeX(chart.x.value(n));
+    double free = 0;
+    for (const ChartMark& mark : chart.marks) {
+        double x = chart.placeX(mark.value), half = chart.width(mark.label) / 2;
         addLine(chart, pixel(x, panel.top), pixel(x, panel.bottom), gridColour, 1);
-        if (!labelled)
+        if (!labelled || x - half < free)
             continue;
-        std::string label = chart.x.label(n);
-        double start = x - chart.width(label) / 2;
-        addText(chart, start, panel.bottom + belowPlot * chart.em, std::move(label));
+        addText(chart, x - half, panel.bottom + belowPlot * chart.em, mark.label);
+        free = x + half + 0.5 * chart.em;
     }
 }
 
@@ -355,7 +371,8 @@ double letterSize(const ChartSize& size)
 
 } // namespace
 
-Picture drawChart(const GraphSeries& series, const CurveChoice& choice, const ChartSize& size)
+Picture drawChart(const GraphSeries& series, const CurveChoice& choice, const ChartSize& size,
+                  const std::vector<ChartMark>& marks)
 {
     Picture picture{size.width * fine, size.height * fine, {}, fine};
     if (choice.curves.empty())
@@ -363,7 +380,7 @@ Picture drawChart(const GraphSeries& series, const CurveChoice& choice, const Ch
     Chart chart{series, choice, picture, letterSize(size)};
     makePanels(chart);
     layLeft(chart);
-    layX(chart, size.width);
+    layX(chart, size.width, marks);
     layPanels(chart, size.height);
     for (const Panel& panel : chart.panels)
         drawPanel(chart, panel);

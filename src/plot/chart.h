@@ -7,6 +7,9 @@
 #include "plot/picture.h"
 #include "ride/graph_series.h"
 
+#include <string>
+#include <vector>
+
 namespace torvane {
 
 struct ChartSize {
@@ -14,8 +17,15 @@ struct ChartSize {
 };
 constexpr int leastChartSide = 160, mostChartSide = 10000;
 
+// What stands at a value of the axis along.
+struct ChartMark {
+    double value;
+    std::string label;
+};
+
 // Coordinates of the picture are eighths of a pixel. Values that cannot be plotted leave a gap. The choice holds places
-// of the series.
-Picture drawChart(const GraphSeries& series, const CurveChoice& choice, const ChartSize& size);
+// of the series. With marks the axis along has these, as far as they lie between its ends, and no round numbers.
+Picture drawChart(const GraphSeries& series, const CurveChoice& choice, const ChartSize& size,
+                  const std::vector<ChartMark>& marks = {});
 
 } // namespace torvane

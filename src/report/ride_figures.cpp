@@ -22,7 +22,7 @@ double in(const RideRun& ride)
 template <auto member>
 double found(const RideRun& ride)
 {
-    return ride.found.*member;
+    return ride.found.*member + 0.0; // no minus before a zero, as of the energy of a flat road
 }
 
 template <auto member>
@@ -211,9 +211,9 @@ constexpr Row heatRows[] = {
     {"temperature", "Cel", [](const RideRun& ride) { return ride.model.state.temperature; }, brakes},
 };
 
-constexpr Row velocityRows[] = {
-    {"velocity", "kph", velocity},
-    {"inclination", "%", now<&Evaluation::inclination>},
+constexpr Row velocityRows[] = {{"velocity", "kph", velocity}};
+constexpr Row slopeRows[] = {{"inclination", "%", now<&Evaluation::inclination>}};
+constexpr Row reachRows[] = {
     {"reachVelocity", "kph", [](const RideRun& ride) { return ride.model.reachVelocity * kphPerMps; },
      [](const RideRun& ride) { return (ride.status & statusOverReach) != 0; }},
 };
@@ -225,16 +225,38 @@ bool stopsShort(const RideRun& ride)
     return ride.in.rideMode == rideAcceleration ? beyond < 0 : beyond > 0;
 }
 
+// By the brakes alone no power is asked for; what stands in its place is from the attempt without them.
+bool hasPower(const RideRun& ride)
+{
+    return ride.found.drive.thrustMode != thrustByBraking || ride.found.power < 0 ||
+           ride.in.rideTarget <= decelerationEndingVelocity;
+}
+
+// Of a run by another reference nobody has looked for the mean.
+bool hasMeanPower(const RideRun& ride)
+{
+    static_assert(int{accelerationMeanPower} == decelerationMeanPower);
+    return ride.in.rideTarget == accelerationMeanPower ||
+           (ride.in.rideMode == rideAcceleration && ride.in.rideTarget == accelerationEndingVelocityMean);
+}
+
+bool requiresPower(const RideRun& ride)
+{
+    if (ride.in.rideMode == rideAcceleration)
+        return ride.in.rideTarget != accelerationConstantPower;
+    return ride.in.rideTarget != decelerationConstantPower && ride.found.peakPower[stageThrust] > 0;
+}
+
 constexpr Row runRows[] = {
-    {"power", "W", found<&RideFigures::power>},
-    {"meanPower", "W", found<&RideFigures::meanPower>},
+    {"power", "W", found<&RideFigures::power>, hasPower},
+    {"meanPower", "W", found<&RideFigures::meanPower>, hasMeanPower},
     {"startVelocity", "kph", inKph<&RideInputs::startVelocity>},
     {"endVelocity", "kph", inKph<&RideInputs::endVelocity>},
     {"leastAcceleration", "mpss", [](const RideRun&) { return leastAcceleration; }, stopsShort},
     {"gravity", "G", [](const RideRun& ride) { return ride.found.accele / standardGravity; }},
     {"thrustForce", "kgf", now<&Evaluation::thrustForce>},
-    {"requiredPower", "W", [](const RideRun& ride) { return std::max(ride.found.power, 0.0); }},
-    {"cadencePoweredMax", "rpm", [](const RideRun& ride) { return ride.model.state.cadencePoweredMax; }},
+    {"requiredPower", "W", [](const RideRun& ride) { return std::max(ride.found.power, 0.0); }, requiresPower},
+    {"cadencePoweredMax", "rpm", [](const RideRun& ride) { return ride.model.state.cadencePoweredMax; }, requiresPower},
 };
 
 constexpr Row steadyRows[] = {{"power", "W", now<&Evaluation::pedalingPower>}};
@@ -288,11 +310,13 @@ constexpr Row corneringRows[] = {
     {"safetyMargin", "", found<&RideFigures::safetyMargin>},
 };
 
-constexpr Rows steady[] = {velocityRows, steadyRows, chainRows, gearRows, dragRows, lengthRows, bodyRows};
-constexpr Rows overTime[] = {velocityRows, runRows, motionRows, chainRunRows, thrustRunRows, bodyRows, heatRows};
-constexpr Rows braking[] = {velocityRows, brakingRows, heatRows};
-constexpr Rows rolling[] = {velocityRows, rollingRows, dragRows};
-constexpr Rows cornering[] = {velocityRows, corneringRows, chainRows, gearRows};
+constexpr Rows steady[] = {velocityRows, slopeRows, reachRows,  steadyRows, chainRows,
+                           gearRows,     dragRows,  lengthRows, bodyRows};
+constexpr Rows overTime[] = {velocityRows, slopeRows,     reachRows, runRows, motionRows,
+                             chainRunRows, thrustRunRows, bodyRows,  heatRows};
+constexpr Rows braking[] = {velocityRows, slopeRows, reachRows, brakingRows, heatRows};
+constexpr Rows rolling[] = {velocityRows, slopeRows, reachRows, rollingRows, dragRows};
+constexpr Rows cornering[] = {velocityRows, reachRows, corneringRows, chainRows, gearRows};
 constexpr std::span<const Rows> tables[rideModeCount] = {steady, overTime, overTime, braking, rolling, cornering};
 
 } // namespace

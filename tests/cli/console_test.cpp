@@ -60,6 +60,8 @@ TEST_F(Console, RefusesAndTeaches)
         {{"--jsn", "801"}, "torvane-cli: unknown option --jsn; did you mean --json?\n"},
         {{"--set", "72", "801"}, "torvane-cli: --set needs NAME=VALUE, not '72'\n"},
         {{"--save=1", "801"}, "torvane-cli: --save takes no value\n"},
+        {{"--page", "a.html", "801", "--page", "b.html"}, "torvane-cli: --page is given twice\n"},
+        {{"--jobs=2", "sweep", "801", "--jobs=2"}, "torvane-cli: --jobs is given twice\n"},
         {{"--graph", "g.svg", "701"}, "torvane-cli: cadence-theory has no graph\n"},
         {{"--page", "p.html", "701"}, "torvane-cli: cadence-theory has no page\n"},
         {{"801", "ride.fit"}, "torvane-cli: power-and-velocity takes no file; 'ride.fit' is no NAME=VALUE\n"},

@@ -3,7 +3,7 @@
 
 import assert from "node:assert/strict";
 import {execFileSync} from "node:child_process";
-import {existsSync, mkdirSync, readFileSync, statSync, writeFileSync} from "node:fs";
+import {copyFileSync, existsSync, mkdirSync, readFileSync, statSync, writeFileSync} from "node:fs";
 import {createRequire} from "node:module";
 import path from "node:path";
 import {after, before, test} from "node:test";
@@ -14,6 +14,7 @@ const cli = process.env.TORVANE_CLI || path.join(root, "build/native/torvane-cli
 const folder = path.join(root, "build/pages");
 const packages = {"puppeteer-core": "24.43.1", "axe-core": "4.14.1"};
 const hostile = "<img src=x onerror=alert(1)>&\"'";
+const escaped = hostile.replace(/&/g, "&amp;").replace(/</g, "&lt;").replace(/"/g, "&quot;");
 const browsers = {
     chromium: {executablePath: "/usr/bin/chromium", args: ["--no-sandbox"]},
     firefox: {browser: "firefox", executablePath: "/usr/bin/firefox-esr"},
@@ -24,8 +25,10 @@ const columns = {Altitude: "altitude_m", Speed: "speed_kph", "Predicted cadence"
 let opened = {}, axe;
 
 const file = name => path.join(folder, name);
-const run = (...args) => execFileSync(cli, ["--force", "--profile", path.join(root, "samples/profiles/road.pro"), ...args],
-    {encoding: "utf8", maxBuffer: 1 << 28});
+const road = path.join(root, "samples/profiles/road.pro");
+const runWith = (profile, ...args) =>
+    execFileSync(cli, ["--force", "--profile", profile, ...args], {encoding: "utf8", maxBuffer: 1 << 28});
+const run = (...args) => runWith(road, ...args);
 const sample = name => path.join(root, "samples/rides", name);
 
 function install() {
@@ -44,16 +47,30 @@ function writeRide(name, count) {
             `<time>${time}</time><extensions><power>${Math.round(180 + 90 * wave + i % 13)}</power><hr>${130 + i % 30}</hr>` +
             `<cad>${80 + i % 11}</cad></extensions></trkpt>`;
     });
-    const escaped = hostile.replace(/&/g, "&amp;").replace(/</g, "&lt;");
     writeFileSync(file(name), `<gpx version="1.1" xmlns="http://www.topografix.com/GPX/1/1"><trk><name>${escaped}</name>` +
         `<type>cycling</type><trkseg>${points.join("\n")}</trkseg></trk></gpx>`);
+    return file(name);
+}
+
+// The same names where a TCX file has one: of its laps, its notes and what made it.
+function writeLaps(name) {
+    const named = ["Name", "Notes"].map(tag => `<${tag}>${escaped}</${tag}>`).join("");
+    const point = i => `<Trackpoint><Time>${new Date(Date.UTC(2024, 5, 15, 6) + i * 1000).toISOString()}</Time><Position>` +
+        `<LatitudeDegrees>${46 + i * 5e-5}</LatitudeDegrees><LongitudeDegrees>8</LongitudeDegrees></Position>` +
+        `<AltitudeMeters>${500 + i / 10}</AltitudeMeters></Trackpoint>`;
+    const laps = [0, 300].map(from => `<Lap StartTime="${escaped}">${named}<Track>` +
+        `${Array.from({length: 300}, (_, i) => point(from + i)).join("")}</Track></Lap>`);
+    writeFileSync(file(name), `<TrainingCenterDatabase><Activities><Activity Sport="Biking"><Id>${escaped}</Id>` +
+        `${laps.join("")}${named}<Creator>${named}</Creator></Activity></Activities></TrainingCenterDatabase>`);
     return file(name);
 }
 
 // Each page, and what makes it.
 const pages = {
     ride: ["ride", sample("meter.fit")],
+    analyse: ["analyse", "--set", "detectBraking=on", sample("valley.fit")],
     plan: ["plan", sample("pass.gpx")],
+    plans: ["plan", sample("pass.gpx"), "--against", "power=250", "--against", "pacing=three"],
     compare: ["compare-rides", sample("meter.fit"), sample("meter.fit")],
     run: ["acceleration"],
 };
@@ -65,7 +82,6 @@ before(async () => {
     for (const [name, call] of Object.entries(pages))
         run("--page", file(`${name}.html`), ...call);
     run("--rows", file("ride.csv"), ...pages.ride);
-    writeRide(`${hostile}.gpx`, 600);
     for (const [name, options] of Object.entries(browsers)) {
         assert.ok(existsSync(options.executablePath), `${options.executablePath} is missing: tools/need extra`);
         opened[name] = await puppeteer.launch(options);
@@ -215,11 +231,18 @@ test("without scripts the pictures and the tables are there", async () => {
 });
 
 test("names from outside stay text", async () => {
-    run("--page", file("hostile.html"), "ride", file(`${hostile}.gpx`));
-    await visit("chromium", file("hostile.html"), {}, async page => {
-        assert.equal((await page.$$("img")).length, 0);
-        assert.ok((await page.$eval("h1", head => head.textContent)).includes(hostile));
-    });
+    const ride = writeRide(`${hostile}.gpx`, 600), laps = writeLaps(`${hostile}.tcx`), profile = file(`${hostile}.pro`);
+    const fit = file(`${hostile}.fit`);
+    copyFileSync(road, profile);
+    copyFileSync(sample("valley.fit"), fit);
+    for (const call of [["ride", ride], ["ride", laps], ["analyse", fit], ["plan", ride], ["compare-rides", ride, ride]]) {
+        runWith(profile, "--page", file("hostile.html"), ...call);
+        await visit("chromium", file("hostile.html"), {}, async page => {
+            assert.equal((await page.$$("img, [onerror]")).length, 0);
+            assert.equal((await page.$$("script")).length, 1);
+            assert.ok((await page.$eval("h1", head => head.textContent)).includes(hostile), call[0]);
+        });
+    }
 });
 
 test("on paper nothing is cut", async () => {

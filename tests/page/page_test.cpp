@@ -36,7 +36,7 @@ TEST(Page, WhateverIsPutIntoItStaysText)
     page.chart({.title = hostile, .x = "x", .series = {"x"}});
     page.add({"y", hostile, hostile, 0, {1, 1}});
     page.map({hostile, {45, 46}, {8, 9}, {"y"}});
-    page.picture(hostile, {10, 10, {}}, hostile);
+    page.picture(hostile, {10, 10, {}}, hostile, {hostile});
     std::string html = page.html();
     EXPECT_EQ(countOf(html, "<img"), 0u);
     EXPECT_EQ(countOf(html, "<script"), 1u);
@@ -83,18 +83,26 @@ TEST(Page, BestMeansAreOverDurationsThatTheRowsHave)
         if (i < 3990)
             rows[i].power[predictedFigure] = 200;
     }
-    Model model = {};
-    RideAnswer answer;
-    answer.elapsed = 4100;
-    answer.power[predictedFigure] = PowerFigures();
-    HtmlPage page("Ride", "");
-    addPowerSection(page, model, rows, answer);
-    std::string html = page.html();
+    auto pageOf = [&] {
+        RideAnswer answer;
+        answer.power[predictedFigure] = PowerFigures();
+        HtmlPage page("Ride", "");
+        addPowerSection(page, Model(), rows, answer);
+        return page.html();
+    };
+    std::string html = pageOf();
     for (const char* time : {"00:00:01", "00:00:30", "00:01:00", "00:20:00", "01:00:00", "01:06:30"})
         EXPECT_EQ(countOf(html, formatText("<th scope=\"row\">%s</th><td class=\"n\">200</td></tr>", time)), 1u)
             << time;
     EXPECT_EQ(html.find("<td>-</td>"), html.npos);
     EXPECT_EQ(html.find("Measured W"), html.npos);
+    EXPECT_EQ(html.find("<p>-: "), html.npos);
+    // A meter that fails has its own longest time; the picture's axis is that of the script.
+    for (RiddenRow& row : std::span(rows).first(2000))
+        row.power[measuredFigure] = 100;
+    html = pageOf();
+    for (const char* row : {"00:33:20</th><td class=\"n\">100</td><td class=\"n\">200<", "<p>-: ", ">20 min</text>"})
+        EXPECT_NE(html.find(row), html.npos) << row;
 }
 
 } // namespace

@@ -143,7 +143,7 @@ TEST_F(RideNumbers, acceleration)
                           "\tintensity factor\t\t:    0.750\n"
                           "\n\tphysiological factors in case of 77.500m per 7.500sec as follows:\n") +
                   bodyLines + "\n");
-    std::string wanted = "velocity 36 kph; inclination -2.5 %; power 820 W; meanPower 810 W; startVelocity 18 kph; "
+    std::string wanted = "velocity 36 kph; inclination -2.5 %; power 820 W; startVelocity 18 kph; "
                          "endVelocity 36 kph; gravity 0.0509858106 G; thrustForce 403 kgf; requiredPower 820 W; "
                          "cadencePoweredMax 120 rpm; sectorTime 7.5 sec; accele 0.5 mpss; maxAccele 2 mpss; "
                          "distance 77.5 m; ";
@@ -186,6 +186,45 @@ TEST_F(RideNumbers, brakes)
               "frontBrakeTemperature 71 Cel; frontBrakeHeat 710 J; frontBrakeRadiated -72 J; "
               "frontBrakeResidual 638 J; rearBrakeTemperature 81 Cel; rearBrakeHeat 810 J; "
               "rearBrakeRadiated -82 J; rearBrakeResidual 728 J; temperature 19 Cel; ");
+}
+
+// What nobody has looked for is no figure, and no 0.
+TEST_F(RideNumbers, figuresThatDoNotApplyAreLeftOut)
+{
+    constexpr const char* all[] = {"power", "meanPower", "requiredPower", "cadencePoweredMax", "inclination"};
+    struct Case {
+        RideMode mode;
+        int target;
+        ThrustMode thrust;
+        double power, peak;
+        const char* there; // of these
+    };
+    constexpr Case cases[] = {
+        {rideAcceleration, accelerationSectorTime, thrustByPedaling, 8, 8,
+         "power requiredPower cadencePoweredMax inclination "},
+        {rideAcceleration, accelerationEndingVelocityMean, thrustByPedaling, 8, 8,
+         "power meanPower requiredPower cadencePoweredMax inclination "},
+        {rideAcceleration, accelerationConstantPower, thrustByPedaling, 8, 8, "power inclination "},
+        {rideDeceleration, decelerationMeanPower, thrustByPedaling, 8, 8,
+         "power meanPower requiredPower cadencePoweredMax inclination "},
+        {rideDeceleration, decelerationSectorTime, thrustByPedaling, 0, 0, "power inclination "},
+        {rideDeceleration, decelerationAccele, thrustByBraking, 8, 0, "inclination "},
+        {rideDeceleration, decelerationConstantPower, thrustByBraking, -8, 0, "power inclination "},
+        {rideCriticalCornering, 0, thrustByPedaling, 8, 8, "requiredPower cadencePoweredMax "},
+    };
+    for (const Case& c : cases) {
+        std::tie(found.drive.thrustMode, found.power, found.peakPower[stageThrust]) =
+            std::tie(c.thrust, c.power, c.peak);
+        report(c.mode, c.target);
+        std::string there;
+        for (const char* name : all)
+            there +=
+                ("; " + figures).find(std::string("; ") + name + " ") != figures.npos ? name + std::string(" ") : "";
+        EXPECT_EQ(there, c.there) << c.mode << " " << c.target;
+    }
+    found.potentialEnergy = -0.0;
+    report(ridePatternBraking, 0);
+    EXPECT_NE(figures.find("potentialEnergy 0 J; "), figures.npos);
 }
 
 } // namespace
