@@ -1,0 +1,269 @@
+// Whole pages, read back. Their inputs hold a number of its own in each field; what the pages have to tell of these,
+// the data of their charts included, stands in tests/page/pages and was worked out by hand: means and shares of a few
+// numbers, degrees on a sphere of 6371 km, gears by the circumference of the wheel.
+#include "core/text.h"
+#include "model/model.h"
+#include "page/comparison_page.h"
+#include "page/course_page.h"
+#include "page/energy_bar.h"
+#include "page/ride_page.h"
+#include "page/ride_series.h"
+#include "page/run_page.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstring>
+#include <fstream>
+#include <regex>
+
+namespace torvane {
+
+namespace {
+
+Model defaultModel()
+{
+    ParameterBlock block = defaultBlock();
+    return modelOf(block);
+}
+
+// Of many each 250th.
+std::string floatsOf(const std::string& base64)
+{
+    const std::string digits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    std::string bytes, text;
+    uint32_t bits = 0;
+    for (size_t i = 0; i < base64.size() && base64[i] != '='; ++i) {
+        bits = bits << 6 | static_cast<uint32_t>(digits.find(base64[i]));
+        if (i % 4 != 0)
+            bytes += static_cast<char>(bits >> (6 - 2 * (i % 4)));
+    }
+    for (size_t at = 0; at + 4 <= bytes.size(); at += bytes.size() > 1000 ? 1000 : 4) {
+        float value;
+        std::memcpy(&value, &bytes[at], 4);
+        text += std::isnan(value) ? " -" : formatText(" %.6g", value + 0.0);
+    }
+    return text;
+}
+
+// What a page tells, a line for each of its parts: figures after >, texts after |, charts in [], series in {}.
+std::string readable(const std::string& html)
+{
+    std::string text;
+    size_t from = html.find("<h1>"), end = html.find("<script>");
+    for (size_t at; (at = html.find(" data-f32=\"", from)) < end; from = html.find('"', at + 11) + 1)
+        text += html.substr(from, at - from) + ">" + floatsOf(html.substr(at + 11, html.find('"', at + 11) - at - 11));
+    text += html.substr(from, end - from);
+    for (size_t at; (at = text.find("<svg")) != text.npos;)
+        text.erase(at, text.find("</svg>\n", at) + 7 - at);
+    for (auto [part, told] : std::initializer_list<std::pair<const char*, const char*>>{
+             {"</t[hd]><td class=\"n\">", " > "},
+             {"</t[hd]><t[hd][^>]*>", " | "},
+             {"</dt><dd>", ": "},
+             {"<figure class=\"(\\w+)\"([^>]*)>", "[$1$2] "},
+             {"<data class=\"series\" id=\"s-(\\w+)\"([^>]*)>([^<]*) hidden></data>", "{$1$2}$3"},
+             {"data-", ""},
+             {"<h2>", "## "},
+             {"<[^>]*>", ""},
+             {"\n\n+", "\n"}})
+        text = std::regex_replace(text, std::regex(part), told);
+    return text;
+}
+
+// But for where the power of a ride goes, which the model knows.
+void expectPage(const std::string& html, const std::string& name)
+{
+    std::string path = std::string(TORVANE_CHECKOUT "/tests/page/pages/") + name + ".txt", wanted;
+    std::ifstream file(path);
+    ASSERT_TRUE(std::getline(file, wanted, '\0')) << path;
+    std::regex split("\\{(air|rolling|hill|acceleration|drivetrain|brakes) [^\n]*\n|predicted work[^#]*");
+    EXPECT_EQ(std::regex_replace(readable(html), split, ""), wanted) << path;
+}
+
+CommonSecond bothAt(uint32_t second, double first, double second_)
+{
+    return {1'000'000'000 + second, 8.0 * second, {first, second_}};
+}
+
+// Three means of 30 s, five seconds that are left over, and a hole; the powers sway about their means.
+RideComparison comparedRides()
+{
+    RideComparison rides;
+    for (uint32_t i = 0; i < 65; ++i)
+        rides.common.push_back(
+            bothAt(i, (i < 30 ? 100 : 207) + (i % 2 ? 9 : -9), (i < 30 ? 112 : 190) - (i % 2 ? 4 : -4)));
+    for (uint32_t i = 100; i < 130; ++i)
+        rides.common.push_back(bothAt(i, 311, 333));
+    rides.whole = {1'000'000'000, 95, {201, 211}, {203, 213}, 0.9375, 3};
+    rides.sectors = {{1'000'000'000, 65, {202, 212}, {204, 214}, 0.8125, 3},
+                     {1'000'000'100, 30, {0, 333}, {205, 215}, 0.5, 2}};
+    return rides;
+}
+
+TEST(WholePage, ofTwoRides)
+{
+    RideComparison rides = comparedRides();
+    expectPage(comparisonPage(rides, "in/one.fit", "two.fit.gz"), "comparison");
+    for (CommonSecond& second : rides.common)
+        second.metres = NAN;
+    std::string byTime = readable(comparisonPage(rides, "in/one.fit", "two.fit.gz"));
+    EXPECT_NE(byTime.find("\n{time label=\"Time\" decimals=\"0\" format=\"time\"} 29 59 129\n"), byTime.npos) << byTime;
+}
+
+// Seconds 3 and 4 are at the same place: a stop.
+ShownPlan numberedPlan(double more)
+{
+    ShownPlan plan;
+    Course& course = plan.answered.course;
+    course.path = "in/hill.gpx";
+    course.length = 5010;
+    course.points = {{.distance = 0, .slope = 1.25}, {.distance = 2000, .slope = -2.5}};
+    course.findings.climbed = 101;
+    course.findings.hasPlaces = true;
+    plan.seconds = {{0, 0, 11, 45, 8, 0, 0, 0, 21, 31},
+                    {100, 1000, 12, 45, 8.01, 4, 201 + more, 62, 22, 32},
+                    {200 + static_cast<uint32_t>(more), 2000, 13, 45.01, 8.01, 10, 202 + more, 61, 23, 33},
+                    {300 + static_cast<uint32_t>(more), 2000, 14, 45.01, 8.01, 0, 0, 60, 24, 34},
+                    {400 + static_cast<uint32_t>(more), 4000, 15, 45.01, 8, 5 + more / 10, 0, 0, 25, 35}};
+    CourseRide& ride = plan.answered.planned.ride;
+    ride.movingSeconds = 721 + more;
+    ride.seconds = 4322 + more;
+    ride.meanPower = 203 - more;
+    ride.normalisedPower = 204.6 + more;
+    ride.kiloJoule = 205.4 + more;
+    ride.lowestCadence = 46.4 + more;
+    ride.walkMetres = 209;
+    ride.hottest = {107, 108.4 + more};
+    ride.energy = {196'100, -31'000, 120'000, 40'000, 50'000, 300, 5'200, -30'000};
+    ride.steps = {{.time = 0, .distance = 0, .motor = 900},
+                  {.time = 200, .distance = 2000, .motor = 50},
+                  {.time = 300, .distance = 2000, .going = Going::standing},
+                  {.time = 500 + 2 * more, .distance = 6000, .motor = 10}};
+    plan.answered.planned.fastest = 701;
+    plan.answered.planned.slowest = 3741;
+    plan.answered.planned.even.movingSeconds = 730;
+    plan.answered.planned.stretchSeconds = 725;
+    CourseAnswer& answer = plan.answered.answer;
+    answer.start = 1'000'000'000;
+    answer.stress = 33.3;
+    answer.gain = 9;
+    answer.stretches = {{0, 2510, 50, 301, 302, 221, 81, 2, 17, 0, {41, 51}},
+                        {2510, 5010, -50, 305, 607, 222, 0, -1, 18, 15, {42, 52}}};
+    answer.climbs = {{500, 2500, 90, 303, 304, 223, 82, 3, 19, 0, {43, 53}}};
+    answer.descents = {{2500, 5000, -100, 305, 306, 224, 83, 4, 20, 0, {44, 54}}};
+    answer.parts = {{2000, 4000, 10, 307, 308, 225, 84, 5, 21, 0, {45, 55}}};
+    answer.partLength = 2000;
+    answer.whatIf = {{{-61, 71, 0, 14}, {-2, 72, 73, 0}, {125, 0, 0, 0}, {0.4, 0, 0, 0}, {3, 74.4, 75, 30}}};
+    plan.label = "pacing=plan";
+    return plan;
+}
+
+TEST(WholePage, ofAPlanAgainstAnother)
+{
+    Model model = defaultModel();
+    ShownPlan other = numberedPlan(10);
+    expectPage(coursePage(model, numberedPlan(0), {"a note"}, &other), "plan");
+}
+
+// Six records 10 s apart, one of them excluded.
+AnsweredRide numberedRide()
+{
+    AnsweredRide ride;
+    for (uint32_t i = 0; i < 7; ++i) {
+        GpsRecord r = {};
+        r.sector = i == 3 ? 0 : 1;
+        r.timestamp = 1'000'000'000 + 10 * i;
+        r.latitude = 45 + 0.001 * i;
+        r.longitude = 8 + 0.001 * (i % 2);
+        r.altitude = 100 + 2 * i;
+        r.inclination = 1.5 + i;
+        r.distance = 80 * i;
+        r.speed = 4 + i % 2 * 6;
+        r.temperature = 20;
+        r.heartRate = i == 2 ? 255 : 120 + i;
+        r.cadence = i == 4 ? 0 : 62 - i % 2;
+        r.power = 55 + 50 * i;
+        r.frontBrakeTemperature = 30 + i;
+        r.rearBrakeTemperature = 40 + i;
+        ride.analysis.records.push_back(r);
+        if (i != 5)
+            ride.measured.push_back({r.timestamp, 41.0 + 40 * i, r.cadence});
+    }
+    ride.analysis.stats.summary.recordInterval = 10;
+    ride.prepared.path = "in/numbered.fit";
+    FieldPresence& holds = ride.prepared.presence;
+    holds.altitudeFlags = holds.heartRateFlags = holds.positionFlags = presentInRecords;
+    RideAnswer& a = ride.answer;
+    a.start = 1'000'000'000;
+    a.elapsed = 3900;
+    a.whole = {0, 36000, 3600, 420, {201, 211}, {81, 91}};
+    a.distance = 36500;
+    a.highestSpeed = 15;
+    a.power[predictedFigure] = {3600, 202, 203, {}, 727};
+    a.power[measuredFigure] = {3500, 212, 213, {}, 737};
+    a.laps = {{0, 18000, 1800, 220, {221, 231}, {}}, {18000, 18500, 1850, 200, {222, {}}, {}}};
+    a.climbs = {{100, 200, 80, 20, {301, 311}, {}}};
+    a.brakes = {25, {110, 120}, {130, 140}};
+    a.hasAltitude = true;
+    return ride;
+}
+
+TEST(WholePage, ofARide)
+{
+    Model model = defaultModel();
+    expectPage(ridePage(model, numberedRide(), {"a note"}), "ride");
+}
+
+// Where the power goes is known by the model; the page tells it for each record and in sum.
+TEST(WholePage, tellsWhereThePowerGoes)
+{
+    Model model = defaultModel();
+    AnsweredRide ride = numberedRide();
+    RideSeries series = rideSeriesOf(model, ride);
+    std::vector<PowerSplit> splits = powerSplitOf(model, ride.analysis, ride.prepared.summary);
+    splits.erase(splits.begin() + 3);
+    for (size_t sink = 0; sink < powerSinkCount; ++sink) {
+        double joules = 0;
+        const PageSeries& told = series.along[series.along.size() - powerSinkCount + sink];
+        ASSERT_EQ(told.values.size(), splits.size()) << sink;
+        for (size_t i = 0; i < splits.size(); ++i) {
+            EXPECT_EQ(told.values[i], splits[i][sink]) << told.id << i;
+            joules += splits[i][sink] * series.rows[i].seconds;
+        }
+        EXPECT_NEAR(series.megaJoule[sink] * 1e6, joules, 1e-6) << told.id;
+    }
+}
+
+TEST(WholePage, ofASimulation)
+{
+    Figures figures;
+    figures.values = {{"mean", "W", 201.5}, {"topSpeed", "", 15}};
+    figures.groups = {
+        {"lapTimes",
+         {{{"lapTime", "s", 61}, {"power", "", 7}}, {{"lapTime", "s", 62}, {"power", "", 8}}, {{"lapTime", "s", 63}}}}};
+    GraphSeries curves;
+    curves.seriesNames = {"time(s)", "front brake(Cel)", "speed(kph)"};
+    for (double value : {0.0, 21.0, 31.0, 2.0, 22.0, 32.0, 1.0, 23.0, 33.0, 3.0, 24.0, 34.0})
+        curves.values.push_back(value);
+    expectPage(runPage("Braking", figures, &curves, {{"mass", "70 kg"}, {"slope", "3"}}), "run");
+}
+
+// The widths are Arial's: "Air 75 %" is 3.779 times the size of its letters long, "Slope 25 %" is 4.946.
+TEST(WholePage, barsAreAsLongAsTheirShare)
+{
+    HtmlPage page("Bars", "");
+    EnergyPart parts[] = {{"Air", 300}, {"Brakes", 0.4}, {"Slope", 100}, {"Motor", -7}};
+    addEnergy(page, "Energy", parts);
+    std::string html = page.html(), told;
+    std::regex what("<(?:rect x=|text x=)\"(\\d+)\" y=\"(\\d+)\"(?: width=\"(\\d+)\")?");
+    for (std::sregex_iterator found(html.begin(), html.end(), what), none; found != none; ++found)
+        told += found->format("$1 $2 $3;");
+    EXPECT_EQ(told, "0 0 720;8 8 528;8 60 10;22 69 ;536 8 176;86 60 10;100 69 ;");
+    EXPECT_EQ(html.find("italic"), html.npos);
+    EXPECT_NE(html.find(">Slope 25 %<"), html.npos);
+    EXPECT_NE(html.find("\"Share of the energy spent: Air 300 kJ Slope 100 kJ\""), html.npos);
+}
+
+} // namespace
+
+} // namespace torvane
