@@ -4,6 +4,7 @@
 #include "core/units.h"
 #include "fit/iso_times.h"
 
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -210,10 +211,10 @@ void writeComparisonRows(RowWriter& rows, const RideComparison& comparison)
     IsoTimes times;
     for (const PowerComparison& sector : comparison.sectors) {
         rows.text(times.of(sector.start));
-        for (double value :
-             {static_cast<double>(sector.seconds), sector.mean[0], sector.mean[1], sector.mean[1] / sector.mean[0],
-              sector.normalised[0], sector.normalised[1], sector.correlation})
+        for (double value : {static_cast<double>(sector.seconds), sector.mean[0], sector.mean[1],
+                             sector.mean[1] / sector.mean[0], sector.normalised[0], sector.normalised[1]})
             rows.number(value);
+        rows.number(sector.windows >= leastWindows ? sector.correlation : NAN);
         rows.endRow();
     }
 }

@@ -3,6 +3,7 @@
 // numbers, degrees on a sphere of 6371 km, gears by the circumference of the wheel.
 #include "core/text.h"
 #include "model/model.h"
+#include "numbered_answers.h"
 #include "page/comparison_page.h"
 #include "page/course_page.h"
 #include "page/energy_bar.h"
@@ -14,7 +15,6 @@
 
 #include <cmath>
 #include <cstring>
-#include <fstream>
 #include <regex>
 
 namespace torvane {
@@ -73,31 +73,8 @@ std::string readable(const std::string& html)
 // But for where the power of a ride goes, which the model knows.
 void expectPage(const std::string& html, const std::string& name)
 {
-    std::string path = std::string(TORVANE_CHECKOUT "/tests/page/pages/") + name + ".txt", wanted;
-    std::ifstream file(path);
-    ASSERT_TRUE(std::getline(file, wanted, '\0')) << path;
     std::regex split("\\{(air|rolling|hill|acceleration|drivetrain|brakes) [^\n]*\n|predicted work[^#]*");
-    EXPECT_EQ(std::regex_replace(readable(html), split, ""), wanted) << path;
-}
-
-CommonSecond bothAt(uint32_t second, double first, double second_)
-{
-    return {1'000'000'000 + second, 8.0 * second, {first, second_}};
-}
-
-// Three means of 30 s, five seconds that are left over, and a hole; the powers sway about their means.
-RideComparison comparedRides()
-{
-    RideComparison rides;
-    for (uint32_t i = 0; i < 65; ++i)
-        rides.common.push_back(
-            bothAt(i, (i < 30 ? 100 : 207) + (i % 2 ? 9 : -9), (i < 30 ? 112 : 190) - (i % 2 ? 4 : -4)));
-    for (uint32_t i = 100; i < 130; ++i)
-        rides.common.push_back(bothAt(i, 311, 333));
-    rides.whole = {1'000'000'000, 95, {201, 211}, {203, 213}, 0.9375, 3};
-    rides.sectors = {{1'000'000'000, 65, {202, 212}, {204, 214}, 0.8125, 3},
-                     {1'000'000'100, 30, {0, 333}, {205, 215}, 0.5, 2}};
-    return rides;
+    expectTold(std::regex_replace(readable(html), split, ""), "tests/page/pages/" + name + ".txt");
 }
 
 TEST(WholePage, ofTwoRides)
@@ -108,54 +85,6 @@ TEST(WholePage, ofTwoRides)
         second.metres = NAN;
     std::string byTime = readable(comparisonPage(rides, "in/one.fit", "two.fit.gz"));
     EXPECT_NE(byTime.find("\n{time label=\"Time\" decimals=\"0\" format=\"time\"} 29 59 129\n"), byTime.npos) << byTime;
-}
-
-// Seconds 3 and 4 are at the same place: a stop.
-ShownPlan numberedPlan(double more)
-{
-    ShownPlan plan;
-    Course& course = plan.answered.course;
-    course.path = "in/hill.gpx";
-    course.length = 5010;
-    course.points = {{.distance = 0, .slope = 1.25}, {.distance = 2000, .slope = -2.5}};
-    course.findings.climbed = 101;
-    course.findings.hasPlaces = true;
-    plan.seconds = {{0, 0, 11, 45, 8, 0, 0, 0, 21, 31},
-                    {100, 1000, 12, 45, 8.01, 4, 201 + more, 62, 22, 32},
-                    {200 + static_cast<uint32_t>(more), 2000, 13, 45.01, 8.01, 10, 202 + more, 61, 23, 33},
-                    {300 + static_cast<uint32_t>(more), 2000, 14, 45.01, 8.01, 0, 0, 60, 24, 34},
-                    {400 + static_cast<uint32_t>(more), 4000, 15, 45.01, 8, 5 + more / 10, 0, 0, 25, 35}};
-    CourseRide& ride = plan.answered.planned.ride;
-    ride.movingSeconds = 721 + more;
-    ride.seconds = 4322 + more;
-    ride.meanPower = 203 - more;
-    ride.normalisedPower = 204.6 + more;
-    ride.kiloJoule = 205.4 + more;
-    ride.lowestCadence = 46.4 + more;
-    ride.walkMetres = 209;
-    ride.hottest = {107, 108.4 + more};
-    ride.energy = {196'100, -31'000, 120'000, 40'000, 50'000, 300, 5'200, -30'000};
-    ride.steps = {{.time = 0, .distance = 0, .motor = 900},
-                  {.time = 200, .distance = 2000, .motor = 50},
-                  {.time = 300, .distance = 2000, .going = Going::standing},
-                  {.time = 500 + 2 * more, .distance = 6000, .motor = 10}};
-    plan.answered.planned.fastest = 701;
-    plan.answered.planned.slowest = 3741;
-    plan.answered.planned.even.movingSeconds = 730;
-    plan.answered.planned.stretchSeconds = 725;
-    CourseAnswer& answer = plan.answered.answer;
-    answer.start = 1'000'000'000;
-    answer.stress = 33.3;
-    answer.gain = 9;
-    answer.stretches = {{0, 2510, 50, 301, 302, 221, 81, 2, 17, 0, {41, 51}},
-                        {2510, 5010, -50, 305, 607, 222, 0, -1, 18, 15, {42, 52}}};
-    answer.climbs = {{500, 2500, 90, 303, 304, 223, 82, 3, 19, 0, {43, 53}}};
-    answer.descents = {{2500, 5000, -100, 305, 306, 224, 83, 4, 20, 0, {44, 54}}};
-    answer.parts = {{2000, 4000, 10, 307, 308, 225, 84, 5, 21, 0, {45, 55}}};
-    answer.partLength = 2000;
-    answer.whatIf = {{{-61, 71, 0, 14}, {-2, 72, 73, 0}, {125, 0, 0, 0}, {0.4, 0, 0, 0}, {3, 74.4, 75, 30}}};
-    plan.label = "pacing=plan";
-    return plan;
 }
 
 TEST(WholePage, ofAPlanAgainstAnother)
