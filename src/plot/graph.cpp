@@ -1,6 +1,8 @@
 #include "plot/graph.h"
 
 #include "plot/geometry.h"
+#include "plot/picture.h"
+#include "plot/text_width.h"
 
 #include <algorithm>
 #include <cmath>
@@ -101,11 +103,6 @@ bool hasCombo(const Graph& graph, int controlId)
     }
 }
 
-GraphControl makeLabel(int id, const char* text, int x)
-{
-    return {id, text, x, controlTop, 40, 20, {}, -1};
-}
-
 const char* nameOf(const Graph& graph, int controlId)
 {
     if (!isSelect(controlId))
@@ -115,13 +112,41 @@ const char* nameOf(const Graph& graph, int controlId)
     return controlId == firstSelect ? "Across" : "Upwards";
 }
 
-GraphControl makeCombo(const Graph& graph, int id, int x)
+// A combo box in which no entry is cut.
+int widthFor(const std::vector<std::string>& entries)
 {
+    constexpr int least = 80, besideText = 30; // pixels; the second for frame, edges and arrow
+    double widest = 0;                         // em
+    for (const std::string& entry : entries)
+        widest = std::max(widest, textWidth(entry));
+    return std::max(least, besideText + static_cast<int>(std::ceil(widest * emOfHeight * controlFontHeight)));
+}
+
+// From the left, each control beside the one before.
+struct ControlRow {
+    const Graph& graph;
+    std::vector<GraphControl> controls = {};
+    int x = 20;
+
+    void addLabel(int id, const char* text)
+    {
+        constexpr int width = 40;
+        controls.push_back({id, text, x, controlTop, width, 20, {}, -1});
+        x += width;
+    }
+    void addCombo(int id);
+};
+
+void ControlRow::addCombo(int id)
+{
+    constexpr int gap = 10;
     std::vector<std::string> entries = entriesOf(graph, id);
+    int width = widthFor(entries);
     int selected = isSelect(id) ? graph.axisSeries[axisOf(graph, id)] - firstChoice(graph) : graph.picked;
     if (selected < 0 || selected >= std::ssize(entries))
         selected = -1;
-    return {id, nullptr, x, 10, 80, 140, std::move(entries), selected, nameOf(graph, id)};
+    controls.push_back({id, nullptr, x, gap, width, 140, std::move(entries), selected, nameOf(graph, id)});
+    x += width + gap;
 }
 
 } // namespace
@@ -155,20 +180,19 @@ Graph storeGraph(GraphSeries series)
 std::vector<GraphControl> graphControls(const Graph& graph)
 {
     const GraphKind& kind = kindOf(graph);
-    std::vector<GraphControl> controls;
+    ControlRow row{graph};
     if (kind.select) {
-        controls.push_back(makeLabel(selectLabel, "Select", 20));
-        controls.push_back(makeCombo(graph, firstSelect, 60));
-        controls.push_back(makeCombo(graph, secondSelect, 150));
+        row.addLabel(selectLabel, "Select");
+        row.addCombo(firstSelect);
+        row.addCombo(secondSelect);
     }
     if (kind.search) {
-        int left = kind.select ? 240 : 20;
-        controls.push_back(makeLabel(searchLabel, "Search", left));
-        controls.push_back(makeCombo(graph, firstSearch, left + 40));
+        row.addLabel(searchLabel, "Search");
+        row.addCombo(firstSearch);
     }
     if (hasCombo(graph, secondSearch))
-        controls.push_back(makeCombo(graph, secondSearch, 370));
-    return controls;
+        row.addCombo(secondSearch);
+    return std::move(row.controls);
 }
 
 int freeLeftOf(const Graph& graph)

@@ -58,7 +58,7 @@ bool plottable(double value);
 struct GraphControl {
     int id;                           // 1 and 4 labels, 2, 3, 5, 6 combo boxes
     const char* label;                // of a label, null for a combo box
-    int x, y, width, height;          // pixels; a combo box with its list dropped down
+    int x, y, width, height;          // pixels of an ordinary display; a combo box with its list dropped down
     std::vector<std::string> entries; // of a combo box
     int selected;                     // entry shown, -1 none
     const char* name = nullptr;       // of a combo box: for who does not see what it stands beside

@@ -15,28 +15,28 @@ namespace {
 
 void appendFactor(std::string& text, const CalibrationAnswer& answer)
 {
-    appendFormat(text, "\tfactor\t\t: %.3f, with %d percent between %.3f and %.3f\n", answer.factor, calibrationLevel,
-                 answer.lowest, answer.highest);
-    appendFormat(text, "\tdrag area\t: %.3f m2 at %d kph\n", answer.dragArea, dragAreaSpeed);
+    appendFormat(text, "\tfactor          : %.3f, with %d percent between %.3f and %.3f\n", answer.factor,
+                 calibrationLevel, answer.lowest, answer.highest);
+    appendFormat(text, "\tdrag area       : %.3f m2 at %d kph\n", answer.dragArea, dragAreaSpeed);
     if (answer.angle)
-        appendFormat(text, "\tas an angle\t: %.1f deg of the torso give the same drag without a factor\n",
+        appendFormat(text, "\tas an angle     : %.1f deg of the torso give the same drag without a factor\n",
                      *answer.angle);
-    appendFormat(text, "\trolling\t\t: %d percent more of it would change the factor by %+.3f\n", rollingPercent,
+    appendFormat(text, "\trolling         : %d percent more of it would change the factor by %+.3f\n", rollingPercent,
                  answer.rollingEffect);
-    appendFormat(text, "\tresidual\t: %.0f W over a minute\n", answer.residual);
+    appendFormat(text, "\tresidual        : %.0f W over a minute\n", answer.residual);
 }
 
 void appendRide(std::string& text, const CalibratedRide& ride, const MeasuredRide& measured)
 {
     appendFormat(text, "\n '%s', %s UTC\n\n", shownFileName(measured.path).c_str(), formatDateTime(ride.start).c_str());
-    appendFormat(text, "\tfactor alone\t: %.3f\n", ride.factor);
+    appendFormat(text, "\tfactor alone    : %.3f\n", ride.factor);
     if (ride.foundWind)
-        appendFormat(text, "\teffective wind\t: %.1f m/s from %.0f deg\n", windSpeed(ride), windDirection(ride));
-    appendFormat(text, "\ttemperature\t: %.1f Cel\n", ride.temperature);
-    appendFormat(text, "\tused\t\t: %u sec in %zu windows\n", ride.seconds[used], ride.windows);
+        appendFormat(text, "\teffective wind  : %.1f m/s from %.0f deg\n", windSpeed(ride), windDirection(ride));
+    appendFormat(text, "\ttemperature     : %.1f Cel\n", ride.temperature);
+    appendFormat(text, "\tused            : %u sec in %zu windows\n", ride.seconds[used], ride.windows);
     for (int reason = leftSlow; reason < leftOutCount; ++reason)
         if (ride.seconds[reason] != 0)
-            appendFormat(text, "\tleft out\t: %u sec %s\n", ride.seconds[reason], leftOutNames[reason]);
+            appendFormat(text, "\tleft out        : %u sec %s\n", ride.seconds[reason], leftOutNames[reason]);
 }
 
 void appendHeldOut(std::string& text, const HeldOut& out)

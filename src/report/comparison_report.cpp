@@ -24,20 +24,20 @@ std::string correlationText(const PowerComparison& comparison)
 
 void appendPowers(std::string& text, const char* label, const double (&powers)[2])
 {
-    appendFormat(text, "\t%s\t: first %.1f, second %.1f watts, ratio %s\n", label, powers[0], powers[1],
+    appendFormat(text, "\t%-24s: first %.1f, second %.1f watts, ratio %s\n", label, powers[0], powers[1],
                  ratioText(powers).c_str());
 }
 
 void appendWhole(std::string& text, const RideComparison& comparison)
 {
     const PowerComparison& whole = comparison.whole;
-    appendFormat(text, "\tcommon seconds\t\t: %u; in the first alone %u, in the second alone %u\n", whole.seconds,
+    appendFormat(text, "\tcommon seconds          : %u; in the first alone %u, in the second alone %u\n", whole.seconds,
                  comparison.alone[0], comparison.alone[1]);
-    appendPowers(text, "mean power\t\t", whole.mean);
+    appendPowers(text, "mean power", whole.mean);
     if (whole.normalised[0] > 0)
         appendPowers(text, "normalised power", whole.normalised);
-    appendFormat(text, "\tcorrelation\t\t: %s, of %u means over %u s\n", correlationText(whole).c_str(), whole.windows,
-                 comparisonWindow);
+    appendFormat(text, "\tcorrelation             : %s, of %u means over %u s\n", correlationText(whole).c_str(),
+                 whole.windows, comparisonWindow);
 }
 
 void appendSector(std::string& text, size_t number, const PowerComparison& sector)
@@ -67,8 +67,8 @@ void reportComparison(Screens& screens, const RideComparison& comparison, std::s
                       std::string_view second)
 {
     std::string text = "\n comparison of power\n\n";
-    appendFormat(text, "\tfirst\t\t\t\t: %s\n", shownFileName(first).c_str());
-    appendFormat(text, "\tsecond\t\t\t\t: %s\n", shownFileName(second).c_str());
+    appendFormat(text, "\tfirst                   : %s\n", shownFileName(first).c_str());
+    appendFormat(text, "\tsecond                  : %s\n", shownFileName(second).c_str());
     appendWhole(text, comparison);
     appendSectors(screens, text, comparison);
     handOver(screens, Pane::lower, text);

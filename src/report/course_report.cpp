@@ -29,24 +29,24 @@ std::string changeText(double seconds)
 void appendEffort(std::string& text, const PlannedCourse& planned)
 {
     const CourseRide& ride = planned.ride;
-    appendFormat(text, "\tpower\t\t: mean %.0f W, normalised %.0f W\n", ride.meanPower, ride.normalisedPower);
+    appendFormat(text, "\tpower           : mean %.0f W, normalised %.0f W\n", ride.meanPower, ride.normalisedPower);
     if (planned.threePowers[0] > 0)
-        appendFormat(text, "\tthree powers\t: %.0f W up, %.0f W on the flat, %.0f W down\n", planned.threePowers[0],
+        appendFormat(text, "\tthree powers    : %.0f W up, %.0f W on the flat, %.0f W down\n", planned.threePowers[0],
                      planned.threePowers[1], planned.threePowers[2]);
-    appendFormat(text, "\twork\t\t: %.0f kJ\n", ride.kiloJoule);
+    appendFormat(text, "\twork            : %.0f kJ\n", ride.kiloJoule);
 }
 
 void appendTime(std::string& text, const AnsweredCourse& a)
 {
     const CourseRide& ride = a.planned.ride;
-    appendFormat(text, "\tmoving\t\t: %s, between %s and %s\n", durationText(ride.movingSeconds).c_str(),
+    appendFormat(text, "\tmoving          : %s, between %s and %s\n", durationText(ride.movingSeconds).c_str(),
                  durationText(a.planned.fastest).c_str(), durationText(a.planned.slowest).c_str());
     if (ride.seconds > ride.movingSeconds)
-        appendFormat(text, "\twith stops\t: %s\n", durationText(ride.seconds).c_str());
+        appendFormat(text, "\twith stops      : %s\n", durationText(ride.seconds).c_str());
     if (a.answer.start)
-        appendFormat(text, "\tstart, arrival\t: %s and %s UTC\n", formatDateTime(*a.answer.start).c_str(),
+        appendFormat(text, "\tstart, arrival  : %s and %s UTC\n", formatDateTime(*a.answer.start).c_str(),
                      formatDateTime(*a.answer.start + static_cast<uint32_t>(std::lround(ride.seconds))).c_str());
-    appendFormat(text, "\tspeed\t\t: average %.1f kph, highest %.1f kph\n",
+    appendFormat(text, "\tspeed           : average %.1f kph, highest %.1f kph\n",
                  ride.movingSeconds > 0 ? a.course.length / ride.movingSeconds * kphPerMps : 0,
                  ride.topSpeed * kphPerMps);
 }
@@ -60,19 +60,20 @@ void appendRiding(std::string& text, const AnsweredCourse& a)
 {
     const CourseRide& ride = a.planned.ride;
     if (a.answer.stress > 0)
-        appendFormat(text, "\tintensity\t: %.2f of ftp, stress score %.0f\n", a.answer.intensity, a.answer.stress);
-    appendFormat(text, "\tcoasting\t: %.0f %% of the time, braking %.0f %%\n", shareOf(ride.coastSeconds, ride),
+        appendFormat(text, "\tintensity       : %.2f of ftp, stress score %.0f\n", a.answer.intensity, a.answer.stress);
+    appendFormat(text, "\tcoasting        : %.0f %% of the time, braking %.0f %%\n", shareOf(ride.coastSeconds, ride),
                  shareOf(ride.brakeSeconds, ride));
     if (ride.lowestCadence > 0)
-        appendFormat(text, "\tlowest cadence\t: %.0f rpm\n", ride.lowestCadence);
-    appendFormat(text, "\tbrakes\t\t: highest %.0f Cel front, %.0f Cel rear\n", ride.hottest[0], ride.hottest[1]);
+        appendFormat(text, "\tlowest cadence  : %.0f rpm\n", ride.lowestCadence);
+    appendFormat(text, "\tbrakes          : highest %.0f Cel front, %.0f Cel rear\n", ride.hottest[0], ride.hottest[1]);
 }
 
 void appendWhole(std::string& text, const AnsweredCourse& a)
 {
     const CourseFindings& f = a.course.findings;
-    appendFormat(text, "\tdistance\t: %.3f km\n", a.course.length / 1000);
-    appendFormat(text, "\tclimbed\t\t: %.0f m, %.0f m smoothed over %.0f m\n", f.climbedRaw, f.climbed, f.smoothing);
+    appendFormat(text, "\tdistance        : %.3f km\n", a.course.length / 1000);
+    appendFormat(text, "\tclimbed         : %.0f m, %.0f m smoothed over %.0f m\n", f.climbedRaw, f.climbed,
+                 f.smoothing);
     appendTime(text, a);
     appendEffort(text, a.planned);
     appendRiding(text, a);

@@ -42,13 +42,13 @@ bool hasMeter(const RideAnswer& answer)
 void appendWay(std::string& text, const RideAnswer& answer)
 {
     const StretchFigures& whole = answer.whole;
-    appendFormat(text, "\tstart\t\t: %s UTC\n", formatDateTime(answer.start).c_str());
-    appendFormat(text, "\tmoving\t\t: %s, standing %s\n", durationText(whole.seconds).c_str(),
+    appendFormat(text, "\tstart           : %s UTC\n", formatDateTime(answer.start).c_str());
+    appendFormat(text, "\tmoving          : %s, standing %s\n", durationText(whole.seconds).c_str(),
                  durationText(answer.elapsed - whole.seconds).c_str());
-    appendFormat(text, "\tdistance\t: %.3f km\n", answer.distance / 1000);
+    appendFormat(text, "\tdistance        : %.3f km\n", answer.distance / 1000);
     if (answer.hasAltitude)
-        appendFormat(text, "\tclimbed\t\t: %.0f m\n", whole.climbed);
-    appendFormat(text, "\tspeed\t\t: average %.1f kph, highest %.1f kph\n", kphOf(whole),
+        appendFormat(text, "\tclimbed         : %.0f m\n", whole.climbed);
+    appendFormat(text, "\tspeed           : average %.1f kph, highest %.1f kph\n", kphOf(whole),
                  answer.highestSpeed * kphPerMps);
 }
 
@@ -179,9 +179,9 @@ void appendBrakes(std::string& text, const RideAnswer& answer)
         return;
     const BrakeFigures& brakes = *answer.brakes;
     text += "\n brakes\n\n";
-    appendFormat(text, "\tgreatest force\t: %.1f kgf\n", brakes.mostForce);
+    appendFormat(text, "\tgreatest force  : %.1f kgf\n", brakes.mostForce);
     for (int wheel : {0, 1})
-        appendFormat(text, "\t%s\t: highest %.1f Cel, %.1f kJ taken up\n", wheel == 0 ? "front brake" : "rear brake",
+        appendFormat(text, "\t%-16s: highest %.1f Cel, %.1f kJ taken up\n", wheel == 0 ? "front brake" : "rear brake",
                      brakes.highest[wheel], brakes.kiloJoule[wheel]);
 }
 

@@ -17,4 +17,9 @@ int scaled(int pixels)
     return MulDiv(pixels, displayDots(), USER_DEFAULT_SCREEN_DPI);
 }
 
+int unscaled(int pixels)
+{
+    return MulDiv(pixels, USER_DEFAULT_SCREEN_DPI, displayDots());
+}
+
 } // namespace torvane

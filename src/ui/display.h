@@ -10,4 +10,7 @@ int displayDots();
 // A length that is given for an ordinary display, in pixels of this one.
 int scaled(int pixels);
 
+// The other way: what a length of this display is on an ordinary one.
+int unscaled(int pixels);
+
 } // namespace torvane

@@ -1,6 +1,7 @@
 #include "ui/graph_canvas.h"
 
 #include "plot/graph_view.h"
+#include "ui/display.h"
 #include "ui/paint_picture.h"
 
 namespace torvane {
@@ -14,6 +15,11 @@ RECT whole(SIZE size)
 
 } // namespace
 
+Picture graphPicture(const Graph& graph, SIZE size)
+{
+    return drawGraphView(graph, unscaled(size.cx), unscaled(size.cy));
+}
+
 GdiObject<HBITMAP> drawGraphBitmap(HDC like, const Graph& graph, SIZE size, const Ground& ground)
 {
     GdiObject bitmap(CreateCompatibleBitmap(like, size.cx, size.cy));
@@ -21,7 +27,7 @@ GdiObject<HBITMAP> drawGraphBitmap(HDC like, const Graph& graph, SIZE size, cons
     GdiObject brush(CreateSolidBrush(ground.ground));
     RECT place = whole(size);
     FillRect(device, &place, brush);
-    paintPicture(device, drawGraphView(graph, size.cx, size.cy), place, ground);
+    paintPicture(device, graphPicture(graph, size), place, ground);
     return bitmap;
 }
 
@@ -41,7 +47,7 @@ void GraphCanvas::paint(HDC screen, const Graph& graph, SIZE size, int point)
     GdiObject shown(CreateCompatibleBitmap(screen, size.cx, size.cy));
     MemoryDevice from(screen, base), to(screen, shown);
     BitBlt(to, 0, 0, size.cx, size.cy, from, 0, 0, SRCCOPY);
-    paintPicture(to, drawReadOut(graph, size.cx, size.cy, point), whole(size), systemGround());
+    paintPicture(to, drawReadOut(graph, unscaled(size.cx), unscaled(size.cy), point), whole(size), systemGround());
     BitBlt(screen, 0, 0, size.cx, size.cy, to, 0, 0, SRCCOPY);
 }
 

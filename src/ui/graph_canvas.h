@@ -4,9 +4,14 @@
 
 #include "plot/graph.h"
 #include "plot/ground.h"
+#include "plot/picture.h"
 #include "ui/gdi_object.h"
 
 namespace torvane {
+
+// Sizes are a window's, in pixels of the display; the picture is in those of an ordinary one, for which letters and
+// lines are measured.
+Picture graphPicture(const Graph& graph, SIZE size);
 
 // Of that size, as it is seen on a ground.
 GdiObject<HBITMAP> drawGraphBitmap(HDC like, const Graph& graph, SIZE size, const Ground& ground);

@@ -2,7 +2,6 @@
 
 #include "core/files.h"
 #include "core/shown_text.h"
-#include "plot/graph_view.h"
 #include "plot/svg.h"
 #include "ui/file_prompts.h"
 #include "ui/graph_canvas.h"
@@ -62,7 +61,7 @@ std::vector<uint8_t> fileOf(HWND window, const Graph& graph, SIZE size, const st
 {
     if (!path.ends_with(".svg"))
         return pngOf(bitmapOf(window, graph, size));
-    std::string text = svgText(drawGraphView(graph, size.cx, size.cy));
+    std::string text = svgText(graphPicture(graph, size));
     return {text.begin(), text.end()};
 }
 
@@ -130,7 +129,7 @@ void printGraph(HWND window, const Graph& graph, SIZE size)
     document.lpszDocName = L"Torvane graph";
     if (StartDocW(printer, &document) > 0) {
         StartPage(printer);
-        paintPicture(printer, drawGraphView(graph, size.cx, size.cy), placeOnPaper(printer, size));
+        paintPicture(printer, graphPicture(graph, size), placeOnPaper(printer, size));
         EndPage(printer);
         EndDoc(printer);
     }

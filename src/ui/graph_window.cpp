@@ -24,7 +24,6 @@ namespace torvane {
 namespace {
 
 constexpr wchar_t className[] = L"graph";
-constexpr int droppedWidth = 160; // pixels of a list that hangs down: wider than its box, for the longest series name
 constexpr int readOutId = 7;
 
 // Of the system's menu as well, which keeps the low four bits and all from 0xF000 on.
@@ -47,6 +46,18 @@ SIZE clientSize(HWND window)
     RECT client;
     GetClientRect(window, &client);
     return {client.right, client.bottom};
+}
+
+// As the picture is measured.
+SIZE pictureSize(HWND window)
+{
+    SIZE size = clientSize(window);
+    return {unscaled(size.cx), unscaled(size.cy)};
+}
+
+POINT pointerOn(LPARAM lParam)
+{
+    return {unscaled(static_cast<short>(LOWORD(lParam))), unscaled(static_cast<short>(HIWORD(lParam)))};
 }
 
 // What the user sees and the screen reader tells.
@@ -118,23 +129,21 @@ void createControl(HWND window, const GraphControl& control)
         nameNext(window, widen(control.name).c_str());
     DWORD style = WS_CHILD | WS_VISIBLE | (combo ? CBS_DROPDOWNLIST | WS_VSCROLL | WS_TABSTOP : ES_READONLY);
     HWND made =
-        CreateWindowExW(0, combo ? L"COMBOBOX" : L"EDIT", combo ? L"" : widen(control.label).c_str(), style, control.x,
-                        control.y, control.width, control.height, window,
+        CreateWindowExW(0, combo ? L"COMBOBOX" : L"EDIT", combo ? L"" : widen(control.label).c_str(), style,
+                        scaled(control.x), scaled(control.y), scaled(control.width), scaled(control.height), window,
                         reinterpret_cast<HMENU>(static_cast<INT_PTR>(control.id)), mainWindow.instance, nullptr);
     SendMessageW(made, WM_SETFONT, reinterpret_cast<WPARAM>(static_cast<HFONT>(graphWindow.controlFont)), TRUE);
     for (const std::string& entry : control.entries)
         SendMessageW(made, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(widen(entry).c_str()));
-    if (combo) {
-        SendMessageW(made, CB_SETDROPPEDWIDTH, droppedWidth, 0);
+    if (combo)
         SendMessageW(made, CB_SETCURSEL, static_cast<WPARAM>(control.selected), 0);
-    }
 }
 
 // Beside the lists, above the curves.
 void createReadOut(HWND window)
 {
     graphWindow.readOut =
-        CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE | SS_NOPREFIX | SS_ENDELLIPSIS, 0, 0, 0, 0, window,
+        CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE | SS_NOPREFIX, 0, 0, 0, 0, window,
                         reinterpret_cast<HMENU>(static_cast<INT_PTR>(readOutId)), mainWindow.instance, nullptr);
     SendMessageW(graphWindow.readOut, WM_SETFONT, reinterpret_cast<WPARAM>(static_cast<HFONT>(graphWindow.controlFont)),
                  TRUE);
@@ -150,7 +159,7 @@ void showChoices(HWND window)
 
 LRESULT onCreate(HWND window, WPARAM, LPARAM)
 {
-    graphWindow.controlFont = createGraphFont(controlFontHeight, false);
+    graphWindow.controlFont = createGraphFont(scaled(controlFontHeight), false);
     for (const GraphControl& control : graphControls(graphWindow.graph))
         createControl(window, control);
     createReadOut(window);
@@ -160,10 +169,12 @@ LRESULT onCreate(HWND window, WPARAM, LPARAM)
 
 LRESULT onSize(HWND window, WPARAM, LPARAM)
 {
+    constexpr int wholeRoom = 360, edge = 4, line = controlFontHeight + 1;
     int left = freeLeftOf(graphWindow.graph);
-    int right = static_cast<int>(clientSize(window).cx);
-    MoveWindow(graphWindow.readOut, left, controlTop, std::max(right - left - controlTop, 0), controlFontHeight + 2,
-               TRUE);
+    int room = std::max(static_cast<int>(pictureSize(window).cx) - left - edge, 0);
+    bool wraps = room < wholeRoom;
+    MoveWindow(graphWindow.readOut, scaled(left), scaled(wraps ? edge : controlTop), scaled(room),
+               scaled(wraps ? 2 * line : line), TRUE);
     return 0;
 }
 
@@ -180,7 +191,7 @@ POINT menuPlace(HWND window, LPARAM lParam)
 {
     POINT at = {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
     if (lParam == -1) { // by the keyboard
-        at = {controlTop, controlTop};
+        at = {scaled(controlTop), scaled(controlTop)};
         ClientToScreen(window, &at);
     }
     return at;
@@ -217,9 +228,9 @@ LRESULT onMouseMove(HWND window, WPARAM, LPARAM lParam)
 {
     TRACKMOUSEEVENT track = {sizeof track, TME_LEAVE, window, 0};
     TrackMouseEvent(&track);
-    SIZE size = clientSize(window);
-    showPoint(window, nearestPoint(graphWindow.graph, size.cx, size.cy, static_cast<short>(LOWORD(lParam)),
-                                   static_cast<short>(HIWORD(lParam))));
+    SIZE size = pictureSize(window);
+    POINT at = pointerOn(lParam);
+    showPoint(window, nearestPoint(graphWindow.graph, size.cx, size.cy, at.x, at.y));
     return 0;
 }
 
@@ -243,7 +254,7 @@ void stepTo(HWND window, PointStep step)
 {
     TRACKMOUSEEVENT track = {sizeof track, TME_LEAVE | TME_CANCEL, window, 0};
     TrackMouseEvent(&track); // a pointer that is seen to leave late would take the point away
-    SIZE size = clientSize(window);
+    SIZE size = pictureSize(window);
     showPoint(window, steppedPoint(graphWindow.graph, size.cx, size.cy, graphWindow.point, step));
 }
 
@@ -272,11 +283,9 @@ LRESULT onSystemColours(HWND window, WPARAM, LPARAM)
 LRESULT onClick(HWND window, WPARAM, LPARAM lParam)
 {
     if (kindOf(graphWindow.graph).search) {
-        RECT client;
-        GetClientRect(window, &client);
-        int x = static_cast<short>(LOWORD(lParam));
-        int y = static_cast<short>(HIWORD(lParam));
-        if (pickPoint(graphWindow.graph, client.right, client.bottom, x, y))
+        SIZE size = pictureSize(window);
+        POINT at = pointerOn(lParam);
+        if (pickPoint(graphWindow.graph, size.cx, size.cy, at.x, at.y))
             showChoices(window);
     }
     SetFocus(window);

@@ -60,7 +60,8 @@ TEST_F(PrepareConsole, PreparesAnalysesAndWritesAtOneStroke)
 
     Call compared = call({"compare", source, out});
     EXPECT_EQ(compared.code, 0) << compared.err;
-    EXPECT_TRUE(contains(compared.out, "\tcommon seconds\t\t: 200; in the first alone 0, in the second alone 398\n"));
+    EXPECT_TRUE(
+        contains(compared.out, "\tcommon seconds          : 200; in the first alone 0, in the second alone 398\n"));
     EXPECT_TRUE(contains(compared.out, ": first 154.5, second ")) << compared.out;
     EXPECT_EQ(call({"compare", source, in + "none.fit"}).code, 1);
     EXPECT_EQ(call({"convert", "--prepare", source, out}).code, 2);
@@ -99,7 +100,7 @@ TEST_F(PrepareConsole, TellsWhatARideCost)
     EXPECT_EQ(told.code, 0) << told.err;
     EXPECT_EQ(folder.count(), 1u);
     for (const char* line :
-         {"\tmoving\t\t: 00:09:57h, standing 00:00:00h\n", "\tdistance\t: 5.97", " of measured 154 W\n"})
+         {"\tmoving          : 00:09:57h, standing 00:00:00h\n", "\tdistance        : 5.97", " of measured 154 W\n"})
         EXPECT_TRUE(contains(told.out, line)) << line << told.out;
     EXPECT_TRUE(contains(told.err, "note: the file holds no distance")) << told.err;
     EXPECT_TRUE(contains(told.out, "\tthe file holds no distance")) << told.out;

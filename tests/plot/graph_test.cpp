@@ -113,6 +113,8 @@ TEST(Graph, selectListsOfLinesLeaveTheFirstSeriesOut)
     expectFigures({graph.axisSeries[axisX], graph.axisSeries[axisY], graph.axisSeries[axisSecondY], graph.picked,
                    graphControls(graph)[1].selected},
                   {0, 3, 1, 0, 2});
+    graph.series.seriesNames[2] = "predicted power(W)"; // 108 pixels wide, beside an arrow of 18
+    EXPECT_GE(graphControls(graph)[1].width, 108 + 18);
 }
 
 TEST(Graph, searchListsGoTogether)

@@ -44,10 +44,10 @@ TEST(RideAnswerReport, everyNumberStandsUnderItsName)
     CapturedScreens shown;
     reportRideAnswer(shown.screens, model, ride, {});
     EXPECT_EQ(shown.lower.substr(shown.lower.find("\tmoving")),
-              "\tmoving\t\t: 01:00:00h, standing 00:05:00h\n"
-              "\tdistance\t: 36.500 km\n"
-              "\tclimbed\t\t: 420 m\n"
-              "\tspeed\t\t: average 36.0 kph, highest 54.0 kph\n"
+              "\tmoving          : 01:00:00h, standing 00:05:00h\n"
+              "\tdistance        : 36.500 km\n"
+              "\tclimbed         : 420 m\n"
+              "\tspeed           : average 36.0 kph, highest 54.0 kph\n"
               "\n power and work          predicted  measured\n\n"
               "\tmean, coasting too         202       212 W\n"
               "\tnormalised                 203       213 W\n"
@@ -71,9 +71,9 @@ TEST(RideAnswerReport, everyNumberStandsUnderItsName)
               "\t 42 x 27  00:00:30h   3.0 %\n"
               "\t 42 x 19  00:16:08h  96.8 %\n"
               "\n brakes\n\n"
-              "\tgreatest force\t: 25.0 kgf\n"
-              "\tfront brake\t: highest 110.0 Cel, 130.0 kJ taken up\n"
-              "\trear brake\t: highest 120.0 Cel, 140.0 kJ taken up\n");
+              "\tgreatest force  : 25.0 kgf\n"
+              "\tfront brake     : highest 110.0 Cel, 130.0 kJ taken up\n"
+              "\trear brake      : highest 120.0 Cel, 140.0 kJ taken up\n");
     Figures figures = answerFigures(model, ride.answer);
     EXPECT_EQ(
         listed(figures.values),
