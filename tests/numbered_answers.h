@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <initializer_list>
 
 namespace torvane {
 
@@ -86,6 +87,33 @@ inline ShownPlan numberedPlan(double more)
     answer.whatIf = {{{-61, 71, 0, 14}, {-2, 72, 73, 0}, {125, 0, 0, 0}, {0.4, 0, 0, 0}, {3, 74.4, 75, 30}}};
     plan.label = "pacing=plan";
     return plan;
+}
+
+// The same course with nothing to tell of but its time, as it is without a plan for the powers.
+inline ShownPlan plainPlan()
+{
+    ShownPlan plan = numberedPlan(0);
+    CourseRide& ride = plan.answered.planned.ride;
+    ride.seconds = ride.movingSeconds;
+    ride.lowestCadence = ride.walkMetres = 0;
+    for (CourseStep& step : ride.steps)
+        step.motor = 0;
+    plan.answered.planned.even = {};
+    plan.answered.planned.stretchSeconds = 0;
+    plan.answered.course.findings = {.pointsRead = 100};
+    CourseAnswer& answer = plan.answered.answer;
+    answer.start.reset();
+    answer.stress = 0;
+    answer.climbs.clear();
+    answer.stretches[1].walkSeconds = 0;
+    answer.whatIf = {};
+    return plan;
+}
+
+inline void expectUntold(const std::string& told, std::initializer_list<const char*> words)
+{
+    for (const char* each : words)
+        EXPECT_EQ(told.find(each), told.npos) << each;
 }
 
 } // namespace torvane

@@ -73,34 +73,45 @@ TEST(Page, ThinningKeepsEveryPeak)
     EXPECT_EQ(thinnedPoints(300, series).size(), 300u);
 }
 
-// 4000 s of which the last ten are without power: no row of the table is empty, and no column.
+// 4000 steps of which the last ten are without power: no row of the table is empty, and no column. The rows rise.
 TEST(Page, BestMeansAreOverDurationsThatTheRowsHave)
 {
-    std::vector<RiddenRow> rows(4000);
-    for (uint32_t i = 0; i < rows.size(); ++i) {
-        rows[i].timestamp = 1001 + i;
-        rows[i].seconds = 1;
-        if (i < 3990)
-            rows[i].power[predictedFigure] = 200;
-    }
-    auto pageOf = [&] {
-        RideAnswer answer;
-        answer.power[predictedFigure] = PowerFigures();
+    RideAnswer answer;
+    answer.power[predictedFigure] = PowerFigures();
+    auto rowsOf = [](uint32_t step) {
+        std::vector<RiddenRow> rows(4000);
+        for (uint32_t i = 0; i < rows.size(); ++i) {
+            rows[i].timestamp = 1000 + step * (i + 1);
+            rows[i].seconds = step;
+            if (i < 3990)
+                rows[i].power[predictedFigure] = 200;
+        }
+        return rows;
+    };
+    auto pageOf = [&](const std::vector<RiddenRow>& rows) {
         HtmlPage page("Ride", "");
-        addPowerSection(page, Model(), rows, answer);
+        addPowerSection(page, Model{}, rows, answer);
         return page.html();
     };
-    std::string html = pageOf();
-    for (const char* time : {"00:00:01", "00:00:30", "00:01:00", "00:20:00", "01:00:00", "01:06:30"})
-        EXPECT_EQ(countOf(html, formatText("<th scope=\"row\">%s</th><td class=\"n\">200</td></tr>", time)), 1u)
-            << time;
-    EXPECT_EQ(html.find("<td>-</td>"), html.npos);
-    EXPECT_EQ(html.find("Measured W"), html.npos);
-    EXPECT_EQ(html.find("<p>-: "), html.npos);
+    for (uint32_t step : {1u, 30u}) {
+        std::string html = pageOf(rowsOf(step));
+        size_t last = 0;
+        for (const char* time : {"00:00:01", "00:00:30", "00:01:00", "00:20:00", "01:00:00", "01:06:30", "02:00:00",
+                                 "11:00:00", "12:00:00", "24:00:00", "33:15:00"}) {
+            size_t at = html.find(formatText("<th scope=\"row\">%s</th><td class=\"n\">200</td></tr>", time));
+            bool shorter = std::string(time) <= "01:06:30", own = std::string(time) == "01:06:30";
+            EXPECT_EQ(at != html.npos && at > last, step == 1 ? shorter : !own) << step << time;
+            last = at == html.npos ? last : at;
+        }
+        EXPECT_EQ(html.find("<td>-</td>"), html.npos);
+        EXPECT_EQ(html.find("Measured W"), html.npos);
+        EXPECT_EQ(html.find("<p>-: "), html.npos);
+    }
     // A meter that fails has its own longest time; the picture's axis is that of the script.
+    std::vector<RiddenRow> rows = rowsOf(1);
     for (RiddenRow& row : std::span(rows).first(2000))
         row.power[measuredFigure] = 100;
-    html = pageOf();
+    std::string html = pageOf(rows);
     for (const char* row : {"00:33:20</th><td class=\"n\">100</td><td class=\"n\">200<", "<p>-: ", ">20 min</text>"})
         EXPECT_NE(html.find(row), html.npos) << row;
 }

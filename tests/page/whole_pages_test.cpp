@@ -94,6 +94,13 @@ TEST(WholePage, ofAPlanAgainstAnother)
     expectPage(coursePage(model, numberedPlan(0), {"a note"}, &other), "plan");
 }
 
+TEST(WholePage, tellsNothingOfWhatAPlanHasNot)
+{
+    expectUntold(coursePage(defaultModel(), plainPlan(), {}, nullptr),
+                 {"With stops", "Stress", "owest cadence", "Against", "stretches alone", "n foot", "sprocket", "Track,",
+                  "Climbs</caption>", ">At<", "Mended", "Motor", "shaded", "data-shade"});
+}
+
 // Six records 10 s apart, one of them excluded.
 AnsweredRide numberedRide()
 {
@@ -174,7 +181,7 @@ TEST(WholePage, ofASimulation)
     curves.seriesNames = {"time(s)", "front brake(Cel)", "speed(kph)"};
     for (double value : {0.0, 21.0, 31.0, 2.0, 22.0, 32.0, 1.0, 23.0, 33.0, 3.0, 24.0, 34.0})
         curves.values.push_back(value);
-    expectPage(runPage("Braking", figures, &curves, {{"mass", "70 kg"}, {"slope", "3"}}), "run");
+    expectPage(runPage(Model(), "Braking", figures, &curves, {{"mass", "70 kg"}, {"slope", "3"}}), "run");
 }
 
 // The widths are Arial's: "Air 75 %" is 3.779 times the size of its letters long, "Slope 25 %" is 4.946.

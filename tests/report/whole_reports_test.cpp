@@ -99,6 +99,21 @@ TEST(WholeReport, ofAPlan)
                "tests/report/told/plan.txt");
 }
 
+TEST(WholeReport, tellsNothingOfWhatAPlanHasNot)
+{
+    ParameterBlock block = defaultBlock();
+    Model model = modelOf(block);
+    AnsweredCourse answered = plainPlan().answered;
+    CapturedScreens shown;
+    reportCourse(shown.screens, model, answered, {});
+    expectUntold(shown.lower, {"with stops", "arrival", "three powers", "intensity", "owest cadence", "even power",
+                               "stretches alone", "climbs\n", "on foot", "sprocket", "known of"});
+    Figures figures = courseFigures(model, answered);
+    expectUntold(listed(figures.values), {"start", "intensity", "lowestCadence", "evenPower", "gain", "stretchSeconds",
+                                          "steepPower", "stressScore"});
+    EXPECT_EQ(listed(figures.groups.back().items[0]), "seconds 0 sec; walked 0 m; ");
+}
+
 TEST(WholeReport, ofACalibration)
 {
     MeasuredRide rides[2];
