@@ -1,6 +1,7 @@
 #include "torvane/calculator.h"
 
 #include "cli/console_fixture.h"
+#include "core/json.h"
 #include "core/parameter_file.h"
 
 #include <gtest/gtest.h>
@@ -8,6 +9,7 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <tuple>
 
 namespace torvane::library {
 
@@ -131,8 +133,50 @@ TEST_F(LibraryTest, AnswersAsTheConsoleDoes)
     ASSERT_EQ(call({"prepare", path, analysed}).code, 0);
     ASSERT_TRUE(calculator.prepareRide());
     EXPECT_EQ(*calculator.rideFile(), bytesOf(analysed));
-    EXPECT_EQ(calculator.prepareRide({.gapLimit = 0}).error().entry, "gapLimit");
+    for (auto [preparation, entry, least, most] : {std::tuple(Preparation{.gapLimit = 0}, "gapLimit", 1, 300),
+                                                   {{.gapLimit = 301}, "gapLimit", 1, 300},
+                                                   {{.jumpSpeed = 9.9}, "jumpSpeed", 10, 1000},
+                                                   {{.jumpSpeed = 1001}, "jumpSpeed", 10, 1000}}) {
+        Error error = calculator.prepareRide(preparation).error();
+        EXPECT_EQ(error.entry, entry);
+        EXPECT_TRUE(error.limits->least == least && error.limits->most == most) << entry;
+    }
     EXPECT_EQ(*calculator.rideFile(), bytesOf(analysed));
+    EXPECT_TRUE(calculator.prepareRide({.gapLimit = 1, .jumpSpeed = 10}));
+    EXPECT_TRUE(calculator.prepareRide({.gapLimit = 300, .jumpSpeed = 1000}));
+}
+
+TEST_F(LibraryTest, LeavesOutWhatWasMeasuredAsTheConsoleDoes)
+{
+    std::string meter = TORVANE_CHECKOUT "/samples/rides/meter.fit", prepared = in + "prepared.fit";
+    for (const char* dropped : {"dropPower", "dropCadence"}) {
+        ASSERT_EQ(call({"--force", "prepare", std::string(dropped) + "=on", meter, prepared}).code, 0);
+        ASSERT_TRUE(calculator.loadRide(meter));
+        const Result<Answer> answer = calculator.prepareRide(
+            {.dropPower = dropped == std::string("dropPower"), .dropCadence = dropped == std::string("dropCadence")});
+        EXPECT_EQ(*calculator.rideFile(), bytesOf(prepared)) << dropped;
+        EXPECT_TRUE(contains(answer->lower, "findings of the preparation")) << answer->lower;
+    }
+}
+
+// The rows of a run without a table are the points of its curves. What fails says so in the report's words.
+TEST_F(LibraryTest, GivesCurvesAndReasonsAsTheConsoleDoes)
+{
+    ASSERT_EQ(call({"power-and-velocity", "--rows", in + "rows.csv"}).code, 0);
+    const Result<Answer> answer = calculator.ask({.command = "power-and-velocity", .graph = true});
+    Bytes table = bytesOf(in + "rows.csv");
+    std::istringstream rows(std::string(table.begin(), table.end()));
+    std::string cell;
+    std::getline(rows, cell);
+    for (size_t point = 0; point < answer->graph->series[0].values.size(); ++point)
+        for (const Series& series : answer->graph->series) {
+            std::getline(rows, cell, &series == &answer->graph->series.back() ? '\n' : ',');
+            EXPECT_NEAR(series.values[point], std::stod(cell), 0.001) << series.name << point;
+        }
+    EXPECT_FALSE(std::getline(rows, cell));
+    std::string why = calculator.ask({.command = "acceleration", .entries = {{"ridePower", 1}}}).error().text;
+    EXPECT_TRUE(contains(call({"acceleration", "ridePower=1"}).out, why)) << why;
+    EXPECT_TRUE(why.starts_with("acceleration which") && why.ends_with("too low cadence")) << why;
 }
 
 TEST_F(LibraryTest, OneCalculatorKnowsNothingOfAnother)
@@ -147,6 +191,56 @@ TEST_F(LibraryTest, OneCalculatorKnowsNothingOfAnother)
     Calculator moved = std::move(other);
     EXPECT_EQ(other.ask(question).error().kind, ErrorKind::incomplete); // NOLINT(bugprone-use-after-move): its promise
     EXPECT_TRUE(moved.analyseRide());
+}
+
+// As JSON, in the words of the console's help.
+std::string toldOf(const EntryInfo& info)
+{
+    constexpr const char* kinds[] = {"number", "whole", "choice", "switch", "text"};
+    JsonList object('{');
+    object.member("name", jsonString(info.name));
+    object.member("kind", jsonString(kinds[static_cast<size_t>(info.kind)]));
+    if (!info.unit.empty())
+        object.member("unit", jsonString(info.unit));
+    if (info.least)
+        object.member("least", jsonNumber(*info.least));
+    if (info.most)
+        object.member("most", jsonNumber(*info.most));
+    JsonList choices('[');
+    for (const std::string& choice : info.choices)
+        choices.element(jsonString(choice));
+    if (info.kind == EntryKind::onOff)
+        object.member("choices", "[\"off\", \"on\"]");
+    if (info.kind == EntryKind::choice)
+        object.member("choices", choices.close());
+    if (info.kind == EntryKind::choice)
+        object.member("default", jsonString(info.choices.at(static_cast<size_t>(info.value))));
+    else if (info.kind == EntryKind::onOff)
+        object.member("default", info.value != 0 ? "\"on\"" : "\"off\"");
+    else if (info.kind != EntryKind::text)
+        object.member("default", jsonNumber(info.value));
+    if (!info.when.empty())
+        object.member("when", jsonString(info.when));
+    object.member("meaning", jsonString(info.meaning));
+    std::string told = object.close();
+    told.pop_back();
+    return told;
+}
+
+TEST_F(LibraryTest, DescribesEveryEntryAsHelpDoes)
+{
+    std::string help = call({"help", "--json"}).out;
+    auto compare = [&](const Result<std::vector<EntryInfo>>& infos) {
+        for (const EntryInfo& info : *infos)
+            EXPECT_TRUE(info.name == "predictWheel" || contains(help, toldOf(info))) << toldOf(info);
+        return infos->size();
+    };
+    size_t pages = 1; // entry: the console has no name for the button of a wheel
+    for (size_t at = help.find("\"pages\""); (at = help.find("\"kind\"", at)) != help.npos; ++at)
+        ++pages;
+    EXPECT_EQ(compare(calculator.settings()), pages);
+    for (const char* command : {"power-and-velocity", "acceleration", "cadence-theory", "prepare", "plan"})
+        compare(calculator.entriesOf(command));
 }
 
 TEST_F(LibraryTest, DescribesEveryEntryThatItTakes)
