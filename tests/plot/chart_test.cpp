@@ -1,5 +1,6 @@
 // Charts for files: which curves, where their letters stand, and what becomes of values.
 #include "plot/chart.h"
+#include "plot/palette.h"
 #include "plot/text_width.h"
 #include "plot/ticks.h"
 
@@ -8,6 +9,8 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <string>
+#include <utility>
 #include <variant>
 
 namespace torvane {
@@ -85,6 +88,56 @@ TEST(Chart, lettersStandApartAtEverySize)
                 GraphSeries series = madeSeries(layout, size);
                 expectApart(drawChart(series, curvesAbout(series), chart));
             }
+}
+
+// By the lines at which its labels stand a chart tells its values back, whatever its size.
+TEST(Chart, isReadBackByItsLabels)
+{
+    const double values[][3] = {{0.5, 10, 300}, {1, -20, 301}, {2, 35, 310}, {4, 30, 305}};
+    GraphSeries series;
+    series.seriesNames = {"distance(km)", "power(W)", "altitude(m)"};
+    for (auto& row : values)
+        series.values.insert(series.values.end(), row, row + 3);
+    for (ChartSize size : {ChartSize{320, 240}, ChartSize{640, 480}, ChartSize{2400, 1350}}) {
+        CurveChoice choice;
+        choice.curves = {1, 2};
+        Picture picture = drawChart(series, choice, size);
+        double unit = picture.perPixel;
+        std::vector<std::pair<double, double>> across, up; // pixel and number
+        std::vector<const PictureLine*> curves;
+        for (const PictureItem& item : picture.items)
+            if (const auto* line = std::get_if<PictureLine>(&item)) {
+                Pixel from = line->points.front(), to = line->points.back();
+                if (line->points.size() > 2)
+                    curves.push_back(line);
+                for (const TextBox& box : textBoxes(picture)) {
+                    double middle = (box.left + box.right) / 2, height = (box.bottom - box.top) / 0.95 / emOfHeight;
+                    double y = box.bottom - 0.22 * emOfHeight * height - (baseOfHeight - 0.5) * height;
+                    bool number = box.text.find_first_not_of("-.0123456789") == std::string::npos;
+                    if (number && from.y == to.y && std::fabs(y - from.y / unit) < 0.2 && box.right < from.x / unit) {
+                        up.emplace_back(from.y, std::stod(box.text));
+                        EXPECT_EQ(line->colour == inkColour.light, up.back().second == 0) << box.text;
+                    }
+                    if (number && from.x == to.x && std::fabs(middle - from.x / unit) < 0.2 && box.top > to.y / unit)
+                        across.emplace_back(from.x, std::stod(box.text));
+                }
+            }
+        auto valueAt = [](const auto& ticks, double pixel) {
+            auto [a, b] = std::pair(ticks.front(), ticks.back());
+            for (auto [at, value] : ticks)
+                EXPECT_NEAR(a.second + (at - a.first) / (b.first - a.first) * (b.second - a.second), value, 0.1);
+            return a.second + (pixel - a.first) / (b.first - a.first) * (b.second - a.second);
+        };
+        auto second = std::ranges::adjacent_find(up, [](auto a, auto b) { return b.first > a.first; });
+        ASSERT_TRUE(curves.size() == 2 && across.size() > 2 && second != up.end()) << size.width;
+        std::vector<std::pair<double, double>> panels[] = {{up.begin(), second + 1}, {second + 1, up.end()}};
+        for (size_t curve : {0u, 1u})
+            for (size_t i = 0; i < std::size(values); ++i) {
+                ASSERT_GE(panels[curve].size(), 2u);
+                EXPECT_NEAR(valueAt(across, curves[curve]->points[i].x), values[i][0], 0.02) << i;
+                EXPECT_NEAR(valueAt(panels[curve], curves[curve]->points[i].y), values[i][curve + 1], 0.5) << i;
+            }
+    }
 }
 
 TEST(Chart, valuesThatAreNoneLeaveAGapAndAPeakStays)
