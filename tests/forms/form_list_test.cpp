@@ -4,6 +4,8 @@
 #include "form_fixture.h"
 #include "forms/entry_meanings.h"
 
+#include <cctype>
+#include <cmath>
 #include <cstring>
 #include <map>
 #include <set>
@@ -44,6 +46,25 @@ TEST(FormList, SaysWhatEveryEntryMeans)
     }
     for (const EntryMeaning& meaning : entryMeanings())
         EXPECT_TRUE(used.contains(meaning.text)) << meaning.name << " is of no form";
+}
+
+TEST(FormList, WordsAndStepsAreWhatTheyStandFor)
+{
+    auto holds = [](const char* text, const char* part) { return !text || std::strstr(text, part); };
+    for (const Form* form : allForms()) {
+        EXPECT_TRUE(!form->confirm || (std::isupper(*form->confirm) && std::islower(*form->title))) << form->title;
+        for (const Row& row : form->rows) {
+            if (row.kind != RowKind::real && row.kind != RowKind::whole)
+                continue;
+            SCOPED_TRACE(testing::Message() << form->title << ", " << (row.name ? row.name : "") << " " << row.unit);
+            EXPECT_TRUE(std::strlen(row.unit) < 8 && !std::strchr(row.unit, ' '));
+            EXPECT_EQ(*row.format, '%');
+            EXPECT_TRUE(holds(row.tooSmall, "small") || holds(row.tooSmall, "illegal")) << row.tooSmall;
+            EXPECT_TRUE(holds(row.tooLarge, "large") || holds(row.tooLarge, "illegal")) << row.tooLarge;
+            double part = row.step < 1 ? 1 / row.step : row.step;
+            EXPECT_NEAR(part, std::round(part), 1e-9);
+        }
+    }
 }
 
 // Opened and confirmed with nothing typed, a form leaves every value as it is, to the last bit.
