@@ -3,6 +3,7 @@
 
 #include "captured_screens.h"
 #include "core/progress.h"
+#include "core/text.h"
 #include "ride/ride_fixture.h"
 #include "ride/run_recorder.h"
 
@@ -32,6 +33,26 @@ TEST_F(MotionTest, aChosenStartGearStaysWithinTheTable)
     EXPECT_EQ(startGear(prepare(rideDeceleration, 0), startOfDeceleration, 5.0), m.gearCount - 1);
     block.startGearIndex[1] = -1;
     EXPECT_EQ(startGear(prepare(rideDeceleration, 0), startOfDeceleration, 5.0), 0);
+}
+
+// Up a hill until it hardly moves: every gear in its turn, the highest first. Nobody pedals slower than who shifts down
+// while a lower gear is there.
+TEST_F(MotionTest, aDecelerationEndsInTheLowestGear)
+{
+    block.expressGraph = 1;
+    block.rideStartVelocity[rideDeceleration] = kph(70);
+    block.rideEndVelocity[rideDeceleration] = kph(3);
+    block.rideInclination[rideDeceleration] = 12;
+    block.ridePower[rideDeceleration] = 100;
+    run(rideDeceleration, 0);
+    std::string gears;
+    for (const SampleRow& row : ride->log.rows)
+        if (std::string gear = formatText("%dx%d ", row.frontTooth, row.rearTooth);
+            row.time > 0 && !gears.ends_with(gear))
+            gears += gear;
+    for (const SampleRow& row : ride->log.rows)
+        EXPECT_TRUE(row.cadence > 84 || row.rearTooth == 27 || row.time == 0) << row.time;
+    EXPECT_EQ(gears, "51x11 51x12 51x13 51x14 51x15 51x17 42x17 42x19 42x21 42x23 42x25 42x27 ");
 }
 
 TEST_F(MotionTest, aRecorderEndsTheRunWhenItsRowsAreUsedUp)
