@@ -1,5 +1,6 @@
 // The mutant that is on is MUTANT of the environment. With MUTANT_MAP, the name of a file, a run of the tests writes
-// there a line for each: its name, its milliseconds, and the mutants that it came by.
+// there a line for each: its name, its milliseconds of the processor, the folder of its file, and the mutants that it
+// came by.
 #include "mutants.h"
 
 #include <gtest/gtest.h>
@@ -9,6 +10,7 @@
 #include <fstream>
 #include <string>
 #include <sys/mman.h>
+#include <sys/resource.h>
 
 namespace mutation {
 
@@ -33,14 +35,29 @@ public:
             suite_ = test.test_suite_name();
             shared_ = everywhere_ + take();
         }
+        began_ = milliseconds();
     }
     void OnTestEnd(const testing::TestInfo& test) override
     {
-        out_ << test.test_suite_name() << '.' << test.name() << ' ' << test.result()->elapsed_time() << shared_
-             << take() << std::endl;
+        std::string file = test.file();
+        std::string folder = file.substr(0, file.rfind('/'));
+        out_ << test.test_suite_name() << '.' << test.name() << ' ' << milliseconds() - began_ << ' '
+             << folder.substr(folder.rfind('/') + 1) << shared_ << take() << std::endl;
     }
 
 private:
+    // Also of children that ended.
+    static long milliseconds()
+    {
+        long sum = 0;
+        for (int who : {RUSAGE_SELF, RUSAGE_CHILDREN}) {
+            rusage use = {};
+            getrusage(who, &use);
+            for (const timeval& time : {use.ru_utime, use.ru_stime})
+                sum += time.tv_sec * 1000000 + time.tv_usec;
+        }
+        return sum / 1000;
+    }
     static std::string take()
     {
         std::string numbers;
@@ -55,6 +72,7 @@ private:
     std::ofstream out_;
     std::string everywhere_;
     std::string suite_;
+    long began_ = 0;
     std::string shared_;
 };
 

@@ -49,6 +49,10 @@ class Mutant:
     def name(self):
         return f"{self.file}: {self.line_text}: {self.change}" + (f" #{self.again}" if self.again > 1 else "")
 
+    @property
+    def floor(self):
+        return self.file.split("/")[1]
+
     def rank(self, seed):
         return hashlib.sha256(f"{seed} {self.name}".encode()).hexdigest()
 
@@ -115,7 +119,7 @@ class Finder:
             self.operator(cursor, children, constant)
         elif kind in LITERALS and re.match(r"[\d.]", self.source_of(cursor)):
             self.replace(cursor, f"({self.source_of(cursor)} + 1)", constant)
-        elif kind == CursorKind.CXX_BOOL_LITERAL_EXPR:
+        elif kind == CursorKind.CXX_BOOL_LITERAL_EXPR and self.source_of(cursor) in ("true", "false"):  # not of a macro
             self.replace(cursor, {"true": "false", "false": "true"}[self.source_of(cursor)], constant)
         elif kind == CursorKind.CALL_EXPR:
             self.call(cursor, children, constant)
@@ -192,7 +196,7 @@ class Finder:
                                      CursorKind.UNARY_OPERATOR, CursorKind.CONTINUE_STMT):
                 continue
             text = self.source_of(cursor)
-            if not text.startswith("assert"):
+            if not text.startswith(("assert", "!")):
                 self.replace(cursor, "if (true) {} else " + text, False, "statement", f"{text} => left out")
 
 

@@ -5,7 +5,7 @@ import re
 import shlex
 import subprocess
 
-COMPILE = ["-w", "-Wno-error", "-Wno-narrowing"]
+COMPILE = ["-w", "-Wno-error", "-Wno-narrowing", "-O1"]
 
 
 class Compiler:

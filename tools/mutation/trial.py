@@ -1,5 +1,6 @@
-"""Runs the tests that can see a mutant, the quick ones first, until one is red."""
+"""Runs the tests that can see a mutant, those of its floor first and then the quick ones, until one is red."""
 
+import json
 import os
 import re
 import resource
@@ -7,7 +8,7 @@ import shutil
 import signal
 import subprocess
 
-QUICK = (20, 300, float("inf"))  # ms of a test: one run of the program for each of these
+QUICK = (20, 300, float("inf"))  # ms of a test, of the processor: one run of the program for each of these
 MEMORY = 6 << 30  # bytes
 
 
@@ -15,15 +16,15 @@ class Tests:
     def __init__(self, folder, quick):
         self.folder = folder / "room"
         self.bounds = QUICK[:-1] if quick else QUICK
+        self.floors = {}  # the folder of a test
 
-    def run(self, program, seconds, chosen=None, **environment):
+    def run(self, program, seconds, chosen=(), without=(), **environment):
         """The exit code (None: took too long) and what it printed, in an empty folder of its own."""
         shutil.rmtree(self.folder, ignore_errors=True)
         self.folder.mkdir(parents=True)
         room = str(self.folder)
         command = ["nice", str(program), "--gtest_brief=1", "--gtest_fail_fast"]
-        if chosen is not None:
-            command.append("--gtest_filter=" + ":".join(chosen))
+        command.append("--gtest_filter=" + (":".join(chosen) or "*") + "-" + ":".join(without))
         process = subprocess.Popen(command, cwd=room, env=os.environ | {"HOME": room, "TMPDIR": room} | environment,
                                    stdout=subprocess.PIPE, stderr=subprocess.STDOUT, start_new_session=True,
                                    preexec_fn=limit)
@@ -37,23 +38,28 @@ class Tests:
 
     def map(self, program):
         """For each test its milliseconds and the mutants it comes by; every test has to be green."""
-        path = self.folder.with_name("map")
-        code, output = self.run(program, 900, MUTANT_MAP=str(path))
+        path, times = self.folder.with_name("map"), self.folder.with_name("times")
+        known = json.loads(times.read_text()) if times.exists() else {}
+        slow = [name for name, time in known.items() if time >= self.bounds[-1]]
+        code, output = self.run(program, 3600, without=slow, MUTANT_MAP=str(path))
         if code != 0:
             raise SystemExit("The tests are red without any mutant:\n" + output[output.find("Failure") - 200:][:2000])
         seen = {}
         for line in path.read_text().splitlines():
-            name, milliseconds, *numbers = line.split()
+            name, milliseconds, self.floors[name], *numbers = line.split()
             seen[name] = int(milliseconds), {int(number) for number in numbers}
+        times.write_text(json.dumps(known | {name: time for name, (time, _) in seen.items()}))
         return seen
 
-    def killer(self, program, number, times, first=None):
-        """The test that notices this mutant, or None. `times` are the tests that can see it."""
+    def killer(self, program, number, times, floor, first=None):
+        """The test that notices this mutant of a floor, or None. `times` are the tests that can see it."""
+        near = [name for name, time in times.items() if time < QUICK[1] and self.floors.get(name) == floor]
         groups = [[first]] if first in times else []
-        least = 0
+        groups.append([name for name in near if name != first])
+        done = {first, *near}
         for most in self.bounds:
-            groups.append([name for name, time in times.items() if least <= time < most and name != first])
-            least = most
+            groups.append([name for name, time in times.items() if time < most and name not in done])
+            done.update(groups[-1])
         for group in filter(None, groups):
             limit_seconds = 20 + 10 * sum(times[name] for name in group) / 1000
             code, output = self.run(program, limit_seconds, group, MUTANT=str(number))
@@ -72,6 +78,9 @@ def red_test(output, code, group):
 
 
 def limit():
+    """Also lets an end by keyboard reach the tests, which a shell keeps from what it runs behind."""
+    signal.signal(signal.SIGINT, signal.SIG_DFL)
+    signal.signal(signal.SIGQUIT, signal.SIG_DFL)
     resource.setrlimit(resource.RLIMIT_AS, (MEMORY, MEMORY))
     resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
 
