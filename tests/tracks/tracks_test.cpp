@@ -69,7 +69,7 @@ std::string gpx(const std::string& inside)
 
 std::string point(const std::string& inside)
 {
-    return gpx("<trk><trkseg><trkpt lat=\"47.5\" lon=\"-8.25\">" + inside + "</trkpt></trkseg></trk>");
+    return gpx("<trk><trkseg><trkpt lat=\"47.5\" lon=\"-8.25\">" + inside + "</trkpt><extensions/></trkseg></trk>");
 }
 
 std::string repeated(std::string_view piece, size_t count)
@@ -97,7 +97,13 @@ TEST(TrackTime, isIso8601)
         {"1901-12-13T20:45:52Z", -2147483648.0},
         {"2020-02-29T00:00:00Z", 1582934400},
         {"2019-02-29T00:00:00Z", notThere}, // no such day
+        {"2019-06-02T11:59:60Z", 1559476800},
         {"2019-06-02T24:00:00Z", notThere},
+        {"2019-06-02T11:60:00Z", notThere},
+        {"2019-06-02T11:20:61Z", notThere},
+        {"2019-06-02T1/:20:13Z", notThere}, // the signs beside the digits
+        {"2019-06-02T1::20:13Z", notThere},
+        {"2019-06-02T11:20:1", notThere},
         {"2019-06-02 11:20:13Z", notThere},
         {"2019-06-02T11:20:13Zulu", notThere},
         {"2019-6-2T11:20:13Z", notThere},
@@ -116,14 +122,16 @@ TEST(TrackTime, isIso8601)
 TEST(Tracks, figuresOfAPoint)
 {
     const struct {
-        const char* inside;
-        double elevation, speed, heartRate, cadence, power, temperature;
+        std::string inside;
+        double elevation, speed, heartRate, cadence, power, temperature, distance = notThere;
     } rows[] = {
         {"", notThere, notThere, notThere, notThere, notThere, notThere},
         {"<ele> 12.5\n</ele><speed>+7</speed>", 12.5, 7, notThere, notThere, notThere, notThere},
-        {"<extensions><a:TrackPointExtension><a:hr>150</a:hr><a:cad>90</a:cad><a:atemp>-3</a:atemp>"
-         "</a:TrackPointExtension><power>250</power></extensions>",
-         notThere, notThere, 150, 90, 250, -3},
+        {"<extensions><a:TrackPointExtension>told by <a:hr>150</a:hr><a:cad>90</a:cad><a:atemp>-3</a:atemp>"
+         "</a:TrackPointExtension><power>250</power><distance>12</distance></extensions>",
+         notThere, notThere, 150, 90, 250, -3, 12},
+        {"<extensions><a:power><a:unit/>9</a:power></extensions><ele>" + repeated("\n", 5000) + "9</ele><time/>",
+         notThere, notThere, notThere, notThere, notThere, notThere},
         {"<extensions><PowerInWatts>0</PowerInWatts><a:Power>9</a:Power></extensions>", notThere, notThere, notThere,
          notThere, 0, notThere}, // the first counts, and nothing is a figure too
         {"<extensions><a:speed>3</a:speed></extensions><speed>4</speed>", notThere, 4, notThere, notThere, notThere,
@@ -139,11 +147,18 @@ TEST(Tracks, figuresOfAPoint)
         const TrackPoint& p = reading.tracks.points[0];
         EXPECT_EQ(p.latitude, 47.5);
         EXPECT_TRUE(same(p.elevation, row.elevation) && same(p.speed, row.speed) && same(p.heartRate, row.heartRate) &&
-                    same(p.cadence, row.cadence) && same(p.power, row.power) && same(p.temperature, row.temperature))
+                    same(p.cadence, row.cadence) && same(p.power, row.power) && same(p.temperature, row.temperature) &&
+                    same(p.distance, row.distance))
             << row.inside;
+        EXPECT_EQ(reading.tracks.timesUnreadable, 0u);
     }
-    EXPECT_TRUE(
-        std::isnan(read(gpx("<trk><trkseg><trkpt lat='91' lon='8'/></trkseg></trk>")).tracks.points[0].longitude));
+    for (auto [place, onEarth] : {std::pair("lat='90' lon='-180'", true), std::pair("lat='-90' lon='180'", true),
+                                  std::pair("lat='91' lon='8'", false), std::pair("lat='8' lon='180.5'", false)})
+        EXPECT_EQ(std::isnan(read(gpx("<trk><trkseg><trkpt " + std::string(place) + "/></trkseg></trk>"))
+                                 .tracks.points[0]
+                                 .longitude),
+                  !onEarth)
+            << place;
 }
 
 TEST(Tracks, partsOfATrainingCentreFile)
@@ -185,7 +200,10 @@ TEST(Tracks, whatIsNoTrackIsRefused)
         TrackResult result;
     } rows[] = {
         {good, TrackResult::ok},
-        {gpx("<rte><rtept lat='1' lon='2'/></rte>"), TrackResult::ok},
+        {gpx("<rte><name/><rtept lat='1' lon='2'/></rte>"), TrackResult::ok},
+        {"<TrainingCenterDatabase><Courses><Course><Track><Trackpoint/></Track></Course></Courses></"
+         "TrainingCenterDatabase>",
+         TrackResult::ok},
         {gpx("<wpt lat='1' lon='2'/>"), TrackResult::empty},
         {"<kml/>", TrackResult::otherRoot},
         {"", TrackResult::notWellFormed},
@@ -198,7 +216,10 @@ TEST(Tracks, whatIsNoTrackIsRefused)
     };
     for (const auto& row : rows)
         EXPECT_EQ(read(row.text).result, row.result) << row.text.substr(0, 60);
-    EXPECT_TRUE(read(rows[1].text).tracks.planned);
+    for (int planned : {1, 2}) {
+        Tracks tracks = read(rows[planned].text).tracks;
+        EXPECT_TRUE(tracks.planned && tracks.points.size() == 1) << planned;
+    }
 }
 
 TEST(Tracks, everyEncodingAndPacking)
