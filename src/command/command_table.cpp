@@ -30,14 +30,19 @@ namespace {
 
 using enum Work;
 
-constexpr Command dialogCommand(int id, const char* label, char key, int form)
+constexpr Command dialogCommand(int id, const char* label, const char* meaning, char key, int form)
 {
-    return {.id = id, .label = label, .key = key, .entry = form ? Entry::dialog : Entry::immediate, .form = form};
+    return {.id = id,
+            .label = label,
+            .meaning = meaning,
+            .key = key,
+            .entry = form ? Entry::dialog : Entry::immediate,
+            .form = form};
 }
 
-constexpr Command windowCommand(int id, const char* label, char key = 0)
+constexpr Command windowCommand(int id, const char* label, const char* meaning, char key = 0)
 {
-    return {.id = id, .label = label, .key = key, .shift = key != 0};
+    return {.id = id, .label = label, .meaning = meaning, .key = key, .shift = key != 0};
 }
 
 using Operation = ResultStatus (*)(Session&);
@@ -233,25 +238,25 @@ constexpr Command withPage(Command command)
 constexpr bool onlyNew = true, inParts = true, byOption = true;
 
 constexpr Command commands[] = {
-    dialogCommand(commandAbout, "About", 'Q', 107),
-    dialogCommand(commandExit, "Exit", 'X', 108),
-    windowCommand(commandFontSelectedUpper, "Font Selected"),
-    windowCommand(commandFontAllUpper, "Font All"),
-    windowCommand(commandFontSelectedLower, "Font Selected"),
-    windowCommand(commandFontAllLower, "Font All"),
-    windowCommand(commandClearUpper, "Clear Screen"),
-    windowCommand(commandClearLower, "Clear Screen"),
-    windowCommand(commandPrintUpper, "Print"),
-    windowCommand(commandPrintLower, "Print"),
-    windowCommand(commandSaveUpper, "Save"),
-    windowCommand(commandSaveLower, "Save"),
-    windowCommand(commandSaveAsUpper, "Save As"),
-    windowCommand(commandSaveAsLower, "Save As"),
-    windowCommand(commandOpenUpper, "Open Upper", '1'),
-    windowCommand(commandOpenLower, "Open Lower", '2'),
-    windowCommand(commandPageSetUp, "Page SetUp"),
-    windowCommand(commandManual, "Manual"),
-    windowCommand(commandPage, "Page"),
+    dialogCommand(commandAbout, "About", "version of the program", 'Q', 107),
+    dialogCommand(commandExit, "Exit", "end the program", 'X', 108),
+    windowCommand(commandFontSelectedUpper, "Font Selected", "font of what is marked in the upper pane"),
+    windowCommand(commandFontAllUpper, "Font All", "font of the upper pane"),
+    windowCommand(commandFontSelectedLower, "Font Selected", "font of the lower pane"),
+    windowCommand(commandFontAllLower, "Font All", "font of the lower pane"),
+    windowCommand(commandClearUpper, "Clear Screen", "empty the upper pane"),
+    windowCommand(commandClearLower, "Clear Screen", "empty the lower pane"),
+    windowCommand(commandPrintUpper, "Print", "print the upper pane"),
+    windowCommand(commandPrintLower, "Print", "print the lower pane"),
+    windowCommand(commandSaveUpper, "Save", "save the upper pane under the name that it was saved by"),
+    windowCommand(commandSaveLower, "Save", "save the lower pane under the name that it was saved by"),
+    windowCommand(commandSaveAsUpper, "Save As", "save the upper pane as rich or plain text"),
+    windowCommand(commandSaveAsLower, "Save As", "save the lower pane as rich or plain text"),
+    windowCommand(commandOpenUpper, "Open Upper", "show a saved text in the upper pane", '1'),
+    windowCommand(commandOpenLower, "Open Lower", "show a saved text in the lower pane", '2'),
+    windowCommand(commandPageSetUp, "Page SetUp", "paper and margins of a print"),
+    windowCommand(commandManual, "Manual", "the manual in the browser"),
+    windowCommand(commandPage, "Page", "the last answer as a page with charts, saved and shown in the browser"),
     sheetCommand(commandProfile, "Setup Profile", "rider, bicycle and motor, page by page", 'P', Sheet::profile,
                  commitProfile, finishProfile, "profile"),
     profileCommand(commandLoadProfile, "Load Profile Data", "take rider, bicycle and conditions from a profile file",

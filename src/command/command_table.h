@@ -87,7 +87,7 @@ enum class MenuAfter : uint8_t { none, loaded, expressed, analysed, toolRan, one
 struct Command {
     int id;
     const char* label;        // of the menu; the console takes it in lower case with hyphens
-    const char* meaning = ""; // one line: what it answers or makes; empty for the front end's own
+    const char* meaning = ""; // one line: what it answers or makes
     char key = 0;             // with Ctrl; 0 none
     bool shift = false;       // and Shift
     Entry entry = Entry::immediate;

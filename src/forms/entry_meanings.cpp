@@ -9,7 +9,8 @@ namespace {
 constexpr int any = 0;
 constexpr int cadenceTheory = 2011;
 constexpr int powerAndVelocity = 2021, patternBraking = 2024, inclination = 2025, cornering = 2026, convert = 2056,
-              courseAhead = 2096;
+              divideForm = 2058, fieldDump = 2092, prepareForm = 2093, oneRide = 2095, courseAhead = 2096,
+              calibrateForm = 2097;
 
 // A form's own meaning stands before the one for any form.
 constexpr EntryMeaning meanings[] = {
@@ -172,6 +173,17 @@ constexpr EntryMeaning meanings[] = {
     {any, "sport", "of a recording of several sports the legs of this one are taken"},
     {any, "meterPlace", "where the power meter sits; a meter in the hub sees less than one in the pedals"},
     {any, "asAngle", "save the torso angle of the same drag at 40 kph instead of a factor"},
+    // Files
+    {any, "source", "FIT file that is read, and stays as it is"},
+    {prepareForm, "source", "recorded ride that is read, FIT, GPX or TCX; it stays as it is"},
+    {oneRide, "source", "recorded ride, FIT, GPX or TCX"},
+    {courseAhead, "source", "course or ride along the road ahead, FIT, GPX or TCX"},
+    {calibrateForm, "source", "recorded ride with a power meter, FIT, GPX or TCX"},
+    {any, "destination", "FIT file that is written"},
+    {divideForm, "destination", "FIT files that are written: a number is added to this name for each of them"},
+    {fieldDump, "destination", "table of all fields that is written"},
+    {courseAhead, "destination", "file that is written for a device, FIT, GPX or TCX; without a name there is none"},
+    {calibrateForm, "destination", "profile that takes what was learned; without a name there is none"},
     // FIT tools
     {any, "convertEnabled", "write the form of header that fitFormat names"},
     {any, "fitFormat", "form of the header: the older of 12 bytes, or the one of 14"},
@@ -261,7 +273,7 @@ std::span<const EntryMeaning> entryMeanings()
 
 std::string_view entryStem(std::string_view entry)
 {
-    return entry.substr(0, entry.find('['));
+    return entry.substr(0, entry.find_first_of("[0123456789"));
 }
 
 const char* meaningOf(const Form& form, std::string_view entry)

@@ -1,5 +1,5 @@
-// What each entry of the forms means, in one line: help, manual, man page, completion and the library tell it from
-// here.
+// What each entry of the forms means, in one line: help, manual, man page, completion, the library and the window's
+// hints tell it from here.
 #pragma once
 
 #include "forms/form.h"
@@ -17,9 +17,9 @@ struct EntryMeaning {
 };
 
 std::span<const EntryMeaning> entryMeanings();
-// Of a row with a name, path rows aside; empty where the table has none.
+// Of a row with a name; empty where the table has none.
 const char* meaningOf(const Form& form, std::string_view entry);
-// "chainring" of "chainring[0]".
+// "chainring" of "chainring[0]", "source" of "source2".
 std::string_view entryStem(std::string_view entry);
 
 // A choice that decides whether an entry counts, and its values with which it does; the labels, of a check "on" or

@@ -8,6 +8,7 @@
 #include "ui/form_hints.h"
 #include "ui/main_window.h"
 #include "ui/message_box.h"
+#include "ui/spoken_name.h"
 
 #include <algorithm>
 #include <string>
@@ -157,6 +158,18 @@ void labelRadioButtons(const FormWindow& form, const Row& row)
         SetWindowTextW(control(form, row.radioIds[i]), widen(labels[i]).c_str());
 }
 
+// "..." stands on many buttons of a dialog, "predict" on two.
+void nameButton(const FormWindow& form, const Row& row)
+{
+    bool browses = row.browse != Browse::none;
+    HWND button = control(form, browses ? row.spin : row.id);
+    std::wstring about = browses ? controlText(GetWindow(control(form, row.id), GW_HWNDPREV)) : std::wstring();
+    if (row.kind == RowKind::button && !row.labels.empty())
+        about = widen(rowLabels(form.state, row)[static_cast<size_t>(row.index)]);
+    if (button != nullptr && !about.empty())
+        speakAs(button, (browses ? L"browse" : controlText(button)) + L", " + about);
+}
+
 std::string typedText(const FormWindow& form, int id)
 {
     return narrow(controlText(control(form, id)));
@@ -266,6 +279,7 @@ void initializeControls(FormWindow& form)
             attachSpin(form, row);
         if (row.kind == RowKind::radio)
             labelRadioButtons(form, row);
+        nameButton(form, row);
     }
     if (definition.saveBox != 0)
         CheckDlgButton(form.window, definition.saveBox, form.state.saveAsDefault ? BST_CHECKED : BST_UNCHECKED);

@@ -14,7 +14,7 @@ constexpr LPARAM shownFor = 20000; // ms
 
 bool hasMeaning(const Form& form, const Row& row)
 {
-    return row.name != nullptr && row.kind != RowKind::path && *meaningOf(form, row.name) != '\0';
+    return row.name != nullptr && *meaningOf(form, row.name) != '\0';
 }
 
 void addTool(const FormWindow& form, HWND hints, int id)
@@ -43,6 +43,8 @@ void attachHints(const FormWindow& form)
         if (!hasMeaning(*form.state.form, row))
             continue;
         addTool(form, hints, row.id);
+        if (row.browse != Browse::none)
+            addTool(form, hints, row.spin);
         for (int id : row.radioIds)
             addTool(form, hints, id);
     }

@@ -16,6 +16,7 @@
 #include "ui/resource_ids.h"
 #include "ui/screen_bridge.h"
 #include "ui/screen_set.h"
+#include "ui/status_line.h"
 #include "ui/window_place.h"
 
 #include <span>
@@ -82,6 +83,13 @@ LRESULT onMenuOpens(HWND window, WPARAM wParam, LPARAM lParam)
     return DefWindowProcW(window, WM_INITMENUPOPUP, wParam, lParam);
 }
 
+LRESULT onMenuSelect(HWND, WPARAM wParam, LPARAM)
+{
+    constexpr UINT nothing = MF_POPUP | MF_SEPARATOR | MF_SYSMENU; // of these, or the menu is closed: all bits
+    setHintLine((HIWORD(wParam) & nothing) != 0 ? "" : menuHint(LOWORD(wParam)));
+    return 0;
+}
+
 LRESULT onSize(HWND window, WPARAM wParam, LPARAM)
 {
     if (screenSet.progressBar == nullptr || wParam == SIZE_MINIMIZED)
@@ -138,7 +146,7 @@ LRESULT onSetFocus(HWND, WPARAM, LPARAM)
 constexpr MessageRow messages[] = {
     {WM_CREATE, onCreate},   {WM_COMMAND, onCommand},         {WM_SIZE, onSize},         {WM_CLOSE, onClose},
     {WM_DESTROY, onDestroy}, {WM_SETFOCUS, onSetFocus},       {WM_ACTIVATE, onActivate}, {WM_DROPFILES, onDropFiles},
-    {WM_HELP, onHelp},       {WM_INITMENUPOPUP, onMenuOpens}, {WM_TIMER, onFillTimer},
+    {WM_HELP, onHelp},       {WM_INITMENUPOPUP, onMenuOpens}, {WM_TIMER, onFillTimer},   {WM_MENUSELECT, onMenuSelect},
 };
 
 const MessageRow* findRow(UINT message)

@@ -39,6 +39,19 @@ std::vector<std::string> recentOf(RecentKind kind)
     return recentFiles(mainWindow.session.kept, kind);
 }
 
+bool isRecent(int id)
+{
+    return id >= firstRecent && id < firstRecent + 2 * recentOfKind;
+}
+
+// Empty where the list has become shorter.
+std::string recentPath(int id)
+{
+    std::vector<std::string> paths = recentOf(static_cast<RecentKind>((id - firstRecent) / recentOfKind));
+    size_t place = static_cast<size_t>((id - firstRecent) % recentOfKind);
+    return place < paths.size() ? paths[place] : "";
+}
+
 HMENU openSubmenu(HMENU parent, const char* label)
 {
     HMENU menu = CreatePopupMenu();
@@ -91,13 +104,19 @@ void fillRecentMenu(HMENU menu)
 
 bool openRecent(int id)
 {
-    if (id < firstRecent || id >= firstRecent + 2 * recentOfKind)
+    if (!isRecent(id))
         return false;
-    std::vector<std::string> paths = recentOf(static_cast<RecentKind>((id - firstRecent) / recentOfKind));
-    size_t place = static_cast<size_t>((id - firstRecent) % recentOfKind);
-    if (place < paths.size())
-        openGiven(paths[place]);
+    if (std::string path = recentPath(id); !path.empty())
+        openGiven(path);
     return true;
+}
+
+std::string menuHint(int id)
+{
+    if (isRecent(id))
+        return recentPath(id);
+    const Command* command = findCommand(id);
+    return command != nullptr ? command->meaning : "";
 }
 
 HACCEL buildAccelerators()

@@ -11,7 +11,7 @@ namespace torvane {
 namespace {
 
 struct StatusLine {
-    std::string status, waiting;
+    std::string status, waiting, hint;
     bool inProgress;
     int percent;
 };
@@ -20,6 +20,8 @@ StatusLine line;
 
 std::string shownText()
 {
+    if (!line.hint.empty())
+        return " " + line.hint;
     if (line.waiting.empty())
         return line.status;
     return line.inProgress ? line.waiting + formatText(" (%d %%)", line.percent) : line.waiting;
@@ -28,7 +30,7 @@ std::string shownText()
 void refresh()
 {
     SetWindowTextW(screenSet.statusBar, widen(shownText()).c_str());
-    ShowWindow(screenSet.progressBar, line.inProgress && line.waiting.empty() ? SW_SHOW : SW_HIDE);
+    ShowWindow(screenSet.progressBar, line.inProgress && line.waiting.empty() && line.hint.empty() ? SW_SHOW : SW_HIDE);
     ShowWindow(screenSet.stopButton, line.inProgress ? SW_SHOW : SW_HIDE);
     UpdateWindow(screenSet.progressBar);
 }
@@ -58,6 +60,12 @@ void setStatusProgress(int percent)
 bool isProgressShown()
 {
     return line.inProgress;
+}
+
+void setHintLine(std::string_view hint)
+{
+    line.hint = hint;
+    refresh();
 }
 
 void setWaitingLine(std::string_view waiting)

@@ -11,6 +11,8 @@ void showStatusProgress(bool visible);
 void setStatusProgress(int percent);
 bool isProgressShown();
 // Empty: none waits any more.
+// What the highlighted entry of the menu does; empty: no entry. Before all else.
+void setHintLine(std::string_view hint);
 void setWaitingLine(std::string_view waiting);
 
 } // namespace torvane

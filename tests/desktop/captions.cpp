@@ -123,11 +123,41 @@ void tellForm(Dialog& dialog, const Form& form, const Shown& shown)
         }
 }
 
-BOOL CALLBACK tellControl(HWND control, LPARAM dialog)
+std::string textOf(HWND control)
 {
     wchar_t text[256] = {};
     GetWindowTextW(control, text, 256);
-    tell(*reinterpret_cast<const Dialog*>(dialog), control, narrow(text));
+    return narrow(text);
+}
+
+bool isOutOfSight(HWND control)
+{
+    RECT area;
+    GetClientRect(control, &area);
+    return area.right == 0;
+}
+
+// By which a screen reader calls an entry: the text before it, where that is not the unit of an entry before. A text
+// that the form computes is told by its number.
+std::string nameOf(HWND control)
+{
+    HWND label = GetWindow(control, GW_HWNDPREV);
+    bool unit = className(GetWindow(label, GW_HWNDPREV)) == UPDOWN_CLASSW && !isOutOfSight(label);
+    if (className(label) != L"Static" || unit)
+        return {};
+    std::string text = textOf(label);
+    return text.empty() && GetDlgCtrlID(label) > 0 ? std::to_string(GetDlgCtrlID(label)) : text;
+}
+
+BOOL CALLBACK tellControl(HWND control, LPARAM about)
+{
+    const Dialog& dialog = *reinterpret_cast<const Dialog*>(about);
+    if (!isOutOfSight(control))
+        tell(dialog, control, textOf(control));
+    bool entered = className(control) == L"Edit" || className(control) == L"ComboBox";
+    if (entered && (GetWindowLongW(control, GWL_STYLE) & WS_TABSTOP) != 0)
+        printf("{\"dialog\":%d,\"id\":%d,\"name\":\"%s\"}\n", dialog.id, GetDlgCtrlID(control),
+               nameOf(control).c_str());
     return TRUE;
 }
 

@@ -3,6 +3,7 @@
 import json
 import subprocess
 import unittest
+from collections import Counter
 
 import desktop
 
@@ -48,7 +49,9 @@ class CaptionTest(unittest.TestCase):
             env = desktop.environment(display.name)
             done = subprocess.run(words, cwd=desktop.BUILD, env=env, capture_output=True, timeout=desktop.LIMIT)
             desktop.end_wine()
-        cls.font, *cls.texts = [json.loads(line) for line in done.stdout.decode().splitlines()]
+        cls.font, *told = [json.loads(line) for line in done.stdout.decode().splitlines()]
+        cls.texts = [line for line in told if "text" in line]
+        cls.names = [line for line in told if "name" in line]
 
     def test_window_buttons_have_their_symbols(self):
         self.assertEqual(self.font["symbols"], "Marlett")
@@ -57,6 +60,12 @@ class CaptionTest(unittest.TestCase):
         for dialog, captions in CAPTIONS.items():
             shown = {text["text"] for text in self.texts if text["dialog"] == dialog}
             self.assertLessEqual(set(captions), shown, dialog)
+
+    def test_every_entry_has_a_name_of_its_own(self):
+        self.assertGreater(len(self.names), 200)
+        self.assertEqual([entry for entry in self.names if not entry["name"]], [])
+        entries = Counter((entry["dialog"], entry["name"]) for entry in self.names)
+        self.assertEqual([entry for entry, times in entries.items() if times > 1], [])
 
     def test_nothing_is_cut(self):
         self.assertGreater(len({text["dialog"] for text in self.texts}), 40)

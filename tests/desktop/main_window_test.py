@@ -67,9 +67,11 @@ class StartTest(DesktopTest):
         for number, key in enumerate(("f", "p", "s", "g", "o", "t", "h")):
             self.desktop.press(f"alt+{key}")
             wait_for(lambda: self.desktop.find_menu(), f"menu {key}")
+            self.desktop.press("Up")
+            wait_for(lambda: self.desktop.status().strip() not in ("", "status :"), "the meaning of an entry")
             self.desktop.screenshot(f"menu {number}")
             self.desktop.press("Escape", "Escape")
-            wait_for(lambda: not self.desktop.find_menu(), "the menu to close")
+            wait_for(lambda: self.desktop.status().strip() == "status :", "the menu to close")
 
     def test_exit_can_be_cancelled(self):
         self.desktop.press("ctrl+x")
