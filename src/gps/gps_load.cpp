@@ -6,6 +6,7 @@
 #include "gps/prepare_writer.h"
 
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <utility>
 
@@ -131,54 +132,116 @@ uint32_t compressedTimestamp(uint32_t lastFull)
     return (lastFull & lowBits) != 0 ? rounded + lowBits + 1 : rounded;
 }
 
-void fillField(const FitMessage& message, uint8_t number, size_t offset, GpsRecord& record)
+// A field that a row takes, and where the payload of one definition has it.
+struct RowField {
+    uint8_t number;
+    uint8_t width; // bytes that are read, whatever size is declared
+    uint32_t offset;
+};
+
+constexpr RowField rowFields[] = {
+    {recordTimestamp, 4, 0}, {recordLatitude, 4, 0}, {recordLongitude, 4, 0},   {recordAltitude, 2, 0},
+    {recordDistance, 4, 0},  {recordSpeed, 2, 0},    {recordTemperature, 1, 0}, {recordHeartRate, 1, 0},
+    {recordCadence, 1, 0},   {recordPower, 2, 0},
+};
+
+// What record messages of one definition hold for a row: looked up once.
+struct RowForm {
+    std::vector<RowField> fields = {};
+    bool bigEndian = false;
+    bool overhangs = false; // some field is read beyond the end of the payload
+};
+
+RowForm rowFormOf(const LocalDefinition& definition)
 {
-    std::span<const uint8_t> payload = message.payload;
-    bool bigEndian = message.definition->bigEndian();
-    switch (number) {
+    RowForm form;
+    form.bigEndian = definition.bigEndian();
+    uint32_t offset = 0, size = definition.fieldBytes + definition.developerBytes;
+    for (const FieldDefinition& field : definition.fieldList()) {
+        for (RowField row : rowFields)
+            if (row.number == field.number) {
+                form.fields.push_back({row.number, row.width, offset});
+                form.overhangs |= offset + row.width > size;
+            }
+        offset += field.size;
+    }
+    return form;
+}
+
+void fillField(GpsRecord& record, const RowField& field, const uint8_t* payload, bool bigEndian)
+{
+    const uint8_t* at = payload + field.offset;
+    auto bits8 = [=] { return *at; };
+    auto bits16 = [=] { return readUint16(std::span(at, 2), 0, bigEndian); };
+    auto bits32 = [=] { return readUint32(std::span(at, 4), 0, bigEndian); };
+    switch (field.number) {
     case recordTimestamp:
-        record.timestamp = readUint32(payload, offset, bigEndian);
+        record.timestamp = bits32();
         break;
     case recordLatitude:
-        record.latitude = degreesOf(static_cast<int32_t>(readUint32(payload, offset, bigEndian)));
+        record.latitude = degreesOf(static_cast<int32_t>(bits32()));
         break;
     case recordLongitude:
-        record.longitude = degreesOf(static_cast<int32_t>(readUint32(payload, offset, bigEndian)));
+        record.longitude = degreesOf(static_cast<int32_t>(bits32()));
         break;
     case recordAltitude:
-        record.altitude = metresOf(readUint16(payload, offset, bigEndian));
+        record.altitude = metresOf(bits16());
         break;
     case recordDistance:
-        record.distance = static_cast<int32_t>(readUint32(payload, offset, bigEndian)) / 100.0;
+        record.distance = static_cast<int32_t>(bits32()) / 100.0;
         break;
     case recordSpeed:
-        record.speed = readUint16(payload, offset, bigEndian) / 1000.0;
+        record.speed = bits16() / 1000.0;
         break;
     case recordTemperature: // without a sign, unlike the summary's
-        record.temperature = readUint8(payload, offset);
+        record.temperature = bits8();
         break;
     case recordHeartRate:
-        record.heartRate = readUint8(payload, offset);
+        record.heartRate = bits8();
         break;
     case recordCadence:
-        record.cadence = readUint8(payload, offset);
+        record.cadence = bits8();
         break;
     case recordPower:
-        record.power = readUint16(payload, offset, bigEndian);
+        record.power = bits16();
         break;
     }
 }
 
-void fillRecord(const FitMessage& message, uint32_t& lastFull, GpsRecord& record)
-{
-    if (message.compressed)
-        record.timestamp = compressedTimestamp(lastFull);
-    forEachField(message, [&](const FieldDefinition& field, size_t offset) {
-        fillField(message, field.number, offset, record);
-        if (field.number == recordTimestamp)
-            lastFull = record.timestamp;
-    });
-}
+// Rows out of record messages, one after the other.
+class RowFiller {
+public:
+    void define(const FitMessage& message)
+    {
+        forms[message.localType] = rowFormOf(*message.definition);
+    }
+    void fill(const FitMessage& message, GpsRecord& record)
+    {
+        const RowForm& form = forms[message.localType];
+        const uint8_t* payload = form.overhangs ? withZeros(message.payload) : message.payload.data();
+        if (message.compressed)
+            record.timestamp = compressedTimestamp(lastFull);
+        for (const RowField& field : form.fields) {
+            fillField(record, field, payload, form.bigEndian);
+            if (field.number == recordTimestamp)
+                lastFull = record.timestamp;
+        }
+    }
+
+private:
+    // Bytes beyond the end read as 0.
+    const uint8_t* withZeros(std::span<const uint8_t> payload)
+    {
+        constexpr size_t widest = 4;
+        longer.assign(payload.begin(), payload.end());
+        longer.resize(payload.size() + widest);
+        return longer.data();
+    }
+
+    std::array<RowForm, localTypeCount> forms;
+    std::vector<uint8_t> longer;
+    uint32_t lastFull = 0;
+};
 
 // Of the records, sessions and laps that the first pass has counted.
 size_t tableBytes(const FitInventory& inventory)
@@ -262,10 +325,12 @@ void setReadiness(LoadedRide& ride)
 StatusCode fillRecords(const FitImage& image, GpsRecords& records)
 {
     size_t index = 0;
-    uint32_t lastFull = 0;
+    RowFiller rows;
     StatusCode code = walkMessages(image, [&](const FitMessage& message) {
-        if (message.isData(messageRecord) && index < records.size())
-            fillRecord(message, lastFull, records[index++]);
+        if (message.defines(messageRecord))
+            rows.define(message);
+        else if (message.isData(messageRecord) && index < records.size())
+            rows.fill(message, records[index++]);
     });
     records.resize(index);
     return code;
