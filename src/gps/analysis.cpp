@@ -1,5 +1,7 @@
 #include "gps/analysis.h"
 
+#include "core/large_pages.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -9,7 +11,10 @@ namespace {
 
 StatusCode takeTrack(const LoadedRide& ride, Analysis& analysis, TrackLimits limits)
 {
-    analysis.records.assign(ride.inventory.recordCount, {});
+    size_t count = ride.inventory.recordCount;
+    analysis.records.reserve(count);
+    expectAllTouched(analysis.records.data(), count * sizeof(GpsRecord));
+    analysis.records.assign(count, {});
     return prepareTrack(ride.image, analysis.records, analysis.settings, analysis.flags, limits);
 }
 

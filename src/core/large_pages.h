@@ -1,0 +1,12 @@
+// Memory in large pages, where the system has them: a page that is touched for the first time costs it more than many a
+// row of a track costs us.
+#pragma once
+
+#include <cstddef>
+
+namespace torvane {
+
+// Says of memory that nobody has touched yet that all of it will be. Changes nothing but the time that this takes.
+void expectAllTouched(void* memory, size_t bytes);
+
+} // namespace torvane
