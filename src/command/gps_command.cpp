@@ -67,16 +67,17 @@ StatusCode readRide(Ride& ride, bool prepared = false)
     return fitOk;
 }
 
-StatusCode analyse(Ride& ride)
+StatusCode analyse(Ride& ride, bool withTable)
 {
+    ride.analysis.tellsHeadings = withTable || ride.session.rows;
     StatusCode code = analyseRide(ride.session.model, ride.session.working, ride.loaded, ride.analysis);
     return code != fitOk ? fail(ride, ride.loaded.path, code) : code;
 }
 
-StatusCode readAndAnalyse(Ride& ride)
+StatusCode readAndAnalyse(Ride& ride, bool withTable = false)
 {
     StatusCode code = readRide(ride);
-    return code != fitOk ? code : analyse(ride);
+    return code != fitOk ? code : analyse(ride, withTable);
 }
 
 ReportedRide reported(const Ride& ride, FitReportMode mode)
@@ -159,7 +160,8 @@ void adoptPredictions(LoadedRide& ride, uint32_t analysisFlags)
 
 StatusCode analyseAtOneStroke(Ride& ride, const std::string& destination)
 {
-    if (StatusCode code = analyse(ride))
+    bool withTable = ride.session.working.expressFieldsData != 0;
+    if (StatusCode code = analyse(ride, withTable))
         return code;
     keepCurves(ride);
     makePage(ride);
@@ -169,7 +171,7 @@ StatusCode analyseAtOneStroke(Ride& ride, const std::string& destination)
         reportPreparation(ride.session.screens, ride.findings);
         tellPreparationNotes(ride.session.screens, ride.findings);
     }
-    if (ride.session.working.expressFieldsData)
+    if (withTable)
         reportRideFields(ride, reportAnalysed);
     if (StatusCode code = createFile(ride, destination))
         return code;
@@ -197,7 +199,7 @@ StatusCode expressSourceData(Session& session)
 StatusCode analyseAndPredict(Session& session)
 {
     Ride ride = rideOf(session);
-    if (StatusCode code = readAndAnalyse(ride))
+    if (StatusCode code = readAndAnalyse(ride, true))
         return code;
     keepCurves(ride);
     makePage(ride);

@@ -64,6 +64,8 @@ StatusCode analyseRide(const Model& model, const ParameterBlock& settings, const
     applyAnalysisRules(analysis.settings, ride, physics);
     analysis.flags = buildAnalysisFlags(analysis.settings, ride.presence, physics);
     analysis.flags |= missingFlags(ride) | (ride.measuredSpeed ? analysisMeasuredSpeed : 0);
+    if (!analysis.tellsHeadings && settings.analyseWindSpeed == 0)
+        analysis.flags |= analysisNoHeadings;
     if (StatusCode code = takeTrack(ride, analysis, TrackLimits::analyse))
         return code;
     if (analysis.flags & analysisMissing)

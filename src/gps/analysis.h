@@ -28,6 +28,7 @@ constexpr uint32_t analysisSteady = 1u << 18;        // no acceleration can be k
 constexpr uint32_t analysisPrepared = 1u << 20;      // written by the FIT profile
 constexpr uint32_t analysisMissing = 1u << 21;       // markers of cadence and power are missing values
 constexpr uint32_t analysisMeasuredSpeed = 1u << 22; // each row has the speed that was measured there
+constexpr uint32_t analysisNoHeadings = 1u << 23;    // nobody reads them
 constexpr uint32_t analysisOfTheRoad = 1u << 19;     // Physics::ofTheRoad, also where the track is made clean
 
 // Flags of the commands that predict, and of the one that only expresses the source data.
@@ -63,6 +64,7 @@ struct AnalysedStats {
 AnalysedStats analysedStats(const GpsRecords& records, const LoadedRide& ride);
 
 struct Analysis {
+    bool tellsHeadings = true;    // set before: else rows have none, unless the wind asks for them; a third of the work
     ParameterBlock settings = {}; // with what the file decides
     uint32_t flags = 0;
     GpsRecords records = {};

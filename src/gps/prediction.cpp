@@ -9,8 +9,12 @@
 #include "model/derived.h"
 #include "model/gear_table.h"
 #include "model/resistance.h"
+#include "model/road_points.h"
 
+#include <algorithm>
 #include <cmath>
+#include <utility>
+#include <vector>
 
 namespace torvane {
 
@@ -40,6 +44,28 @@ double roadTemperatureOf(const TrackModel& track, const GpsRecord& record)
     return record.temperature > missing ? record.temperature - 256 : record.temperature;
 }
 
+bool isFlat(const TrackModel& track)
+{
+    return (track.analysisFlags & analysisFlat) != 0;
+}
+
+// Wind and air of a row, and its temperature unless it has its own.
+void setWeather(TrackModel& track, GpsRecord& record)
+{
+    const ParameterBlock& settings = track.settings;
+    if (settings.analyseWindSpeed != 0)
+        track.now.headWind =
+            std::cos((record.heading - settings.analyseWindDirection) * pi / 180) * settings.analyseWindSpeed;
+    if ((track.analysisFlags & analysisRecordTemperature) == 0) {
+        record.temperature = track.airTemperature;
+        if (track.analysisFlags & (analysisNoTimestamps | analysisFlat))
+            return; // the air stays
+    } else if (track.analysisFlags & analysisOfTheRoad) {
+        record.temperature = roadTemperatureOf(track, record);
+    }
+    setAirAt(track, record.temperature, record.altitude);
+}
+
 double airTemperatureOf(const ParameterBlock& settings, const FitSummary& summary, uint32_t analysisFlags)
 {
     bool ofSummary = (analysisFlags & analysisAverageTemperature) != 0;
@@ -62,14 +88,21 @@ double crankCadenceOf(const TrackModel& track, const GpsRecord& record)
                                                                   : record.cadence;
 }
 
-// Turns the power at the tyre contact, as the row holds it, into that of the stage asked for.
-void convertToPowerBase(TrackModel& track, GpsRecord& record, double speed)
+// Turns the powers at the tyre contact into those of the stage asked for.
+void takeStages(TrackModel& track, std::span<const GpsRecord> rows, RoadPoints& points)
 {
-    double wheelSpeed = radiansPerSecond(wheelRpmAt(track.model, speed));
-    double crankSpeed = radiansPerSecond(crankCadenceOf(track, record));
-    driveStagesFromThrust(track.model, track.now, speed, record.power, wheelSpeed, crankSpeed);
-    double power = stagePower(track.now, track.settings.analysePowerBase);
-    record.power = std::isfinite(power) ? power : 0;
+    const Model& model = track.model;
+    int stage = track.settings.analysePowerBase;
+    for (size_t i = 0; i < rows.size(); ++i)
+        points.cadence[i] = crankCadenceOf(track, rows[i]);
+    if (model.state.motorLocation <= motorNone)
+        return takeStagePowers(model, stage, points);
+    for (size_t i = 0; i < rows.size(); ++i) {
+        driveStagesFromThrust(model, track.now, points.velocity[i], points.thrustPower[i],
+                              radiansPerSecond(wheelRpmAt(model, points.velocity[i])),
+                              radiansPerSecond(points.cadence[i]));
+        points.stagePower[i] = stagePower(track.now, stage);
+    }
 }
 
 // W below which the road's rider rests: nobody pedals for so little, and the noise of the heights of who coasts would
@@ -79,35 +112,49 @@ double restsBelow(const TrackModel& track)
     return track.now.physics == Physics::ofTheRoad ? 10 : 0;
 }
 
-void predictPowerOf(TrackModel& track, GpsRecord& record, double speed)
+void setPower(const TrackModel& track, GpsRecord& record, double thrust, double power)
 {
-    record.power = powerAskedBy(track, record, speed);
-    if (record.power <= restsBelow(track)) {
+    if (thrust <= restsBelow(track)) {
         record.power = 0;
         record.cadence = 0; // who coasts does not pedal
         return;
     }
-    convertToPowerBase(track, record, speed);
+    record.power = std::isfinite(power) ? power : 0;
     if (track.settings.limitPowerPrediction && record.power > track.settings.thresholdPower)
         record.power = track.settings.thresholdPower;
 }
 
-// Of the road by a plain mean, which keeps the work: a trimmed one takes off what stands beside seconds of rest.
-void smoothPowers(std::span<GpsRecord> records, int window, uint32_t analysisFlags)
+double withAcceleration(const TrackModel& track, const GpsRecord& record, double speed, double steady)
 {
-    if (analysisFlags & analysisOfTheRoad)
-        averageField(records, &GpsRecord::power, window);
-    else
-        smoothPower(records, window);
+    if (track.analysisFlags & analysisSteady)
+        return steady;
+    return steady + record.acceleration * speed * track.model.state.inertialWeight;
 }
 
-void smoothPredictions(std::span<GpsRecord> records, const ParameterBlock& settings, uint32_t analysisFlags)
+// The powers of a few rows, whose roads the points hold.
+void predictPowers(TrackModel& track, std::span<GpsRecord> rows, RoadPoints& points)
 {
-    int window = chooseWindow(records);
-    if (settings.predictCadence)
-        smoothCadence(records, window);
-    if (settings.predictPower)
-        smoothPowers(records, window, analysisFlags);
+    takeLoads(track.model, points);
+    takeThrustPowers(track.model, track.now.physics, points);
+    for (size_t i = 0; i < rows.size(); ++i)
+        points.thrustPower[i] = withAcceleration(track, rows[i], points.velocity[i], points.thrustPower[i]);
+    takeStages(track, rows, points);
+    for (size_t i = 0; i < rows.size(); ++i)
+        setPower(track, rows[i], points.thrustPower[i], points.stagePower[i]);
+}
+
+// Air, wind, slope and cadence of a row; loads and power are left to those of a few.
+void predictRow(TrackModel& track, std::span<GpsRecord> records, size_t i, RoadPoints& points, size_t point)
+{
+    GpsRecord& record = records[i];
+    setWeather(track, record);
+    if (!isFlat(track))
+        track.now.inclination = record.inclination;
+    setRoad(points, point, track.now);
+    points.velocity[point] = speedOfStep(track, records, i);
+    bool unknown = track.settings.predictPower && std::isnan(record.cadence); // but a drivetrain needs one
+    if (track.settings.predictCadence || unknown)
+        record.cadence = cadenceAt(track.model, record.speed);
 }
 
 } // namespace
@@ -122,10 +169,7 @@ double speedOfStep(const TrackModel& track, std::span<const GpsRecord> records, 
 
 double powerAskedBy(TrackModel& track, const GpsRecord& record, double speed)
 {
-    double steady = resistanceAtVelocity(track.model, track.now, speed).value;
-    if (track.analysisFlags & analysisSteady)
-        return steady;
-    return steady + record.acceleration * speed * track.model.state.inertialWeight;
+    return withAcceleration(track, record, speed, resistanceAtVelocity(track.model, track.now, speed).value);
 }
 
 TrackModel startTrackModel(const Model& model, const ParameterBlock& settings, const FitSummary& summary,
@@ -135,7 +179,7 @@ TrackModel startTrackModel(const Model& model, const ParameterBlock& settings, c
                         airTemperatureOf(settings, summary, analysisFlags)};
     track.now.physics = analysisFlags & analysisOfTheRoad ? Physics::ofTheRoad : Physics::classic;
     setAir(track.now, model.state.hectoPascal, model.state.temperature); // until a row knows better
-    if ((analysisFlags & analysisFlat) == 0)
+    if (!isFlat(track))
         return track;
     setSlope(track, 0);
     if ((analysisFlags & analysisRecordTemperature) == 0)
@@ -145,47 +189,48 @@ TrackModel startTrackModel(const Model& model, const ParameterBlock& settings, c
 
 void prepareModelForRecord(TrackModel& track, GpsRecord& record)
 {
-    const ParameterBlock& settings = track.settings;
-    if (settings.analyseWindSpeed != 0)
-        track.now.headWind =
-            std::cos((record.heading - settings.analyseWindDirection) * pi / 180) * settings.analyseWindSpeed;
-    if ((track.analysisFlags & analysisFlat) == 0)
+    if (!isFlat(track))
         setSlope(track, record.inclination);
-    if ((track.analysisFlags & analysisRecordTemperature) == 0) {
-        record.temperature = track.airTemperature;
-        if (track.analysisFlags & (analysisNoTimestamps | analysisFlat))
-            return; // the air stays
-    } else if (track.analysisFlags & analysisOfTheRoad) {
-        record.temperature = roadTemperatureOf(track, record);
-    }
-    setAirAt(track, record.temperature, record.altitude);
+    setWeather(track, record);
 }
 
-void predictTrack(TrackModel& track, std::span<GpsRecord> records, Progress* progress)
+TrackPass predictTrack(TrackModel& track, std::span<GpsRecord> records, Progress* progress)
 {
-    size_t nextPercent = 0; // row from which the next whole percent is done
-    for (size_t i = 0; i < records.size(); ++i) {
-        prepareModelForRecord(track, records[i]);
-        bool unknown = track.settings.predictPower && std::isnan(records[i].cadence); // but a drivetrain needs one
-        if (track.settings.predictCadence || unknown)
-            records[i].cadence = cadenceAt(track.model, records[i].speed);
-        if (track.settings.predictPower)
-            predictPowerOf(track, records[i], speedOfStep(track, records, i));
-        if (i >= nextPercent) {
-            size_t percent = 100 * i / records.size();
-            reportProgress(progress, static_cast<int>(percent));
-            nextPercent = ((percent + 1) * records.size() + 99) / 100;
+    size_t done = 0, nextPercent = 0; // row from which the next whole percent is done
+    return [=, &track, points = RoadPoints()](size_t ready) mutable {
+        for (; done < ready; done += points.count) {
+            points.count = std::min(RoadPoints::room, ready - done);
+            for (size_t point = 0; point < points.count; ++point)
+                predictRow(track, records, done + point, points, point);
+            if (track.settings.predictPower)
+                predictPowers(track, records.subspan(done, points.count), points);
+            if (done >= nextPercent) {
+                size_t percent = 100 * done / records.size();
+                reportProgress(progress, static_cast<int>(percent));
+                nextPercent = ((percent + 1) * records.size() + 99) / 100;
+            }
         }
-    }
+        setSlope(track, track.now.inclination); // weights and grip of the last row
+        return done;
+    };
 }
 
 void predictAndFinish(const Model& model, GpsRecords& records, const ParameterBlock& settings,
                       const FitSummary& summary, uint32_t analysisFlags, Progress* progress)
 {
     TrackModel track = startTrackModel(model, settings, summary, analysisFlags);
-    predictTrack(track, records, progress);
-    if (analysisFlags & analysisSmoothing)
-        smoothPredictions(records, settings, analysisFlags);
+    bool smoothing = (analysisFlags & analysisSmoothing) != 0, ofTheRoad = (analysisFlags & analysisOfTheRoad) != 0;
+    int window = smoothing ? chooseWindow(records) : 0;
+    std::vector<TrackPass> passes = {predictTrack(track, records, progress)};
+    if (smoothing && settings.predictCadence)
+        passes.push_back(smoothCadence(records, window));
+    if (smoothing && settings.predictPower && !ofTheRoad)
+        passes.push_back(smoothPower(records, window));
+    runPasses(records.size(), std::move(passes));
+    // Powers of the road by a plain mean, which keeps the work: a trimmed one takes off what stands beside seconds of
+    // rest.
+    if (smoothing && settings.predictPower && ofTheRoad)
+        averageField(records, &GpsRecord::power, window);
     if (settings.detectBraking)
         trackBrakeHeat(track, records);
 }

@@ -6,6 +6,7 @@
 #include "core/progress.h"
 #include "fit/fit_passes.h"
 #include "gps/gps_record.h"
+#include "gps/smoothing.h"
 #include "model/brake_heat.h"
 #include "model/evaluation.h"
 
@@ -43,6 +44,6 @@ void prepareModelForRecord(TrackModel& track, GpsRecord& record);
 // Rewrites cadence and power of every row, of excluded ones as well, as far as the settings ask for it. A row that asks
 // for no power has no cadence either. No row gets a power that is infinite or no number: a bicycle that stands still
 // against a head wind counts as 0 W.
-void predictTrack(TrackModel& track, std::span<GpsRecord> records, Progress* progress = nullptr);
+TrackPass predictTrack(TrackModel& track, std::span<GpsRecord> records, Progress* progress = nullptr);
 
 } // namespace torvane

@@ -39,38 +39,89 @@ private:
     size_t next = 0, length = 0;
 };
 
-// Calls take(row, gathered) with what the row's window holds of its own sector.
-template <class Take>
-void overSectors(std::span<const GpsRecord> records, RecordField field, int window, ExtremesStart start, Take take)
+// What is made of one window.
+struct WindowMean {
+    double smallest, largest;
+    bool known;
+    double mean; // trimmed, where known
+};
+
+WindowMean meanOfWindow(const Gathered& gathered)
 {
-    size_t half = halfOf(window), total = records.size();
-    ValuesAround values(total, half);
-    RunsOfSector runs(records);
-    for (size_t first = 0; first < total; first += rowsOfBlock) {
-        size_t end = std::min(first + rowsOfBlock, total);
-        values.moveTo(first, end, [&](size_t row) { return records[row].*field; });
-        for (size_t row = first; row < end; ++row) {
-            if (runs.isWhole(row, half)) {
-                take(row, values.gather(row, start), values);
-                continue;
-            }
-            Gathered gathered(start);
-            Reach reach = reachOf(row, half, total);
-            for (size_t k = reach.first; k < reach.end; ++k)
-                if (records[k].sector == records[row].sector)
-                    gathered.add(values[k]);
-            take(row, gathered, values);
-        }
-    }
+    bool known = gathered.meanKnown();
+    return {gathered.smallest, gathered.largest, known, known ? gathered.trimmedMean() : 0};
 }
 
-void smoothWithinSectors(std::span<GpsRecord> records, RecordField field, int window, ExtremesStart start)
-{
-    overSectors(records, field, window, start, [&](size_t row, const Gathered& gathered, const ValuesAround&) {
-        if (gathered.meanKnown())
-            records[row].*field = gathered.trimmedMean();
-    });
-}
+// The same of a block of rows whose windows are whole.
+struct WholeMeans {
+    double smallest[rowsOfBlock], largest[rowsOfBlock], means[rowsOfBlock];
+
+    template <size_t width>
+    void take(const double* around, size_t rows, ExtremesStart start)
+    {
+        gatherWhole<width>(around, rows, start, [this](size_t i, double sum, double least, double most) {
+            smallest[i] = least;
+            largest[i] = most;
+            means[i] = (sum - (least + most)) / static_cast<double>(width - 2);
+        });
+    }
+    WindowMean operator[](size_t i) const
+    {
+        return {smallest[i], largest[i], true, means[i]};
+    }
+};
+
+// A pass that calls take(row, mean, values) with what the row's window holds of its own sector.
+template <class Take>
+class SectorMeans {
+public:
+    SectorMeans(std::span<const GpsRecord> ofRecords, RecordField ofField, int window, ExtremesStart fromStart,
+                Take takes)
+        : records(ofRecords), field(ofField), half(halfOf(window)), start(fromStart), take(takes),
+          values(records.size(), half), runs(records)
+    {
+    }
+    size_t operator()(size_t ready)
+    {
+        for (size_t last = rowsBehind(ready, half, records.size()); done < last;) {
+            size_t end = std::min(done + rowsOfBlock, last);
+            takeBlock(done, end);
+            done = end;
+        }
+        return done;
+    }
+
+private:
+    void takeBlock(size_t first, size_t end)
+    {
+        WholeMeans means;
+        values.moveTo(first, end, [&](size_t row) { return records[row].*field; });
+        WholeRows whole(first, end, half, records.size());
+        if (whole.count() > 0)
+            withWidthOf(half,
+                        [&](auto width) { means.take<width>(values.at(whole.first - half), whole.count(), start); });
+        for (size_t row = first; row < end; ++row)
+            take(row, runs.isWhole(row, half) ? means[row - whole.first] : meanOfWindow(ownOf(row)), values);
+    }
+    Gathered ownOf(size_t row) const
+    {
+        Gathered gathered(start);
+        Reach reach = reachOf(row, half, records.size());
+        for (size_t k = reach.first; k < reach.end; ++k)
+            if (records[k].sector == records[row].sector)
+                gathered.add(values[k]);
+        return gathered;
+    }
+
+    std::span<const GpsRecord> records;
+    RecordField field;
+    size_t half;
+    ExtremesStart start;
+    Take take;
+    ValuesAround values;
+    RunsOfSector runs;
+    size_t done = 0;
+};
 
 // The headings around row i in its sector, turned by an offset so that north need not lie between them.
 Gathered gatherHeadings(std::span<const GpsRecord> records, const ValuesAround& headings, size_t i, Reach reach,
@@ -84,10 +135,10 @@ Gathered gatherHeadings(std::span<const GpsRecord> records, const ValuesAround& 
 }
 
 // Mean of a window's headings from there; the heading stays at a corner.
-void takeHeading(GpsRecord& record, const Gathered& gathered, double offset)
+void takeHeading(GpsRecord& record, const WindowMean& window, double offset)
 {
-    if (gathered.largest - gathered.smallest <= realCorner && gathered.meanKnown())
-        record.heading = withinTurn((360.0 - offset) + gathered.trimmedMean());
+    if (window.largest - window.smallest <= realCorner && window.known)
+        record.heading = withinTurn((360.0 - offset) + window.mean);
 }
 
 double meanOf(double sum, size_t count)
@@ -185,14 +236,24 @@ void averageInto(std::span<GpsRecord> records, RecordField field, const std::vec
     }
 }
 
-void smoothField(std::span<GpsRecord> records, RecordField field, int window, ExtremesStart start)
+void runPasses(size_t rows, std::vector<TrackPass> passes)
 {
-    overTrimmedMeans(
-        records.size(), window, start, [&](size_t row) { return records[row].*field; },
-        [&](size_t row, double, bool known, double mean) {
-            if (known)
-                records[row].*field = mean;
-        });
+    for (size_t ahead = 0; ahead < rows;) {
+        ahead = std::min(ahead + rowsOfBlock, rows);
+        size_t ready = ahead;
+        for (TrackPass& pass : passes)
+            ready = pass(ready);
+    }
+}
+
+TrackPass smoothField(std::span<GpsRecord> records, RecordField field, int window, ExtremesStart start)
+{
+    auto read = [=](size_t row) { return records[row].*field; };
+    auto take = [=](size_t row, double, bool known, double mean) {
+        if (known)
+            records[row].*field = mean;
+    };
+    return TrimmedMeans(records.size(), window, start, read, take);
 }
 
 void averageField(std::span<GpsRecord> records, RecordField field, int window)
@@ -203,20 +264,23 @@ void averageField(std::span<GpsRecord> records, RecordField field, int window)
     averageInto(records, field, values, window);
 }
 
-void smoothPositions(std::span<GpsRecord> records, int window)
+TrackPass smoothPosition(std::span<GpsRecord> records, RecordField field, int window)
 {
-    smoothWithinSectors(records, &GpsRecord::latitude, window, positionStart);
-    smoothWithinSectors(records, &GpsRecord::longitude, window, positionStart);
+    auto take = [=](size_t row, const WindowMean& around, const ValuesAround&) {
+        if (around.known)
+            records[row].*field = around.mean;
+    };
+    return SectorMeans(records, field, window, positionStart, take);
 }
 
-void smoothHeading(std::span<GpsRecord> records, int window)
+TrackPass smoothHeading(std::span<GpsRecord> records, int window)
 {
     size_t half = halfOf(window);
-    auto take = [&](size_t row, const Gathered& gathered, const ValuesAround& headings) {
+    auto take = [=](size_t row, const WindowMean& all, const ValuesAround& headings) {
         // Headings of one turn are what they are without a look at each.
-        bool ofOneTurn = gathered.largest < 360.0 && gathered.smallest > -360.0;
-        if (ofOneTurn && gathered.largest - gathered.smallest < realCorner)
-            return takeHeading(records[row], gathered, 0.0);
+        bool ofOneTurn = all.largest < 360.0 && all.smallest > -360.0;
+        if (ofOneTurn && all.largest - all.smallest < realCorner)
+            return takeHeading(records[row], all, 0.0);
         Reach reach = reachOf(row, half, records.size());
         double offset = 0.0;
         Gathered own = gatherHeadings(records, headings, row, reach, offset);
@@ -224,33 +288,34 @@ void smoothHeading(std::span<GpsRecord> records, int window)
             offset = 180.0;
             own = gatherHeadings(records, headings, row, reach, offset);
         }
-        takeHeading(records[row], own, offset);
+        takeHeading(records[row], meanOfWindow(own), offset);
     };
-    overSectors(records, &GpsRecord::heading, window, headingStart, take);
+    return SectorMeans(records, &GpsRecord::heading, window, headingStart, take);
 }
 
-void smoothDistance(std::span<GpsRecord> records, int window)
+TrackPass smoothDistance(std::span<GpsRecord> records, int window)
 {
-    auto stepTo = [&](size_t row) { return row == 0 ? 0 : records[row].distance - records[row - 1].distance; };
-    overTrimmedMeans(records.size(), window, stepStart, stepTo, [&](size_t row, double step, bool known, double mean) {
+    auto stepTo = [=](size_t row) { return row == 0 ? 0 : records[row].distance - records[row - 1].distance; };
+    auto take = [=](size_t row, double step, bool known, double mean) {
         if (row > 0)
             records[row].distance = (known ? mean : step) + records[row - 1].distance;
-    });
+    };
+    return TrimmedMeans(records.size(), window, stepStart, stepTo, take);
 }
 
-void smoothSpeed(std::span<GpsRecord> records, int window)
+TrackPass smoothSpeed(std::span<GpsRecord> records, int window)
 {
-    smoothField(records, &GpsRecord::speed, window, speedStart);
+    return smoothField(records, &GpsRecord::speed, window, speedStart);
 }
 
-void smoothCadence(std::span<GpsRecord> records, int window)
+TrackPass smoothCadence(std::span<GpsRecord> records, int window)
 {
-    smoothField(records, &GpsRecord::cadence, window, cadenceStart);
+    return smoothField(records, &GpsRecord::cadence, window, cadenceStart);
 }
 
-void smoothPower(std::span<GpsRecord> records, int window)
+TrackPass smoothPower(std::span<GpsRecord> records, int window)
 {
-    smoothField(records, &GpsRecord::power, window, powerStart);
+    return smoothField(records, &GpsRecord::power, window, powerStart);
 }
 
 } // namespace torvane

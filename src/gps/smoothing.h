@@ -2,10 +2,13 @@
 // largest value there. The window follows from how densely the track was sampled.
 // A window w covers the samples within (w + 2) / 2 on either side, so 7 means 9 samples, 5 seven, 3 five, 1 three.
 // Results do not feed back within a pass. Where a window has no more than two samples the value stays.
+// Passes walk along the track one behind the other, as close as their windows let them: a row goes through all of them
+// while it is near, and is what it would be had each gone to the end before the next one.
 #pragma once
 
 #include "gps/gps_record.h"
 
+#include <functional>
 #include <limits>
 #include <span>
 #include <vector>
@@ -13,6 +16,12 @@
 namespace torvane {
 
 using RecordField = double GpsRecord::*;
+
+// A pass: goes on as far as it can when so many rows are ready in front of it, and returns how many it is through with.
+using TrackPass = std::function<size_t(size_t ready)>;
+
+// All rows through these passes, in this order.
+void runPasses(size_t rows, std::vector<TrackPass> passes);
 
 // Where the search of a window's extremes starts; matters only for values beyond.
 struct ExtremesStart {
@@ -36,27 +45,27 @@ int chooseWindow(std::span<const GpsRecord> records);
 int choosePositionWindow(std::span<const GpsRecord> records);
 
 // Smooths a field over the rows of all sectors.
-void smoothField(std::span<GpsRecord> records, RecordField field, int window, ExtremesStart start);
+TrackPass smoothField(std::span<GpsRecord> records, RecordField field, int window, ExtremesStart start);
 
 // A plain mean of what is a number within the window; 0 where nothing is.
 void averageInto(std::span<GpsRecord> records, RecordField field, const std::vector<double>& values, int window);
 
 void averageField(std::span<GpsRecord> records, RecordField field, int window);
 
-// Smooths latitude, then longitude, each within its sector.
-void smoothPositions(std::span<GpsRecord> records, int window);
+// Smooths latitude or longitude, each within its sector.
+TrackPass smoothPosition(std::span<GpsRecord> records, RecordField field, int window);
 
 // Smooths headings within their sector, across north as well. A window that turns by more than 90 degrees is a real
 // corner and stays.
-void smoothHeading(std::span<GpsRecord> records, int window);
+TrackPass smoothHeading(std::span<GpsRecord> records, int window);
 
 // Smooths the steps of distance and adds them up again from the first row on. Where the window is too short it is the
 // step that stays, so that the last row keeps its place behind the one before it.
-void smoothDistance(std::span<GpsRecord> records, int window);
+TrackPass smoothDistance(std::span<GpsRecord> records, int window);
 
 // The passes over the other fields.
-void smoothSpeed(std::span<GpsRecord> records, int window);
-void smoothCadence(std::span<GpsRecord> records, int window);
-void smoothPower(std::span<GpsRecord> records, int window);
+TrackPass smoothSpeed(std::span<GpsRecord> records, int window);
+TrackPass smoothCadence(std::span<GpsRecord> records, int window);
+TrackPass smoothPower(std::span<GpsRecord> records, int window);
 
 } // namespace torvane

@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 #include <vector>
 
 namespace torvane {
@@ -22,17 +23,24 @@ namespace {
 
 constexpr double slowestSlope = 2.0; // m/s; slower, the altitude's own noise makes the slope
 
-void computeHeadings(std::span<GpsRecord> records)
+// The heading of each row's step; the last row has that of the step before.
+TrackPass computeHeadings(std::span<GpsRecord> records)
 {
-    size_t last = records.size() - 1;
-    EarthPlace from = earthPlaceOf(records[0].latitude, records[0].longitude);
-    for (size_t i = 0; i < last; ++i) {
-        EarthPlace to = earthPlaceOf(records[i + 1].latitude, records[i + 1].longitude);
-        records[i].heading = bearing(from, to);
-        from = to;
-    }
-    if (last > 0)
-        records[last].heading = records[last - 1].heading;
+    auto placeOf = [=](size_t i) { return earthPlaceOf(records[i].latitude, records[i].longitude); };
+    return [=, done = size_t{0}, from = EarthPlace()](size_t ready) mutable {
+        if (done == 0 && ready > 0)
+            from = placeOf(0);
+        for (; done + 1 < ready; ++done) {
+            EarthPlace to = placeOf(done + 1);
+            records[done].heading = bearing(from, to);
+            from = to;
+        }
+        if (ready < records.size())
+            return done;
+        if (done > 0)
+            records[done].heading = records[done - 1].heading;
+        return ready;
+    };
 }
 
 bool isOfTheRoad(uint32_t analysisFlags)
@@ -57,13 +65,11 @@ double accelerationBetween(const GpsRecord& from, const GpsRecord& to, uint32_t 
     return std::isfinite(acceleration) ? acceleration : 0;
 }
 
-// Of each row's step: the road's leads to it, the classic one leads on.
-void computeAcceleration(std::span<GpsRecord> records, uint32_t analysisFlags)
+// Of a row's step: the road's leads to it, the classic one leads on.
+double accelerationAt(std::span<const GpsRecord> records, size_t i, uint32_t analysisFlags)
 {
-    size_t owner = isOfTheRoad(analysisFlags) ? 1 : 0;
-    records.front().acceleration = records.back().acceleration = 0;
-    for (size_t i = 0; i + 1 < records.size(); ++i)
-        records[i + owner].acceleration = accelerationBetween(records[i], records[i + 1], analysisFlags);
+    size_t to = isOfTheRoad(analysisFlags) ? i : i + 1;
+    return to > 0 && to < records.size() ? accelerationBetween(records[to - 1], records[to], analysisFlags) : 0;
 }
 
 // Percent from one row to the next; 0 where no way lies between them.
@@ -98,30 +104,41 @@ ExtremesStart startOf(ExtremesStart classic, uint32_t analysisFlags)
     return isOfTheRoad(analysisFlags) ? unbiasedStart : classic;
 }
 
+// The slope of a row's step, or what stands for one that cannot be real. The first and the last are never rejected.
+double realSlope(std::span<const GpsRecord> records, size_t i, double unrealInclination, bool ofTheRoad)
+{
+    double slope = ofTheRoad ? slopeBefore(records, i) : slopeBehind(records, i);
+    if (i == 0 || i + 1 >= records.size() || !(std::fabs(slope) > unrealInclination))
+        return slope;
+    return ofTheRoad ? std::numeric_limits<double>::quiet_NaN() : 0;
+}
+
+TrackPass smoothInclination(std::span<GpsRecord> records, int window, double unrealInclination)
+{
+    auto slope = [=](size_t i) { return realSlope(records, i, unrealInclination, false); };
+    auto take = [=](size_t i, double, bool known, double mean) {
+        if (known)
+            records[i].inclination = mean;
+    };
+    return TrimmedMeans(records.size(), window, inclinationStart, slope, take, 1);
+}
+
 // A device tells heights in steps: on an even climb most of the slopes of a window are alike and the few that are not
 // make up for them. Trimming takes those away, which made a climb of 2.2 percent one of 2.7; so the road's is a mean
 // of all that is real.
-void computeInclination(std::span<GpsRecord> records, int window, double unrealInclination, bool ofTheRoad)
+void averageInclination(std::span<GpsRecord> records, int window, double unrealInclination)
 {
-    double unreal = ofTheRoad ? std::numeric_limits<double>::quiet_NaN() : 0;
-    auto realSlope = [&](size_t i) {
-        double slope = ofTheRoad ? slopeBefore(records, i) : slopeBehind(records, i);
-        bool mayBeUnreal = i > 0 && i + 1 < records.size(); // the first and the last are never rejected
-        return window != 0 && mayBeUnreal && std::fabs(slope) > unrealInclination ? unreal : slope;
-    };
-    if (window != 0 && !ofTheRoad)
-        return overTrimmedMeans(records.size(), window, inclinationStart, realSlope,
-                                [&](size_t i, double, bool known, double mean) {
-                                    if (known)
-                                        records[i].inclination = mean;
-                                });
     std::vector<double> slopes(records.size());
     for (size_t i = 0; i < records.size(); ++i)
-        slopes[i] = realSlope(i);
-    if (window != 0)
-        return averageInto(records, &GpsRecord::inclination, slopes, window);
+        slopes[i] = realSlope(records, i, unrealInclination, true);
+    averageInto(records, &GpsRecord::inclination, slopes, window);
+}
+
+// As the steps are.
+void computeInclination(std::span<GpsRecord> records, bool ofTheRoad)
+{
     for (size_t i = 0; i < records.size(); ++i)
-        records[i].inclination = slopes[i];
+        records[i].inclination = ofTheRoad ? slopeBefore(records, i) : slopeBehind(records, i);
 }
 
 // The slope's share of gravity along the road, m/s2, negative uphill.
@@ -138,37 +155,108 @@ double realAcceleration(std::span<const GpsRecord> records, size_t i, double unr
     return records[i].acceleration <= slopeGravity(records[i].inclination) + unrealAccele ? records[i].acceleration : 0;
 }
 
-void rejectAcceleration(std::span<GpsRecord> records, int window, double unrealAccele, ExtremesStart start)
+// The means of what the limits allow. A row whose window is too short keeps its acceleration as it is.
+TrackPass smoothAcceleration(std::span<GpsRecord> records, int window, double unrealAccele, uint32_t analysisFlags)
 {
-    auto real = [&](size_t i) { return realAcceleration(records, i, unrealAccele); };
-    overTrimmedMeans(records.size(), window, start, real, [&](size_t i, double, bool known, double mean) {
+    auto real = [=](size_t i) {
+        records[i].acceleration = accelerationAt(records, i, analysisFlags);
+        return realAcceleration(records, i, unrealAccele);
+    };
+    auto take = [=](size_t i, double, bool known, double mean) {
         if (known)
             records[i].acceleration = mean;
-    });
+    };
+    return TrimmedMeans(records.size(), window, startOf(accelerationStart, analysisFlags), real, take, 1);
 }
 
-void refinePositions(std::span<GpsRecord> records, uint32_t analysisFlags)
-{
-    if ((analysisFlags & analysisSmoothing) != 0 && (analysisFlags & analysisPosition) != 0) {
-        if (int window = choosePositionWindow(records))
-            smoothPositions(records, window);
+// A track on its way, with the passes that wait for being run.
+struct Refinement {
+    std::span<GpsRecord> records;
+    double unrealInclination, unrealAccele;
+    uint32_t flags; // of the analysis
+    std::vector<TrackPass> passes = {};
+    int window = 0; // none
+
+    bool has(uint32_t flag) const
+    {
+        return (flags & flag) != 0;
     }
-    if (analysisFlags & analysisPosition)
-        computeHeadings(records);
-    if (analysisFlags & analysisMotionFromPosition)
-        distanceFromPositions(records);
+    bool hasHeadings() const
+    {
+        return has(analysisPosition) && !has(analysisNoHeadings);
+    }
+    void run()
+    {
+        runPasses(records.size(), std::exchange(passes, {}));
+    }
+};
+
+void refinePositions(Refinement& track)
+{
+    if (track.has(analysisSmoothing) && track.has(analysisPosition))
+        if (int window = choosePositionWindow(track.records))
+            for (RecordField field : {&GpsRecord::latitude, &GpsRecord::longitude})
+                track.passes.push_back(smoothPosition(track.records, field, window));
+    if (track.hasHeadings())
+        track.passes.push_back(computeHeadings(track.records));
+    if (track.has(analysisMotionFromPosition)) {
+        track.run();
+        distanceFromPositions(track.records);
+    }
 }
 
-void refineSlope(std::span<GpsRecord> records, int window, double unrealInclination, uint32_t analysisFlags)
+// Returns whether the speeds are too clean to be smoothed.
+bool refineMotion(Refinement& track)
 {
-    if (analysisFlags & analysisFlat) {
-        for (GpsRecord& record : records)
+    if (track.has(analysisSmoothing))
+        track.window = chooseWindow(track.records);
+    if (track.window != 0 && track.hasHeadings())
+        track.passes.push_back(smoothHeading(track.records, track.window));
+    if (track.window != 0)
+        track.passes.push_back(smoothDistance(track.records, track.window));
+    if (track.has(analysisMotionFromPosition | analysisSpeedFromDistance)) {
+        track.run();
+        speedFromDistance(track.records);
+    }
+    bool clean = track.has(analysisMeasuredSpeed) && noiseOfSpeed(track.records) < cleanSpeed;
+    if (track.window != 0 && !clean)
+        track.passes.push_back(smoothSpeed(track.records, track.window));
+    return clean;
+}
+
+void refineSlope(Refinement& track)
+{
+    if (track.has(analysisFlat)) {
+        for (GpsRecord& record : track.records)
             record.inclination = 0;
         return;
     }
-    if (window != 0)
-        smoothField(records, &GpsRecord::altitude, window, startOf(altitudeStart, analysisFlags));
-    computeInclination(records, window, unrealInclination, isOfTheRoad(analysisFlags));
+    if (track.window != 0)
+        track.passes.push_back(
+            smoothField(track.records, &GpsRecord::altitude, track.window, startOf(altitudeStart, track.flags)));
+    if (track.window != 0 && !isOfTheRoad(track.flags)) {
+        track.passes.push_back(smoothInclination(track.records, track.window, track.unrealInclination));
+        return;
+    }
+    track.run();
+    if (track.window != 0)
+        averageInclination(track.records, track.window, track.unrealInclination);
+    else
+        computeInclination(track.records, isOfTheRoad(track.flags));
+}
+
+void refineAcceleration(Refinement& track, bool cleanSpeeds)
+{
+    if (track.window != 0 && !cleanSpeeds) {
+        track.passes.push_back(smoothAcceleration(track.records, track.window, track.unrealAccele, track.flags));
+        return track.run();
+    }
+    track.run();
+    for (size_t i = 0; i < track.records.size(); ++i) {
+        track.records[i].acceleration = accelerationAt(track.records, i, track.flags);
+        if (track.window != 0)
+            track.records[i].acceleration = realAcceleration(track.records, i, track.unrealAccele);
+    }
 }
 
 } // namespace
@@ -177,25 +265,11 @@ void refineTrack(std::span<GpsRecord> records, double unrealInclination, double 
 {
     if (records.empty())
         return;
-    refinePositions(records, analysisFlags);
-    int window = (analysisFlags & analysisSmoothing) != 0 ? chooseWindow(records) : 0;
-    if (window != 0) {
-        smoothHeading(records, window);
-        smoothDistance(records, window);
-    }
-    if (analysisFlags & (analysisMotionFromPosition | analysisSpeedFromDistance))
-        speedFromDistance(records);
-    bool clean = (analysisFlags & analysisMeasuredSpeed) != 0 && noiseOfSpeed(records) < cleanSpeed;
-    if (window != 0 && !clean)
-        smoothSpeed(records, window);
-    computeAcceleration(records, analysisFlags);
-    refineSlope(records, window, unrealInclination, analysisFlags);
-    if (window == 0)
-        return;
-    if (!clean)
-        return rejectAcceleration(records, window, unrealAccele, startOf(accelerationStart, analysisFlags));
-    for (size_t i = 0; i < records.size(); ++i)
-        records[i].acceleration = realAcceleration(records, i, unrealAccele);
+    Refinement track = {records, unrealInclination, unrealAccele, analysisFlags};
+    refinePositions(track);
+    bool cleanSpeeds = refineMotion(track);
+    refineSlope(track);
+    refineAcceleration(track, cleanSpeeds);
 }
 
 StatusCode prepareTrack(const FitImage& image, GpsRecords& records, const ParameterBlock& settings,

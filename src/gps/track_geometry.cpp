@@ -20,6 +20,22 @@ double square(double value)
     return value * value;
 }
 
+struct Turn {
+    double sine, cosine;
+};
+
+// Steps of a track are small angles, for which a few terms of the series are all that a double holds: within this limit
+// they round as the library does.
+Turn turnOf(double angle)
+{
+    constexpr double smallAngle = 1e-4; // 640 m on the equator
+    if (!(std::fabs(angle) < smallAngle))
+        return {std::sin(angle), std::cos(angle)};
+    double squared = angle * angle;
+    return {angle - angle * (squared * (1.0 / 6 - squared * (1.0 / 120))),
+            1.0 - squared * (0.5 - squared * (1.0 / 24))};
+}
+
 } // namespace
 
 double greatCircleDistance(double latitude1, double longitude1, double latitude2, double longitude2)
@@ -38,9 +54,9 @@ EarthPlace earthPlaceOf(double latitude, double longitude)
 
 double bearing(const EarthPlace& from, const EarthPlace& to)
 {
-    double dl = to.east - from.east;
-    double y = std::sin(dl) * to.cosine;
-    double x = to.sine * from.cosine - from.sine * to.cosine * std::cos(dl);
+    Turn east = turnOf(to.east - from.east);
+    double y = east.sine * to.cosine;
+    double x = to.sine * from.cosine - from.sine * to.cosine * east.cosine;
     return withinTurn(std::atan2(y, x) * 180 / pi + 360.0);
 }
 

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <type_traits>
 #include <vector>
 
 namespace torvane {
@@ -118,45 +119,94 @@ void meansOfWhole(const double* around, size_t rows, ExtremesStart start, double
     });
 }
 
-// Calls take(row, value, known, mean) for every row: its value as read, and the trimmed mean of its window where that
-// is known. read(row) is asked once for each row, before take is called for any row that is not half a window behind.
-template <class Read, class Take>
-void overTrimmedMeans(size_t total, int window, ExtremesStart start, Read read, Take take)
+// Calls work with the width of a window as a constant. False where no window of a track has it.
+template <class Work>
+bool withWidthOf(size_t half, Work work)
 {
-    size_t half = halfOf(window);
-    ValuesAround values(total, half);
-    double means[rowsOfBlock];
-    for (size_t first = 0; first < total; first += rowsOfBlock) {
-        size_t end = std::min(first + rowsOfBlock, total);
-        values.moveTo(first, end, read);
-        size_t whole = std::max(first, half);
-        size_t wholeEnd = std::max(whole, std::min(end, total - std::min(half, total)));
-        const double* around = whole < wholeEnd ? values.at(whole - half) : nullptr;
-        switch (half) {
-        case 1:
-            meansOfWhole<3>(around, wholeEnd - whole, start, means);
-            break;
-        case 2:
-            meansOfWhole<5>(around, wholeEnd - whole, start, means);
-            break;
-        case 3:
-            meansOfWhole<7>(around, wholeEnd - whole, start, means);
-            break;
-        case 4:
-            meansOfWhole<9>(around, wholeEnd - whole, start, means);
-            break;
-        default:
-            wholeEnd = whole; // no window of a track
+    switch (half) {
+    case 1:
+        return work(std::integral_constant<size_t, 3>()), true;
+    case 2:
+        return work(std::integral_constant<size_t, 5>()), true;
+    case 3:
+        return work(std::integral_constant<size_t, 7>()), true;
+    case 4:
+        return work(std::integral_constant<size_t, 9>()), true;
+    default:
+        return false;
+    }
+}
+
+// Rows that a pass can be through with when so many are ready in front of it and it looks so many ahead.
+inline size_t rowsBehind(size_t ready, size_t ahead, size_t total)
+{
+    return ready == total ? total : ready - std::min(ahead, ready);
+}
+
+// Those rows of a block whose window lies inside the track.
+struct WholeRows {
+    size_t first, end;
+
+    WholeRows(size_t firstOfBlock, size_t endOfBlock, size_t half, size_t total)
+        : first(std::max(firstOfBlock, half)), end(std::max(first, std::min(endOfBlock, total - std::min(half, total))))
+    {
+    }
+    size_t count() const
+    {
+        return end - first;
+    }
+    bool has(size_t row) const
+    {
+        return row >= first && row < end;
+    }
+};
+
+// A pass that calls take(row, value, known, mean) for every row: its value as read, and the trimmed mean of its window
+// where that is known. read(row) is asked once for each row, before take is called for any row that is not half a
+// window behind; it may look `ahead` rows further.
+template <class Read, class Take>
+class TrimmedMeans {
+public:
+    TrimmedMeans(size_t ofTotal, int window, ExtremesStart fromStart, Read reads, Take takes, size_t looksAhead = 0)
+        : total(ofTotal), half(halfOf(window)), ahead(looksAhead), start(fromStart), read(reads), take(takes),
+          values(total, half)
+    {
+    }
+    size_t operator()(size_t ready)
+    {
+        for (size_t last = rowsBehind(ready, half + ahead, total); done < last;) {
+            size_t end = std::min(done + rowsOfBlock, last);
+            takeBlock(done, end);
+            done = end;
         }
+        return done;
+    }
+
+private:
+    void takeBlock(size_t first, size_t end)
+    {
+        double means[rowsOfBlock];
+        values.moveTo(first, end, read);
+        WholeRows whole(first, end, half, total);
+        bool known = whole.count() > 0 && withWidthOf(half, [&](auto width) {
+                         meansOfWhole<width>(values.at(whole.first - half), whole.count(), start, means);
+                     });
         for (size_t row = first; row < end; ++row) {
-            if (row >= whole && row < wholeEnd) {
-                take(row, values[row], true, means[row - whole]);
+            if (known && whole.has(row)) {
+                take(row, values[row], true, means[row - whole.first]);
                 continue;
             }
             Gathered gathered = values.gather(row, start);
             take(row, values[row], gathered.meanKnown(), gathered.meanKnown() ? gathered.trimmedMean() : 0);
         }
     }
-}
+
+    size_t total, half, ahead;
+    ExtremesStart start;
+    Read read;
+    Take take;
+    ValuesAround values;
+    size_t done = 0;
+};
 
 } // namespace torvane

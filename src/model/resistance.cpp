@@ -2,16 +2,14 @@
 
 #include "model/constants.h"
 #include "model/drag.h"
+#include "model/loads.h"
 
-#include <algorithm>
 #include <bit>
 #include <cmath>
 
 namespace torvane {
 
 namespace {
-
-constexpr double bpnOfCoefficients = 75.0; // rolling and friction coefficients are stated for this road
 
 double radians(double degrees)
 {
@@ -26,18 +24,6 @@ double radians(double degrees)
 {
     double angle = std::atan(e.inclination / 100.0);
     e.slope = {e.inclination, std::sin(angle), std::cos(angle)};
-}
-
-const Slope& slopeOf(Evaluation& e)
-{
-    if (std::bit_cast<uint64_t>(e.slope.inclination) != std::bit_cast<uint64_t>(e.inclination))
-        takeSlope(e);
-    return e.slope;
-}
-
-double loadWeight(const ModelState& m)
-{
-    return m.humanWeight + m.bikeWeight;
 }
 
 double postureOf(double torso, int32_t wear)
@@ -68,23 +54,14 @@ Peloton pelotonOf(const ModelState& m)
     return {(1.0 / std::pow(length, 0.2)) * std::pow(m.pelotonVelocity, 0.2), std::pow(m.wheelDistance, 0.2)};
 }
 
-// A negative thrust is a braking force: it moves weight to the front.
-void splitWeight(const ModelState& m, Evaluation& e, double thrustForce)
+Gradient<double> gradientOf(const Slope& road)
 {
-    const Slope& road = slopeOf(e);
-    double rear = ((road.sine + 0.1 + thrustForce / m.inertialWeight) * 0.5) / road.cosine + 0.5;
-    e.rearWeightRatio = std::clamp(rear, 0.0, 1.0);
-    e.frontWeightRatio = 1.0 - e.rearWeightRatio;
+    return {road.sine, road.cosine};
 }
 
-void updateRolling(const ModelState& m, Evaluation& e)
+WheelWeights<double> wheelWeightsOf(const Evaluation& e)
 {
-    e.effectiveRolling = (m.rollingCoefficient[0] * e.frontWeightRatio + m.rollingCoefficient[1] * e.rearWeightRatio) *
-                         m.bpn / bpnOfCoefficients;
-    if (m.roadSurface == surfaceDamp)
-        e.effectiveRolling *= 0.8;
-    else if (m.roadSurface == surfaceRain)
-        e.effectiveRolling *= 1.1;
+    return {e.frontWeightRatio, e.rearWeightRatio};
 }
 
 void updateGrip(const ModelState& m, Evaluation& e)
@@ -100,6 +77,13 @@ void updateGrip(const ModelState& m, Evaluation& e)
 
 } // namespace
 
+const Slope& slopeOf(Evaluation& e)
+{
+    if (std::bit_cast<uint64_t>(e.slope.inclination) != std::bit_cast<uint64_t>(e.inclination))
+        takeSlope(e);
+    return e.slope;
+}
+
 void keepDragFactors(Model& model)
 {
     model.build = buildOf(model.state);
@@ -111,26 +95,23 @@ void keepDragFactors(Model& model)
 
 void updateLoadAndGrip(const Model& model, Evaluation& e, double thrustForce)
 {
-    splitWeight(model.state, e, thrustForce);
-    updateRolling(model.state, e);
+    WheelWeights<double> weights = wheelWeightsOf(model.state, gradientOf(slopeOf(e)), thrustForce);
+    e.frontWeightRatio = weights.front;
+    e.rearWeightRatio = weights.rear;
+    e.effectiveRolling = rollingOf(model.state, weights);
     updateGrip(model.state, e);
 }
 
 double tyreLoadFactor(const Model& model, const Evaluation& e)
 {
-    const ModelState& m = model.state;
-    double width = m.tyreSize[0] * e.frontWeightRatio + m.tyreSize[1] * e.rearWeightRatio;
-    double factor = model.build.tyreLoad / (width * width);
-    return factor < 1.0 ? 1.0 : factor;
+    return tyreFactorOf(model, wheelWeightsOf(e));
 }
 
 void setLoads(const Model& model, Evaluation& e)
 {
-    const Slope& road = slopeOf(e);
-    double weight = loadWeight(model.state);
-    double rolling = tyreLoadFactor(model, e) * road.cosine * weight * e.effectiveRolling;
-    e.slopeLoad = road.sine * weight;
-    e.rollingLoad = rolling;
+    Gradient<double> road = gradientOf(slopeOf(e));
+    e.slopeLoad = slopeLoadOf(model.state, road);
+    e.rollingLoad = rollingLoadOf(model, road, wheelWeightsOf(e), e.effectiveRolling);
 }
 
 void setAir(Evaluation& e, double pressure, double temperature)

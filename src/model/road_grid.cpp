@@ -2,9 +2,8 @@
 
 #include "core/parallel.h"
 #include "model/assist.h"
-#include "model/drag.h"
-#include "model/drivetrain_chain.h"
 #include "model/power_search.h"
+#include "model/thrust_pair.h"
 
 #include <algorithm>
 #include <array>
@@ -34,52 +33,19 @@ struct Road {
     const Model& model;
     int stage;
     Evaluation e;
-    double dragFactor, ratioPerVelocity;
+    double ratioPerVelocity;
 };
-
-Pair densityOf(const Road& road, Pair air)
-{
-    const Model& model = road.model;
-    if (model.state.pelotonMode == pelotonEntered)
-        return Pair{} + road.e.airRatio * model.state.pelotonRatio;
-    return road.e.airRatio * Pair{pelotonRatioAt(model, air[0]), pelotonRatioAt(model, air[1])};
-}
-
-// As resistanceAtVelocity.
-inline Pair thrustPowers(const Road& road, Pair velocity)
-{
-    Pair air = road.e.headWind + velocity;
-    DragForces<Pair> drag = dragOf(road.model, road.dragFactor, air);
-    Pair airDrag = drag.shell + drag.human + drag.wheel;
-    Pair perForce = dragVelocity(road.e.physics, air, velocity) * densityOf(road, air) * standardGravity;
-    Pair rolling = road.e.rollingLoad * velocity * standardGravity;
-    return rolling + airDrag * perForce + road.e.slopeLoad * velocity * standardGravity;
-}
-
-struct StagePair {
-    Pair pedalingPower, pedalingTorque, crankPower, crankTorque, hubPower, hubTorque, thrustPower, thrustTorque;
-};
-
-Pair powerOf(const StagePair& stages, int stage)
-{
-    return stage == stagePedaling ? stages.pedalingPower : stage == stageCrank ? stages.crankPower : stages.hubPower;
-}
-
-Pair angularVelocity(Pair rpm)
-{
-    return rpm / 60.0 * 2.0 * pi;
-}
 
 // As powerAtVelocity, at the road's stage. `places`: of the gears, kept from one evaluation to the next.
 inline Pair stagePowers(const Road& road, Pair velocity, int (&places)[2])
 {
-    Pair thrust = thrustPowers(road, velocity);
+    Pair thrust = thrustPowers(road.model, road.e.physics, road.e, velocity);
     if (road.stage == stageThrust)
         return thrust;
     const ModelState& m = road.model.state;
     Pair wanted = velocity * mmPerMinute / road.ratioPerVelocity;
     Pair ratio = {nearestRatio(road.model, wanted[0], places[0]), nearestRatio(road.model, wanted[1], places[1])};
-    Pair wheelRpm = velocity * mmPerMinute / m.rearCircumference;
+    Pair wheelRpm = wheelRpmAt(road.model, velocity);
     StagePair stages;
     stagesBack(m, stages, thrust, angularVelocity(wheelRpm), angularVelocity(wheelRpm / ratio), NoMotor{});
     auto moved = (velocity > 0.0) & (thrust > 0.0);
@@ -116,8 +82,7 @@ void overGrid(const Model& model, const Evaluation& air, int stage, const RoadGr
 {
     size_t points = pointsOf(grid);
     inParallel((points + pieceLength - 1) / pieceLength, threads, [&](size_t piece) {
-        Road road = {model, stage, air, model.dragFactor[static_cast<int>(air.physics)],
-                     model.state.cadenceUsual * model.state.rearCircumference};
+        Road road = {model, stage, air, model.state.cadenceUsual * model.state.rearCircumference};
         size_t first = piece * pieceLength;
         overRoads(road, grid, first, std::min(first + pieceLength, points),
                   [&](const Stretch& stretch) { answer(road, stretch); });

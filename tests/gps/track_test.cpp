@@ -133,12 +133,12 @@ TEST(Smoothing, windowFollowsTheSteps)
 TEST(Smoothing, trimmedMeans)
 {
     auto smoothHeights = [](std::span<GpsRecord> rows, int window) {
-        smoothField(rows, &GpsRecord::altitude, window, altitudeStart);
+        return smoothField(rows, &GpsRecord::altitude, window, altitudeStart);
     };
     auto smoothRoad = [](std::span<GpsRecord> rows, int window) {
-        smoothField(rows, &GpsRecord::altitude, window, unbiasedStart);
+        return smoothField(rows, &GpsRecord::altitude, window, unbiasedStart);
     };
-    const std::tuple<const char*, void (*)(std::span<GpsRecord>, int), RecordField, int, std::vector<double>,
+    const std::tuple<const char*, TrackPass (*)(std::span<GpsRecord>, int), RecordField, int, std::vector<double>,
                      std::vector<double>>
         cases[] = {
             {"three samples", smoothSpeed, &GpsRecord::speed, 1, {1, 2, 9, 4, 5}, {1, 2, 4, 5, 5}},
@@ -155,7 +155,7 @@ TEST(Smoothing, trimmedMeans)
         };
     for (const auto& [name, smooth, field, window, values, smoothed] : cases) {
         GpsRecords records = rowsOf(field, values);
-        smooth(records, window);
+        runPasses(records.size(), {smooth(records, window)});
         expectRows(records, field, smoothed, name);
     }
 }
@@ -167,8 +167,7 @@ TEST(Smoothing, positionsAndHeadingsKeepToTheirSector)
         records[i].heading = records[i].latitude;
         records[i].sector = i < 3 ? 1 : 2;
     }
-    smoothPositions(records, 5);
-    smoothHeading(records, 5);
+    runPasses(records.size(), {smoothPosition(records, &GpsRecord::latitude, 5), smoothHeading(records, 5)});
     expectRows(records, &GpsRecord::latitude, {2, 2, 2, 40, 40, 40}, "latitude");
     expectRows(records, &GpsRecord::heading, {2, 2, 2, 40, 40, 40}, "heading");
 }
