@@ -4,6 +4,7 @@
 #include "core/parameter_block.h"
 #include "core/progress.h"
 #include "core/text.h"
+#include "core/units.h"
 #include "forms/entry_meanings.h"
 #include "forms/form.h"
 #include "page/run_page.h"
@@ -13,6 +14,7 @@
 #include "ride/ride_run.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace torvane {
@@ -80,11 +82,24 @@ const Command* commandOf(int mode)
     return found == table.end() ? nullptr : &*found;
 }
 
-void makePage(Session& session, int mode)
+// As their names say: the graph of a wanted power has its velocities in m/s under a name in kph.
+std::optional<GraphSeries> pageCurves(const Session& session, const RideInputs& in)
 {
-    if (const Command* command = commandOf(mode))
-        session.page = runPage(session.model, command->label, session.figures,
-                               session.graph ? &*session.graph : nullptr, enteredInto(session, *command));
+    std::optional<GraphSeries> curves = session.graph;
+    if (curves && in.rideMode == ridePowerAndVelocity && in.rideTarget == steadyTargetPower)
+        for (size_t i = 0; i < curves->values.size(); i += curves->seriesNames.size())
+            curves->values[i] *= kphPerMps;
+    return curves;
+}
+
+void makePage(Session& session, const RideInputs& in)
+{
+    const Command* command = commandOf(in.rideMode);
+    if (!command)
+        return;
+    std::optional<GraphSeries> curves = pageCurves(session, in);
+    session.page = runPage(session.model, command->label, session.figures, curves ? &*curves : nullptr,
+                           enteredInto(session, *command));
 }
 
 // What the run leaves to the commands after it.
@@ -124,7 +139,7 @@ ResultStatus dispatchRide(Session& session)
     if (session.rows && !isFatal(ride.status))
         writeRideRows(*session.rows, ride, session.graph ? &*session.graph : nullptr);
     if (session.wantsPage && !isFatal(ride.status))
-        makePage(session, mode);
+        makePage(session, ride.in);
     return ride.status;
 }
 

@@ -8,14 +8,24 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace torvane {
 
 namespace {
 
-// Means over 30 s that follow one another, none across a hole.
+// Means over 30 s that follow one another, none across a hole: there stands no number.
 struct Windows {
     std::vector<double> place, first, second, difference;
+
+    void add(double at, double one, double other)
+    {
+        place.push_back(at);
+        first.push_back(one);
+        second.push_back(other);
+        if (std::isfinite(one))
+            difference.push_back(other - one);
+    }
 };
 
 struct Axis {
@@ -43,18 +53,17 @@ Windows windowsOf(const std::vector<CommonSecond>& seconds, Axis axis)
     Windows windows;
     size_t from = 0;
     for (size_t i = 0; i < seconds.size(); ++i) {
-        if (i > from && seconds[i].timestamp != seconds[i - 1].timestamp + 1)
+        if (i > 0 && seconds[i].timestamp != seconds[i - 1].timestamp + 1) {
+            windows.add(axis.of(seconds[i], seconds[0].timestamp), NAN, NAN);
             from = i;
+        }
         if (i + 1 - from < comparisonWindow)
             continue;
         double sums[2] = {};
         for (size_t j = from; j <= i; ++j)
             for (int ride : {0, 1})
                 sums[ride] += seconds[j].watts[ride] / comparisonWindow;
-        windows.place.push_back(axis.of(seconds[i], seconds[0].timestamp));
-        windows.first.push_back(sums[0]);
-        windows.second.push_back(sums[1]);
-        windows.difference.push_back(sums[1] - sums[0]);
+        windows.add(axis.of(seconds[i], seconds[0].timestamp), sums[0], sums[1]);
         from = i + 1;
     }
     return windows;
@@ -63,8 +72,10 @@ Windows windowsOf(const std::vector<CommonSecond>& seconds, Axis axis)
 // Slope and intercept of the second by the first; 0, 0 where there is no spread.
 std::pair<double, double> regression(const Windows& windows)
 {
-    double n = static_cast<double>(windows.first.size()), x = 0, y = 0, xx = 0, xy = 0;
+    double n = static_cast<double>(windows.difference.size()), x = 0, y = 0, xx = 0, xy = 0;
     for (size_t i = 0; i < windows.first.size(); ++i) {
+        if (!std::isfinite(windows.first[i]))
+            continue;
         x += windows.first[i];
         y += windows.second[i];
         xx += windows.first[i] * windows.first[i];
@@ -77,11 +88,19 @@ std::pair<double, double> regression(const Windows& windows)
     return {slope, (y - slope * x) / n};
 }
 
+// W: the narrowest of these by which the differences have few enough bars to be read.
+double binFor(double spread)
+{
+    constexpr double widths[] = {1, 2, 5, 10, 20, 50};
+    constexpr double mostBars = 25;
+    auto narrow = std::ranges::find_if(widths, [&](double width) { return spread / width <= mostBars; });
+    return narrow != std::end(widths) ? *narrow : 100;
+}
+
 void addDifferences(HtmlPage& page, const Windows& windows)
 {
-    constexpr double bin = 10; // W
     auto [least, most] = std::ranges::minmax(windows.difference);
-    double from = std::floor(least / bin) * bin;
+    double bin = binFor(most - least), from = std::floor(least / bin) * bin;
     constexpr double mostBins = 400;
     size_t bins = static_cast<size_t>(std::min((most - from) / bin + 1, mostBins));
     PageSeries middle = {"difference", "Second less first", "W", 0, {}},
@@ -114,7 +133,7 @@ void addWindows(HtmlPage& page, const Windows& windows, Axis axis, const std::st
     page.section("Means over 30 s");
     page.beginCharts();
     page.chart({.title = "Both powers along the way", .x = x, .series = {"first", "second"}, .fromZero = true});
-    page.chart({.title = "One by the other, with the line of least squares; dashed where both are equal",
+    page.chart({.title = second + " by " + first + ", with the line of least squares; dashed where both are equal",
                 .kind = ChartKind::scatter,
                 .x = "first",
                 .series = {"second"},
@@ -159,7 +178,7 @@ std::string comparisonPage(const RideComparison& comparison, const std::string& 
     page.section("Summary");
     page.figures(figures);
     Axis axis = axisOf(comparison.common);
-    if (Windows windows = windowsOf(comparison.common, axis); !windows.place.empty())
+    if (Windows windows = windowsOf(comparison.common, axis); !windows.difference.empty())
         addWindows(page, windows, axis, names[0], names[1]);
     page.section("Stretches");
     page.table(sectorsOf(comparison));

@@ -46,7 +46,8 @@ PageFigures summaryOf(const AnsweredCourse& a)
         figures.emplace_back("Stress score", formatText("%.0f", a.answer.stress));
     if (ride.lowestCadence > 0)
         figures.emplace_back("Lowest cadence", formatText("%.0f rpm", ride.lowestCadence));
-    figures.emplace_back("Hottest brakes", formatText("%.0f and %.0f \u00B0C", ride.hottest[0], ride.hottest[1]));
+    figures.emplace_back("Hottest brakes, front, rear",
+                         formatText("%.0f, %.0f \u00B0C", ride.hottest[0], ride.hottest[1]));
     if (a.planned.even.movingSeconds > 0)
         figures.emplace_back("Against even power", changeText(-a.answer.gain));
     if (a.planned.even.movingSeconds > 0 && a.planned.stretchSeconds > 0)
@@ -143,7 +144,7 @@ void addCharts(HtmlPage& page, const CourseAnswer& answer)
     page.chart({.title = "Cadence and gears",
                 .x = "distance",
                 .series = {"cadence", "frontTooth", "rearTooth"},
-                .shown = {"cadence"}});
+                .shown = {"cadence", "frontTooth", "rearTooth"}});
     page.chart({.title = "Brake temperatures", .x = "distance", .series = {"frontBrake", "rearBrake"}});
     page.endCharts();
 }

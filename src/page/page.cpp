@@ -116,14 +116,18 @@ bool isFigure(const std::string& cell)
     return cell.size() > sign && std::isdigit(static_cast<unsigned char>(cell[sign]));
 }
 
-// Of each column of a table what marks its cells: those with a figure in it stand to the right.
+// Of each column of a table what marks its cells: those that are figures for the most part stand to the right.
 std::vector<const char*> columnsOf(const PageTable& table)
 {
     std::vector<const char*> columns(table.heads.size(), "");
-    for (const std::vector<std::string>& row : table.rows)
-        for (size_t i = 1; i < std::min(row.size(), columns.size()); ++i)
-            if (isFigure(row[i]))
-                columns[i] = " class=\"n\"";
+    for (size_t i = 1; i < columns.size(); ++i) {
+        int lead = 0; // of the figures over the words
+        for (const std::vector<std::string>& row : table.rows)
+            if (i < row.size() && !row[i].empty() && row[i] != "-")
+                lead += isFigure(row[i]) ? 1 : -1;
+        if (lead > 0)
+            columns[i] = " class=\"n\"";
+    }
     return columns;
 }
 
@@ -198,9 +202,12 @@ void HtmlPage::picture(std::string_view caption, const Picture& picture, std::st
 {
     body += "<figure class=\"split\">" + svgFor(picture, told) + "<figcaption>" + htmlText(caption) +
             "</figcaption><p class=\"choice\">";
-    for (size_t i = 0; i < keys.size(); ++i)
+    for (size_t i = 0; i < keys.size(); ++i) {
+        if (keys[i].empty())
+            continue;
         body += formatText("<span class=\"named\"><span class=\"key\" style=\"--ink:var(--c%zu)\"></span>", i) +
                 htmlText(keys[i]) + "</span>";
+    }
     body += "</p></figure>\n";
 }
 

@@ -63,7 +63,8 @@ public:
     void table(const PageTable& table);
     // Left out where there are none.
     void notes(const std::vector<std::string>& notes);
-    // A picture that stays as it is; below it the names of its colours, in their order.
+    // A picture that stays as it is; below it the names of its colours, in their order; an empty
+    // name is left out.
     void picture(std::string_view title, const Picture& picture, std::string_view told,
                  const std::vector<std::string>& keys);
 

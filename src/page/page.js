@@ -2,8 +2,7 @@
 // the width there is, and lets mouse, touch and keys move a cursor that all figures over the same points share.
 "use strict";
 
-const chartHeight = 220, mapHeights = [220, 400]; // px
-const letter = 7, printWidth = 680; // px: a digit of the axes about; what A4 has between its margins
+const chartHeight = 220, mapHeights = [220, 400], letter = 7, printWidth = 680; // px; a digit of the axes; A4 without margins
 const rampSteps = 9, pages = 20; // colours of a map; presses of "page down" from one end to the other
 const seconds = [1, 2, 5, 10, 15, 20, 30, 60, 120, 300, 600, 900, 1200, 1800, 3600, 7200, 10800, 21600, 43200, 86400];
 
@@ -256,7 +255,8 @@ class Chart extends View {
     }
     // A vertical axis for each unit, with ticks as long as the curves keep half of the width.
     draw() {
-        const {kind, log, zero} = this.figure.dataset, top = 28, bottom = chartHeight - 40;
+        const {kind, log, zero} = this.figure.dataset, top = 28;
+        const tall = Math.max(chartHeight, this.width / 5), bottom = tall - 40;
         const units = [...new Set(this.shown.map(series => series.unit))];
         const [one, two = one + 1] = this.x.values, half = kind === "bars" ? (two - one) / 2 : 0;
         const buckets = half ? this.size : Math.min(this.size, Math.ceil(this.width / 2));
@@ -283,7 +283,7 @@ class Chart extends View {
         const sides = axes.map((unit, i) =>
             sideAxis(this.ys.get(unit), unit, i ? right + past(i) : x.start, i ? 0 : box.width, i ? "start" : "end"));
         const name = this.x.label + (this.x.unit && !this.x.time ? `, ${this.x.unit}` : "");
-        return shape("svg", {viewBox: `0 0 ${this.width} ${chartHeight}`, "aria-hidden": true},
+        return shape("svg", {viewBox: `0 0 ${this.width} ${tall}`, "aria-hidden": true},
             bottomAxis(x, name, top, bottom), ...sides, inner, this.needle, ...this.dots);
     }
     shades(x, y, bottom) {
@@ -298,7 +298,7 @@ class Chart extends View {
         if (kind === "scatter")
             return [inked(dots(xs, values, x, y), ink, "dots")];
         const parts = stretches(xs, values, x, y), line = inked(parts.map(pathOf).join(""), ink, "curve");
-        const closed = part => `${pathOf(part)}V${y.start}H${part[0][0].toFixed(1)}Z`;
+        const closed = part => `${pathOf(part)}V${y.low < 0 && y.high > 0 ? y.at(0) : y.start}H${part[0][0].toFixed(1)}Z`;
         return kind === "area" ? [inked(parts.map(closed).join(""), ink, "area"), line] : [line];
     }
     // Of a scatter: where both are equal, and the regression.

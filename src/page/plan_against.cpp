@@ -92,7 +92,10 @@ void addCharts(HtmlPage& page, const ShownPlan& plan, const ShownPlan& against)
     page.add(std::move(along));
     page.add(std::move(later));
     page.beginCharts();
-    page.chart({.title = "Where the minutes are", .kind = ChartKind::area, .x = "along", .series = {"later"}});
+    page.chart({.title = "Where the minutes are; below zero the other is ahead",
+                .kind = ChartKind::area,
+                .x = "along",
+                .series = {"later"}});
     for (const Column& column : columns)
         addBoth(page, column, places, plan, against);
     page.endCharts();
@@ -108,8 +111,9 @@ PageTable wholeTable(const ShownPlan& plan, const ShownPlan& against)
         table.rows.push_back(
             {"With stops", timeText(one.seconds), timeText(other.seconds), changeText(other.seconds - one.seconds)});
     auto add = [&](const char* name, double a, double b, const char* unit) {
-        table.rows.push_back({formatText("%s, %s", name, unit), formatText("%.0f", a), formatText("%.0f", b),
-                              formatText("%+.0f", std::round(b) - std::round(a))});
+        table.rows.push_back(
+            {formatText("%s, %s", name, unit), formatText("%.0f", a), formatText("%.0f", b),
+             std::round(b) == std::round(a) ? "0" : formatText("%+.0f", std::round(b) - std::round(a))});
     };
     add("Mean power", one.meanPower, other.meanPower, "W");
     add("Normalised power", one.normalisedPower, other.normalisedPower, "W");

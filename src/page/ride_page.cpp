@@ -140,8 +140,10 @@ void addSeries(HtmlPage& page, RideSeries& series)
     series.longitude = valuesAt(series.longitude, places);
 }
 
-void addCharts(HtmlPage& page, const std::vector<std::pair<double, double>>& climbs)
+void addCharts(HtmlPage& page, const std::vector<std::pair<double, double>>& climbs, uint32_t seconds)
 {
+    constexpr uint32_t readable = 3600; // s: the gears of a longer ride are lines on one another
+    std::vector<std::string> turning = {"cadence", "frontTooth", "rearTooth"};
     page.section("Along the way");
     page.beginCharts();
     page.chart({.title = climbs.empty() ? "Altitude" : "Altitude, climbs shaded",
@@ -157,8 +159,8 @@ void addCharts(HtmlPage& page, const std::vector<std::pair<double, double>>& cli
                 .fromZero = true});
     page.chart({.title = "Cadence and gears",
                 .x = "distance",
-                .series = {"cadence", "frontTooth", "rearTooth"},
-                .shown = {"cadence"}});
+                .series = turning,
+                .shown = seconds < readable ? turning : std::vector<std::string>{"cadence"}});
     page.chart({.title = "Heart rate", .x = "distance", .series = {"heartRate"}});
     page.chart({.title = "Brake temperatures", .x = "distance", .series = {"frontBrake", "rearBrake"}});
     page.endCharts();
@@ -188,7 +190,7 @@ std::string ridePage(const Model& model, const AnsweredRide& ride, const std::ve
                   series.longitude,
                   {answer.power[measuredFigure] ? "measured30" : "predicted30", "speed", "slope"}});
     }
-    addCharts(page, climbs);
+    addCharts(page, climbs, answer.whole.seconds);
     addSplitSection(page, series.megaJoule, answer);
     addPowerSection(page, model, series.rows, answer);
     if (!answer.laps.empty() || !answer.climbs.empty()) {

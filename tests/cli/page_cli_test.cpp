@@ -32,7 +32,8 @@ TEST_F(ConsoleTest, WritesPagesOfOtherAnswers)
 {
     const std::pair<std::vector<std::string>, std::vector<std::string>> cases[] = {
         {{"plan", "pacing=plan", samples + "pass.gpx"},
-         {"<h1>pass</h1>", "id=\"s-rearBrake\"", "data-shade=", "Climbs</caption>", "What if</caption>", "10 W more"}},
+         {"<h1>pass</h1>", "id=\"s-rearBrake\"", "data-unit=\"\u00B0C\"", "data-shade=", "Climbs</caption>",
+          "What if</caption>", "10 W more"}},
         {{"compare", samples + "meter.fit", samples + "meter.fit"},
          {"data-kind=\"scatter\"", "data-diagonal", "data-fit=\"1 0\"", "data-kind=\"bars\""}},
         {{"pattern-braking", "rideTarget=intermittent braking", "rideEndVelocity=30", "brakingInclination=-7"},
@@ -45,8 +46,10 @@ TEST_F(ConsoleTest, WritesPagesOfOtherAnswers)
           "<td class=\"n\">00:03:36</td><td class=\"n\">00:03:36</td>", "Drivetrain</th>"}},
         {{"plan", "power=60", samples + "pass.gpx"}, {">On foot</th></tr>", " m on foot</td>"}},
         {{"analyse", samples + "valley.fit"},
-         {"<h1>valley</h1>", "id=\"s-predicted\"", "data-kind=\"stack\"", "id=\"s-easting\""}},
-        {{"801", "rideVelocity=40"}, {"Figures of the answer</caption>", "rideVelocity</th>"}},
+         {"<h1>valley</h1>", "id=\"s-predicted\"", "data-kind=\"stack\"", "id=\"s-easting\"",
+          "var(--c5)\"></span>Brakes "}},
+        {{"801", "rideVelocity=40"},
+         {"Figures of the answer</caption>", "rideVelocity</th>", ">40</text>"}}, // kph along
     };
     for (auto [arguments, parts] : cases) {
         std::string page = in + arguments[0] + ".html";

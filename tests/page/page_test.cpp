@@ -1,5 +1,6 @@
 // Pages: what comes from outside stays text, the data are what a browser reads, and thinning loses no peak.
 #include "core/text.h"
+#include "page/comparison_page.h"
 #include "page/html.h"
 #include "page/page.h"
 #include "page/power_section.h"
@@ -71,6 +72,16 @@ TEST(Page, ThinningKeepsEveryPeak)
         EXPECT_TRUE(std::ranges::binary_search(places, at)) << at;
     EXPECT_EQ(std::ranges::max(valuesAt(wave, places)), std::ranges::max(wave));
     EXPECT_EQ(thinnedPoints(300, series).size(), 300u);
+}
+
+// Two means over 30 s, seconds that one ride lacks, two means.
+TEST(Page, NothingIsDrawnAcrossAHole)
+{
+    RideComparison comparison;
+    for (uint32_t second = 0; second < 120; ++second)
+        comparison.common.push_back({1000 + second + (second < 60 ? 0 : 50), NAN, {100, 110}});
+    std::string html = comparisonPage(comparison, "a.fit", "b.fit");
+    EXPECT_NE(html.find(base64Floats(std::vector<double>{100, 100, NAN, 100, 100}) + '"'), html.npos);
 }
 
 // 4000 steps of which the last ten are without power: no row of the table is empty, and no column. The rows rise.
