@@ -5,6 +5,7 @@
 #include "model/gear_table.h"
 #include "page/energy_bar.h"
 #include "page/page_texts.h"
+#include "page/power_section.h"
 #include "page/thinning.h"
 #include "report/course_report.h"
 #include "report/fit_report.h"
@@ -220,6 +221,19 @@ void addEnergies(HtmlPage& page, const CourseRide& ride)
     addEnergy(page, formatText("Energy of the whole ride: of the work, %.0f kJ", ride.kiloJoule), parts);
 }
 
+// The seconds of a plan as those of a ride; a stop is none of motion.
+std::vector<RiddenRow> rowsOf(const std::vector<PlannedSecond>& seconds)
+{
+    std::vector<RiddenRow> rows;
+    for (size_t i = 1; i < seconds.size(); ++i) {
+        RiddenRow& row = rows.emplace_back();
+        row.timestamp = seconds[i].time;
+        row.seconds = seconds[i].speed > 0 ? seconds[i].time - seconds[i - 1].time : 0;
+        row.power[predictedFigure] = seconds[i].power;
+    }
+    return rows;
+}
+
 std::string besidesText(const WhatIfAnswer& what, bool lowerGear)
 {
     std::vector<std::string> told;
@@ -271,6 +285,7 @@ std::string coursePage(const Model& model, const ShownPlan& plan, const std::vec
     addCharts(page, answer);
     addTables(page, model, answer);
     addEnergies(page, answered.planned.ride);
+    addPowerSection(page, model, rowsOf(plan.seconds), RideAnswer());
     addWhatIfs(page, answer);
     return page.html();
 }

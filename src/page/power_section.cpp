@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 namespace torvane {
 
@@ -187,9 +188,9 @@ void addBestMeans(HtmlPage& page, RiddenRows rows)
 
 void addSplitSection(HtmlPage& page, const std::array<double, powerSinkCount>& megaJoule, const RideAnswer& answer)
 {
-    std::array<EnergyPart, powerSinkCount> parts;
+    std::vector<EnergyPart> parts;
     for (size_t sink = 0; sink < powerSinkCount; ++sink)
-        parts[sink] = {powerSinkLabels[sink], megaJoule[sink] * 1000};
+        parts.push_back({powerSinkLabels[sink], megaJoule[sink] * 1000});
     page.section("Where the power goes");
     page.chart({.title = "Power by what takes it; below zero it gives",
                 .kind = ChartKind::stack,
@@ -197,8 +198,13 @@ void addSplitSection(HtmlPage& page, const std::array<double, powerSinkCount>& m
                 .series = {powerSinkIds.begin(), powerSinkIds.end()},
                 .shown = {powerSinkIds.begin(), powerSinkIds.end()}});
     std::string title = "Energy of the whole ride";
-    if (const std::optional<PowerFigures>& power = answer.power[predictedFigure])
+    if (const std::optional<PowerFigures>& power = answer.power[predictedFigure]) {
         title += formatText(": of the predicted work, %.0f kJ", power->kiloJoule);
+        // The split is of each record, the predicted power smoothed over its neighbours.
+        double rest = power->kiloJoule - 1000 * std::accumulate(megaJoule.begin(), megaJoule.end(), 0.0);
+        if (std::fabs(rest) >= 0.5)
+            parts.push_back({"Smoothing", rest});
+    }
     addEnergy(page, title, parts);
 }
 

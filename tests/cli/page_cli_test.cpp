@@ -33,7 +33,7 @@ TEST_F(ConsoleTest, WritesPagesOfOtherAnswers)
     const std::pair<std::vector<std::string>, std::vector<std::string>> cases[] = {
         {{"plan", "pacing=plan", samples + "pass.gpx"},
          {"<h1>pass</h1>", "id=\"s-rearBrake\"", "data-unit=\"\u00B0C\"", "data-shade=", "Climbs</caption>",
-          "What if</caption>", "10 W more"}},
+          "What if</caption>", "10 W more", "Best mean powers</caption>", "neuromuscular power</th>"}},
         {{"compare", samples + "meter.fit", samples + "meter.fit"},
          {"data-kind=\"scatter\"", "data-diagonal", "data-fit=\"1 0\"", "data-kind=\"bars\""}},
         {{"pattern-braking", "rideTarget=intermittent braking", "rideEndVelocity=30", "brakingInclination=-7"},

@@ -84,6 +84,17 @@ TEST(Page, NothingIsDrawnAcrossAHole)
     EXPECT_NE(html.find(base64Floats(std::vector<double>{100, 100, NAN, 100, 100}) + '"'), html.npos);
 }
 
+TEST(Page, EnergiesAddUpToTheWork)
+{
+    RideAnswer answer;
+    answer.power[predictedFigure] = PowerFigures();
+    answer.power[predictedFigure]->kiloJoule = 20.6;
+    HtmlPage page("Ride", "");
+    addSplitSection(page, {0.010, 0.002, 0.008, 0, 0.001, 0.003}, answer); // 24 kJ
+    for (const char* row : {"Air</th><td class=\"n\">10<", "Smoothing</th><td class=\"n\">-3<"})
+        EXPECT_NE(page.html().find(row), std::string::npos) << row;
+}
+
 // 4000 steps of which the last ten are without power: no row of the table is empty, and no column. The rows rise.
 TEST(Page, BestMeansAreOverDurationsThatTheRowsHave)
 {
