@@ -166,6 +166,10 @@ std::string comparisonPage(const RideComparison& comparison, const std::string& 
     const PowerComparison& whole = comparison.whole;
     std::string names[] = {nameWithoutEnding(first), nameWithoutEnding(second)};
     HtmlPage page(names[0] + " and " + names[1], dateText(whole.start) + ". Two rides, second by second.");
+    if (names[0] == names[1]) {
+        names[0] += " (first)";
+        names[1] += " (second)";
+    }
     PageFigures figures = {{"Seconds of both", timeText(whole.seconds)},
                            {"Mean, first", formatText("%.0f W", whole.mean[0])},
                            {"Mean, second", formatText("%.0f W", whole.mean[1])},
