@@ -84,7 +84,8 @@ ReportedRide reported(const Ride& ride, FitReportMode mode)
 {
     const Analysis& a = ride.analysis;
     const LoadedRide& l = ride.loaded;
-    return {l.path, mode, a.stats.inventory, a.stats.summary, l.presence, a.settings, a.flags, l.sessions, l.laps};
+    return {l.path,     mode,    a.stats.inventory, a.stats.summary, l.presence,
+            a.settings, a.flags, l.sessions,        l.laps,          a.brakes};
 }
 
 constexpr uint32_t predictedFields = predictedCadence | predictedPower;

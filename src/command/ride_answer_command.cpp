@@ -38,9 +38,16 @@ StatusCode write(Session& session, const AnsweredRide& ride, const std::string& 
 void writeRows(Session& session, const AnsweredRide& ride)
 {
     const Analysis& a = ride.analysis;
-    ReportedRide reported = {
-        ride.prepared.path, reportAnalysed, a.stats.inventory, a.stats.summary, ride.prepared.presence,
-        a.settings,         a.flags};
+    ReportedRide reported = {ride.prepared.path,
+                             reportAnalysed,
+                             a.stats.inventory,
+                             a.stats.summary,
+                             ride.prepared.presence,
+                             a.settings,
+                             a.flags,
+                             {},
+                             {},
+                             a.brakes};
     uint32_t predicted = addedFieldsOf(a.flags) & (predictedCadence | predictedPower);
     if (session.rows)
         writeRecordRows(*session.rows, reported, a.records, predicted);

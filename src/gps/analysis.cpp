@@ -46,7 +46,6 @@ void fillMissing(const Model& model, const ParameterBlock& asked, const LoadedRi
         return;
     ParameterBlock settings = analysis.settings;
     settings.predictPower = settings.predictCadence = 1;
-    settings.detectBraking = 0;
     GpsRecords predicted = analysis.records;
     predictAndFinish(model, predicted, settings, ride.summary, analysis.flags);
     if (power)
@@ -70,8 +69,9 @@ StatusCode analyseRide(const Model& model, const ParameterBlock& settings, const
         return code;
     if (analysis.flags & analysisMissing)
         fillMissing(model, settings, ride, analysis);
-    predictAndFinish(model, analysis.records, analysis.settings, ride.summary, analysis.flags, ride.image.progress);
-    analysis.stats = analysedStats(analysis.records, ride);
+    predictAndFinish(model, analysis.records, analysis.settings, ride.summary, analysis.flags, ride.image.progress,
+                     &analysis.brakes);
+    analysis.stats = analysedStats(analysis.records, ride, analysis.brakes);
     return fitOk;
 }
 

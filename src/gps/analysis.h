@@ -51,23 +51,25 @@ enum class TrackLimits { express, analyse };
 StatusCode prepareTrack(const FitImage& image, GpsRecords& records, const ParameterBlock& settings,
                         uint32_t analysisFlags, TrackLimits limits);
 
-// Predicts cadence and power of every row, smooths both, and follows the heat of the brakes where that is wanted.
-// Does not fail.
+// Predicts cadence and power of every row, smooths both, and follows the heat of the brakes where that is wanted
+// and has a place. Does not fail.
 void predictAndFinish(const Model& model, GpsRecords& records, const ParameterBlock& settings,
-                      const FitSummary& summary, uint32_t analysisFlags, Progress* progress = nullptr);
+                      const FitSummary& summary, uint32_t analysisFlags, Progress* progress = nullptr,
+                      BrakeRecords* brakes = nullptr);
 
 // A ride's inventory and summary, told anew from the kept rows. A mean over nothing is 0.
 struct AnalysedStats {
     FitInventory inventory;
     FitSummary summary;
 };
-AnalysedStats analysedStats(const GpsRecords& records, const LoadedRide& ride);
+AnalysedStats analysedStats(const GpsRecords& records, const LoadedRide& ride, const BrakeRecords& brakes = {});
 
 struct Analysis {
     bool tellsHeadings = true;    // set before: else rows have none, unless the wind asks for them; a third of the work
     ParameterBlock settings = {}; // with what the file decides
     uint32_t flags = 0;
     GpsRecords records = {};
+    BrakeRecords brakes = {}; // where they are followed
     AnalysedStats stats = {};
 };
 

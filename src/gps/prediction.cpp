@@ -216,7 +216,7 @@ TrackPass predictTrack(TrackModel& track, std::span<GpsRecord> records, Progress
 }
 
 void predictAndFinish(const Model& model, GpsRecords& records, const ParameterBlock& settings,
-                      const FitSummary& summary, uint32_t analysisFlags, Progress* progress)
+                      const FitSummary& summary, uint32_t analysisFlags, Progress* progress, BrakeRecords* brakes)
 {
     TrackModel track = startTrackModel(model, settings, summary, analysisFlags);
     bool smoothing = (analysisFlags & analysisSmoothing) != 0, ofTheRoad = (analysisFlags & analysisOfTheRoad) != 0;
@@ -231,8 +231,8 @@ void predictAndFinish(const Model& model, GpsRecords& records, const ParameterBl
     // rest.
     if (smoothing && settings.predictPower && ofTheRoad)
         averageField(records, &GpsRecord::power, window);
-    if (settings.detectBraking)
-        trackBrakeHeat(track, records);
+    if (settings.detectBraking && brakes)
+        trackBrakeHeat(track, records, *brakes);
 }
 
 } // namespace torvane

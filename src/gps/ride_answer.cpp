@@ -167,10 +167,10 @@ void tellBrakes(const Analysis& analysis, RideAnswer& answer)
     if (analysis.settings.detectBraking == 0)
         return;
     BrakeFigures& brakes = answer.brakes.emplace();
-    for (const GpsRecord& record : analysis.records) {
-        brakes.mostForce = std::max(brakes.mostForce, record.brakeForce);
-        brakes.highest[0] = std::max(brakes.highest[0], record.frontBrakeTemperature);
-        brakes.highest[1] = std::max(brakes.highest[1], record.rearBrakeTemperature);
+    for (const BrakeRecord& record : analysis.brakes) {
+        brakes.mostForce = std::max(brakes.mostForce, record.force);
+        brakes.highest[0] = std::max(brakes.highest[0], record.frontTemperature);
+        brakes.highest[1] = std::max(brakes.highest[1], record.rearTemperature);
         brakes.kiloJoule[0] += record.frontFriction / 1000;
         brakes.kiloJoule[1] += record.rearFriction / 1000;
     }

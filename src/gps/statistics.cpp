@@ -34,13 +34,13 @@ struct TrackTally {
     Tally brakeForce, frontBrake, rearBrake; // while braking
 };
 
-void addBraking(TrackTally& tally, const GpsRecord& record)
+void addBraking(TrackTally& tally, const BrakeRecord& brakes)
 {
-    if (record.brakeForce == 0)
+    if (brakes.force == 0)
         return;
-    tally.brakeForce.add(record.brakeForce);
-    tally.frontBrake.add(record.frontBrakeTemperature);
-    tally.rearBrake.add(record.rearBrakeTemperature);
+    tally.brakeForce.add(brakes.force);
+    tally.frontBrake.add(brakes.frontTemperature);
+    tally.rearBrake.add(brakes.rearTemperature);
 }
 
 void addFields(TrackTally& tally, const GpsRecord& record)
@@ -53,10 +53,9 @@ void addFields(TrackTally& tally, const GpsRecord& record)
         tally.cadence.add(record.cadence);
     if (record.power > 0)
         tally.power.add(record.power);
-    addBraking(tally, record);
 }
 
-TrackTally tallyTrack(const GpsRecords& records, uint32_t interval)
+TrackTally tallyTrack(const GpsRecords& records, const BrakeRecords& brakes, uint32_t interval)
 {
     TrackTally tally;
     uint32_t lastTimestamp = 0;
@@ -73,6 +72,9 @@ TrackTally tallyTrack(const GpsRecords& records, uint32_t interval)
         lastTimestamp = record.timestamp;
         lastDistance = record.distance;
     }
+    for (size_t i = 0; i < brakes.size(); ++i)
+        if (records[i].sector != 0)
+            addBraking(tally, brakes[i]);
     return tally;
 }
 
@@ -143,10 +145,10 @@ void storeFields(FitSummary& summary, const TrackTally& tally)
 
 } // namespace
 
-AnalysedStats analysedStats(const GpsRecords& records, const LoadedRide& ride)
+AnalysedStats analysedStats(const GpsRecords& records, const LoadedRide& ride, const BrakeRecords& brakes)
 {
     AnalysedStats stats = {ride.inventory, ride.summary};
-    TrackTally tally = tallyTrack(records, stats.summary.recordInterval);
+    TrackTally tally = tallyTrack(records, brakes, stats.summary.recordInterval);
     storeEnds(stats.summary, records);
     storeMotion(stats.summary, tally, records);
     storeFields(stats.summary, tally);

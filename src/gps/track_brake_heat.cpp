@@ -1,7 +1,6 @@
 #include "gps/track_brake_heat.h"
 
 #include "gps/analysis.h"
-#include "gps/smoothing.h"
 #include "model/constants.h"
 
 #include <algorithm>
@@ -12,11 +11,12 @@ namespace torvane {
 namespace {
 
 struct WheelFields {
-    RecordField temperature, friction, radiate, stored;
+    double BrakeRecord::*temperature, BrakeRecord::*friction, BrakeRecord::*radiate, BrakeRecord::*stored;
 };
 constexpr WheelFields wheelFields[2] = {
-    {&GpsRecord::frontBrakeTemperature, &GpsRecord::frontFriction, &GpsRecord::frontRadiate, &GpsRecord::frontStored},
-    {&GpsRecord::rearBrakeTemperature, &GpsRecord::rearFriction, &GpsRecord::rearRadiate, &GpsRecord::rearStored},
+    {&BrakeRecord::frontTemperature, &BrakeRecord::frontFriction, &BrakeRecord::frontRadiate,
+     &BrakeRecord::frontStored},
+    {&BrakeRecord::rearTemperature, &BrakeRecord::rearFriction, &BrakeRecord::rearRadiate, &BrakeRecord::rearStored},
 };
 
 // Brakes come to rest within the hour. What is left of a longer step goes on as its last second did, so that a clock
@@ -70,22 +70,23 @@ void runBrake(Brake& brake, double frictionRate, uint32_t seconds)
 }
 
 // Friction in W of one wheel, and the braking force of the row in kgf, the same for both wheels.
-double applyBrake(GpsRecord& record, bool braking, double netPower, double share)
+double applyBrake(const GpsRecord& record, BrakeRecord& brakes, bool braking, double netPower, double share)
 {
     if (!braking) {
-        record.brakeForce = 0;
+        brakes.force = 0;
         return 0;
     }
     if (record.speed > 0)
-        record.brakeForce = std::fabs(netPower / (record.speed * standardGravity));
+        brakes.force = std::fabs(netPower / (record.speed * standardGravity));
     return std::fabs(netPower * share);
 }
 
-void brakeHeatStepOf(const TrackModel& track, int wheel, const GpsRecord& last, GpsRecord& record, double frictionRate,
-                     bool braking)
+void brakeHeatStepOf(const TrackModel& track, int wheel, const GpsRecord& record, uint32_t seconds,
+                     std::span<BrakeRecord, 2> step, double frictionRate, bool braking)
 {
     const WheelFields& fields = wheelFields[wheel];
-    uint32_t seconds = secondsSince(last, record);
+    const BrakeRecord& last = step[0];
+    BrakeRecord& own = step[1];
     Brake brake = {.track = track,
                    .wheel = wheel,
                    .ambient = record.temperature,
@@ -93,48 +94,50 @@ void brakeHeatStepOf(const TrackModel& track, int wheel, const GpsRecord& last, 
                    .capacity = brakeHeatCapacity(track.model, track.materials, wheel),
                    .stored = last.*fields.stored,
                    .radiated = 0,
-                   .temperature = record.*fields.temperature};
-    record.*fields.friction = seconds * frictionRate;
+                   .temperature = own.*fields.temperature};
+    own.*fields.friction = seconds * frictionRate;
     if (!braking && brake.stored == 0)
         brake.temperature = brake.ambient;
     else
         runBrake(brake, frictionRate, seconds);
-    record.*fields.radiate = brake.radiated;
-    record.*fields.stored = brake.stored;
-    record.*fields.temperature = brake.ambient > brake.temperature ? brake.ambient : brake.temperature;
+    own.*fields.radiate = brake.radiated;
+    own.*fields.stored = brake.stored;
+    own.*fields.temperature = brake.ambient > brake.temperature ? brake.ambient : brake.temperature;
 }
 
-void startCold(GpsRecord& record)
+BrakeRecord coldAt(double temperature)
 {
-    for (const WheelFields& fields : wheelFields) {
-        record.*fields.stored = 0;
-        record.*fields.temperature = record.temperature;
-    }
+    BrakeRecord cold = {};
+    for (const WheelFields& fields : wheelFields)
+        cold.*fields.temperature = temperature;
+    return cold;
 }
 
 } // namespace
 
-void brakeHeatStep(const TrackModel& track, std::span<GpsRecord> records, double netPower, size_t index)
+void brakeHeatStep(const TrackModel& track, std::span<const GpsRecord> records, std::span<BrakeRecord> brakes,
+                   double netPower, size_t index)
 {
-    const GpsRecord& last = records[index - 1];
-    GpsRecord& record = records[index];
+    const GpsRecord& record = records[index];
+    uint32_t seconds = secondsSince(records[index - 1], record);
     bool braking = record.power == 0 && netPower < 0;
     for (int wheel = 0; wheel < wheelCount; ++wheel) {
         double share = wheel == 0 ? track.now.frontFrictionShare : track.now.rearFrictionShare;
-        double frictionRate = applyBrake(record, braking, netPower, share);
-        brakeHeatStepOf(track, wheel, last, record, frictionRate, braking);
+        double frictionRate = applyBrake(record, brakes[index], braking, netPower, share);
+        brakeHeatStepOf(track, wheel, record, seconds, brakes.subspan(index - 1).first<2>(), frictionRate, braking);
     }
 }
 
-void trackBrakeHeat(TrackModel& track, std::span<GpsRecord> records)
+void trackBrakeHeat(TrackModel& track, std::span<GpsRecord> records, BrakeRecords& brakes)
 {
+    brakes.assign(records.size(), {});
     if (!track.settings.predictPower || records.empty())
         return;
-    startCold(records[0]);
+    brakes[0] = coldAt(records[0].temperature);
     for (size_t i = 1; i < records.size(); ++i) {
         if (track.analysisFlags & analysisOfTheRoad)
             prepareModelForRecord(track, records[i]); // else slope, wind and air are those of the last row
-        brakeHeatStep(track, records, powerAskedBy(track, records[i], speedOfStep(track, records, i)), i);
+        brakeHeatStep(track, records, brakes, powerAskedBy(track, records[i], speedOfStep(track, records, i)), i);
     }
 }
 

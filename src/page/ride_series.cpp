@@ -130,9 +130,12 @@ void addBrakes(const Source& source, std::vector<PageSeries>& along)
     if (!source.ride.answer.brakes)
         return;
     PageSeries front = {"frontBrake", "Front brake", "Cel", 0, {}}, rear = {"rearBrake", "Rear brake", "Cel", 0, {}};
-    for (const GpsRecord* record : source.records) {
-        front.values.push_back(record->frontBrakeTemperature);
-        rear.values.push_back(record->rearBrakeTemperature);
+    const Analysis& analysis = source.ride.analysis;
+    for (size_t i = 0; i < analysis.brakes.size(); ++i) {
+        if (analysis.records[i].sector == 0)
+            continue;
+        front.values.push_back(analysis.brakes[i].frontTemperature);
+        rear.values.push_back(analysis.brakes[i].rearTemperature);
     }
     along.push_back(std::move(front));
     along.push_back(std::move(rear));

@@ -39,7 +39,8 @@ struct Column {
     const char* units;
     int decimals;
     bool (*present)(const ColumnChoice&);
-    double (*value)(const GpsRecord&);
+    double (*value)(const GpsRecord&); // null for one of the brakes
+    double BrakeRecord::*ofBrakes = nullptr;
 };
 
 bool hasHeading(const ColumnChoice& c)
@@ -85,13 +86,13 @@ constexpr Column columns[] = {
     {"temperat", "Cel", 1, hasTemperature, [](const GpsRecord& r) { return r.temperature; }},
     {"cadence", "rpm", 1, hasCadence, [](const GpsRecord& r) { return r.cadence; }},
     {"power", "W", 1, hasPower, [](const GpsRecord& r) { return r.power; }},
-    {"brake", "kgf", 3, hasBraking, [](const GpsRecord& r) { return r.brakeForce; }},
-    {"f.brake", "celsius", 3, hasBraking, [](const GpsRecord& r) { return r.frontBrakeTemperature; }},
-    {" -friction", "Jule", 3, hasBraking, [](const GpsRecord& r) { return r.frontFriction; }},
-    {" -radiate", "Jule", 3, hasBraking, [](const GpsRecord& r) { return r.frontRadiate; }},
-    {"r.brake", "celsius", 3, hasBraking, [](const GpsRecord& r) { return r.rearBrakeTemperature; }},
-    {" -friction", "Jule", 3, hasBraking, [](const GpsRecord& r) { return r.rearFriction; }},
-    {" -radiate", "Jule", 3, hasBraking, [](const GpsRecord& r) { return r.rearRadiate; }},
+    {"brake", "kgf", 3, hasBraking, nullptr, &BrakeRecord::force},
+    {"f.brake", "celsius", 3, hasBraking, nullptr, &BrakeRecord::frontTemperature},
+    {" -friction", "Jule", 3, hasBraking, nullptr, &BrakeRecord::frontFriction},
+    {" -radiate", "Jule", 3, hasBraking, nullptr, &BrakeRecord::frontRadiate},
+    {"r.brake", "celsius", 3, hasBraking, nullptr, &BrakeRecord::rearTemperature},
+    {" -friction", "Jule", 3, hasBraking, nullptr, &BrakeRecord::rearFriction},
+    {" -radiate", "Jule", 3, hasBraking, nullptr, &BrakeRecord::rearRadiate},
 };
 
 struct Table {
@@ -130,7 +131,7 @@ void appendValue(std::string& text, double value, int decimals)
         appendFixed(text, value, 9, decimals);
 }
 
-void appendRow(std::string& text, const Table& table, const GpsRecord& record)
+void appendRow(std::string& text, const Table& table, const GpsRecord& record, const BrakeRecord& brakes)
 {
     text += '\t';
     appendInteger(text, static_cast<int32_t>(record.sector), 6);
@@ -140,7 +141,7 @@ void appendRow(std::string& text, const Table& table, const GpsRecord& record)
     }
     for (const Column& column : table.columns) {
         text += ',';
-        appendValue(text, column.value(record), column.decimals);
+        appendValue(text, column.value ? column.value(record) : brakes.*column.ofBrakes, column.decimals);
     }
     text += '\n';
 }
@@ -161,7 +162,7 @@ void reportFields(Screens& screens, const ReportedRide& ride, const GpsRecords& 
     for (size_t i = 0; i < records.size(); ++i) {
         if (records[i].sector == 0)
             continue;
-        appendRow(text, table, records[i]);
+        appendRow(text, table, records[i], ride.brakesOf(i));
         handOverWhenLarge(screens, Pane::lower, text);
         reportProgress(progress, static_cast<int>(100 * i / records.size()));
     }

@@ -58,6 +58,12 @@ struct ReportedRide {
     uint32_t analysisFlags = 0; // bit 0: outliers were rejected and the track smoothed
     // As the device has summed them up, whatever an analysis makes of the records.
     std::span<const SessionLapEntry> sessions = {}, laps = {};
+    std::span<const BrakeRecord> brakes = {}; // of the records, where they are followed
+
+    BrakeRecord brakesOf(size_t record) const
+    {
+        return record < brakes.size() ? brakes[record] : BrakeRecord{};
+    }
 };
 
 // Clears the lower pane and writes the summary.

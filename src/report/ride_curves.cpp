@@ -25,7 +25,8 @@ struct Curve {
     const char* name;
     int scaleGroup; // powers, and brakes, are told apart by eye
     bool (*has)(const Source&);
-    double (*value)(const Source&, const GpsRecord&);
+    double (*value)(const Source&, const GpsRecord&); // null for one of the brakes
+    double BrakeRecord::*ofBrakes = nullptr;
 };
 
 template <auto flags, uint8_t wanted>
@@ -104,8 +105,8 @@ constexpr Curve curves[] = {
     {"measured power(W)", 1, metersAlone, powerOf},
     {"cadence(rpm)", 0, hasCadence, [](const Source&, const GpsRecord& r) { return r.cadence; }},
     {"heart rate(bpm)", 0, has<&FieldPresence::heartRateFlags, presentInRecords>, heartRateOf},
-    {"front brake Cel", 2, followsBrakes, [](const Source&, const GpsRecord& r) { return r.frontBrakeTemperature; }},
-    {"rear brake Cel", 2, followsBrakes, [](const Source&, const GpsRecord& r) { return r.rearBrakeTemperature; }},
+    {"front brake Cel", 2, followsBrakes, nullptr, &BrakeRecord::frontTemperature},
+    {"rear brake Cel", 2, followsBrakes, nullptr, &BrakeRecord::rearTemperature},
 };
 
 std::vector<const Curve*> curvesOf(const Source& source)
@@ -147,8 +148,9 @@ GraphSeries rideCurves(const ReportedRide& ride, const GpsRecords& records, uint
     for (auto record = first; record != records.end(); ++record) {
         if (record->sector == 0)
             continue;
+        BrakeRecord brakes = ride.brakesOf(static_cast<size_t>(record - records.begin()));
         for (const Curve* curve : own)
-            graph.values.push_back(curve->value(source, *record));
+            graph.values.push_back(curve->value ? curve->value(source, *record) : brakes.*curve->ofBrakes);
         if (placed)
             addPlace(graph, *record);
     }

@@ -93,9 +93,10 @@ void writeCurves(RowWriter& rows, const GraphSeries& curves)
 
 struct RecordColumn {
     RowColumn column;
-    double (*value)(const GpsRecord&);
+    double (*value)(const GpsRecord&); // null for one of the brakes
     bool (*has)(const ReportedRide&);
     uint32_t predicted = 0; // the bit with which it is there without being in the file
+    double BrakeRecord::*ofBrakes = nullptr;
 };
 
 template <auto flags, uint8_t wanted>
@@ -142,9 +143,9 @@ constexpr RecordColumn recordColumns[] = {
      [](const GpsRecord& r) { return r.power; },
      has<&FieldPresence::powerFlags, presentInRecords>,
      predictedPower},
-    {{"brakeForce_kgf", 3}, [](const GpsRecord& r) { return r.brakeForce; }, brakes},
-    {{"frontBrake_Cel", 3}, [](const GpsRecord& r) { return r.frontBrakeTemperature; }, brakes},
-    {{"rearBrake_Cel", 3}, [](const GpsRecord& r) { return r.rearBrakeTemperature; }, brakes},
+    {{"brakeForce_kgf", 3}, nullptr, brakes, 0, &BrakeRecord::force},
+    {{"frontBrake_Cel", 3}, nullptr, brakes, 0, &BrakeRecord::frontTemperature},
+    {{"rearBrake_Cel", 3}, nullptr, brakes, 0, &BrakeRecord::rearTemperature},
 };
 
 const char* predictedText(uint32_t predicted)
@@ -188,14 +189,16 @@ void writeRecordRows(RowWriter& rows, const ReportedRide& ride, const GpsRecords
     rows.begin(columns);
     bool hasTimes = (ride.presence.timestampFlags & presentInRecords) != 0;
     IsoTimes times;
-    for (const GpsRecord& record : records) {
+    for (size_t row = 0; row < records.size(); ++row) {
+        const GpsRecord& record = records[row];
         if (record.sector == 0)
             continue;
         rows.text(hasTimes ? times.of(record.timestamp) : std::string_view());
         rows.number(record.sector);
         for (size_t i = 0; i < std::size(recordColumns); ++i) {
+            const RecordColumn& own = recordColumns[i];
             if (shown[i])
-                rows.number(recordColumns[i].value(record));
+                rows.number(own.value ? own.value(record) : ride.brakesOf(row).*own.ofBrakes);
             else
                 rows.empty();
         }

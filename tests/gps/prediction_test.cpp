@@ -19,9 +19,11 @@ namespace torvane {
 struct PredictionTest : ModelTest {
     LoadedRide ride = {.presence = {0, 0, 0x11, 0x77, 7, 0x73, 0, 0, 0, 0, 0}};
 
+    BrakeRecords brakes = {};
+
     void predict(GpsRecords& records, uint32_t flags)
     {
-        predictAndFinish(model, records, block, ride.summary, flags);
+        predictAndFinish(model, records, block, ride.summary, flags, nullptr, &brakes);
     }
     // The model at the last row.
     Evaluation predictRows(GpsRecords& records, uint32_t flags)
@@ -185,25 +187,25 @@ TEST_F(TrackBrakeHeatTest, heatIsNeitherLostNorMade)
     predict(records, 0);
     double friction = 0, radiated = 0;
     for (size_t i = 0; i < records.size(); ++i) {
-        friction += records[i].frontFriction + records[i].rearFriction;
-        radiated += records[i].frontRadiate + records[i].rearRadiate;
-        EXPECT_NEAR(records[i].frontStored + records[i].rearStored, friction - radiated, 1e-6) << i;
-        EXPECT_EQ(records[i].brakeForce != 0, i > 0 && i < 30) << i;
-        EXPECT_GE(records[i].frontBrakeTemperature, 15) << i;
+        friction += brakes[i].frontFriction + brakes[i].rearFriction;
+        radiated += brakes[i].frontRadiate + brakes[i].rearRadiate;
+        EXPECT_NEAR(brakes[i].frontStored + brakes[i].rearStored, friction - radiated, 1e-6) << i;
+        EXPECT_EQ(brakes[i].force != 0, i > 0 && i < 30) << i;
+        EXPECT_GE(brakes[i].frontTemperature, 15) << i;
     }
-    const GpsRecord& braking = records[29];
-    expectFigures({braking.power, braking.cadence}, {0, 0});
-    EXPECT_NEAR(braking.frontFriction + braking.rearFriction, braking.brakeForce * 9.80665 * 8, 1e-9);
+    const BrakeRecord& braking = brakes[29];
+    expectFigures({records[29].power, records[29].cadence}, {0, 0});
+    EXPECT_NEAR(braking.frontFriction + braking.rearFriction, braking.force * 9.80665 * 8, 1e-9);
     double capacity = 0.91 * 350; // J/K, carbon rim
-    EXPECT_NEAR(braking.frontBrakeTemperature, 15 + braking.frontStored / capacity, 1e-9);
-    EXPECT_GT(braking.rearStored, records[59].rearStored);
+    EXPECT_NEAR(braking.frontTemperature, 15 + braking.frontStored / capacity, 1e-9);
+    EXPECT_GT(braking.rearStored, brakes[59].rearStored);
 
     records.back().inclination = 5; // the slope of the last row holds for all
     predict(records, 0);
-    for (const GpsRecord& record : records)
-        EXPECT_EQ(record.brakeForce, 0);
+    for (const BrakeRecord& row : brakes)
+        EXPECT_EQ(row.force, 0);
     predict(records, analysisOfTheRoad);
-    EXPECT_GT(records[29].brakeForce, 0);
+    EXPECT_GT(brakes[29].force, 0);
 }
 
 TEST_F(TrackBrakeHeatTest, secondsOfAStep)
@@ -213,27 +215,29 @@ TEST_F(TrackBrakeHeatTest, secondsOfAStep)
     TrackModel track = startTrackModel(model, block, ride.summary, analysisFlat);
     GpsRecords records = pairOfRows(10, 0);
     records[1].temperature = 20;
+    brakes.resize(2);
     for (auto [timestamp, seconds] : cases) {
-        records[0].frontStored = 1000;
+        brakes[0].frontStored = 1000;
         records[1].timestamp = timestamp;
-        brakeHeatStep(track, records, -300, 1);
-        double friction = seconds * 300 * track.now.frontFrictionShare, radiated = records[1].frontRadiate;
+        brakeHeatStep(track, records, brakes, -300, 1);
+        double friction = seconds * 300 * track.now.frontFrictionShare, radiated = brakes[1].frontRadiate;
         EXPECT_EQ(radiated > 0, seconds > 0) << timestamp;
-        expectFigures({records[1].frontFriction, records[1].frontStored}, {friction, 1000 + friction - radiated},
+        expectFigures({brakes[1].frontFriction, brakes[1].frontStored}, {friction, 1000 + friction - radiated},
                       std::max(1e-6, friction * 1e-6));
     }
     // By hand: 12 W/m2K over 100 K, and grey radiation of emittance 0.9 between 393.15 and 293.15 K, from 0.05 m2
     m.brakeSurfaceArea[0] = 0.05;
-    records[0].frontStored = 318.5 * 99; // with this second's friction the rim is 100 K above the air
+    brakes[0].frontStored = 318.5 * 99; // with this second's friction the rim is 100 K above the air
     records[1].timestamp = 101;
-    brakeHeatStep(track, records, -318.5 / track.now.frontFrictionShare, 1);
-    EXPECT_NEAR(records[1].frontRadiate, 60 + 42.116, 0.01);
-    EXPECT_NEAR(records[1].frontBrakeTemperature, 120 - 102.116 / 318.5, 0.001);
+    brakeHeatStep(track, records, brakes, -318.5 / track.now.frontFrictionShare, 1);
+    EXPECT_NEAR(brakes[1].frontRadiate, 60 + 42.116, 0.01);
+    EXPECT_NEAR(brakes[1].frontTemperature, 120 - 102.116 / 318.5, 0.001);
 }
 
 TEST_F(PredictionTest, statisticsByHand)
 {
     GpsRecords records(5);
+    brakes.resize(5);
     // Sector, time, distance, speed, altitude, heart rate, cadence, power, brake force, temperatures of the brakes.
     using Row = std::tuple<uint32_t, uint32_t, double, double, double, double, double, double, double, double, double>;
     constexpr Row rows[] = {
@@ -244,15 +248,15 @@ TEST_F(PredictionTest, statisticsByHand)
     for (size_t i = 0; i < 5; ++i) {
         GpsRecord& record = records[i];
         std::tie(record.sector, record.timestamp, record.distance, record.speed, record.altitude, record.heartRate,
-                 record.cadence, record.power, record.brakeForce, record.frontBrakeTemperature,
-                 record.rearBrakeTemperature) = rows[i];
+                 record.cadence, record.power, brakes[i].force, brakes[i].frontTemperature, brakes[i].rearTemperature) =
+            rows[i];
         record.latitude = 90;
         record.longitude = i == 4 ? -45 : 45;
         record.temperature = -3;
     }
     std::tie(ride.summary.recordInterval, ride.summary.totalElapsed, ride.summary.minAltitude) = std::tuple(1, 77, 88);
     std::tie(ride.inventory.normalDataCount, ride.inventory.recordCount) = std::tuple(10, 5);
-    AnalysedStats stats = analysedStats(records, ride);
+    AnalysedStats stats = analysedStats(records, ride, brakes);
     const FitSummary& s = stats.summary;
     // The timer is of the steps that end at 101 and 103.
     expectFigures({s.startTimestamp, s.endTimestamp, s.firstLatitude, s.firstLongitude, s.lastLongitude, s.totalTimer,
@@ -267,12 +271,13 @@ TEST_F(PredictionTest, statisticsByHand)
     expectFigures({s.totalElapsed, s.minAltitude, counts.normalDataCount, counts.recordCount}, {77, 88, 9, 4});
     ride.summary.recordInterval = 3600; // no step of that length: no timer
     ride.inventory.compressedTimestampCount = 1;
-    stats = analysedStats(records, ride);
+    stats = analysedStats(records, ride, brakes);
     expectFigures({s.totalTimer, s.avgSpeed, s.totalDistance, counts.normalDataCount, counts.recordCount},
                   {0, 7000, 4000, 10, 5});
     ride.summary.endTimestamp = 55;
     records.resize(1);
-    stats = analysedStats(records, ride);
+    brakes.resize(1);
+    stats = analysedStats(records, ride, brakes);
     // A single row is no end, and means over nothing are 0.
     expectFigures({s.startTimestamp, s.endTimestamp, s.avgPower, s.avgCadence, s.avgBrakeForce}, {100, 55, 0, 0, 0});
 }

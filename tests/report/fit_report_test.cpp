@@ -24,7 +24,7 @@ protected:
 
     ReportedRide reported(FitReportMode mode, uint32_t flags) const
     {
-        return {"/rides/a.fit", mode, inventory, summary, presence, settings, flags};
+        return {"/rides/a.fit", mode, inventory, summary, presence, settings, flags, {}, {}, brakes};
     }
     std::string summaryText(FitReportMode mode, uint32_t flags = 0)
     {
@@ -47,6 +47,7 @@ protected:
     FitInventory inventory = {};
     FitSummary summary = {};
     FieldPresence presence = {};
+    BrakeRecords brakes = {};
 };
 
 } // namespace
@@ -246,9 +247,8 @@ TEST_F(FitReport, tableOfRecords)
     row.timestamp = 789203109;
     std::tie(row.heading, row.altitude, row.inclination) = std::tuple(271.25, 35.84, -3.16);
     std::tie(row.speed, row.distance, row.temperature) = std::tuple(10, 1234.5, 21);
-    std::tie(row.cadence, row.power, row.brakeForce) = std::tuple(90, 250.5, 1.5);
-    std::tie(row.frontBrakeTemperature, row.frontFriction, row.frontRadiate) = std::tuple(2.5, 3.5, 4.5);
-    std::tie(row.rearBrakeTemperature, row.rearFriction, row.rearRadiate) = std::tuple(5.5, 6.5, 7.5);
+    std::tie(row.cadence, row.power) = std::tuple(90, 250.5);
+    brakes = {{}, {}, {1.5, 2.5, 5.5, 3.5, 6.5, 4.5, 7.5, 0, 0}};
     presence = {1, 1, 1, 1, 1, 0x11, 1, 0, 1, 0, 0};
     EXPECT_EQ(fieldsText(rows, 1, 0),
               "\n remarkable fields data due to outlier rejection and smoothing\n\n"
