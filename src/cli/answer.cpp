@@ -5,6 +5,7 @@
 #include "core/shown_text.h"
 #include "core/text.h"
 
+#include <algorithm>
 #include <memory>
 #include <set>
 #include <utility>
@@ -67,10 +68,46 @@ std::string jsonUnits(const Figures& figures)
     return object.close();
 }
 
+// The members of one object, each of them on its way as soon as it is there.
+class JsonMembers {
+public:
+    explicit JsonMembers(std::ostream& toOut) : out(toOut << '{') {}
+    // Takes the value behind the key.
+    std::ostream& next(const char* key)
+    {
+        return out << std::exchange(before, ", ") << '"' << key << "\": ";
+    }
+
+private:
+    std::ostream& out;
+    const char* before = "";
+};
+
+// Whether a byte goes on within a character.
+bool goesOn(char byte)
+{
+    return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
+}
+
+// A report of a long ride: never as a whole beside itself.
+void writeJsonText(std::ostream& out, std::string_view text)
+{
+    constexpr size_t pieceSize = 1 << 16, longestCharacter = 4;
+    out << '"';
+    while (!text.empty()) {
+        size_t length = std::min(pieceSize, text.size());
+        for (size_t i = 0; i < longestCharacter && length < text.size() && goesOn(text[length]); ++i)
+            ++length;
+        std::string piece = jsonString(text.substr(0, length));
+        out << std::string_view(piece).substr(1, piece.size() - 2);
+        text.remove_prefix(length);
+    }
+    out << '"';
+}
+
 void writeGraph(std::ostream& out, const GraphSeries& graph)
 {
-    out << ", \"graph\": {\"kind\": " << graph.graphKind << ", \"series\": " << jsonTexts(graph.seriesNames)
-        << ", \"points\": [";
+    out << "{\"kind\": " << graph.graphKind << ", \"series\": " << jsonTexts(graph.seriesNames) << ", \"points\": [";
     for (int point = 0; point < graph.pointCount(); ++point) {
         JsonList row('[');
         for (int series = 0; series < graph.seriesCount(); ++series)
@@ -206,36 +243,33 @@ std::string jsonFigures(const Figures& figures)
 
 void writeJson(std::ostream& out, const Answer& answer)
 {
-    JsonList object('{');
+    JsonMembers object(out);
     if (answer.command != 0)
-        object.member("command", std::to_string(answer.command));
+        object.next("command") << std::to_string(answer.command);
     if (!answer.source.empty())
-        object.member("source", jsonString(answer.source));
+        object.next("source") << jsonString(answer.source);
     if (answer.result)
-        object.member("result", std::to_string(*answer.result));
+        object.next("result") << std::to_string(*answer.result);
     if (!answer.status.empty())
-        object.member("status", jsonString(answer.status));
+        object.next("status") << jsonString(answer.status);
     if (!answer.upper.empty())
-        object.member("upper", jsonString(answer.upper));
+        writeJsonText(object.next("upper"), answer.upper);
     if (!answer.lower.empty())
-        object.member("lower", jsonString(answer.lower));
+        writeJsonText(object.next("lower"), answer.lower);
     if (!answer.boxes.empty())
-        object.member("boxes", jsonBoxes(answer.boxes));
+        object.next("boxes") << jsonBoxes(answer.boxes);
     if (!answer.notes.empty())
-        object.member("notes", jsonTexts(answer.notes));
+        object.next("notes") << jsonTexts(answer.notes);
     if (!answer.figures.values.empty()) {
-        object.member("figures", jsonFigures(answer.figures));
-        object.member("units", jsonUnits(answer.figures));
+        object.next("figures") << jsonFigures(answer.figures);
+        object.next("units") << jsonUnits(answer.figures);
     }
     if (answer.error)
-        object.member("error", jsonError(*answer.error));
+        object.next("error") << jsonError(*answer.error);
     if (!answer.outputs.empty())
-        object.member("outputs", jsonTexts(answer.outputs));
-    std::string text = object.close();
-    text.pop_back(); // the closing brace
-    out << text;
+        object.next("outputs") << jsonTexts(answer.outputs);
     if (answer.graph)
-        writeGraph(out, *answer.graph);
+        writeGraph(object.next("graph"), *answer.graph);
     out << "}\n";
 }
 

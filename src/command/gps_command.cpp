@@ -3,7 +3,6 @@
 #include "core/parameter_block.h"
 #include "core/progress.h"
 #include "fit/fit_image.h"
-#include "fit/fit_output.h"
 #include "fit/fit_tools.h"
 #include "gps/analysed_fields.h"
 #include "gps/analysed_writer.h"
@@ -32,7 +31,7 @@ struct Ride {
     LoadedRide loaded;
     Analysis analysis = {};
     PrepareFindings findings = {};         // where it is prepared first
-    std::optional<Progress> progress = {}; // once its file is read
+    std::optional<Progress> progress = {}; // once its file is read, or while it is prepared
 };
 
 // What the last load found, and the file as it is now.
@@ -51,7 +50,8 @@ StatusCode loadImage(Ride& ride, bool prepared)
 {
     ride.loaded.prepared |= prepared;
     if (prepared)
-        return loadPrepared(ride.loaded.image, ride.loaded.path, ride.session.preparation.options, ride.findings);
+        return loadPrepared(ride.loaded.image, ride.loaded.path, ride.session.preparation.options, ride.findings,
+                            &ride.progress.emplace(ride.session.screens));
     if (!ride.loaded.inMemory)
         return loadFitImage(ride.loaded.image, ride.loaded.path);
     ride.loaded.image = *ride.loaded.inMemory;
@@ -63,7 +63,7 @@ StatusCode readRide(Ride& ride, bool prepared = false)
     if (StatusCode code = loadImage(ride, prepared))
         return reportStatus(ride.session.screens, ride.loaded.path, code);
     ride.session.screens.setStatus("");
-    ride.loaded.image.progress = &ride.progress.emplace(ride.session.screens);
+    ride.loaded.image.progress = ride.progress ? &*ride.progress : &ride.progress.emplace(ride.session.screens);
     return fitOk;
 }
 
@@ -139,11 +139,11 @@ StatusCode createImage(const Ride& ride, FitImage& destination)
 
 StatusCode createFile(const Ride& ride, const std::string& path)
 {
-    FitImage destination = {};
-    if (StatusCode code = createImage(ride, destination))
-        return code;
-    if (!saveFitFile(destination, path, ride.session.inputs.flush))
-        return fail(ride, path, fitSaveFailed);
+    const Analysis& a = ride.analysis;
+    if (StatusCode code =
+            saveAnalysedFile(path, ride.loaded.image, a.records, addedFieldsOf(a.flags),
+                             ride.session.working.createOutput, a.stats.summary.totalTimer, ride.session.inputs.flush))
+        return fail(ride, code == fitSaveFailed ? path : ride.loaded.path, code);
     reportStatus(ride.session.screens, path, fitPredictionSaved);
     return fitOk;
 }

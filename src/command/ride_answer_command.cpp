@@ -2,7 +2,6 @@
 
 #include "core/progress.h"
 #include "core/text.h"
-#include "fit/fit_output.h"
 #include "fit/fit_tools.h"
 #include "gps/ride_answer.h"
 #include "page/ride_page.h"
@@ -23,11 +22,9 @@ StatusCode answerFor(Session& session, AnsweredRide& ride)
                       &progress);
 }
 
-StatusCode write(Session& session, const AnsweredRide& ride, const std::string& path)
+StatusCode write(Session& session, AnsweredRide& ride, const std::string& path)
 {
-    FitImage file = {};
-    if (makeAnsweredFile(ride, session.working.createOutput, file) != fitOk ||
-        !saveFitFile(file, path, session.inputs.flush))
+    if (saveAnsweredFile(ride, session.working.createOutput, path, session.inputs.flush) != fitOk)
         return reportUnsaved(session.screens,
                              formatText("failed to save the data to a fit file '%s'", reportedName(path).c_str()));
     reportStatus(session.screens, path, fitPredictionSaved);

@@ -49,17 +49,11 @@ StatusCode splitFile(FitImage& image, std::vector<uint8_t>&& bytes)
     return fitCrc(image) == image.fileCrc ? fitOk : fitWrongCrc;
 }
 
-std::span<const uint8_t> headerOf(const FitImage& image)
+std::array<uint8_t, crcSize> crcBytes(uint16_t crc)
 {
-    const std::span<const uint8_t> header = image.headerBytes;
-    return header.first(std::min<size_t>(header[0], header.size()));
-}
-
-std::array<uint8_t, crcSize> crcBytes(const FitImage& image)
-{
-    std::array<uint8_t, crcSize> crc;
-    writeUint16Field(crc, image.fileCrc, false);
-    return crc;
+    std::array<uint8_t, crcSize> bytes;
+    writeUint16Field(bytes, crc, false);
+    return bytes;
 }
 
 } // namespace
@@ -139,6 +133,12 @@ StatusCode buildFitHeader(FitImage& destination, const FitImage& source, int32_t
     return fitOk;
 }
 
+std::span<const uint8_t> headerOf(const FitImage& image)
+{
+    const std::span<const uint8_t> header = image.headerBytes;
+    return header.first(std::min<size_t>(header[0], header.size()));
+}
+
 uint16_t fitCrc(const FitImage& image)
 {
     return fitCrc(image.headerBytes, image.data);
@@ -147,7 +147,7 @@ uint16_t fitCrc(const FitImage& image)
 std::vector<uint8_t> fitFileBytes(const FitImage& image)
 {
     const std::span<const uint8_t> header = headerOf(image);
-    const std::array<uint8_t, crcSize> crc = crcBytes(image);
+    const std::array<uint8_t, crcSize> crc = crcBytes(image.fileCrc);
     std::vector<uint8_t> bytes;
     bytes.reserve(header.size() + image.data.size() + crc.size());
     for (const std::span<const uint8_t> piece :
@@ -158,7 +158,24 @@ std::vector<uint8_t> fitFileBytes(const FitImage& image)
 
 int writeFitFile(const FitImage& image, const std::string& path, Flush flush)
 {
-    return replaceFile(path, {headerOf(image), image.data, crcBytes(image)}, flush) == FileResult::ok ? 0 : 1;
+    return replaceFile(path, {headerOf(image), image.data, crcBytes(image.fileCrc)}, flush) == FileResult::ok ? 0 : 1;
+}
+
+int writeFitFile(const FitImage& image, const std::string& path, const std::function<bool(const WritePiece&)>& make,
+                 Flush flush)
+{
+    FileResult result = replaceFile(
+        path,
+        [&](const WritePiece& write) {
+            uint16_t crc = extendFitCrc(0, headerOf(image));
+            WritePiece writeData = [&](std::span<const uint8_t> piece) {
+                crc = extendFitCrc(crc, piece);
+                return write(piece);
+            };
+            return write(headerOf(image)) && make(writeData) && write(crcBytes(crc));
+        },
+        flush);
+    return result == FileResult::ok ? 0 : 1;
 }
 
 } // namespace torvane

@@ -9,6 +9,7 @@
 
 #include <array>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -68,10 +69,18 @@ constexpr int32_t headerForm(int32_t convertEnabled, int32_t fitFormat)
 // CRC of header and data, as fileCrc is to hold it.
 uint16_t fitCrc(const FitImage& image);
 
+// The header as it stands in the file.
+std::span<const uint8_t> headerOf(const FitImage& image);
+
 // The bytes of the file, header and CRC included.
 std::vector<uint8_t> fitFileBytes(const FitImage& image);
 
 // Creates or replaces the file, as a whole or not at all. 0, or 1 when that failed.
 int writeFitFile(const FitImage& image, const std::string& path, Flush flush = Flush::each);
+
+// The same of a file with this image's header whose data block `make` hands over in pieces, and false to let the old
+// file stand.
+int writeFitFile(const FitImage& image, const std::string& path, const std::function<bool(const WritePiece&)>& make,
+                 Flush flush);
 
 } // namespace torvane

@@ -92,26 +92,23 @@ void showWalkProgress(FitWalk& walk)
     walk.progressAt = ((percent + 1) * walk.block.size() + 99) / 100;
 }
 
-// Lengths alone tell where messages end.
-bool walksToItsEnd(std::span<const uint8_t> block)
+bool MessageLengths::walk(std::span<const uint8_t> piece)
 {
-    std::array<size_t, localTypeCount> lengths;
-    lengths.fill(1);
     size_t position = 0;
-    while (position < block.size()) {
-        uint8_t header = block[position];
+    while (position < piece.size()) {
+        uint8_t header = piece[position];
         if ((header & headerDefinition) == 0) {
             position += lengths[dataLocalType(header)];
             continue;
         }
-        std::span<const uint8_t> rest = block.subspan(position);
+        std::span<const uint8_t> rest = piece.subspan(position);
         size_t length = definitionLength(rest);
         if (length == 0)
             return false;
         lengths[header & headerLocalType] = dataLength(rest.first(length));
         position += length;
     }
-    return position == block.size();
+    return position == piece.size();
 }
 
 } // namespace torvane

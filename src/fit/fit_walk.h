@@ -163,8 +163,25 @@ inline WalkStep nextMessage(FitWalk& walk, FitMessage& message)
     return WalkStep::message;
 }
 
-// Whether a walk over this block ends on its end; faster than to take the messages.
-bool walksToItsEnd(std::span<const uint8_t> block);
+// Where messages end, by their lengths alone: faster than to take them.
+class MessageLengths {
+public:
+    MessageLengths()
+    {
+        lengths.fill(1);
+    }
+    // Goes on over the next piece of a data block. False unless it ends where a message does.
+    bool walk(std::span<const uint8_t> piece);
+
+private:
+    std::array<size_t, localTypeCount> lengths; // of data messages, by local type
+};
+
+// Whether a walk over this block ends on its end.
+inline bool walksToItsEnd(std::span<const uint8_t> block)
+{
+    return MessageLengths().walk(block);
+}
 
 // Visits the messages of a walk from its place on. 0, or fitInvalid when it does not end on the end of the block.
 template <class Visit>

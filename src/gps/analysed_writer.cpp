@@ -21,6 +21,11 @@ constexpr size_t tripleSize = 3;
 constexpr size_t fieldCountOffset = 5; // in a definition message
 constexpr size_t firstTripleOffset = 6;
 
+// Bytes of the block that are held at once: messages that are whole, a message that may be as long as any, and what
+// an added distance writes ahead of it (writeAddedDistance).
+constexpr size_t pieceSize = 1 << 20, longestMessage = 1 << 17;
+constexpr size_t windowSize = pieceSize + 3 * longestMessage;
+
 // One rewrite under way.
 struct Rewrite {
     const GpsRecords& records;
@@ -28,7 +33,7 @@ struct Rewrite {
     bool byProfile;
     RecordFields fields;
     Growths growths;
-    FitOutput out;
+    FitOutput& out;
     AnalysedSums sums;
     uint32_t totalTimer; // ms
     size_t index = 0;    // row of the next record message
@@ -295,6 +300,47 @@ void writeMessage(Rewrite& rewrite, const FitMessage& message)
     }
 }
 
+// The planned block on its way out. What is not whole yet, and what was written ahead of it, stays in the window.
+struct Outlet {
+    size_t planned;
+    const WritePiece& write;
+    std::vector<uint8_t> window = std::vector<uint8_t>(std::min(planned, windowSize));
+    FitOutput out = {window};
+    size_t handedOver = 0;
+    bool taken = true;
+
+    void handOver()
+    {
+        size_t whole = std::min(out.position, window.size());
+        taken = taken && write(std::span(window).first(whole));
+        handedOver += out.position;
+        std::fill(std::copy(window.begin() + static_cast<std::ptrdiff_t>(whole), window.end(), window.begin()),
+                  window.end(), uint8_t{0});
+        out.position = 0;
+    }
+};
+
+// Goes on over the source and hands over what comes of it, in pieces that end with a message.
+StatusCode pourAnalysedFit(size_t planned, const FitImage& source, const GpsRecords& records, uint32_t addedFields,
+                           const OutputChoice& options, uint32_t totalTimer, const WritePiece& write)
+{
+    RecordFields fields = recordFieldsOf(source, addedFields);
+    bool byProfile = (addedFields & writeByProfile) != 0;
+    Outlet outlet = {planned, write};
+    Rewrite rewrite = {records, options, byProfile, fields, Growths(addedFields, fields), outlet.out, {}, totalTimer};
+    StatusCode code = walkMessages(source, [&](const FitMessage& message) {
+        if (outlet.out.position >= pieceSize)
+            outlet.handOver();
+        writeMessage(rewrite, message);
+    });
+    outlet.handOver();
+    if (code != fitOk)
+        return code;
+    if (outlet.handedOver != planned)
+        return fitSizeMismatch;
+    return outlet.taken ? fitOk : fitSaveFailed;
+}
+
 } // namespace
 
 StatusCode planRewrittenSize(FitImage& destination, const FitImage& source, const GpsRecords& records,
@@ -330,15 +376,14 @@ StatusCode planRewrittenSize(FitImage& destination, const FitImage& source, cons
 StatusCode writeAnalysedFit(FitImage& destination, const FitImage& source, const GpsRecords& records,
                             uint32_t addedFields, const OutputChoice& options, uint32_t totalTimer)
 {
-    destination.data.assign(static_cast<size_t>(destination.dataSize), 0);
-    RecordFields fields = recordFieldsOf(source, addedFields);
-    bool byProfile = (addedFields & writeByProfile) != 0;
-    Rewrite rewrite = {records, options,   byProfile, fields, Growths(addedFields, fields), {destination.data},
-                       {},      totalTimer};
-    StatusCode code = walkMessages(source, [&](const FitMessage& message) { writeMessage(rewrite, message); });
-    if (code != fitOk)
-        return code;
-    return rewrite.out.position == destination.data.size() ? fitOk : fitSizeMismatch;
+    std::vector<uint8_t>& data = destination.data;
+    data.clear();
+    data.reserve(static_cast<size_t>(destination.dataSize));
+    return pourAnalysedFit(static_cast<size_t>(destination.dataSize), source, records, addedFields, options, totalTimer,
+                           [&](std::span<const uint8_t> piece) {
+                               data.insert(data.end(), piece.begin(), piece.end());
+                               return true;
+                           });
 }
 
 StatusCode makeAnalysedFile(FitImage& destination, const FitImage& source, const GpsRecords& records,
@@ -351,6 +396,24 @@ StatusCode makeAnalysedFile(FitImage& destination, const FitImage& source, const
     buildFitHeader(destination, source, headerForm(options.convertEnabled, options.fitFormat));
     destination.fileCrc = fitCrc(destination);
     return fitOk;
+}
+
+StatusCode saveAnalysedFile(const std::string& path, const FitImage& source, const GpsRecords& records,
+                            uint32_t addedFields, const OutputChoice& options, uint32_t totalTimer, Flush flush)
+{
+    FitImage planned = {};
+    if (StatusCode code = planRewrittenSize(planned, source, records, addedFields))
+        return code;
+    buildFitHeader(planned, source, headerForm(options.convertEnabled, options.fitFormat));
+    StatusCode code = fitOk;
+    auto make = [&](const WritePiece& write) {
+        MessageLengths lengths;
+        code = pourAnalysedFit(static_cast<size_t>(planned.dataSize), source, records, addedFields, options, totalTimer,
+                               [&](std::span<const uint8_t> piece) { return lengths.walk(piece) && write(piece); });
+        return code == fitOk;
+    };
+    bool written = writeFitFile(planned, path, make, flush) == 0;
+    return written || code != fitOk ? code : fitSaveFailed;
 }
 
 } // namespace torvane

@@ -8,6 +8,8 @@
 #include "core/parameter_block.h"
 #include "fit/fit_image.h"
 
+#include <string>
+
 namespace torvane {
 
 // Sets destination.dataSize to the size of the rewritten data block. 0, fitInvalid, or fitSizeMismatch where no file or
@@ -24,5 +26,10 @@ StatusCode writeAnalysedFit(FitImage& destination, const FitImage& source, const
 // The two, and header and CRC around the block: the file as it is saved.
 StatusCode makeAnalysedFile(FitImage& destination, const FitImage& source, const GpsRecords& records,
                             uint32_t addedFields, const OutputChoice& options, uint32_t totalTimer);
+
+// The file written as it is made, without a place in memory for the whole of it. Their codes; fitSaveFailed where it
+// cannot be written or could not be read again. What stood there stays unless all went well.
+StatusCode saveAnalysedFile(const std::string& path, const FitImage& source, const GpsRecords& records,
+                            uint32_t addedFields, const OutputChoice& options, uint32_t totalTimer, Flush flush);
 
 } // namespace torvane

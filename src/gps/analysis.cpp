@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace torvane {
 
@@ -30,28 +31,32 @@ bool lacksSome(const GpsRecords& records, double GpsRecord::*field)
     return std::ranges::any_of(records, [=](const GpsRecord& record) { return std::isnan(record.*field); });
 }
 
-void takeWhereMissing(GpsRecords& records, const GpsRecords& predicted, double GpsRecord::*field)
-{
-    for (size_t i = 0; i < records.size(); ++i)
-        if (std::isnan(records[i].*field))
-            records[i].*field = predicted[i].*field;
-}
+struct Metered {
+    double power, cadence;
+};
 
-// Rows in which a meter gave nothing get what the model asks for there; all others keep what was measured.
+// Rows in which a meter gave nothing get what the model asks for there; all others keep what was measured. What is
+// predicted for every row anyway needs no such look.
 void fillMissing(const Model& model, const ParameterBlock& asked, const LoadedRide& ride, Analysis& analysis)
 {
-    bool power = asked.predictPower && lacksSome(analysis.records, &GpsRecord::power);
-    bool cadence = asked.predictCadence && lacksSome(analysis.records, &GpsRecord::cadence);
+    GpsRecords& records = analysis.records;
+    ParameterBlock settings = analysis.settings;
+    bool power = asked.predictPower && !settings.predictPower && lacksSome(records, &GpsRecord::power);
+    bool cadence = asked.predictCadence && !settings.predictCadence && lacksSome(records, &GpsRecord::cadence);
     if (!power && !cadence)
         return;
-    ParameterBlock settings = analysis.settings;
+    std::vector<Metered> metered;
+    metered.reserve(records.size());
+    for (const GpsRecord& record : records)
+        metered.push_back({record.power, record.cadence});
     settings.predictPower = settings.predictCadence = 1;
-    GpsRecords predicted = analysis.records;
-    predictAndFinish(model, predicted, settings, ride.summary, analysis.flags);
-    if (power)
-        takeWhereMissing(analysis.records, predicted, &GpsRecord::power);
-    if (cadence)
-        takeWhereMissing(analysis.records, predicted, &GpsRecord::cadence);
+    predictAndFinish(model, records, settings, ride.summary, analysis.flags, ride.image.progress);
+    for (size_t i = 0; i < records.size(); ++i) {
+        if (!power || !std::isnan(metered[i].power))
+            records[i].power = metered[i].power;
+        if (!cadence || !std::isnan(metered[i].cadence))
+            records[i].cadence = metered[i].cadence;
+    }
 }
 
 } // namespace

@@ -104,37 +104,48 @@ Once prepareOnce(const FitImage& source, const PrepareOptions& options, FitImage
     uint32_t gapLimit = static_cast<uint32_t>(options.gapLimit);
     if (StatusCode code = readSource(source, options, activity, findings))
         return {code};
+    reportProgress(source.progress, 100); // between two long steps: the run may be stopped there
     dropMeasured(activity, options, findings);
     placeSummaries(activity, findings);
     Once once = {fitOk, cleanRide(activity, {gapLimit, options.jumpSpeed}, findings)};
     completeSummaries(activity, sportOf(options), findings);
     prepared = {};
-    if (!writePrepared(activity, rulesFor(activity, options), mostMade(source.data.size()), prepared.data, findings))
+    if (!writePrepared(activity, rulesFor(activity, options), mostMade(source.data.size()), prepared.data, findings,
+                       source.progress))
         return {fitTooLarge};
     finishFile(prepared, source);
     return once;
 }
 
-} // namespace
-
 // A track with jumps can show others once those are bridged, and so can a distance that is held. Such a ride is
 // prepared on until it stays as it is; a few rounds are enough for any track that was ever ridden.
-StatusCode prepareActivity(const FitImage& source, const PrepareOptions& options, FitImage& prepared,
-                           PrepareFindings& findings)
+void prepareOn(const PrepareOptions& options, Progress* progress, FitImage& prepared, PrepareFindings& findings)
 {
     constexpr int mostRounds = 16;
-    findings = withSource(findings.source);
-    Once once = prepareOnce(source, options, prepared, findings);
-    for (int round = 0; once.code == fitOk && !once.settled && round < mostRounds; ++round) {
+    for (int round = 0; round < mostRounds; ++round) {
         FitImage again = {};
         PrepareFindings more;
-        if (prepareOnce(prepared, options, again, more).code != fitOk || again.data == prepared.data)
+        prepared.progress = progress;
+        Once once = prepareOnce(prepared, options, again, more);
+        prepared.progress = nullptr;
+        if (once.code != fitOk || again.data == prepared.data)
             break;
         findings.positionsOff += more.positionsOff;
         findings.positionShifts += more.positionShifts;
         findings.distancesHeld += more.distancesHeld;
         prepared = std::move(again);
     }
+}
+
+} // namespace
+
+StatusCode prepareActivity(const FitImage& source, const PrepareOptions& options, FitImage& prepared,
+                           PrepareFindings& findings)
+{
+    findings = withSource(findings.source);
+    Once once = prepareOnce(source, options, prepared, findings);
+    if (once.code == fitOk && !once.settled)
+        prepareOn(options, source.progress, prepared, findings);
     return once.code;
 }
 
@@ -146,7 +157,12 @@ StatusCode loadPrepared(FitImage& prepared, const std::string& path, const Prepa
     if (StatusCode code = loadRideSource(source, path, sportOf(options), findings.source))
         return code;
     source.progress = progress;
-    return prepareActivity(source, options, prepared, findings);
+    findings = withSource(findings.source);
+    Once once = prepareOnce(source, options, prepared, findings);
+    source = {}; // no longer needed
+    if (once.code == fitOk && !once.settled)
+        prepareOn(options, progress, prepared, findings);
+    return once.code;
 }
 
 const char* preparingFault(StatusCode code)

@@ -244,7 +244,7 @@ size_t countSteps(const Activity& activity, PrepareFindings& findings)
 } // namespace
 
 bool writePrepared(const Activity& activity, const SummaryRules& rules, size_t mostBytes, std::vector<uint8_t>& block,
-                   PrepareFindings& findings)
+                   PrepareFindings& findings, Progress* progress)
 {
     Writing writing = {activity, rules, mostBytes, block, findings};
     planRecords(writing);
@@ -255,7 +255,10 @@ bool writePrepared(const Activity& activity, const SummaryRules& rules, size_t m
     size_t other = 0;
     for (; other < activity.others.size() && activity.others[other].samplesBefore == 0; ++other)
         writeOther(writing, activity.others[other]);
+    constexpr size_t progressEach = 4096; // samples
     for (size_t i = 0; i < activity.samples.size(); ++i) {
+        if (i % progressEach == 0)
+            reportProgress(progress, static_cast<int>(100 * i / activity.samples.size()));
         writeSample(writing, activity.samples[i]);
         writeStep(writing, i, other);
     }

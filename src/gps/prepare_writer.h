@@ -2,6 +2,7 @@
 // places between them. A definition is written when a message needs it.
 #pragma once
 
+#include "core/progress.h"
 #include "gps/activity.h"
 #include "gps/ride_summaries.h"
 
@@ -11,7 +12,7 @@ namespace torvane {
 
 // False where the block would be larger than `mostBytes`.
 bool writePrepared(const Activity& activity, const SummaryRules& rules, size_t mostBytes, std::vector<uint8_t>& block,
-                   PrepareFindings& findings);
+                   PrepareFindings& findings, Progress* progress = nullptr);
 
 // Whether a file has the marks of one that was written here: that of a rewritten file, and its way to define records.
 // In such a file "invalid" markers are missing values.

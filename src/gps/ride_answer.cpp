@@ -201,11 +201,10 @@ void tell(const Model& model, AnsweredRide& ride)
 }
 
 // Power and cadence of each record as the file is to have them.
-GpsRecords mergedRecords(const AnsweredRide& ride)
+void takeMeasured(AnsweredRide& ride)
 {
-    GpsRecords records = ride.analysis.records;
     auto measured = ride.measured.begin();
-    for (GpsRecord& record : records) {
+    for (GpsRecord& record : ride.analysis.records) {
         while (measured != ride.measured.end() && measured->timestamp < record.timestamp)
             ++measured;
         if (measured == ride.measured.end() || measured->timestamp != record.timestamp)
@@ -215,7 +214,6 @@ GpsRecords mergedRecords(const AnsweredRide& ride)
         if (measured->cadence >= 0)
             record.cadence = measured->cadence;
     }
-    return records;
 }
 
 uint32_t fieldsToAdd(const AnsweredRide& ride)
@@ -289,10 +287,11 @@ AnsweredRide answerOfAnalysis(const Model& model, const LoadedRide& loaded, cons
     return ride;
 }
 
-StatusCode makeAnsweredFile(const AnsweredRide& ride, const OutputChoice& options, FitImage& destination)
+StatusCode saveAnsweredFile(AnsweredRide& ride, const OutputChoice& options, const std::string& path, Flush flush)
 {
-    return makeAnalysedFile(destination, ride.prepared.image, mergedRecords(ride), fieldsToAdd(ride), options,
-                            ride.analysis.stats.summary.totalTimer);
+    takeMeasured(ride);
+    return saveAnalysedFile(path, ride.prepared.image, ride.analysis.records, fieldsToAdd(ride), options,
+                            ride.analysis.stats.summary.totalTimer, flush);
 }
 
 } // namespace torvane

@@ -86,8 +86,8 @@ StatusCode answerRide(const Model& model, const ParameterBlock& settings, const 
 // were measured.
 AnsweredRide answerOfAnalysis(const Model& model, const LoadedRide& loaded, const Analysis& analysis);
 
-// The analysed file of an answered ride: what was measured stays, what is missing is the prediction. Codes of
-// analysed_file.h.
-StatusCode makeAnsweredFile(const AnsweredRide& ride, const OutputChoice& options, FitImage& destination);
+// Writes the analysed file of an answered ride: what was measured stays, what is missing is the prediction. The rows of
+// the analysis are then those of the file. Codes of saveAnalysedFile.
+StatusCode saveAnsweredFile(AnsweredRide& ride, const OutputChoice& options, const std::string& path, Flush flush);
 
 } // namespace torvane
