@@ -12,14 +12,14 @@ namespace torvane {
 
 namespace {
 
-std::vector<MeasuredRide> readRides(Session& session)
+// The rides that were read go into `rides`.
+CalibrationAnswer readAndCalibrate(Session& session, std::vector<MeasuredRide>& rides)
 {
     Progress progress(session.screens);
-    std::vector<MeasuredRide> rides;
     for (size_t i = 0; i < toolSourceCount; ++i)
         if (const std::string& path = session.inputs.files[i].path; !path.empty())
             rides.push_back(readMeasuredRide(session.working, path, session.preparation.options, &progress));
-    return rides;
+    return calibrateRides(session.model, rides, session.calibration, &progress);
 }
 
 // The profile as it is to be saved.
@@ -74,8 +74,8 @@ ResultStatus calibrateCommand(Session& session)
 {
     Screens& screens = session.screens;
     screens.setStatus("");
-    std::vector<MeasuredRide> rides = readRides(session);
-    CalibrationAnswer answer = calibrateRides(session.model, rides, session.calibration);
+    std::vector<MeasuredRide> rides;
+    CalibrationAnswer answer = readAndCalibrate(session, rides);
     std::vector<std::string> notes = calibrationNotes(answer, rides);
     StatusCode code = codeOf(answer, rides);
     if (code == fitOk) {

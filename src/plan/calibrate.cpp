@@ -40,10 +40,25 @@ void headEast(ThrustRide& ride)
         second.east = 1;
 }
 
-std::vector<RideWindows> windowsOfAll(std::vector<Worked>& rides, const DragFit& fit)
+// How far the whole of it is: a step is one look at one ride.
+struct Steps {
+    Progress* progress;
+    size_t most;
+    size_t done = 0;
+
+    void take()
+    {
+        reportProgress(progress, static_cast<int>(100 * std::min(++done, most) / most));
+    }
+};
+constexpr int passes = 3;                      // of a fit
+constexpr size_t looksAtRide = 2 * passes + 2; // alone, with the others, told, and with a wind
+
+std::vector<RideWindows> windowsOfAll(std::vector<Worked>& rides, const DragFit& fit, Steps& steps)
 {
     std::vector<RideWindows> all;
     for (size_t i = 0; i < rides.size(); ++i) {
+        steps.take();
         Worked& ride = rides[i];
         Wind wind = i < fit.winds.size() ? fit.winds[i] : Wind{};
         ride.use = markSeconds(ride.thrust, fit.factor, wind);
@@ -53,12 +68,11 @@ std::vector<RideWindows> windowsOfAll(std::vector<Worked>& rides, const DragFit&
 }
 
 // The brakes are looked for anew with each factor.
-DragFit fitInPasses(std::vector<Worked>& rides, std::vector<RideWindows>& windows)
+DragFit fitInPasses(std::vector<Worked>& rides, std::vector<RideWindows>& windows, Steps& steps)
 {
-    constexpr int passes = 3;
     DragFit fit;
     for (int pass = 0; pass < passes; ++pass) {
-        windows = windowsOfAll(rides, fit);
+        windows = windowsOfAll(rides, fit, steps);
         fit = fitDrag(windows);
     }
     return fit;
@@ -80,10 +94,12 @@ struct Reach {
     double down = 0, up = 0;
 };
 
-Reach unknownWindReach(const std::vector<Worked>& rides, const std::vector<RideWindows>& windows, double factor)
+Reach unknownWindReach(const std::vector<Worked>& rides, const std::vector<RideWindows>& windows, double factor,
+                       Steps& steps)
 {
     Reach squares;
     for (size_t i = 0; i < rides.size(); ++i) {
+        steps.take();
         if (windows[i].findsWind)
             continue;
         Wind along = meanHeading(rides[i].thrust);
@@ -98,7 +114,7 @@ Reach unknownWindReach(const std::vector<Worked>& rides, const std::vector<RideW
 }
 
 void tellInterval(const std::vector<Worked>& rides, const std::vector<RideWindows>& windows, const DragFit& fit,
-                  CalibrationAnswer& answer)
+                  CalibrationAnswer& answer, Steps& steps)
 {
     double drawn = drawnError(windows, fit);
     double more = fitDrag(windows, 1 + rollingError).factor, less = fitDrag(windows, 1 - rollingError).factor;
@@ -106,7 +122,7 @@ void tellInterval(const std::vector<Worked>& rides, const std::vector<RideWindow
     answer.rollingEffect = (more - less) / 2;
     answer.error =
         std::sqrt(drawn * drawn + answer.rollingEffect * answer.rollingEffect + rest * rest + between * between);
-    Reach wind = unknownWindReach(rides, windows, fit.factor);
+    Reach wind = unknownWindReach(rides, windows, fit.factor, steps);
     answer.lowest = std::max(0.0, fit.factor - std::hypot(normalReach * answer.error, wind.down));
     answer.highest = fit.factor + std::hypot(normalReach * answer.error, wind.up);
 }
@@ -127,9 +143,10 @@ void tellAlone(const RideWindows& windows, CalibratedRide& ride)
 }
 
 void tellRides(std::span<const MeasuredRide> given, const std::vector<Worked>& rides,
-               const std::vector<RideWindows>& windows, const DragFit& fit, CalibrationAnswer& answer)
+               const std::vector<RideWindows>& windows, const DragFit& fit, CalibrationAnswer& answer, Steps& steps)
 {
     for (size_t i = 0; i < rides.size(); ++i) {
+        steps.take();
         CalibratedRide& ride = answer.rides[rides[i].place];
         const MeasuredRide& measured = given[rides[i].place];
         ride.seconds = countUse(rides[i].use);
@@ -231,7 +248,7 @@ double factorOfAngle(const Model& model, double angle)
 constexpr double leastAngle = 0, mostAngle = 90; // deg, as the page of the rider takes them
 
 std::vector<Worked> takeRides(const Model& model, std::span<const MeasuredRide> rides, Stage meter,
-                              CalibrationAnswer& answer)
+                              CalibrationAnswer& answer, Steps& steps)
 {
     std::vector<Worked> taken;
     for (size_t i = 0; i < rides.size(); ++i) {
@@ -247,7 +264,7 @@ std::vector<Worked> takeRides(const Model& model, std::span<const MeasuredRide> 
             headEast(worked.thrust);
         std::vector<Worked> alone = {std::move(worked)};
         std::vector<RideWindows> windows;
-        fitInPasses(alone, windows);
+        fitInPasses(alone, windows, steps);
         told.windows = windows[0].windows.size();
         told.seconds = countUse(alone[0].use);
         if (told.windows < leastCalibrationWindows)
@@ -261,23 +278,24 @@ std::vector<Worked> takeRides(const Model& model, std::span<const MeasuredRide> 
 } // namespace
 
 CalibrationAnswer calibrateRides(const Model& model, std::span<const MeasuredRide> rides,
-                                 const CalibrationOptions& options)
+                                 const CalibrationOptions& options, Progress* progress)
 {
     CalibrationAnswer answer;
-    std::vector<Worked> worked = takeRides(model, rides, static_cast<Stage>(options.meter), answer);
+    Steps steps = {progress, looksAtRide * rides.size()};
+    std::vector<Worked> worked = takeRides(model, rides, static_cast<Stage>(options.meter), answer, steps);
     answer.ridesUsed = worked.size();
     if (worked.empty())
         return answer;
     std::vector<RideWindows> windows;
-    DragFit fit = fitInPasses(worked, windows);
+    DragFit fit = fitInPasses(worked, windows, steps);
     answer.factor = fit.factor;
     answer.factorBefore = dragFactorOf(model.calibration);
     answer.residual = fit.spread;
     answer.heightShare = heightShare(windows, fit);
     answer.dragArea = dragArea(model, fit.factor);
     answer.angle = angleOfFactor(model, fit.factor);
-    tellRides(rides, worked, windows, fit, answer);
-    tellInterval(worked, windows, fit, answer);
+    tellRides(rides, worked, windows, fit, answer, steps);
+    tellInterval(worked, windows, fit, answer, steps);
     tellRows(worked, windows, fit, answer);
     answer.heldOut = holdOut(windows, shortWindows(worked), answer.factorBefore);
     addDoubts(answer);

@@ -3,6 +3,7 @@
 // and what is not known of it widens the interval.
 #pragma once
 
+#include "core/progress.h"
 #include "core/ride_choices.h"
 #include "plan/calibration_checks.h"
 #include "plan/held_out.h"
@@ -72,7 +73,7 @@ struct CalibrationAnswer {
 
 // A ride that cannot be used is told and left out.
 CalibrationAnswer calibrateRides(const Model& model, std::span<const MeasuredRide> rides,
-                                 const CalibrationOptions& options);
+                                 const CalibrationOptions& options, Progress* progress = nullptr);
 
 // What a profile keeps of it; all 0 where the factor is beyond what a profile takes, or too uncertain.
 Calibration calibrationOf(const CalibrationAnswer& answer);
