@@ -6,6 +6,7 @@
 #include "fit/message_fields.h"
 #include "gps/analysed_fields.h"
 #include "gps/analysed_sums.h"
+#include "gps/plain_records.h"
 
 #include <algorithm>
 #include <climits>
@@ -37,6 +38,8 @@ struct Rewrite {
     AnalysedSums sums;
     uint32_t totalTimer; // ms
     size_t index = 0;    // row of the next record message
+    std::array<PlainLayout, localTypeCount> layouts = {};
+    PlainRun run = {};
     // By the profile: the first rows behind the session and the lap in front.
     size_t firstOfSession = 0, firstOfLap = 0;
 };
@@ -194,6 +197,37 @@ void writeRecord(Rewrite& rewrite, const FitMessage& message)
     countRecord(rewrite.sums, rewrite.records[rewrite.index]);
 }
 
+void writePlainRecord(Rewrite& rewrite, const FitMessage& message, const PlainLayout& layout)
+{
+    std::span<uint8_t> whole = copyDeclaredPart(rewrite, message);
+    if (whole.empty())
+        return;
+    const GpsRecord& record = rewrite.records[rewrite.index];
+    WrittenNumbers written;
+    if (layout.has(plainCadence)) {
+        written.cadence = rewrite.byProfile ? recordNumber(record.cadence, UINT8_MAX) : wholeNumber(record.cadence);
+        whole[layout.place[plainCadence]] = static_cast<uint8_t>(written.cadence);
+    }
+    if (layout.has(plainDistance)) {
+        written.distance = wholeNumber(record.distance * 100); // 1/100 m
+        writeUint32Field(whole.subspan(layout.place[plainDistance]).first<4>(), written.distance, false);
+    }
+    if (layout.has(plainSpeed)) {
+        written.speed = wholeNumber(record.speed * 1000); // mm/s
+        writeUint32Field(whole.subspan(layout.place[plainSpeed]).first<2>(), written.speed, false);
+    }
+    if (layout.has(plainPower)) {
+        written.power = rewrite.byProfile ? recordNumber(record.power, UINT16_MAX) : wholeNumber(record.power);
+        writeUint32Field(whole.subspan(layout.place[plainPower]).first<2>(), written.power, false);
+    }
+    copyDeveloperPart(message, whole.last(message.definition->developerBytes));
+    if (rewrite.byProfile)
+        return; // sums its rows up
+    rewrite.sums.afterGap = rewrite.index == 0 || !isKept(rewrite.records, rewrite.index - 1);
+    rewrite.run.layout = &layout;
+    sumPlainRecord(rewrite.run, layout, message.bytes.data(), record, written, rewrite.sums);
+}
+
 void writeSummaryMessage(Rewrite& rewrite, const FitMessage& message, RunningSet& set, const EntryFieldIndex& fields)
 {
     finaliseSessionLap(set);
@@ -267,19 +301,33 @@ void writeDefinition(Rewrite& rewrite, const FitMessage& message)
     copyBytes(rewrite.out, message.bytes.subspan(ownEnd));
 }
 
+void writeKeptRecord(Rewrite& rewrite, const FitMessage& message)
+{
+    const PlainLayout& layout = rewrite.layouts[message.localType];
+    if (&layout != rewrite.run.layout || !layout.isPlain)
+        endRun(rewrite.run, rewrite.sums);
+    if (layout.isPlain)
+        writePlainRecord(rewrite, message, layout);
+    else
+        writeRecord(rewrite, message);
+}
+
 void writeMessage(Rewrite& rewrite, const FitMessage& message)
 {
+    if (message.isData(messageRecord)) {
+        if (isKept(rewrite.records, rewrite.index))
+            writeKeptRecord(rewrite, message);
+        ++rewrite.index;
+        return;
+    }
+    endRun(rewrite.run, rewrite.sums);
     if (message.isDefinition) {
         rewrite.growths.define(message);
+        rewrite.layouts[message.localType] = plainLayoutOf(*message.definition, rewrite.growths.ofRecords().fields);
         writeDefinition(rewrite, message);
         return;
     }
     switch (message.globalMessage()) {
-    case messageRecord:
-        if (isKept(rewrite.records, rewrite.index))
-            writeRecord(rewrite, message);
-        ++rewrite.index;
-        break;
     case messageSession:
         if (rewrite.byProfile)
             writeProfileSummary(rewrite, message, rewrite.firstOfSession);
