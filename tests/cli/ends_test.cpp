@@ -13,6 +13,7 @@
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <tuple>
 
 namespace torvane {
 namespace {
@@ -161,6 +162,38 @@ TEST_F(ConsoleEnds, aRideWithoutMemoryIsOneThatFails)
     EXPECT_TRUE(contains(textOf(printed), "\"boxes\": [{\"title\": \"error\", \"text\": \"not enough memory\"}], "
                                           "\"error\": {\"kind\": \"outOfMemory\", "));
     EXPECT_TRUE(contains(textOf(printed), "failed: " + b + "\n"));
+}
+
+// Peak of what a call takes beyond what is there already, in whole times of its source.
+int timesOfSource(const std::vector<std::string>& arguments, const std::string& source)
+{
+    return inChild([&] {
+        auto peak = [] {
+            rusage usage = {};
+            ::getrusage(RUSAGE_SELF, &usage);
+            return static_cast<uintmax_t>(usage.ru_maxrss) * 1024;
+        };
+        uintmax_t before = peak();
+        int code = call(arguments).code;
+        return code != 0 ? 99 : static_cast<int>((peak() - before) / std::filesystem::file_size(source));
+    });
+}
+
+TEST_F(ConsoleEnds, aLongRideTakesAFewTimesItsFile)
+{
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    GTEST_SKIP() << "the sanitizers take memory of their own";
+#endif
+    writeBytes(a, plainRide(200'000)); // 21 bytes a record; it takes 104 as a row
+    const std::tuple<std::vector<std::string>, int> cases[] = {
+        {{"stroke", a, b}, 7},
+        {{"--rows", in + "rows.csv", "stroke", a, b}, 7},
+        {{"ride", a, b}, 20},
+    };
+    for (const auto& [arguments, most] : cases) {
+        EXPECT_LT(timesOfSource(arguments, a), most) << arguments[0];
+        std::filesystem::remove(b);
+    }
 }
 
 } // namespace
