@@ -8,8 +8,10 @@
 
 #include <cmath>
 #include <cstring>
+#include <fstream>
 #include <limits>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <unistd.h>
 #include <utility>
 
@@ -220,9 +222,13 @@ TEST_F(ParameterFile, writesKeepLinksOwnersAndModesAndReportAFullDevice)
     EXPECT_EQ(replaceFile(folder + "circle", {bytes}), FileResult::cannotOpen);
     ASSERT_EQ(::mkfifo((folder + "pipe").c_str(), 0600), 0);
     EXPECT_EQ(replaceFile(folder + "pipe", {bytes}), FileResult::cannotOpen) << "without a wait for its reader";
-    if (fileExists("/dev/full")) {
-        EXPECT_EQ(replaceFile("/dev/full", {bytes}), FileResult::writeFailed);
+    std::string full = folder + "full"; // a device of its own: a fault must not put a file in place of the machine's
+    if (::mknod(full.c_str(), S_IFCHR | 0600, makedev(1, 7)) != 0 || !std::ofstream(full)) {
+        std::filesystem::remove(full); // who is not root may not replace that one
+        std::filesystem::create_symlink("/dev/full", full);
     }
+    EXPECT_EQ(replaceFile(full, {bytes}), FileResult::writeFailed);
+    EXPECT_TRUE(std::filesystem::is_character_file(full));
 }
 
 } // namespace torvane
