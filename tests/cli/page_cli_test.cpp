@@ -32,23 +32,19 @@ TEST_F(ConsoleTest, WritesPagesOfOtherAnswers)
 {
     const std::pair<std::vector<std::string>, std::vector<std::string>> cases[] = {
         {{"plan", "pacing=plan", samples + "pass.gpx"},
-         {"<h1>pass</h1>", "id=\"s-rearBrake\"", "data-unit=\"\u00B0C\"", "data-shade=", "Climbs</caption>",
-          "What if</caption>", "10 W more", "Best mean powers</caption>", "neuromuscular power</th>"}},
+         {"<h1>pass</h1>", "id=\"s-rearBrake\"", "Climbs</caption>", "neuromuscular power</th>"}},
         {{"compare", samples + "meter.fit", samples + "meter.fit"},
-         {"data-kind=\"scatter\"", "data-diagonal", "data-fit=\"1 0\"", "data-kind=\"bars\"",
-          "data-label=\"meter (second)\""}},
+         {"data-diagonal", "data-fit=\"1 0\"", "data-label=\"meter (second)\""}},
         {{"pattern-braking", "rideTarget=intermittent braking", "rideEndVelocity=30", "brakingInclination=-7"},
-         {"<h1>Pattern Braking</h1>", "id=\"s-frontBrake\"", "data-shown=\"s-velocity", "brakingInclination</th><td"}},
+         {"<h1>Pattern Braking</h1>", "id=\"s-frontBrake\"", "brakingInclination</th><td"}},
         {{"plan", "power=200", samples + "pass.gpx", "--against", "power=250", "--against", "pacing=three"},
-         {"<h2>Against power=250, pacing=three</h2>", "id=\"s-later\"", "Climbs and their times</caption>"}},
+         {"<h2>Against power=250, pacing=three</h2>", "id=\"s-later\""}},
         // Both in motion over the kilometre with the stop
         {{"plan", "power=200", "stops=1x10min", samples + "pass.gpx", "--against", "stops=1x20min"},
          {">With stops</th><td class=\"n\">00:53:37</td><td class=\"n\">01:03:37</td>",
-          "<td class=\"n\">00:03:36</td><td class=\"n\">00:03:36</td>", "Drivetrain</th>"}},
+          "<td class=\"n\">00:03:36</td><td class=\"n\">00:03:36</td>"}},
         {{"plan", "power=60", samples + "pass.gpx"}, {">On foot</th></tr>", " m on foot</td>"}},
-        {{"analyse", samples + "valley.fit"},
-         {"<h1>valley</h1>", "id=\"s-predicted\"", "data-kind=\"stack\"", "id=\"s-easting\"",
-          "var(--c5)\"></span>Brakes "}},
+        {{"analyse", samples + "valley.fit"}, {"<h1>valley</h1>", "id=\"s-predicted\"", "id=\"s-easting\""}},
         {{"801", "rideVelocity=40"},
          {"Figures of the answer</caption>", "rideVelocity</th>", ">40</text>"}}, // kph along
     };

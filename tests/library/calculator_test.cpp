@@ -251,17 +251,6 @@ TEST_F(LibraryTest, DescribesEveryEntryThatItTakes)
         EXPECT_TRUE(info.name == "predictWheel" || calculator.set({{info.name, info.value}})) << info.name;
     }
     EXPECT_EQ(textOf(calculator.ask(question)), before);
-    const std::vector<EntryInfo> entries = *calculator.entriesOf("power-and-velocity");
-    auto velocity = std::ranges::find(entries, "rideVelocity", &EntryInfo::name);
-    ASSERT_NE(velocity, entries.end());
-    EXPECT_EQ(velocity->unit, "kph");
-    EXPECT_EQ(velocity->most, 200);
-    Question drawn = question;
-    drawn.graph = true;
-    const Result<Answer> answer = calculator.ask(drawn);
-    ASSERT_TRUE(answer && answer->graph);
-    EXPECT_EQ(answer->graph->series.front().values.size(), answer->graph->series.back().values.size());
-    EXPECT_GT(answer->graph->series.front().values.size(), 10u);
 }
 
 TEST_F(LibraryTest, AnswersWholeGridsAsItAnswersOneQuestion)
