@@ -83,8 +83,10 @@ TEST(WholePage, ofTwoRides)
     expectPage(comparisonPage(rides, "in/one.fit", "two.fit.gz"), "comparison");
     for (CommonSecond& second : rides.common)
         second.metres = NAN;
+    rides.whole.mean[0] = 0;
     std::string byTime = readable(comparisonPage(rides, "in/one.fit", "two.fit.gz"));
     EXPECT_NE(byTime.find("\n{time label=\"Time\" decimals=\"0\" format=\"time\"} 29 59 129\n"), byTime.npos) << byTime;
+    expectUntold(byTime, {"Second to first", "distance"});
 }
 
 TEST(WholePage, ofAPlanAgainstAnother)
