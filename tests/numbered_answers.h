@@ -55,7 +55,7 @@ inline ShownPlan numberedPlan(double more)
                     {100, 1000, 12, 45, 8.01, 4, 201 + more, 62, 22, 32},
                     {200 + static_cast<uint32_t>(more), 2000, 13, 45.01, 8.01, 10, 202 + more, 61, 23, 33},
                     {300 + static_cast<uint32_t>(more), 2000, 14, 45.01, 8.01, 0, 0, 60, 24, 34},
-                    {400 + static_cast<uint32_t>(more), 4000, 15, 45.01, 8, 5 + more / 10, 0, 0, 25, 35}};
+                    {400 + static_cast<uint32_t>(more), 4000 + 10 * more, 15, 45.01, 8, 5 + more / 10, 0, 0, 25, 35}};
     CourseRide& ride = plan.answered.planned.ride;
     ride.movingSeconds = 721 + more;
     ride.seconds = 4322 + more;
@@ -81,7 +81,7 @@ inline ShownPlan numberedPlan(double more)
     answer.stretches = {{0, 2510, 50, 301, 302, 221, 81, 2, 17, 0, {41, 51}},
                         {2510, 5010, -50, 305, 607, 222, 0, -1, 18, 15, {42, 52}}};
     answer.climbs = {{500, 2500, 90, 303, 304, 223, 82, 3, 19, 0, {43, 53}}};
-    answer.descents = {{2500, 5000, -100, 305, 306, 224, 83, 4, 20, 0, {44, 54}}};
+    answer.descents = {{100'000, 300'000, -8000, 30'500, 306, 224, 83, 4, 20, 0, {44, 54}}};
     answer.parts = {{2000, 4000, 10, 307, 308, 225, 84, 5, 21, 0, {45, 55}}};
     answer.partLength = 2000;
     answer.whatIf = {{{-61, 71, 0, 14}, {-2, 72, 73, 0}, {125, 0, 0, 0}, {0.4, 0, 0, 0}, {3, 74.4, 75, 30}}};

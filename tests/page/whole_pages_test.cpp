@@ -10,9 +10,11 @@
 #include "page/ride_page.h"
 #include "page/ride_series.h"
 #include "page/run_page.h"
+#include "page/thinning.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <regex>
@@ -27,22 +29,27 @@ Model defaultModel()
     return modelOf(block);
 }
 
-// Of many each 250th.
-std::string floatsOf(const std::string& base64)
+std::vector<float> floatsOf(const std::string& base64)
 {
     const std::string digits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-    std::string bytes, text;
+    std::string bytes;
     uint32_t bits = 0;
     for (size_t i = 0; i < base64.size() && base64[i] != '='; ++i) {
         bits = bits << 6 | static_cast<uint32_t>(digits.find(base64[i]));
         if (i % 4 != 0)
             bytes += static_cast<char>(bits >> (6 - 2 * (i % 4)));
     }
-    for (size_t at = 0; at + 4 <= bytes.size(); at += bytes.size() > 1000 ? 1000 : 4) {
-        float value;
-        std::memcpy(&value, &bytes[at], 4);
-        text += std::isnan(value) ? " -" : formatText(" %.6g", value + 0.0);
-    }
+    std::vector<float> floats(bytes.size() / 4);
+    std::memcpy(floats.data(), bytes.data(), floats.size() * 4);
+    return floats;
+}
+
+// Of many each 250th.
+std::string textOf(const std::vector<float>& floats)
+{
+    std::string text;
+    for (size_t i = 0; i<floats.size(); i += floats.size()> 250 ? 250 : 1)
+        text += std::isnan(floats[i]) ? " -" : formatText(" %.6g", floats[i] + 0.0);
     return text;
 }
 
@@ -52,7 +59,8 @@ std::string readable(const std::string& html)
     std::string text;
     size_t from = html.find("<h1>"), end = html.find("<script>");
     for (size_t at; (at = html.find(" data-f32=\"", from)) < end; from = html.find('"', at + 11) + 1)
-        text += html.substr(from, at - from) + ">" + floatsOf(html.substr(at + 11, html.find('"', at + 11) - at - 11));
+        text += html.substr(from, at - from) + ">" +
+                textOf(floatsOf(html.substr(at + 11, html.find('"', at + 11) - at - 11)));
     text += html.substr(from, end - from);
     for (size_t at; (at = text.find("<svg")) != text.npos;)
         text.erase(at, text.find("</svg>\n", at) + 7 - at);
@@ -101,6 +109,20 @@ TEST(WholePage, tellsNothingOfWhatAPlanHasNot)
     expectUntold(coursePage(defaultModel(), plainPlan(), {}, nullptr),
                  {"With stops", "Stress", "owest cadence", "Against", "stretches alone", "n foot", "sprocket", "Track,",
                   "Climbs</caption>", ">At<", "Mended", "Motor", "shaded", "data-shade"});
+}
+
+TEST(WholePage, aLongPlanKeepsItsPeaks)
+{
+    ShownPlan plan = plainPlan();
+    plan.seconds.assign(100'000, plan.seconds[1]);
+    for (uint32_t i = 0; i < plan.seconds.size(); ++i)
+        plan.seconds[i].distance = plan.seconds[i].time = i;
+    plan.seconds[12'345].power = 1500;
+    std::string html = coursePage(defaultModel(), plan, {}, nullptr);
+    size_t at = html.find("data-f32=\"", html.find("id=\"s-power\"")) + 10;
+    std::vector<float> power = floatsOf(html.substr(at, html.find('"', at) - at));
+    EXPECT_LE(power.size(), mostPagePoints);
+    EXPECT_EQ(std::ranges::max(power), 1500);
 }
 
 // Six records 10 s apart, one of them excluded.
