@@ -155,7 +155,10 @@ TEST_F(LibraryTest, LeavesOutWhatWasMeasuredAsTheConsoleDoes)
         const Result<Answer> answer = calculator.prepareRide(
             {.dropPower = dropped == std::string("dropPower"), .dropCadence = dropped == std::string("dropCadence")});
         EXPECT_EQ(*calculator.rideFile(), bytesOf(prepared)) << dropped;
-        EXPECT_TRUE(contains(answer->lower, "findings of the preparation")) << answer->lower;
+        std::string field = dropped[4] == 'P' ? "power" : "cadence";
+        for (const char* told : {" without a value in all records, left out\n", " of records, left out as asked\n"})
+            EXPECT_TRUE(contains(answer->lower, "\t" + field + told)) << answer->lower;
+        EXPECT_FALSE(contains(answer->lower, "one behind the other"));
     }
 }
 
@@ -276,6 +279,42 @@ TEST_F(LibraryTest, AnswersWholeGridsAsItAnswersOneQuestion)
     }
     const double broken[] = {INFINITY};
     EXPECT_EQ(calculator.powersOverGrid({slopes, winds, broken}, Stage::road, 1).error().kind, ErrorKind::badValue);
+}
+
+// What an answer holds beside its text, file by file and word by word as the console tells it.
+TEST_F(LibraryTest, TellsFilesNotesAndWhetherToMind)
+{
+    std::string one = put("one.fit", ride), other = put("other.fit", plainRide(90)), made = in + "made.fit";
+    EXPECT_EQ(calculator.ask({.command = "prepare", .sources = {one}, .destination = made})->files,
+              std::vector<std::string>{made});
+    Question two = {.command = "prepare", .sources = {one, other}, .destination = made};
+    EXPECT_EQ(calculator.ask(two).error().kind, ErrorKind::refused);
+    std::string meter = TORVANE_CHECKOUT "/samples/rides/meter.fit", second = in + "second.fit";
+    ASSERT_EQ(call({"prepare", meter, second}).code, 0);
+    EXPECT_EQ(textOf(calculator.ask({.command = "compare", .sources = {meter, second}})),
+              call({"compare", meter, second}).out);
+    EXPECT_EQ(textOf(calculator.ask({.command = "all-profile"})), call({"all-profile"}).out);
+    const Result<Answer> odd =
+        calculator.ask({.command = "801", .entries = {{"rideTarget", "power"}, {"ridePower", 200}}});
+    ASSERT_EQ(odd->notes.size(), 1u);
+    EXPECT_TRUE(contains(odd->notes[0], "ridePower")) << odd->notes[0];
+    EXPECT_TRUE(odd->files.empty() && !odd->warned);
+    EXPECT_TRUE(calculator
+                    .ask({.command = "deceleration",
+                          .entries = {{"rideTarget", "maxi power"},
+                                      {"ridePower", 100},
+                                      {"rideInclination", 12},
+                                      {"rideEndVelocity", 3}}})
+                    ->warned);
+    EXPECT_TRUE(contains(calculator.ask({.command = "power-and-velocty"}).error().text, "power-and-velocity"));
+    ASSERT_TRUE(calculator.loadRide(one));
+    for (bool graph : {false, true})
+        EXPECT_EQ(calculator.ask({.command = "analyse-and-predict", .graph = graph})->graph.has_value(), graph);
+    EXPECT_FALSE(calculator.loadRide(put("cut.fit", torvane::Bytes(ride.begin(), ride.end() - 20))));
+    EXPECT_EQ(*calculator.rideFile(), ride) << "the one in hand stays";
+    EXPECT_TRUE(writeFile(in + "written", ride));
+    EXPECT_EQ(bytesOf(in + "written"), ride);
+    EXPECT_EQ(writeFile(in, ride).error().kind, ErrorKind::cannotWrite);
 }
 
 } // namespace torvane::library
