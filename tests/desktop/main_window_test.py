@@ -7,10 +7,9 @@ import unittest
 
 import desktop
 import fit_file
-from desktop import CANCEL, LIMIT, LOWER, OK, STATUS, UPPER, Desktop, DesktopTest, wait_for
+from desktop import CANCEL, LIMIT, LOWER, MAXIMISED, OK, STATUS, UPPER, Desktop, DesktopTest, wait_for
 
 ABOUT_TEXT = 111
-MAXIMISED = 0x01000000  # style of a window
 WINDOW_RECT = 0x24  # in the parameter file: left, top, right, bottom
 WINDOW_SIZE = 0x44
 RIDE_TARGET = 0xF4
@@ -100,7 +99,7 @@ class StartTest(DesktopTest):
 class DisplayTest(unittest.TestCase):
     def test_heights_follow_the_display(self):
         for dots, upper_height in ((144, 225), (192, 300)):
-            with self.subTest(dots), Desktop(desktop.BUILD / "desktop-tests" / "DisplayTest", dots=dots) as program:
+            with self.subTest(dots), Desktop(desktop.PLACE / "DisplayTest", dots=dots) as program:
                 places = {number: program.control(program.main, number)["rect"] for number in (UPPER, LOWER, STATUS)}
                 program.screenshot(f"start {dots}")
                 self.assertEqual(places[UPPER][3] - places[UPPER][1], upper_height)
@@ -128,7 +127,7 @@ class DisplayTest(unittest.TestCase):
 
 class EndTest(unittest.TestCase):
     def test_window_metrics_are_kept(self):
-        with Desktop(desktop.BUILD / "desktop-tests" / "EndTest") as program:
+        with Desktop(desktop.PLACE / "EndTest") as program:
             rect = program.find("Torvane", "Torvane")["rect"]
             self.assertEqual((rect[2] - rect[0], rect[3] - rect[1]), (800, 480))
             self.assertEqual(rect[0], (1280 - 800) // 2, "centred at the first start")
@@ -168,15 +167,14 @@ class EndTest(unittest.TestCase):
     def turn(self, program, wanted):
         """From maximised to its place, or the other way."""
         self.assertEqual(self.maximised(program), MAXIMISED - wanted)
-        left, top, _, _ = program.find("Torvane", "Torvane")["rect"]
-        program.xdotool("mousemove", left + 300, top + 12, "click", "--repeat", 2, "--delay", 60, 1)
+        program.double_click_title()
         wait_for(lambda: self.maximised(program) == wanted, "the window to change")
 
     def maximised(self, program):
         return program.find("Torvane", "Torvane")["style"] & MAXIMISED
 
     def test_a_folder_that_cannot_be_written_leaves_the_parameters_to_the_user(self):
-        folder = desktop.BUILD / "desktop-tests" / "Lesegerät 日本 read only"
+        folder = desktop.PLACE / "Lesegerät 日本 read only"
         program = Desktop(folder)
         if not desktop.make_read_only(folder):
             self.skipTest("a folder that cannot be written needs root, or no root")
@@ -193,7 +191,7 @@ class EndTest(unittest.TestCase):
             self.assertEqual(program.status().strip(), "status :", "told once")
 
     def test_unusable_parameter_file_is_told_and_kept(self):
-        folder = desktop.BUILD / "desktop-tests" / "UnusableTest"
+        folder = desktop.PLACE / "UnusableTest"
         # The count of chainrings, far outside its table.
         block = bytearray(2416)
         with Desktop(folder) as program:
@@ -210,7 +208,7 @@ class EndTest(unittest.TestCase):
             self.assertEqual(len(kept), 1)
 
     def test_what_is_no_parameter_file_is_told_and_stays(self):
-        folder = desktop.BUILD / "desktop-tests" / "ForeignTest"
+        folder = desktop.PLACE / "ForeignTest"
         parameters = folder / "Torvane.par"
         ride = fit_file.ride(60)
         for place, told in ((lambda: parameters.write_bytes(ride), "found a FIT file in place of parameters"),
@@ -227,7 +225,7 @@ class EndTest(unittest.TestCase):
                 self.assertTrue(parameters.is_dir() or parameters.read_bytes() == ride)
 
     def test_a_kept_target_and_a_kept_profile_come_back(self):
-        folder = desktop.BUILD / "desktop-tests" / "KeptTest"
+        folder = desktop.PLACE / "KeptTest"
         with Desktop(folder) as program:
             # A run without an answer, which leaves figures that are no numbers.
             program.run("ctrl+a", "acceleration", [(5211, "sector time"), (5243, "140"), (3032, True)])

@@ -40,7 +40,7 @@ SAVE_BOXES = {"profile": [1001 + i for i in range(8)], "condition": [1011, 1012]
 
 class PagesTest(unittest.TestCase):
     def test_every_page_reaches_the_parameter_file(self):
-        with Desktop(desktop.BUILD / "desktop-tests" / "PagesTest") as program:
+        with Desktop(desktop.PLACE / "PagesTest") as program:
             for sheet, key in SHEETS.items():
                 program.press(key)
                 window = program.dialog(sheet)
@@ -148,7 +148,7 @@ class SheetTest(DesktopTest):
         self.desktop.gone(window)
 
     def test_profile_goes_to_a_file_and_back(self):
-        path = desktop.BUILD / "desktop-tests" / "present.pro"
+        path = desktop.PLACE / "present.pro"
         path.unlink(missing_ok=True)
         self.desktop.press("ctrl+s")
         self.desktop.choose_file("Save As", path)

@@ -162,7 +162,7 @@ def squeezed(text):
 @unittest.skipIf(printer.why_not(), printer.why_not())
 class PrintTest(unittest.TestCase):
     def test_pages(self):
-        with printer.Printer() as paper, desktop.Desktop(desktop.BUILD / "desktop-tests" / "PrintTest") as program:
+        with printer.Printer() as paper, desktop.Desktop(desktop.PLACE / "PrintTest") as program:
             program.run("ctrl+a", "acceleration")
             text = program.pane(LOWER)
             program.command(PRINT_LOWER)

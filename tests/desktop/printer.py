@@ -59,7 +59,7 @@ class Printer:
 
     def __enter__(self):
         # Short: the path of a socket is.
-        self.folder = desktop.BUILD / "cups"
+        self.folder = desktop.LANE / "cups"
         shutil.rmtree(self.folder, ignore_errors=True)
         for name in ("root/ppd", "spool", "tmp", "state", "cache"):
             (self.folder / name).mkdir(parents=True)
@@ -93,8 +93,8 @@ class Printer:
         """Takes the document that comes out of the printer to the screenshots."""
         desktop.wait_for(self.is_used, "a printed document")
         desktop.wait_for(lambda: not self.run("lpstat", "-W", "not-completed"), "the print job")
-        target = desktop.SCREENSHOTS / f"{name}.pdf"
+        target = self.folder / f"{name}.pdf"
         self.run("gs", "-q", "-dNOPAUSE", "-dBATCH", "-dSAFER", "-sDEVICE=pdfwrite", f"-sOutputFile={target}", self.paper)
         self.paper.unlink()
-        self.run("pdftoppm", "-r", "60", "-png", target, target.with_suffix(""))
+        self.run("pdftoppm", "-r", "60", "-png", target, desktop.SCREENSHOTS / name)
         return target

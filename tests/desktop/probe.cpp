@@ -6,6 +6,8 @@
 //   items WINDOW      entries of a combo box
 //   focus             the window that has the keyboard
 //   front             the top-level window that the keyboard is in
+//   moving            whether the window in front follows the mouse, which takes all keys then
+//   screen WINDOW     the number that the display knows it by
 //   next WINDOW       gives a dialog's control the keyboard as Tab would
 //   page WINDOW N     turns a property sheet to page N
 //   close WINDOW      posts the close message
@@ -153,23 +155,33 @@ std::string answerItems(std::istream& line)
     return json.str();
 }
 
-HWND focusWindow()
+GUITHREADINFO threadInFront()
 {
     GUITHREADINFO information = {};
     information.cbSize = sizeof information;
     GetGUIThreadInfo(GetWindowThreadProcessId(GetForegroundWindow(), nullptr), &information);
-    return information.hwndFocus;
+    return information;
+}
+
+std::string answerMoving(std::istream&)
+{
+    return (threadInFront().flags & GUI_INMOVESIZE) != 0 ? "true" : "false";
 }
 
 std::string answerFocus(std::istream&)
 {
-    HWND focus = focusWindow();
+    HWND focus = threadInFront().hwndFocus;
     return focus != nullptr ? describe(focus) : "null";
 }
 
 std::string answerFront(std::istream&)
 {
-    return std::to_string(reinterpret_cast<uintptr_t>(GetAncestor(focusWindow(), GA_ROOT)));
+    return std::to_string(reinterpret_cast<uintptr_t>(GetAncestor(threadInFront().hwndFocus, GA_ROOT)));
+}
+
+std::string answerScreen(std::istream& line)
+{
+    return std::to_string(reinterpret_cast<uintptr_t>(GetPropW(handleFrom(line), L"__wine_x11_whole_window")));
 }
 
 std::string answerNext(std::istream& line)
@@ -280,10 +292,10 @@ struct Question {
 };
 
 constexpr Question questions[] = {
-    {"windows", answerWindows}, {"children", answerChildren}, {"text", answerText}, {"items", answerItems},
-    {"focus", answerFocus},     {"front", answerFront},       {"next", answerNext}, {"page", answerPage},
-    {"close", answerClose},     {"command", answerCommand},   {"drop", answerDrop}, {"clipboard", answerClipboard},
-    {"counts", answerCounts},
+    {"windows", answerWindows}, {"children", answerChildren}, {"text", answerText},     {"items", answerItems},
+    {"focus", answerFocus},     {"front", answerFront},       {"next", answerNext},     {"page", answerPage},
+    {"close", answerClose},     {"command", answerCommand},   {"drop", answerDrop},     {"clipboard", answerClipboard},
+    {"counts", answerCounts},   {"screen", answerScreen},     {"moving", answerMoving},
 };
 
 std::string answer(const std::string& text)
