@@ -163,55 +163,22 @@ void runTool(const Tool& tool)
         require(!fileExists(destinationFile), "a run that failed leaves no file");
 }
 
-void combine(Input input)
+void takeChoices(const Start& start, ParameterBlock& block)
 {
-    session.working.combineOutput = open(input, true).output();
-    runTool({checkCombine, runCombine, fitCombined, Keeps::nothing});
-}
-
-void convert(Input input)
-{
-    Start start = open(input, false);
-    session.working.convertOutput = start.output();
-    session.working.convertSpeedUnit = start.bit(0);
-    runTool({checkConvert, runConvert, fitConverted, Keeps::size});
-}
-
-void add(Input input)
-{
-    Start start = open(input, false);
-    session.working.addOutput = start.output();
-    session.working.addLap = start.bit(0);
-    session.working.addSession = start.bit(1);
-    session.working.addActivity = start.bit(2);
-    runTool({checkAddMessages, runAddMessages, fitAdded, Keeps::records});
-}
-
-void divide(Input input)
-{
-    Start start = open(input, false);
-    session.working.divideOutput = session.working.addOutput = start.output();
-    runTool({checkDivide, runDivide, fitDivided, Keeps::nothing});
-}
-
-void exclude(Input input)
-{
-    Start start = open(input, false);
-    session.working.excludeOutput = start.output();
-    session.working.excludeLap = start.bit(0);
-    session.working.excludeSession = start.bit(1);
-    session.working.excludeActivity = start.bit(2);
-    runTool({checkExclude, runExclude, fitAdded, Keeps::records});
-}
-
-void shiftTime(Input input)
-{
-    Start start = open(input, false);
-    session.working.timestampOutput = start.output();
-    session.working.timestampTruncate = start.bit(0);
+    block.combineOutput = block.convertOutput = block.addOutput = block.divideOutput = start.output();
+    block.excludeOutput = block.timestampOutput = start.output();
+    block.addLap = block.excludeLap = block.convertSpeedUnit = block.timestampTruncate = start.bit(0);
+    block.addSession = block.excludeSession = start.bit(1);
+    block.addActivity = block.excludeActivity = start.bit(2);
     uint32_t offset = start.options[1] | start.options[2] << 8 | static_cast<uint32_t>(start.options[3]) << 24;
-    session.working.timestampOffset = static_cast<int32_t>(offset);
-    runTool({checkTimestamp, runTimestamp, fitConverted, Keeps::size});
+    block.timestampOffset = static_cast<int32_t>(offset);
+}
+
+template <auto check, auto run, StatusCode success, Keeps keeps>
+void use(Input input)
+{
+    takeChoices(open(input, success == fitCombined), session.working);
+    runTool({check, run, success, keeps});
 }
 
 void dump(Input input)
@@ -372,12 +339,12 @@ std::span<const FuzzTarget> rideTargets()
     static constexpr FuzzTarget targets[] = {
         {"load", load, rideSeeds},
         {"writer", writer, rideSeeds},
-        {"combine", combine, combineSeeds},
-        {"convert", convert, rideSeeds},
-        {"add", add, rideSeeds},
-        {"divide", divide, rideSeeds},
-        {"exclude", exclude, rideSeeds},
-        {"timestamp", shiftTime, rideSeeds},
+        {"combine", use<checkCombine, runCombine, fitCombined, Keeps::nothing>, combineSeeds},
+        {"convert", use<checkConvert, runConvert, fitConverted, Keeps::size>, rideSeeds},
+        {"add", use<checkAddMessages, runAddMessages, fitAdded, Keeps::records>, rideSeeds},
+        {"divide", use<checkDivide, runDivide, fitDivided, Keeps::nothing>, rideSeeds},
+        {"exclude", use<checkExclude, runExclude, fitAdded, Keeps::records>, rideSeeds},
+        {"timestamp", use<checkTimestamp, runTimestamp, fitConverted, Keeps::size>, rideSeeds},
         {"dump", dump, rideSeeds},
         {"prepare", prepare, rideSeeds},
     };
