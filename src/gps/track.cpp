@@ -23,17 +23,27 @@ namespace {
 
 constexpr double slowestSlope = 2.0; // m/s; slower, the altitude's own noise makes the slope
 
+// The headings of some steps; there is one row more.
+void setHeadings(std::span<GpsRecord> rows)
+{
+    EarthPlace places[rowsOfBlock + 1];
+    double headings[rowsOfBlock];
+    size_t steps = rows.size() - 1;
+    for (size_t i = 0; i <= steps; ++i)
+        places[i] = earthPlaceOf(rows[i].latitude, rows[i].longitude);
+    bearingsAlong(std::span(places, steps + 1), std::span(headings, steps));
+    for (size_t i = 0; i < steps; ++i)
+        rows[i].heading = headings[i];
+}
+
 // The heading of each row's step; the last row has that of the step before.
 TrackPass computeHeadings(std::span<GpsRecord> records)
 {
-    auto placeOf = [=](size_t i) { return earthPlaceOf(records[i].latitude, records[i].longitude); };
-    return [=, done = size_t{0}, from = EarthPlace()](size_t ready) mutable {
-        if (done == 0 && ready > 0)
-            from = placeOf(0);
-        for (; done + 1 < ready; ++done) {
-            EarthPlace to = placeOf(done + 1);
-            records[done].heading = bearing(from, to);
-            from = to;
+    return [=, done = size_t{0}](size_t ready) mutable {
+        while (done + 1 < ready) {
+            size_t steps = std::min(rowsOfBlock, ready - 1 - done);
+            setHeadings(records.subspan(done, steps + 1));
+            done += steps;
         }
         if (ready < records.size())
             return done;

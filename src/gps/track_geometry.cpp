@@ -2,6 +2,7 @@
 
 #include "model/constants.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace torvane {
@@ -36,6 +37,17 @@ Turn turnOf(double angle)
             1.0 - squared * (0.5 - squared * (1.0 / 24))};
 }
 
+// In the plane that touches the first place, up to a factor.
+struct Way {
+    double east, north;
+};
+
+Way wayBetween(const EarthPlace& from, const EarthPlace& to)
+{
+    Turn east = turnOf(to.east - from.east);
+    return {east.sine * to.cosine, to.sine * from.cosine - from.sine * to.cosine * east.cosine};
+}
+
 } // namespace
 
 double greatCircleDistance(double latitude1, double longitude1, double latitude2, double longitude2)
@@ -52,17 +64,26 @@ EarthPlace earthPlaceOf(double latitude, double longitude)
     return {north, radians(longitude), std::sin(north), std::cos(north)};
 }
 
-double bearing(const EarthPlace& from, const EarthPlace& to)
+// A loop for each kind of work: so short, the processor has several of their rounds under way.
+void bearingsAlong(std::span<const EarthPlace> places, std::span<double> courses)
 {
-    Turn east = turnOf(to.east - from.east);
-    double y = east.sine * to.cosine;
-    double x = to.sine * from.cosine - from.sine * to.cosine * east.cosine;
-    return withinTurn(std::atan2(y, x) * 180 / pi + 360.0);
+    constexpr size_t room = 256;
+    Way ways[room];
+    for (size_t first = 0; first < courses.size(); first += room) {
+        size_t count = std::min(room, courses.size() - first);
+        for (size_t i = 0; i < count; ++i)
+            ways[i] = wayBetween(places[first + i], places[first + i + 1]);
+        for (size_t i = 0; i < count; ++i)
+            courses[first + i] = withinTurn(std::atan2(ways[i].east, ways[i].north) * 180 / pi + 360.0);
+    }
 }
 
 double bearing(double latitude1, double longitude1, double latitude2, double longitude2)
 {
-    return bearing(earthPlaceOf(latitude1, longitude1), earthPlaceOf(latitude2, longitude2));
+    const EarthPlace places[] = {earthPlaceOf(latitude1, longitude1), earthPlaceOf(latitude2, longitude2)};
+    double course = 0;
+    bearingsAlong(places, {&course, 1});
+    return course;
 }
 
 } // namespace torvane

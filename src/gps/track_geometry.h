@@ -4,10 +4,11 @@
 #include "core/units.h" // metresPerDegree: of the sphere of these distances
 
 #include <cmath>
+#include <span>
 
 namespace torvane {
 
-// A place with what both operations take of it, for those who ask for many steps of one track. Radians.
+// A place with what the courses take of it, for those who ask for many steps of one track. Radians.
 struct EarthPlace {
     double north, east;
     double sine, cosine; // of north
@@ -19,7 +20,9 @@ double greatCircleDistance(double latitude1, double longitude1, double latitude2
 
 // Initial course from the first place to the second, 0 (north) to 360 degrees clockwise.
 double bearing(double latitude1, double longitude1, double latitude2, double longitude2);
-double bearing(const EarthPlace& from, const EarthPlace& to);
+
+// The courses from each place to the next; there is one place more than courses. Faster than to ask one by one.
+void bearingsAlong(std::span<const EarthPlace> places, std::span<double> courses);
 
 // An angle in degrees as fmod(angle, 360) tells it, which is exact: within two turns that is a difference.
 inline double withinTurn(double angle)
