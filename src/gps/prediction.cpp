@@ -29,8 +29,13 @@ void setSlope(TrackModel& track, double inclination)
     setLoads(track.model, track.now);
 }
 
+// A quarter of the rows of a usual ride, and most of some, have the air of the row before.
 void setAirAt(TrackModel& track, double temperature, double altitude)
 {
+    if (temperature == track.lastTemperature && altitude == track.lastAltitude)
+        return;
+    track.lastTemperature = temperature;
+    track.lastAltitude = altitude;
     setAir(track.now, airPressureAt(temperature, altitude), temperature);
 }
 
@@ -49,21 +54,25 @@ bool isFlat(const TrackModel& track)
     return (track.analysisFlags & analysisFlat) != 0;
 }
 
-// Wind and air of a row, and its temperature unless it has its own.
-void setWeather(TrackModel& track, GpsRecord& record)
+// A row has the temperature of the air unless it has its own.
+void setTemperature(const TrackModel& track, GpsRecord& record)
+{
+    if ((track.analysisFlags & analysisRecordTemperature) == 0)
+        record.temperature = track.airTemperature;
+    else if (track.analysisFlags & analysisOfTheRoad)
+        record.temperature = roadTemperatureOf(track, record);
+}
+
+void setWeather(TrackModel& track, const GpsRecord& record)
 {
     const ParameterBlock& settings = track.settings;
+    bool airStays = (track.analysisFlags & analysisRecordTemperature) == 0 &&
+                    (track.analysisFlags & (analysisNoTimestamps | analysisFlat)) != 0;
     if (settings.analyseWindSpeed != 0)
         track.now.headWind =
             std::cos((record.heading - settings.analyseWindDirection) * pi / 180) * settings.analyseWindSpeed;
-    if ((track.analysisFlags & analysisRecordTemperature) == 0) {
-        record.temperature = track.airTemperature;
-        if (track.analysisFlags & (analysisNoTimestamps | analysisFlat))
-            return; // the air stays
-    } else if (track.analysisFlags & analysisOfTheRoad) {
-        record.temperature = roadTemperatureOf(track, record);
-    }
-    setAirAt(track, record.temperature, record.altitude);
+    if (!airStays)
+        setAirAt(track, record.temperature, record.altitude);
 }
 
 double airTemperatureOf(const ParameterBlock& settings, const FitSummary& summary, uint32_t analysisFlags)
@@ -143,18 +152,21 @@ void predictPowers(TrackModel& track, std::span<GpsRecord> rows, RoadPoints& poi
         setPower(track, rows[i], points.thrustPower[i], points.stagePower[i]);
 }
 
-// Air, wind, slope and cadence of a row; loads and power are left to those of a few.
+// Cadence of a row, and what its power asks for; the power itself is left to those of a few.
 void predictRow(TrackModel& track, std::span<GpsRecord> records, size_t i, RoadPoints& points, size_t point)
 {
     GpsRecord& record = records[i];
+    bool power = track.settings.predictPower != 0;
+    setTemperature(track, record);
+    if (track.settings.predictCadence || (power && std::isnan(record.cadence))) // a drivetrain needs one
+        record.cadence = cadenceAt(track.model, record.speed);
+    if (!power)
+        return;
     setWeather(track, record);
     if (!isFlat(track))
         track.now.inclination = record.inclination;
     setRoad(points, point, track.now);
     points.velocity[point] = speedOfStep(track, records, i);
-    bool unknown = track.settings.predictPower && std::isnan(record.cadence); // but a drivetrain needs one
-    if (track.settings.predictCadence || unknown)
-        record.cadence = cadenceAt(track.model, record.speed);
 }
 
 } // namespace
@@ -191,6 +203,7 @@ void prepareModelForRecord(TrackModel& track, GpsRecord& record)
 {
     if (!isFlat(track))
         setSlope(track, record.inclination);
+    setTemperature(track, record);
     setWeather(track, record);
 }
 

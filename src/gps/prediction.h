@@ -12,6 +12,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <span>
 
 namespace torvane {
@@ -24,6 +25,8 @@ struct TrackModel {
     BrakeMaterials materials;
     double airTemperature; // Cel, where the rows have none of their own
     Evaluation now = {};   // of the last row, with its slope, wind and air
+    // Cel and m that its air was worked out of
+    double lastTemperature = std::numeric_limits<double>::quiet_NaN(), lastAltitude = lastTemperature;
 };
 
 // m/s at which a row's step is ridden. Classic, the speed of the row; of the road, the mean of the step that leads to
