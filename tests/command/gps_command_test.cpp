@@ -188,6 +188,20 @@ TEST_F(GpsCommandTest, theWrittenFileHoldsWhatTheReportSaid)
     }
 }
 
+TEST_F(GpsCommandTest, theWindIsFeltWhetherOrNotRowsAreShown)
+{
+    session.working.analyseWindSpeed = 8;
+    double powers[2] = {};
+    for (int table : {0, 1}) {
+        session.working.expressFieldsData = table;
+        ASSERT_EQ(loadMade(shortRide(model)), fitOk);
+        ASSERT_EQ(atOneStroke(session), fitOk);
+        for (const GpsRecord& record : reread(destination).records)
+            powers[table] += record.power;
+    }
+    EXPECT_EQ(powers[0], powers[1]);
+}
+
 TEST_F(GpsCommandTest, failuresAreTold)
 {
     const std::tuple<StatusCode, const char*, void (*)(Session&)> cases[] = {

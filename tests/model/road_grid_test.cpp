@@ -2,7 +2,9 @@
 #include "model/road_grid.h"
 
 #include "model/assist.h"
+#include "model/drivetrain.h"
 #include "model/model_fixture.h"
+#include "model/road_points.h"
 
 #include <limits>
 #include <vector>
@@ -119,6 +121,32 @@ TEST_F(RoadGridTest, everyPowerIsThatOfTheSingleEvaluation)
         overPoints([&](Evaluation& e, size_t point, double velocity) {
             ASSERT_EQ(bitsOf(powers[point]), bitsOf(solvePowerAtVelocity(model, e, stage, velocity).value))
                 << "round " << round << " stage " << stage << " velocity " << velocity;
+        });
+    }
+}
+
+TEST_F(RoadGridTest, pointsOfAnyRoadsAreThoseOfTheSingleEvaluation)
+{
+    for (int round = 0; round < 2000; ++round) {
+        takeGrid(-5, 25, 5); // at most 60 points
+        int stage = anyOf(random, stageCount);
+        RoadPoints points;
+        points.count = pointsOf(grid);
+        overPoints([&](Evaluation& e, size_t point, double velocity) {
+            setRoad(points, point, e);
+            points.velocity[point] = velocity;
+            points.cadence[point] = uniform(random, 0, 120);
+        });
+        takeLoads(model, points);
+        takeThrustPowers(model, now.physics, points);
+        takeStagePowers(model, stage, points);
+        overPoints([&](Evaluation& e, size_t point, double velocity) {
+            setLoads(model, e);
+            double thrust = resistanceAtVelocity(model, e, velocity).value;
+            stagesFromThrust(model, e, thrust, radiansPerSecond(wheelRpmAt(model, velocity)),
+                             radiansPerSecond(points.cadence[point]));
+            ASSERT_EQ(bitsOf(points.thrustPower[point]), bitsOf(thrust)) << "round " << round;
+            ASSERT_EQ(bitsOf(points.stagePower[point]), bitsOf(stagePower(e, stage))) << "round " << round;
         });
     }
 }
