@@ -3,6 +3,7 @@
 
 #include "command/gps_command.h"
 #include "command/gps_load_command.h"
+#include "core/large_pages.h"
 #include "fit/fit_image.h"
 #include "fit/fit_tools.h"
 #include "gps/analysed_writer.h"
@@ -31,6 +32,8 @@ struct Loaded {
         settings = defaultBlock();
         applyAnalysisRules(settings, ride);
         flags = buildAnalysisFlags(settings, ride.presence);
+        records.reserve(ride.inventory.recordCount);
+        expectAllTouched(records.data(), records.capacity() * sizeof(GpsRecord)); // as an analysis does
         takeTrack();
     }
     void takeTrack()

@@ -13,7 +13,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 #include <vector>
 
 namespace torvane {
@@ -239,7 +238,7 @@ void predictAndFinish(const Model& model, GpsRecords& records, const ParameterBl
         passes.push_back(smoothCadence(records, window));
     if (smoothing && settings.predictPower && !ofTheRoad)
         passes.push_back(smoothPower(records, window));
-    runPasses(records.size(), std::move(passes));
+    runPasses(records.size(), passes);
     // Powers of the road by a plain mean, which keeps the work: a trimmed one takes off what stands beside seconds of
     // rest.
     if (smoothing && settings.predictPower && ofTheRoad)

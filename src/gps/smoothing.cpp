@@ -236,12 +236,12 @@ void averageInto(std::span<GpsRecord> records, RecordField field, const std::vec
     }
 }
 
-void runPasses(size_t rows, std::vector<TrackPass> passes)
+void runPasses(size_t rows, const std::vector<TrackPass>& passes)
 {
     for (size_t ahead = 0; ahead < rows;) {
         ahead = std::min(ahead + rowsOfBlock, rows);
         size_t ready = ahead;
-        for (TrackPass& pass : passes)
+        for (const TrackPass& pass : passes)
             ready = pass(ready);
     }
 }

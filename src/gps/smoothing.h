@@ -21,7 +21,7 @@ using RecordField = double GpsRecord::*;
 using TrackPass = std::function<size_t(size_t ready)>;
 
 // All rows through these passes, in this order.
-void runPasses(size_t rows, std::vector<TrackPass> passes);
+void runPasses(size_t rows, const std::vector<TrackPass>& passes);
 
 // Where the search of a window's extremes starts; matters only for values beyond.
 struct ExtremesStart {
