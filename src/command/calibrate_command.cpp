@@ -62,6 +62,7 @@ StatusCode codeOf(const CalibrationAnswer& answer, const std::vector<MeasuredRid
 
 void tellAnswer(Session& session, const CalibrationAnswer& answer)
 {
+    session.screens.setStatus("status : what the power meter teaches of your air drag");
     session.figures = calibrationFigures(answer);
     session.graph = calibrationGraph(answer);
     if (session.rows)

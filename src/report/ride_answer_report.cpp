@@ -243,7 +243,9 @@ void reportRideAnswer(Screens& screens, const Model& model, const AnsweredRide& 
 {
     const RideAnswer& answer = ride.answer;
     screens.setText(Pane::lower, "");
-    std::string text = formatText("\n what '%s' cost\n\n", shownFileName(ride.prepared.path).c_str());
+    std::string title = formatText("what '%s' cost", shownFileName(ride.prepared.path).c_str());
+    screens.setStatus("status : " + title);
+    std::string text = "\n " + title + "\n\n";
     appendWay(text, answer);
     appendPower(text, answer);
     appendMeter(text, answer);

@@ -37,7 +37,7 @@ CHARFORMATW toFormat(const CHOOSEFONTW& choice)
     CHARFORMATW format = {};
     format.cbSize = sizeof format;
     format.dwMask = defaultCharMask;
-    format.dwEffects = effectsOf(font);
+    format.dwEffects = effectsOf(font) | (choice.rgbColors == GetSysColor(COLOR_WINDOWTEXT) ? CFE_AUTOCOLOR : 0);
     format.yHeight = choice.iPointSize * twipsPerTenthPoint;
     format.crTextColor = choice.rgbColors;
     format.bCharSet = font.lfCharSet;

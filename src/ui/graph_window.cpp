@@ -137,6 +137,9 @@ void createControl(HWND window, const GraphControl& control)
         SendMessageW(made, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(widen(entry).c_str()));
     if (combo)
         SendMessageW(made, CB_SETCURSEL, static_cast<WPARAM>(control.selected), 0);
+    else
+        SendMessageW(made, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN,
+                     0); // they grow with the display, and cut the label
 }
 
 // Beside the lists, above the curves.

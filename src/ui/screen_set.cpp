@@ -238,6 +238,7 @@ bool setDefaultFont(HWND pane)
 {
     CHARFORMATW format = {};
     format.cbSize = sizeof format;
+    format.dwEffects = CFE_AUTOCOLOR; // a scheme of colours with a dark ground has light letters
     format.yHeight = defaultFontTwips;
     format.bCharSet = DEFAULT_CHARSET;
     format.bPitchAndFamily = FIXED_PITCH | FF_MODERN;

@@ -72,6 +72,11 @@ class CaptionTest(unittest.TestCase):
         cut = [(t["dialog"], t["id"], t["text"], t["needs"], t["has"]) for t in self.texts if t["needs"] > t["has"]]
         self.assertEqual(cut, [])
 
+    def test_all_dialogs_fit_on_a_small_screen(self):
+        title, width, height = 30, 640, 480
+        beyond = {t["dialog"] for t in self.texts if t["rect"][2] > width or t["rect"][3] > height - title}
+        self.assertEqual(beyond, set())
+
     def test_nothing_is_covered(self):
         for dialog in {text["dialog"] for text in self.texts}:
             rects = {tuple(t["rect"]) for t in self.texts if t["dialog"] == dialog and t["class"] != "msctls_updown32"}

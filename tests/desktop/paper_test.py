@@ -60,6 +60,7 @@ class TextFileTest(DesktopTest):
         self.assertTrue(rich.startswith("{\\"))
         self.assertIn("\\fs28", rich)
         self.assertIn("DejaVu Sans Mono", rich)
+        self.assertNotIn("\\red0\\green0\\blue0", rich, "letters in the system's colour, which a dark ground has light")
         self.open_into("ctrl+shift+2", self.desktop.folder / "upper.rtf")
         wait_for(lambda: self.desktop.pane(LOWER).rstrip("\n") == text.rstrip("\n"), "the text in the lower pane")
         self.assertIn("\\fs28", self.saved_rich(SAVE_LOWER_AS, "lower.rtf"))
@@ -164,6 +165,7 @@ class PrintTest(unittest.TestCase):
     def test_pages(self):
         with printer.Printer() as paper, desktop.Desktop(desktop.PLACE / "PrintTest") as program:
             program.run("ctrl+a", "acceleration")
+            self.graph_fits_on_its_page(program, paper)
             text = program.pane(LOWER)
             program.command(PRINT_LOWER)
             window = program.dialog("Print")
@@ -188,6 +190,19 @@ class PrintTest(unittest.TestCase):
         program.gone(window)
         self.assertFalse(paper.is_used())
 
+    def graph_fits_on_its_page(self, program, paper):
+        left, top, right, bottom = program.find("graph", "graph")["rect"]
+        program.xdotool("mousemove", (left + right) // 2, (top + bottom) // 2, "click", 3)
+        wait_for(program.find_menu, "the menu")
+        program.press("r")
+        window = program.dialog("Print")
+        program.press("Return")
+        program.gone(window)
+        width, height, words = next(self.words(paper.printed("printed graph")))
+        self.assertEqual({"time(sec)", "velocity(kph)", "distance(m)", "40"} - {w[4] for w in words}, set())
+        self.assertGreater(max(w[2] for w in words) - min(w[0] for w in words), 0.7 * width)
+        self.assertTrue(all(0 < w[0] and w[2] < width and 0 < w[1] and w[3] < height for w in words))
+
     def check_pages(self, document, text):
         done = subprocess.run(["pdftotext", "-raw", document, "-"], capture_output=True, check=True, text=True)
         pages = done.stdout.split("\f")[:-1]
@@ -201,11 +216,15 @@ class PrintTest(unittest.TestCase):
         self.assertEqual(printed, squeezed(text), "every line once, in order")
         self.check_margins(document)
 
-    def check_margins(self, document):
+    def words(self, document):
+        """Width, height and words of each page."""
         boxes = subprocess.run(["pdftotext", "-bbox", document, "-"], capture_output=True, check=True, text=True).stdout
         for page in boxes.split("<page ")[1:]:
             width, height = (float(n) for n in re.match(r'width="([\d.]+)" height="([\d.]+)"', page).groups())
-            words = [(*map(float, w[:4]), w[4]) for w in WORD.findall(page)]
+            yield width, height, [(*map(float, w[:4]), w[4]) for w in WORD.findall(page)]
+
+    def check_margins(self, document):
+        for width, height, words in self.words(document):
             top = min(y for _, y, _, _, _ in words)
             body = [w for w in words if w[1] > top + 10]
             self.assertGreaterEqual(min(w[0] for w in body), INCH - TOLERANCE)
