@@ -19,7 +19,7 @@ ROOT = pathlib.Path(__file__).resolve().parents[2]
 CLI = pathlib.Path(os.environ.get("TORVANE_CLI", ROOT / "build" / "native" / "torvane-cli"))
 
 # What builds or runs everything, this test included: ./test runs it, the test of the packages runs ./package.
-NOT_HERE = {"./test", "./package", "docs/make-pictures"}
+NOT_HERE = {"./test", "./package", "docs/make-pictures", "tools/screenshots"}
 
 REFUSED = 2
 EXTRA = "TORVANE_EXTRA" in os.environ
