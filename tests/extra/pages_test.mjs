@@ -103,6 +103,7 @@ async function visit(browser, name, {width = 1024, mode = "light", scripts = tru
     await page.setViewport({width, height: 800, hasTouch: browser === "chromium"});
     if (browser === "chromium")
         await page.emulateMediaFeatures([{name: "prefers-color-scheme", value: mode}]);
+    page.setDefaultNavigationTimeout(180000); // ms: on a machine that has other work as well
     const url = pathToFileURL(name).href;
     await page.goto(url);
     try {
