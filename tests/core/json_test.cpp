@@ -1,4 +1,5 @@
 #include "core/json.h"
+#include "core/json_reader.h"
 
 #include <gtest/gtest.h>
 
@@ -21,6 +22,18 @@ TEST(Json, EscapesTexts)
     };
     for (const auto& [text, json] : cases)
         EXPECT_EQ(jsonString(text), json);
+}
+
+TEST(Json, ReadsTextsInAnyFormOfTheirCharacters)
+{
+    const std::pair<const char*, std::optional<std::string>> cases[] = {
+        {R"("\u00fc \u20AC \ud83d\udeb4 \/\n")", "\xC3\xBC \xE2\x82\xAC \xF0\x9F\x9A\xB4 /\n"},
+        {R"("")", ""},
+        {R"(")", std::nullopt},
+        {R"("a"b)", std::nullopt},
+    };
+    for (const auto& [json, text] : cases)
+        EXPECT_EQ(jsonText(json), text) << json;
 }
 
 TEST(Json, WritesNumbersAlikeOnEveryPlatform)

@@ -2,6 +2,7 @@
 #include "captured_screens.h"
 #include "core/files.h"
 #include "core/parameter_file.h"
+#include "core/record_check.h"
 #include "fit/fit_builder.h"
 
 #include <gtest/gtest.h>
@@ -229,6 +230,25 @@ TEST_F(ParameterFile, writesKeepLinksOwnersAndModesAndReportAFullDevice)
     }
     EXPECT_EQ(replaceFile(full, {bytes}), FileResult::writeFailed);
     EXPECT_TRUE(std::filesystem::is_character_file(full));
+}
+
+// A choice beyond its list, of each part of the block.
+TEST(RecordCheck, refusesWhatNoListHas)
+{
+    ParameterBlock block = defaultBlock();
+    ASSERT_TRUE(isSound(block));
+    for (int32_t* choice :
+         {&block.theoryCalculator, &block.theoryTarget, &block.torqueOrForce, &block.rideMode, &block.rideTarget,
+          &block.ridePowerBase[2], &block.startGearMode[1], &block.startGearIndex[1], &block.inclinationLimit,
+          &block.intensionCase, &block.analysePowerBase, &block.createOutput.fitFormat, &block.createOutput.sportIndex,
+          &block.combineOutput.fitFormat, &block.convertOutput.fitFormat, &block.addOutput.fitFormat,
+          &block.divideOutput.fitFormat, &block.excludeOutput.sportIndex, &block.timestampOutput.fitFormat}) {
+        for (int32_t beyond : {-1, 1000}) {
+            int32_t own = std::exchange(*choice, beyond);
+            EXPECT_FALSE(isSound(block)) << choice - reinterpret_cast<int32_t*>(&block);
+            *choice = own;
+        }
+    }
 }
 
 } // namespace torvane

@@ -25,7 +25,7 @@ TEST(BaseType, TellsValuesFromMarkers)
         {0x86, 4, 70001, 70001},   {0x88, 4, 0xFFFFFFFF, none}, {0x88, 4, 0xC1200000, -10}, {0x89, 8, all, none},
         {0x89, 8, oneAndAHalf, 2}, {0x0A, 1, 0, none},          {0x0A, 1, 0xFF, 255},       {0x8B, 2, 0, none},
         {0x8C, 4, 0, none},        {0x0D, 1, 0xFF, none},       {0x8E, 8, all / 2, none},   {0x8F, 8, all, none},
-        {0x8F, 8, wide, wide},     {0x90, 8, 0, none},          {0x02, 4, 70000, 70000},    {0x02, 3, 0x030201, none},
+        {0x8F, 8, wide, wide},     {0x90, 8, 0, none},          {0x83, 4, ~1u, ~1u},        {0x02, 3, 0x030201, none},
     };
     for (const Case& c : cases) {
         for (bool bigEndian : {false, true}) {

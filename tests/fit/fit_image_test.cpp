@@ -1,6 +1,7 @@
 // Files in and out: headers, CRC, and what becomes of files that are no FIT files or not whole.
 #include "core/files.h"
 #include "fit/fit_builder.h"
+#include "fit/fit_crc.h"
 #include "fit/fit_image.h"
 
 #include <tuple>
@@ -58,6 +59,14 @@ TEST(FitImage, refusals)
         StatusCode code = loadBytes(image, Bytes(good.begin(), good.begin() + static_cast<int>(length)));
         EXPECT_EQ(code, length < 12 ? fitNotSupported : fitWrongCrc) << length;
     }
+}
+
+TEST(FitImage, nothingHasACrcAsWell)
+{
+    Bytes bytes = smallBlock().data;
+    EXPECT_EQ(fitCrc({}, bytes), bitwiseCrc(bytes));
+    FitImage image;
+    EXPECT_EQ(takeFitImage(image, FitBuilder().file(14)), fitOk);
 }
 
 TEST(FitImage, pathsThatCannotBeRead)

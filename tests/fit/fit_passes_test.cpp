@@ -204,18 +204,20 @@ TEST(FitPasses, sumsExtremesAndMeans)
 {
     const std::vector<FitBuilder::Field> fields = {{7, 4},  {8, 4},  {9, 4},  {11, 2}, {13, 2}, {14, 2}, {15, 2},
                                                    {16, 1}, {17, 1}, {64, 1}, {20, 2}, {21, 2}, {49, 2}, {71, 2},
-                                                   {57, 1}, {58, 1}, {51, 1}, {34, 2}, {5, 1}};
-    FitSummary s = summaryOf(
-        twoSummaries(messageSession, fields,
-                     {1000, 2000, 3000000, 40000, 5, 6000, 9000, 150, 160, 80, 200, 700, 2600, 2500, 20, -4, 3, 1, 2},
-                     {1, 2000, 3, 40000, 6, 7000, 8000, 100, 170, 60, 100, 300, 3000, 2400, 21, -3, 5, 1, 2}));
+                                                   {57, 1}, {58, 1}, {51, 1}, {34, 2}, {5, 1},  {18, 1}, {19, 1}};
+    FitSummary s = summaryOf(twoSummaries(
+        messageSession, fields,
+        {1000, 2000, 3000000, 40000, 5, 6000, 9000, 150, 160, 80, 200, 700, 2600, 2500, 20, -4, 3, 1, 2, 80, 110},
+        {1, 2000, 3, 40000, 6, 7000, 8000, 100, 170, 60, 100, 300, 3000, 2400, 21, -3, 5, 1, 2, 30, 120}));
     // Without an activity message the timers add up. Calories and the speed, 30000.03 m in 4 s, keep their low 16 bits;
     // means are over the five records: of heart rates (3 x 150 + 100) / 5.
-    expectFigures({s.totalElapsed, s.totalTimer, s.totalDistance, s.totalCalories, s.totalFatCalories, s.avgSpeed,
-                   s.maxSpeed, s.avgHeartRate, s.maxHeartRate, s.minHeartRate, s.avgPower, s.maxPower, s.avgAltitude,
-                   s.minAltitude, s.avgTemperature, s.maxTemperature, s.gpsAccuracy, s.normalizedPower},
-                  {1001, 4000, 3000003, 80000 - 65536, 11, 7500007 & 0xFFFF, 9000, 110, 170, 60, 140, 700, 2160, 2400,
-                   16, -3, 2, 0});
+    expectFigures(
+        {s.totalElapsed,   s.totalTimer,  s.totalDistance,   s.totalCalories, s.totalFatCalories,
+         s.avgSpeed,       s.maxSpeed,    s.avgHeartRate,    s.maxHeartRate,  s.minHeartRate,
+         s.avgPower,       s.maxPower,    s.avgAltitude,     s.minAltitude,   s.avgTemperature,
+         s.maxTemperature, s.gpsAccuracy, s.normalizedPower, s.avgCadence,    s.maxCadence},
+        {1001, 4000, 3000003, 80000 - 65536, 11, 7500007 & 0xFFFF, 9000, 110, 170, 60, 140, 700, 2160, 2400, 16, -3, 2,
+         0,    54,   120});
 }
 
 TEST(FitPasses, meansOfTheEntries)

@@ -40,7 +40,7 @@ TEST(FitParts, OfABrokenFileWhatCanBeReadIsRead)
     std::fill_n(neverClosed.begin() + 4, 4, uint8_t{0});
     roomLeft = neverClosed;
     roomLeft.resize(roomLeft.size() - 2);
-    roomLeft.insert(roomLeft.end(), 5000, 0);
+    roomLeft.insert(roomLeft.end(), 5001, 0);
     cut.resize(300);
     const std::tuple<Bytes, bool SourceFindings::*, size_t> cases[] = {
         {wrongCrc, &SourceFindings::crcWrong, 100},
@@ -52,8 +52,10 @@ TEST(FitParts, OfABrokenFileWhatCanBeReadIsRead)
         SourceFindings found;
         Prepared done = preparedFrom(file, found);
         EXPECT_TRUE(found.*fault);
+        EXPECT_EQ(found.cut, fault == &SourceFindings::cut);
         EXPECT_EQ(done.records(3).size(), records);
         EXPECT_EQ(done.values(18, 7), (std::vector<int64_t>{static_cast<int64_t>(records - 1) * 1000}));
+        EXPECT_EQ(done.values(18, 9), (std::vector<int64_t>{found.cut ? 0 : -1})) << "no way is told";
         EXPECT_EQ(done.values(34, 1).size(), fault == &SourceFindings::cut ? 1u : 0u);
         EXPECT_EQ(Prepared(done.image.data).image.data, done.image.data);
     }

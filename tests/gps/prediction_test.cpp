@@ -125,9 +125,9 @@ TEST_F(PredictionTest, airAndTemperatureOfARow)
 
 TEST_F(PredictionTest, windIsTakenAlongTheHeadingAndTheLimitHolds)
 {
-    constexpr double cases[][2] = {{90, 3}, {270, -3}, {0, 0}, {150, 1.5}};
+    constexpr double cases[][2] = {{90, 1}, {270, -1}, {0, 0}, {150, 0.5}};
     block.analyseWindDirection = 90;
-    block.analyseWindSpeed = 3;
+    block.analyseWindSpeed = 1;
     block.limitPowerPrediction = 1;
     block.thresholdPower = 100;
     for (auto [heading, headWind] : cases) {
@@ -168,6 +168,25 @@ TEST_F(PredictionTest, accelerationCountsOnlyWhereItIsKnown)
         predict(records, buildAnalysisFlags(block, ride.presence) & analysisSteady);
         double inertia = 0.5 * 8 * m.inertialWeight;
         EXPECT_NEAR(records[1].power - records[0].power, known ? inertia : 0, 1e-9);
+    }
+}
+
+// One row of nine that accelerates: a trimmed mean leaves its power out, the road's spreads it.
+TEST_F(PredictionTest, smoothingSpreadsTheWorkOfTheRoad)
+{
+    for (uint32_t road : {uint32_t{0}, uint32_t{analysisOfTheRoad}}) {
+        GpsRecords records = pairOfRows(10, 0);
+        records.resize(9, records[1]);
+        for (size_t i = 0; i < records.size(); ++i)
+            records[i].distance = 10 * static_cast<double>(i);
+        records[4].acceleration = 0.1;
+        GpsRecords raw = records;
+        predict(raw, road);
+        predict(records, road | analysisSmoothing);
+        double spread = road ? (raw[4].power - raw[0].power) / 3 : 0;
+        EXPECT_GT(raw[4].power, raw[0].power + 50);
+        for (size_t i : {3, 4, 5})
+            EXPECT_NEAR(records[i].power, raw[0].power + spread, 1e-9) << i;
     }
 }
 
@@ -280,6 +299,8 @@ TEST_F(PredictionTest, statisticsByHand)
     stats = analysedStats(records, ride, brakes);
     // A single row is no end, and means over nothing are 0.
     expectFigures({s.startTimestamp, s.endTimestamp, s.avgPower, s.avgCadence, s.avgBrakeForce}, {100, 55, 0, 0, 0});
+    stats = analysedStats({}, ride);
+    expectFigures({s.avgSpeed, s.totalDistance}, {0, 0});
 }
 
 } // namespace torvane

@@ -70,6 +70,17 @@ TEST(Prepare, KeepsTheRidesOwnTimes)
     }
 }
 
+// Its mean speed rather than its highest; without one, that of way and timer: 16 m in 4 s.
+TEST(Prepare, FindsTheSpeedOfTheDevice)
+{
+    for (auto [average, found] : {std::pair<int64_t, double>{5000, 5000}, {noWord, 4000}}) {
+        Recording ride({timeField, heartRateField});
+        ride.record({100, 90}).define(localSession, 18, {{14, 2, 0x84}, {15, 2, 0x84}, {8, 4, 0x86}, {9, 4, 0x86}});
+        ride.message(localSession, {average, 9000, 4000, 1600});
+        EXPECT_EQ(Prepared(ride.data).findings.deviceSpeed, found);
+    }
+}
+
 // Also of the local types that other walks take for definitions, and from the time of any message.
 TEST(Prepare, MakesCompressedTimestampsFull)
 {
@@ -95,15 +106,23 @@ TEST(Prepare, PutsEnhancedFieldsIntoPlainOnes)
         ride.record({100, 5000, 3000, noWord, noWord}).record({101, 5001, 70000, 6000, noWord});
         ride.record({102, noLong, 3002, noWord, noWord}).record({103, 5000, 3003, noWord, noWord});
         ride.define(localSession, 18,
-                    {timeField, {124, 4, 0x86}, {125, 4, 0x86}, {14, 2, 0x84}, {16, 1, 2}, {5, 1, 0}, {8, 4, 0x86}},
-                    big);
-        ride.message(localSession, {103, 4000, 6000, noWord, noByte, 2, 3000});
+                    {timeField,
+                     {124, 4, 0x86},
+                     {125, 4, 0x86},
+                     {14, 2, 0x84},
+                     {16, 1, 2},
+                     {5, 1, 0},
+                     {8, 4, 0x86},
+                     {126, 4, 0x86}},
+                    big, {{0, 2, 0}});
+        ride.message(localSession, {103, 4000, 6000, noWord, noByte, 2, 3000, 70000, 0x1234});
         Prepared done(ride.data);
         EXPECT_EQ(done.records(6), (Values{5000, 6000, 5500, 5000}));
         EXPECT_EQ(done.records(2), (Values{3000, 3001, 3002, 3003}));
         EXPECT_EQ(done.records(73), (Values{-1, -1, -1, -1}));
         EXPECT_EQ(done.records(7), (Values{-1, -1, -1, -1})); // nothing but markers
-        for (auto [field, value] : std::map<int, int64_t>{{14, 4000}, {15, 6000}, {124, -1}, {16, -1}, {5, 2}})
+        for (auto [field, value] :
+             std::map<int, int64_t>{{14, 4000}, {15, 6000}, {124, -1}, {16, -1}, {5, 2}, {126, -1}, {49, -1}})
             EXPECT_EQ(done.values(18, field), Values{value}) << field;
         EXPECT_EQ(done.values(0, 1), Values{big ? 0xFF00 : 0x00FF}); // the mark of a rewritten file
         EXPECT_EQ(done.findings.deviceSpeed, 4000);
@@ -227,7 +246,7 @@ TEST(Prepare, SpreadsDistancesThatAreHeld)
     const std::tuple<bool, Values, Values, Values> cases[] = {
         {true, {0, 0, 0, 1500, 2000}, {5000, 5000, 5000, 5000, 5000}, {0, 500, 1000, 1500, 2000}},
         {true, {0, 0, 0, 1500, 1500}, {2000, 4000, 4000, 8000, 0}, {0, 346, 808, 1500, 1500}},
-        {true, {0, 500, 500, 500, 600}, {5000, 5000, 0, 0, 2000}, {0, 500, 500, 500, 600}},
+        {true, {0, 500, 500, 500, 800}, {5000, 5000, 0, 0, 2000}, {0, 500, 500, 500, 800}},
         {false, {0, 0, 0, 1500, 2000}, {}, {0, 500, 1000, 1500, 2000}},
     };
     for (const auto& [hasSpeed, held, speeds, told] : cases) {
@@ -241,6 +260,7 @@ TEST(Prepare, SpreadsDistancesThatAreHeld)
         }
         Prepared done(ride.data);
         EXPECT_EQ(done.records(5), told);
+        EXPECT_EQ(done.findings.distancesHeld, told == held ? 0u : 2u);
         EXPECT_EQ(Prepared(done.image.data).image.data, done.image.data);
     }
 }
@@ -268,6 +288,8 @@ TEST(Prepare, JoinsDistancesThatStartAgain)
 {
     const std::pair<Values, Values> cases[] = {
         {{1000, 2000, 1990, 3000, 100, 1100, 0, 2100}, {1000, 2000, 2500, 3000, 3100, 4100, 4600, 5100}},
+        {{100000, 101000, 102000, 103000, 104000, 105000, 106000, 85000, 86000, 87000}, // by 210 m, not to 0
+         {100000, 101000, 102000, 103000, 104000, 105000, 106000, 106500, 107000, 108000}},
         {{1000, 2000, 2'000'000, 4000, 7, 6000, 7000}, {1000, 2000, 3000, 4000, 5000, 6000, 7000}},
     };
     for (const auto& [device, told] : cases) {
@@ -283,12 +305,13 @@ TEST(Prepare, TakesTheLegsOfOneSport)
     Recording ride({timeField, heartRateField});
     ride.define(localSession, 18, {timeField, {2, 4, 0x86}, {7, 4, 0x86}, {5, 1, 0}});
     ride.message(localSession, {129, 120, 9000, 2}).message(localSession, {119, 100, 19000, 1}); // in front of all
-    ride.timer(110, 4).timer(112, 0);
+    ride.timer(110, 4).timer(112, 0).define(localOther, 65300, {timeField}).message(localOther, {125});
     for (int i = 100; i < 130; ++i)
         ride.record({i, i});
     Prepared cycling(ride.data), running(ride.data, {.sport = rideRunning});
     expectFigures({cycling.records(3).front(), cycling.records(3).back(), cycling.findings.recordsOfOtherSports},
                   {120, 129, 20});
+    EXPECT_EQ(cycling.values(65300, 253), Values{125}) << "with the stop of the run in front of it gone";
     expectFigures({running.records(3).front(), running.records(3).back()}, {100, 119});
     EXPECT_EQ(running.values(18, 5), Values{1});
     EXPECT_EQ(running.messages[running.messages.size() - 2].global, 18) << "behind its records";
@@ -298,15 +321,15 @@ TEST(Prepare, TakesTheLegsOfOneSport)
 
 TEST(Prepare, RefusesWhatItCannotPrepare)
 {
-    constexpr std::tuple<int, int, int, int, StatusCode> cases[] = {{18, 5, 2, 0xFF, fitOk},
-                                                                    {18, 5, 2, 1, fitSessionSportsDiffer}};
+    constexpr std::tuple<int, int, int, int, StatusCode> cases[] = {
+        {18, 5, 2, 0xFF, fitOk}, {19, 25, 2, 0xFF, fitOk}, {18, 5, 2, 1, fitSessionSportsDiffer}};
     for (auto [message, field, firstSport, secondSport, code] : cases) {
         Recording ride({timeField, heartRateField});
         ride.record({100, 90}).define(localSession, message, {{field, 1, 0}});
         ride.message(localSession, {firstSport}).message(localSession, {secondSport});
         Prepared done(ride.data);
         EXPECT_EQ(done.code, code);
-        EXPECT_EQ(done.values(18, 5), code == fitOk ? Values({2, 2}) : Values());
+        EXPECT_EQ(done.values(message, field), code == fitOk ? Values({2, 2}) : Values());
     }
     EXPECT_EQ(Prepared(Recording({heartRateField}).record({90}).data).code, fitPrepareFailed);
     EXPECT_EQ(Prepared(Bytes{0x40, 0, 0}).code, fitInvalid);

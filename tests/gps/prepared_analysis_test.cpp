@@ -6,6 +6,7 @@
 #include "gps/analysis.h"
 #include "gps/gps_load.h"
 #include "gps/power_split.h"
+#include "gps/summary_figures.h"
 #include "ride_maker.h"
 
 #include <cmath>
@@ -23,14 +24,17 @@ Bytes meteredRide(bool metered)
     constexpr int64_t noByte = 0xFF, noWord = 0xFFFF;
     Recording ride({timeField, distanceField, speedField, altitudeField, cadenceField, powerField});
     ride.define(localOther, 19, {timeField, {2, 4, 0x86}, {7, 4, 0x86}, {20, 2, 0x84}});
-    ride.define(localSession, 18, {timeField, {2, 4, 0x86}, {7, 4, 0x86}, {5, 1, 0}, {11, 2, 0x84}}, true);
+    ride.define(
+        localSession, 18,
+        {timeField, {2, 4, 0x86}, {7, 4, 0x86}, {5, 1, 0}, {11, 2, 0x84}, {49, 2, 0x84}, {50, 2, 0x84}, {71, 2, 0x84}},
+        true);
     for (int i = 0; i < 2200; ++i) {
         bool given = metered && i < 2000;
         ride.record({1000 + i, 2000 * i, 20000, 3000, given ? 90 : noByte, given ? 300 : noWord});
         if (i % 1100 == 1099)
             ride.message(localOther, {1000 + i, i - 99, 1'099'000, 7});
     }
-    ride.message(localSession, {3199, 1000, 2'199'000, 2, 123});
+    ride.message(localSession, {3199, 1000, 2'199'000, 2, 123, 1, 1, 1});
     return ride.data;
 }
 
@@ -91,11 +95,32 @@ TEST_F(PreparedAnalysis, summariesAreOverWhatIsThereAndDoNotWrap)
                                                       {19, 90},
                                                       {9, 2199 * 2000},
                                                       {14, 20000},
-                                                      {11, 123}})
+                                                      {11, 123},
+                                                      {49, 3000},
+                                                      {50, 3000},
+                                                      {71, 3000},
+                                                      {253, 3199},
+                                                      {2, 1000},
+                                                      {7, 2'199'000}})
         EXPECT_EQ(file.values(18, field), Values{value}) << field;
     EXPECT_EQ(file.values(19, 20), (Values{300, 300}));
     EXPECT_EQ(file.values(19, 41), (Values{330'000, 270'000}));
     EXPECT_EQ(file.values(19, 8).size(), 2u);
+}
+
+// The highest number of a type says that there is none.
+TEST(SummaryFigure, isWrittenWhereItFits)
+{
+    constexpr std::tuple<uint8_t, uint8_t, int64_t, uint32_t> cases[] = {
+        {1, 0x02, 254, 254},     {1, 0x02, 255, 255},   {1, 0x02, 256, 255},       {1, 0x02, -1, 255},
+        {1, 0x01, -128, 0x80},   {1, 0x01, 126, 126},   {1, 0x01, 127, 127},       {1, 0x01, -129, 127},
+        {2, 0x84, 65534, 65534}, {2, 0x83, -5, 0xFFFB}, {4, 0x85, -9, 0xFFFFFFF7},
+    };
+    for (auto [width, type, figure, written] : cases) {
+        Bytes field(width);
+        writeFigure(field, type, figure, false);
+        EXPECT_EQ(readNumber(field, 0, width, false), written) << figure;
+    }
 }
 
 TEST_F(PreparedAnalysis, predictedFieldsHaveTheTypesOfTheProfile)

@@ -23,6 +23,7 @@ std::vector<RiddenRow> rowsWithPowers(const std::vector<double>& halfMinutes, ui
         for (int i = 0; i < 30; ++i) {
             RiddenRow row = {.timestamp = ++start, .seconds = 1, .metres = 10};
             row.power[predictedFigure] = watts;
+            row.cadence[predictedFigure] = watts / 4;
             rows.push_back(row);
         }
     return rows;
@@ -114,6 +115,7 @@ TEST(RideLaps, HoldTheStepsThatEndInThem)
     RiddenRows lap = rowsOf({1010, 1030}, rows);
     expectFigures({lap.size(), metresOf(lap), *meanPowerOf(lap, predictedFigure)}, {20, 200, 100}, 1e-9);
     EXPECT_TRUE(rowsOf({2000, 3000}, rows).empty());
+    EXPECT_EQ(meanCadenceOf(rowsWithPowers({100, 0, 200}), predictedFigure), 37.5) << "where the pedals turn";
 }
 
 } // namespace torvane

@@ -1,5 +1,6 @@
 // What a ride cost, for rides whose power is known: the same answer from every kind of file.
 #include "gps/ride_answer.h"
+#include "gps/ride_comparison.h"
 
 #include "core/text.h"
 #include "fit/iso_times.h"
@@ -51,6 +52,11 @@ TEST(RideFormats, giveTheSameAnswer)
     for (double hill : {1000.0, 4000.0}) {
         GpsRecords made =
             makeRide(model, {.seconds = 2400, .hillHeight = 30, .hillLength = hill, .physics = Physics::ofTheRoad});
+        double highest = 0, climbed = 0;
+        for (size_t i = 1; i < made.size(); ++i) {
+            highest = std::max(highest, made[i].speed);
+            climbed += std::max(0.0, made[i].altitude - made[i - 1].altitude);
+        }
         const std::pair<const char*, Bytes> files[] = {
             {"ride.fit", fitOf(made).file()}, {"ride.gpx", asGpx(made)}, {"ride.tcx", asTcx(made)}};
         for (const auto& [name, bytes] : files) {
@@ -63,9 +69,14 @@ TEST(RideFormats, giveTheSameAnswer)
             EXPECT_NEAR(answer.whole.power[predictedFigure].value_or(0), 200, 1);
             EXPECT_NEAR(answer.distance / made.back().distance, 1, 1e-3);
             EXPECT_EQ(answer.elapsed, 2399u);
+            EXPECT_NEAR(answer.highestSpeed, highest, 0.2);
+            EXPECT_NEAR(answer.whole.climbed, climbed, 3);
             EXPECT_EQ(answer.recordsUsed, 2400u);
         }
     }
+    RideComparison comparison;
+    EXPECT_FALSE(compareRides(folder.path + "none.fit", folder.path + "ride.fit", comparison).second);
+    EXPECT_TRUE(compareRides(folder.path + "ride.fit", folder.path + "none.fit", comparison).second);
 }
 
 } // namespace torvane

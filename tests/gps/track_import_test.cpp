@@ -68,12 +68,12 @@ TEST(TrackImport, pausesLapsAndLegs)
 {
     Tracks tracks;
     tracks.format = TrackFormat::tcx;
-    // A run, left out; then, the later one first, two rides: one with a pause, one with a lap.
-    tracks.points = {at(0, 0),   at(1000, 900), at(1001, 907), at(1005, 930),
-                     at(100, 0), at(101, 8),    at(160, 8),    at(161, 16)};
-    tracks.legs = {{0, "Running"}, {1, "Biking"}, {4, "cycling"}};
-    tracks.segments = {0, 1, 3, 4, 6};
-    tracks.laps = {0, 1, 3, 4};
+    // The later one first, two rides: one with a lap, one with a pause; between them a run, left out.
+    tracks.points = {at(1000, 900), at(1001, 907), at(1005, 930), at(0, 0),
+                     at(100, 0),    at(101, 8),    at(160, 8),    at(161, 16)};
+    tracks.legs = {{0, "Biking"}, {3, "Running"}, {4, "cycling"}};
+    tracks.segments = {0, 2, 3, 4, 6};
+    tracks.laps = {0, 2, 3, 4};
     FitImage image;
     SourceFindings findings;
     Activity activity = imported(tracks, image, findings);
@@ -81,6 +81,7 @@ TEST(TrackImport, pausesLapsAndLegs)
     ASSERT_EQ(activity.samples.size(), 7u);
     EXPECT_EQ(activity.samples.front().timestamp, fitStart + 100);
     EXPECT_EQ(activity.samples.back().timestamp, fitStart + 1005);
+    EXPECT_EQ(activity.samples.back().values[rideDistance], 93000);
     ASSERT_EQ(activity.pauses.size(), 2u) << "within a ride and between the rides, none at the lap";
     EXPECT_EQ(activity.pauses[0].from, fitStart + 101);
     EXPECT_EQ(activity.pauses[0].to, fitStart + 160);

@@ -6,6 +6,7 @@
 #include "gps/analysis.h"
 #include "gps/sectors.h"
 #include "gps/smoothing.h"
+#include "gps/speed_noise.h"
 #include "gps/track_geometry.h"
 
 #include <gtest/gtest.h>
@@ -107,10 +108,10 @@ TEST(Sectors, speedFromDistance)
         formSectors(records, 1.0, analysisSpeedFromDistance);
         expectRows(records, &GpsRecord::speed, speeds, name);
     }
-    GpsRecords places = rowsOf(&GpsRecord::latitude, {0, 10 / metresOfADegree, 30 / metresOfADegree});
+    GpsRecords places = rowsOf(&GpsRecord::latitude, {0, 20 / metresOfADegree, 60 / metresOfADegree});
     formSectors(places, 1.0, analysisMotionFromPosition);
-    EXPECT_NEAR(places[2].distance, 30, 1e-6);
-    EXPECT_NEAR(places[2].speed, 30, 1e-5);
+    EXPECT_NEAR(places[2].distance, 60, 1e-6);
+    EXPECT_NEAR(places[2].speed, 60, 1e-5);
 }
 
 TEST(Smoothing, windowFollowsTheSteps)
@@ -198,6 +199,11 @@ TEST(Track, accelerations)
         {"steps without time", 0, {0, 0, 0, 1}, {10, 12, 12, 8}, {0, 0, -4, 0}},
         {"smoothed", analysisSmoothing, {0, 1, 2, 3, 4}, {10, 11, 12, 13, 14}, {1, 1, 1, 1, 0}},
         {"too much, but at the first", analysisSmoothing, {0, 1, 2, 3, 4}, {10, 12, 14, 16, 18}, {2, 0, 0, 0, 0}},
+        {"too much at a clean speed",
+         analysisSmoothing | analysisMeasuredSpeed,
+         {0, 1, 2, 3, 4, 5, 6, 7},
+         {10, 10.01, 10.02, 10.03, 10.04, 10.05, 10.06, 12},
+         {0.01, 0.01, 0.01, 0.01, 0.01, 0.01, 0, 0}},
         {"braking knows no limit", analysisSmoothing, {0, 1, 2, 3, 4}, {40, 35, 30, 25, 20}, {-5, -10, -10, -5, 0}},
     };
     for (const auto& [name, flags, timestamps, speeds, accelerations] : cases) {
@@ -205,6 +211,19 @@ TEST(Track, accelerations)
         refineTrack(records, unrealInclination, unrealAccele, flags | analysisFlat);
         expectRows(records, &GpsRecord::acceleration, accelerations, name);
     }
+}
+
+// The median of what is left of four speeds that lie on no parabola, or the step that the device counts by.
+TEST(SpeedNoise, isThatOfTheDevice)
+{
+    const std::pair<std::vector<double>, double> cases[] = {
+        {{5, 5, 5, 5, 5, 5, 5, 5, 5.3, 5.3}, 0.3 / 3.464},        // 0 in most of the windows
+        {{5, 5, 5, 5, 5.3, 5.3, 5.3, 5.3}, 0.3 / 0.6745 / 4.472}, // 0, 0.3, 0.6, 0.3, 0
+        {{5, 5, 5, 5, 5}, 0},
+        {{5, 6, 5}, 1}, // too few to tell
+    };
+    for (const auto& [speeds, noise] : cases)
+        EXPECT_NEAR(noiseOfSpeed(rowsOf(&GpsRecord::speed, speeds)), noise, 1e-9) << speeds.size();
 }
 
 TEST(Track, limitOfAccelerationFollowsTheSlope)

@@ -38,7 +38,7 @@ Bytes zipped(const Bytes& bytes)
     return packed;
 }
 
-Bytes utf16(std::string_view ascii, bool bigEndian, bool marked)
+Bytes utf16(std::string_view text, bool bigEndian, bool marked)
 {
     Bytes bytes;
     auto put = [&](uint8_t low, uint8_t high) {
@@ -47,8 +47,8 @@ Bytes utf16(std::string_view ascii, bool bigEndian, bool marked)
     };
     if (marked)
         put(0xFF, 0xFE);
-    for (char c : ascii)
-        put(static_cast<uint8_t>(c), 0);
+    for (char c : text)
+        put(static_cast<uint8_t>(c == '~' ? 0xAC : c), c == '~' ? 0x20 : 0); // the euro's sign
     return bytes;
 }
 
@@ -225,7 +225,7 @@ TEST(Tracks, whatIsNoTrackIsRefused)
 TEST(Tracks, everyEncodingAndPacking)
 {
     std::string named = gpx("<trk><type>\xC3\xA4\xE2\x82\xAC</type><trkseg><trkpt lat='1' lon='2'/></trkseg></trk>");
-    std::string ascii = gpx("<trk><type>ride</type><trkseg><trkpt lat='1' lon='2'/></trkseg></trk>");
+    std::string ascii = gpx("<trk><type>ride~</type><trkseg><trkpt lat='1' lon='2'/></trkseg></trk>");
     auto declared = [](const char* encoding, const char* sport) {
         return bytesOf("<?xml version='1.0' encoding='" + std::string(encoding) + "'?>" +
                        gpx("<trk><type>" + std::string(sport) + "</type><trkseg><trkpt/></trkseg></trk>"));
@@ -244,9 +244,9 @@ TEST(Tracks, everyEncodingAndPacking)
         {"marked", bytesOf("\xEF\xBB\xBF" + named), "\xC3\xA4\xE2\x82\xAC"},
         {"latin", declared("ISO-8859-1", "\xE4\x80"), "\xC3\xA4\xC2\x80"},
         {"windows", declared("Windows-1252", "\xE4\x80\x81"), "\xC3\xA4\xE2\x82\xAC\xEF\xBF\xBD"},
-        {"utf-16", utf16(ascii, false, true), "ride"},
-        {"utf-16, other end", utf16(ascii, true, true), "ride"},
-        {"utf-16, unmarked", utf16("<?xml version='1.0'?>" + ascii, false, false), "ride"},
+        {"utf-16", utf16(ascii, false, true), "ride\xE2\x82\xAC"},
+        {"utf-16, other end", utf16(ascii, true, true), "ride\xE2\x82\xAC"},
+        {"utf-16, unmarked", utf16("<?xml version='1.0'?>" + ascii, false, false), "ride\xE2\x82\xAC"},
         {"packed", zipped(bytesOf(named)), "\xC3\xA4\xE2\x82\xAC"},
         {"packed in two", two, "\xC3\xA4\xE2\x82\xAC"},
         {"packed, with something behind", trailed, "\xC3\xA4\xE2\x82\xAC"},
