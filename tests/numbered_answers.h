@@ -65,7 +65,7 @@ inline ShownPlan numberedPlan(double more)
     ride.lowestCadence = 46.4 + more;
     ride.walkMetres = 209;
     ride.hottest = {107, 108.4 + more};
-    ride.energy = {196'100, -31'000, 120'000, 40'000, 50'000, 300, 5'200, -30'000};
+    ride.energy = {196'100, -931'000, 820'000, 740'000, 650'000, 560'000, 609'900, -930'000};
     ride.steps = {{.time = 0, .distance = 0, .motor = 900},
                   {.time = 200, .distance = 2000, .motor = 50},
                   {.time = 300, .distance = 2000, .going = Going::standing},

@@ -220,7 +220,7 @@ std::string toldOf(const EntryInfo& info)
         object.member("default", jsonString(info.choices.at(static_cast<size_t>(info.value))));
     else if (info.kind == EntryKind::onOff)
         object.member("default", info.value != 0 ? "\"on\"" : "\"off\"");
-    else if (info.kind != EntryKind::text)
+    else if (info.kind != EntryKind::text || info.value != 0)
         object.member("default", jsonNumber(info.value));
     if (!info.when.empty())
         object.member("when", jsonString(info.when));
