@@ -116,6 +116,8 @@ class DisplayTest(unittest.TestCase):
                 self.in_front_of_main(program)
                 left, top, right, bottom = graph["rect"]
                 self.assertEqual((right - left, bottom - top), (640 * dots // 96, 480 * dots // 96))
+                first_list = program.control(graph["handle"], 2)["rect"][0] - left
+                self.assertAlmostEqual(first_list, 60 * dots // 96, delta=12, msg="controls in units of the display")
 
     def in_front_of_main(self, program):
         """The graph. The order is the one on the screen once a pointer moves over it."""
