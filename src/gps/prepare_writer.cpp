@@ -251,7 +251,10 @@ bool writePrepared(const Activity& activity, const SummaryRules& rules, size_t m
     size_t records = countSteps(activity, findings);
     if (records > mostBytes / writing.recordSize)
         return false;
-    block.reserve(records * writing.recordSize);
+    size_t others = 0; // bytes; what is rewritten hardly grows
+    for (const OtherMessage& message : activity.others)
+        others += message.definition.size() + message.payload.size();
+    block.reserve(std::min(mostBytes, records * writing.recordSize + 2 * others));
     size_t other = 0;
     for (; other < activity.others.size() && activity.others[other].samplesBefore == 0; ++other)
         writeOther(writing, activity.others[other]);

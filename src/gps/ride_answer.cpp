@@ -129,6 +129,8 @@ std::optional<MeterFigures> compareWithMeter(RiddenRows rows)
     // Devices smooth their speeds on the way, and are a second or more behind a meter with them.
     constexpr std::array<uint32_t, figureSourceCount> late = {1, 0}; // s
     std::array<std::vector<TimedPower>, figureSourceCount> powers;
+    for (std::vector<TimedPower>& own : powers)
+        own.reserve(rows.size());
     for (const RiddenRow& row : rows)
         for (FigureSource source : {predictedFigure, measuredFigure})
             if (row.seconds != 0 && row.power[source] >= 0)
@@ -140,6 +142,7 @@ std::optional<MeterFigures> compareWithMeter(RiddenRows rows)
     figures.seconds = comparison.whole.seconds;
     for (FigureSource source : {predictedFigure, measuredFigure})
         figures.mean[source] = comparison.whole.mean[source];
+    comparison.common = {}; // of a long ride as large as what follows
     figures.correlation = correlationBand(powers[predictedFigure], powers[measuredFigure]);
     return figures;
 }

@@ -43,6 +43,7 @@ std::vector<CommonSecond> commonSeconds(const std::vector<TimedPower>& first, co
                                         uint32_t (&alone)[2])
 {
     std::vector<CommonSecond> common;
+    common.reserve(std::min(first.size(), second.size()));
     size_t i = 0, j = 0;
     while (i < first.size() && j < second.size()) {
         if (first[i].timestamp == second[j].timestamp) {
