@@ -108,16 +108,17 @@ TEST(AnalysedWriter, aSessionGoesOnAcrossItsLaps)
 {
     // The step from lap to lap belongs to the session alone. The sport reaches sessions only.
     FitBuilder source, expected;
-    auto build = [](FitBuilder& b, const std::vector<int64_t>& times, const std::vector<int64_t>& first,
-                    const std::vector<int64_t>& second) {
-        b.define(0, messageRecord, {{253, 4}}).define(1, messageLap, {{8, 4}, {25, 1}});
-        b.define(2, messageSession, {{8, 4}, {59, 4}, {5, 1}, {7, 4}, {2, 4}}).message(0, {10}).message(0, {13});
-        b.message(1, {times[0], 3}).message(0, {15}).message(0, {16}).message(1, {times[1], 4});
-        b.message(2, first).message(2, second);
+    using Values = std::vector<int64_t>;
+    auto build = [](FitBuilder& b, const Values& way, const Values& times, const Values& first, const Values& second) {
+        b.define(0, messageRecord, {{253, 4}, {5, 4}}).define(1, messageLap, {{8, 4}, {25, 1}, {9, 4}});
+        b.define(2, messageSession, {{8, 4}, {59, 4}, {5, 1}, {7, 4}, {2, 4}, {9, 4}});
+        b.message(0, {10, way[0]}).message(0, {13, way[1]}).message(1, {times[0], 3, way[4]}).message(0, {15, way[2]});
+        b.message(0, {16, way[3]}).message(1, {times[1], 4, way[5]}).message(2, first).message(2, second);
     };
-    build(source, {0, 0}, {0, 0, 5, 0, 0}, {9, 9, 6, 9, 9});
-    build(expected, {3000, 1000}, {6000, 6000, 254, 6000, 10}, {0, 0, 254, 0, 0});
-    GpsRecords rows(4, row(1));
+    build(source, {0, 0, 0, 0, 0, 0}, {0, 0}, {0, 0, 5, 0, 0, 0}, {9, 9, 6, 9, 9, 9});
+    build(expected, {100, 400, 600, 700, 300, 100}, {3000, 1000}, {6000, 6000, 254, 6000, 10, 600},
+          {0, 0, 254, 0, 0, 0});
+    GpsRecords rows = {row(1, 1), row(1, 4), row(1, 6), row(1, 7)};
     EXPECT_EQ(rewrite(source, rows, 0, {.convertEnabled = 0, .fitFormat = 0, .sportEnabled = 1, .sportIndex = 8}),
               expected.data);
 }
