@@ -13,6 +13,7 @@
 //   close WINDOW      posts the close message
 //   command WINDOW ID posts a command message, as a menu entry does
 //   drop WINDOW PATH  drops a file onto a window, as the desktop does; the path is Windows' own
+#include "core/json.h"
 #include "core/wide_text.h"
 
 #include <windows.h>
@@ -27,8 +28,10 @@
 #include <iostream>
 #include <sstream>
 #include <string>
-#include <utility>
 #include <vector>
+
+using torvane::JsonList;
+using torvane::jsonString;
 
 namespace {
 
@@ -54,51 +57,28 @@ std::string className(HWND window)
     return torvane::narrow(name);
 }
 
-std::string quoted(const std::string& text)
-{
-    std::string json(1, '"');
-    for (char c : text) {
-        char code[8];
-        if (c == '"' || c == '\\') {
-            json += '\\';
-            json += c;
-        } else if (static_cast<unsigned char>(c) < 0x20) {
-            snprintf(code, sizeof code, "\\u%04x", c);
-            json += code;
-        } else {
-            json += c;
-        }
-    }
-    json += '"';
-    return json;
-}
-
-std::string member(const char* name, long long value)
-{
-    return quoted(name) + ":" + std::to_string(value);
-}
-
 std::string describe(HWND window)
 {
     RECT place;
     GetWindowRect(window, &place);
-    std::ostringstream json;
-    json << '{' << member("handle", static_cast<long long>(reinterpret_cast<uintptr_t>(window)));
-    json << ',' << member("id", GetDlgCtrlID(window));
-    json << ',' << member("enabled", IsWindowEnabled(window) != FALSE);
-    json << ',' << member("visible", IsWindowVisible(window) != FALSE);
-    json << ',' << member("style", GetWindowLongW(window, GWL_STYLE));
-    json << R"(,"rect":[)" << place.left << ',' << place.top << ',' << place.right << ',' << place.bottom << ']';
     std::string kind = className(window);
-    json << R"(,"class":)" << quoted(kind);
+    JsonList rect('['), json('{');
+    for (LONG edge : {place.left, place.top, place.right, place.bottom})
+        rect.element(std::to_string(edge));
+    json.member("handle", std::to_string(reinterpret_cast<uintptr_t>(window)));
+    json.member("id", std::to_string(GetDlgCtrlID(window)));
+    json.member("enabled", std::to_string(IsWindowEnabled(window) != FALSE));
+    json.member("visible", std::to_string(IsWindowVisible(window) != FALSE));
+    json.member("style", std::to_string(GetWindowLongW(window, GWL_STYLE)));
+    json.member("rect", rect.close());
+    json.member("class", jsonString(kind));
     if (kind == "Button")
-        json << ',' << member("checked", SendMessageW(window, BM_GETCHECK, 0, 0));
+        json.member("checked", std::to_string(SendMessageW(window, BM_GETCHECK, 0, 0)));
     if (kind == "ComboBox")
-        json << ',' << member("selected", SendMessageW(window, CB_GETCURSEL, 0, 0));
+        json.member("selected", std::to_string(SendMessageW(window, CB_GETCURSEL, 0, 0)));
     if (kind.rfind("RichEdit", 0) != 0)
-        json << R"(,"text":)" << quoted(windowText(window));
-    json << '}';
-    return json.str();
+        json.member("text", jsonString(windowText(window)));
+    return json.close();
 }
 
 BOOL CALLBACK collect(HWND window, LPARAM list)
@@ -109,15 +89,11 @@ BOOL CALLBACK collect(HWND window, LPARAM list)
 
 std::string describeAll(const std::vector<HWND>& windows, bool visibleOnly)
 {
-    std::ostringstream json;
-    const char* before = "[";
-    for (HWND window : windows) {
-        if (visibleOnly && !IsWindowVisible(window))
-            continue;
-        json << std::exchange(before, ",") << describe(window);
-    }
-    json << (windows.empty() || before[0] == '[' ? "[]" : "]");
-    return json.str();
+    JsonList json('[');
+    for (HWND window : windows)
+        if (!visibleOnly || IsWindowVisible(window))
+            json.element(describe(window));
+    return json.close();
 }
 
 std::string answerWindows(std::istream&)
@@ -136,23 +112,20 @@ std::string answerChildren(std::istream& line)
 
 std::string answerText(std::istream& line)
 {
-    return quoted(windowText(handleFrom(line)));
+    return jsonString(windowText(handleFrom(line)));
 }
 
 std::string answerItems(std::istream& line)
 {
     HWND combo = handleFrom(line);
-    std::ostringstream json;
-    json << '[';
+    JsonList json('[');
     LRESULT count = SendMessageW(combo, CB_GETCOUNT, 0, 0);
-    for (LRESULT i = 0; i < count; ++i) {
-        LRESULT length = SendMessageW(combo, CB_GETLBTEXTLEN, static_cast<WPARAM>(i), 0);
-        std::vector<wchar_t> text(static_cast<size_t>(length) + 1);
-        SendMessageW(combo, CB_GETLBTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(text.data()));
-        json << (i > 0 ? "," : "") << quoted(torvane::narrow(text.data()));
+    for (WPARAM i = 0; i < static_cast<WPARAM>(count); ++i) {
+        std::vector<wchar_t> text(static_cast<size_t>(SendMessageW(combo, CB_GETLBTEXTLEN, i, 0)) + 1);
+        SendMessageW(combo, CB_GETLBTEXT, i, reinterpret_cast<LPARAM>(text.data()));
+        json.element(jsonString(torvane::narrow(text.data())));
     }
-    json << ']';
-    return json.str();
+    return json.close();
 }
 
 GUITHREADINFO threadInFront()
@@ -252,16 +225,15 @@ std::string answerClipboard(std::istream&)
 {
     if (!OpenClipboard(nullptr))
         return "null";
-    std::ostringstream json;
-    json << R"({"text":)" << quoted(clipboardText());
+    JsonList json('{');
+    json.member("text", jsonString(clipboardText()));
     if (HANDLE data = GetClipboardData(CF_DIB)) {
         auto* header = static_cast<const BITMAPINFOHEADER*>(GlobalLock(data));
-        json << R"(,"picture":[)" << header->biWidth << ',' << header->biHeight << ']';
+        json.member("picture", '[' + std::to_string(header->biWidth) + ',' + std::to_string(header->biHeight) + ']');
         GlobalUnlock(data);
     }
-    json << '}';
     CloseClipboard();
-    return json.str();
+    return json.close();
 }
 
 BOOL CALLBACK collectWithChildren(HWND window, LPARAM list)
@@ -275,15 +247,14 @@ std::string answerCounts(std::istream& line)
 {
     HWND window = handleFrom(line);
     UINT message = RegisterWindowMessageW(L"Torvane.counts");
-    std::ostringstream json;
-    json << '[';
+    JsonList json('[');
     for (WPARAM kind = 0; kind < 4; ++kind)
-        json << SendMessageW(window, message, kind, 0) << ',';
+        json.element(std::to_string(SendMessageW(window, message, kind, 0)));
     std::vector<HWND> windows;
     EnumThreadWindows(GetWindowThreadProcessId(window, nullptr), collectWithChildren,
                       reinterpret_cast<LPARAM>(&windows));
-    json << windows.size() << ']';
-    return json.str();
+    json.element(std::to_string(windows.size()));
+    return json.close();
 }
 
 struct Question {
