@@ -39,8 +39,11 @@ struct StagePair {
 
 inline Pair powerOf(const StagePair& stages, int stage)
 {
-    const Pair powers[] = {stages.pedalingPower, stages.crankPower, stages.hubPower, stages.thrustPower};
-    return powers[stage];
+    if (stage == stagePedaling)
+        return stages.pedalingPower;
+    if (stage == stageCrank)
+        return stages.crankPower;
+    return stage == stageHub ? stages.hubPower : stages.thrustPower;
 }
 
 inline Pair wheelRpmAt(const Model& model, Pair velocity)
