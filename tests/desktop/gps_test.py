@@ -180,6 +180,14 @@ class LongRunTest(unittest.TestCase):
             self.assertNotIn("waiting", program.status())
             program.close()
 
+    def test_a_long_ride_is_seen_soon(self):
+        with Desktop(desktop.BUILD / "desktop-tests" / "SoonTest") as program:
+            ride = write_ride(program, "long.fit", 100000)
+            computed = program.processor_time()
+            program.ask("drop", program.main, desktop.windows_path(ride))
+            wait_for(lambda: program.find("graph", "graph"), "the graph")
+            self.assertLess(program.processor_time() - computed, 2.0)
+
     def test_long_table_fills_and_a_close_during_the_run_is_ignored(self):
         with Desktop(desktop.PLACE / "LongRunTest") as program:
             ride = self.start_table(program, 15000)

@@ -14,7 +14,7 @@ from desktop import LOWER, UPPER, Desktop, DesktopTest, wait_for
 
 READ_OUT = 7
 FIRST_RECENT_RIDE, FIRST_RECENT_PROFILE = 0x5000, 0x5020
-SPLITTER, STOP = 204, 205
+SPLITTER, STOP, PAGE = 204, 205, 320
 LOOP = desktop.SOURCE / "samples" / "rides" / "loop.fit"
 MEMORY_LIMIT = 8 * 1024  # KiB that Wine's own caches may take
 ROAD = desktop.SOURCE / "samples" / "profiles" / "road.pro"
@@ -79,6 +79,12 @@ class UseTest(DesktopTest):
         wait_for(lambda: self.desktop.ask("focus")["id"] == 2, "the first list")
         self.desktop.screenshot("graph ride over time")
         self.close_graph()
+        page, expected = self.desktop.folder / "ride.html", self.desktop.folder / "expected.html"
+        self.desktop.command(PAGE)
+        self.desktop.choose_file("Save As", page)
+        wait_for(page.exists, "the page")
+        desktop.console("--page", expected, "ride", LOOP)
+        self.assertEqual(page.read_bytes(), expected.read_bytes())
 
     def test_a_pane_is_copied_and_edited_only_where_wanted(self):
         self.desktop.press("ctrl+shift+h")
