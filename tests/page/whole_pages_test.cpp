@@ -143,8 +143,10 @@ AnsweredRide numberedRide()
         r.heartRate = i == 2 ? 255 : 120 + i;
         r.cadence = i == 4 ? 0 : 62 - i % 2;
         r.power = 55 + 50 * i;
-        r.frontBrakeTemperature = 30 + i;
-        r.rearBrakeTemperature = 40 + i;
+        BrakeRecord brakes = {};
+        brakes.frontTemperature = 30 + i;
+        brakes.rearTemperature = 40 + i;
+        ride.analysis.brakes.push_back(brakes);
         ride.analysis.records.push_back(r);
         if (i != 5)
             ride.measured.push_back({r.timestamp, 41.0 + 40 * i, r.cadence});
