@@ -11,11 +11,10 @@ namespace torvane {
 void expectAllTouched([[maybe_unused]] void* memory, [[maybe_unused]] size_t bytes)
 {
 #ifdef MADV_HUGEPAGE
-    const uintptr_t page = static_cast<uintptr_t>(::sysconf(_SC_PAGESIZE));
-    const uintptr_t start = reinterpret_cast<uintptr_t>(memory), end = (start + bytes) / page * page;
-    const uintptr_t first = (start + page - 1) / page * page;
-    if (first < end)
-        ::madvise(reinterpret_cast<void*>(first), end - first, MADV_HUGEPAGE); // refused, pages stay small
+    size_t page = static_cast<size_t>(::sysconf(_SC_PAGESIZE));
+    size_t before = (page - reinterpret_cast<uintptr_t>(memory) % page) % page;
+    if (bytes >= before + page) // refused, pages stay small
+        ::madvise(static_cast<char*>(memory) + before, (bytes - before) / page * page, MADV_HUGEPAGE);
 #endif
 }
 

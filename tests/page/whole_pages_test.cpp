@@ -1,6 +1,7 @@
 // Whole pages, read back. Their inputs hold a number of its own in each field; what the pages have to tell of these,
 // the data of their charts included, stands in tests/page/pages and was worked out by hand: means and shares of a few
 // numbers, degrees on a sphere of 6371 km, gears by the circumference of the wheel.
+#include "core/base64.h"
 #include "core/text.h"
 #include "model/model.h"
 #include "numbered_answers.h"
@@ -31,14 +32,7 @@ Model defaultModel()
 
 std::vector<float> floatsOf(const std::string& base64)
 {
-    const std::string digits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-    std::string bytes;
-    uint32_t bits = 0;
-    for (size_t i = 0; i < base64.size() && base64[i] != '='; ++i) {
-        bits = bits << 6 | static_cast<uint32_t>(digits.find(base64[i]));
-        if (i % 4 != 0)
-            bytes += static_cast<char>(bits >> (6 - 2 * (i % 4)));
-    }
+    std::vector<uint8_t> bytes = base64Bytes(base64).value();
     std::vector<float> floats(bytes.size() / 4);
     std::memcpy(floats.data(), bytes.data(), floats.size() * 4);
     return floats;
