@@ -23,20 +23,28 @@ std::vector<Climb> findClimbs(RiddenRows rows)
 {
     std::vector<Climb> climbs;
     Climb climb = {0, 0};
+    RiddenRow foot, top, row;
     auto close = [&](size_t next) {
-        if (climb.top > climb.foot && rows[climb.top].height - rows[climb.foot].height >= leastHeight)
+        if (climb.top > climb.foot && top.height - foot.height >= leastHeight)
             climbs.push_back(climb);
         climb = {next, next};
+        foot = top = row;
     };
-    for (size_t i = 0; i < rows.size(); ++i) {
-        double now = excess(rows[i]);
-        if (now > excess(rows[climb.top]))
+    size_t i = 0;
+    for (const RiddenRow& each : rows) {
+        row = each;
+        if (i == 0)
+            foot = top = row;
+        double now = excess(row);
+        if (now > excess(top)) {
             climb.top = i;
-        else if (now < excess(rows[climb.top]) - lossAtEnd || now < excess(rows[climb.foot]))
+            top = row;
+        } else if (now < excess(top) - lossAtEnd || now < excess(foot)) {
             close(i);
+        }
+        ++i;
     }
-    if (!rows.empty())
-        close(rows.size() - 1);
+    close(i);
     return climbs;
 }
 
@@ -45,7 +53,7 @@ double climbedHeight(RiddenRows rows)
     if (rows.empty())
         return 0;
     double climbed = 0;
-    double low = rows[0].height,
+    double low = rows.front().height,
            high = low; // since the last turn; a rise has begun once high leads above low by more than noise
     for (const RiddenRow& row : rows) {
         if (row.height > high) {

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
 #include <vector>
 
 namespace torvane {
@@ -18,19 +20,54 @@ struct PowerStep {
     double watts;
 };
 
-std::vector<PowerStep> powerSteps(RiddenRows rows, FigureSource source)
-{
-    std::vector<PowerStep> steps;
-    double joules = 0;
-    for (const RiddenRow& row : rows) {
+// Steps one after the other; those are held that some mean still reaches back to.
+class PowerSteps {
+public:
+    explicit PowerSteps(FigureSource from) : source(from) {}
+    // False where the row has no such step.
+    bool take(const RiddenRow& row)
+    {
         double watts = row.power[source];
         if (row.seconds == 0 || !std::isfinite(watts))
-            continue;
+            return false;
+        if (held.empty())
+            start = row.timestamp - row.seconds;
         joules += watts * row.seconds;
-        steps.push_back({row.timestamp, row.seconds, joules, watts});
+        held.push_back({row.timestamp, row.seconds, joules, watts});
+        return true;
     }
-    return steps;
-}
+    void forgetBefore(size_t index)
+    {
+        constexpr size_t worthMoving = 4096;
+        if (index - gone < std::max(worthMoving, held.size() / 2))
+            return;
+        held.erase(held.begin(), held.begin() + static_cast<std::ptrdiff_t>(index - gone));
+        gone = index;
+    }
+    bool empty() const
+    {
+        return held.empty();
+    }
+    const PowerStep& operator[](size_t index) const
+    {
+        return held[index - gone];
+    }
+    const PowerStep& last() const
+    {
+        return held.back();
+    }
+    uint32_t startTime() const
+    {
+        return start;
+    }
+
+private:
+    FigureSource source;
+    uint32_t start = 0; // FIT seconds, of the first
+    double joules = 0;
+    size_t gone = 0;
+    std::vector<PowerStep> held = {};
+};
 
 // Energy in J up to a time, of which `step` is the first step that ends at it or later.
 double joulesUpTo(uint32_t time, const PowerStep& step)
@@ -40,67 +77,107 @@ double joulesUpTo(uint32_t time, const PowerStep& step)
 }
 
 // The highest mean ends with a step: later it would lose at its front and gain nothing.
-std::optional<double> bestMean(const std::vector<PowerStep>& steps, uint32_t duration)
-{
-    uint32_t start = steps.front().end - steps.front().seconds;
-    if (steps.back().end - start < duration)
-        return std::nullopt;
+struct BestMean {
+    uint32_t duration;
+    size_t first = 0; // step that the mean begins in
     double most = 0;
-    size_t first = 0;
-    for (const PowerStep& last : steps) {
-        uint32_t from = last.end - std::min(duration, last.end - start);
+
+    void take(const PowerSteps& steps)
+    {
+        const PowerStep& last = steps.last();
+        uint32_t from = last.end - std::min(duration, last.end - steps.startTime());
         while (steps[first].end < from)
             ++first;
         most = std::max(most, last.joules - joulesUpTo(from, steps[first]));
     }
-    return most / duration;
-}
+    std::optional<double> mean(const PowerSteps& steps) const
+    {
+        bool lasts = !steps.empty() && steps.last().end - steps.startTime() >= duration;
+        return lasts ? std::optional(most / duration) : std::nullopt;
+    }
+};
 
 // Means over the 30 s of riding that end with each step; stops are left out.
-std::optional<double> normalisedPower(const std::vector<PowerStep>& steps)
-{
+struct NormalisedPower {
+    size_t first = 0;
     double fourth = 0;
     uint32_t weight = 0, held = 0; // s: of the means; of the window
-    size_t first = 0;
-    for (const PowerStep& last : steps) {
+
+    void take(const PowerSteps& steps)
+    {
+        const PowerStep& last = steps.last();
         held += last.seconds;
         while (held - steps[first].seconds >= comparisonWindow)
             held -= steps[first++].seconds;
         if (held < comparisonWindow)
-            continue;
+            return;
         double before = steps[first].joules - steps[first].watts * steps[first].seconds;
         fourth += std::pow((last.joules - before) / held, 4) * last.seconds;
         weight += last.seconds;
     }
-    return weight != 0 ? std::optional(std::pow(fourth / weight, 0.25)) : std::nullopt;
-}
+    std::optional<double> mean() const
+    {
+        return weight != 0 ? std::optional(std::pow(fourth / weight, 0.25)) : std::nullopt;
+    }
+};
+
+struct BestMeans {
+    std::vector<BestMean> all = {};
+
+    explicit BestMeans(std::span<const uint32_t> durations)
+    {
+        for (uint32_t duration : durations)
+            all.push_back({duration});
+    }
+    // Returns the first step that is still needed.
+    size_t take(const PowerSteps& steps)
+    {
+        size_t needed = SIZE_MAX;
+        for (BestMean& each : all) {
+            each.take(steps);
+            needed = std::min(needed, each.first);
+        }
+        return needed;
+    }
+};
 
 } // namespace
 
 std::optional<PowerFigures> powerFiguresOf(RiddenRows rows, FigureSource source)
 {
-    std::vector<PowerStep> steps = powerSteps(rows, source);
+    PowerSteps steps(source);
+    PowerFigures figures;
+    NormalisedPower normalised;
+    BestMeans best(bestDurations);
+    for (const RiddenRow& row : rows) {
+        if (!steps.take(row))
+            continue;
+        figures.seconds += row.seconds;
+        normalised.take(steps);
+        steps.forgetBefore(std::min(best.take(steps), normalised.first));
+    }
     if (steps.empty())
         return std::nullopt;
-    PowerFigures figures;
-    for (const PowerStep& step : steps)
-        figures.seconds += step.seconds;
-    figures.mean = steps.back().joules / figures.seconds;
-    figures.kiloJoule = steps.back().joules / 1000;
-    figures.normalised = normalisedPower(steps);
+    figures.mean = steps.last().joules / figures.seconds;
+    figures.kiloJoule = steps.last().joules / 1000;
+    figures.normalised = normalised.mean();
     for (size_t i = 0; i < bestDurations.size(); ++i)
-        figures.best[i] = bestMean(steps, bestDurations[i]);
+        figures.best[i] = best.all[i].mean(steps);
     return figures;
 }
 
 std::vector<std::optional<double>> bestMeansOf(RiddenRows rows, FigureSource source,
                                                std::span<const uint32_t> durations)
 {
-    std::vector<PowerStep> steps = powerSteps(rows, source);
-    std::vector<std::optional<double>> best;
-    for (uint32_t duration : durations)
-        best.push_back(steps.empty() ? std::nullopt : bestMean(steps, duration));
-    return best;
+    PowerSteps steps(source);
+    BestMeans best(durations);
+    for (const RiddenRow& row : rows)
+        if (steps.take(row))
+            steps.forgetBefore(best.take(steps));
+    std::vector<std::optional<double>> means;
+    for (const BestMean& each : best.all)
+        means.push_back(each.mean(steps));
+    return means;
 }
 
 std::optional<double> meanPowerOf(RiddenRows rows, FigureSource source)

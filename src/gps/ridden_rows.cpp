@@ -11,19 +11,7 @@ namespace {
 // weather, or a lift.
 constexpr double steepestWay = 0.3;
 
-struct Ways {
-    double distance = 0;  // m since the start
-    double sinceKept = 0; // m, since the last kept row
-};
-
-void takeStep(Ways& ways, const GpsRecord& from, const GpsRecord& to, uint32_t interval)
-{
-    if (to.timestamp - from.timestamp > interval)
-        return;
-    double metres = std::max(0.0, to.distance - from.distance);
-    ways.distance += metres;
-    ways.sinceKept += metres;
-}
+constexpr size_t betweenMarks = 128; // rows
 
 double riseBetween(const GpsRecord& from, const GpsRecord& to, double metres)
 {
@@ -32,53 +20,107 @@ double riseBetween(const GpsRecord& from, const GpsRecord& to, double metres)
     return joined || std::fabs(rise) <= steepestWay * metres ? rise : 0;
 }
 
-// From the last kept row to this one.
-RiddenRow rowAfter(const GpsRecord& last, const RiddenRow& before, const GpsRecord& record, const Ways& ways)
+double wayBetween(const GpsRecord& from, const GpsRecord& to, uint32_t interval)
 {
-    RiddenRow row;
-    bool joined = last.sector == record.sector;
-    row.seconds = joined ? record.timestamp - last.timestamp : 0;
-    row.metres = joined ? ways.sinceKept : 0;
-    row.height = before.height + riseBetween(last, record, ways.sinceKept);
-    return row;
-}
-
-void takeMeasured(std::span<const MeasuredRow> measured, size_t& next, RiddenRow& row)
-{
-    while (next < measured.size() && measured[next].timestamp < row.timestamp)
-        ++next;
-    if (next == measured.size() || measured[next].timestamp != row.timestamp)
-        return;
-    row.power[measuredFigure] = measured[next].power;
-    row.cadence[measuredFigure] = measured[next].cadence;
+    return to.timestamp - from.timestamp > interval ? 0 : std::max(0.0, to.distance - from.distance);
 }
 
 } // namespace
 
+bool RiddenWalk::next()
+{
+    while (ahead < source->records.size()) {
+        const GpsRecord& record = source->records[ahead++];
+        if (ahead > 1) {
+            double metres = wayBetween(*(&record - 1), record, source->interval);
+            distance += metres;
+            sinceKept += metres;
+        }
+        if (record.sector != 0) {
+            takeRow(record);
+            return true;
+        }
+    }
+    return false;
+}
+
+// From the last kept record to this one.
+void RiddenWalk::takeRow(const GpsRecord& record)
+{
+    RiddenRow row;
+    if (last) {
+        bool joined = last->sector == record.sector;
+        row.seconds = joined ? record.timestamp - last->timestamp : 0;
+        row.metres = joined ? sinceKept : 0;
+        row.height = now.height + riseBetween(*last, record, sinceKept);
+    }
+    row.timestamp = record.timestamp;
+    row.distance = distance;
+    row.speed = record.speed;
+    row.power[predictedFigure] = record.power;
+    row.cadence[predictedFigure] = record.cadence;
+    now = row;
+    takeMeasured();
+    last = &record;
+    sinceKept = 0;
+}
+
+void RiddenWalk::takeMeasured()
+{
+    std::span<const MeasuredRow> measured = source->measured;
+    while (measuredAhead < measured.size() && measured[measuredAhead].timestamp < now.timestamp)
+        ++measuredAhead;
+    if (measuredAhead == measured.size() || measured[measuredAhead].timestamp != now.timestamp)
+        return;
+    now.power[measuredFigure] = measured[measuredAhead].power;
+    now.cadence[measuredFigure] = measured[measuredAhead].cadence;
+}
+
+RiddenTrack::RiddenTrack(const Analysis& analysis, std::span<const MeasuredRow> measured)
+    : source{analysis.records, analysis.stats.summary.recordInterval, measured}
+{
+    marks.reserve(source.records.size() / betweenMarks + 1);
+    for (RiddenWalk walk(source); walk.next(); ++count)
+        if (count % betweenMarks == 0)
+            marks.push_back(walk);
+}
+
+RiddenWalk RiddenTrack::at(size_t row) const
+{
+    RiddenWalk walk = marks[row / betweenMarks];
+    for (size_t i = 0; i < row % betweenMarks; ++i)
+        walk.next();
+    return walk;
+}
+
+RiddenRows RiddenRows::subspan(size_t row, size_t rows) const
+{
+    RiddenRows part = *this;
+    part.first += row;
+    part.count = rows;
+    return part;
+}
+
+RiddenRows::Iterator RiddenRows::begin() const
+{
+    Iterator at;
+    at.left = count;
+    if (count == 0)
+        return at;
+    if (track)
+        at.walk = track->at(first);
+    else
+        at.table = table + first;
+    return at;
+}
+
 std::vector<RiddenRow> riddenRowsOf(const Analysis& analysis, std::span<const MeasuredRow> measured)
 {
+    RiddenTrack track(analysis, measured);
     std::vector<RiddenRow> rows;
-    const GpsRecords& records = analysis.records;
-    const GpsRecord* last = nullptr; // that was kept
-    Ways ways;
-    size_t next = 0;
-    for (size_t i = 0; i < records.size(); ++i) {
-        const GpsRecord& record = records[i];
-        if (i > 0)
-            takeStep(ways, records[i - 1], record, analysis.stats.summary.recordInterval);
-        if (record.sector == 0)
-            continue;
-        RiddenRow row = last ? rowAfter(*last, rows.back(), record, ways) : RiddenRow{};
-        row.timestamp = record.timestamp;
-        row.distance = ways.distance;
-        row.speed = record.speed;
-        row.power[predictedFigure] = record.power;
-        row.cadence[predictedFigure] = record.cadence;
-        takeMeasured(measured, next, row);
+    rows.reserve(track.size());
+    for (const RiddenRow& row : RiddenRows(track))
         rows.push_back(row);
-        last = &record;
-        ways.sinceKept = 0;
-    }
     return rows;
 }
 

@@ -10,6 +10,7 @@
 #include "model/food.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace torvane {
@@ -124,27 +125,59 @@ void tellClimbs(RiddenRows rows, RideAnswer& answer)
     }
 }
 
+// Rows in motion that have a power of one source.
+class PowerTimes {
+public:
+    PowerTimes(RiddenRows rows, FigureSource from) : at(rows.begin()), source(from)
+    {
+        skip();
+    }
+    bool ended() const
+    {
+        return at == std::default_sentinel;
+    }
+    uint32_t time() const
+    {
+        // Devices smooth their speeds on the way, and are a second or more behind a meter with them.
+        constexpr std::array<uint32_t, figureSourceCount> late = {1, 0}; // s
+        return at->timestamp - late[source];
+    }
+    double watts() const
+    {
+        return at->power[source];
+    }
+    void next()
+    {
+        ++at;
+        skip();
+    }
+
+private:
+    void skip()
+    {
+        while (!ended() && !(at->seconds != 0 && watts() >= 0))
+            ++at;
+    }
+    RiddenRows::Iterator at;
+    FigureSource source;
+};
+
 std::optional<MeterFigures> compareWithMeter(RiddenRows rows)
 {
-    // Devices smooth their speeds on the way, and are a second or more behind a meter with them.
-    constexpr std::array<uint32_t, figureSourceCount> late = {1, 0}; // s
-    std::array<std::vector<TimedPower>, figureSourceCount> powers;
-    for (std::vector<TimedPower>& own : powers)
-        own.reserve(rows.size());
-    for (const RiddenRow& row : rows)
-        for (FigureSource source : {predictedFigure, measuredFigure})
-            if (row.seconds != 0 && row.power[source] >= 0)
-                powers[source].push_back({row.timestamp - late[source], row.power[source]});
-    RideComparison comparison;
-    if (comparePowers(powers[predictedFigure], powers[measuredFigure], comparison) != fitOk)
+    CommonMeans common;
+    PowerTimes predicted(rows, predictedFigure), measured(rows, measuredFigure);
+    while (!predicted.ended() && !measured.ended()) {
+        if (predicted.time() == measured.time()) {
+            common.add(predicted.time(), {predicted.watts(), measured.watts()});
+            predicted.next();
+            measured.next();
+        } else {
+            (predicted.time() < measured.time() ? predicted : measured).next();
+        }
+    }
+    if (common.seconds() == 0)
         return std::nullopt;
-    MeterFigures figures;
-    figures.seconds = comparison.whole.seconds;
-    for (FigureSource source : {predictedFigure, measuredFigure})
-        figures.mean[source] = comparison.whole.mean[source];
-    comparison.common = {}; // of a long ride as large as what follows
-    figures.correlation = correlationBand(powers[predictedFigure], powers[measuredFigure]);
-    return figures;
+    return MeterFigures{common.seconds(), {common.mean(predictedFigure), common.mean(measuredFigure)}, common.band()};
 }
 
 void tellPower(RiddenRows rows, const ParameterBlock& settings, RideAnswer& answer)
@@ -193,7 +226,7 @@ void tell(const Model& model, AnsweredRide& ride)
 {
     const Analysis& analysis = ride.analysis;
     RideAnswer& answer = ride.answer;
-    std::vector<RiddenRow> rows = riddenRowsOf(analysis, ride.measured);
+    RiddenTrack rows(analysis, ride.measured);
     answer.hasAltitude = (ride.prepared.presence.altitudeFlags & presentInRecords) != 0;
     tellWay(rows, analysis.records, answer);
     tellPower(rows, analysis.settings, answer);

@@ -12,7 +12,6 @@ namespace torvane {
 namespace {
 
 constexpr uint32_t leastSector = 60; // s
-constexpr size_t bandShift = 5;      // s
 
 using CommonSeconds = std::span<const CommonSecond>;
 
@@ -78,27 +77,10 @@ double meanOf(CommonSeconds seconds, int ride)
 }
 
 // Sums for a correlation, and for normalised powers. Windows never reach across the end of a run.
-struct WindowSums {
-    double x = 0, y = 0, xx = 0, yy = 0, xy = 0;
-    uint32_t windows = 0;
+struct WindowSums : CorrelationSums {
     double fourth[2] = {};
     uint32_t moving = 0;
 
-    void add(double a, double b)
-    {
-        x += a;
-        y += b;
-        xx += a * a;
-        yy += b * b;
-        xy += a * b;
-        ++windows;
-    }
-    double correlation() const
-    {
-        double n = windows;
-        double spread = std::sqrt((n * xx - x * x) * (n * yy - y * y));
-        return spread > 0 ? (n * xy - x * y) / spread : 0;
-    }
     double normalised(int ride) const
     {
         return moving != 0 ? std::pow(fourth[ride] / moving, 0.25) : 0;
@@ -115,9 +97,9 @@ void addMoving(CommonSeconds run, WindowSums& sums)
     }
 }
 
-void addWindows(CommonSeconds run, size_t shift, WindowSums& sums)
+void addWindows(CommonSeconds run, WindowSums& sums)
 {
-    for (size_t at = shift; at + comparisonWindow <= run.size(); at += comparisonWindow) {
+    for (size_t at = 0; at + comparisonWindow <= run.size(); at += comparisonWindow) {
         CommonSeconds window = run.subspan(at, comparisonWindow);
         sums.add(meanOf(window, 0), meanOf(window, 1));
     }
@@ -125,7 +107,7 @@ void addWindows(CommonSeconds run, size_t shift, WindowSums& sums)
 
 void addRun(CommonSeconds run, WindowSums& sums)
 {
-    addWindows(run, 0, sums);
+    addWindows(run, sums);
     addMoving(run, sums);
 }
 
@@ -159,18 +141,24 @@ void compareRuns(CommonSeconds seconds, RideComparison& comparison)
     comparison.whole = compareSeconds(seconds, whole);
 }
 
-WindowSums shiftedWindows(CommonSeconds seconds, size_t shift)
+} // namespace
+
+void CorrelationSums::add(double a, double b)
 {
-    WindowSums sums;
-    size_t start = 0;
-    for (size_t end : endsOfRuns(seconds)) {
-        addWindows(seconds.subspan(start, end - start), shift, sums);
-        start = end;
-    }
-    return sums;
+    x += a;
+    y += b;
+    xx += a * a;
+    yy += b * b;
+    xy += a * b;
+    ++windows;
 }
 
-} // namespace
+double CorrelationSums::correlation() const
+{
+    double n = windows;
+    double spread = std::sqrt((n * xx - x * x) * (n * yy - y * y));
+    return spread > 0 ? (n * xy - x * y) / spread : 0;
+}
 
 StatusCode comparePowers(const std::vector<TimedPower>& first, const std::vector<TimedPower>& second,
                          RideComparison& comparison)
@@ -183,17 +171,35 @@ StatusCode comparePowers(const std::vector<TimedPower>& first, const std::vector
     return fitOk;
 }
 
-std::optional<CorrelationBand> correlationBand(const std::vector<TimedPower>& first,
-                                               const std::vector<TimedPower>& second)
+void CommonMeans::add(uint32_t timestamp, const std::array<double, 2>& watts)
 {
-    uint32_t alone[2];
-    std::vector<CommonSecond> common = commonSeconds(first, second, alone);
+    if (count == 0 || timestamp != last + 1)
+        inRun = 0;
+    last = timestamp;
+    ++count;
+    for (size_t ride : {0, 1})
+        sums[ride] += watts[ride];
+    latest[inRun++ % comparisonWindow] = watts;
+    if (inRun >= comparisonWindow && inRun % shift == 0)
+        shifted[inRun % comparisonWindow / shift].add(windowMean(0), windowMean(1));
+}
+
+// Over the latest seconds, the oldest first.
+double CommonMeans::windowMean(size_t ride) const
+{
+    double sum = 0;
+    for (size_t i = 0; i < comparisonWindow; ++i)
+        sum += latest[(inRun + i) % comparisonWindow][ride];
+    return sum / comparisonWindow;
+}
+
+std::optional<CorrelationBand> CommonMeans::band() const
+{
     std::optional<CorrelationBand> band;
-    for (size_t shift = 0; shift < comparisonWindow; shift += bandShift) {
-        WindowSums sums = shiftedWindows(common, shift);
-        if (sums.windows < leastWindows)
+    for (const CorrelationSums& own : shifted) {
+        if (own.windows < leastWindows)
             continue;
-        double correlation = sums.correlation();
+        double correlation = own.correlation();
         if (!band)
             band = {correlation, correlation};
         band = {std::min(band->least, correlation), std::max(band->most, correlation)};

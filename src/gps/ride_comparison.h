@@ -5,6 +5,8 @@
 #include "core/progress.h"
 #include "fit/fit_codes.h"
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <optional>
@@ -59,11 +61,44 @@ StatusCode comparePowers(const std::vector<TimedPower>& first, const std::vector
                          RideComparison& comparison);
 
 // Between which correlations the means over 30 s lie, when they begin 0, 5, ... 25 s into each run: a single figure
-// hangs on where they begin. None with fewer than three means in a row of them.
+// hangs on where they begin.
 struct CorrelationBand {
     double least, most;
 };
-std::optional<CorrelationBand> correlationBand(const std::vector<TimedPower>& first,
-                                               const std::vector<TimedPower>& second);
+
+// Sums of products of the means of two rides.
+struct CorrelationSums {
+    double x = 0, y = 0, xx = 0, yy = 0, xy = 0;
+    uint32_t windows = 0;
+
+    void add(double a, double b);
+    double correlation() const;
+};
+
+// Two powers of common seconds that come one after the other, rising by time; no second is held for longer than its
+// means ask for.
+class CommonMeans {
+public:
+    void add(uint32_t timestamp, const std::array<double, 2>& watts);
+    uint32_t seconds() const
+    {
+        return count;
+    }
+    double mean(size_t ride) const // W, 0 of none
+    {
+        return count != 0 ? sums[ride] / count : 0;
+    }
+    std::optional<CorrelationBand> band() const; // none with fewer than three means in a row of them
+
+private:
+    static constexpr uint32_t shift = 5; // s
+    double windowMean(size_t ride) const;
+
+    uint32_t count = 0, last = 0;
+    size_t inRun = 0; // seconds without a hole
+    std::array<double, 2> sums = {};
+    std::array<std::array<double, 2>, comparisonWindow> latest = {};
+    std::array<CorrelationSums, comparisonWindow / shift> shifted = {};
+};
 
 } // namespace torvane

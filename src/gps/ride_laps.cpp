@@ -5,6 +5,7 @@
 #include "fit/message_fields.h"
 
 #include <algorithm>
+#include <ranges>
 
 namespace torvane {
 
@@ -25,9 +26,12 @@ std::vector<LapTime> readLaps(const FitImage& image)
 
 RiddenRows rowsOf(const LapTime& lap, RiddenRows rows)
 {
-    auto first = std::ranges::upper_bound(rows, lap.start, {}, &RiddenRow::timestamp);
-    auto last = std::ranges::upper_bound(rows, lap.end, {}, &RiddenRow::timestamp);
-    return first < last ? RiddenRows(first, last) : RiddenRows();
+    auto behind = [&](uint32_t time) {
+        auto timeOf = [&](size_t row) { return rows[row].timestamp; };
+        return *std::ranges::upper_bound(std::views::iota(size_t{0}, rows.size()), time, {}, timeOf);
+    };
+    size_t first = behind(lap.start), end = behind(lap.end);
+    return first < end ? rows.subspan(first, end - first) : RiddenRows();
 }
 
 } // namespace torvane

@@ -24,7 +24,7 @@ struct Spread {
     double seconds = 0;
 };
 
-Spread spreadOf(const Model& model, RiddenRows rows, FigureSource source)
+Spread spreadOf(const Model& model, std::span<const RiddenRow> rows, FigureSource source)
 {
     constexpr double mostBins = 200;
     Spread spread;
@@ -74,7 +74,7 @@ std::vector<std::pair<double, double>> levelShades(const Model& model, double mo
     return shades;
 }
 
-void addHistogram(HtmlPage& page, const Model& model, RiddenRows rows, FigureSource source)
+void addHistogram(HtmlPage& page, const Model& model, std::span<const RiddenRow> rows, FigureSource source)
 {
     Spread spread = spreadOf(model, rows, source);
     if (spread.seconds == 0)
@@ -119,7 +119,7 @@ std::vector<uint32_t> durationsUpTo(uint32_t shortest, uint32_t most)
 }
 
 // From the first to the last row that has a power: a mean needs no less.
-uint32_t secondsWith(RiddenRows rows, FigureSource source)
+uint32_t secondsWith(std::span<const RiddenRow> rows, FigureSource source)
 {
     auto counts = [&](const RiddenRow& row) { return row.seconds != 0 && std::isfinite(row.power[source]); };
     auto first = std::ranges::find_if(rows, counts);
@@ -149,7 +149,7 @@ PageTable bestTable(const std::vector<uint32_t>& durations, const std::vector<Be
     return table;
 }
 
-void addBestMeans(HtmlPage& page, RiddenRows rows)
+void addBestMeans(HtmlPage& page, std::span<const RiddenRow> rows)
 {
     std::vector<BestMeans> best;
     uint32_t shortest = UINT32_MAX;
@@ -208,7 +208,7 @@ void addSplitSection(HtmlPage& page, const std::array<double, powerSinkCount>& m
     addEnergy(page, title, parts);
 }
 
-void addPowerSection(HtmlPage& page, const Model& model, RiddenRows rows, const RideAnswer& answer)
+void addPowerSection(HtmlPage& page, const Model& model, std::span<const RiddenRow> rows, const RideAnswer& answer)
 {
     page.section("Power");
     addHistogram(page, model, rows, answer.power[measuredFigure] ? measuredFigure : predictedFigure);

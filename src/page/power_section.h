@@ -5,12 +5,14 @@
 #include "gps/ride_answer.h"
 #include "page/page.h"
 
+#include <span>
+
 namespace torvane {
 
 // A bar of where the energy of a ride went, its table and, of the series of a ride, the chart over distance.
 void addSplitSection(HtmlPage& page, const std::array<double, powerSinkCount>& megaJoule, const RideAnswer& answer);
 
 // Histogram with training levels, and the best mean powers.
-void addPowerSection(HtmlPage& page, const Model& model, RiddenRows rows, const RideAnswer& answer);
+void addPowerSection(HtmlPage& page, const Model& model, std::span<const RiddenRow> rows, const RideAnswer& answer);
 
 } // namespace torvane

@@ -55,7 +55,7 @@ struct CoursePlans : testing::Test {
     }
 };
 
-RiddenRows within(const std::vector<RiddenRow>& rows, double from, double to)
+std::span<const RiddenRow> within(const std::vector<RiddenRow>& rows, double from, double to)
 {
     auto first = std::ranges::lower_bound(rows, from, {}, &RiddenRow::distance);
     return {first, std::ranges::lower_bound(rows, to, {}, &RiddenRow::distance)};
