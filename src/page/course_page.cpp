@@ -3,7 +3,6 @@
 #include "core/text.h"
 #include "core/units.h"
 #include "model/gear_table.h"
-#include "page/energy_bar.h"
 #include "page/page_texts.h"
 #include "page/power_section.h"
 #include "page/thinning.h"
@@ -104,6 +103,16 @@ void addDerived(HtmlPage& page, const Model& model, const Course& course, const 
         page.add(std::move(*series));
 }
 
+void addSplit(HtmlPage& page, const std::vector<PlannedSecond>& seconds, std::span<const size_t> places)
+{
+    for (size_t sink = 0; sink < powerSinkCount; ++sink) {
+        PageSeries part = {powerSinkIds[sink], powerSinkLabels[sink], "W", 0, {}};
+        for (size_t place : places)
+            part.values.push_back(seconds[place].split[sink]);
+        page.add(std::move(part));
+    }
+}
+
 void addSeries(HtmlPage& page, const Model& model, const Course& course, const std::vector<PlannedSecond>& seconds,
                PageMap& map)
 {
@@ -120,6 +129,7 @@ void addSeries(HtmlPage& page, const Model& model, const Course& course, const s
         page.add({column.id, column.label, column.unit, column.decimals, valuesAt(values[i], places), column.isTime});
     }
     addDerived(page, model, course, seconds, places);
+    addSplit(page, seconds, places);
     map.latitude = valuesAt(valuesOf(seconds, [](const PlannedSecond& s) { return s.latitude; }), places);
     map.longitude = valuesAt(valuesOf(seconds, [](const PlannedSecond& s) { return s.longitude; }), places);
 }
@@ -209,16 +219,15 @@ void addEnergies(HtmlPage& page, const CourseRide& ride)
 {
     const EnergyBalance& e = ride.energy;
     double motor = motorWork(ride.steps) / 1000;
-    std::vector<EnergyPart> parts = {
-        {"Air", e.air / 1000},        {"Rolling", e.rolling / 1000},
-        {"Slope", e.slope / 1000},    {"Brakes", e.brakes / 1000},
-        {"Motion", e.kinetic / 1000}, {"Drivetrain", ride.kiloJoule + motor - e.thrust / 1000}};
+    std::vector<EnergyPart> besides;
     if (motor > 0)
-        parts.push_back({"Motor", -motor});
+        besides.push_back({"Motor", -motor});
     if (ride.walkMetres > 0)
-        parts.push_back({"On foot", -e.walked / 1000});
-    page.section("Where the power goes");
-    addEnergy(page, formatText("Energy of the whole ride: of the work, %.0f kJ", ride.kiloJoule), parts);
+        besides.push_back({"On foot", -e.walked / 1000});
+    addSplitSection(page, formatText("Energy of the whole ride: of the work, %.0f kJ", ride.kiloJoule),
+                    {e.air / 1000, e.rolling / 1000, e.slope / 1000, e.kinetic / 1000,
+                     ride.kiloJoule + motor - e.thrust / 1000, e.brakes / 1000},
+                    besides);
 }
 
 // The seconds of a plan as those of a ride; a stop is none of motion.

@@ -1,9 +1,7 @@
 #include "page/power_section.h"
 
 #include "core/text.h"
-#include "page/energy_bar.h"
 #include "page/page_texts.h"
-#include "page/ride_series.h"
 #include "ride/physiology.h"
 
 #include <algorithm>
@@ -186,26 +184,34 @@ void addBestMeans(HtmlPage& page, std::span<const RiddenRow> rows)
 
 } // namespace
 
-void addSplitSection(HtmlPage& page, const std::array<double, powerSinkCount>& megaJoule, const RideAnswer& answer)
+void addSplitSection(HtmlPage& page, const std::string& title, const std::array<double, powerSinkCount>& kiloJoule,
+                     const std::vector<EnergyPart>& besides)
 {
     std::vector<EnergyPart> parts;
     for (size_t sink = 0; sink < powerSinkCount; ++sink)
-        parts.push_back({powerSinkLabels[sink], megaJoule[sink] * 1000});
+        parts.push_back({powerSinkLabels[sink], kiloJoule[sink]});
+    parts.insert(parts.end(), besides.begin(), besides.end());
     page.section("Where the power goes");
     page.chart({.title = "Power by what takes it; below zero it gives",
                 .kind = ChartKind::stack,
                 .x = "distance",
                 .series = {powerSinkIds.begin(), powerSinkIds.end()},
                 .shown = {powerSinkIds.begin(), powerSinkIds.end()}});
+    addEnergy(page, title, parts);
+}
+
+void addSplitSection(HtmlPage& page, const std::array<double, powerSinkCount>& kiloJoule, const RideAnswer& answer)
+{
     std::string title = "Energy of the whole ride";
+    std::vector<EnergyPart> besides;
     if (const std::optional<PowerFigures>& power = answer.power[predictedFigure]) {
         title += formatText(": of the predicted work, %.0f kJ", power->kiloJoule);
         // The split is of each record, the predicted power smoothed over its neighbours.
-        double rest = power->kiloJoule - 1000 * std::accumulate(megaJoule.begin(), megaJoule.end(), 0.0);
+        double rest = power->kiloJoule - std::accumulate(kiloJoule.begin(), kiloJoule.end(), 0.0);
         if (std::fabs(rest) >= 0.5)
-            parts.push_back({"Smoothing", rest});
+            besides.push_back({"Smoothing", rest});
     }
-    addEnergy(page, title, parts);
+    addSplitSection(page, title, kiloJoule, besides);
 }
 
 void addPowerSection(HtmlPage& page, const Model& model, std::span<const RiddenRow> rows, const RideAnswer& answer)

@@ -2,6 +2,7 @@
 
 #include "core/units.h"
 #include "model/gear_table.h"
+#include "page/power_section.h"
 
 #include <algorithm>
 #include <cmath>
@@ -148,7 +149,7 @@ void addSplit(const Source& source, RideSeries& series)
         for (size_t i = 0; i < source.rows.size(); ++i) {
             part.values.push_back(source.splits[i][sink]);
             if (std::isfinite(source.splits[i][sink]))
-                series.megaJoule[sink] += source.splits[i][sink] * source.rows[i].seconds / 1e6;
+                series.kiloJoule[sink] += source.splits[i][sink] * source.rows[i].seconds / 1000;
         }
         series.along.push_back(std::move(part));
     }

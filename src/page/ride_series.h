@@ -10,18 +10,12 @@
 
 namespace torvane {
 
-// Ids of the series of a split; "slope" is that of the road.
-constexpr std::array<const char*, powerSinkCount> powerSinkIds = {"air",          "rolling",    "hill",
-                                                                  "acceleration", "drivetrain", "brakes"};
-constexpr std::array<const char*, powerSinkCount> powerSinkLabels = {"Air",          "Rolling",    "Slope",
-                                                                     "Acceleration", "Drivetrain", "Brakes"};
-
 // One value for each record that was ridden, none left out.
 struct RideSeries {
     std::vector<RiddenRow> rows = {};
     std::vector<double> latitude = {}, longitude = {};
     std::vector<PageSeries> along = {};                // distance and time first
-    std::array<double, powerSinkCount> megaJoule = {}; // of the whole ride, where the power went
+    std::array<double, powerSinkCount> kiloJoule = {}; // of the whole ride, where the power went
 };
 
 RideSeries rideSeriesOf(const Model& model, const AnsweredRide& ride);

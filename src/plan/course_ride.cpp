@@ -166,6 +166,7 @@ private:
         now.cadence = road.cadence;
         now.gear = static_cast<int16_t>(road.gear);
         addEnergy(forces, std::max(middle, leastRolled), way * part);
+        splitPower(forces, way / (std::max(middle, leastRolled) * dt));
         heatBrakes(part * dt);
         bool steady = std::fabs(forces.accele) < steadyAccele && speed > road.slowest();
         sums.add(now, part * dt, way * part, steady);
@@ -181,6 +182,16 @@ private:
         energy.air += road.now.airDragPower * perPower;
         energy.rolling += road.now.rollingPower * perPower;
         energy.brakes += now.brake * perPower;
+    }
+
+    // What the way of a step makes of powers at a speed, as their energies have it.
+    void splitPower(const Forces& forces, double share)
+    {
+        double left = forces.thrust - forces.resistance - now.brake;
+        double made = now.going == Going::walking ? forces.thrust * share : now.power + now.motor;
+        now.split = {road.now.airDragPower * share, road.now.rollingPower * share,
+                     road.now.slopePower * share,   left * share,
+                     made - forces.thrust * share,  now.brake * share};
     }
 
     void heatBrakes(double seconds)
@@ -230,6 +241,7 @@ private:
     {
         out.energy.brakes += kineticAt(now.speed);
         now.speed = now.power = now.motor = now.brake = now.cadence = 0;
+        now.split = {};
         now.going = Going::standing;
         now.distance = std::max(now.distance, placeOfStop());
         double whole = std::round(seconds);

@@ -4,6 +4,7 @@
 #include "core/parameter_block.h"
 #include "core/progress.h"
 #include "model/model.h"
+#include "model/power_sinks.h"
 #include "plan/course.h"
 #include "plan/plan_options.h"
 
@@ -25,6 +26,7 @@ struct CourseStep {
     double brake = 0;    // W into both brakes
     double cadence = 0;  // rpm, 0 who does not pedal
     std::array<double, 2> brakeTemperature = {}; // Cel, front and rear
+    PowerSplit split = {};                       // W; on foot, of what pushes the bicycle
     int16_t gear = 0;                            // row of the gear table
     Going going = Going::pedalling;
 };

@@ -12,18 +12,24 @@ namespace torvane {
 
 namespace {
 
+struct Flowed { // J
+    double work = 0;
+    PowerSplit split = {};
+};
+
 // What flowed up to a time since the start, while the steps go by.
 class Flow {
 public:
     explicit Flow(const std::vector<CourseStep>& ridden) : steps(ridden) {}
 
-    // J of the rider since the time asked for before; leaves `step` at the one that leads over this time.
-    double workUntil(double time)
+    // Since the time asked for before; leaves `next` at the step that leads over this time.
+    Flowed until(double time)
     {
-        double work = 0;
-        while (next + 1 < steps.size() && steps[next].time <= time)
-            work += workOf(steps[next++].time);
-        return work + workOf(std::min(time, steps[next].time));
+        Flowed flowed;
+        for (; next + 1 < steps.size() && steps[next].time <= time; ++next)
+            add(flowed, steps[next].time);
+        add(flowed, std::min(time, steps[next].time));
+        return flowed;
     }
 
     // As the ride is at the time that was asked for last.
@@ -43,11 +49,13 @@ public:
     }
 
 private:
-    double workOf(double until)
+    void add(Flowed& flowed, double end)
     {
-        double work = std::max(0.0, until - done) * steps[next].power;
-        done = std::max(done, until);
-        return work;
+        double seconds = std::max(0.0, end - done);
+        flowed.work += seconds * steps[next].power;
+        for (size_t sink = 0; sink < powerSinkCount; ++sink)
+            flowed.split[sink] += seconds * steps[next].split[sink];
+        done = std::max(done, end);
     }
 
     const std::vector<CourseStep>& steps;
@@ -92,10 +100,13 @@ std::vector<PlannedSecond> secondsOf(const Course& course, const CourseRide& rid
     seconds.reserve(last + size_t{1});
     Flow flow(ride.steps);
     for (uint32_t time = 0; time <= last; ++time) {
-        double work = flow.workUntil(time);
+        Flowed flowed = flow.until(time);
         PlannedSecond second = flow.now(course);
         second.time = time;
-        second.power = time == 0 ? 0 : work / (std::min<double>(time, end) - (time - 1));
+        double lasted = time == 0 ? 1 : std::min<double>(time, end) - (time - 1);
+        second.power = flowed.work / lasted;
+        for (size_t sink = 0; sink < powerSinkCount; ++sink)
+            second.split[sink] = flowed.split[sink] / lasted;
         place(second, course);
         seconds.push_back(second);
     }

@@ -1,6 +1,8 @@
 // A predicted ride second by second, as files, rows and graphs of it want it, and what stands along its way.
 #pragma once
 
+#include "model/power_sinks.h"
+
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -18,6 +20,7 @@ struct PlannedSecond {
     double cadence = 0;    // rpm
     double frontBrake = 0; // Cel
     double rearBrake = 0;  // Cel
+    PowerSplit split = {}; // W, mean of the second before
 };
 
 enum class MarkKind : uint8_t { summit, foot, stretch };

@@ -90,7 +90,7 @@ TEST(Page, EnergiesAddUpToTheWork)
     answer.power[predictedFigure] = PowerFigures();
     answer.power[predictedFigure]->kiloJoule = 20.6;
     HtmlPage page("Ride", "");
-    addSplitSection(page, {0.010, 0.002, 0.008, 0, 0.001, 0.003}, answer); // 24 kJ
+    addSplitSection(page, {10, 2, 8, 0, 1, 3}, answer);
     for (const char* row : {"Air</th><td class=\"n\">10<", "Smoothing</th><td class=\"n\">-3<"})
         EXPECT_NE(page.html().find(row), std::string::npos) << row;
 }

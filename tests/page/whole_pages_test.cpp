@@ -76,7 +76,8 @@ std::string readable(const std::string& html)
 void expectPage(const std::string& html, const std::string& name)
 {
     std::regex split("\\{(air|rolling|hill|acceleration|drivetrain|brakes) [^\n]*\n|predicted work[^#]*");
-    expectTold(std::regex_replace(readable(html), split, ""), "tests/page/pages/" + name + ".txt");
+    std::string told = readable(html);
+    expectTold(name == "ride" ? std::regex_replace(told, split, "") : told, "tests/page/pages/" + name + ".txt");
 }
 
 TEST(WholePage, ofTwoRides)
@@ -187,7 +188,7 @@ TEST(WholePage, tellsWhereThePowerGoes)
             EXPECT_EQ(told.values[i], splits[i][sink]) << told.id << i;
             joules += splits[i][sink] * series.rows[i].seconds;
         }
-        EXPECT_NEAR(series.megaJoule[sink] * 1e6, joules, 1e-6) << told.id;
+        EXPECT_NEAR(series.kiloJoule[sink] * 1000, joules, 1e-6) << told.id;
     }
 }
 

@@ -148,8 +148,20 @@ TEST_F(CoursePlans, TellPartsThatMakeTheWhole)
     EXPECT_NEAR(answered.answer.parts.back().clock, ride.seconds, 0.5);
     double intensity = answered.answer.intensity;
     EXPECT_NEAR(answered.answer.stress, (ride.movingSeconds - walked) / 36 * intensity * intensity, 0.01);
-    for (const PlannedSecond& second : secondsOf(answered.course, ride))
+    double given = 0;
+    PowerSplit spent = {};
+    for (const PlannedSecond& second : secondsOf(answered.course, ride)) {
         EXPECT_TRUE(second.speed > 0 || second.cadence == 0) << second.time;
+        double lasted = 1 - std::max(0.0, second.time - ride.seconds);
+        given += second.power * lasted / 1000;
+        for (size_t sink = 0; sink < powerSinkCount; ++sink)
+            spent[sink] += second.split[sink] * lasted / 1000;
+    }
+    EXPECT_NEAR(given, ride.kiloJoule, 1e-6);
+    const EnergyBalance& e = ride.energy;
+    const double whole[] = {e.air, e.rolling, e.slope, e.kinetic, ride.kiloJoule * 1000 - e.thrust, e.brakes};
+    for (size_t sink = 0; sink < powerSinkCount; ++sink)
+        EXPECT_NEAR(spent[sink], whole[sink] / 1000, 0.5) << sink;
 }
 
 TEST_F(CoursePlans, AreTheirStretchesWhereTheseAreFaster)
