@@ -31,6 +31,7 @@ struct ReadPlan {
 struct Reading {
     Activity& activity;
     PrepareFindings& findings;
+    size_t sourceSize; // bytes
     std::array<ReadPlan, localTypeCount> plans = {};
     uint32_t lastTimestamp = 0; // of any message
     bool hasFileId = false;
@@ -68,13 +69,26 @@ void planRecord(const FitMessage& message, ReadPlan& plan, PrepareFindings& find
     findings.developerFieldsLeftOut |= message.definition->developerFieldCount != 0;
 }
 
+// A table that grows is there twice while it moves. This one gets the room for a file full of such records; what is not
+// used of it takes no memory.
+void makeRoom(Reading& reading, const FitMessage& message)
+{
+    constexpr size_t shortRecord = 16; // bytes; a table of shorter ones grows
+    const LocalDefinition& form = *message.definition;
+    size_t size = std::max(shortRecord, size_t{1} + form.fieldBytes + form.developerBytes);
+    if (reading.activity.samples.capacity() == 0)
+        reading.activity.samples.reserve(reading.sourceSize / size);
+}
+
 void takeDefinition(Reading& reading, const FitMessage& message)
 {
     ++reading.findings.definitions;
     ReadPlan& plan = reading.plans[message.localType];
     plan = {message.bytes, findNumber(message, timestampField), {}};
-    if (message.globalMessage() == messageRecord)
-        planRecord(message, plan, reading.findings);
+    if (message.globalMessage() != messageRecord)
+        return;
+    planRecord(message, plan, reading.findings);
+    makeRoom(reading, message);
 }
 
 // Five bits of time behind the last full timestamp.
@@ -237,7 +251,7 @@ size_t tableBytes(const Activity& activity)
 
 StatusCode readActivity(const FitImage& image, Activity& activity, PrepareFindings& findings)
 {
-    Reading reading = {activity, findings};
+    Reading reading = {activity, findings, image.data.size()};
     FitWalk walk = startWalk(image);
     walk.compressedFirst = true;
     FitMessage message;

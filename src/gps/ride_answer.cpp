@@ -36,8 +36,10 @@ StatusCode readMeasured(AnsweredRide& ride)
     PrepareFindings findings;
     if (StatusCode code = readActivity(ride.prepared.image, activity, findings))
         return code;
+    auto isMeasured = [](const RideSample& sample) { return sample.has(ridePower) || sample.has(rideCadence); };
+    ride.measured.reserve(static_cast<size_t>(std::ranges::count_if(activity.samples, isMeasured)));
     for (const RideSample& sample : activity.samples)
-        if (sample.has(ridePower) || sample.has(rideCadence))
+        if (isMeasured(sample))
             ride.measured.push_back({sample.timestamp, valueOf(sample, ridePower), valueOf(sample, rideCadence)});
     return fitOk;
 }

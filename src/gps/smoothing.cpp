@@ -5,6 +5,7 @@
 #include "model/constants.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <optional>
 
@@ -221,17 +222,25 @@ int choosePositionWindow(std::span<const GpsRecord> records)
     return mean < mediumSteps ? 3 : 0;
 }
 
-void averageInto(std::span<GpsRecord> records, RecordField field, const std::vector<double>& values, int window)
+void averageInto(std::span<GpsRecord> records, RecordField field, const std::function<double(size_t row)>& valueOf,
+                 int window)
 {
+    size_t half = halfOf(window), asked = 0;
+    std::vector<double> around(std::bit_ceil(2 * half + 1)); // values within reach, over and over
+    size_t mask = around.size() - 1;
     for (size_t i = 0; i < records.size(); ++i) {
-        Reach reach = reachOf(i, halfOf(window), records.size());
+        Reach reach = reachOf(i, half, records.size());
+        for (; asked < reach.end; ++asked)
+            around[asked & mask] = valueOf(asked);
         double sum = 0;
         int count = 0;
-        for (size_t k = reach.first; k < reach.end; ++k)
-            if (!std::isnan(values[k])) {
-                sum += values[k];
+        for (size_t k = reach.first; k < reach.end; ++k) {
+            double value = around[k & mask];
+            if (!std::isnan(value)) {
+                sum += value;
                 ++count;
             }
+        }
         records[i].*field = count == 0 ? 0 : sum / count;
     }
 }
@@ -258,10 +267,8 @@ TrackPass smoothField(std::span<GpsRecord> records, RecordField field, int windo
 
 void averageField(std::span<GpsRecord> records, RecordField field, int window)
 {
-    std::vector<double> values(records.size());
-    for (size_t i = 0; i < records.size(); ++i)
-        values[i] = records[i].*field;
-    averageInto(records, field, values, window);
+    averageInto(
+        records, field, [&](size_t row) { return records[row].*field; }, window);
 }
 
 TrackPass smoothPosition(std::span<GpsRecord> records, RecordField field, int window)

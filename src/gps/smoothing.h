@@ -47,8 +47,10 @@ int choosePositionWindow(std::span<const GpsRecord> records);
 // Smooths a field over the rows of all sectors.
 TrackPass smoothField(std::span<GpsRecord> records, RecordField field, int window, ExtremesStart start);
 
-// A plain mean of what is a number within the window; 0 where nothing is.
-void averageInto(std::span<GpsRecord> records, RecordField field, const std::vector<double>& values, int window);
+// A plain mean of what is a number within the window; 0 where nothing is. Each row's value is asked for once, before
+// the field of that row is written.
+void averageInto(std::span<GpsRecord> records, RecordField field, const std::function<double(size_t row)>& valueOf,
+                 int window);
 
 void averageField(std::span<GpsRecord> records, RecordField field, int window);
 

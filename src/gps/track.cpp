@@ -138,10 +138,8 @@ TrackPass smoothInclination(std::span<GpsRecord> records, int window, double unr
 // of all that is real.
 void averageInclination(std::span<GpsRecord> records, int window, double unrealInclination)
 {
-    std::vector<double> slopes(records.size());
-    for (size_t i = 0; i < records.size(); ++i)
-        slopes[i] = realSlope(records, i, unrealInclination, true);
-    averageInto(records, &GpsRecord::inclination, slopes, window);
+    auto slope = [=](size_t i) { return realSlope(records, i, unrealInclination, true); };
+    averageInto(records, &GpsRecord::inclination, slope, window);
 }
 
 // As the steps are.
