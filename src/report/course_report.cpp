@@ -167,7 +167,9 @@ void reportCourse(Screens& screens, const Model& model, const AnsweredCourse& a,
 {
     const CourseAnswer& answer = a.answer;
     screens.setText(Pane::lower, "");
-    std::string text = formatText("\n the course '%s' ahead\n\n", shownFileName(a.course.path).c_str());
+    std::string title = formatText("the course '%s' ahead", shownFileName(a.course.path).c_str());
+    screens.setStatus("status : " + title);
+    std::string text = "\n " + title + "\n\n";
     appendWhole(text, a);
     appendParts(screens, text, stretchTable, model, answer, answer.stretches);
     appendGain(text, a);

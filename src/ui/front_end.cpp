@@ -97,6 +97,7 @@ template <void (Protocol::*act)()>
 LRESULT onMessage(HWND, WPARAM, LPARAM)
 {
     flushScreens(); // what the worker has gathered, when this is the end of its run
+    setNoticeLine("");
     (mainWindow.protocol.*act)();
     flushScreens();
     return 0;

@@ -12,6 +12,7 @@
 #include "ui/message_box.h"
 #include "ui/screen_bridge.h"
 #include "ui/screen_set.h"
+#include "ui/status_line.h"
 
 #include <shellapi.h>
 
@@ -89,7 +90,7 @@ void openGiven(const std::string& path)
 {
     FileKind kind = fileKind(path);
     if (isBusy())
-        mainWindow.session.screens.setStatus("status : a ride can be dropped when the present command is over");
+        setNoticeLine("status : a ride can be dropped when the present command is over");
     else if (kind == FileKind::parameters)
         takeDefaults(path);
     else

@@ -143,10 +143,19 @@ LRESULT onSetFocus(HWND, WPARAM, LPARAM)
     return 0;
 }
 
+// Enabled again: the dialog is over, and with it what was said of it.
+LRESULT onEnable(HWND window, WPARAM wParam, LPARAM lParam)
+{
+    if (wParam != 0)
+        setNoticeLine("");
+    return DefWindowProcW(window, WM_ENABLE, wParam, lParam);
+}
+
 constexpr MessageRow messages[] = {
     {WM_CREATE, onCreate},   {WM_COMMAND, onCommand},         {WM_SIZE, onSize},         {WM_CLOSE, onClose},
     {WM_DESTROY, onDestroy}, {WM_SETFOCUS, onSetFocus},       {WM_ACTIVATE, onActivate}, {WM_DROPFILES, onDropFiles},
     {WM_HELP, onHelp},       {WM_INITMENUPOPUP, onMenuOpens}, {WM_TIMER, onFillTimer},   {WM_MENUSELECT, onMenuSelect},
+    {WM_ENABLE, onEnable},
 };
 
 const MessageRow* findRow(UINT message)

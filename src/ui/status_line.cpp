@@ -11,7 +11,7 @@ namespace torvane {
 namespace {
 
 struct StatusLine {
-    std::string status, waiting, hint;
+    std::string status, waiting, notice, hint;
     bool inProgress;
     int percent;
 };
@@ -22,6 +22,8 @@ std::string shownText()
 {
     if (!line.hint.empty())
         return " " + line.hint;
+    if (!line.notice.empty())
+        return line.notice;
     if (line.waiting.empty())
         return line.status;
     return line.inProgress ? line.waiting + formatText(" (%d %%)", line.percent) : line.waiting;
@@ -65,6 +67,12 @@ bool isProgressShown()
 void setHintLine(std::string_view hint)
 {
     line.hint = hint;
+    refresh();
+}
+
+void setNoticeLine(std::string_view notice)
+{
+    line.notice = notice;
     refresh();
 }
 

@@ -10,9 +10,11 @@ void setStatusLine(std::string_view status);
 void showStatusProgress(bool visible);
 void setStatusProgress(int percent);
 bool isProgressShown();
-// Empty: none waits any more.
 // What the highlighted entry of the menu does; empty: no entry. Before all else.
 void setHintLine(std::string_view hint);
+// What holds only while a dialog is open or a command runs; empty: neither any more. Before the status and what waits.
+void setNoticeLine(std::string_view notice);
+// Empty: none waits any more.
 void setWaitingLine(std::string_view waiting);
 
 } // namespace torvane

@@ -117,6 +117,7 @@ TEST_F(ConsoleTest, KeepsWhatACourseIsAskedWith)
     std::string par = in + "Torvane.par";
     EXPECT_EQ(call({"--par", par, "--save", "plan", "power=177", "topSpeed=45", pass}).code, 0);
     Call kept = call({"--par", par, "--json", "plan", pass});
+    EXPECT_TRUE(contains(kept.out, "\"status\": \"status : the course 'pass.gpx' ahead\""));
     EXPECT_TRUE(contains(kept.out, "\"mean\": 1")) << kept.out;
     EXPECT_TRUE(contains(call({"--par", par, "help", "plan"}).out, "(default 177)"));
 }

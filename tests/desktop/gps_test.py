@@ -65,7 +65,8 @@ class RideTest(DesktopTest):
         ride = write_ride(self.desktop, "source.fit", 60)
         self.load(ride)
         self.assertTrue(self.opens("ctrl+e", "express source data"))
-        converted = self.desktop.folder / "converted.fit"
+        converted = self.desktop.folder / "/".join(letter * 90 for letter in "abc") / "converted.fit"
+        converted.parent.mkdir(parents=True)
         self.desktop.press("ctrl+n")
         window = self.desktop.dialog("convert FIT file format")
         self.desktop.fill(window, 8241, desktop.windows_path(ride))
@@ -181,7 +182,7 @@ class LongRunTest(unittest.TestCase):
             program.close()
 
     def test_a_long_ride_is_seen_soon(self):
-        with Desktop(desktop.BUILD / "desktop-tests" / "SoonTest") as program:
+        with Desktop(desktop.PLACE / "SoonTest") as program:
             ride = write_ride(program, "long.fit", 100000)
             computed = program.processor_time()
             program.ask("drop", program.main, desktop.windows_path(ride))

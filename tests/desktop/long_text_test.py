@@ -46,6 +46,8 @@ class LongTextTest(DesktopTest):
         self.assertEqual(told, f"status : stopped, the first {text.count(chr(10)) + 1} lines are shown")
         self.assertLess(len(text), len(TEXT) // 2)
         self.assertTrue(TEXT.startswith(text + "\n"))
+        self.open_rows()
+        self.filled()
 
     def test_a_save_while_rows_are_still_to_come_has_them_all(self):
         self.open_rows()

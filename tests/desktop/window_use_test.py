@@ -48,6 +48,7 @@ class UseTest(DesktopTest):
         wait_for(lambda: not self.desktop.find("graph", "graph"), "the graph to close")
 
     def test_a_ride_is_looked_at(self):
+        self.load()
         graph = self.look_at_ride()
         lists = [self.desktop.ask("items", self.desktop.control(graph, number)["handle"]) for number in (2, 3)]
         self.assertEqual(lists[0], lists[1])
@@ -85,6 +86,11 @@ class UseTest(DesktopTest):
         wait_for(page.exists, "the page")
         desktop.console("--page", expected, "ride", LOOP)
         self.assertEqual(page.read_bytes(), expected.read_bytes())
+        self.desktop.press("ctrl+l")
+        self.desktop.dialog("open file selected")
+        self.desktop.write("valley.fit")  # in the folder of the last ride, wherever the page went
+        self.desktop.press("Return")
+        wait_for(lambda: "from 'valley.fit'" in self.desktop.status(), "a ride of the same folder")
 
     def test_a_pane_is_copied_and_edited_only_where_wanted(self):
         self.desktop.press("ctrl+shift+h")
@@ -132,6 +138,12 @@ class UseTest(DesktopTest):
         other = self.desktop.folder / "other.par"
         desktop.console("--par", other, "--save", "profile", "humanHeight=191")
         before = self.desktop.pane(UPPER)
+        self.desktop.press("ctrl+v")
+        window = self.desktop.dialog("power and velocity")
+        self.drop(other)
+        wait_for(lambda: "can be dropped when" in self.desktop.status(), "the refusal")
+        self.desktop.press("Escape")
+        wait_for(lambda: "can be dropped when" not in self.desktop.status(), "the status again")
         self.drop(other)
         self.assertIn("other.par", self.desktop.box("attention", "Escape"))
         self.assertEqual(self.desktop.pane(UPPER), before)
