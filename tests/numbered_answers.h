@@ -56,6 +56,8 @@ inline ShownPlan numberedPlan(double more)
                     {200 + static_cast<uint32_t>(more), 2000, 13, 45.01, 8.01, 10, 202 + more, 61, 23, 33},
                     {300 + static_cast<uint32_t>(more), 2000, 14, 45.01, 8.01, 0, 0, 60, 24, 34},
                     {400 + static_cast<uint32_t>(more), 4000 + 10 * more, 15, 45.01, 8, 5 + more / 10, 0, 0, 25, 35}};
+    for (size_t second : {1, 2, 4})
+        plan.seconds[second].ridden = 100;
     plan.seconds[2].split = {231, 232, -233, 234, 235, 236};
     CourseRide& ride = plan.answered.planned.ride;
     ride.movingSeconds = 721 + more;

@@ -7,6 +7,7 @@
 #include "core/units.h"
 #include "forms/entry_meanings.h"
 #include "forms/form.h"
+#include "page/page_texts.h"
 #include "page/run_page.h"
 #include "report/ride_figures.h"
 #include "report/ride_report.h"
@@ -55,7 +56,7 @@ std::string valueOf(const FormState& state, const Row& row)
     if (row.kind == RowKind::check)
         return chosenValue(state, row) != 0 ? "on" : "off";
     if (row.kind != RowKind::choice && row.kind != RowKind::radio)
-        return withoutBlanks(rowText(state, row)) + (*row.unit ? formatText(" %s", row.unit) : "");
+        return withoutBlanks(rowText(state, row)) + (*row.unit ? " " + std::string(shownUnit(row.unit)) : "");
     std::vector<std::string> labels = rowLabels(state, row);
     auto chosen = static_cast<size_t>(chosenValue(state, row));
     return chosen < labels.size() ? labels[chosen] : std::string();

@@ -230,14 +230,14 @@ void addEnergies(HtmlPage& page, const CourseRide& ride)
                     besides);
 }
 
-// The seconds of a plan as those of a ride; a stop is none of motion.
+// The seconds of a plan as those of a ride; who stands or walks does not ride.
 std::vector<RiddenRow> rowsOf(const std::vector<PlannedSecond>& seconds)
 {
     std::vector<RiddenRow> rows;
     for (size_t i = 1; i < seconds.size(); ++i) {
         RiddenRow& row = rows.emplace_back();
         row.timestamp = seconds[i].time;
-        row.seconds = seconds[i].speed > 0 ? seconds[i].time - seconds[i - 1].time : 0;
+        row.seconds = static_cast<uint32_t>(std::lround(seconds[i].ridden));
         row.power[predictedFigure] = seconds[i].power;
     }
     return rows;

@@ -200,14 +200,17 @@ void addSplitSection(HtmlPage& page, const std::string& title, const std::array<
     addEnergy(page, title, parts);
 }
 
-void addSplitSection(HtmlPage& page, const std::array<double, powerSinkCount>& kiloJoule, const RideAnswer& answer)
+void addSplitSection(HtmlPage& page, const std::array<double, powerSinkCount>& kiloJoule, double motor,
+                     const RideAnswer& answer)
 {
     std::string title = "Energy of the whole ride";
     std::vector<EnergyPart> besides;
+    if (motor > 0)
+        besides.push_back({"Motor", -motor});
     if (const std::optional<PowerFigures>& power = answer.power[predictedFigure]) {
         title += formatText(": of the predicted work, %.0f kJ", power->kiloJoule);
         // The split is of each record, the predicted power smoothed over its neighbours.
-        double rest = power->kiloJoule - std::accumulate(kiloJoule.begin(), kiloJoule.end(), 0.0);
+        double rest = power->kiloJoule + motor - std::accumulate(kiloJoule.begin(), kiloJoule.end(), 0.0);
         if (std::fabs(rest) >= 0.5)
             besides.push_back({"Smoothing", rest});
     }

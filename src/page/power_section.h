@@ -19,8 +19,9 @@ constexpr std::array<const char*, powerSinkCount> powerSinkLabels = {"Air",     
 // with that title: the sinks in kJ, then what else comes to the work.
 void addSplitSection(HtmlPage& page, const std::string& title, const std::array<double, powerSinkCount>& kiloJoule,
                      const std::vector<EnergyPart>& besides);
-// Likewise of a recorded ride, whose predicted power is smooth.
-void addSplitSection(HtmlPage& page, const std::array<double, powerSinkCount>& kiloJoule, const RideAnswer& answer);
+// Likewise of a recorded ride, whose predicted power is smooth; the motor gives a share in kJ.
+void addSplitSection(HtmlPage& page, const std::array<double, powerSinkCount>& kiloJoule, double motor,
+                     const RideAnswer& answer);
 
 // Histogram with training levels, and the best mean powers.
 void addPowerSection(HtmlPage& page, const Model& model, std::span<const RiddenRow> rows, const RideAnswer& answer);

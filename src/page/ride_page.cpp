@@ -191,7 +191,7 @@ std::string ridePage(const Model& model, const AnsweredRide& ride, const std::ve
                   {answer.power[measuredFigure] ? "measured30" : "predicted30", "speed", "slope"}});
     }
     addCharts(page, climbs, answer.whole.seconds);
-    addSplitSection(page, series.kiloJoule, answer);
+    addSplitSection(page, series.kiloJoule, series.motorKiloJoule, answer);
     addPowerSection(page, model, series.rows, answer);
     if (!answer.laps.empty() || !answer.climbs.empty()) {
         page.section("Laps and climbs");

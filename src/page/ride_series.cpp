@@ -16,7 +16,7 @@ struct Source {
     const AnsweredRide& ride;
     const std::vector<RiddenRow>& rows;
     std::vector<const GpsRecord*> records = {}; // of the rows
-    std::vector<PowerSplit> splits = {};        // likewise
+    std::vector<RowPowers> splits = {};         // likewise
 };
 
 bool holds(const FieldPresence& presence, uint8_t FieldPresence::*flags)
@@ -147,18 +147,20 @@ void addSplit(const Source& source, RideSeries& series)
     for (size_t sink = 0; sink < powerSinkCount; ++sink) {
         PageSeries part = {powerSinkIds[sink], powerSinkLabels[sink], "W", 0, {}};
         for (size_t i = 0; i < source.rows.size(); ++i) {
-            part.values.push_back(source.splits[i][sink]);
-            if (std::isfinite(source.splits[i][sink]))
-                series.kiloJoule[sink] += source.splits[i][sink] * source.rows[i].seconds / 1000;
+            part.values.push_back(source.splits[i].sinks[sink]);
+            if (std::isfinite(source.splits[i].sinks[sink]))
+                series.kiloJoule[sink] += source.splits[i].sinks[sink] * source.rows[i].seconds / 1000;
         }
         series.along.push_back(std::move(part));
     }
+    for (size_t i = 0; i < source.rows.size(); ++i)
+        series.motorKiloJoule += source.splits[i].motor * source.rows[i].seconds / 1000;
 }
 
 Source sourceOf(const Model& model, const AnsweredRide& ride, RideSeries& series)
 {
     Source source = {model, ride, series.rows};
-    std::vector<PowerSplit> splits = powerSplitOf(model, ride.analysis, ride.prepared.summary);
+    std::vector<RowPowers> splits = powerSplitOf(model, ride.analysis, ride.prepared.summary);
     bool hasPlaces = (ride.prepared.presence.positionFlags & eitherInRecords) != 0;
     for (size_t i = 0; i < ride.analysis.records.size(); ++i) {
         const GpsRecord& record = ride.analysis.records[i];

@@ -16,6 +16,7 @@ struct RideSeries {
     std::vector<double> latitude = {}, longitude = {};
     std::vector<PageSeries> along = {};                // distance and time first
     std::array<double, powerSinkCount> kiloJoule = {}; // of the whole ride, where the power went
+    double motorKiloJoule = 0;                         // of it
 };
 
 RideSeries rideSeriesOf(const Model& model, const AnsweredRide& ride);

@@ -12,9 +12,10 @@ namespace torvane {
 
 namespace {
 
-struct Flowed { // J
-    double work = 0;
-    PowerSplit split = {};
+struct Flowed {
+    double work = 0;       // J
+    PowerSplit split = {}; // J
+    double ridden = 0;     // s
 };
 
 // What flowed up to a time since the start, while the steps go by.
@@ -41,7 +42,7 @@ public:
         PlannedSecond second;
         second.distance = between(from.distance, to.distance, share);
         second.altitude = heightAt(course, second.distance);
-        second.speed = between(from.speed, to.speed, share);
+        second.speed = to.going == Going::standing && share > 0 ? 0 : between(from.speed, to.speed, share);
         second.cadence = share > 0 ? to.cadence : from.cadence; // none at the start and where a stop ends
         second.frontBrake = between(from.brakeTemperature[0], to.brakeTemperature[0], share);
         second.rearBrake = between(from.brakeTemperature[1], to.brakeTemperature[1], share);
@@ -53,6 +54,8 @@ private:
     {
         double seconds = std::max(0.0, end - done);
         flowed.work += seconds * steps[next].power;
+        if (steps[next].going != Going::standing && steps[next].going != Going::walking)
+            flowed.ridden += seconds;
         for (size_t sink = 0; sink < powerSinkCount; ++sink)
             flowed.split[sink] += seconds * steps[next].split[sink];
         done = std::max(done, end);
@@ -105,6 +108,7 @@ std::vector<PlannedSecond> secondsOf(const Course& course, const CourseRide& rid
         second.time = time;
         double lasted = time == 0 ? 1 : std::min<double>(time, end) - (time - 1);
         second.power = flowed.work / lasted;
+        second.ridden = flowed.ridden;
         for (size_t sink = 0; sink < powerSinkCount; ++sink)
             second.split[sink] = flowed.split[sink] / lasted;
         place(second, course);

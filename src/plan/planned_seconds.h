@@ -21,6 +21,7 @@ struct PlannedSecond {
     double frontBrake = 0; // Cel
     double rearBrake = 0;  // Cel
     PowerSplit split = {}; // W, mean of the second before
+    double ridden = 0;     // s of the second before, neither standing nor on foot
 };
 
 enum class MarkKind : uint8_t { summit, foot, stretch };

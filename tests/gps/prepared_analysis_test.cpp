@@ -152,10 +152,10 @@ TEST_F(PreparedAnalysis, powersOfASplitAddUpToThatOfThePedals)
     block.predictPower = block.predictCadence = 1;
     for (Physics physics : {Physics::classic, Physics::ofTheRoad}) {
         ASSERT_EQ(analyseRide(model, block, ride, analysis, physics), fitOk);
-        std::vector<PowerSplit> splits = powerSplitOf(model, analysis, ride.summary);
+        std::vector<RowPowers> splits = powerSplitOf(model, analysis, ride.summary);
         int pedalled = 0;
         for (size_t i = 0; i < splits.size(); ++i) {
-            double sum = std::accumulate(splits[i].begin(), splits[i].end(), 0.0);
+            double sum = std::accumulate(splits[i].sinks.begin(), splits[i].sinks.end(), 0.0);
             double power = analysis.records[i].power;
             if (power > 0)
                 EXPECT_NEAR(sum, power, 0.1) << i;

@@ -90,8 +90,9 @@ TEST(Page, EnergiesAddUpToTheWork)
     answer.power[predictedFigure] = PowerFigures();
     answer.power[predictedFigure]->kiloJoule = 20.6;
     HtmlPage page("Ride", "");
-    addSplitSection(page, {10, 2, 8, 0, 1, 3}, answer);
-    for (const char* row : {"Air</th><td class=\"n\">10<", "Smoothing</th><td class=\"n\">-3<"})
+    addSplitSection(page, {10, 2, 8, 0, 1, 5}, 2, answer);
+    for (const char* row :
+         {"Air</th><td class=\"n\">10<", "Motor</th><td class=\"n\">-2<", "Smoothing</th><td class=\"n\">-3<"})
         EXPECT_NE(page.html().find(row), std::string::npos) << row;
 }
 

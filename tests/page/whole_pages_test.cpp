@@ -178,15 +178,15 @@ TEST(WholePage, tellsWhereThePowerGoes)
     Model model = defaultModel();
     AnsweredRide ride = numberedRide();
     RideSeries series = rideSeriesOf(model, ride);
-    std::vector<PowerSplit> splits = powerSplitOf(model, ride.analysis, ride.prepared.summary);
+    std::vector<RowPowers> splits = powerSplitOf(model, ride.analysis, ride.prepared.summary);
     splits.erase(splits.begin() + 3);
     for (size_t sink = 0; sink < powerSinkCount; ++sink) {
         double joules = 0;
         const PageSeries& told = series.along[series.along.size() - powerSinkCount + sink];
         ASSERT_EQ(told.values.size(), splits.size()) << sink;
         for (size_t i = 0; i < splits.size(); ++i) {
-            EXPECT_EQ(told.values[i], splits[i][sink]) << told.id << i;
-            joules += splits[i][sink] * series.rows[i].seconds;
+            EXPECT_EQ(told.values[i], splits[i].sinks[sink]) << told.id << i;
+            joules += splits[i].sinks[sink] * series.rows[i].seconds;
         }
         EXPECT_NEAR(series.kiloJoule[sink] * 1000, joules, 1e-6) << told.id;
     }

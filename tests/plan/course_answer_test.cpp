@@ -144,6 +144,13 @@ TEST_F(CoursePlans, TellPartsThatMakeTheWhole)
     EXPECT_NEAR(ride.seconds, ride.movingSeconds + 600, 0.5);
     EXPECT_NEAR(joule / 1000, ride.kiloJoule, ride.kiloJoule * 0.001);
     EXPECT_NEAR(walked, ride.walkSeconds, 0.5);
+    double ridden = 0, still = 0;
+    for (const PlannedSecond& second : secondsOf(answered.course, ride)) {
+        ridden += second.ridden;
+        still += second.speed == 0 ? 1 : 0;
+    }
+    EXPECT_NEAR(ridden, ride.movingSeconds - walked, 0.5);
+    EXPECT_NEAR(still, 600, 3) << "the stop";
     EXPECT_GT(walked, 0) << "60 W on a ramp of 11 percent";
     EXPECT_NEAR(answered.answer.parts.back().clock, ride.seconds, 0.5);
     double intensity = answered.answer.intensity;
