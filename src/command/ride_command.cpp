@@ -56,7 +56,8 @@ std::string valueOf(const FormState& state, const Row& row)
     if (row.kind == RowKind::check)
         return chosenValue(state, row) != 0 ? "on" : "off";
     if (row.kind != RowKind::choice && row.kind != RowKind::radio)
-        return withoutBlanks(rowText(state, row)) + (*row.unit ? " " + std::string(shownUnit(row.unit)) : "");
+        return withoutBlanks(rowText(state, row)) +
+               (*row.unit ? formatText(" %s", std::string(shownUnit(row.unit)).c_str()) : "");
     std::vector<std::string> labels = rowLabels(state, row);
     auto chosen = static_cast<size_t>(chosenValue(state, row));
     return chosen < labels.size() ? labels[chosen] : std::string();

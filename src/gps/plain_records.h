@@ -60,7 +60,7 @@ struct PlainRun {
     uint32_t secondsBefore = 0, seconds = 0;
 };
 
-// Sums up a record as it is written. What is written of it is told: 0 where it has no such field.
+// What is written of a record; 0 where it has no such field.
 struct WrittenNumbers {
     uint32_t cadence = 0, distance = 0, speed = 0, power = 0;
 };
