@@ -193,6 +193,8 @@ TEST_F(ConsoleEnds, aLongRideTakesAFewTimesItsFile)
     };
     for (const auto& [arguments, most] : cases) {
         EXPECT_LT(timesOfSource(arguments, a), most) << arguments[0];
+        EXPECT_NE(call({"load", b}).out.find("record data counted 200000"), std::string::npos)
+            << "whole, its CRC right";
         std::filesystem::remove(b);
     }
 }
