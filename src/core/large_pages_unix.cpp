@@ -1,5 +1,8 @@
 #include "core/large_pages.h"
 
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -15,6 +18,13 @@ void expectAllTouched([[maybe_unused]] void* memory, [[maybe_unused]] size_t byt
     size_t before = (page - reinterpret_cast<uintptr_t>(memory) % page) % page;
     if (bytes >= before + page) // refused, pages stay small
         ::madvise(static_cast<char*>(memory) + before, (bytes - before) / page * page, MADV_HUGEPAGE);
+#endif
+}
+
+void giveBackFreed()
+{
+#ifdef __GLIBC__
+    ::malloc_trim(0);
 #endif
 }
 

@@ -1,5 +1,6 @@
 #include "gps/ride_answer.h"
 
+#include "core/large_pages.h"
 #include "core/units.h"
 #include "gps/activity.h"
 #include "gps/analysed_fields.h"
@@ -295,6 +296,9 @@ StatusCode answerRide(const Model& model, const ParameterBlock& settings, const 
         return code;
     if (StatusCode code = readMeasured(ride))
         return code;
+    constexpr size_t worthGivingBack = 1 << 20;
+    if (prepared.image.data.size() >= worthGivingBack)
+        giveBackFreed(); // as much as the file, and the samples
     prepared.image.progress = progress;
     StatusCode code = analysePrepared(model, settings, ride);
     prepared.image.progress = nullptr;

@@ -188,8 +188,8 @@ TEST_F(ConsoleEnds, aLongRideTakesAFewTimesItsFile)
     const std::tuple<std::vector<std::string>, int> cases[] = {
         {{"stroke", a, b}, 7},
         {{"--rows", in + "rows.csv", "stroke", a, b}, 7},
-        {{"ride", a, b}, 10},
-        {{"--rows", in + "rows.csv", "ride", a, b}, 10},
+        {{"ride", a, b}, 8},
+        {{"--rows", in + "rows.csv", "ride", a, b}, 8},
     };
     for (const auto& [arguments, most] : cases) {
         EXPECT_LT(timesOfSource(arguments, a), most) << arguments[0];

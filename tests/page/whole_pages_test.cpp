@@ -110,9 +110,11 @@ TEST(WholePage, tellsNothingOfWhatAPlanHasNot)
 TEST(WholePage, aLongPlanKeepsItsPeaks)
 {
     ShownPlan plan = plainPlan();
-    plan.seconds.assign(100'000, plan.seconds[1]);
-    for (uint32_t i = 0; i < plan.seconds.size(); ++i)
+    plan.seconds.assign(100'000, PlannedSecond(plan.seconds[1]));
+    for (uint32_t i = 0; i < plan.seconds.size(); ++i) {
         plan.seconds[i].distance = plan.seconds[i].time = i;
+        plan.seconds[i].ridden = 1;
+    }
     plan.seconds[12'345].power = 1500;
     std::string html = coursePage(defaultModel(), plan, {}, nullptr);
     size_t at = html.find("data-f32=\"", html.find("id=\"s-power\"")) + 10;
