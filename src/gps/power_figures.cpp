@@ -180,30 +180,34 @@ std::vector<std::optional<double>> bestMeansOf(RiddenRows rows, FigureSource sou
     return means;
 }
 
-std::optional<double> meanPowerOf(RiddenRows rows, FigureSource source)
+void RowMeans::add(const RiddenRow& row)
 {
-    double joules = 0;
-    uint32_t seconds = 0;
-    for (const RiddenRow& row : rows) {
-        if (!std::isfinite(row.power[source]))
-            continue;
+    if (std::isfinite(row.power[source])) {
         joules += row.power[source] * row.seconds;
-        seconds += row.seconds;
+        powered += row.seconds;
     }
-    return seconds != 0 ? std::optional(joules / seconds) : std::nullopt;
+    if (row.cadence[source] > 0) {
+        turns += row.cadence[source] * row.seconds;
+        pedalled += row.seconds;
+    }
 }
 
-std::optional<double> meanCadenceOf(RiddenRows rows, FigureSource source)
+std::optional<double> RowMeans::power() const
 {
-    double turns = 0;
-    uint32_t seconds = 0;
-    for (const RiddenRow& row : rows) {
-        if (!(row.cadence[source] > 0))
-            continue;
-        turns += row.cadence[source] * row.seconds;
-        seconds += row.seconds;
-    }
-    return seconds != 0 ? std::optional(turns / seconds) : std::nullopt;
+    return powered != 0 ? std::optional(joules / powered) : std::nullopt;
+}
+
+std::optional<double> RowMeans::cadence() const
+{
+    return pedalled != 0 ? std::optional(turns / pedalled) : std::nullopt;
+}
+
+RowMeans meansOf(RiddenRows rows, FigureSource source)
+{
+    RowMeans means(source);
+    for (const RiddenRow& row : rows)
+        means.add(row);
+    return means;
 }
 
 } // namespace torvane

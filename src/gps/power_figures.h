@@ -31,10 +31,19 @@ std::optional<PowerFigures> powerFiguresOf(RiddenRows rows, FigureSource source)
 std::vector<std::optional<double>> bestMeansOf(RiddenRows rows, FigureSource source,
                                                std::span<const uint32_t> durations);
 
-// Mean in W over the rows that have a power; none without.
-std::optional<double> meanPowerOf(RiddenRows rows, FigureSource source);
+// Means over time of the rows that were added.
+class RowMeans {
+public:
+    explicit RowMeans(FigureSource of) : source(of) {}
+    void add(const RiddenRow& row);
+    std::optional<double> power() const;   // W over the rows that have a power; none without
+    std::optional<double> cadence() const; // rpm over the rows in which the rider pedals; none without
 
-// Mean in rpm over the rows in which the rider pedals; none without.
-std::optional<double> meanCadenceOf(RiddenRows rows, FigureSource source);
+private:
+    FigureSource source;
+    double joules = 0, turns = 0;
+    uint32_t powered = 0, pedalled = 0; // s
+};
+RowMeans meansOf(RiddenRows rows, FigureSource source);
 
 } // namespace torvane

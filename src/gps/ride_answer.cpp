@@ -98,12 +98,17 @@ StretchFigures stretchOf(RiddenRows rows)
     if (rows.empty())
         return figures;
     figures.from = rows.front().distance - rows.front().metres;
-    figures.metres = metresOf(rows);
-    figures.seconds = secondsOf(rows);
+    std::array<RowMeans, figureSourceCount> means = {RowMeans(predictedFigure), RowMeans(measuredFigure)};
+    for (const RiddenRow& row : rows) {
+        figures.metres += row.metres;
+        figures.seconds += row.seconds;
+        for (RowMeans& each : means)
+            each.add(row);
+    }
     figures.climbed = climbedHeight(rows);
     for (FigureSource source : {predictedFigure, measuredFigure}) {
-        figures.power[source] = meanPowerOf(rows, source);
-        figures.cadence[source] = meanCadenceOf(rows, source);
+        figures.power[source] = means[source].power();
+        figures.cadence[source] = means[source].cadence();
     }
     return figures;
 }

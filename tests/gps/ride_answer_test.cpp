@@ -63,7 +63,7 @@ TEST(PowerFigures, TellMeansBestMeansAndWork)
     figures = *powerFiguresOf(rows, predictedFigure);
     expectFigures({figures.seconds, figures.mean, *figures.best[2]}, {149, 26700 / 149.0, 18000 / 300.0}, 1e-9);
     rows[5].power[predictedFigure] = noFigure; // a meter that gave nothing
-    expectFigures({powerFiguresOf(rows, predictedFigure)->seconds, *meanPowerOf(rows, predictedFigure)},
+    expectFigures({powerFiguresOf(rows, predictedFigure)->seconds, *meansOf(rows, predictedFigure).power()},
                   {148, 26600 / 148.0}, 1e-9);
 }
 
@@ -113,9 +113,9 @@ TEST(RideLaps, HoldTheStepsThatEndInThem)
 {
     std::vector<RiddenRow> rows = rowsWithPowers({100, 200});
     RiddenRows lap = rowsOf({1010, 1030}, rows);
-    expectFigures({lap.size(), metresOf(lap), *meanPowerOf(lap, predictedFigure)}, {20, 200, 100}, 1e-9);
+    expectFigures({lap.size(), metresOf(lap), *meansOf(lap, predictedFigure).power()}, {20, 200, 100}, 1e-9);
     EXPECT_TRUE(rowsOf({2000, 3000}, rows).empty());
-    EXPECT_EQ(meanCadenceOf(rowsWithPowers({100, 0, 200}), predictedFigure), 37.5) << "where the pedals turn";
+    EXPECT_EQ(meansOf(rowsWithPowers({100, 0, 200}), predictedFigure).cadence(), 37.5) << "where the pedals turn";
 }
 
 } // namespace torvane

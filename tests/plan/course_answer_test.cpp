@@ -78,10 +78,10 @@ TEST_F(CoursePlans, GiveTheirPowerBackWhenTheyAreRidden)
         std::vector<RiddenRow> rows = analysed(plan(track, entries));
         double asked = answered.planned.ride.meanPower;
         for (FigureSource source : {predictedFigure, measuredFigure})
-            EXPECT_NEAR(*meanPowerOf(rows, source), asked, asked * 0.003) << source;
+            EXPECT_NEAR(*meansOf(rows, source).power(), asked, asked * 0.003) << source;
         answered.answer.parts.pop_back(); // no whole kilometre
         for (const CoursePart& part : answered.answer.parts)
-            EXPECT_NEAR(*meanPowerOf(within(rows, part.from, part.to), predictedFigure), part.power,
+            EXPECT_NEAR(*meansOf(within(rows, part.from, part.to), predictedFigure).power(), part.power,
                         std::max(part.power * 0.03, 1.0))
                 << track << " " << part.from;
     }
