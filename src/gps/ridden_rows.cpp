@@ -132,12 +132,4 @@ uint32_t secondsOf(RiddenRows rows)
     return seconds;
 }
 
-double metresOf(RiddenRows rows)
-{
-    double metres = 0;
-    for (const RiddenRow& row : rows)
-        metres += row.metres;
-    return metres;
-}
-
 } // namespace torvane

@@ -161,6 +161,5 @@ private:
 std::vector<RiddenRow> riddenRowsOf(const Analysis& analysis, std::span<const MeasuredRow> measured);
 
 uint32_t secondsOf(RiddenRows rows);
-double metresOf(RiddenRows rows);
 
 } // namespace torvane
