@@ -5,7 +5,6 @@
 #include "fit/message_fields.h"
 
 #include <algorithm>
-#include <ranges>
 
 namespace torvane {
 
@@ -27,8 +26,15 @@ std::vector<LapTime> readLaps(const FitImage& image)
 RiddenRows rowsOf(const LapTime& lap, RiddenRows rows)
 {
     auto behind = [&](uint32_t time) {
-        auto timeOf = [&](size_t row) { return rows[row].timestamp; };
-        return *std::ranges::upper_bound(std::views::iota(size_t{0}, rows.size()), time, {}, timeOf);
+        size_t low = 0, high = rows.size();
+        while (low < high) {
+            size_t middle = low + (high - low) / 2;
+            if (rows[middle].timestamp <= time)
+                low = middle + 1;
+            else
+                high = middle;
+        }
+        return low;
     };
     size_t first = behind(lap.start), end = behind(lap.end);
     return first < end ? rows.subspan(first, end - first) : RiddenRows();
