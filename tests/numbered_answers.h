@@ -1,6 +1,7 @@
 // Answers in which every field holds a number of its own, and what has to be told of them, worked out by hand.
 #pragma once
 
+#include "gps/ride_answer.h"
 #include "gps/ride_comparison.h"
 #include "page/plan_against.h"
 
@@ -111,6 +112,23 @@ inline ShownPlan plainPlan()
     answer.stretches[1].walkSeconds = 0;
     answer.whatIf = {};
     return plan;
+}
+
+// Of a recorded ride: 36 km in motion in an hour.
+inline RideAnswer numberedHour()
+{
+    RideAnswer a;
+    a.start = 1'000'000'000;
+    a.elapsed = 3900;
+    a.whole = {0, 36000, 3600, 420, {201, 211}, {81, 91}};
+    a.distance = 36500;
+    a.highestSpeed = 15;
+    a.power[predictedFigure] = {3600, 202, 203, {}, 727};
+    a.power[measuredFigure] = {3500, 212, 213, {}, 737};
+    a.laps = {{0, 18000, 1800, 220, {221, 231}, {}}, {18000, 18500, 1850, 200, {222, {}}, {}}};
+    a.brakes = {25, {110, 120}, {130, 140}};
+    a.hasAltitude = true;
+    return a;
 }
 
 inline void expectUntold(const std::string& told, std::initializer_list<const char*> words)

@@ -35,16 +35,14 @@ StatusCode write(Session& session, AnsweredRide& ride, const std::string& path)
 void writeRows(Session& session, const AnsweredRide& ride)
 {
     const Analysis& a = ride.analysis;
-    ReportedRide reported = {ride.prepared.path,
-                             reportAnalysed,
-                             a.stats.inventory,
-                             a.stats.summary,
-                             ride.prepared.presence,
-                             a.settings,
-                             a.flags,
-                             {},
-                             {},
-                             a.brakes};
+    ReportedRide reported = {.path = ride.prepared.path,
+                             .mode = reportAnalysed,
+                             .inventory = a.stats.inventory,
+                             .summary = a.stats.summary,
+                             .presence = ride.prepared.presence,
+                             .settings = a.settings,
+                             .analysisFlags = a.flags,
+                             .brakes = a.brakes};
     uint32_t predicted = addedFieldsOf(a.flags) & (predictedCadence | predictedPower);
     if (session.rows)
         writeRecordRows(*session.rows, reported, a.records, predicted);

@@ -84,11 +84,8 @@ public:
     }
     size_t operator()(size_t ready)
     {
-        for (size_t last = rowsBehind(ready, half, records.size()); done < last;) {
-            size_t end = std::min(done + rowsOfBlock, last);
-            takeBlock(done, end);
-            done = end;
-        }
+        done = takeBlocks(done, rowsBehind(ready, half, records.size()),
+                          [this](size_t first, size_t end) { takeBlock(first, end); });
         return done;
     }
 
@@ -98,11 +95,11 @@ private:
         WholeMeans means;
         values.moveTo(first, end, [&](size_t row) { return records[row].*field; });
         WholeRows whole(first, end, half, records.size());
-        if (whole.count() > 0)
-            withWidthOf(half,
-                        [&](auto width) { means.take<width>(values.at(whole.first - half), whole.count(), start); });
+        bool known = whole.count() > 0 && withWidthOf(half, [&](auto width) {
+                         means.take<width>(values.at(whole.first - half), whole.count(), start);
+                     });
         for (size_t row = first; row < end; ++row)
-            take(row, runs.isWhole(row, half) ? means[row - whole.first] : meanOfWindow(ownOf(row)), values);
+            take(row, known && runs.isWhole(row, half) ? means[row - whole.first] : meanOfWindow(ownOf(row)), values);
     }
     Gathered ownOf(size_t row) const
     {

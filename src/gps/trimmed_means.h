@@ -143,6 +143,18 @@ inline size_t rowsBehind(size_t ready, size_t ahead, size_t total)
     return ready == total ? total : ready - std::min(ahead, ready);
 }
 
+// Calls takeBlock(first, end) for the rows from `done` up to the last one; returns how many are done then.
+template <class TakeBlock>
+size_t takeBlocks(size_t done, size_t last, TakeBlock takeBlock)
+{
+    while (done < last) {
+        size_t end = std::min(done + rowsOfBlock, last);
+        takeBlock(done, end);
+        done = end;
+    }
+    return done;
+}
+
 // Those rows of a block whose window lies inside the track.
 struct WholeRows {
     size_t first, end;
@@ -174,11 +186,8 @@ public:
     }
     size_t operator()(size_t ready)
     {
-        for (size_t last = rowsBehind(ready, half + ahead, total); done < last;) {
-            size_t end = std::min(done + rowsOfBlock, last);
-            takeBlock(done, end);
-            done = end;
-        }
+        done = takeBlocks(done, rowsBehind(ready, half + ahead, total),
+                          [this](size_t first, size_t end) { takeBlock(first, end); });
         return done;
     }
 

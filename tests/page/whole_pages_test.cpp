@@ -153,18 +153,8 @@ AnsweredRide numberedRide()
     ride.prepared.path = "in/numbered.fit";
     FieldPresence& holds = ride.prepared.presence;
     holds.altitudeFlags = holds.heartRateFlags = holds.positionFlags = presentInRecords;
-    RideAnswer& a = ride.answer;
-    a.start = 1'000'000'000;
-    a.elapsed = 3900;
-    a.whole = {0, 36000, 3600, 420, {201, 211}, {81, 91}};
-    a.distance = 36500;
-    a.highestSpeed = 15;
-    a.power[predictedFigure] = {3600, 202, 203, {}, 727};
-    a.power[measuredFigure] = {3500, 212, 213, {}, 737};
-    a.laps = {{0, 18000, 1800, 220, {221, 231}, {}}, {18000, 18500, 1850, 200, {222, {}}, {}}};
-    a.climbs = {{100, 200, 80, 20, {301, 311}, {}}};
-    a.brakes = {25, {110, 120}, {130, 140}};
-    a.hasAltitude = true;
+    ride.answer = numberedHour();
+    ride.answer.climbs = {{100, 200, 80, 20, {301, 311}, {}}};
     return ride;
 }
 

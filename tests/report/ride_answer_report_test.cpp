@@ -1,6 +1,7 @@
 // What a ride cost, from an answer in which every field holds a number of its own: the report and the figures.
 #include "captured_screens.h"
 #include "model/gear_table.h"
+#include "numbered_answers.h"
 #include "report/listed_figures.h"
 #include "report/ride_answer_figures.h"
 #include "report/ride_answer_report.h"
@@ -11,28 +12,20 @@ namespace torvane {
 
 namespace {
 
-// With a meter, on a hill: 36 km in motion in an hour.
+// With a meter, on a hill.
 AnsweredRide numberedRide()
 {
     AnsweredRide ride;
-    RideAnswer& a = ride.answer;
-    a.start = 1'000'000'000;
-    a.elapsed = 3900;
-    a.whole = {0, 36000, 3600, 420, {201, 211}, {81, 91}};
-    a.distance = 36500;
-    a.highestSpeed = 15;
-    a.power[predictedFigure] = {3600, 202, 203, {204, 205, 206, 207, 208}, 727};
-    a.power[measuredFigure] = {3500, 212, 213, {214, 215, 216, 217, {}}, 737};
+    RideAnswer& a = ride.answer = numberedHour();
+    a.power[predictedFigure]->best = {204, 205, 206, 207, 208};
+    a.power[measuredFigure]->best = {214, 215, 216, 217, {}};
     a.foodKiloCalorie = {700, 710};
     a.meter = {3400, {190, 200}, CorrelationBand{0.75, 0.85}};
     a.gearSource = measuredFigure;
     a.gears = {{0, 30}, {2, 2}, {4, 968}};
-    a.laps = {{0, 18000, 1800, 220, {221, 231}, {}}, {18000, 18500, 1850, 200, {222, {}}, {}}};
     a.climbs = {{5000, 4000, 800, 200, {301, 311}, {}}};
-    a.brakes = {25, {110, 120}, {130, 140}};
     a.recordsRead = 3900;
     a.recordsUsed = 3800;
-    a.hasAltitude = true;
     return ride;
 }
 
