@@ -1,6 +1,7 @@
 // The parameter file and profile files, and whole-file access under them.
 #include "captured_screens.h"
 #include "core/files.h"
+#include "core/held_file.h"
 #include "core/parameter_file.h"
 #include "core/record_check.h"
 #include "fit/fit_builder.h"
@@ -9,6 +10,7 @@
 
 #include <cmath>
 #include <cstring>
+#include <fcntl.h>
 #include <fstream>
 #include <limits>
 #include <sys/stat.h>
@@ -156,6 +158,11 @@ TEST_F(ParameterFile, aProfileComesBackWholeOrLeavesTheModel)
     EXPECT_EQ(loadProfile(shown.screens, model, calibration, block, path), 0);
     EXPECT_EQ(model.humanHeight, -178);
     EXPECT_EQ(model.humanWeight, 71.5) << "what the file does not reach stays";
+    Bytes odd = good; // a brake's temperature that is no number
+    std::fill_n(odd.begin() + 20 + offsetof(ModelState, brakeTemperature), 8, uint8_t{0xFF});
+    writeBytes(path, odd);
+    EXPECT_EQ(loadProfile(shown.screens, model, calibration, block, path), 0);
+    EXPECT_EQ(model.brakeTemperature[0], 0);
     EXPECT_EQ(loadProfile(shown.screens, model, calibration, block, folder + "missing.pro"), 1);
     EXPECT_EQ(shown.status, "status : failed to open an existing file");
     EXPECT_EQ(saveProfile(shown.screens, model, calibration, block, folder + "no folder/a.pro"), 1);
@@ -230,6 +237,82 @@ TEST_F(ParameterFile, writesKeepLinksOwnersAndModesAndReportAFullDevice)
     }
     EXPECT_EQ(replaceFile(full, {bytes}), FileResult::writeFailed);
     EXPECT_TRUE(std::filesystem::is_character_file(full));
+}
+
+TEST_F(ParameterFile, filesAreAsTheSystemTellsThem)
+{
+    std::string path = folder + "held", text = "old";
+    mode_t mask = ::umask(0);
+    HeldFile held;
+    EXPECT_EQ(held.open(path), HeldFile::State::open);
+    ::umask(mask);
+    struct stat now = {};
+    ASSERT_EQ(::stat(path.c_str(), &now), 0);
+    EXPECT_EQ(now.st_mode & 07777, 0666u);
+    EXPECT_TRUE(held.append("one\n") && held.read(1, 2, text));
+    EXPECT_EQ(text, "ne");
+    EXPECT_FALSE(held.read(UINT64_MAX, 2, text)) << "no file goes so far";
+    EXPECT_EQ(text, "");
+    const timespec times[] = {{0, 0}, {12, 345}};
+    ASSERT_EQ(::utimensat(AT_FDCWD, path.c_str(), times, 0), 0);
+    EXPECT_EQ(fileStamp(path), (FileStamp{4, 12'000'000'345}));
+    Bytes read;
+    int looks = 0;
+    auto thrice = [&] { return ++looks > 3; };
+    EXPECT_EQ(readPipe(folder + "none", 10, thrice, read), FileResult::cannotOpen);
+}
+
+TEST(Defaults, areThoseOfEachList)
+{
+    using List = std::vector<double>;
+    auto of = [](const auto& array) { return List(std::begin(array), std::end(array)); };
+    const ParameterBlock b = defaultBlock();
+    constexpr double v30 = 30 / 3.6, v40 = 40 / 3.6, v70 = 70 / 3.6; // m/s
+    const std::tuple<const char*, List, List> lists[] = {
+        {"chainrings", of(b.chainring), {51, 42, 33}},
+        {"sprockets", of(b.sprocket), {11, 12, 13, 14, 15, 17, 19, 21, 23, 25, 27, 29, 31, 33, 35}},
+        {"wheels, g", of(b.wheelWeight), {500, 700}},
+        {"wheels, W", of(b.wheelResist), {20, 12}},
+        {"kph of these", of(b.wheelResistVelocity), {50, 50}},
+        {"wheels, inch", of(b.wheelSize), {28, 28}},
+        {"rims, mm", of(b.rimDepth), {50, 50}},
+        {"spokes", of(b.spokeCount), {16, 24}},
+        {"model years", of(b.modelYear), {2011, 2011}},
+        {"tyres, mm", of(b.tyreSize), {20, 23}},
+        {"tyres, g", of(b.tyreWeight), {180, 210}},
+        {"rolling", of(b.rollingCoefficient), {0.004, 0.003}},
+        {"friction", of(b.frictionCoefficient), {0.85, 0.75}},
+        {"discs", of(b.brakeMaterial[1]), {2, 2}},
+        {"rim brakes, g", of(b.brakeWeight[0]), {350, 350}},
+        {"discs, g", of(b.brakeWeight[1]), {100, 100}},
+        {"rim brakes, mm", of(b.brakeSurfaceSize[0]), {50, 50}},
+        {"discs, mm", of(b.brakeSurfaceSize[1]), {160, 160}},
+        {"assist up to, kph", of(b.assistRangeSpeed), {25, 32, 45}},
+        {"assist, ratio", of(b.assistRangeRatio), {2, 1.5, 1}},
+        {"J/gK", of(b.specificHeat), {0.91, 0.917, 0.499}},
+        {"emittance", of(b.emittance), {0.9, 0.2, 0.1}},
+        {"theory, rpm", of(b.theoryCadence), {90, 90, 90}},
+        {"theory, W", of(b.theoryPower), {850, 400, 0}},
+        {"theory, Nm", of(b.theoryTorque), {0, 40, 0}},
+        {"theory, kgf", of(b.theoryForce), {0, 25, 0}},
+        {"theory, most rpm", of(b.theoryCadenceMax), {120, 120, 120}},
+        {"theory, most W", of(b.theoryMaxPower), {900, 0, 0}},
+        {"theory, m/s", of(b.theoryVelocity), {0, 0, v40}},
+        {"ride, m/s", of(b.rideVelocity), {v40, 0, 0, v30, v40, v40}},
+        {"ride, W", of(b.ridePower), {400, 800, 0, 1000, 0, 0}},
+        {"ride, kgf", of(b.rideForce), {0, 0, 0, -30, 0, 0}},
+        {"ride from, m/s", of(b.rideStartVelocity), {0, 0, v70, v70, 0, 0}},
+        {"ride to, m/s", of(b.rideEndVelocity), {0, v40, v30, v30, 0, 0}},
+        {"ride, s", of(b.rideLegTime), {0, 15, 50, 10, 60, 0}},
+        {"ride, m/s2", of(b.rideAccele), {0, 0.8, -0.2, -0.8, 0, 0}},
+        {"ride, G", of(b.rideGravity), {0, 0.1, -0.03, -0.1, 0, 0}},
+        {"ride, m", of(b.rideDistance), {0, 100, 500, 50, 300, 0}},
+        {"ride, %", of(b.rideInclination), {0, 0, 0, 0, -7, 0}},
+        {"braking, %", of(b.brakingInclination), {0, 0, -7, -7}},
+        {"intension", of(b.intensionFirst), {60, 50}},
+    };
+    for (const auto& [name, found, wanted] : lists)
+        EXPECT_EQ(found, wanted) << name;
 }
 
 // A choice beyond its list, of each part of the block.

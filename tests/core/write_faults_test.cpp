@@ -21,6 +21,7 @@ namespace {
 enum SystemCall : int {
     callWrite = SYS_write,
     callSync = SYS_fsync,
+    callSyncVolume = SYS_syncfs,
 #ifdef SYS_rename
     callRename = SYS_rename,
 #else
@@ -67,6 +68,18 @@ TEST(WriteFaults, theOldFileStands)
         EXPECT_EQ(replaceFile(path, {Bytes(9000, 2)}), FileResult::ok) << "what was left behind is in nobody's way";
         EXPECT_EQ(bytesOf(path), Bytes(9000, 2)) << name;
     }
+}
+
+TEST(WriteFaults, aVolumeIsFlushed)
+{
+    TestFolder folder;
+    int result = inChild([&] {
+        if (!forbidCall(callSyncVolume, 0))
+            return childCannotTry;
+        flushVolumeOf(folder.path);
+        return 0;
+    });
+    EXPECT_TRUE(result == -SIGSYS || result == childCannotTry) << result;
 }
 
 TEST(WriteFaults, aFileWhosePiecesEndEarlyIsNotReplaced)

@@ -176,6 +176,7 @@ TEST(Calibrate, RefusesWhatTellsNothing)
         everySecond(rides.emplace_back(good), spoilt.change);
     rides.emplace_back(good).seconds.resize(1);
     rides.push_back(makeMeteredRide(model, {}, {.terrain = Terrain::flat, .way = Way::thereAndBack, .legLength = 700}));
+    everySecond(rides.back(), [](MeasuredSecond& s, size_t) { s.longitude = -s.longitude; }); // westward
     CalibrationAnswer answer = calibrate(rides);
     EXPECT_EQ(answer.ridesUsed, 0U);
     EXPECT_EQ(calibrationOf(answer).dragFactor, 0);
@@ -195,6 +196,8 @@ TEST(Calibrate, TakesSeveralRidesTogetherAndTellsWhenTheyDiffer)
     EXPECT_EQ(same.ridesUsed, 3U);
     EXPECT_TRUE(holds(same, 0.85)) << same.factor;
     EXPECT_LT(same.error, calibrate({rides[0]}).error);
+    for (int half : {0, 1})
+        EXPECT_NEAR(same.heldOut.factor[half], 0.85, 0.15) << half;
     EXPECT_NEAR(same.rides[0].wind.east, 3, 0.7);
     EXPECT_NEAR(same.rides[1].wind.north, -3, 0.7);
     EXPECT_FALSE(same.doubts & doubtRidesDiffer);
@@ -230,7 +233,12 @@ TEST(Calibrate, LeavesOutWhatIsNoPedalling)
 TEST(Calibrate, IsAbsoluteAndKnowsWhereTheMeterSits)
 {
     MeasuredRide ride = makeMeteredRide(model, {.factor = 1.2}, {});
-    double factor = calibrate({ride}).factor;
+    CalibrationAnswer answer = calibrate({ride});
+    double factor = answer.factor;
+    // Both by the air at 20 Cel and sea level, 1.2041 kg/m3: that of the ride is thinner by half a percent.
+    double airPower = thrustOf(model, ride, stagePedaling).seconds[0].airPower;
+    EXPECT_NEAR(answer.dragArea / (factor * 2 * airPower / 1.2041), 1, 0.02);
+    EXPECT_NEAR(calibrationOf(answer).temperature, ride.temperature, 1e-4);
     Model learned = model;
     learned.calibration.dragFactor = 0.7F;
     rebuildModel(learned);
@@ -250,6 +258,9 @@ TEST(Calibrate, TurnsAFactorIntoAnAngle)
         rebuildModel(bent);
         EXPECT_NEAR(calibrate({makeMeteredRide(bent, {}, {})}).factor, factor, 0.05 * factor);
     }
+    AngleReach reach = angleReach(model);
+    EXPECT_NEAR(angleOfFactor(model, reach.least).value_or(-1), 0, 0.01);
+    EXPECT_NEAR(angleOfFactor(model, reach.most).value_or(-1), 90, 0.01);
     EXPECT_FALSE(angleOfFactor(model, 0.5));
     EXPECT_FALSE(angleOfFactor(model, 1.8));
 }

@@ -2,6 +2,7 @@
 // power that was asked for.
 #include "plan/course_answer.h"
 
+#include "figures.h"
 #include "fit/fit_builder.h"
 #include "fit/fit_output.h"
 #include "gps/activity.h"
@@ -101,7 +102,12 @@ TEST_F(CoursePlans, StandInACourseFileAndInGpxAlike)
     PrepareFindings findings;
     ASSERT_EQ(readActivity(image, activity, findings), fitOk);
     EXPECT_EQ(activity.fileType, fileTypeCourse);
-    EXPECT_EQ(activity.samples.size(), planned.seconds.size());
+    ASSERT_EQ(activity.samples.size(), planned.seconds.size());
+    for (const PlannedSecond& second : planned.seconds) {
+        const RideSample& sample = activity.samples[second.time];
+        expectFigures({sample.timestamp, sample.values[rideCadence], sample.values[rideDistance] / 100.0},
+                      {planned.start + second.time, second.cadence, second.distance}, 0.5);
+    }
     auto count = [&](uint16_t message) { return std::ranges::count(activity.others, message, &OtherMessage::global); };
     EXPECT_EQ(count(messageCourse), 1);
     EXPECT_EQ(count(messageLap), 1);

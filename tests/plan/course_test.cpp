@@ -101,6 +101,8 @@ TEST(Course, TellsGapsAndGoesAround)
     Segments segments = {road(2000), movedNorth(road(2000), 2010 / 111194.9), movedNorth(road(2000), 0.047)};
     for (TrackPlace& place : segments[2])
         place.height += 800; // a cable car
+    for (TrackPlace& place : segments[1])
+        place.height += 1; // which is ridden
     segments[0].erase(segments[0].begin() + 20, segments[0].begin() + 40);
     Course course;
     ASSERT_EQ(load(segments, course), fitOk);
@@ -109,6 +111,7 @@ TEST(Course, TellsGapsAndGoesAround)
     EXPECT_NEAR(course.findings.gaps[0].distance, 4010, 5);
     EXPECT_EQ(course.findings.straights.size(), 1u);
     EXPECT_NEAR(course.length, 6010, 5);
+    EXPECT_NEAR(course.points.back().height, 301, 0.1);
     EXPECT_FALSE(course.findings.hasTimes);
     for (const CoursePoint& point : course.points) {
         EXPECT_LT(std::fabs(point.slope), 5) << point.distance;
@@ -122,6 +125,37 @@ TEST(Course, TellsGapsAndGoesAround)
     EXPECT_NEAR(1 / course.points[300].bend, 2000 / (2 * pi), 15);
 }
 
+// Two activities of 1.3 km by the positions, 1.35 km by the device, which has counted 500 m before; one position of the
+// first is 5 km off, and 1.1 km lie between them.
+TEST(Course, TakesTheWayAndThePausesOfADevice)
+{
+    std::string text = "<TrainingCenterDatabase><Activities>";
+    int second = 0;
+    for (double north : {0.0, 2400.0}) {
+        text += "<Activity Sport='Biking'><Lap StartTime='2024-05-01T08:00:00Z'><Track>";
+        for (int i = 0; i <= 50; ++i, ++second) {
+            double off = second == 30 ? 5000 : 0;
+            appendFormat(text,
+                         "<Trackpoint><Time>2024-05-01T08:%02d:%02dZ</Time><Position><LatitudeDegrees>%.9f"
+                         "</LatitudeDegrees><LongitudeDegrees>8</LongitudeDegrees></Position><AltitudeMeters>400"
+                         "</AltitudeMeters><DistanceMeters>%d</DistanceMeters></Trackpoint>",
+                         second / 60, second % 60, 47 + (north + 26 * i + off) / metresPerDegree, 500 + 27 * second);
+        }
+        text += "</Track></Lap></Activity>";
+    }
+    text += "</Activities></TrainingCenterDatabase>";
+    TestFolder folder;
+    writeBytes(folder.path + "ride.tcx", {text.begin(), text.end()});
+    Course course;
+    ASSERT_EQ(loadCourse(folder.path + "ride.tcx", {}, course), fitOk);
+    const CourseFindings& f = course.findings;
+    EXPECT_TRUE(f.hasPlaces && f.hasTimes && f.ownDistance);
+    EXPECT_EQ(f.pointsWithoutPlace, 1u);
+    EXPECT_EQ(course.length, 2 * 1350);
+    ASSERT_EQ(f.gaps.size(), 1u);
+    EXPECT_NEAR(f.gaps[0].metres, 1100, 1);
+}
+
 // A device that is switched on has no height yet.
 TEST_F(PlanTest, RidesOverABadHeightAtEitherEnd)
 {
@@ -132,8 +166,10 @@ TEST_F(PlanTest, RidesOverABadHeightAtEitherEnd)
         for (const CoursePoint& point : course.points)
             EXPECT_LT(std::fabs(point.slope), 7) << point.distance << " m, bad at " << place;
     }
-    for (const CoursePoint& point : madeCourse(10000, slopeOf(6), northward).points)
+    Course slope = madeCourse(10000, slopeOf(6), northward);
+    for (const CoursePoint& point : slope.points)
         EXPECT_NEAR(point.slope, 6, 1e-9) << point.distance;
+    EXPECT_NEAR(slope.findings.climbed, 600, 1e-6);
 }
 
 // Heights as devices and maps give them.

@@ -2,6 +2,13 @@
 // allows; and the efforts that are solved for.
 #include "plan/made_course.h"
 
+#include "model/derived.h"
+#include "model/solver.h"
+#include "plan/least_time.h"
+#include "plan/point_mass.h"
+
+#include <numeric>
+
 namespace torvane {
 
 namespace {
@@ -75,6 +82,53 @@ TEST_F(PlanTest, SpendsEvenlyOnTheFlatAndMoreUphill)
     EXPECT_LT(ratio, 1.385); // (11/3)^(1/4): power goes with speed uphill, with its cube on the flat
 }
 
+// Where all is best, a second costs as much of the mean fourth power on each road: for s = (P / 200)4 the price p in
+// t' + p (t (s - 1))' = 0 is one. Times are those of the calculators, a climb of 8 percent and a level road.
+TEST_F(PlanTest, LeastTimeOfSteadyStatesCostsTheSameEverywhere)
+{
+    Course course = madeCourse(20000, heightOfSteep, northward);
+    PowerProfile profile = LeastTime({model, block, course, options}, 200, 100).solve();
+    double excess = 0, prices[2];
+    const std::tuple<double, double, double> roads[] = {{8, 420, 3000}, {0, 540, 17000}}; // %, m above the sea, m
+    for (size_t i : {0, 1}) {
+        auto [slope, height, metres] = roads[i];
+        now.physics = Physics::ofTheRoad;
+        setAir(now, airPressureAt(20, height), 20);
+        takeRoad(slope);
+        auto seconds = [&](double watts) { return metres / velocityForPower(model, now, stagePedaling, watts).value; };
+        double watts = profile.at(i == 0 ? 1500 : 12000), s = std::pow(watts / 200, 4);
+        double fall = (seconds(watts * 1.01) - seconds(watts * 0.99)) / (0.02 * watts);
+        prices[i] = -fall / (fall * (s - 1) + seconds(watts) * 4 * s / watts);
+        excess += seconds(watts) * (s - 1);
+    }
+    EXPECT_NEAR(prices[0] / prices[1], 1, 0.03);
+    EXPECT_NEAR(excess, 0, 15) << "s of some 2,800";
+}
+
+// The slope of its time by a little more power in one place; and that the normalised power grows as all powers do.
+TEST_F(PlanTest, APointOfMassKnowsWhatALittleMorePowerChanges)
+{
+    Course course = madeCourse(12000, hills(60, 3000), northward);
+    PointMass mass({model, block, course, options}, 200);
+    std::vector<double> powers(mass.cells(), 200);
+    mass.ride(powers);
+    CourseRide ridden = ride(course, 200);
+    EXPECT_NEAR(mass.seconds / ridden.movingSeconds, 1, 0.02) << "which sets off from a stand";
+    EXPECT_NEAR(mass.normalisedPower / ridden.normalisedPower, 1, 0.01);
+    PointMass::Gradient gradient = mass.gradient(powers);
+    EXPECT_NEAR(std::inner_product(powers.begin(), powers.end(), gradient.normalised.begin(), 0.0), 1, 0.05);
+    for (size_t cell : {15U, 25U, 80U, 90U, 140U}) { // up, where nobody rests
+        auto secondsAt = [&](double watts) {
+            powers[cell] = watts;
+            mass.ride(powers);
+            powers[cell] = 200;
+            return mass.seconds;
+        };
+        double slope = (secondsAt(205) - secondsAt(195)) / 10;
+        EXPECT_NEAR(gradient.seconds[cell] / slope, 1, 0.05) << cell;
+    }
+}
+
 TEST_F(PlanTest, SolvesForWhatIsWanted)
 {
     Course course = madeCourse(20000, hills(60, 5000), northward);
@@ -125,6 +179,19 @@ TEST_F(PlanTest, TellsWhatElseWouldHaveComeOfIt)
         EXPECT_LT(answers[faster].seconds, 0) << faster;
     EXPECT_GT(answers[ifHeadWind].seconds, 60);
     EXPECT_LT(answers[ifLowerGear].walkMetres, planned.ride.walkMetres);
+    Course down = madeCourse(
+        10000, [](double way) { return -std::min(way, 5000.0) * 0.05; }, northward);
+    auto rests = [](double watts) { return PowerProfile{5000, {0, watts}}; };
+    planned.profile = rests(200);
+    double seconds = 0;
+    for (double watts : {200, 210}) {
+        CourseRide ridden;
+        rideCourse({model, block, down, options}, rests(watts), ridden);
+        seconds = ridden.seconds - seconds;
+        planned.ride = watts == 200 ? ridden : planned.ride;
+    }
+    EXPECT_NEAR(whatIfs(model, block, down, options, planned)[ifMorePower].seconds, seconds, 1e-9)
+        << "who rests, rests";
 }
 
 TEST(PlanOptions, TakeStopsInWords)
