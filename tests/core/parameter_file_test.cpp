@@ -70,12 +70,8 @@ TEST_F(ParameterFile, unusableContentsAreToldAndKept)
     constexpr void (*spoilers[])(ParameterBlock&) = {
         [](ParameterBlock& b) { b.sprocketCount = 16; },
         [](ParameterBlock& b) { b.brakeMaterial[1][0] = -1; },
-        [](ParameterBlock& b) { b.rideTarget = 9; }, // no mode has so many
-        [](ParameterBlock& b) { b.theoryTarget = -1; },
-        [](ParameterBlock& b) { b.rideMode = 6; },
         [](ParameterBlock& b) { b.specificHeat[2] = std::nan(""); },
         [](ParameterBlock& b) { b.rideForce[3] = infinity; },
-        [](ParameterBlock& b) { b.divideOutput.sportIndex = 9; },
         [](ParameterBlock& b) { std::memset(b.profileFileName, 'x', 264); }, // without an end
     };
     for (size_t i = 0; i < std::size(spoilers); ++i) {
@@ -269,33 +265,16 @@ TEST(Defaults, areThoseOfEachList)
     const ParameterBlock b = defaultBlock();
     constexpr double v30 = 30 / 3.6, v40 = 40 / 3.6, v70 = 70 / 3.6; // m/s
     const std::tuple<const char*, List, List> lists[] = {
-        {"chainrings", of(b.chainring), {51, 42, 33}},
-        {"sprockets", of(b.sprocket), {11, 12, 13, 14, 15, 17, 19, 21, 23, 25, 27, 29, 31, 33, 35}},
-        {"wheels, g", of(b.wheelWeight), {500, 700}},
-        {"wheels, W", of(b.wheelResist), {20, 12}},
-        {"kph of these", of(b.wheelResistVelocity), {50, 50}},
-        {"wheels, inch", of(b.wheelSize), {28, 28}},
         {"rims, mm", of(b.rimDepth), {50, 50}},
         {"spokes", of(b.spokeCount), {16, 24}},
         {"model years", of(b.modelYear), {2011, 2011}},
         {"tyres, mm", of(b.tyreSize), {20, 23}},
         {"tyres, g", of(b.tyreWeight), {180, 210}},
-        {"rolling", of(b.rollingCoefficient), {0.004, 0.003}},
-        {"friction", of(b.frictionCoefficient), {0.85, 0.75}},
-        {"discs", of(b.brakeMaterial[1]), {2, 2}},
-        {"rim brakes, g", of(b.brakeWeight[0]), {350, 350}},
-        {"discs, g", of(b.brakeWeight[1]), {100, 100}},
-        {"rim brakes, mm", of(b.brakeSurfaceSize[0]), {50, 50}},
-        {"discs, mm", of(b.brakeSurfaceSize[1]), {160, 160}},
         {"assist up to, kph", of(b.assistRangeSpeed), {25, 32, 45}},
         {"assist, ratio", of(b.assistRangeRatio), {2, 1.5, 1}},
-        {"J/gK", of(b.specificHeat), {0.91, 0.917, 0.499}},
-        {"emittance", of(b.emittance), {0.9, 0.2, 0.1}},
-        {"theory, rpm", of(b.theoryCadence), {90, 90, 90}},
         {"theory, W", of(b.theoryPower), {850, 400, 0}},
         {"theory, Nm", of(b.theoryTorque), {0, 40, 0}},
         {"theory, kgf", of(b.theoryForce), {0, 25, 0}},
-        {"theory, most rpm", of(b.theoryCadenceMax), {120, 120, 120}},
         {"theory, most W", of(b.theoryMaxPower), {900, 0, 0}},
         {"theory, m/s", of(b.theoryVelocity), {0, 0, v40}},
         {"ride, m/s", of(b.rideVelocity), {v40, 0, 0, v30, v40, v40}},

@@ -4,9 +4,27 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
 #include <tuple>
 
 namespace torvane {
+
+namespace {
+
+std::string tableOf(RowFormat format, std::span<const RowColumn> columns, const std::function<void(RowWriter&)>& write)
+{
+    std::string table;
+    RowWriter rows(format, [&](std::span<const uint8_t> piece) {
+        table.append(piece.begin(), piece.end());
+        return true;
+    });
+    rows.begin(columns);
+    write(rows);
+    EXPECT_TRUE(rows.finish());
+    return table;
+}
+
+} // namespace
 
 TEST(RowWriter, WritesCellsInEachFormat)
 {
@@ -19,18 +37,13 @@ TEST(RowWriter, WritesCellsInEachFormat)
         {RowFormat::ndjson, "=\"", "{\"name\": \"=\\\"\", \"power_W\": -0.3, \"none\": null}\n"},
     };
     for (const auto& [format, text, wanted] : cases) {
-        std::string table;
-        RowWriter rows(format, [&](std::span<const uint8_t> piece) {
-            table.append(piece.begin(), piece.end());
-            return true;
-        });
-        rows.begin(columns);
-        rows.text(text);
-        rows.number(-0.26);
-        rows.number(std::nan(""));
-        rows.endRow();
-        EXPECT_TRUE(rows.finish());
-        EXPECT_EQ(table, wanted);
+        auto write = [text = text](RowWriter& rows) {
+            rows.text(text);
+            rows.number(-0.26);
+            rows.number(std::nan(""));
+            rows.endRow();
+        };
+        EXPECT_EQ(tableOf(format, columns, write), wanted);
     }
     EXPECT_EQ(rowFormatOf("a.b.tsv"), RowFormat::tsv);
     EXPECT_EQ(rowFormatOf("a.ndjson"), RowFormat::ndjson);
@@ -45,16 +58,9 @@ TEST(RowWriter, WritesNumbersWithTheirDecimals)
         {-1e-9, 3, "0.000"}, {12345.678, 1, "12345.7"}, {1e20, 1, "100000000000000000000.0"},
     };
     for (const auto& [value, decimals, wanted] : cases) {
-        std::string table;
-        RowWriter rows(RowFormat::csv, [&](std::span<const uint8_t> piece) {
-            table.append(piece.begin(), piece.end());
-            return true;
-        });
         RowColumn column = {"a", decimals};
-        rows.begin({&column, 1});
-        rows.number(value);
-        rows.finish();
-        EXPECT_EQ(table, std::string("a\n") + wanted);
+        auto write = [value = value](RowWriter& rows) { rows.number(value); };
+        EXPECT_EQ(tableOf(RowFormat::csv, {&column, 1}, write), std::string("a\n") + wanted);
     }
 }
 

@@ -16,25 +16,15 @@ namespace torvane {
 // The examples of RFC 4648, section 10.
 TEST(Text, base64)
 {
-    const std::pair<const char*, std::optional<std::string>> cases[] = {{"", ""},
-                                                                        {"Zg==", "f"},
-                                                                        {"Zg", "f"},
-                                                                        {"Zm8=", "fo"},
-                                                                        {"Zm8", "fo"},
-                                                                        {"Zm9v", "foo"},
-                                                                        {"Zm9vYg==", "foob"},
-                                                                        {"Zm9vYmE=", "fooba"},
-                                                                        {"+/8=", "\xFB\xFF"},
-                                                                        {"Z", std::nullopt},
-                                                                        {"Zm9vY", std::nullopt},
-                                                                        {"Zg===", std::nullopt},
-                                                                        {"Zm 8", std::nullopt}};
+    constexpr std::pair<const char*, const char*> cases[] = {
+        {"", ""},           {"Zg==", "f"},        {"Zg", "f"},           {"Zm8=", "fo"},       {"Zm8", "fo"},
+        {"Zm9v", "foo"},    {"Zm9vYg==", "foob"}, {"Zm9vYmE=", "fooba"}, {"+/8=", "\xFB\xFF"}, {"Z", nullptr},
+        {"Zm9vY", nullptr}, {"Zg===", nullptr},   {"Zm 8", nullptr},
+    };
     for (const auto& [text, wanted] : cases) {
         std::optional<std::vector<uint8_t>> bytes = base64Bytes(text);
-        ASSERT_EQ(bytes.has_value(), wanted.has_value()) << text;
-        if (bytes) {
-            EXPECT_EQ(std::string(bytes->begin(), bytes->end()), *wanted) << text;
-        }
+        ASSERT_EQ(bytes.has_value(), wanted != nullptr) << text;
+        EXPECT_TRUE(!bytes || std::string(bytes->begin(), bytes->end()) == wanted) << text;
     }
 }
 

@@ -1,7 +1,6 @@
 // What stands at a path when a write goes wrong: the old file or the new one, whole, and nothing beside it that the
 // program could have taken away.
 #include "core/files.h"
-#include "core/parameter_file.h"
 #include "fit/fit_builder.h"
 #include "in_child.h"
 
@@ -95,34 +94,6 @@ TEST(WriteFaults, aFileWhosePiecesEndEarlyIsNotReplaced)
     EXPECT_EQ(replaceFile(path, [&](auto& write) { return giveUp(write, false); }), FileResult::writeFailed);
     EXPECT_THROW(replaceFile(path, [&](auto& write) { return giveUp(write, true); }), std::bad_alloc);
     EXPECT_EQ(bytesOf(path), Bytes(5000, 1));
-    EXPECT_EQ(folder.count(), 1u);
-}
-
-// Two programs that keep their settings in one file.
-TEST(WriteFaults, twoInstancesOnOneParameterFile)
-{
-    TestFolder folder;
-    std::string path = folder.path + "Torvane.par";
-    Screens screens;
-    ParameterBlock saved = defaultBlock();
-    ASSERT_TRUE(saveParameters(screens, path, saved));
-    std::vector<pid_t> writers;
-    for (double weight : {61.0, 83.0})
-        writers.push_back(startChild([&] {
-            saved.humanWeight = saved.thresholdPower = weight;
-            int failed = 0;
-            for (int i = 0; i < 200; ++i)
-                failed += !saveParameters(screens, path, saved);
-            return failed;
-        }));
-    double defaultPower = saved.thresholdPower;
-    for (int i = 0; i < 500; ++i) {
-        ParameterBlock block;
-        ASSERT_EQ(readParameters(path, block), ParametersRead::ok);
-        ASSERT_EQ(block.thresholdPower, block.humanWeight == 60 ? defaultPower : block.humanWeight);
-    }
-    for (pid_t writer : writers)
-        EXPECT_EQ(endOf(writer), 0);
     EXPECT_EQ(folder.count(), 1u);
 }
 

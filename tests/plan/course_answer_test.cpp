@@ -177,40 +177,6 @@ TEST_F(CoursePlans, TellPartsThatMakeTheWhole)
         EXPECT_NEAR(spent[sink], whole[sink] / 1000, 0.5) << sink;
 }
 
-TEST_F(CoursePlans, AreTheirStretchesWhereTheseAreFaster)
-{
-    PlanEntries entries;
-    entries.options.pacing = pacingPlan;
-    for (double watts : {180, 220, 260}) {
-        entries.options.power = watts;
-        plan(passFile, entries);
-        EXPECT_GE(answered.planned.stretchSeconds, answered.planned.ride.movingSeconds) << watts;
-    }
-    entries.options.effort = effortTime;
-    entries.options.time = answered.planned.ride.seconds;
-    plan(passFile, entries);
-    EXPECT_NEAR(answered.planned.ride.seconds, entries.options.time, 0.5);
-    entries.options.time = 3600; // much of it on foot, where a little power makes leaps of time
-    plan(TORVANE_CHECKOUT "/samples/rides/valley.fit", entries);
-    EXPECT_NEAR(answered.planned.ride.seconds, 3600, 11);
-}
-
-TEST_F(CoursePlans, TellNoPowerWhereNobodyPedals)
-{
-    PlanEntries entries;
-    entries.options.pacing = pacingPlan;
-    entries.options.topSpeed = 4;
-    std::string text = "<gpx><trk><trkseg>";
-    for (int i = 0; i < 100; ++i)
-        text += "<trkpt lat=\"" + std::to_string(47 + i * 0.0004) + "\" lon=\"8\"><ele>" + std::to_string(900 - 4 * i) +
-                "</ele></trkpt>";
-    text += "</trkseg></trk></gpx>";
-    writeBytes(folder.path + "down.gpx", {text.begin(), text.end()});
-    ASSERT_EQ(answerCourse(model, block, folder.path + "down.gpx", entries, answered), fitOk);
-    for (const CoursePart& part : answered.answer.stretches)
-        EXPECT_TRUE(part.gear >= 0 || part.power == 0) << part.power;
-}
-
 TEST(CourseStarts, AreTimesOfADay)
 {
     constexpr std::pair<const char*, int64_t> starts[] = {

@@ -1,9 +1,6 @@
-// Rides over time against what must be true of them: the steady states of the calculators, energy, and the road back
-// from the ride to its power.
+// Rides over time against what must be true of them: the steady states of the calculators, energy.
 #include "plan/made_course.h"
 
-#include "gps/ride_answer.h"
-#include "gps/ride_maker.h"
 #include "model/assist.h"
 #include "model/derived.h"
 #include "model/solver.h"
@@ -21,25 +18,6 @@ Course windingCourse(const PlanOptions& options)
     auto heading = [](double way) { return 60 * std::sin(way / 150); };
     auto height = [](double way) { return 300 + 40 * std::sin(way / 700) + 8 * std::sin(way / 130); };
     return madeCourse(20000, height, heading, options, 2);
-}
-
-// What a device would write of the ride.
-GpsRecords recordsOf(const Course& course, const CourseRide& ride, double timeStep)
-{
-    GpsRecords records;
-    size_t perSecond = static_cast<size_t>(std::lround(1 / timeStep));
-    for (size_t i = 0; i < ride.steps.size(); i += perSecond) {
-        const CourseStep& step = ride.steps[i];
-        const CoursePoint& point = course.points[pointAt(course, step.distance)];
-        GpsRecord& record = records.emplace_back();
-        record.timestamp = 900000000 + static_cast<uint32_t>(records.size());
-        record.latitude = point.latitude;
-        record.longitude = point.longitude;
-        record.altitude = heightAt(course, step.distance);
-        record.distance = step.distance;
-        record.speed = step.speed;
-    }
-    return records;
 }
 
 } // namespace
@@ -75,32 +53,6 @@ TEST_F(PlanTest, KeepsItsTimeAndItsEnergyInFinerSteps)
     }
     EXPECT_NEAR(seconds[1] / seconds[0], 1, 5e-4);
     EXPECT_NEAR(seconds[2] / seconds[0], 1, 2e-3);
-}
-
-TEST_F(PlanTest, GivesItsPowerBackToWhoAnalysesIt)
-{
-    TestFolder folder;
-    block.averageTemperature = 20;
-    for (auto [height, length] : {std::pair{0.0, 1000.0}, {30.0, 4000.0}, {60.0, 6000.0}}) {
-        auto round = [](double way) { return std::fmod(way / 50, 360); };
-        Course course = madeCourse(20000, hills(height, length), round);
-        CourseRide ridden = ride(course, 200);
-        writeBytes(folder.path + "ride.fit", fitOf(recordsOf(course, ridden, options.timeStep)).file());
-        AnsweredRide answered;
-        ASSERT_EQ(answerRide(model, block, folder.path + "ride.fit", {}, answered), fitOk);
-        EXPECT_NEAR(answered.answer.whole.power[predictedFigure].value_or(0) / ridden.meanPower, 1, 3e-3) << height;
-        std::vector<double> work(21, 0), seconds(21, 0);
-        for (const GpsRecord& record : answered.analysis.records) {
-            size_t km = static_cast<size_t>(record.distance / 1000);
-            work[km] += record.power;
-            seconds[km] += 1;
-            if (height == 0 && record.distance > 200 && record.distance < 19900) {
-                EXPECT_NEAR(record.power, 200, 2);
-            }
-        }
-        for (size_t km = 0; km < 20; ++km)
-            EXPECT_NEAR(work[km] / seconds[km] / 200, 1, 0.03) << km << " of hills of " << height;
-    }
 }
 
 TEST_F(PlanTest, BrakesInFrontOfBendsAndStops)
