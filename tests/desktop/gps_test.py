@@ -8,7 +8,7 @@ import desktop
 import fit_file
 from desktop import LOWER, Desktop, DesktopTest, wait_for
 
-SOURCE, DESTINATION = 8611, 8612  # at one stroke
+SOURCE, DESTINATION, BROWSE_SOURCE = 8611, 8612, 8621  # at one stroke
 RIDE_SOURCE, RIDE_DESTINATION = 9511, 9512
 TRACK, COURSE, EFFORT, TIME, STOPS = 9611, 9612, 9613, 9632, 9616
 CALIBRATE_SOURCE, CALIBRATE_PROFILE = 9711, 9714
@@ -123,7 +123,9 @@ class RideTest(DesktopTest):
         ride = write_ride(self.desktop, "stroke.fit", 120)
         self.desktop.press("ctrl+shift+f")
         window = self.desktop.dialog("load and analyse and create")
-        self.desktop.fill(window, SOURCE, desktop.windows_path(ride))
+        self.desktop.click_control(window, BROWSE_SOURCE)
+        self.desktop.choose_file("open file selected", ride)
+        wait_for(lambda: self.desktop.control(window, SOURCE)["text"] == desktop.windows_path(ride), "the chosen ride")
         self.desktop.click_control(window, 8631)
         settings = self.desktop.dialog("analyse and predict")
         self.desktop.fill(settings, 7133, "3.5")

@@ -9,7 +9,7 @@ import desktop
 import fit_file
 from desktop import CANCEL, LIMIT, LOWER, MAXIMISED, OK, STATUS, UPPER, Desktop, DesktopTest, wait_for
 
-ABOUT_TEXT = 111
+ABOUT_TEXT, READ_OUT = 111, 7
 WINDOW_RECT = 0x24  # in the parameter file: left, top, right, bottom
 WINDOW_SIZE = 0x44
 RIDE_TARGET = 0xF4
@@ -118,13 +118,18 @@ class DisplayTest(unittest.TestCase):
                 self.assertEqual((right - left, bottom - top), (640 * dots // 96, 480 * dots // 96))
                 first_list = program.control(graph["handle"], 2)["rect"][0] - left
                 self.assertAlmostEqual(first_list, 60 * dots // 96, delta=12, msg="controls in units of the display")
+                read_out = lambda: program.control(graph["handle"], READ_OUT)["text"]
+                program.xdotool("mousemove", left + (right - left) * 7 // 10, (top + bottom) // 2)
+                read = wait_for(read_out, "the read-out under the mouse")
+                program.xdotool("mousemove", left + (right - left) * 8 // 10, (top + bottom) // 2)
+                wait_for(lambda: read_out() not in (read, ""), "another point at another place")
 
     def in_front_of_main(self, program):
         """The graph. The order is the one on the screen once a pointer moves over it."""
         program.xdotool("mousemove_relative", 1, 0, "mousemove_relative", "--", -1, 0)
-        graph, main = (w for w in program.windows() if w["class"] in ("graph", "Torvane"))
-        self.assertEqual((graph["class"], main["class"]), ("graph", "Torvane"), "from the front backwards")
-        return graph
+        first = lambda: next(w for w in program.windows() if w["class"] in ("graph", "Torvane"))
+        wait_for(lambda: first()["class"] == "graph", "the graph before the main window")
+        return first()
 
 
 class EndTest(unittest.TestCase):
@@ -134,18 +139,20 @@ class EndTest(unittest.TestCase):
             self.assertEqual((rect[2] - rect[0], rect[3] - rect[1]), (800, 480))
             self.assertEqual(rect[0], (1280 - 800) // 2, "centred at the first start")
             program.drag_title(33, 44)
-
+            _, _, right, bottom = before = program.find("Torvane", "Torvane")["rect"]
+            program.drag(right - 2, bottom - 2, 60, 40, lambda: program.find("Torvane", "Torvane")["rect"] != before, "a new size")
             program.press("ctrl+x")
             program.dialog("confirmation")
             # Where it lies now is what counts: Wine may follow the mouse a second time after the button is up.
             moved = program.find("Torvane", "Torvane")["rect"]
-            self.assertEqual((moved[2] - moved[0], moved[3] - moved[1]), (800, 480))
+            size = moved[2] - moved[0], moved[3] - moved[1]
+            self.assertTrue(size[0] > 800 and size[1] > 480, size)
             program.press("Return")
             self.assertEqual(program.program.wait(timeout=LIMIT), 0)
             block = (program.folder / "Torvane.par").read_bytes()
             self.assertEqual(len(block), 2416)
             self.assertEqual(list(struct.unpack_from("<4i", block, WINDOW_RECT)), moved)
-            self.assertEqual(struct.unpack_from("<2i", block, WINDOW_SIZE), (800, 480))
+            self.assertEqual(struct.unpack_from("<2i", block, WINDOW_SIZE), size)
 
             program.launch()
             program.await_start()
@@ -160,6 +167,7 @@ class EndTest(unittest.TestCase):
             program.close()
             for stored in (3000, 200, 3800, 680), (200, -700, 1000, -220):
                 struct.pack_into("<4i", block := bytearray(block), WINDOW_RECT, *stored)
+                struct.pack_into("<2i", block, WINDOW_SIZE, 800, 480)
                 (program.folder / "Torvane.par").write_bytes(block)
                 program.launch()
                 program.await_start()

@@ -15,6 +15,7 @@ from desktop import LOWER, UPPER, Desktop, DesktopTest, wait_for
 READ_OUT = 7
 FIRST_RECENT_RIDE, FIRST_RECENT_PROFILE = 0x5000, 0x5020
 SPLITTER, STOP, PAGE = 204, 205, 320
+CLEAR_UPPER, CLEAR_LOWER = 308, 309
 LOOP = desktop.SOURCE / "samples" / "rides" / "loop.fit"
 MEMORY_LIMIT = 8 * 1024  # KiB that Wine's own caches may take
 ROAD = desktop.SOURCE / "samples" / "profiles" / "road.pro"
@@ -25,8 +26,7 @@ class UseTest(DesktopTest):
         self.desktop.ask("drop", self.desktop.main, desktop.windows_path(path))
 
     def look_at_ride(self):
-        self.desktop.command(309)
-        wait_for(lambda: not self.desktop.pane(LOWER), "an empty pane")
+        self.clear_lower()
         self.drop(LOOP)
         graph = wait_for(lambda: self.desktop.find("graph", "graph"), "the graph")["handle"]
         self.desktop.report()
@@ -64,9 +64,13 @@ class UseTest(DesktopTest):
         self.desktop.click_window(graph)
         self.desktop.press("Home")
         wait_for(lambda: read_out().startswith("time(min) 0 "), "the first point")
-        first = read_out()
-        self.desktop.press("Right", "Right", "Next")
-        wait_for(lambda: read_out() not in (first, ""), "a later point")
+        minutes = lambda: float(read_out().split()[1])
+        self.desktop.press("Right")
+        later = wait_for(minutes, "a later point")
+        self.desktop.press("Left")
+        wait_for(lambda: minutes() < later, "a point before it")
+        self.desktop.press("Next")
+        wait_for(lambda: minutes() > later, "a point far behind it")
         self.desktop.press("ctrl+Insert")
         size = wait_for(lambda: self.desktop.ask("clipboard").get("picture"), "the picture on the clipboard")
         left, top, right, bottom = next(w for w in self.desktop.windows() if w["handle"] == graph)["rect"]
@@ -93,6 +97,8 @@ class UseTest(DesktopTest):
         wait_for(lambda: "from 'valley.fit'" in self.desktop.status(), "a ride of the same folder")
 
     def test_a_pane_is_copied_and_edited_only_where_wanted(self):
+        self.desktop.command(CLEAR_UPPER)
+        wait_for(lambda: not self.desktop.pane(UPPER), "an empty pane")
         self.desktop.press("ctrl+shift+h")
         expected = desktop.console("human")["upper"]
         wait_for(lambda: self.desktop.pane(UPPER) == expected, "the report")
@@ -108,8 +114,10 @@ class UseTest(DesktopTest):
         self.desktop.write("x")
         wait_for(lambda: self.desktop.pane(UPPER) == "x" + expected, "an edited text")
         self.choose(x, y, "l")
-        self.desktop.press("ctrl+Insert")
+        self.choose(x, y, "c")
         wait_for(lambda: self.desktop.ask("clipboard")["text"].startswith("x"), "the edited text on the clipboard")
+        self.desktop.press("ctrl+Home", "shift+Right", "ctrl+Insert")
+        wait_for(lambda: self.desktop.ask("clipboard")["text"] == "x", "what is selected alone")
         self.desktop.screenshot("pane edited")
         self.desktop.press("ctrl+shift+h")
         wait_for(lambda: self.desktop.pane(UPPER) == expected, "the report again")
@@ -123,8 +131,7 @@ class UseTest(DesktopTest):
         wait_for(lambda: "success to load" in self.desktop.status(), "the dropped profile")
         self.look_at_ride()
         report = self.desktop.pane(LOWER)
-        self.desktop.command(309)
-        wait_for(lambda: not self.desktop.pane(LOWER), "an empty pane")
+        self.clear_lower()
         self.desktop.command(FIRST_RECENT_RIDE)
         self.assertEqual(self.desktop.report(), report)
         self.desktop.press("ctrl+shift+h")
@@ -179,12 +186,15 @@ class UseTest(DesktopTest):
         self.desktop.click_window(graph)
         self.close_graph()
 
-    def load(self):
-        self.desktop.command(309)
-        wait_for(lambda: not self.desktop.pane(LOWER), "an empty pane")
+    def load(self, ride=LOOP):
+        self.clear_lower()
         self.desktop.press("ctrl+l")
-        self.desktop.choose_file("open file selected", LOOP)
+        self.desktop.choose_file("open file selected", ride)
         self.desktop.report()
+
+    def clear_lower(self):
+        self.desktop.command(CLEAR_LOWER)
+        wait_for(lambda: not self.desktop.pane(LOWER), "an empty pane")
 
     def left_behind(self):
         """Pens, brushes, fonts, bitmaps and windows that are alive, and private memory in KiB."""
@@ -194,14 +204,14 @@ class UseTest(DesktopTest):
     def test_a_long_run_is_stopped(self):
         long = self.desktop.folder / "long.fit"
         long.write_bytes(fit_file.ride(60000))
-        self.desktop.press("ctrl+l")
-        self.desktop.choose_file("open file selected", long)
-        self.desktop.report()
+        self.load(long)
         for stop in (lambda: self.desktop.press("Escape"), lambda: self.desktop.click_control(self.desktop.main, STOP)):
             self.desktop.press("ctrl+t")
             self.desktop.confirm(self.desktop.dialog("analyse and predict"))
             wait_for(lambda: STOP in self.desktop.controls(self.desktop.main), "the button beside the progress")
             self.desktop.screenshot("stop")
+            self.drop(LOOP)
+            wait_for(lambda: "can be dropped when" in self.desktop.status(), "the refusal of another ride")
             stop()
             wait_for(lambda: self.desktop.status() == "status : stopped", "the end of the run")
             self.assertIsNone(self.desktop.find("graph", "graph"))
