@@ -223,6 +223,10 @@ class Desktop:
     def gone(self, handle):
         wait_for(lambda: all(w["handle"] != handle for w in self.windows()), "a window to go")
 
+    def clipboard(self):
+        """Its text and its picture, once nobody else has it open."""
+        return wait_for(lambda: self.ask("clipboard"), "the clipboard")
+
     def control(self, window, number):
         for child in self.ask("children", window):
             if child["id"] == number and child["visible"]:

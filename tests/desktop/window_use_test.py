@@ -72,7 +72,7 @@ class UseTest(DesktopTest):
         self.desktop.press("Next")
         wait_for(lambda: minutes() > later, "a point far behind it")
         self.desktop.press("ctrl+Insert")
-        size = wait_for(lambda: self.desktop.ask("clipboard").get("picture"), "the picture on the clipboard")
+        size = wait_for(lambda: self.desktop.clipboard().get("picture"), "the picture on the clipboard")
         left, top, right, bottom = next(w for w in self.desktop.windows() if w["handle"] == graph)["rect"]
         self.assertTrue(0 < right - left - size[0] < 20 and 0 < bottom - top - size[1] < 50, size)
         path = self.desktop.folder / "ride.svg"
@@ -106,7 +106,7 @@ class UseTest(DesktopTest):
         rect = next(c for c in self.desktop.ask("children", self.desktop.main) if c["id"] == UPPER)["rect"]
         x, y = (rect[0] + rect[2]) // 2, (rect[1] + rect[3]) // 2
         self.choose(x, y, "a")
-        copied = wait_for(lambda: self.desktop.ask("clipboard")["text"], "the text on the clipboard")
+        copied = wait_for(lambda: self.desktop.clipboard()["text"], "the text on the clipboard")
         self.assertEqual(copied.replace("\r\n", "\n").replace("\r", "\n").rstrip(), expected.rstrip())
         self.assertEqual(self.desktop.pane(UPPER), expected)
         self.choose(x, y, "e")
@@ -115,9 +115,9 @@ class UseTest(DesktopTest):
         wait_for(lambda: self.desktop.pane(UPPER) == "x" + expected, "an edited text")
         self.choose(x, y, "l")
         self.choose(x, y, "c")
-        wait_for(lambda: self.desktop.ask("clipboard")["text"].startswith("x"), "the edited text on the clipboard")
+        wait_for(lambda: self.desktop.clipboard()["text"].startswith("x"), "the edited text on the clipboard")
         self.desktop.press("ctrl+Home", "shift+Right", "ctrl+Insert")
-        wait_for(lambda: self.desktop.ask("clipboard")["text"] == "x", "what is selected alone")
+        wait_for(lambda: self.desktop.clipboard()["text"] == "x", "what is selected alone")
         self.desktop.screenshot("pane edited")
         self.desktop.press("ctrl+shift+h")
         wait_for(lambda: self.desktop.pane(UPPER) == expected, "the report again")
