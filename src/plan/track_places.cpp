@@ -66,12 +66,9 @@ std::vector<TrackPlace> placesOf(const Tracks& tracks, CourseFindings& findings)
         places.push_back(placeOf(point));
         findings.hasTimes = findings.hasTimes || !std::isnan(point.time);
     }
-    for (size_t first : tracks.segments)
+    for (size_t first : tracks.segments) // the first of each leg among them
         if (first < places.size())
             places[first].begins = true;
-    for (const TrackLeg& leg : tracks.legs)
-        if (leg.first < places.size())
-            places[leg.first].begins = true;
     return places;
 }
 

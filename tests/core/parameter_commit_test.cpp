@@ -93,14 +93,6 @@ TEST(ParameterCommit, eachFlagMovesItsSectionAlone)
     }
 }
 
-TEST(ParameterCommit, theNameOfTheProfileMovesWithoutAFlag)
-{
-    Blocks b;
-    std::strcpy(b.working.profileFileName, "other.pro");
-    commitProfile(b.saved, b.working);
-    EXPECT_STREQ(b.saved.profileFileName, "other.pro");
-}
-
 TEST(ParameterCommit, theModelStartsWithBothBrakeTypesAndLaterTakesTheSelected)
 {
     ParameterBlock block;

@@ -64,21 +64,4 @@ TEST(RowWriter, WritesNumbersWithTheirDecimals)
     }
 }
 
-TEST(RowWriter, HandsOverInPiecesAndTellsOfOneThatWasNotTaken)
-{
-    constexpr RowColumn columns[] = {{"number", 0}};
-    size_t pieces = 0;
-    RowWriter rows(RowFormat::csv, [&](std::span<const uint8_t> piece) {
-        EXPECT_LT(piece.size(), 70'000u);
-        return ++pieces != 2;
-    });
-    rows.begin(columns);
-    for (int i = 0; i < 100'000; ++i) {
-        rows.number(i);
-        rows.endRow();
-    }
-    EXPECT_FALSE(rows.finish());
-    EXPECT_EQ(pieces, 2u) << "the rest is not offered";
-}
-
 } // namespace torvane

@@ -1,5 +1,5 @@
-// Names out of paths, and formatting.
 #include "core/base64.h"
+#include "core/entry_file.h"
 #include "core/shown_text.h"
 #include "core/text.h"
 
@@ -25,22 +25,6 @@ TEST(Text, base64)
         std::optional<std::vector<uint8_t>> bytes = base64Bytes(text);
         ASSERT_EQ(bytes.has_value(), wanted != nullptr) << text;
         EXPECT_TRUE(!bytes || std::string(bytes->begin(), bytes->end()) == wanted) << text;
-    }
-}
-
-TEST(Text, namesOfPaths)
-{
-    constexpr std::tuple<const char*, const char*, const char*> cases[] = {
-        {"/home/a/one.fit", "one.fit", "one.fit"},
-        {"/one.fit", "one.fit", "one.fit"},
-        {"one.fit", "one.fit", "ne.fit"},
-        {"folder/", "", ""},
-        {"", "", ""},
-        {"/home\\a/b\\one.fit", "b\\one.fit", "b\\one.fit"}, // a character like any other
-    };
-    for (const auto& [path, name, reported] : cases) {
-        EXPECT_EQ(fileName(path), name) << path;
-        EXPECT_EQ(reportedName(path), reported) << path;
     }
 }
 
@@ -90,17 +74,9 @@ TEST(Text, fixedNumbersAndIntegersReadAsFormatted)
         text.clear();
         appendInteger(text, whole, width);
         ASSERT_EQ(text, formatText("%*lld", width, static_cast<long long>(whole)));
-    }
-}
-
-TEST(Text, wholeNumbersOfEveryLength)
-{
-    std::vector<int64_t> values = {INT32_MIN, INT32_MAX};
-    for (int64_t power = 1; power < INT32_MAX; power *= 10)
-        values.insert(values.end(), {power - 1, power, -power, 1 - power});
-    for (int64_t value : values) {
-        char text[longestInt32];
-        EXPECT_EQ(std::string(text, writeInt32(text, static_cast<int32_t>(value))), std::to_string(value));
+        char digits[longestInt32];
+        int32_t half = i == 0 ? INT32_MIN : static_cast<int32_t>(whole);
+        ASSERT_EQ(std::string(digits, writeInt32(digits, half)), std::to_string(half));
     }
 }
 
@@ -112,6 +88,12 @@ TEST(Text, cutsPiecesBehindLinesAndBetweenCharacters)
     }; // characters of two and four bytes; never nothing
     for (const auto& [text, limit, length] : cases)
         EXPECT_EQ(pieceLength(text, limit), length) << text;
+}
+
+TEST(EntryFile, namesTheLinesThatAreNone)
+{
+    EntryFile file = {.lines = {"# own", " ", "a=1", "=3", " nonsense\r"}};
+    EXPECT_EQ(brokenLines(file), (std::vector<std::string>{"4: =3", "5: nonsense"}));
 }
 
 } // namespace torvane

@@ -150,26 +150,23 @@ TEST_F(CoursePlans, TellPartsThatMakeTheWhole)
     EXPECT_NEAR(ride.seconds, ride.movingSeconds + 600, 0.5);
     EXPECT_NEAR(joule / 1000, ride.kiloJoule, ride.kiloJoule * 0.001);
     EXPECT_NEAR(walked, ride.walkSeconds, 0.5);
-    double ridden = 0, still = 0;
-    for (const PlannedSecond& second : secondsOf(answered.course, ride)) {
-        ridden += second.ridden;
-        still += second.speed == 0 ? 1 : 0;
-    }
-    EXPECT_NEAR(ridden, ride.movingSeconds - walked, 0.5);
-    EXPECT_NEAR(still, 600, 3) << "the stop";
     EXPECT_GT(walked, 0) << "60 W on a ramp of 11 percent";
     EXPECT_NEAR(answered.answer.parts.back().clock, ride.seconds, 0.5);
     double intensity = answered.answer.intensity;
     EXPECT_NEAR(answered.answer.stress, (ride.movingSeconds - walked) / 36 * intensity * intensity, 0.01);
-    double given = 0;
+    double ridden = 0, still = 0, given = 0;
     PowerSplit spent = {};
     for (const PlannedSecond& second : secondsOf(answered.course, ride)) {
         EXPECT_TRUE(second.speed > 0 || second.cadence == 0) << second.time;
         double lasted = 1 - std::max(0.0, second.time - ride.seconds);
+        ridden += second.ridden;
+        still += second.speed == 0 ? 1 : 0;
         given += second.power * lasted / 1000;
         for (size_t sink = 0; sink < powerSinkCount; ++sink)
             spent[sink] += second.split[sink] * lasted / 1000;
     }
+    EXPECT_NEAR(ridden, ride.movingSeconds - walked, 0.5);
+    EXPECT_NEAR(still, 600, 3) << "the stop";
     EXPECT_NEAR(given, ride.kiloJoule, 1e-6);
     const EnergyBalance& e = ride.energy;
     const double whole[] = {e.air, e.rolling, e.slope, e.kinetic, ride.kiloJoule * 1000 - e.thrust, e.brakes};

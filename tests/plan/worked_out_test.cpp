@@ -68,18 +68,10 @@ TEST(RideSums, AddUp)
 {
     CourseRide ride;
     RideSums sums(ride, 1);
-    CourseStep step;
-    step.cadence = 40; // setting off
-    step.power = 200;
-    sums.add(step, 10, 50, false);
-    for (double cadence : {90.0, 80.0, 85.0}) {
-        step.cadence = cadence;
-        sums.add(step, 10, 50, true);
-    }
-    step = {.speed = 12, .going = Going::braking};
-    sums.add(step, 20, 60, true);
-    step = {.power = 0, .going = Going::walking};
-    sums.add(step, 30, 33, true);
+    for (auto [cadence, steady] : {std::pair{40.0, false}, {90.0, true}, {80.0, true}, {85.0, true}}) // 40: setting off
+        sums.add({.power = 200, .cadence = cadence}, 10, 50, steady);
+    sums.add({.speed = 12, .going = Going::braking}, 20, 60, true);
+    sums.add({.going = Going::walking}, 30, 33, true);
     sums.finish();
     expectFigures({ride.movingSeconds, ride.pedalSeconds, ride.brakeSeconds, ride.coastSeconds, ride.walkSeconds,
                    ride.walkMetres, ride.kiloJoule, ride.meanPower, ride.lowestCadence, ride.topSpeed},
