@@ -105,16 +105,9 @@ TEST(Prepare, PutsEnhancedFieldsIntoPlainOnes)
         Recording ride({timeField, {73, 4, 0x86}, {78, 4, 0x86}, {6, 2, 0x84}, {7, 2, 0x84}}, big);
         ride.record({100, 5000, 3000, noWord, noWord}).record({101, 5001, 70000, 6000, noWord});
         ride.record({102, noLong, 3002, noWord, noWord}).record({103, 5000, 3003, noWord, noWord});
-        ride.define(localSession, 18,
-                    {timeField,
-                     {124, 4, 0x86},
-                     {125, 4, 0x86},
-                     {14, 2, 0x84},
-                     {16, 1, 2},
-                     {5, 1, 0},
-                     {8, 4, 0x86},
-                     {126, 4, 0x86}},
-                    big, {{0, 2, 0}});
+        const std::vector<FitBuilder::Field> summary = {timeField,  {124, 4, 0x86}, {125, 4, 0x86}, {14, 2, 0x84},
+                                                        {16, 1, 2}, {5, 1, 0},      {8, 4, 0x86},   {126, 4, 0x86}};
+        ride.define(localSession, 18, summary, big, {{0, 2, 0}});
         ride.message(localSession, {103, 4000, 6000, noWord, noByte, 2, 3000, 70000, 0x1234});
         Prepared done(ride.data);
         EXPECT_EQ(done.records(6), (Values{5000, 6000, 5500, 5000}));
@@ -269,8 +262,8 @@ TEST(Prepare, BelievesWhatMoves)
 {
     enum { distance = 1, speed = 2, position = 4 };
     // What moves of three fields; metres after 40 s at 5 m/s, by positions 4 m/s.
-    const std::pair<int, double> cases[] = {{distance, 200}, {speed, 200},    {position, 160}, {speed | position, 200},
-                                            {0, 0},          {distance, 200}, {7, 200}};
+    const std::pair<int, double> cases[] = {{distance, 200},         {speed, 200}, {position, 160},
+                                            {speed | position, 200}, {0, 0},       {7, 200}};
     for (auto [moving, metres] : cases) {
         Recording ride({timeField, distanceField, speedField, latitudeField, longitudeField});
         for (int i = 0; i <= 40; ++i)

@@ -87,21 +87,10 @@ TEST_F(PreparedAnalysis, summariesAreOverWhatIsThereAndDoNotWrap)
     block.predictPower = block.predictCadence = 0;
     Prepared file = written(meteredRide(true));
     // Mean, highest, normalised power, work; cadence; distance and speed: 44 km in one session.
-    for (auto [field, value] : std::map<int, int64_t>{{20, 300},
-                                                      {21, 300},
-                                                      {34, 300},
-                                                      {48, 600'000},
-                                                      {18, 90},
-                                                      {19, 90},
-                                                      {9, 2199 * 2000},
-                                                      {14, 20000},
-                                                      {11, 123},
-                                                      {49, 3000},
-                                                      {50, 3000},
-                                                      {71, 3000},
-                                                      {253, 3199},
-                                                      {2, 1000},
-                                                      {7, 2'199'000}})
+    constexpr std::pair<int, int64_t> cases[] = {
+        {20, 300}, {21, 300},  {34, 300},  {48, 600'000}, {18, 90},    {19, 90},  {9, 2199 * 2000}, {14, 20000},
+        {11, 123}, {49, 3000}, {50, 3000}, {71, 3000},    {253, 3199}, {2, 1000}, {7, 2'199'000}};
+    for (auto [field, value] : cases)
         EXPECT_EQ(file.values(18, field), Values{value}) << field;
     EXPECT_EQ(file.values(19, 20), (Values{300, 300}));
     EXPECT_EQ(file.values(19, 41), (Values{330'000, 270'000}));

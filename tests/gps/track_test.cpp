@@ -114,23 +114,6 @@ TEST(Sectors, speedFromDistance)
     EXPECT_NEAR(places[2].speed, 60, 1e-5);
 }
 
-TEST(Smoothing, windowFollowsTheSteps)
-{
-    // m of a step, rows of a window, of that for positions
-    constexpr std::tuple<double, int, int> cases[] = {{0.9, 1, 5}, {2.9, 7, 5}, {3.0, 5, 5}, {4.9, 5, 5}, {5.0, 3, 3},
-                                                      {6.9, 3, 3}, {7.1, 3, 0}, {8.9, 3, 0}, {9.0, 1, 0}};
-    for (auto [step, window, positionWindow] : cases) {
-        GpsRecords records = rowsOf(&GpsRecord::distance, {0, step, 2 * step});
-        double place = step + (step == 5.0 ? 1e-6 : 0); // the haversine rounds
-        for (size_t i = 0; i < records.size(); ++i)
-            records[i].longitude = static_cast<double>(i) * place / metresOfADegree;
-        EXPECT_EQ(chooseWindow(records), window) << step;
-        EXPECT_EQ(choosePositionWindow(records), positionWindow) << step;
-    }
-    EXPECT_EQ(chooseWindow(rowsOf(&GpsRecord::distance, {0, 0.5, 9.5})), 1) << "steps below 1 m do not count";
-    expectFigures({chooseWindow(evenRows(1)), choosePositionWindow(evenRows(1))}, {1, 0});
-}
-
 TEST(Smoothing, trimmedMeans)
 {
     auto smoothHeights = [](std::span<GpsRecord> rows, int window) {
@@ -159,18 +142,6 @@ TEST(Smoothing, trimmedMeans)
         runPasses(records.size(), {smooth(records, window)});
         expectRows(records, field, smoothed, name);
     }
-}
-
-TEST(Smoothing, positionsAndHeadingsKeepToTheirSector)
-{
-    GpsRecords records = rowsOf(&GpsRecord::latitude, {1, 5, 2, 40, 40, 40});
-    for (size_t i = 0; i < records.size(); ++i) {
-        records[i].heading = records[i].latitude;
-        records[i].sector = i < 3 ? 1 : 2;
-    }
-    runPasses(records.size(), {smoothPosition(records, &GpsRecord::latitude, 5), smoothHeading(records, 5)});
-    expectRows(records, &GpsRecord::latitude, {2, 2, 2, 40, 40, 40}, "latitude");
-    expectRows(records, &GpsRecord::heading, {2, 2, 2, 40, 40, 40}, "heading");
 }
 
 TEST(Track, slopes)
@@ -241,17 +212,6 @@ TEST(Track, limitOfAccelerationFollowsTheSlope)
             EXPECT_NEAR(records[2].acceleration, beyond < 0 ? limit + beyond : 0, 1e-9) << inclination;
         }
     }
-}
-
-TEST(Track, headingsComeFromSmoothedPositions)
-{
-    GpsRecords records = evenRows(6);
-    for (size_t i = 0; i < records.size(); ++i) {
-        records[i].latitude = static_cast<double>(i) * 4 / metresOfADegree; // northward, one row thrown aside
-        records[i].longitude = i == 3 ? 3 / metresOfADegree : 0;
-    }
-    refineTrack(records, unrealInclination, unrealAccele, analysisPosition | analysisSmoothing | analysisFlat);
-    expectRows(records, &GpsRecord::heading, {0, 0, 0, 0, 0, 0}, "heading");
 }
 
 } // namespace torvane
