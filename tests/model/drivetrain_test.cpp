@@ -69,15 +69,6 @@ TEST_F(GearTableTest, nearestGear)
     EXPECT_EQ(nearestGear(model, 42.0 / 17.0), 5);
 }
 
-TEST_F(DrivetrainTest, stagesAt40)
-{
-    drivetrainFromThrust(model, now, kph(40), resistanceAtVelocity(model, now, kph(40)).value);
-    expectFigures(
-        {now.pedalingPower, now.pedalingTorque, now.pedalingForce, now.crankPower, now.crankTorque, now.crankForce,
-         now.hubPower, now.hubTorque, now.hubForce, now.thrustTorque, now.thrustForce, now.cadence},
-        {273.174, 29.914, 17.683, 268.358, 29.386, 29.069, 260.307, 7.825, 28.197, 7.734, 2.361, 87.205}, 0.0005);
-}
-
 TEST_F(DrivetrainTest, withoutThrustEverythingIsZeroInTheLowestGear)
 {
     for (auto [velocity, power] : {std::pair{0.0, 100.0}, {-1.0, 100.0}, {10.0, 0.0}, {10.0, -50.0}, {10.0, NAN}}) {

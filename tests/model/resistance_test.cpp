@@ -69,28 +69,4 @@ TEST_F(ResistanceTest, postureAndRoad)
     }
 }
 
-TEST_F(ResistanceTest, windAndSlopeHaveTheirSigns)
-{
-    now.headWind = -kph(40);
-    EXPECT_NEAR(resistanceAtVelocity(model, now, kph(40)).value, 25.333, 0.0005); // rolling alone
-    EXPECT_DOUBLE_EQ(now.airDrag, 0.0);
-    resistanceAtVelocity(model, now, kph(30));
-    EXPECT_GT(now.airDrag, 0.0);
-    EXPECT_LT(now.airDragPower, 0.0);
-
-    now.physics = Physics::ofTheRoad; // the same forces over the ground
-    double ofAir = now.airDragPower;
-    resistanceAtVelocity(model, now, kph(30));
-    EXPECT_NEAR(now.airDragPower, 3 * ofAir, 1e-9); // 10 kph of air from behind at 30
-    setAir(now, seaLevelPressure, 0);
-    EXPECT_NEAR(now.airRatio, 1.0732, 0.0001);
-    now.physics = Physics::classic;
-
-    takeRoad(-8.0);
-    Solved downhill = resistanceAtVelocity(model, now, kph(40));
-    EXPECT_NEAR(now.slopeLoad, -5.374, 0.0005); // 67.39 kg x 8 / sqrt(10064)
-    EXPECT_NEAR(now.rollingPower, 25.544, 0.0005);
-    EXPECT_LT(downhill.value, 0.0);
-}
-
 } // namespace torvane

@@ -22,18 +22,6 @@ TEST_F(SolverTest, toleranceClasses)
         EXPECT_EQ(toleranceClass(value, wanted), statuses[static_cast<int>(missed)]) << value << " for " << wanted;
 }
 
-TEST_F(SolverTest, rainAndPelotonAndHubPower)
-{
-    block.windSpeed = 4.0;
-    block.roadSurface = 2;
-    block.bpn = 60;
-    block.pelotonMode = 1;
-    restart();
-    Solved found = velocityForPower(model, now, stageHub, 400.0);
-    EXPECT_NEAR(found.value * 3.6, 41.666, 0.0005);
-    expectFigures({now.pedalingPower, now.airDragPower, now.rollingPower}, {423.384, 369.970, 23.222}, 0.001);
-}
-
 TEST_F(SolverTest, thrustPowerKeepsItsSignWhereTheStagesAreZero)
 {
     takeRoad(-8.0);
