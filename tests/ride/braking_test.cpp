@@ -8,15 +8,6 @@ namespace torvane {
 
 using BrakingTest = RideTest;
 
-TEST_F(BrakingTest, theBrakesTakeTheWorkByTheirGrip)
-{
-    ASSERT_EQ(run(ridePatternBraking, 0).status, 0u);
-    double work = -ride->found.meanStagePower[stageThrust] * ride->found.sectorTime;
-    EXPECT_NEAR(ride->heat.brakeHeat[0] + ride->heat.brakeHeat[1], work, 1e-9 * work);
-    EXPECT_NEAR(ride->heat.brakeHeat[0] / work, ride->now.frontFrictionShare, 1e-12);
-    EXPECT_GT(ride->now.frontFrictionShare, 0.6); // braking loads the front wheel
-}
-
 TEST_F(BrakingTest, tenKiloWattTurnTheLog)
 {
     block.rideForce[3] = -52.0; // -9915 W at 70 kph
@@ -49,25 +40,6 @@ TEST_F(BrakingTest, pedalsThatTurnTooFastLeaveTheRunToTheBrakes)
     EXPECT_EQ(ride->found.drive.thrustMode, 1);
     EXPECT_EQ(ride->found.velocity, ride->in.endVelocity);
     EXPECT_EQ(ride->log.rows[static_cast<size_t>(ride->log.sampleCount)].velocity, ride->in.endVelocity);
-}
-
-TEST_F(BrakingTest, aDecelerationThatNeedsThemMeetsWhatIsWanted)
-{
-    block.rideLegTime[2] = 5.0;
-    block.rideDistance[2] = 60.0;
-    block.rideAccele[2] = -3.0;
-    block.rideGravity[2] = -0.3;
-    constexpr std::tuple<int, double RideFigures::*, double, double> cases[] = {
-        {decelerationSectorTime, &RideFigures::sectorTime, 5.0, 0.01},
-        {decelerationDistance, &RideFigures::distance, 60.0, 0.1},
-        {decelerationAccele, &RideFigures::accele, -3.0, 0.01},
-        {decelerationGravity, &RideFigures::accele, -0.3 * 9.80665, 0.01}};
-    for (auto [target, figure, wanted, tolerance] : cases) {
-        ASSERT_EQ(run(rideDeceleration, target).status, 0u) << target;
-        EXPECT_EQ(ride->found.drive.thrustMode, thrustByBraking);
-        EXPECT_NEAR(ride->found.*figure, wanted, tolerance) << target;
-        EXPECT_NEAR(ride->found.accele * ride->found.sectorTime, -40.0 / 3.6, 0.02) << target; // from 70 to 30 kph
-    }
 }
 
 TEST_F(BrakingTest, constantVelocityTurnsTheHillIntoHeat)

@@ -25,16 +25,6 @@ TEST_F(RollingTest, theThresholdBeatsTheRollingResistance)
     EXPECT_EQ(checkRollingGradient(*ride), 0u);
 }
 
-TEST_F(RollingTest, theRunFadesOutBelowThePoisedVelocity)
-{
-    run(rideInclinationAndVelocity, 0);
-    const SampleRow& last = ride->log.rows[static_cast<size_t>(ride->log.sampleCount)];
-    EXPECT_LT(last.accele, 0.0005);
-    EXPECT_NEAR(last.velocity * 3.6, 57.95, 0.005);
-    EXPECT_NEAR(ride->found.velocity * 3.6, 57.973, 0.001);
-    EXPECT_EQ(last.time, ride->log.rows[static_cast<size_t>(ride->log.sampleCount) - 1].time); // adds no step
-}
-
 TEST_F(RollingTest, standingStillOnlyTheSlopePulls)
 {
     run(rideInclinationAndVelocity, 0);

@@ -54,14 +54,6 @@ TEST_F(SteadyTest, beyondTheGearsTheBandRepeatsItsLastGoodPoint)
         EXPECT_EQ(g.value(99, series), series < 5 ? g.value(last, series) : 0.0);
 }
 
-TEST_F(SteadyTest, downhillThrustAloneTurnsNegative)
-{
-    block.rideInclination[0] = -8.0;
-    run(ridePowerAndVelocity, 0);
-    expectFigures({ride->found.power, ride->found.requiredPower, ride->graph->value(99, 1)}, {0.0, 0.0, 0.0});
-    EXPECT_LT(ride->graph->value(99, 7), 0.0);
-}
-
 TEST_F(SteadyTest, lossesThatReachTheWholePowerLeaveNoAnswer)
 {
     for (int location : {0, 1, 2}) {
