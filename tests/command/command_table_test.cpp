@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cctype>
 #include <set>
 #include <string>
 
@@ -18,7 +19,7 @@ TEST(CommandTable, DialogsHaveTheirForms)
         EXPECT_TRUE(!asks || findForm(command.form) != nullptr) << command.id;
         EXPECT_EQ(command.entry == Entry::sheet, !sheetPages(command.sheet).empty()) << command.id;
         EXPECT_EQ(command.operation == nullptr, ownWindow) << command.id;
-        EXPECT_STRNE(command.meaning, "") << command.id;
+        EXPECT_TRUE(std::islower(*command.meaning)) << command.id;
     }
 }
 
@@ -39,9 +40,10 @@ TEST(CommandTable, ConsoleNamesAreUnique)
     EXPECT_EQ(findCommand("801x"), nullptr);
 }
 
+// Those of a group stand in the order of their numbers.
 TEST(Menu, HoldsEveryCommandWithAnEntryOnce)
 {
-    int depth = 0;
+    int depth = 0, before = 0;
     std::set<int> shown;
     for (const MenuItem& item : menuTable()) {
         if (item.kind == MenuKind::menu || item.kind == MenuKind::submenu) {
@@ -52,7 +54,9 @@ TEST(Menu, HoldsEveryCommandWithAnEntryOnce)
         if (item.kind == MenuKind::command) {
             EXPECT_NE(findCommand(item.command), nullptr) << item.command;
             EXPECT_TRUE(shown.insert(item.command).second) << item.command;
+            EXPECT_TRUE(item.command > before || item.command == commandAbout) << item.command;
         }
+        before = item.kind == MenuKind::command ? item.command : 0;
     }
     EXPECT_EQ(depth, 0);
     for (int id : {510, 511, 994}) // by key, message or console alone

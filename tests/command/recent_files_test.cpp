@@ -33,7 +33,7 @@ TEST(RecentFiles, LatestFirstTenOfEachKind)
     rememberFile(file, RecentKind::profiles, "road.pro");
     EXPECT_FALSE(file.changed);
     EXPECT_EQ(recentLabel(0, "C:\\rides\\a & b.fit"), "&1 a && b.fit  (C:\\rides)");
-    EXPECT_EQ(recentLabel(9, "c.fit"), "1&0 c.fit");
+    EXPECT_EQ(recentLabel(8, "c.fit") + recentLabel(9, "c.fit"), "&9 c.fit1&0 c.fit");
     keepFolderOf(file, "Ride", "C:\\rides\\a.fit");
     keepFolderOf(file, "Ride", "bare.fit");
     EXPECT_EQ(keptFolder(file, "Ride") + keptFolder(file, "Text"), "C:\\rides");

@@ -89,6 +89,7 @@ TEST(RideDialogs, ShowVelocitiesInKph)
     EXPECT_EQ(dialog.type(5132, "36").confirm(), "");
     EXPECT_EQ(dialog.working.rideVelocity[0], 10);
     EXPECT_EQ(dialog.open(2021).type(5132, "200").confirm(), ""); // 200 / 3.6 x 3.6 is no matter
+    EXPECT_EQ(dialog.pick(5112, -1).pick(5112, 99).chosen(5112), 0) << "there is no such choice";
 }
 
 TEST(RideDialogs, IntensionIsByTimeOrDistance)
@@ -140,6 +141,7 @@ TEST(AccelerationDialog, OffersTheGearsOfTheProfile)
     EXPECT_EQ(dialog.working.startGearIndex[0], 3);
     // From the defaults the list starts at the gear of the default velocity, not at the one chosen before.
     EXPECT_EQ(dialog.open(2022).chosen(5212), 0);
+    EXPECT_EQ(gears.at(static_cast<size_t>(dialog.open(2023).chosen(5312))), "51 x 11"); // from 70 kph
     dialog.working.initialValueMode = 1;
     EXPECT_EQ(dialog.open(2022).chosen(5212), 3);
     dialog.working.startGearIndex[0] = 99; // of another profile

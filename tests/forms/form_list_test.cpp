@@ -1,4 +1,4 @@
-// What holds for every form: control ids, limits, defaults, the slot of its "save as default" box.
+// What holds for every form: control ids, limits, defaults.
 #include "core/record_check.h"
 #include "figures.h"
 #include "form_fixture.h"
@@ -21,6 +21,8 @@ TEST(FormList, GivesEveryControlItsOwnId)
         std::map<int, const Row*> controls;
         for (const Row& row : form->rows) {
             auto [found, fresh] = controls.insert({row.id, &row});
+            EXPECT_TRUE((row.id == 0 || row.id > 1000) && (row.spin == 0 || row.spin > 1000))
+                << form->id << " " << row.id;
             EXPECT_TRUE(fresh || row.id == 0 || (found->second->present && row.present)) << form->id << " " << row.id;
             for (size_t i = 1; i < row.radioIds.size(); ++i)
                 EXPECT_TRUE(controls.insert({row.radioIds[i], &row}).second) << form->id << " " << row.radioIds[i];
@@ -84,27 +86,6 @@ TEST(FormList, StoresNothingThatWasNotTyped)
         EXPECT_EQ(open.open(form->id).confirm(), "") << form->id;
         EXPECT_EQ(std::memcmp(&before, &open.working, sizeof before), 0) << form->id;
     }
-}
-
-TEST(FormList, PutsSaveAsDefaultIntoASlotOfItsOwn)
-{
-    std::set<size_t> slots;
-    for (const Form* form : allForms()) {
-        if (form->saveBox == 0 || form->saveFlag == noField)
-            continue;
-        EXPECT_TRUE(slots.insert(form->saveFlag).second) << form->id;
-        if (form->id >= 2054) // asks for files
-            continue;
-        OpenForm open(form->id);
-        EXPECT_FALSE(open.state.saveAsDefault) << form->id;
-        open.state.saveAsDefault = true;
-        EXPECT_EQ(open.confirm(), "") << form->id;
-        int32_t flag = 0;
-        std::memcpy(&flag, reinterpret_cast<const char*>(&open.working) + form->saveFlag, sizeof flag);
-        EXPECT_EQ(flag, 1) << form->id;
-        EXPECT_TRUE(open.open(form->id).state.saveAsDefault) << form->id;
-    }
-    EXPECT_EQ(slots.size(), 35u);
 }
 
 // Whatever a list offers may be saved, and a file that holds it is good.

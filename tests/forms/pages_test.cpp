@@ -13,7 +13,8 @@ TEST(HumanPage, FtpIsEnteredOnlyWhenUsed)
     page.type(1112, "80");
     EXPECT_EQ(page.type(1118, "50").confirm(), "found too small value of an expected cadence");
     EXPECT_EQ(page.refused(), 1118);
-    EXPECT_EQ(page.working.humanWeight, 60); // a refused page stores nothing
+    EXPECT_EQ(page.working.humanWeight, 60);           // a refused page stores nothing
+    EXPECT_EQ(page.pick(1131, 3).text(1113), " 41.0"); // a position brings its angle
     page.working.useFtp = 0;
     EXPECT_EQ(page.open(1001).type(1118, "50").confirm(), "") << "no limit holds it while it is disabled";
 }
@@ -87,7 +88,7 @@ TEST(WheelPage, PredictsOneWheelFromItsBuild)
     page.type(1422, "14");
     buttonReturned(page.state, rear, page.working);
     EXPECT_EQ(page.text(1427), "  4.8"); // 16.14 W x 0.6 x 14 / 28
-    EXPECT_EQ(page.text(1424), " 20.0");
+    EXPECT_EQ(page.text(1424) + page.text(1428), " 20.0 50.0");
     EXPECT_EQ(page.confirm(), "found too small value of a case of wheel regist");
     expectFigures({page.working.rimDepth[1], page.working.predictWheel}, {50, 0}); // taken back with the page
     page.working.rimDepth[1] = 80;
@@ -112,6 +113,8 @@ TEST(BrakePage, ShowsTheEntriesOfTheSelectedType)
     EXPECT_EQ(page.confirm(), "");
     expectFigures({page.working.brakeWeight[0][0], page.working.brakeWeight[1][0]}, {350, 120});
     EXPECT_EQ(page.pick(1611, 0).pick(1611, 1).text(1641), "120.0"); // what was applied is what is fetched
+    EXPECT_EQ(page.type(1644, "9").type(1642, "9").confirm(), "found too small value of a brake surface size");
+    EXPECT_EQ(page.refused(), 1642) << "the front wheel goes first, whatever its brake";
 }
 
 TEST(AssistPage, ChecksInItsOwnOrder)
@@ -125,7 +128,7 @@ TEST(AssistPage, ChecksInItsOwnOrder)
         {{{1811, "0"}, {1824, "0"}, {1831, "99999"}}, "found illegal motor location", 1811},
         {{{1821, "0"}, {1827, "0"}, {1831, "99999"}}, "found illegal maximum e-Power value", 1831},
         {{{1821, "0"}, {1827, "0"}}, "found illegal void range 1", 1824},
-        {{{1824, "0"}}, "found illegal void range 2", 1827},
+        {{{1824, "0"}, {1832, "-1"}}, "found illegal void range 2", 1827},
         {{{1834, "24.9"}, {1827, "0"}}, "found illegal speed order of a range 1", 1834},
         {{{1834, "25"}, {1827, "0"}}, "", 0},
         {{{1827, "1"}, {1837, "0"}}, "found non-sense ratio for constant range 2", 1837},
@@ -181,6 +184,7 @@ TEST(PelotonPage, ShowsTheRatio)
     // 10^-0.2 x 0.6^0.2 = 0.56968; in turns (9 x 0.56968 + 1) / 10
     EXPECT_EQ(page.text(11955), "0.613");
     EXPECT_EQ(page.pick(11943, 0).text(11955), "0.570");
+    EXPECT_EQ(page.type(11953, "20").text(11955), "0.512"); // as 17 of them: 17^-0.2 x 0.6^0.2
     EXPECT_EQ(page.type(11953, "1").text(11955), "1.000");
 }
 

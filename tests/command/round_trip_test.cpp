@@ -1,0 +1,158 @@
+// What a user enters stands there after the next start: typed or chosen at random, confirmed, saved as default, written
+// to the files of the program, read again and opened.
+#include "command/fill.h"
+#include "command/kept_entries.h"
+#include "command/settings_command.h"
+#include "core/parameter_file.h"
+#include "core/text.h"
+#include "model/model_fixture.h"
+
+#include "fit/fit_builder.h"
+
+#include <cmath>
+#include <map>
+
+namespace torvane {
+namespace {
+
+bool isEdit(const Row& row)
+{
+    return row.kind == RowKind::real || row.kind == RowKind::whole;
+}
+
+bool isChosen(const Row& row)
+{
+    return row.kind == RowKind::choice || row.kind == RowKind::radio || row.kind == RowKind::check;
+}
+
+// Those that follow something else: the rider, the other factors, the ride, the occasion.
+bool isNeverDefault(const Row& row)
+{
+    constexpr std::string_view names[] = {"theoryCadence", "theoryCadenceMax", "rideAccele", "averageTemperature",
+                                          "fileType",      "asAngle",          "prepare"};
+    return std::ranges::find(names, std::string_view(row.name)) != std::end(names);
+}
+
+class RoundTrip {
+public:
+    RoundTrip(const Form& ofForm, unsigned seed) : form(ofForm), random(seed)
+    {
+        ride.presence.altitudeFlags = 1;
+        ride.presence.positionFlags = 0x11;
+    }
+    void run()
+    {
+        chooseCalculator(commandOf(), session.working);
+        for (int tries = 0; !enterAndConfirm(); ++tries)
+            ASSERT_LT(tries, 500) << form.title;
+        EXPECT_EQ(opened().saveAsDefault, form.saveFlag != noField) << form.title;
+        commandOf().commit ? commandOf().commit(session.saved, session.working)
+                           : commitGps(session.saved, session.working);
+        FormState next = openedAgain();
+        for (const auto& [row, value] : entered)
+            if (isPresent(next, *row) && !isNeverDefault(*row)) {
+                double found =
+                    isEdit(*row) ? std::strtod(rowText(next, *row).c_str(), nullptr) : chosenValue(next, *row);
+                EXPECT_NEAR(found, value, 1e-6) << form.title << ": " << row->name;
+            }
+    }
+
+private:
+    const Command& commandOf() const
+    {
+        for (const Command& command : commandTable())
+            if (command.form == form.id || std::ranges::count(sheetPages(command.sheet), &form) != 0)
+                return command;
+        return commandTable()[0];
+    }
+    double below(double count)
+    {
+        return std::floor(uniform(random, 0, count));
+    }
+    // A value that its box shows to the last digit.
+    void enter(FormState& state, const Row& row)
+    {
+        if (!row.name || !isEnabled(state, row))
+            return;
+        if (isChosen(row)) {
+            size_t count = row.kind == RowKind::check ? 2 : rowLabels(state, row).size();
+            int chosen = static_cast<int>(below(static_cast<double>(count)));
+            choose(state, row, chosen);
+            EXPECT_TRUE(chosenValue(state, row) == chosen || !row.takes) << form.title << ": " << row.name;
+        } else if (isEdit(row)) {
+            double value = row.least + row.step * below((row.most - row.least) / row.step + 1e-6);
+            typeText(state, row, formatText("%.10g", value));
+        }
+    }
+    void name(FormState& state, const Row& row)
+    {
+        constexpr const char* rides[] = {"half-1.fit", "half-2.fit", "hills.fit", "no-laps.fit"};
+        if (row.kind == RowKind::path)
+            setPath(state, row,
+                    row.index == destinationPath
+                        ? folder.path + "out.fit"
+                        : std::string(TORVANE_CHECKOUT "/samples/rides/") + rides[static_cast<size_t>(below(4))]);
+    }
+    FormState opened()
+    {
+        FormState state;
+        openForm(state, form, session.saved, session.working, session.model, true, ride);
+        return state;
+    }
+    // False where the form refuses what came about.
+    bool enterAndConfirm()
+    {
+        FormState state = opened();
+        EXPECT_FALSE(state.saveAsDefault) << form.title;
+        for (bool choices : {true, false})
+            for (const Row& row : form.rows)
+                if (isChosen(row) == choices)
+                    enter(state, row);
+        for (const Row& row : form.rows)
+            name(state, row);
+        state.saveAsDefault = true;
+        entered.clear();
+        for (const Row& row : form.rows)
+            if (row.name && (isEdit(row) || isChosen(row)) && isEnabled(state, row))
+                entered[&row] = isEdit(row) ? shownValue(state, row) : chosenValue(state, row);
+        return (form.confirm ? confirmDialog(session, state) : confirmPage(session, state)).passed;
+    }
+    FormState openedAgain()
+    {
+        std::string path = folder.path + "a.par";
+        EXPECT_TRUE(writeParameters(path, session.saved) && writeEntryFile(entryFilePath(path), session.kept));
+        ParameterBlock block;
+        EXPECT_EQ(readParameters(path, block), ParametersRead::ok);
+        startFrom(session, block);
+        session.kept = {};
+        EXPECT_TRUE(readEntryFile(entryFilePath(path), session.kept));
+        if (!isEntered("initialValueMode"))
+            session.working.initialValueMode = 1; // what lists propose would stand before what was saved
+        FormState state = opened();
+        takeKept(state, session.kept);
+        return state;
+    }
+    bool isEntered(std::string_view name) const
+    {
+        return std::ranges::any_of(entered, [=](const auto& entry) { return entry.first->name == name; });
+    }
+
+    const Form& form;
+    Random random;
+    TestFolder folder;
+    Session session;
+    LoadedRide ride;
+    std::map<const Row*, double> entered;
+};
+
+TEST(Entries, ComeBackAfterTheNextStart)
+{
+    // Behind a button of its page; with a box that has no effect; without an entry.
+    constexpr int kept[] = {1450, 2091, 2092};
+    for (const Form* form : allForms())
+        for (unsigned seed = 1; seed <= 5 && std::ranges::find(kept, form->id) == std::end(kept); ++seed)
+            RoundTrip(*form, seed).run();
+}
+
+} // namespace
+} // namespace torvane
