@@ -3,7 +3,10 @@
 #include "command/gps_command.h"
 
 #include "captured_screens.h"
+#include "command/course_command.h"
+#include "command/fill.h"
 #include "command/gps_load_command.h"
+#include "command/ride_answer_command.h"
 #include "core/text.h"
 #include "figures.h"
 #include "fit/fit_tools.h"
@@ -154,6 +157,7 @@ TEST_F(GpsCommandTest, shapesOfFilesAtOneStroke)
 TEST_F(GpsCommandTest, theWrittenFileHoldsWhatTheReportSaid)
 {
     session.working.expressFieldsData = 1;
+    session.working.analyseWindSpeed = 8; // felt by headings, which rows show
     ASSERT_EQ(loadMade(shortRide(model)), fitOk);
     FitSummary told = toldOf(source);
     ASSERT_EQ(atOneStroke(session), fitOk);
@@ -186,20 +190,10 @@ TEST_F(GpsCommandTest, theWrittenFileHoldsWhatTheReportSaid)
         expectFigures({entry.maxPower, entry.maxSpeed, entry.totalTimer, entry.startTime},
                       {told.maxPower, told.maxSpeed, told.totalTimer, told.startTimestamp});
     }
-}
-
-TEST_F(GpsCommandTest, theWindIsFeltWhetherOrNotRowsAreShown)
-{
-    session.working.analyseWindSpeed = 8;
-    double powers[2] = {};
-    for (int table : {0, 1}) {
-        session.working.expressFieldsData = table;
-        ASSERT_EQ(loadMade(shortRide(model)), fitOk);
-        ASSERT_EQ(atOneStroke(session), fitOk);
-        for (const GpsRecord& record : reread(destination).records)
-            powers[table] += record.power;
-    }
-    EXPECT_EQ(powers[0], powers[1]);
+    Bytes written = bytesOf(destination);
+    session.working.expressFieldsData = 0;
+    ASSERT_EQ(atOneStroke(session), fitOk);
+    EXPECT_TRUE(bytesOf(destination) == written) << "whether or not rows are shown";
 }
 
 TEST_F(GpsCommandTest, failuresAreTold)
@@ -217,9 +211,16 @@ TEST_F(GpsCommandTest, failuresAreTold)
         ASSERT_EQ(loadMade(shortRide(model)), fitOk);
         spoil(session);
         for (StatusCode (*command)(Session&) : {createAnalysedFile, atOneStroke}) {
+            session.graph.emplace(); // of an earlier answer
             EXPECT_EQ(command(session), code) << text;
             EXPECT_EQ(shown.status, std::string("status : ") + text);
+            EXPECT_FALSE(session.graph) << text;
         }
+    }
+    for (ResultStatus (*command)(Session&) : {answerRideCommand, planCommand}) { // the last source is gone
+        session.graph.emplace();
+        EXPECT_NE(command(session), fitOk);
+        EXPECT_FALSE(session.graph);
     }
 }
 
@@ -266,6 +267,10 @@ TEST_F(GpsCommandTest, aStrokeLeavesTheLoadedRideUntilItSucceeds)
     EXPECT_EQ(atOneStroke(session), fitOk);
     EXPECT_EQ(session.ride.path, destination);
     EXPECT_EQ(session.readiness, nothingToPredict);
+    FitBuilder twoSports;
+    twoSports.define(1, 18, {{5, 1}}).message(1, {1}).message(1, {2});
+    EXPECT_NE(loadMade(twoSports.file()), fitOk);
+    EXPECT_EQ(session.ride.path, destination) << "the load failed";
 }
 
 TEST_F(GpsCommandTest, checkOfTheSource)
@@ -304,6 +309,10 @@ TEST_F(GpsCommandTest, checkOfTheSource)
     EXPECT_EQ(inputs.files[toolDestination].path, folder.path + "out.txt.fit");
     EXPECT_EQ(scanned.presence.positionFlags, 0x77);
     EXPECT_EQ(scanned.presence.temperatureFlags, 0);
+    const std::vector<Assignment> entries = {{"analyseUnrealAccele", "99"}};
+    RunFiles files = {{source}, destination};
+    Filling filling = {session, *findCommand("at-one-stroke"), entries, files};
+    EXPECT_FALSE(fillDialog(filling)) << "what is refused behind a button of the dialog";
 }
 
 } // namespace torvane

@@ -200,6 +200,13 @@ TEST_F(ProtocolTest, cancelStartsNothingButKeepsTheMode)
     session.working.rideTarget = 5;
     protocol.handleCommand(802);
     EXPECT_EQ(session.working.rideTarget, 5) << "the same mode again keeps its target";
+
+    confirms = true;
+    journal.clear();
+    session.formMarks.profile = true; // by a page of the sheet
+    protocol.handleCommand(325);
+    EXPECT_EQ(journal, (Calls{"entry 325", "focus upper"}));
+    session.formMarks = {};
 }
 
 TEST_F(ProtocolTest, pressDuringARunIsASecondEntryAndStopsNothing)

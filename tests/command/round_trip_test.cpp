@@ -35,7 +35,7 @@ bool isNeverDefault(const Row& row)
 
 class RoundTrip {
 public:
-    RoundTrip(const Form& ofForm, unsigned seed) : form(ofForm), random(seed)
+    RoundTrip(const Form& ofForm, unsigned seed) : form(ofForm), random(seed), lasts(seed == 0)
     {
         ride.presence.altitudeFlags = 1;
         ride.presence.positionFlags = 0x11;
@@ -43,11 +43,13 @@ public:
     void run()
     {
         chooseCalculator(commandOf(), session.working);
-        for (int tries = 0; !enterAndConfirm(); ++tries)
+        for (int tries = 0; !enterAndConfirm(); ++tries, lasts = false)
             ASSERT_LT(tries, 500) << form.title;
         EXPECT_EQ(opened().saveAsDefault, form.saveFlag != noField) << form.title;
-        commandOf().commit ? commandOf().commit(session.saved, session.working)
-                           : commitGps(session.saved, session.working);
+        if (commandOf().entry == Entry::sheet)
+            commandOf().operation(session);
+        else
+            (commandOf().commit ? commandOf().commit : commitGps)(session.saved, session.working);
         FormState next = openedAgain();
         for (const auto& [row, value] : entered)
             if (isPresent(next, *row) && !isNeverDefault(*row)) {
@@ -65,9 +67,9 @@ private:
                 return command;
         return commandTable()[0];
     }
-    double below(double count)
+    size_t below(size_t count)
     {
-        return std::floor(uniform(random, 0, count));
+        return random() % count;
     }
     // A value that its box shows to the last digit.
     void enter(FormState& state, const Row& row)
@@ -76,11 +78,12 @@ private:
             return;
         if (isChosen(row)) {
             size_t count = row.kind == RowKind::check ? 2 : rowLabels(state, row).size();
-            int chosen = static_cast<int>(below(static_cast<double>(count)));
+            int chosen = static_cast<int>(lasts ? count - 1 : below(count));
             choose(state, row, chosen);
-            EXPECT_TRUE(chosenValue(state, row) == chosen || !row.takes) << form.title << ": " << row.name;
+            EXPECT_TRUE(chosenValue(state, row) == chosen || row.offset != noField) << form.title << ": " << row.name;
         } else if (isEdit(row)) {
-            double value = row.least + row.step * below((row.most - row.least) / row.step + 1e-6);
+            double value = row.least + row.step * static_cast<double>(
+                                                      below(static_cast<size_t>((row.most - row.least) / row.step)));
             typeText(state, row, formatText("%.10g", value));
         }
     }
@@ -89,9 +92,8 @@ private:
         constexpr const char* rides[] = {"half-1.fit", "half-2.fit", "hills.fit", "no-laps.fit"};
         if (row.kind == RowKind::path)
             setPath(state, row,
-                    row.index == destinationPath
-                        ? folder.path + "out.fit"
-                        : std::string(TORVANE_CHECKOUT "/samples/rides/") + rides[static_cast<size_t>(below(4))]);
+                    row.index == destinationPath ? folder.path + "out.fit"
+                                                 : std::string(TORVANE_CHECKOUT "/samples/rides/") + rides[below(4)]);
     }
     FormState opened()
     {
@@ -139,6 +141,7 @@ private:
 
     const Form& form;
     Random random;
+    bool lasts; // of every list at first, until the form takes what came about
     TestFolder folder;
     Session session;
     LoadedRide ride;
@@ -150,7 +153,7 @@ TEST(Entries, ComeBackAfterTheNextStart)
     // Behind a button of its page; with a box that has no effect; without an entry.
     constexpr int kept[] = {1450, 2091, 2092};
     for (const Form* form : allForms())
-        for (unsigned seed = 1; seed <= 5 && std::ranges::find(kept, form->id) == std::end(kept); ++seed)
+        for (unsigned seed = 0; seed < 5 && std::ranges::find(kept, form->id) == std::end(kept); ++seed)
             RoundTrip(*form, seed).run();
 }
 

@@ -4,9 +4,11 @@
 #include "captured_screens.h"
 #include "command/command_table.h"
 #include "command/session.h"
+#include "core/command_ids.h"
 #include "core/parameter_file.h"
 #include "fit/fit_builder.h"
 #include "forms/form.h"
+#include "report/listed_figures.h"
 #include "ride/ride_run.h"
 
 #include <cmath>
@@ -37,6 +39,10 @@ TEST_F(SettingsCommand, aCancelledSheetLeavesEveryFigure)
         EXPECT_EQ(std::memcmp(&session.working, &working, sizeof working), 0) << sheet;
     }
     EXPECT_EQ(shown.upper, "");
+    session.working.calibration = {0.9F, 0.125F, 20000, 15}; // factor, half its interval, a day, Cel
+    findCommand(commandReportHuman)->operation(session);
+    EXPECT_NE(listed(session.pageFigures.values).find("HalfInterval 0.125 ; dragFactorTemperature 15 Cel"),
+              std::string::npos);
 }
 
 // A run may leave figures that are no numbers; they are none of the rider's.

@@ -1,5 +1,4 @@
 // What holds for every form: control ids, limits, defaults.
-#include "core/record_check.h"
 #include "figures.h"
 #include "form_fixture.h"
 #include "forms/entry_meanings.h"
@@ -85,23 +84,6 @@ TEST(FormList, StoresNothingThatWasNotTyped)
         ParameterBlock before = open.working;
         EXPECT_EQ(open.open(form->id).confirm(), "") << form->id;
         EXPECT_EQ(std::memcmp(&before, &open.working, sizeof before), 0) << form->id;
-    }
-}
-
-// Whatever a list offers may be saved, and a file that holds it is good.
-TEST(FormList, OffersNothingThatAFileMayNotHold)
-{
-    for (const Form* form : allForms()) {
-        OpenForm open(form->id);
-        for (const Row& row : form->rows) {
-            if (row.kind != RowKind::choice && row.kind != RowKind::radio)
-                continue;
-            for (size_t value = 0; row.offset != noField && value < rowLabels(open.state, row).size(); ++value) {
-                ParameterBlock block = open.saved;
-                reinterpret_cast<uint8_t*>(&block)[row.offset] = static_cast<uint8_t>(value);
-                EXPECT_TRUE(isSound(block)) << row.name << ' ' << value;
-            }
-        }
     }
 }
 
