@@ -61,6 +61,15 @@ def render(text, numbered, header):
     return b'#include "' + str(header).encode() + b'"\n#line 1\n' + body
 
 
+def at_run_time(text):
+    """The rendered text with its tables made when the program starts, so that functions the compiler would work out can
+    be changed as well. Does not compile where the compiler needs a table; lines keep their numbers."""
+    text = re.sub(rb"^constinit const ", b"const ", text, flags=re.M)
+    text = re.sub(rb"^constexpr (?=[\w:<>]+ \w+\[\w*\] = )", b"const ", text, flags=re.M)
+    text = re.sub(rb"^static_assert\(.*?;$", lambda found: b"\n" * found.group().count(b"\n"), text, flags=re.M | re.S)
+    return b"#define MUTANTS_AT_RUN_TIME\n" + text
+
+
 def render_range(text, start, end, edits):
     out = []
     while edits and edits[0][0].end <= end:
