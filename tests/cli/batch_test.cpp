@@ -33,11 +33,6 @@ struct BatchTest : ConsoleTest {
             arguments.push_back(in + name + ".fit");
         return call(arguments);
     }
-    std::string text(const std::string& path) const
-    {
-        Bytes bytes = bytesOf(path);
-        return {bytes.begin(), bytes.end()};
-    }
     static size_t count(const std::string& text, const std::string& part)
     {
         size_t found = 0;
@@ -48,8 +43,6 @@ struct BatchTest : ConsoleTest {
 
     std::string out = in + "out", manifest = out + "/torvane-batch.ndjson";
 };
-
-const std::string before = "done before";
 
 // Each change lets the rides be done again that it concerns, and no other.
 TEST_F(BatchTest, aLaterCallDoesWhatHasChanged)
@@ -80,14 +73,15 @@ TEST_F(BatchTest, aLaterCallDoesWhatHasChanged)
         std::filesystem::remove(manifest);
         Call first = batch({"--force", "ride"});
         ASSERT_EQ(first.code, 0) << first.err;
-        EXPECT_EQ(count(text(manifest), "\"outcome\": \"done\", \"output\": "), 3u);
+        EXPECT_EQ(count(textOf(manifest), "\"outcome\": \"done\", \"output\": "), 3u);
         change.make();
         std::vector<std::string> options = {"--resume", "ride"};
         options.insert(options.end(), change.options.begin(), change.options.end());
         Call again = batch(options);
         EXPECT_EQ(again.code, 0) << change.name << again.err;
-        EXPECT_EQ(count(again.out, before), 3 - change.again) << change.name;
-        EXPECT_EQ(count(batch(options).out, before), 3u) << change.name << ", the third time";
+        EXPECT_EQ(count(again.out, "done before"), 3 - change.again) << change.name;
+        EXPECT_EQ(count(again.out, "\"outputs\": [\"" + out), 3u) << change.name;
+        EXPECT_EQ(count(batch(options).out, "done before"), 3u) << change.name << ", the third time";
         EXPECT_LT(again.out.find("/a.fit"), again.out.find("/b.fit")) << change.name;
     }
 }
@@ -103,7 +97,7 @@ TEST_F(BatchTest, oneFolderIsOfOneBatch)
     }
     put("out/torvane-batch.ndjson", {'m', 'y', ' ', 'n', 'o', 't', 'e', 's', '\n'});
     EXPECT_TRUE(contains(batch({"convert", "fitFormat=legacy"}).err, "is no list of rides"));
-    EXPECT_EQ(text(manifest), "my notes\n");
+    EXPECT_EQ(textOf(manifest), "my notes\n");
     EXPECT_FALSE(std::filesystem::exists(out + "/a.fit"));
 }
 
@@ -150,7 +144,7 @@ TEST_F(BatchTest, aRideThatTakesTooLongIsNamed)
         << late.out;
     EXPECT_TRUE(contains(late.err, "failed: " + in + "b.fit"));
     EXPECT_TRUE(std::filesystem::exists(out + "/c.fit"));
-    EXPECT_EQ(count(text(manifest), "\"outcome\": \"stopped\"}"), 1u);
+    EXPECT_EQ(count(textOf(manifest), "\"outcome\": \"stopped\"}"), 1u);
 }
 
 TEST_F(BatchTest, aManifestThatCannotGrowIsTold)
@@ -191,7 +185,7 @@ TEST_F(BatchTest, ridesFromStandardInputAreAnsweredByLines)
 {
     Bytes ride = plainRide(400);
     constexpr const char* alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-    std::string coded;
+    std::string coded, longName(300, 'b'); // longer than a file's name may be
     uint32_t bits = 0;
     int waiting = 0;
     for (uint8_t byte : ride)
@@ -200,18 +194,22 @@ TEST_F(BatchTest, ridesFromStandardInputAreAnsweredByLines)
     if (waiting != 0)
         coded += alphabet[bits << (6 - waiting) & 63];
     std::string lines = "{\"name\": \"x/\\u00e4.fit\", \"bytes\": \"" + coded + "\"}\nno object\n\n" + "{\"bytes\":\"" +
-                        coded + "==\", \"more\": [{}], \"name\":\"b\"}\n{\"name\": \"c\"}";
+                        coded + "==\", \"more\": [{}], \"name\":\"" + longName + "\"}\n{\"name\": \"c\"}";
     writeBytes(in + "lines", Bytes(lines.begin(), lines.end()));
     int kept = ::dup(STDIN_FILENO);
     ASSERT_NE(std::freopen((in + "lines").c_str(), "r", stdin), nullptr);
+    ::setenv("TMPDIR", out.c_str(), 1);
     Call answers = call({"--stdin", "--json", "ride"});
+    ::unsetenv("TMPDIR");
+    EXPECT_TRUE(std::filesystem::is_empty(out));
     ::dup2(kept, STDIN_FILENO);
     ::close(kept);
     std::clearerr(stdin);
     EXPECT_EQ(answers.code, 1);
     EXPECT_EQ(count(answers.out, "\n"), 4u);
     EXPECT_EQ(count(answers.out, "\"recordsUsed\": 400"), 2u) << answers.out;
-    EXPECT_TRUE(contains(answers.out, "\"source\": \"x/\u00e4.fit\"") && contains(answers.out, "\"source\": \"b\""));
+    EXPECT_TRUE(contains(answers.out, "\"source\": \"x/\u00e4.fit\"") &&
+                contains(answers.out, "\"source\": \"" + longName));
     EXPECT_TRUE(contains(answers.out, "this line is no JSON object") && contains(answers.out, "no bytes in base64"));
 }
 

@@ -20,6 +20,12 @@ inline bool contains(const std::string& text, const std::string& part)
     return text.find(part) != text.npos;
 }
 
+inline std::string textOf(const std::string& path)
+{
+    Bytes bytes = bytesOf(path);
+    return {bytes.begin(), bytes.end()};
+}
+
 inline Call call(const std::vector<std::string>& arguments)
 {
     std::ostringstream out, err;

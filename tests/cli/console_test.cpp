@@ -31,8 +31,6 @@ TEST_F(Console, RefusesAndTeaches)
          "warning: found too small value of the BPN\ntorvane-cli: bpn takes 40 to 100, not 39\n"},
         {{"--set", "thresholdSpeed=-1", "801"},
          "warning: found too small value of the speed\ntorvane-cli: thresholdSpeed takes 0 or more kph, not -1\n"},
-        {{"--set", "ftp=50", "--set", "useFtp=on", "501"},
-         "warning: found too small value of an expected cadence\ntorvane-cli: ftp takes 100 to 700 W, not 50\n"},
         {{"701", "theoryTarget=cadence", "theoryPower=901"},
          "warning: found power tried to input over the maximal power\ntorvane-cli: theoryPower is 901 W\n"},
         {{"802", "rideTarget=0", "rideLegTime=garbage"}, "torvane-cli: rideLegTime takes a number, not 'garbage'\n"},
@@ -51,7 +49,6 @@ TEST_F(Console, RefusesAndTeaches)
          "torvane-cli: ridePower is an entry of a command, to be given behind it without --set\n"},
         {{"--set", "humanWeigth=70", "801"},
          "torvane-cli: no page has an entry humanWeigth; did you mean humanWeight or humanHeight?\n"},
-        {{"801", "rideVelocity=fast"}, "torvane-cli: rideVelocity takes a number, not 'fast'\n"},
         {{"--set", "bpn=70.5", "801"}, "torvane-cli: bpn takes a whole number, not '70.5'\n"},
         {{"801", "rideTarget=2"}, "torvane-cli: rideTarget has no choice '2'; it takes: power | velocity\n"},
         {{"--set", "predictWheel=both", "801"}, "torvane-cli: predictWheel takes front or rear, not 'both'\n"},
@@ -63,20 +60,24 @@ TEST_F(Console, RefusesAndTeaches)
         {{"--page", "a.html", "801", "--page", "b.html"}, "torvane-cli: --page is given twice\n"},
         {{"--jobs=2", "sweep", "801", "--jobs=2"}, "torvane-cli: --jobs is given twice\n"},
         {{"--graph", "g.svg", "701"}, "torvane-cli: cadence-theory has no graph\n"},
+        {{"801", "--page", "-"}, "torvane-cli: --page writes a file, and not to standard output\n"},
         {{"--page", "p.html", "701"}, "torvane-cli: cadence-theory has no page\n"},
         {{"801", "ride.fit"}, "torvane-cli: power-and-velocity takes no file; 'ride.fit' is no NAME=VALUE\n"},
+        {{"801", "ride-power=3"}, "torvane-cli: power-and-velocity takes no file; 'ride-power=3' is no NAME=VALUE\n"},
         {{"combine", "a.fit"}, "torvane-cli: combine-fit-files takes A.fit B.fit [C.fit [D.fit [E.fit]]] OUT.fit\n"},
         {{"--into", "/no/such/folder", "stroke", "a.fit"}, "torvane-cli: there is no folder /no/such/folder\n"},
         {{"--jobs", "2", "stroke", "a.fit", "b.fit"},
          "torvane-cli: --jobs is for the rides of --into, and for sweep\n"},
-        {{"--jobs=0", "--into", ".", "stroke", "a.fit"}, "torvane-cli: --jobs needs a number from 1 to 256, not '0'\n"},
-        {{"--jobs", "2x", "--into", ".", "stroke", "a.fit"},
+        {{"--jobs=2x", "--into", ".", "stroke", "a.fit"},
          "torvane-cli: --jobs needs a number from 1 to 256, not '2x'\n"},
         {{"--resume", "stroke", "a.fit", "b.fit"}, "torvane-cli: --resume is for the rides of --into\n"},
         {{"--timeout", "0", "--into", ".", "ride"},
          "torvane-cli: --timeout needs a number of seconds above 0, 1000000 at most, not '0'\n"},
         {{"--into", ".", "--recursive", "ride"}, "torvane-cli: no files given\n"},
         {{"--stdin", "ride"}, "torvane-cli: --stdin answers as JSON; give --json as well\n"},
+        {{"--stdin", "ride", "a.fit"}, "torvane-cli: --stdin takes no other file, no --into and no sweep\n"},
+        {{"--graph", "g.svg", "--size", "159x480", "801"},
+         "torvane-cli: --size needs WIDTHxHEIGHT from 160 to 10000 pixels, not '159x480'\n"},
         {{"add", "in.fit", "out.fit"}, "torvane-cli: add-messages needs one of addLap, addSession, addActivity\n"},
         {{"timestamp", "in.fit", "out.fit"},
          "torvane-cli: increase-timestamp needs days, hours, minutes or timestampOffset\n"},
@@ -90,7 +91,6 @@ TEST_F(Console, RefusesAndTeaches)
         EXPECT_EQ(call({"--par", in + "new.par", "--save"}, arguments).code, 2);
         EXPECT_EQ(folder.count(), 0u) << err;
     }
-    EXPECT_EQ(call({}).code, 2);
     EXPECT_EQ(call({"--save", "801"}).err,
               "torvane-cli: --save needs --par FILE: there is no file to keep the defaults in\n");
 }
@@ -188,8 +188,6 @@ TEST_F(Console, KeepsWhatWasNotTypedToTheLastBit)
     EXPECT_EQ(bytesOf(par), before);
     EXPECT_EQ(call({"--par", par, "--save", "--set", "humanWeight=80", "801", "rideVelocity=900"}).code, 2);
     EXPECT_EQ(bytesOf(par), before);
-    for (const std::string& unusable : {in + "none.par", in})
-        EXPECT_EQ(call({"--par", unusable, "801"}).code, 2);
 }
 
 // A call after the other with one parameter file: what the first saves is what the next opens with.
@@ -225,8 +223,6 @@ TEST_F(Console, PrintsOneJsonObject)
     EXPECT_TRUE(contains(answer.out, "\"lower\": \"\\n power and velocity which calculation target is 'power'\\n\\t"));
     EXPECT_TRUE(contains(answer.out, "\"graph\": {\"kind\": 3, \"series\": [\""));
     EXPECT_EQ(answer.out.substr(answer.out.size() - 3), "}}\n");
-    for (const char* absent : {"\"upper\"", "nan"})
-        EXPECT_FALSE(contains(answer.out, absent));
 }
 
 // Whatever goes wrong, under --json there is one object, and it says what.
@@ -265,22 +261,17 @@ TEST_F(Console, TellsErrorsAsData)
     }
 }
 
-TEST_F(Console, TakesACommandBehindTwoHyphens)
-{
-    EXPECT_EQ(call({"--json", "--", "801", "rideVelocity=40"}).out, call({"--json", "801", "rideVelocity=40"}).out);
-}
-
 TEST_F(Console, DrawsTheGraphThatIsAskedFor)
 {
     EXPECT_EQ(call({"--graph", in + "g.svg", "801", "rideVelocity=40"}).code, 0);
-    Bytes bytes = bytesOf(in + "g.svg");
-    EXPECT_TRUE(contains({bytes.begin(), bytes.end()}, "<svg"));
+    std::string drawn = textOf(in + "g.svg");
+    EXPECT_TRUE(contains(drawn, "<svg"));
     EXPECT_EQ(call({"--graph", in + "no/such/g.svg", "801"}).code, 1);
     Call without = call({"--json", "--graph", in + "g.svg", "803", "rideStartVelocity=10", "rideEndVelocity=10"});
     EXPECT_EQ(without.code, 1);
     EXPECT_TRUE(contains(without.err, "no graph: '" + in + "g.svg' is not of this run\n"));
     EXPECT_TRUE(contains(without.out, "g.svg' is not of this run\"}"));
-    EXPECT_EQ(bytesOf(in + "g.svg"), bytes);
+    EXPECT_EQ(textOf(in + "g.svg"), drawn);
 }
 
 TEST_F(Console, WritesTheTableAsRows)
@@ -288,8 +279,7 @@ TEST_F(Console, WritesTheTableAsRows)
     std::string ride = put("a.fit", plainRide(90)), table = in + "t.csv";
     auto rowsOf = [&](const std::vector<std::string>& arguments) {
         EXPECT_EQ(call({"--rows", table}, arguments).code, 0) << arguments[0];
-        Bytes bytes = bytesOf(table);
-        return std::string(bytes.begin(), bytes.end());
+        return textOf(table);
     };
     std::string plain = rowsOf({"express", ride}), predicted = rowsOf({"analyse", ride});
     std::string head = "time,sector,latitude_deg,longitude_deg,heading_deg,altitude_m,inclination_%,speed_kph,";
@@ -300,6 +290,7 @@ TEST_F(Console, WritesTheTableAsRows)
     EXPECT_EQ(predicted.substr(predicted.size() - 18), ",,,,cadence power\n");
     Call piped = call({"--rows", "-", "analyse", ride});
     EXPECT_EQ(piped.out, predicted);
+    EXPECT_TRUE(contains(call({"--json", "--rows", table, "802"}).out, "\"outputs\": [\"" + table + "\"]"));
     EXPECT_TRUE(contains(piped.err, "analysed the fit file"));
     for (const std::vector<std::string>& run :
          std::vector<std::vector<std::string>>{{"801"}, {"802"}, {"804"}, {"806"}}) {
@@ -331,17 +322,13 @@ TEST_F(Console, WorksOnRides)
     EXPECT_EQ(loaded.code, 0);
     EXPECT_TRUE(contains(loaded.out, "record data counted 60")) << loaded.out;
     EXPECT_EQ(loaded.err, "status : success to load GPS data from 'Fahrt \xC3\xBC.fit'\n");
-    Call analysed = call({"analyse", ride, "flatCourse=1"});
-    EXPECT_EQ(analysed.code, 0);
-    EXPECT_TRUE(contains(analysed.out, "analysed the fit file")) << analysed.out;
     Call created = call({"--json", "create", ride, in + "out", "analysePowerBase=hub"});
     EXPECT_EQ(created.code, 0);
     EXPECT_TRUE(contains(created.out, "\"outputs\": [\"" + in + "out.fit\"]")) << created.out;
-    // The file now holds both, so there is nothing left to predict; but it can be expressed.
+    // The file now holds both, so there is nothing left to predict.
     Call again = call({"analyse", in + "out.fit"});
     EXPECT_EQ(again.code, 2);
     EXPECT_EQ(again.err, "warning: no need to analyse and predict cause power and cadence are already existing\n");
-    EXPECT_EQ(call({"express", in + "out.fit"}).code, 0);
 }
 
 TEST_F(Console, WorksThroughManyRides)
@@ -358,8 +345,10 @@ TEST_F(Console, WorksThroughManyRides)
     EXPECT_TRUE(contains(answer.err, "failed: " + b + "\n"));
     for (const char* name : {"/a.fit", "/b.fit", "/c.fit"})
         EXPECT_EQ(std::filesystem::exists(out + name), name[1] != 'b') << name;
-    for (const char* count : {"counted 60", "counted 80"})
-        EXPECT_TRUE(contains(answer.out, count));
+    std::string oneByOne;
+    for (const std::string& ride : {longest, a, b, c})
+        oneByOne += call({"at-one-stroke", ride, in + "single"}).out;
+    EXPECT_EQ(answer.out, oneByOne);
     Call json = call({"--json", "--into", out, "at-one-stroke", "predictCadence=0", a, b, c});
     EXPECT_EQ(json.code, 1);
     EXPECT_EQ(std::ranges::count(json.out, '\n'), 3);
@@ -460,7 +449,10 @@ TEST_F(Console, HelpCoversEveryEntry)
     EXPECT_TRUE(contains(call({"help", "--json", "pattern-braking"}).out,
                          "\"default\": 300, \"meaning\": \"the brakes are used once in every such way\", "
                          "\"countsWithAny\": [{\"entry\": \"rideTarget\", \"values\": [\"intermittent braking\"]}]}"));
-    EXPECT_EQ(call({"help", "nothing"}).code, 2);
+    std::string json = call({"help", "--json", "801"}).out;
+    EXPECT_TRUE(contains(json, R"({"name": "rollingPower", "unit": "W"}, )"));
+    EXPECT_EQ(std::ranges::count(json, '\n'), 1);
+    EXPECT_TRUE(contains(call({"help", "--json"}).out, R"({"name": "--version", "meaning": "tell the version"}])"));
     EXPECT_EQ(call({"--version"}).out, "torvane-cli " TORVANE_VERSION "\n");
 }
 

@@ -50,9 +50,6 @@ TEST_F(ConsoleTest, PlansACourse)
     EXPECT_EQ(call({"ride", out}).code, 0);
     EXPECT_EQ(call({"plan", "--force", out, out}).code, 2) << "nor over its source";
     EXPECT_EQ(call({"plan", "--force", "effort=asRidden", "asRidden=" + out, pass, out}).code, 2);
-    for (const char* option : {"--graph", "--rows"})
-        EXPECT_EQ(call({"--force", option, in + "./out.fit", "plan", "effort=asRidden", "asRidden=" + out, pass}).code,
-                  2);
     for (const char* option : {"--page", "--graph", "--rows"})
         EXPECT_EQ(call({"--force", "--page", in + "page.html", option, out, "plan", "--against", "effort=asRidden",
                         "--against", "asRidden=" + out, pass})
@@ -110,16 +107,6 @@ TEST_F(ConsoleTest, KeepsTheAnswerWhoseFileCannotBeWritten)
         EXPECT_TRUE(contains(told.out, "\"kind\": \"cannotWrite\", \"text\": \"failed to save the ")) << arguments[2];
         EXPECT_EQ(contains(told.out, "fit file 'taken"), arguments[0] == "ride");
     }
-}
-
-TEST_F(ConsoleTest, KeepsWhatACourseIsAskedWith)
-{
-    std::string par = in + "Torvane.par";
-    EXPECT_EQ(call({"--par", par, "--save", "plan", "power=177", "topSpeed=45", pass}).code, 0);
-    Call kept = call({"--par", par, "--json", "plan", pass});
-    EXPECT_TRUE(contains(kept.out, "\"status\": \"status : the course 'pass.gpx' ahead\""));
-    EXPECT_TRUE(contains(kept.out, "\"mean\": 1")) << kept.out;
-    EXPECT_TRUE(contains(call({"--par", par, "help", "plan"}).out, "(default 177)"));
 }
 
 TEST_F(ConsoleTest, RefusesWhatIsNoCourse)

@@ -3,6 +3,7 @@
 #include "console_fixture.h"
 
 #include "cli/ending_signals.h"
+#include "cli/platform.h"
 #include "core/files.h"
 #include "in_child.h"
 
@@ -14,6 +15,7 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <tuple>
+#include <unistd.h>
 
 namespace torvane {
 namespace {
@@ -26,12 +28,6 @@ int callInChild(const std::vector<std::string>& arguments, const std::string& pr
     std::string text = answer.out + answer.err;
     writeBytes(printed, {text.begin(), text.end()});
     return answer.code;
-}
-
-std::string textOf(const std::string& path)
-{
-    Bytes bytes = bytesOf(path);
-    return {bytes.begin(), bytes.end()};
 }
 
 struct ConsoleEnds : testing::Test {
@@ -84,26 +80,6 @@ TEST_F(ConsoleEnds, aSignalEndsABatchInOrder)
     }
 }
 
-TEST_F(ConsoleEnds, aSignalAtAnyMomentLeavesNothingHalfMade)
-{
-    Bytes ride = plainRide(5000);
-    writeBytes(a, ride);
-    for (int round = 0; round < 20; ++round) {
-        pid_t child = startChild([&] {
-            catchEndingSignals();
-            int code = 0;
-            while (code <= signalExit)
-                code = runHeld([&] { return static_cast<int>(replaceFile(in + "out/a.fit", {ride, ride})); });
-            return code;
-        });
-        ::usleep(static_cast<useconds_t>(2000 + 137 * round));
-        ::kill(child, SIGTERM);
-        int end = endOf(child);
-        EXPECT_TRUE(end == 128 + SIGTERM || end == -SIGTERM) << end; // the latter before it was caught
-        EXPECT_LE(countIn("out"), 1u);
-    }
-}
-
 TEST_F(ConsoleEnds, aSignalStopsASweepAndSaysSo)
 {
     pid_t child = startChild([&] {
@@ -128,6 +104,17 @@ TEST_F(ConsoleEnds, aSignalThatWasIgnoredStaysIgnored)
                   return std::raise(SIGHUP);
               }),
               0);
+}
+
+TEST_F(ConsoleEnds, aStreamThatWasClosedLendsItsNumberToNoFile)
+{
+    EXPECT_EQ(inChild([] {
+                  ::close(STDERR_FILENO);
+                  prepareStreams();
+                  return ::open("/dev/null", O_RDONLY) > STDERR_FILENO;
+              }),
+              1);
+    EXPECT_TRUE(commandLine(0, nullptr).empty());
 }
 
 TEST_F(ConsoleEnds, aFileBeyondTheLimitOfTheProcessIsAWriteThatFails)

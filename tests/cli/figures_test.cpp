@@ -31,7 +31,7 @@ std::vector<double> figuresOf(const std::string& json)
 }
 
 // The report without its tables, names, times of day and durations.
-std::string textOf(const std::string& report)
+std::string figuresTextOf(const std::string& report)
 {
     std::string text = report;
     for (const char* table : {"process of", "cumulative data", "remarkable fields data", "sectors of a minute",
@@ -91,7 +91,7 @@ TEST_F(ConsoleTest, FiguresHoldEveryNumberOfAReport)
         {"plan", "start=8:30", "stops=2x5min", std::string(TORVANE_CHECKOUT "/samples/rides/pass.gpx")},
     };
     for (const std::vector<std::string>& arguments : calls) {
-        std::string text = textOf(call(arguments).out), json = call({"--json"}, arguments).out;
+        std::string text = figuresTextOf(call(arguments).out), json = call({"--json"}, arguments).out;
         std::vector<double> figures = figuresOf(json);
         EXPECT_FALSE(figures.empty()) << arguments.back();
         EXPECT_EQ(json.find("null"), json.npos) << arguments.back();

@@ -1,8 +1,5 @@
 // Preparing and comparing from the console, and the dialog whose entries they share.
 #include "console_fixture.h"
-#include "core/text.h"
-#include "figures.h"
-#include "forms/form_fixture.h"
 #include "gps/prepare_fixture.h"
 
 namespace torvane {
@@ -72,24 +69,20 @@ TEST_F(PrepareConsole, KeepsItsEntriesBesideTheParameterFile)
     writeBytes(source, recordedRide());
     std::string par = in + "Torvane.par", kept = in + "Torvane.settings";
     auto write = [&](const std::string& text) { writeBytes(kept, {text.begin(), text.end()}); };
-    auto stands = [&] {
-        Bytes bytes = bytesOf(kept);
-        return std::string(bytes.begin(), bytes.end());
-    };
     write("# mine\r\ngapLimit = 500\nlater=1\nno entry\n\ndropPower=maybe");
     Call told = call({"--par", par, "--save", "prepare", "jumpSpeed=55.25", "dropCadence=on", source, out});
     EXPECT_EQ(told.code, 0);
     for (const char* line : {"4: no entry\n", "gapLimit=500, which takes 1 to 300 sec\n", "dropPower=maybe"})
         EXPECT_TRUE(contains(told.err, line)) << told.err;
     EXPECT_EQ(
-        stands(),
+        textOf(kept),
         "# mine\r\ngapLimit=30\nlater=1\nno entry\n\ndropPower=off\njumpSpeed=55.25\ndropCadence=on\nsport=cycling\n");
     write("gapLimit=2\n");
     EXPECT_EQ(call({"--par", par, "prepare", source, in + "gaps.fit"}).code, 0);
     EXPECT_LT(bytesOf(in + "gaps.fit").size(), bytesOf(source).size());
     write({"\0no text", 8});
     EXPECT_EQ(call({"--par", par, "--save", "prepare", "jumpSpeed=40", source, out}).code, 1);
-    EXPECT_EQ(stands().size(), 8u) << "nobody writes over it";
+    EXPECT_EQ(textOf(kept).size(), 8u) << "nobody writes over it";
 }
 
 // What a ride cost: no refusal for a meter, and none without a second file.
@@ -126,56 +119,15 @@ TEST_F(PrepareConsole, TellsWhatARideCost)
     EXPECT_TRUE(contains(tooShort.err, "note: the ride moves for 00:00:59h at 5.0 kph or faster")) << tooShort.err;
 }
 
-// A track a second apart, at 10 m/s to the north.
-Bytes trackOf(int points)
-{
-    std::string text = "<gpx xmlns='http://www.topografix.com/GPX/1/1'><trk><type>cycling</type><trkseg>";
-    for (int i = 0; i < points; ++i)
-        text += formatText("<trkpt lat='%.8f' lon='8'><ele>400</ele><time>2024-06-15T07:%02d:%02dZ</time></trkpt>",
-                           47 + i * 10 / 111194.9, i / 60, i % 60);
-    text += "</trkseg></trk></gpx>";
-    return {text.begin(), text.end()};
-}
-
-TEST_F(PrepareConsole, TakesTracksAndTheirFileIsTheSameWhenPreparedAgain)
-{
-    std::string track = in + "ride.GPX", again = in + "again.fit";
-    writeBytes(track, trackOf(600));
-    Call done = call({"prepare", track, out});
-    EXPECT_EQ(done.code, 0) << done.err;
-    EXPECT_TRUE(contains(done.out, "\taverage speed: 36.0")) << done.out;
-    call({"prepare", out, again});
-    EXPECT_EQ(bytesOf(again), bytesOf(out));
-    EXPECT_EQ(call({"at-one-stroke", "--prepare", track, again}).code, 0);
-    EXPECT_EQ(call({"at-one-stroke", track, again}).code, 2) << "which reads FIT files";
-    Bytes cut = trackOf(600);
-    cut.resize(5000);
-    writeBytes(track, cut);
-    EXPECT_EQ(call({"prepare", track, again}).code, 2);
-}
-
 TEST_F(PrepareConsole, AdvisesToDivideSeveralSports)
 {
     Recording ride({timeField, heartRateField});
     ride.record({100, 90}).define(localSession, 18, {{5, 1, 0}});
     ride.message(localSession, {2}).message(localSession, {1});
     writeBytes(source, ride.file());
-    for (const Call& refused : {call({"prepare", source, out}), call({"at-one-stroke", "--prepare", source, out})}) {
-        EXPECT_EQ(refused.code, 2);
-        EXPECT_TRUE(contains(refused.err, "please divide it first")) << refused.err;
-    }
-}
-
-TEST(PrepareDialog, OpensWithTheProgramsDefaults)
-{
-    OpenForm dialog(2093);
-    EXPECT_EQ(dialog.text(9331), "30");
-    EXPECT_EQ(dialog.text(9332), "  40.0");
-    dialog.type(9331, "45").type(9332, "22.5").pick(9351, 1);
-    const PrepareOptions& o = dialog.state.preparation.options;
-    expectFigures({o.gapLimit, o.jumpSpeed, o.dropPower, o.dropCadence}, {45, 22.5, 1, 0});
-    dialog.open(2093);
-    expectFigures({o.gapLimit, o.jumpSpeed, o.dropPower, o.dropCadence}, {30, 40, 0, 0});
+    Call refused = call({"prepare", source, out});
+    EXPECT_EQ(refused.code, 2);
+    EXPECT_TRUE(contains(refused.err, "please divide it first")) << refused.err;
 }
 
 } // namespace torvane

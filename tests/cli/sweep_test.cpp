@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <regex>
 
 namespace torvane {
@@ -21,13 +20,6 @@ std::vector<std::string> linesOf(const std::string& text)
     for (std::string line; std::getline(lines, line);)
         all.push_back(line);
     return all;
-}
-
-std::string textOf(const std::string& path)
-{
-    std::ostringstream text;
-    text << std::ifstream(path).rdbuf();
-    return text.str();
 }
 
 // Figures by name without their units, as they are written; "null" for none.
@@ -49,7 +41,9 @@ TEST_F(SweepTest, everyRowIsTheSingleCallToTheLastDigit)
         std::vector<std::string> figures; // some of the command's
         std::vector<Words> values;        // of some rows, in the order of the sweep
     };
+    call({"--par", in + "a.par", "--save", "801", "rideInclination=3"});
     const Case cases[] = {
+        {{"power-and-velocity", "--par=" + in + "a.par"}, {"rideVelocity=20:30:10"}, {"power"}, {{"rideVelocity=30"}}},
         {{"power-and-velocity"},
          {"rideVelocity=20:60:0.1", "rideInclination=-8:8:4"},
          {"power", "airDragPower", "cadence", "kiloJoule"},
@@ -99,6 +93,8 @@ TEST_F(SweepTest, aCombinationWithoutAnAnswerIsARowAndTheRestGoesOn)
     EXPECT_TRUE(rows[1].starts_with("210,,,") &&
                 rows[1].ends_with(",rideVelocity: found too large value of a velocity"));
     EXPECT_EQ(std::ranges::count(rows[1], ','), std::ranges::count(rows[0], ','));
+    Call pages = call({"sweep", "801", "--set=humanWeight=200:201:1"});
+    EXPECT_TRUE(contains(pages.out, ",humanWeight: found too large value of a human weight\n")) << pages.out;
     Call none = call({"sweep", "deceleration", "rideStartVelocity=40", "rideEndVelocity=41:42:1"});
     EXPECT_EQ(none.code, 1);
     EXPECT_TRUE(contains(none.err, "no combination has an answer; the first: illegal initial variate value"))

@@ -1,4 +1,6 @@
 // Charts for files: which curves, where their letters stand, and what becomes of values.
+#include "by_hand.h"
+
 #include "plot/chart.h"
 #include "plot/palette.h"
 #include "plot/text_width.h"
@@ -7,8 +9,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
+#include <map>
 #include <string>
 #include <utility>
 #include <variant>
@@ -90,72 +94,89 @@ TEST(Chart, lettersStandApartAtEverySize)
             }
 }
 
-// By the lines at which its labels stand a chart tells its values back, whatever its size.
-TEST(Chart, isReadBackByItsLabels)
+// In a square of 240 pixels letters have 10, and a figure is 5.56 wide by the metrics of the font. The plots have their
+// left edge behind "300" and 9 pixels, their right edge half of "3.0" and 3 pixels before the picture's. Each of the
+// two units has half of what stands above the labels of the last one: 102.5 pixels, of which a name takes 19.5.
+TEST(Chart, isDrawnAsByHand)
 {
-    const double values[][3] = {{0.5, 10, 300}, {1, -20, 301}, {2, 35, 310}, {4, 30, 305}};
     GraphSeries series;
-    series.seriesNames = {"distance(km)", "power(W)", "altitude(m)"};
-    for (auto& row : values)
-        series.values.insert(series.values.end(), row, row + 3);
-    for (ChartSize size : {ChartSize{320, 240}, ChartSize{640, 480}, ChartSize{2400, 1350}}) {
-        CurveChoice choice;
-        choice.curves = {1, 2};
-        Picture picture = drawChart(series, choice, size);
-        double unit = picture.perPixel;
-        std::vector<std::pair<double, double>> across, up; // pixel and number
-        std::vector<const PictureLine*> curves;
-        for (const PictureItem& item : picture.items)
-            if (const auto* line = std::get_if<PictureLine>(&item)) {
-                Pixel from = line->points.front(), to = line->points.back();
-                if (line->points.size() > 2)
-                    curves.push_back(line);
-                for (const TextBox& box : textBoxes(picture)) {
-                    double middle = (box.left + box.right) / 2, height = (box.bottom - box.top) / 0.95 / emOfHeight;
-                    double y = box.bottom - 0.22 * emOfHeight * height - (baseOfHeight - 0.5) * height;
-                    bool number = box.text.find_first_not_of("-.0123456789") == std::string::npos;
-                    if (number && from.y == to.y && std::fabs(y - from.y / unit) < 0.2 && box.right < from.x / unit) {
-                        up.emplace_back(from.y, std::stod(box.text));
-                        EXPECT_EQ(line->colour == inkColour.light, up.back().second == 0) << box.text;
-                    }
-                    if (number && from.x == to.x && std::fabs(middle - from.x / unit) < 0.2 && box.top > to.y / unit)
-                        across.emplace_back(from.x, std::stod(box.text));
-                }
-            }
-        auto valueAt = [](const auto& ticks, double pixel) {
-            auto [a, b] = std::pair(ticks.front(), ticks.back());
-            for (auto [at, value] : ticks)
-                EXPECT_NEAR(a.second + (at - a.first) / (b.first - a.first) * (b.second - a.second), value, 0.1);
-            return a.second + (pixel - a.first) / (b.first - a.first) * (b.second - a.second);
-        };
-        auto second = std::ranges::adjacent_find(up, [](auto a, auto b) { return b.first > a.first; });
-        ASSERT_TRUE(curves.size() == 2 && across.size() > 2 && second != up.end()) << size.width;
-        std::vector<std::pair<double, double>> panels[] = {{up.begin(), second + 1}, {second + 1, up.end()}};
-        for (size_t curve : {0u, 1u})
-            for (size_t i = 0; i < std::size(values); ++i) {
-                ASSERT_GE(panels[curve].size(), 2u);
-                EXPECT_NEAR(valueAt(across, curves[curve]->points[i].x), values[i][0], 0.02) << i;
-                EXPECT_NEAR(valueAt(panels[curve], curves[curve]->points[i].y), values[i][curve + 1], 0.5) << i;
-            }
+    series.seriesNames = {"time(s)", "power(W)", "altitude(m)"};
+    series.values = {1, 100, 305, 2, 300, 320, 3, 200, 310};
+    CurveChoice choice;
+    choice.curves = {1, 2};
+    ByHand chart{{240 * 8, 240 * 8, {}, 8}};
+    constexpr double left = 16.68 + 9, right = 240 - 6.95 - 3, high = 102.5 - 19.5 - 6;
+    auto letters = [&](double x, double middle, const char* words) {
+        chart.text(x, middle - 5 / 0.87, words, 10 / 0.87, inkColour.light);
+    };
+    const struct {
+        const char *name, *labels[4];
+        double heights[3]; // of the curve's points, in the plot's
+    } panels[] = {{"power(W)", {"0", "100", "200", "300"}, {1. / 3, 1, 2. / 3}},
+                  {"altitude(m)", {"305", "310", "315", "320"}, {0, 1, 1. / 3}}};
+    for (size_t i : {0u, 1u}) {
+        double top = 4 + 102.5 * double(i) + 19.5, bottom = top + high;
+        for (int n = 0; n < 5; ++n) {
+            double x = left + n * (right - left) / 4;
+            chart.line({{x, top}, {x, bottom}}, 1, gridColour.light);
+            if (i == 1)
+                letters(x - 6.95, bottom + 12.5, std::array{"1.0", "1.5", "2.0", "2.5", "3.0"}[size_t(n)]);
+        }
+        for (int n = 0; n < 4; ++n) {
+            double y = bottom - n * high / 3;
+            const char* label = panels[i].labels[n];
+            chart.line({{left, y}, {right, y}}, 1, (*label == '0' ? inkColour : gridColour).light);
+            letters(left - 4 - 5.56 * double(std::string(label).size()), y, label);
+        }
+        chart.line({{left, top - 12.75}, {left + 13, top - 12.75}}, 2, curveColour(i).light);
+        letters(left + 18, top - 12.75, panels[i].name);
+        const double* heights = panels[i].heights;
+        chart.line({{left, bottom - heights[0] * high},
+                    {(left + right) / 2, bottom - heights[1] * high},
+                    {right, bottom - heights[2] * high}},
+                   1.4, curveColour(i).light);
     }
+    letters(right - 30.55, 240 - 31 - 6 + 12.5 + 13.5, "time(s)");
+    chart.expect(drawChart(series, choice, {240, 240}));
 }
 
-TEST(Chart, valuesThatAreNoneLeaveAGapAndAPeakStays)
+// Many points on one column of pixels, 2 and -2 among them wherever: there the curve reaches as high and as low.
+TEST(Chart, valuesThatAreNoneLeaveAGapAndPeaksStay)
 {
-    GraphSeries series = madeSeries(GraphLayout::corneringBand, 1, 100000);
-    for (int point = 0; point < series.pointCount(); ++point)
-        series.values[static_cast<size_t>(point) * 2 + 1] = 0;
-    series.values[2 * 31234 + 1] = 7;
-    Picture peak = drawChart(series, curvesAbout(series), {});
-    const std::vector<Pixel>& line = curveIn(peak).points;
-    EXPECT_LT(line.size(), 4u * 640);
-    auto top = std::ranges::min_element(line, {}, &Pixel::y);
-    EXPECT_LT(top->y, peak.height / 5);
-    size_t whole = peak.items.size();
-    series.values[2 * 50000 + 1] = noNumber;
-    EXPECT_EQ(drawChart(series, curvesAbout(series), {}).items.size(), whole + 1) << "two pieces of the curve";
+    constexpr int columns = 100, each = 50;
+    GraphSeries series = madeSeries(GraphLayout::corneringBand, 1, 0);
+    for (int column = 0; column < columns; ++column)
+        for (int i = 0; i < each; ++i) {
+            double value = i == column % each ? 2 : i == (7 * column + 3) % each ? -2 : std::sin(column * i * i);
+            series.values.insert(series.values.end(), {double(column), value});
+        }
+    Picture whole = drawChart(series, curvesAbout(series), {});
+    std::map<int, std::pair<int, int>> drawn; // the highest and the lowest place of each column
+    for (Pixel at : curveIn(whole).points) {
+        auto& [high, low] = drawn.try_emplace(at.x, at.y, at.y).first->second;
+        high = std::min(high, at.y);
+        low = std::max(low, at.y);
+    }
+    EXPECT_EQ(drawn.size(), size_t{columns});
+    EXPECT_LE(curveIn(whole).points.size(), size_t{4} * columns);
+    for (const auto& [x, ends] : drawn)
+        EXPECT_TRUE(ends == drawn.begin()->second && ends.second - ends.first > whole.height / 2) << x;
+    size_t pieces = whole.items.size();
+    series.values[columns * each + 1] = noNumber;
+    EXPECT_EQ(drawChart(series, curvesAbout(series), {}).items.size(), pieces + 1) << "two pieces";
     series.values.clear();
     expectApart(drawChart(series, curvesAbout(series), {}));
+}
+
+// Each letter once more than the one before it, by the metrics of a font that is as wide; a letter of other scripts is
+// an em.
+TEST(TextWidth, isTheFonts)
+{
+    std::string letters;
+    for (char c = ' '; c <= '~'; ++c)
+        letters.append(static_cast<size_t>(c - ' ' + 1), c);
+    EXPECT_NEAR(textWidth(letters), 2394.471, 1e-9);
+    EXPECT_EQ(textWidth("\u00e9\u65e5"), 2);
 }
 
 TEST(Ticks, areRound)

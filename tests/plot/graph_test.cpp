@@ -1,9 +1,11 @@
 // What a graph holds and what its controls do; scales by hand arithmetic, and laws of the picture: inside the window,
 // ticks in order, zero where it belongs.
+#include "by_hand.h"
 #include "figures.h"
 #include "plot/draw_graph.h"
 #include "plot/geometry.h"
 #include "plot/graph.h"
+#include "plot/palette.h"
 #include "plot/svg.h"
 
 #include <gtest/gtest.h>
@@ -37,11 +39,9 @@ template <class Item>
 std::vector<Item> itemsOf(const Picture& picture)
 {
     std::vector<Item> items;
-    for (const PictureItem& item : picture.items) {
-        if (const Item* found = std::get_if<Item>(&item)) {
+    for (const PictureItem& item : picture.items)
+        if (const Item* found = std::get_if<Item>(&item))
             items.push_back(*found);
-        }
-    }
     return items;
 }
 
@@ -159,24 +159,13 @@ TEST(AxisScale, stepsAndLimits)
         {0, 20, 2.5, 0, 8},   {0, 0, 0.1, 0, 10},
         {0, 1287, 200, 0, 7}, {0, 5e-310, 0.1, 0, 10},
         {0, 0.3, 0.05, 0, 6}, {-1e299, 1e299, 2.5e298, 4, 4},
+        {0, 25, 5, 0, 5},
     };
     for (auto [least, most, step, below, above] : cases) {
         AxisScale scale = scaleAxis(least, most);
         EXPECT_NEAR(scale.step, step, step * 1e-12) << least << ' ' << most;
         expectFigures({scale.ticksBelow, scale.ticksAbove}, {below, above});
     }
-}
-
-TEST(GraphGeometry, placesOfValues)
-{
-    // 640 x 480: margins 64 and 48, 20 pixels for the controls; X 0 to 20, Y -1 to 1, second Y 0 to 20.
-    Graph graph = graphOf(3, 3, {0, -1, 0, 20, 1, 20});
-    GraphGeometry geometry = layOut(graph, 640, 480);
-    // Y shares 364 pixels, half of them above zero; the second axis lies above zero alone and is halved too: the
-    // share is 1 - 0.5 + 1. 364 / 1.5 / 2 for the unit of Y; 121 pixels lie below zero.
-    expectFigures({geometry.originX, geometry.originY, placeX(geometry, 20), placeY(geometry, 1),
-                   placeY(geometry, 20, axisSecondY), placeX(geometry, 1e200)},
-                  {64, 310, 576, 310 - 121, 310 - 242, 64 + 1000000}); // the last held far outside
 }
 
 // Every kind, many sizes, and series with all that a curve can hold.
@@ -209,19 +198,75 @@ TEST(DrawGraph, staysInsideTheWindow)
     }
 }
 
-TEST(DrawGraph, tickLabelsRiseAlongTheAxes)
+// In 640 x 480 pixels: margins 64 and 48, 20 for the controls; axes reach 9 out. X is 0 to 20, Y -1 to 1, the second Y
+// 0 to
+// 20. Y shares 364 pixels, half of them above zero; the second axis lies above zero alone and is halved too: the share
+// is 1 - 0.5 + 1. 364 / 1.5 / 2 for the unit of Y; 121 pixels lie below zero. Six and five pixels a letter are left for
+// texts that end at an axis.
+TEST(DrawGraph, axesAndCurvesByHand)
 {
-    auto texts = itemsOf<PictureText>(drawGraph(graphOf(1, 2, {-3.5, -20, 8, 55}), 640, 480));
-    // X from -4 to 8 by 2, its name; Y from -20 to 60 by 10, its name.
-    constexpr const char* expected[] = {"-4",  "-2", "0",  "2",  "4",  "6",  "8",  "time", "-20",
-                                        "-10", "0",  "10", "20", "30", "40", "50", "60",   "velocity"};
-    ASSERT_EQ(texts.size(), std::size(expected));
-    for (size_t i = 0; i < texts.size(); ++i)
-        EXPECT_EQ(texts[i].text, expected[i]);
-    for (size_t i = 1; i < 7; ++i)
-        EXPECT_GT(texts[i].at.x, texts[i - 1].at.x);
-    for (size_t i = 9; i < 17; ++i)
-        EXPECT_LT(texts[i].at.y, texts[i - 1].at.y);
+    ByHand graph{{640, 480, {}}};
+    constexpr const char *tens[] = {"0", "2.5", "5", "7.5", "10", "12.5", "15", "17.5", "20"},
+                         *ones[] = {"-1", "-0.75", "-0.5", "-0.25", "0", "0.25", "0.5", "0.75", "1"};
+    graph.line({{55, 310}, {585, 310}}, 1, colourBlack);
+    for (int n = 0; n < 9; ++n) {
+        int x = 64 + 64 * n;
+        graph.line({{x, 307}, {x, 313}}, 1, colourBlack);
+        graph.text(x + 4, 314, tens[n], 14, colourBlack);
+    }
+    graph.text(585, 294, "time", 14, colourBlack);
+    graph.line({{64, 441}, {64, 59}}, 1, colourBlack);
+    for (int n = 0; n < 9; ++n) {
+        double y = 310 - std::trunc((n - 4) * 0.25 * 364 / 3), wide = 6 + 5 * double(std::string(ones[n]).size());
+        graph.line({{61, y}, {67, y}}, 1, colourBlack);
+        graph.text(64 - wide, y - 16, ones[n], 14, colourBlack);
+    }
+    graph.text(68, 59, "velocity", 14, colourBlack);
+    graph.line({{576, 441}, {576, 59}}, 1, colourGrey);
+    for (int n = 0; n < 9; ++n) {
+        double y = 310 - std::trunc(n * 2.5 * 364 / 30);
+        graph.line({{573, y}, {579, y}}, 1, colourGrey);
+        graph.text(580, y - 16, tens[n], 14, colourGrey);
+    }
+    graph.text(576 - 6 - 5 * 8, 59, "distance", 14, colourGrey);
+    graph.line({{64, 310 + 121}, {576, 310 - 121}}, 2, colourBlack);
+    graph.line({{64, 310}, {576, 310 - 242}}, 2, colourGrey);
+    graph.expect(drawGraph(graphOf(3, 3, {0, -1, 0, 20, 1, 20}), 640, 480));
+}
+
+// Both axes 0 to 20, of 512 pixels from 64 on and of 364 up from 432.
+TEST(DrawGraph, vectorsAndMarksByHand)
+{
+    Graph graph = graphOf(7, 2, {0, 0, 20, 20});
+    graph.series.vectorStyle = 1;
+    graph.series.vectorNames = {"up", "no", "steep"};
+    graph.series.vectorValues = {10, 5, nan, 1, 0.75, 1};
+    graph.series.pointTags = {"first"};
+    graph.picked = 1;
+    Picture found = drawGraph(graph, 640, 480);
+    found.items.erase(found.items.begin(), found.items.begin() + 2 * (1 + 2 * 9 + 1)); // axes, ticks and names
+    ByHand wanted{{640, 480, {}}};
+    // The line through both ends of the axes, the arrow of 10 and 5, its head of 8 pixels split by 2 / root 5 and
+    // 1 / root 5 behind a foot 1/32 of the line before the tip, and its name.
+    wanted.line({{64, 432}, {576, 432 - 182}}, 1, colourVector);
+    wanted.line({{64, 432}, {320, 341}}, 2, colourVector);
+    wanted.line({{304 - 4, 346 - 7}, {320, 341}, {304 + 4, 346 + 7}}, 2, colourVector);
+    wanted.text(326, 341 - 30, "up", 14, colourVector);
+    // 0.75 and 1: 19 and 18 pixels; a head of 8 split by 3/5 and 4/5.
+    wanted.line({{64, 432}, {64 + 384, 432 - 364}}, 1, colourVector);
+    wanted.line({{64, 432}, {83, 414}}, 2, colourVector);
+    wanted.line({{83 - 12 - 6, 414 + 11 - 5}, {83, 414}, {83 - 12 + 6, 414 + 11 + 5}}, 2, colourVector);
+    wanted.text(89, 414 - 30, "steep", 14, colourVector);
+    for (auto [x, y] : {std::pair{64, 432}, {576, 68}}) {
+        wanted.line({{x - 2, y}, {x, y - 2}, {x + 2, y}, {x, y + 2}, {x - 2, y}}, 2, colourBlack);
+        if (x == 64)
+            wanted.text(68, 432, "first", 14, colourTag);
+    }
+    wanted.line({{62, 432}, {64, 430}, {66, 432}, {64, 434}, {62, 432}}, 4, colourPicked);
+    wanted.text(68, 432, "first", 14, colourPicked, true);
+    wanted.expect(found);
+    graph.picked = 7; // beyond the points
+    EXPECT_FALSE(itemsOf<PictureText>(drawGraph(graph, 640, 480)).back().emphasized);
 }
 
 TEST(DrawGraph, bars)
@@ -234,18 +279,6 @@ TEST(DrawGraph, bars)
                   {64, 240, 576, 393, 320});
 }
 
-TEST(DrawGraph, pickedMarkIsLastAndEmphasized)
-{
-    Graph graph = graphOf(6, 2, {0, 0, 20, 20});
-    graph.series.pointTags = {"first", "second"};
-    graph.picked = 1;
-    PictureText tag = itemsOf<PictureText>(drawGraph(graph, 640, 480)).back();
-    EXPECT_EQ(tag.text, "first");
-    EXPECT_TRUE(tag.emphasized);
-    graph.picked = 7; // beyond the points
-    EXPECT_FALSE(itemsOf<PictureText>(drawGraph(graph, 640, 480)).back().emphasized);
-}
-
 TEST(Svg, writesItemsInOrder)
 {
     Picture picture{100, 50, {}};
@@ -253,11 +286,16 @@ TEST(Svg, writesItemsInOrder)
     picture.items.push_back(PictureLine{{{1, 2}, {3, -4}}, 2, colourTag});
     picture.items.push_back(PictureText{{5, 6}, "a<b & \"c\"\n>", 10, colourPicked, true});
     std::string svg = svgText(picture);
-    EXPECT_EQ(svg.substr(svg.find("fill=\"#ffffff\"/>\n") + 17),
+    EXPECT_EQ(svg.substr(svg.find("<rect")),
+              "<rect x=\"0\" y=\"0\" width=\"100\" height=\"50\" fill=\"#ffffff\"/>\n"
               "<rect x=\"20\" y=\"10\" width=\"10\" height=\"5\" fill=\"#332211\"/>\n"
               "<polyline fill=\"none\" points=\"1,2 3,-4\" stroke=\"#3333cc\" stroke-width=\"2\"/>\n"
               "<text x=\"5\" y=\"14\" font-size=\"8.70\" fill=\"#ff0000\" font-style=\"italic\" "
               "text-decoration=\"underline\">a&lt;b &amp; \"c\" &gt;</text>\n</svg>\n");
+    Picture themed{10, 10, {PictureBox{0, 0, 1, 1, inkColour.light}}};
+    EXPECT_NE(svgText(themed).find("fill=\"#1f2328\"/>"), svg.npos);
+    EXPECT_NE(svgText(themed, SvgGround::preferred).find("fill=\"#1f2328\" class=\"f1\"/>"), svg.npos);
+    EXPECT_NE(svgText(themed, SvgGround::dark).find("fill=\"#e6e8eb\"/>"), svg.npos);
 }
 
 } // namespace

@@ -33,11 +33,14 @@ TEST(GraphView, ReadsOutTheNearestPointAcross)
         int x, y, point;
     };
     constexpr Case cases[] = {{0, 0, 0}, {190, 240, 0}, {193, 240, 2}, {390, 10, 3}, {639, 479, 4}};
-    for (Case at : cases) {
+    for (Case at : cases)
         EXPECT_EQ(nearestPoint(graph, 640, 480, at.x, at.y), at.point) << at.x;
-    }
     EXPECT_EQ(readOut(graph, 2), "distance(km) 2   altitude(m) 100   power(W) 200");
     EXPECT_EQ(readOut(graph, 1), "distance(km) 1   altitude(m) -   power(W) -");
+    // Two points on one column: the first has a curve at the pointer, and its other one far away.
+    graph.series.values = {0, 0, 300, 0, 0, 0, 150, 200, 4, 20, 0, 400};
+    EXPECT_EQ(nearestPoint(storeGraph(graph.series), 640, 480, 64, 68), 0);
+    graph = rideOf({}, {});
     layAlong(graph, 1);
     EXPECT_EQ(readOut(graph, 3), "time(min) 12   altitude(m) 300   power(W) 100");
     layAlong(graph, 2); // lies upwards alone
@@ -56,10 +59,9 @@ TEST(GraphView, KeysLeadFromPointToPoint)
     constexpr Case cases[] = {{-1, PointStep::forth, 0}, {0, PointStep::forth, 2}, {2, PointStep::back, 0},
                               {0, PointStep::back, 0},   {4, PointStep::forth, 4}, {0, PointStep::farForth, 2},
                               {0, PointStep::last, 4},   {4, PointStep::first, 0}, {3, PointStep::farBack, 2}};
-    for (const Case& key : cases) {
+    for (const Case& key : cases)
         EXPECT_EQ(steppedPoint(graph, 640, 480, key.from, key.step), key.to)
             << key.from << ' ' << static_cast<int>(key.step);
-    }
     // Ten points on one column: a step leads past all of them.
     GraphSeries dense;
     dense.graphKind = 1;
@@ -82,16 +84,18 @@ TEST(GraphView, MapStandsBesideAndAnswersTheMouse)
     Picture view = drawGraphView(graph, 1000, 480);
     EXPECT_EQ(view.width, 1000 * view.perPixel);
     int mostRight = 0;
-    for (const PictureItem& item : view.items) {
-        if (const PictureLine* line = std::get_if<PictureLine>(&item)) {
+    for (const PictureItem& item : view.items)
+        if (const PictureLine* line = std::get_if<PictureLine>(&item))
             for (Pixel at : line->points) {
                 mostRight = std::max(mostRight, at.x / view.perPixel);
+                EXPECT_LE(at.y, view.height);
             }
-        }
-    }
-    EXPECT_GT(mostRight, 700);
-    EXPECT_LE(mostRight, 1000);
+    EXPECT_TRUE(mostRight > 700 && mostRight <= 1000) << mostRight;
     EXPECT_EQ(drawReadOut(graph, 1000, 480, 2).items.size(), 3u) << "a mark on each curve and on the map";
+    for (const PictureItem& item : drawReadOut(graph, 1000, 480, 2).items) {
+        const PictureBox& mark = std::get<PictureBox>(item);
+        EXPECT_EQ(mark.right - mark.left, mark.bottom - mark.top);
+    }
     EXPECT_FALSE(hasMap(rideOf({nan, nan, nan, nan, nan}, {nan, nan, nan, nan, nan})));
 }
 
@@ -112,6 +116,7 @@ TEST(Ground, ColoursStandOffFromIt)
         EXPECT_EQ(colourOn({}, colour), colour);
     }
     EXPECT_EQ(groundOf(0xFFFFFF, 0).faint, colourGrey);
+    EXPECT_TRUE(groundOf(35 | 200 << 8, 0).isDark()) << "0.299 of the red and 0.587 of the green are 127.9";
     Ground dark = groundOf(0x000000, 0xFFFFFF);
     for (Colour colour : {colourBlack, colourGrey, colourTag, colourPicked, colourVector, themeColours[4].light}) {
         double bright = luminance(colourOn(dark, colour)) + 0.05, ground = luminance(dark.ground) + 0.05;
