@@ -1,25 +1,13 @@
 // Ways of values between the records.
 #include "core/parameter_block.h"
-#include "figures.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstring>
-#include <string>
 
 namespace torvane {
 
 namespace {
-
-struct Blocks {
-    ParameterBlock saved, working;
-    Blocks()
-    {
-        setDefaults(saved);
-        setDefaults(working);
-    }
-};
 
 // Changes every number of a block's settings and the targets; flags and names stay.
 void disturb(ParameterBlock& block)
@@ -77,26 +65,23 @@ TEST(ParameterCommit, eachFlagMovesItsSectionAlone)
         {gps, gpsTimestamp, commitGps, 6}, {gps, gpsOneStroke, commitGps, 18},
     };
     for (const Case& c : cases) {
-        Blocks b;
-        disturb(b.working);
-        b.working.brakeType[0] = b.working.brakeType[1] = 1;
-        b.working.rideMode = b.working.theoryCalculator = c.flags == ride || c.flags == theory ? c.index : 0;
+        ParameterBlock saved = defaultBlock(), before = saved, working = saved;
+        disturb(working);
+        working.brakeType[0] = working.brakeType[1] = 1;
+        working.rideMode = working.theoryCalculator = c.flags == ride || c.flags == theory ? c.index : 0;
         size_t flag = c.flags + 4 * static_cast<size_t>(c.index);
-        std::memset(reinterpret_cast<uint8_t*>(&b.working) + flag, 1, 1);
-        ParameterBlock before = b.saved;
-        c.commit(b.saved, b.working);
-        EXPECT_EQ(changedWords(b.saved, before), c.words) << c.flags << ' ' << c.index;
-        EXPECT_EQ(changedWords(b.saved, b.working), changedWords(before, b.working) - c.words)
-            << "each to its own place";
-        c.commit(b.saved, b.working);
-        EXPECT_EQ(reinterpret_cast<uint8_t*>(&b.working)[flag], 0) << c.flags << ' ' << c.index << ": flag stays";
+        std::memset(reinterpret_cast<uint8_t*>(&working) + flag, 1, 1);
+        c.commit(saved, working);
+        EXPECT_EQ(changedWords(saved, before), c.words) << c.flags << ' ' << c.index;
+        EXPECT_EQ(changedWords(saved, working), changedWords(before, working) - c.words) << "each to its own place";
+        c.commit(saved, working);
+        EXPECT_EQ(reinterpret_cast<uint8_t*>(&working)[flag], 0) << c.flags << ' ' << c.index << ": flag stays";
     }
 }
 
 TEST(ParameterCommit, theModelStartsWithBothBrakeTypesAndLaterTakesTheSelected)
 {
-    ParameterBlock block;
-    setDefaults(block);
+    ParameterBlock block = defaultBlock();
     ModelState model = {};
     startModel(model, block);
     EXPECT_EQ(model.brakeSurfaceSize[1][0], 160);

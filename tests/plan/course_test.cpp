@@ -37,13 +37,6 @@ double uniformly(std::mt19937& random)
     return random() / 2147483648.0 - 1;
 }
 
-std::vector<TrackPlace> withoutHeights(std::vector<TrackPlace> places)
-{
-    for (TrackPlace& place : places)
-        place.height = noPlace;
-    return places;
-}
-
 std::vector<TrackPlace> movedNorth(std::vector<TrackPlace> places, double degrees)
 {
     for (TrackPlace& place : places)
@@ -68,8 +61,11 @@ TEST(Course, HasASentenceForWhatNobodyCanRide)
         Segments segments;
         StatusCode wanted;
     };
+    std::vector<TrackPlace> withoutHeights = road(5000);
+    for (TrackPlace& place : withoutHeights)
+        place.height = noPlace;
     const Case cases[] = {
-        {"no altitude", {withoutHeights(road(5000))}, planWithoutAltitude},
+        {"no altitude", {withoutHeights}, planWithoutAltitude},
         {"two points", {road(1000, 1000)}, planTooFewPoints},
         {"zero length", {{road(100)[0], road(100)[0], road(100)[0], road(100)[0]}}, planTooShort},
         {"a leap of 100 km",
