@@ -368,8 +368,23 @@ class Desktop:
         self.press("Home", *["Down"] * target)
         wait_for(lambda: self.control(window, number)["selected"] == target, f"entry '{entry}'")
 
+    def open(self, key, title):
+        self.press(key)
+        return self.dialog(title)
+
+    def leave(self, window, key="Escape"):
+        self.press(key)
+        self.gone(window)
+
     def confirm(self, window):
         self.click_control(window, OK)
+
+    def accept(self, window):
+        self.accept(window)
+
+    def clear(self):
+        """Empties the lower pane."""
+        self.clear()
 
     def command(self, number):
         """A command as its menu entry sends it."""
@@ -377,8 +392,7 @@ class Desktop:
 
     def run(self, key, dialog=None, fields=()):
         """A long command by its key: the dialog filled and confirmed, and the report awaited."""
-        self.command(309)
-        wait_for(lambda: not self.pane(LOWER), "an empty pane")
+        self.clear()
         self.press(key)
         if dialog:
             window = self.dialog(dialog)
@@ -390,8 +404,7 @@ class Desktop:
                 else:
                     self.fill(window, number, value)
             self.screenshot(dialog)
-            self.confirm(window)
-            self.gone(window)
+            self.accept(window)
         return self.report()
 
     def report(self):
@@ -406,8 +419,7 @@ class Desktop:
         window = self.dialog(title)
         self.press("alt+n", "Home", "shift+End")
         self.write(windows_path(path))
-        self.press("Return")
-        self.gone(window)
+        self.leave(window, "Return")
 
     def screenshot(self, name):
         SCREENSHOTS.mkdir(parents=True, exist_ok=True)

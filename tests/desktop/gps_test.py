@@ -50,12 +50,10 @@ class RideTest(DesktopTest):
         self.assertEqual(text, desktop.console("analyse", *arguments, ride)["lower"])
 
         created = self.desktop.folder / "analysed.fit"
-        self.desktop.press("ctrl+f")
-        window = self.desktop.dialog("create a FIT file analysed")
+        window = self.desktop.open("ctrl+f", "create a FIT file analysed")
         self.desktop.fill(window, 7211, desktop.windows_path(created))
         self.desktop.screenshot("create a fit file analysed")
-        self.desktop.confirm(window)
-        self.desktop.gone(window)
+        self.desktop.accept(window)
         wait_for(created.exists, "the created file")
         expected = self.desktop.folder / "expected.fit"
         desktop.console("create", *arguments, ride, expected)
@@ -67,14 +65,12 @@ class RideTest(DesktopTest):
         self.assertTrue(self.opens("ctrl+e", "express source data"))
         converted = self.desktop.folder / "/".join(letter * 90 for letter in "abc") / "converted.fit"
         converted.parent.mkdir(parents=True)
-        self.desktop.press("ctrl+n")
-        window = self.desktop.dialog("convert FIT file format")
+        window = self.desktop.open("ctrl+n", "convert FIT file format")
         self.desktop.fill(window, 8241, desktop.windows_path(ride))
         self.desktop.confirm(window)
         self.assertIn("destination", self.desktop.box("error"))
         self.desktop.fill(window, 8242, desktop.windows_path(converted))
-        self.desktop.confirm(window)
-        self.desktop.gone(window)
+        self.desktop.accept(window)
         wait_for(converted.exists, "the converted file")
         wait_for(lambda: not self.opens("ctrl+e", "express source data"), "the command to be greyed")
 
@@ -93,8 +89,7 @@ class RideTest(DesktopTest):
         wait_for(answered.exists, "the answered file")
 
         before = answered.stat().st_mtime_ns
-        self.desktop.command(309)
-        wait_for(lambda: not self.desktop.pane(LOWER), "an empty pane")
+        self.desktop.clear()
         self.desktop.ask("drop", self.desktop.main, desktop.windows_path(ride))
         self.assertEqual(self.desktop.report(), expected)
         self.assertEqual(answered.stat().st_mtime_ns, before, "a dropped ride writes nothing")
@@ -121,8 +116,7 @@ class RideTest(DesktopTest):
 
     def test_settings_open_within_at_one_stroke(self):
         ride = write_ride(self.desktop, "stroke.fit", 120)
-        self.desktop.press("ctrl+shift+f")
-        window = self.desktop.dialog("load and analyse and create")
+        window = self.desktop.open("ctrl+shift+f", "load and analyse and create")
         self.desktop.click_control(window, BROWSE_SOURCE)
         self.desktop.choose_file("open file selected", ride)
         wait_for(lambda: self.desktop.control(window, SOURCE)["text"] == desktop.windows_path(ride), "the chosen ride")
@@ -130,13 +124,11 @@ class RideTest(DesktopTest):
         settings = self.desktop.dialog("analyse and predict")
         self.desktop.fill(settings, 7133, "3.5")
         self.desktop.screenshot("settings for analysis")
-        self.desktop.confirm(settings)
-        self.desktop.gone(settings)
+        self.desktop.accept(settings)
         made = self.desktop.folder / "made.fit"
         self.desktop.fill(window, DESTINATION, desktop.windows_path(made))
         self.desktop.screenshot("at one stroke")
-        self.desktop.confirm(window)
-        self.desktop.gone(window)
+        self.desktop.accept(window)
         wait_for(made.exists, "the file made")
         expected = self.desktop.folder / "stroke expected.fit"
         desktop.console("stroke", "analyseWindSpeed=3.5", ride, expected)
@@ -152,10 +144,8 @@ class LongRunTest(unittest.TestCase):
         program.choose_file("open file selected", ride)
         wait_for(lambda: "long.fit" in program.status(), "the load")
         program.command(309)
-        program.press("ctrl+e")
-        window = program.dialog("express source data")
-        program.confirm(window)
-        program.gone(window)
+        window = program.open("ctrl+e", "express source data")
+        program.accept(window)
         return ride
 
     def test_window_lives_while_commands_wait(self):
@@ -170,16 +160,13 @@ class LongRunTest(unittest.TestCase):
             program.screenshot("commands wait")
             # Refused as during any run, even where the run ends while the question is open.
             program.ask("close", program.main)
-            program.press("ctrl+x")
-            question = program.dialog("confirmation")
+            question = program.open("ctrl+x", "confirmation")
             asked = program.processor_time()
-            program.press("Return")
-            program.gone(question)
+            program.leave(question, "Return")
             self.assertLess(program.processor_time() - asked, 5.0, "the table's pieces leave a turn for keys")
             for title in ("pattern braking", "preference"):
                 window = program.dialog(title)
-                program.press("Escape")
-                program.gone(window)
+                program.leave(window)
             self.assertNotIn("waiting", program.status())
             program.close()
 
@@ -212,8 +199,7 @@ class LongRunTest(unittest.TestCase):
             self.assertLess(slowest, 1.0)
 
             started = program.processor_time()
-            program.command(309)
-            wait_for(lambda: not program.pane(LOWER), "an empty pane")
+            program.clear()
             self.assertLess(program.processor_time() - started, FILL_LIMIT)
             program.close()
 

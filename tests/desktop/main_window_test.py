@@ -59,8 +59,7 @@ class StartTest(DesktopTest):
         self.assertEqual(len([w for w in self.desktop.windows() if w["class"] == "#32770"]), 1)
         self.assertEqual(self.desktop.control(about, ABOUT_TEXT)["text"], "Torvane ver.1.21.00")
         self.desktop.screenshot("about")
-        self.desktop.press("Return")
-        self.desktop.gone(about)
+        self.desktop.leave(about, "Return")
 
     def test_menu_is_whole(self):
         for number, key in enumerate(("f", "p", "s", "g", "o", "t", "h")):
@@ -73,20 +72,16 @@ class StartTest(DesktopTest):
             wait_for(lambda: self.desktop.status().strip() == "status :", "the menu to close")
 
     def test_exit_can_be_cancelled(self):
-        self.desktop.press("ctrl+x")
-        question = self.desktop.dialog("confirmation")
+        question = self.desktop.open("ctrl+x", "confirmation")
         labels = {number: c["text"] for number, c in self.desktop.controls(question).items()}
         self.assertEqual((labels[OK], labels[CANCEL]), ("okay", "cancel"))
-        self.desktop.press("Escape")
-        self.desktop.gone(question)
+        self.desktop.leave(question)
         self.assertIsNone(self.desktop.program.poll())
 
     def test_close_is_ignored_beneath_a_dialog(self):
-        self.desktop.press("ctrl+q")
-        about = self.desktop.dialog("about")
+        about = self.desktop.open("ctrl+q", "about")
         self.desktop.ask("close", self.desktop.main)
-        self.desktop.press("Return")
-        self.desktop.gone(about)
+        self.desktop.leave(about, "Return")
         self.assertIsNotNone(self.desktop.find("Torvane", "Torvane"))
 
     def test_second_start_ends_silently(self):
@@ -253,11 +248,9 @@ class EndTest(unittest.TestCase):
             self.assertEqual(struct.unpack_from("<i", (folder / "Torvane.par").read_bytes(), RIDE_TARGET)[0], 4)
             program.launch()
             program.await_start()
-            program.press("ctrl+v")
-            window = program.dialog("power and velocity")
+            window = program.open("ctrl+v", "power and velocity")
             self.assertEqual(program.control(window, 5111)["selected"], 0, "a list of two takes the fifth as the first")
-            program.press("Escape")
-            program.gone(window)
+            program.leave(window)
             self.assertEqual([p.name for p in folder.glob("*.par*")], ["Torvane.par"])
 
 

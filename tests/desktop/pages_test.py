@@ -42,8 +42,7 @@ class PagesTest(unittest.TestCase):
     def test_every_page_reaches_the_parameter_file(self):
         with Desktop(desktop.PLACE / "PagesTest") as program:
             for sheet, key in SHEETS.items():
-                program.press(key)
-                window = program.dialog(sheet)
+                window = program.open(key, sheet)
                 for number, (_, page, control, entered, _, _) in enumerate(p for p in PAGES if p[0] == sheet):
                     program.ask("page", window, page)
                     wait_for(lambda: control in program.controls(window), f"page {page} of {sheet}")
@@ -54,8 +53,7 @@ class PagesTest(unittest.TestCase):
                     else:
                         program.fill(window, control, entered)
                     program.check(window, SAVE_BOXES[sheet][number])
-                program.confirm(window)
-                program.gone(window)
+                program.accept(window)
             reported = program.pane(UPPER)
             self.assertIn("28.5", reported, "the condition's report follows its sheet")
             program.close()
@@ -70,8 +68,7 @@ class SheetTest(DesktopTest):
     folder = "Übung мост"  # beyond any one code page, for the parameter and profile files
 
     def open_profile(self, page, control):
-        self.desktop.press("ctrl+p")
-        window = self.desktop.dialog("profile")
+        window = self.desktop.open("ctrl+p", "profile")
         self.turn(window, page, control)
         return window
 
@@ -86,14 +83,11 @@ class SheetTest(DesktopTest):
         answer = self.desktop.run("ctrl+v", "power and velocity")
         before = self.desktop.pane(UPPER)
         for key, sheet in (("ctrl+r", "condition"), ("ctrl+k", "preference")):
-            self.desktop.press(key)
-            window = self.desktop.dialog(sheet)
-            self.desktop.press("Escape")
-            self.desktop.gone(window)
+            window = self.desktop.open(key, sheet)
+            self.desktop.leave(window)
         window = self.open_profile(0, 1111)
         self.desktop.fill(window, 1111, "199")
-        self.desktop.press("Escape")
-        self.desktop.gone(window)
+        self.desktop.leave(window)
         self.assertEqual(self.desktop.pane(UPPER), before)
         window = self.open_profile(0, 1111)
         self.assertNotIn("199", self.desktop.control(window, 1111)["text"])
@@ -125,8 +119,7 @@ class SheetTest(DesktopTest):
         window = self.desktop.dialog("profile")
         wait_for(lambda: self.desktop.ask("focus")["id"] == 1241, "the other page")
         self.desktop.write("7")
-        self.desktop.press("Return")
-        self.desktop.gone(window)
+        self.desktop.leave(window, "Return")
         for text in ("171.0 cm", "71.5 kg", "165.5"):
             self.reported(text)
 
@@ -141,11 +134,9 @@ class SheetTest(DesktopTest):
         wait_for(lambda: self.desktop.ask("focus")["id"] == 1451, "the refused entry to have the keyboard")
         self.desktop.write("80")
         self.desktop.screenshot("predict wheel resist")
-        self.desktop.confirm(predict)
-        self.desktop.gone(predict)
+        self.desktop.accept(predict)
         wait_for(lambda: self.desktop.control(window, 1424)["text"] != before, "a predicted resist")
-        self.desktop.press("Escape")
-        self.desktop.gone(window)
+        self.desktop.leave(window)
 
     def test_profile_goes_to_a_file_and_back(self):
         path = desktop.PLACE / "present.pro"
@@ -159,8 +150,7 @@ class SheetTest(DesktopTest):
         crank = re.search(r"crank length.*", self.desktop.pane(UPPER)).group()
         window = self.open_profile(2, 1312)
         self.desktop.fill(window, 1312, "181.5")
-        self.desktop.press("Return")
-        self.desktop.gone(window)
+        self.desktop.leave(window, "Return")
         self.reported("181.5")
         self.desktop.press("ctrl+o")
         self.desktop.choose_file("Open", path)

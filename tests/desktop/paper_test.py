@@ -44,8 +44,7 @@ class TextFileTest(DesktopTest):
         self.desktop.press("alt+s")
         self.desktop.write(str(size))
         self.desktop.screenshot("font")
-        self.desktop.press("Return")
-        self.desktop.gone(window)
+        self.desktop.leave(window, "Return")
 
     def saved_rich(self, command, name):
         path = self.desktop.folder / name
@@ -91,16 +90,14 @@ class TextFileTest(DesktopTest):
         self.desktop.write("Z:\\" + "long" * 70)
         self.desktop.press("Return")
         self.assertEqual(self.desktop.box("warning"), "found too long path: at most 255 characters")
-        self.desktop.press("Escape")
-        self.desktop.gone(window)
+        self.desktop.leave(window)
         self.assertEqual(self.desktop.pane(UPPER), text)
 
     def test_font_dialog_opens_on_the_font_in_use(self):
         self.desktop.command(FONT_LOWER_SELECTED)
         window = self.desktop.dialog("Font")
         chosen = [self.desktop.ask("text", self.desktop.control(window, number)["handle"]) for number in (FACE, SIZE)]
-        self.desktop.press("Escape")
-        self.desktop.gone(window)
+        self.desktop.leave(window)
         self.assertEqual(chosen[1], "10")
         self.assertIn("Mono", chosen[0])
 
@@ -135,8 +132,7 @@ class TextFileTest(DesktopTest):
         self.desktop.press("ctrl+shift+2")
         self.assertEqual(self.desktop.box("attention", "Escape"), "contents has been exchanged.\nsave it?")
         window = self.desktop.dialog("Open")
-        self.desktop.press("Escape")
-        self.desktop.gone(window)
+        self.desktop.leave(window)
 
     def test_selected_font_of_the_lower_pane_changes_all(self):
         self.desktop.run("ctrl+c", "critical cornering")
@@ -170,8 +166,7 @@ class PrintTest(unittest.TestCase):
             program.command(PRINT_LOWER)
             window = program.dialog("Print")
             program.screenshot("print")
-            program.press("Return")
-            program.gone(window)
+            program.leave(window, "Return")
             document = paper.printed("printed")
             self.check_pages(document, text)
 
@@ -180,24 +175,20 @@ class PrintTest(unittest.TestCase):
             program.command(318)
             window = program.dialog("Setup Page")
             program.screenshot("page setup")
-            program.press("Escape")
-            program.gone(window)
+            program.leave(window)
 
     def cancel_prints_nothing(self, program, paper):
         program.command(PRINT_UPPER)
         window = program.dialog("Print")
-        program.press("Escape")
-        program.gone(window)
+        program.leave(window)
         self.assertFalse(paper.is_used())
 
     def graph_fits_on_its_page(self, program, paper):
         left, top, right, bottom = program.find("graph", "graph")["rect"]
         program.xdotool("mousemove", (left + right) // 2, (top + bottom) // 2, "click", 3)
         wait_for(program.find_menu, "the menu")
-        program.press("r")
-        window = program.dialog("Print")
-        program.press("Return")
-        program.gone(window)
+        window = program.open("r", "Print")
+        program.leave(window, "Return")
         width, height, words = next(self.words(paper.printed("printed graph")))
         self.assertEqual({"time(sec)", "velocity(kph)", "distance(m)", "40"} - {w[4] for w in words}, set())
         self.assertGreater(max(w[2] for w in words) - min(w[0] for w in words), 0.7 * width)

@@ -15,7 +15,7 @@ from desktop import LOWER, UPPER, Desktop, DesktopTest, wait_for
 READ_OUT = 7
 FIRST_RECENT_RIDE, FIRST_RECENT_PROFILE = 0x5000, 0x5020
 SPLITTER, STOP, PAGE = 204, 205, 320
-CLEAR_UPPER, CLEAR_LOWER = 308, 309
+CLEAR_UPPER = 308
 LOOP = desktop.SOURCE / "samples" / "rides" / "loop.fit"
 MEMORY_LIMIT = 8 * 1024  # KiB that Wine's own caches may take
 ROAD = desktop.SOURCE / "samples" / "profiles" / "road.pro"
@@ -26,7 +26,7 @@ class UseTest(DesktopTest):
         self.desktop.ask("drop", self.desktop.main, desktop.windows_path(path))
 
     def look_at_ride(self):
-        self.clear_lower()
+        self.desktop.clear()
         self.drop(LOOP)
         graph = wait_for(lambda: self.desktop.find("graph", "graph"), "the graph")["handle"]
         self.desktop.report()
@@ -131,7 +131,7 @@ class UseTest(DesktopTest):
         wait_for(lambda: "success to load" in self.desktop.status(), "the dropped profile")
         self.look_at_ride()
         report = self.desktop.pane(LOWER)
-        self.clear_lower()
+        self.desktop.clear()
         self.desktop.command(FIRST_RECENT_RIDE)
         self.assertEqual(self.desktop.report(), report)
         self.desktop.press("ctrl+shift+h")
@@ -145,8 +145,7 @@ class UseTest(DesktopTest):
         other = self.desktop.folder / "other.par"
         desktop.console("--par", other, "--save", "profile", "humanHeight=191")
         before = self.desktop.pane(UPPER)
-        self.desktop.press("ctrl+v")
-        window = self.desktop.dialog("power and velocity")
+        window = self.desktop.open("ctrl+v", "power and velocity")
         self.drop(other)
         wait_for(lambda: "can be dropped when" in self.desktop.status(), "the refusal")
         self.desktop.press("Escape")
@@ -164,22 +163,18 @@ class UseTest(DesktopTest):
         for key, place in (("F6", graph), ("F6", UPPER), ("ctrl+Tab", LOWER), ("shift+F6", UPPER)):
             self.desktop.press(key)
             wait_for(lambda: place in (self.desktop.ask("focus")["id"], self.desktop.ask("front")), f"{key}")
-        self.desktop.press("ctrl+v")
-        window = self.desktop.dialog("power and velocity")
+        window = self.desktop.open("ctrl+v", "power and velocity")
         self.desktop.press("F6")
         wait_for(lambda: self.desktop.ask("front") == graph, "the graph beside a dialog")
         self.desktop.press("F6")
         wait_for(lambda: self.desktop.ask("front") == window, "the dialog again")
-        self.desktop.press("Escape")
-        self.desktop.gone(window)
+        self.desktop.leave(window)
         wait_for(lambda: self.desktop.press("F6") or self.desktop.ask("front") == graph, "the graph by the keyboard")
         self.close_graph()
 
     def use_dialog(self):
-        self.desktop.press("ctrl+v")
-        window = self.desktop.dialog("power and velocity")
-        self.desktop.press("Escape")
-        self.desktop.gone(window)
+        window = self.desktop.open("ctrl+v", "power and velocity")
+        self.desktop.leave(window)
 
     def use_graph(self):
         graph = self.look_at_ride()
@@ -187,14 +182,10 @@ class UseTest(DesktopTest):
         self.close_graph()
 
     def load(self, ride=LOOP):
-        self.clear_lower()
+        self.desktop.clear()
         self.desktop.press("ctrl+l")
         self.desktop.choose_file("open file selected", ride)
         self.desktop.report()
-
-    def clear_lower(self):
-        self.desktop.command(CLEAR_LOWER)
-        wait_for(lambda: not self.desktop.pane(LOWER), "an empty pane")
 
     def left_behind(self):
         """Pens, brushes, fonts, bitmaps and windows that are alive, and private memory in KiB."""
@@ -258,15 +249,13 @@ class KeptTest(unittest.TestCase):
         subprocess.run(["wine", "reg", "add", r"HKCR\http\shell\open\command", "/ve", "/d", browser, "/f"],
                        env=program.env, capture_output=True, check=True)
         opened = desktop.LANE / "opened.txt"
-        program.press("ctrl+v")
-        window = program.dialog("power and velocity")
+        window = program.open("ctrl+v", "power and velocity")
         for key, anchor in (("F1", "power-and-velocity"),):
             opened.unlink(missing_ok=True)
             program.press(key)
             wait_for(lambda: opened.exists() and opened.read_text(errors="replace"), "the manual")
             self.assertRegex(opened.read_text(errors="replace"), r"^file:///.*manual/manual.html#" + anchor)
-        program.press("Escape")
-        program.gone(window)
+        program.leave(window)
 
 
 if __name__ == "__main__":
