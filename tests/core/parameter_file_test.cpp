@@ -49,8 +49,7 @@ TEST_F(ParameterFile, aShortFileIsReadAsFarAsItGoes)
 {
     EXPECT_EQ(loadParameters(shown.screens, settings, saved), ready); // none yet
     EXPECT_TRUE(shown.messages.empty());
-    ParameterBlock block;
-    setDefaults(block);
+    ParameterBlock block = defaultBlock();
     block.humanHeight = 190;
     block.thresholdSpeed = 9;
     Bytes bytes = imageOf(block);
@@ -66,17 +65,15 @@ TEST_F(ParameterFile, aShortFileIsReadAsFarAsItGoes)
 
 TEST_F(ParameterFile, unusableContentsAreToldAndKept)
 {
-    constexpr double infinity = std::numeric_limits<double>::infinity();
     constexpr void (*spoilers[])(ParameterBlock&) = {
         [](ParameterBlock& b) { b.sprocketCount = 16; },
         [](ParameterBlock& b) { b.brakeMaterial[1][0] = -1; },
         [](ParameterBlock& b) { b.specificHeat[2] = std::nan(""); },
-        [](ParameterBlock& b) { b.rideForce[3] = infinity; },
+        [](ParameterBlock& b) { b.rideForce[3] = HUGE_VAL; },
         [](ParameterBlock& b) { std::memset(b.profileFileName, 'x', 264); }, // without an end
     };
     for (size_t i = 0; i < std::size(spoilers); ++i) {
-        ParameterBlock block;
-        setDefaults(block);
+        ParameterBlock block = defaultBlock();
         block.humanWeight = 77;
         spoilers[i](block);
         writeBytes(settings, imageOf(block));
@@ -89,8 +86,7 @@ TEST_F(ParameterFile, unusableContentsAreToldAndKept)
 
 TEST_F(ParameterFile, whatIsNoParameterFileStaysAsItIs)
 {
-    ParameterBlock block;
-    setDefaults(block);
+    ParameterBlock block = defaultBlock();
     Bytes longer = imageOf(block);
     longer.push_back(0);
     const std::pair<const char*, Bytes> cases[] = {

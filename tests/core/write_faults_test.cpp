@@ -72,12 +72,8 @@ TEST(WriteFaults, theOldFileStands)
 TEST(WriteFaults, aVolumeIsFlushed)
 {
     TestFolder folder;
-    int result = inChild([&] {
-        if (!forbidCall(callSyncVolume, 0))
-            return childCannotTry;
-        flushVolumeOf(folder.path);
-        return 0;
-    });
+    int result =
+        inChild([&] { return forbidCall(callSyncVolume, 0) ? (flushVolumeOf(folder.path), 0) : childCannotTry; });
     EXPECT_TRUE(result == -SIGSYS || result == childCannotTry) << result;
 }
 

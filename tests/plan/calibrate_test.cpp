@@ -183,7 +183,6 @@ TEST(Calibrate, TakesSeveralRidesTogetherAndTellsWhenTheyDiffer)
                  other = makeMeteredRide(model, {.factor = 1.4}, {.seconds = 2400});
     EXPECT_TRUE(calibrate({right, other}).doubts & doubtHeldOut) << "the profile was right for most blocks";
     EXPECT_FALSE(same.doubts & doubtHeldOut);
-    EXPECT_EQ(calibrate(rides).factor, calibrate(rides).factor) << "the same rides give the same answer";
 }
 
 TEST(Calibrate, IsAbsoluteAndKnowsWhereTheMeterSits)
@@ -220,7 +219,9 @@ TEST(Calibrate, TurnsAFactorIntoAnAngle)
         Model bent = model;
         bent.state.torsoAngle = *angleOfFactor(model, factor);
         rebuildModel(bent);
-        EXPECT_NEAR(calibrate({makeMeteredRide(bent, {}, {})}).factor, factor, 0.05 * factor);
+        CalibratedRide ride = calibrate({makeMeteredRide(bent, {}, {})}).rides[0];
+        EXPECT_NEAR(ride.factor, factor, 0.05 * factor);
+        EXPECT_GE(ride.error, 0.03 * ride.factor) << "scales, meters and gusts";
     }
     AngleReach reach = angleReach(model);
     EXPECT_NEAR(angleOfFactor(model, reach.least).value_or(-1), 0, 0.01);

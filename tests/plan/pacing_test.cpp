@@ -7,6 +7,7 @@
 #include "model/derived.h"
 #include "model/solver.h"
 #include "plan/least_time.h"
+#include "plan/planning.h"
 #include "plan/point_mass.h"
 #include "rides/made_ride_file.h"
 
@@ -25,14 +26,8 @@ double heightOfSteep(double way)
 
 TEST_F(PlanTest, LeastTimeIsNeverSlowerThanEvenPower)
 {
-    struct Case {
-        const char* what;
-        OverWay height;
-        double length;
-        double wind;
-        double leastGain; // of the time of even power
-    };
-    const Case cases[] = {
+    // m, m/s, and the least gain of the time of even power
+    const std::tuple<const char*, OverWay, double, double, double> cases[] = {
         {"flat", slopeOf(0), 20000, 0, -1e-4},
         {"wind", slopeOf(0), 20000, 5, -1e-4},
         {"wall first", heightOfSteep, 20000, 0, 0.015},
@@ -43,13 +38,13 @@ TEST_F(PlanTest, LeastTimeIsNeverSlowerThanEvenPower)
     };
     options.pacing = pacingPlan;
     options.stops = {{5000, 600}};
-    for (const Case& test : cases) {
-        SCOPED_TRACE(test.what);
-        options.windSpeed = test.wind;
-        auto square = [&](double way) { return test.wind > 0 ? std::floor(way / 5000) * 90 : 0; };
-        PlannedCourse planned = plan(madeCourse(test.length, test.height, square));
+    for (const auto& [what, height, length, wind, leastGain] : cases) {
+        SCOPED_TRACE(what);
+        options.windSpeed = wind;
+        auto square = [wind = wind](double way) { return wind > 0 ? std::floor(way / 5000) * 90 : 0; };
+        PlannedCourse planned = plan(madeCourse(length, height, square));
         EXPECT_NEAR(planned.ride.normalisedPower / planned.even.normalisedPower, 1, 2e-4);
-        EXPECT_GE(1 - planned.ride.movingSeconds / planned.even.movingSeconds, test.leastGain);
+        EXPECT_GE(1 - planned.ride.movingSeconds / planned.even.movingSeconds, leastGain);
         EXPECT_LE(planned.stretches.size(), 12u);
         EXPECT_LE(planned.stretchSeconds, planned.even.movingSeconds);
         EXPECT_GE(planned.stretchSeconds, planned.ride.movingSeconds) << "else the stretches are the plan";
@@ -101,6 +96,21 @@ TEST_F(PlanTest, APointOfMassKnowsWhatALittleMorePowerChanges)
         double slope = (secondsAt(205) - secondsAt(195)) / 10;
         EXPECT_NEAR(gradient.seconds[cell] / slope, 1, 0.05) << cell;
     }
+}
+
+TEST_F(PlanTest, TakesTheFastestOfItsPlans)
+{
+    Course course = madeCourse(20000, hills(30, 1500), northward);
+    options.pacing = pacingPlan;
+    PlannedCourse planned = plan(course);
+    Planning planning(model, block, course, options);
+    for (double slopesOver : {100.0, 400.0, 800.0}) {
+        PowerProfile other = LeastTime(planning.conditions(), planned.power, slopesOver).solve();
+        ASSERT_TRUE(planning.solve(other, {false, planned.even.normalisedPower}, planned.power));
+        EXPECT_GE(planning.ride(other).movingSeconds, planned.ride.movingSeconds - 0.5) << slopesOver;
+    }
+    for (double watts : plan(madeCourse(20000, slopeOf(0), northward)).profile.watts)
+        EXPECT_NEAR(watts, 200, 1) << "on the flat";
 }
 
 TEST_F(PlanTest, SolvesForWhatIsWanted)

@@ -134,6 +134,23 @@ TEST_F(PlanTest, TellsSecondsOfStepsThatEndBetweenThem)
     }
 }
 
+// Round a bend of 6 degrees each second: the way back has the headings of the way there, turned about.
+TEST_F(PlanTest, HeadsBackAsItCame)
+{
+    MeasuredRide there;
+    for (uint32_t i = 0; i < 60; ++i)
+        there.seconds.push_back({i, 47 + 95 / metresPerDegree * std::sin(i * pi / 30),
+                                 8 + 140 / metresPerDegree * std::cos(i * pi / 30), 400, 10, 200, 90});
+    MeasuredRide back = there;
+    std::ranges::reverse(back.seconds);
+    for (uint32_t i = 0; i < 60; ++i)
+        back.seconds[i].timestamp = i;
+    ThrustRide one = thrustOf(model, there, stagePedaling), other = thrustOf(model, back, stagePedaling);
+    for (size_t i = 0; i < 60; ++i)
+        expectFigures({one.seconds[i].east, one.seconds[i].north},
+                      {-other.seconds[59 - i].east, -other.seconds[59 - i].north}, 1e-4);
+}
+
 // Down by 0.5 m each second, 800 N heavy, against 100 W of air: 300 W too much, unless there is pedalling. The mean
 // over five seconds of 101 W in the seconds 20 to 39 is more than 20 W from 18 to 41; 5 s around the others are left
 // out.
