@@ -380,11 +380,13 @@ class Desktop:
         self.click_control(window, OK)
 
     def accept(self, window):
-        self.accept(window)
+        self.confirm(window)
+        self.gone(window)
 
     def clear(self):
         """Empties the lower pane."""
-        self.clear()
+        self.command(309)
+        wait_for(lambda: not self.pane(LOWER), "an empty pane")
 
     def command(self, number):
         """A command as its menu entry sends it."""
