@@ -54,40 +54,20 @@ TEST_F(LibraryTest, TellsWhatIsWrongInAValue)
     std::fill_n(beyond.begin() + profileHeaderSize + offsetof(ModelState, crankLength), sizeof(double), uint8_t{0});
     std::string beyondPath = put("beyond.pro", beyond);
     ASSERT_TRUE(calculator.set({{"humanWeight", 71.25}}));
+    auto set = [](Entries entries) { return [=](Calculator& c) { return c.set(entries); }; };
+    auto ask = [](const char* command, Entries entries = {}) {
+        return [=](Calculator& c) { return c.ask({.command = command, .entries = entries}); };
+    };
     const Fault faults[] = {
-        {"command", ErrorKind::unknownCommand, "", [](Calculator& c) { return c.ask({.command = "about"}); }},
-        {"setting", ErrorKind::unknownEntry, "humanWeigt",
-         [](Calculator& c) {
-             return c.set({{"humanWeigt", 70}});
-         }},
-        {"entry of a page", ErrorKind::unknownEntry, "humanWeight",
-         [](Calculator& c) {
-             return c.ask({.command = "801", .entries = {{"humanWeight", 70}}});
-         }},
-        {"number", ErrorKind::badValue, "humanWeight",
-         [](Calculator& c) {
-             return c.set({{"humanWeight", "heavy"}});
-         }},
-        {"choice", ErrorKind::badValue, "rideTarget",
-         [](Calculator& c) {
-             return c.ask({.command = "801", .entries = {{"rideTarget", "glory"}}});
-         }},
-        {"limit", ErrorKind::beyondLimits, "rideVelocity",
-         [](Calculator& c) {
-             return c.ask({.command = "801", .entries = {{"rideVelocity", 201}}});
-         }},
-        {"second of two", ErrorKind::beyondLimits, "windSpeed",
-         [](Calculator& c) {
-             return c.set({{"humanHeight", 170}, {"windSpeed", 1000}});
-         }},
-        {"check", ErrorKind::refused, "theoryPower",
-         [](Calculator& c) {
-             return c.ask({.command = "cadence-theory", .entries = {{"theoryPower", 3000}}});
-         }},
-        {"no answer", ErrorKind::noAnswer, "",
-         [](Calculator& c) {
-             return c.ask({.command = "acceleration", .entries = {{"ridePower", 1}}});
-         }},
+        {"command", ErrorKind::unknownCommand, "", ask("about")},
+        {"setting", ErrorKind::unknownEntry, "humanWeigt", set({{"humanWeigt", 70}})},
+        {"entry of a page", ErrorKind::unknownEntry, "humanWeight", ask("801", {{"humanWeight", 70}})},
+        {"number", ErrorKind::badValue, "humanWeight", set({{"humanWeight", "heavy"}})},
+        {"choice", ErrorKind::badValue, "rideTarget", ask("801", {{"rideTarget", "glory"}})},
+        {"limit", ErrorKind::beyondLimits, "rideVelocity", ask("801", {{"rideVelocity", 201}})},
+        {"second of two", ErrorKind::beyondLimits, "windSpeed", set({{"humanHeight", 170}, {"windSpeed", 1000}})},
+        {"check", ErrorKind::refused, "theoryPower", ask("cadence-theory", {{"theoryPower", 3000}})},
+        {"no answer", ErrorKind::noAnswer, "", ask("acceleration", {{"ridePower", 1}})},
         {"no profile", ErrorKind::cannotRead, "", [&](Calculator& c) { return c.loadProfile(missing); }},
         {"garbage", ErrorKind::badFile, "", [&](Calculator& c) { return c.loadProfile(garbage); }},
         {"figure of a profile", ErrorKind::beyondLimits, "", [&](Calculator& c) { return c.loadProfile(beyondPath); }},
