@@ -24,34 +24,11 @@ namespace {
 
 constexpr int commandsOfUser = 1000;
 
-Bytes rideOf(int records, int64_t start, bool withPower)
-{
-    FitBuilder fit;
-    fit.define(0, 0, {{0, 1}}).message(0, {4});
-    std::vector<FitBuilder::Field> fields = {{253, 4}, {0, 4}, {1, 4}, {2, 2}, {5, 4}, {6, 2}};
-    if (withPower)
-        fields.insert(fields.end(), {{7, 2}, {4, 1}});
-    fit.define(1, 20, fields);
-    fit.define(3, 19, {{253, 4}, {25, 1}});
-    for (int64_t i = 0; i < records; ++i) {
-        if (i % 50 == 49)
-            fit.message(3, {start + i, 2});
-        std::vector<int64_t> values = {start + i, 500'000'000 + 900 * i, 100'000'000, 2'600 + i % 40, 800 * i, 8'000};
-        if (withPower)
-            values.insert(values.end(), {180 + i % 30, 85});
-        fit.message(1, values);
-    }
-    fit.define(2, 18, {{253, 4}, {2, 4}, {5, 1}, {7, 4}, {9, 4}});
-    return fit.message(2, {start + records, start, 2, 1000 * records, 800 * records}).file();
-}
-
 class User {
 public:
     User(unsigned seed, const std::string& ownFolder) : folder(ownFolder), random(seed)
     {
         std::filesystem::create_directory(folder);
-        for (int i = 0; i < rides; ++i)
-            writeBytes(rideName(i), rideOf(60 + 40 * i, 1'000'000'000 + 10'000 * i, i >= rides - 2));
         session.screens = shown.screens;
     }
     // What each command has come to: its name, and a number made of all that was shown and written.
@@ -72,15 +49,15 @@ public:
     }
 
 private:
-    static constexpr int rides = 5;
+    static constexpr const char* rides[] = {"cut.fit", "smart.fit", "no-laps.fit", "half-1.fit", "meter.fit"};
 
     size_t below(size_t count)
     {
         return random() % count;
     }
-    std::string rideName(size_t number) const
+    static std::string pathOf(const char* ride)
     {
-        return folder + formatText("ride-%zu.fit", number);
+        return std::string(TORVANE_CHECKOUT "/samples/rides/") + ride;
     }
     std::string entryFor(const FormState& state, const Row& row)
     {
@@ -120,11 +97,11 @@ private:
     }
     void run(const Command& command)
     {
-        RunFiles files = {{rideName(below(rides)), rideName(below(rides))},
+        RunFiles files = {{pathOf(rides[below(std::size(rides))]), pathOf(rides[below(std::size(rides))])},
                           folder + (command.id == commandFieldDump ? "out.csv" : "out.fit")};
         session.chosenRide = files.sources[0];
         if (command.id == commandCompare)
-            session.inputs.files[0].path = session.inputs.files[1].path = rideName(rides - 1);
+            session.inputs.files[0].path = session.inputs.files[1].path = pathOf("meter.fit");
         if (command.id >= commandExpress && command.id <= commandCreate)
             loadGpsFile(session);
         chooseCalculator(command, session.working);
