@@ -103,9 +103,10 @@ struct AddRun {
     FitWalk walk = {};           // over the segments
     LocalDefinition record = {}; // latest definition of records
     Segment segment = {};
-    DefinitionsInForce inForce = {};            // in the output
-    size_t repeatedBytes = 0;                   // of definitions that were written again
-    size_t activitiesFrom = source.data.size(); // offset; those behind it were copied
+    std::array<CountedFields, localTypeCount> counted = {}; // of the definitions of records, by local type
+    DefinitionsInForce inForce = {};                        // in the output
+    size_t repeatedBytes = 0;                               // of definitions that were written again
+    size_t activitiesFrom = source.data.size();             // offset; those behind it were copied
 };
 
 // A message that comes to stand elsewhere can find its local type defined otherwise there: its own definition is then
@@ -152,11 +153,13 @@ void copySegmentMessage(AddRun& run, const FitMessage& message)
     if (skipped)
         return;
     applySport(message, copyDefined(run, message), run.options.addOutput);
-    if (message.defines(messageRecord))
+    if (message.defines(messageRecord)) {
         run.record = *message.definition;
+        run.counted[message.localType] = countedFieldsOf(run.record);
+    }
     takeSummaryTimer(run, message);
     if (message.isData(messageRecord))
-        countRecord(run.segment, message);
+        countRecord(run.segment, run.counted[message.localType], message.payload);
 }
 
 // Copies up to the next segment's definition of records and sums the records up.

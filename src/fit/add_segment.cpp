@@ -4,7 +4,6 @@
 #include "fit/message_fields.h"
 
 #include <algorithm>
-#include <array>
 #include <iterator>
 #include <optional>
 
@@ -128,48 +127,37 @@ constexpr RecordField recordFields[] = {
     {recordTimestamp, 4, takeTimestamp},
 };
 
-constexpr uint8_t noRow = 0xFF;
-
-// Rows of recordFields by field number, noRow where there is none.
-constexpr std::array<uint8_t, 256> indexRecordFields()
-{
-    std::array<uint8_t, 256> rows = {};
-    rows.fill(noRow);
-    for (size_t row = 0; row < std::size(recordFields); ++row)
-        rows[recordFields[row].number] = static_cast<uint8_t>(row);
-    return rows;
-}
-
-constexpr std::array<uint8_t, 256> recordRow = indexRecordFields();
-
-constexpr size_t speedRow = 6;
-static_assert(recordFields[speedRow].number == recordSpeed);
-
-// Values in the order of recordFields.
-using RecordValues = std::array<std::optional<uint32_t>, std::size(recordFields)>;
-
-// Of a repeated field the last one counts.
-RecordValues decodeRecord(const FitMessage& message)
-{
-    RecordValues values;
-    bool bigEndian = message.definition->bigEndian();
-    forEachField(message, [&](const FieldDefinition& field, size_t offset) {
-        if (uint8_t row = recordRow[field.number]; row != noRow)
-            values[row] = readNumber(message.payload, offset, recordFields[row].width, bigEndian);
-    });
-    return values;
-}
-
 } // namespace
 
-void countRecord(Segment& segment, const FitMessage& message)
+CountedFields countedFieldsOf(const LocalDefinition& definition)
 {
-    RecordValues values = decodeRecord(message);
-    if (values[speedRow].value_or(0) < segment.threshold)
+    CountedFields counted;
+    counted.bigEndian = definition.bigEndian();
+    for (uint8_t row = 0; row < std::size(recordFields); ++row) {
+        uint32_t offset = 0;
+        std::optional<uint32_t> last;
+        for (const FieldDefinition& field : definition.fieldList()) {
+            if (field.number == recordFields[row].number)
+                last = offset;
+            offset += field.size;
+        }
+        if (last)
+            counted.fields.push_back({row, *last});
+        if (recordFields[row].number == recordSpeed)
+            counted.speedOffset = last;
+    }
+    return counted;
+}
+
+void countRecord(Segment& segment, const CountedFields& counted, std::span<const uint8_t> payload)
+{
+    uint32_t speed = counted.speedOffset ? readUint16(payload, *counted.speedOffset, counted.bigEndian) : 0;
+    if (speed < segment.threshold)
         return;
-    for (size_t row = 0; row < values.size(); ++row)
-        if (values[row])
-            recordFields[row].take(segment, *values[row]);
+    for (const CountedFields::Field& field : counted.fields) {
+        const RecordField& row = recordFields[field.row];
+        row.take(segment, readNumber(payload, field.offset, row.width, counted.bigEndian));
+    }
     segment.set.recordCount++;
 }
 

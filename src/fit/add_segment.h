@@ -4,6 +4,11 @@
 #include "fit/fit_walk.h"
 #include "fit/running_set.h"
 
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <vector>
+
 namespace torvane {
 
 // Sums of a segment; its entry becomes the added lap and session.
@@ -14,7 +19,19 @@ struct Segment {
     uint32_t firstDistance = 0;      // 1/100 m
 };
 
-// Adds a record message to the sums, if it is fast enough; one without a speed stands still.
-void countRecord(Segment& segment, const FitMessage& message);
+// Which fields of a definition of records count, and where the payload has them.
+struct CountedFields {
+    struct Field {
+        uint8_t row; // of the table of what counts
+        uint32_t offset;
+    };
+    std::vector<Field> fields = {}; // of a repeated field the last one; by row
+    std::optional<uint32_t> speedOffset = {};
+    bool bigEndian = false;
+};
+CountedFields countedFieldsOf(const LocalDefinition& definition);
+
+// Adds a record to the sums, if it is fast enough; one without a speed stands still.
+void countRecord(Segment& segment, const CountedFields& counted, std::span<const uint8_t> payload);
 
 } // namespace torvane
