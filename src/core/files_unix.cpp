@@ -1,6 +1,8 @@
 // Files by POSIX calls.
 #include "core/files.h"
 
+#include "core/large_pages.h"
+
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
@@ -62,8 +64,12 @@ FileType typeOf(mode_t mode)
 bool makeRoom(std::vector<uint8_t>& bytes, size_t used, size_t limit, size_t guess)
 {
     constexpr size_t piece = 1 << 16;
-    if (used == bytes.size() && used < limit)
-        bytes.resize(std::min(limit, used == 0 ? guess : used + std::max(used, piece)));
+    if (used == bytes.size() && used < limit) {
+        size_t size = std::min(limit, used == 0 ? guess : used + std::max(used, piece));
+        bytes.reserve(size);
+        expectAllTouched(bytes.data() + used, size - used);
+        bytes.resize(size);
+    }
     return used < limit;
 }
 
