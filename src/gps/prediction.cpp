@@ -7,7 +7,7 @@
 #include "model/assist.h"
 #include "model/constants.h"
 #include "model/derived.h"
-#include "model/gear_table.h"
+#include "model/gear_walk.h"
 #include "model/resistance.h"
 #include "model/road_points.h"
 
@@ -81,19 +81,19 @@ double airTemperatureOf(const ParameterBlock& settings, const FitSummary& summar
 }
 
 // The cadence in the gear that comes nearest to the usual one at a speed; no limit holds it.
-double cadenceAt(const Model& model, double speed)
+double cadenceAt(TrackModel& track, double speed)
 {
-    return cadenceInGear(model, speed, model.gearTable[usualGear(model, speed)].ratio);
+    double ratio = nearestRatio(track.model, usualRatio(track.model, speed), track.gearPlace);
+    return cadenceInGear(track.model, speed, ratio);
 }
 
 // What the losses between road and pedals go with. A second in which the pedals are set going, or come to rest, counts
 // so few turns that the torque of its power would take all of that power, and more.
-double crankCadenceOf(const TrackModel& track, const GpsRecord& record)
+double crankCadenceOf(TrackModel& track, const GpsRecord& record)
 {
     constexpr double leastTurning = 20; // rpm
     bool barelyTurns = record.cadence > 0 && record.cadence < leastTurning;
-    return track.now.physics == Physics::ofTheRoad && barelyTurns ? cadenceAt(track.model, record.speed)
-                                                                  : record.cadence;
+    return track.now.physics == Physics::ofTheRoad && barelyTurns ? cadenceAt(track, record.speed) : record.cadence;
 }
 
 // Turns the powers at the tyre contact into those of the stage asked for.
@@ -158,7 +158,7 @@ void predictRow(TrackModel& track, std::span<GpsRecord> records, size_t i, RoadP
     bool power = track.settings.predictPower != 0;
     setTemperature(track, record);
     if (track.settings.predictCadence || (power && std::isnan(record.cadence))) // a drivetrain needs one
-        record.cadence = cadenceAt(track.model, record.speed);
+        record.cadence = cadenceAt(track, record.speed);
     if (!power)
         return;
     setWeather(track, record);

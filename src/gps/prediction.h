@@ -27,6 +27,7 @@ struct TrackModel {
     Evaluation now = {};   // of the last row, with its slope, wind and air
     // Cel and m that its air was worked out of
     double lastTemperature = std::numeric_limits<double>::quiet_NaN(), lastAltitude = lastTemperature;
+    int gearPlace = 0; // where the search for its gear ended
 };
 
 // m/s at which a row's step is ridden. Classic, the speed of the row; of the road, the mean of the step that leads to
