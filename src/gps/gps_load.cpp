@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <iterator>
 #include <limits>
 #include <utility>
 
@@ -132,80 +134,81 @@ uint32_t compressedTimestamp(uint32_t lastFull)
     return (lastFull & lowBits) != 0 ? rounded + lowBits + 1 : rounded;
 }
 
-// A field that a row takes, and where the payload of one definition has it.
+// A field that a row takes, and the bytes that are read for it, whatever size is declared.
 struct RowField {
-    uint8_t number;
-    uint8_t width; // bytes that are read, whatever size is declared
-    uint32_t offset;
+    RecordFieldNumber number;
+    uint8_t width;
 };
 
+enum RowFieldPlace : size_t {
+    rowTimestamp,
+    rowLatitude,
+    rowLongitude,
+    rowAltitude,
+    rowDistance,
+    rowSpeed,
+    rowTemperature,
+    rowHeartRate,
+    rowCadence,
+    rowPower,
+};
 constexpr RowField rowFields[] = {
-    {recordTimestamp, 4, 0}, {recordLatitude, 4, 0}, {recordLongitude, 4, 0},   {recordAltitude, 2, 0},
-    {recordDistance, 4, 0},  {recordSpeed, 2, 0},    {recordTemperature, 1, 0}, {recordHeartRate, 1, 0},
-    {recordCadence, 1, 0},   {recordPower, 2, 0},
+    {recordTimestamp, 4}, {recordLatitude, 4},    {recordLongitude, 4}, {recordAltitude, 2}, {recordDistance, 4},
+    {recordSpeed, 2},     {recordTemperature, 1}, {recordHeartRate, 1}, {recordCadence, 1},  {recordPower, 2},
 };
 
-// What record messages of one definition hold for a row: looked up once.
+// What record messages of one definition hold for a row: looked up once. Of a repeated field the last one counts.
 struct RowForm {
-    std::vector<RowField> fields = {};
-    bool bigEndian = false;
-    bool overhangs = false; // some field is read beyond the end of the payload
+    static constexpr uint32_t nowhere = UINT32_MAX;
+    std::array<uint32_t, std::size(rowFields)> offsets; // in the payload
+    bool bigEndian;
+    bool overhangs; // some field is read beyond the end of the payload
 };
 
 RowForm rowFormOf(const LocalDefinition& definition)
 {
-    RowForm form;
-    form.bigEndian = definition.bigEndian();
+    RowForm form = {{}, definition.bigEndian(), false};
+    form.offsets.fill(RowForm::nowhere);
     uint32_t offset = 0, size = definition.fieldBytes + definition.developerBytes;
     for (const FieldDefinition& field : definition.fieldList()) {
-        for (RowField row : rowFields)
-            if (row.number == field.number) {
-                form.fields.push_back({row.number, row.width, offset});
-                form.overhangs |= offset + row.width > size;
+        for (size_t place = 0; place < std::size(rowFields); ++place)
+            if (rowFields[place].number == field.number) {
+                form.offsets[place] = offset;
+                form.overhangs |= offset + rowFields[place].width > size;
             }
         offset += field.size;
     }
     return form;
 }
 
-void fillField(GpsRecord& record, const RowField& field, const uint8_t* payload, bool bigEndian)
+// Straight on, a look at each field: all rows of a definition take the same way, which the processor soon knows.
+template <bool bigEndian>
+void fillRow(GpsRecord& record, const RowForm& form, const uint8_t* payload)
 {
-    const uint8_t* at = payload + field.offset;
-    auto bits8 = [=] { return *at; };
-    auto bits16 = [=] { return readUint16(std::span(at, 2), 0, bigEndian); };
-    auto bits32 = [=] { return readUint32(std::span(at, 4), 0, bigEndian); };
-    switch (field.number) {
-    case recordTimestamp:
-        record.timestamp = bits32();
-        break;
-    case recordLatitude:
-        record.latitude = degreesOf(static_cast<int32_t>(bits32()));
-        break;
-    case recordLongitude:
-        record.longitude = degreesOf(static_cast<int32_t>(bits32()));
-        break;
-    case recordAltitude:
-        record.altitude = metresOf(bits16());
-        break;
-    case recordDistance:
-        record.distance = static_cast<int32_t>(bits32()) / 100.0;
-        break;
-    case recordSpeed:
-        record.speed = bits16() / 1000.0;
-        break;
-    case recordTemperature: // without a sign, unlike the summary's
-        record.temperature = bits8();
-        break;
-    case recordHeartRate:
-        record.heartRate = bits8();
-        break;
-    case recordCadence:
-        record.cadence = bits8();
-        break;
-    case recordPower:
-        record.power = bits16();
-        break;
-    }
+    auto has = [&](RowFieldPlace place) { return form.offsets[place] != RowForm::nowhere; };
+    auto at = [&](RowFieldPlace place) { return payload + form.offsets[place]; };
+    auto bits16 = [&](RowFieldPlace place) { return readUint16(std::span(at(place), 2), 0, bigEndian); };
+    auto bits32 = [&](RowFieldPlace place) { return readUint32(std::span(at(place), 4), 0, bigEndian); };
+    if (has(rowTimestamp))
+        record.timestamp = bits32(rowTimestamp);
+    if (has(rowLatitude))
+        record.latitude = degreesOf(static_cast<int32_t>(bits32(rowLatitude)));
+    if (has(rowLongitude))
+        record.longitude = degreesOf(static_cast<int32_t>(bits32(rowLongitude)));
+    if (has(rowAltitude))
+        record.altitude = metresOf(bits16(rowAltitude));
+    if (has(rowDistance))
+        record.distance = static_cast<int32_t>(bits32(rowDistance)) / 100.0;
+    if (has(rowSpeed))
+        record.speed = bits16(rowSpeed) / 1000.0;
+    if (has(rowTemperature)) // without a sign, unlike the summary's
+        record.temperature = *at(rowTemperature);
+    if (has(rowHeartRate))
+        record.heartRate = *at(rowHeartRate);
+    if (has(rowCadence))
+        record.cadence = *at(rowCadence);
+    if (has(rowPower))
+        record.power = bits16(rowPower);
 }
 
 // Rows out of record messages, one after the other.
@@ -221,11 +224,12 @@ public:
         const uint8_t* payload = form.overhangs ? withZeros(message.payload) : message.payload.data();
         if (message.compressed)
             record.timestamp = compressedTimestamp(lastFull);
-        for (const RowField& field : form.fields) {
-            fillField(record, field, payload, form.bigEndian);
-            if (field.number == recordTimestamp)
-                lastFull = record.timestamp;
-        }
+        if (form.bigEndian)
+            fillRow<true>(record, form, payload);
+        else
+            fillRow<false>(record, form, payload);
+        if (form.offsets[rowTimestamp] != RowForm::nowhere)
+            lastFull = record.timestamp;
     }
 
 private:
@@ -238,7 +242,7 @@ private:
         return longer.data();
     }
 
-    std::array<RowForm, localTypeCount> forms;
+    std::array<RowForm, localTypeCount> forms = {}; // of definitions of records, by local type
     std::vector<uint8_t> longer;
     uint32_t lastFull = 0;
 };

@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -29,8 +30,8 @@ void setHeadings(std::span<GpsRecord> rows)
     EarthPlace places[rowsOfBlock + 1];
     double headings[rowsOfBlock];
     size_t steps = rows.size() - 1;
-    for (size_t i = 0; i <= steps; ++i)
-        places[i] = earthPlaceOf(rows[i].latitude, rows[i].longitude);
+    for (size_t i = 0; i <= steps; ++i) // in its place: a copy would wait until its parts are written
+        ::new (&places[i]) EarthPlace(earthPlaceOf(rows[i].latitude, rows[i].longitude));
     bearingsAlong(std::span(places, steps + 1), std::span(headings, steps));
     for (size_t i = 0; i < steps; ++i)
         rows[i].heading = headings[i];
@@ -157,10 +158,20 @@ double slopeGravity(double inclination)
     return -standardGravity * inclination / std::sqrt(inclination * inclination + 100.0 * 100.0);
 }
 
-// One that the slope allows, or 0.
+// Below what slopeGravity tells of any inclination. No part of a slope is more than its percents, and hardly less.
+double leastSlopeGravity(double inclination)
+{
+    constexpr double roundings = 1.000001, smallest = 1e-300;
+    return -(standardGravity * 0.01 * roundings * std::fabs(inclination) + smallest);
+}
+
+// One that the slope allows, or 0. Most are so small that a rough look at the slope tells.
 double realAcceleration(std::span<const GpsRecord> records, size_t i, double unrealAccele)
 {
-    return records[i].acceleration <= slopeGravity(records[i].inclination) + unrealAccele ? records[i].acceleration : 0;
+    const GpsRecord& record = records[i];
+    bool real = record.acceleration <= leastSlopeGravity(record.inclination) + unrealAccele ||
+                record.acceleration <= slopeGravity(record.inclination) + unrealAccele;
+    return real ? record.acceleration : 0;
 }
 
 // The means of what the limits allow. A row whose window is too short keeps its acceleration as it is.

@@ -27,14 +27,20 @@ struct Turn {
 
 // Steps of a track are small angles, for which a few terms of the series are all that a double holds: within this limit
 // they round as the library does.
-Turn turnOf(double angle)
+constexpr double smallAngle = 1e-4; // 640 m on the equator
+
+Turn smallTurnOf(double angle)
 {
-    constexpr double smallAngle = 1e-4; // 640 m on the equator
-    if (!(std::fabs(angle) < smallAngle))
-        return {std::sin(angle), std::cos(angle)};
     double squared = angle * angle;
     return {angle - angle * (squared * (1.0 / 6 - squared * (1.0 / 120))),
             1.0 - squared * (0.5 - squared * (1.0 / 24))};
+}
+
+Turn turnOf(double angle)
+{
+    if (!(std::fabs(angle) < smallAngle))
+        return {std::sin(angle), std::cos(angle)};
+    return smallTurnOf(angle);
 }
 
 // In the plane that touches the first place, up to a factor.
@@ -42,10 +48,28 @@ struct Way {
     double east, north;
 };
 
-Way wayBetween(const EarthPlace& from, const EarthPlace& to)
+Way wayBetween(const EarthPlace& from, const EarthPlace& to, const Turn& east)
 {
-    Turn east = turnOf(to.east - from.east);
     return {east.sine * to.cosine, to.sine * from.cosine - from.sine * to.cosine * east.cosine};
+}
+
+// Places of one step more than there are ways.
+void waysBetween(const EarthPlace* places, Way* ways, size_t count)
+{
+    bool allSmall = true;
+    for (size_t i = 0; i < count; ++i)
+        allSmall &= std::fabs(places[i + 1].east - places[i].east) < smallAngle;
+    for (size_t i = 0; i < count && allSmall; ++i)
+        ways[i] = wayBetween(places[i], places[i + 1], smallTurnOf(places[i + 1].east - places[i].east));
+    for (size_t i = 0; i < count && !allSmall; ++i)
+        ways[i] = wayBetween(places[i], places[i + 1], turnOf(places[i + 1].east - places[i].east));
+}
+
+// 0 to 360 degrees of an angle of half a turn to either side, as withinTurn tells it; or no number.
+double courseOf(double angle)
+{
+    double degrees = angle * 180 / pi + 360.0;
+    return degrees < 360.0 ? degrees : degrees - 360.0;
 }
 
 } // namespace
@@ -64,17 +88,20 @@ EarthPlace earthPlaceOf(double latitude, double longitude)
     return {north, radians(longitude), std::sin(north), std::cos(north)};
 }
 
-// A loop for each kind of work: so short, the processor has several of their rounds under way.
+// A loop for each kind of work: so short, the processor has several of their rounds under way, and those without calls
+// take two steps at a time.
 void bearingsAlong(std::span<const EarthPlace> places, std::span<double> courses)
 {
     constexpr size_t room = 256;
     Way ways[room];
     for (size_t first = 0; first < courses.size(); first += room) {
         size_t count = std::min(room, courses.size() - first);
+        waysBetween(&places[first], ways, count);
+        double* own = &courses[first];
         for (size_t i = 0; i < count; ++i)
-            ways[i] = wayBetween(places[first + i], places[first + i + 1]);
+            own[i] = std::atan2(ways[i].east, ways[i].north);
         for (size_t i = 0; i < count; ++i)
-            courses[first + i] = withinTurn(std::atan2(ways[i].east, ways[i].north) * 180 / pi + 360.0);
+            own[i] = courseOf(own[i]);
     }
 }
 
