@@ -133,7 +133,7 @@ CountedFields countedFieldsOf(const LocalDefinition& definition)
 {
     CountedFields counted;
     counted.bigEndian = definition.bigEndian();
-    for (uint8_t row = 0; row < std::size(recordFields); ++row) {
+    for (size_t row = 0; row < std::size(recordFields); ++row) {
         uint32_t offset = 0;
         std::optional<uint32_t> last;
         for (const FieldDefinition& field : definition.fieldList()) {
@@ -142,7 +142,7 @@ CountedFields countedFieldsOf(const LocalDefinition& definition)
             offset += field.size;
         }
         if (last)
-            counted.fields.push_back({row, *last});
+            counted.fields.push_back({static_cast<uint32_t>(row), *last});
         if (recordFields[row].number == recordSpeed)
             counted.speedOffset = last;
     }

@@ -22,7 +22,7 @@ struct Segment {
 // Which fields of a definition of records count, and where the payload has them.
 struct CountedFields {
     struct Field {
-        uint8_t row; // of the table of what counts
+        uint32_t row; // of the table of what counts
         uint32_t offset;
     };
     std::vector<Field> fields = {}; // of a repeated field the last one; by row

@@ -245,7 +245,7 @@ TEST(Defaults, areThoseOfEachList)
 {
     using List = std::vector<double>;
     auto of = [](const auto& array) { return List(std::begin(array), std::end(array)); };
-    const ParameterBlock b = defaultBlock();
+    ParameterBlock b = defaultBlock();
     constexpr double v30 = 30 / 3.6, v40 = 40 / 3.6, v70 = 70 / 3.6; // m/s
     const std::tuple<const char*, List, List> lists[] = {
         {"rims, mm", of(b.rimDepth), {50, 50}},
