@@ -232,31 +232,32 @@ TEST(DrawGraph, axesAndCurvesByHand)
     graph.line({{64, 310 + 121}, {576, 310 - 121}}, 2, colourBlack);
     graph.line({{64, 310}, {576, 310 - 242}}, 2, colourGrey);
     graph.expect(drawGraph(graphOf(3, 3, {0, -1, 0, 20, 1, 20}), 640, 480));
+    // Zeros less than a twentieth of the height apart stay: the first one is where 20 of 120 lie below it.
+    EXPECT_EQ(layOut(graphOf(3, 3, {0, -10, -10, 1, 100, 70}), 640, 480).originY, 371);
 }
 
-// Both axes 0 to 20, of 512 pixels from 64 on and of 364 up from 432.
+// X is -20 to 20, of 12.8 pixels each around 320, Y 0 to 20, of 18.2 up from 432.
 TEST(DrawGraph, vectorsAndMarksByHand)
 {
-    Graph graph = graphOf(7, 2, {0, 0, 20, 20});
+    Graph graph = graphOf(7, 2, {-20, 0, 20, 20});
     graph.series.vectorStyle = 1;
-    graph.series.vectorNames = {"up", "no", "steep"};
-    graph.series.vectorValues = {10, 5, nan, 1, 0.75, 1};
+    graph.series.vectorNames = {"steep", "no", "back"};
+    graph.series.vectorValues = {0.75, 1, nan, 1, -0.75, 1};
     graph.series.pointTags = {"first"};
     graph.picked = 1;
     Picture found = drawGraph(graph, 640, 480);
     found.items.erase(found.items.begin(), found.items.begin() + 2 * (1 + 2 * 9 + 1)); // axes, ticks and names
     ByHand wanted{{640, 480, {}}};
-    // The line through both ends of the axes, the arrow of 10 and 5, its head of 8 pixels split by 2 / root 5 and
-    // 1 / root 5 behind a foot 1/32 of the line before the tip, and its name.
-    wanted.line({{64, 432}, {576, 432 - 182}}, 1, colourVector);
-    wanted.line({{64, 432}, {320, 341}}, 2, colourVector);
-    wanted.line({{304 - 4, 346 - 7}, {320, 341}, {304 + 4, 346 + 7}}, 2, colourVector);
-    wanted.text(326, 341 - 30, "up", 14, colourVector);
-    // 0.75 and 1: 19 and 18 pixels; a head of 8 split by 3/5 and 4/5.
-    wanted.line({{64, 432}, {64 + 384, 432 - 364}}, 1, colourVector);
-    wanted.line({{64, 432}, {83, 414}}, 2, colourVector);
-    wanted.line({{83 - 12 - 6, 414 + 11 - 5}, {83, 414}, {83 - 12 + 6, 414 + 11 + 5}}, 2, colourVector);
-    wanted.text(89, 414 - 30, "steep", 14, colourVector);
+    // The line to 15 and 20, where an axis ends; the arrow; its head of 8 pixels, split by 3/5 and 4/5 behind a foot
+    // 1/32 of the line before the tip; its name.
+    wanted.line({{320, 432}, {320 + 192, 432 - 364}}, 1, colourVector);
+    wanted.line({{320, 432}, {329, 414}}, 2, colourVector);
+    wanted.line({{329 - 6 - 6, 414 + 11 - 5}, {329, 414}, {329 - 6 + 6, 414 + 11 + 5}}, 2, colourVector);
+    wanted.text(335, 414 - 30, "steep", 14, colourVector);
+    wanted.line({{320, 432}, {320 - 192, 432 - 364}}, 1, colourVector);
+    wanted.line({{320, 432}, {311, 414}}, 2, colourVector);
+    wanted.line({{311 + 6 - 6, 414 + 11 + 5}, {311, 414}, {311 + 6 + 6, 414 + 11 - 5}}, 2, colourVector);
+    wanted.text(311 - 6 - 4 * 5, 414 - 30, "back", 14, colourVector);
     for (auto [x, y] : {std::pair{64, 432}, {576, 68}}) {
         wanted.line({{x - 2, y}, {x, y - 2}, {x + 2, y}, {x, y + 2}, {x - 2, y}}, 2, colourBlack);
         if (x == 64)
