@@ -36,13 +36,14 @@ TEST(TrackMap, DistancesAreTrueBothWays)
 // Letters of 10 pixels, and 172 pixels for a fiftieth of a degree from south to north: 86 for 1,112 m.
 TEST(TrackMap, isDrawnAsByHand)
 {
-    double latitudes[] = {-0.01, 0, noPlace, 0.005, 0.01}, longitudes[] = {7.98, 8, 8, 8.01, 8.02};
-    double power[] = {100, 200, 200, 250, 300};
+    double latitudes[] = {-0.01, -0.005, 0, noPlace, 0.005, 0.01}, longitudes[] = {7.98, 7.99, 8, 8, 8.01, 8.02};
+    double power[] = {100, 150, 200, 200, 250, 300};
     ByHand map{{370 * 8, 240 * 8, {}, 8}};
     auto letters = [&](double x, double middle, const char* words) {
         map.text(x, middle - 5 / 0.87, words, 10 / 0.87, inkColour.light);
     };
-    map.line({{13, 206}, {185, 120}}, 2.2, rgb(0x2E7BD6)); // the lowest of eight colours, and behind a gap the seventh
+    map.line({{13, 206}, {99, 163}}, 2.2, rgb(0x2E7BD6)); // of eight colours the first, the third, the seventh
+    map.line({{99, 163}, {185, 120}}, 2.2, rgb(0x7F62DB));
     map.line({{271, 77}, {357, 34}}, 2.2, rgb(0xDB4A45));
     auto end = [&](double x, double y, Colour colour) {
         map.box(x - 4, y - 4, x + 4, y + 4, inkColour.light);
