@@ -62,6 +62,8 @@ TEST(Stretches, AreCutWherePowerChangesMost)
             expectFigures({a.from, a.to, a.seconds, a.power}, {b.from, b.to, b.seconds, b.power}, 1e-9);
         }
     }
+    const std::vector<Leg> hardly = {{290, 0}, {10, 300}, {300, 0}};
+    EXPECT_GE(stretchesOf(legsOf(hardly), 6000, 3, 0)[0].to, 300) << "nobody looks at a power for less";
 }
 
 TEST(RideSums, AddUp)
