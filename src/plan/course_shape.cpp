@@ -172,6 +172,21 @@ void straightenGaps(Course& course)
                 point.bend = 0;
 }
 
+// The last step is shorter than the others: it is led on to a whole one as the road has climbed over the last such way,
+// and cut again, or its slope would be that of a step.
+std::vector<double> smoothedAlong(const Course& course, std::vector<double> heights, double length)
+{
+    size_t last = heights.size() - 1;
+    double share = (course.points[last].distance - course.points[last - 1].distance) / course.step;
+    if (last < 2 || share >= 1)
+        return smoothed(heights, length, course.step);
+    double before = between(heights[last - 2], heights[last - 1], share);
+    heights[last] += (heights[last] - before) * (1 - share);
+    heights = smoothed(heights, length, course.step);
+    heights[last] = between(heights[last - 1], heights[last], share);
+    return heights;
+}
+
 } // namespace
 
 void stepAlong(std::span<const TrackPlace> places, Course& course)
@@ -193,13 +208,13 @@ void stepAlong(std::span<const TrackPlace> places, Course& course)
 void shapeHeights(Course& course, double smoothing)
 {
     std::vector<double> raw = column(course, &CoursePoint::rawHeight);
-    std::vector<double> heights = smoothed(raw, smoothing, course.step);
+    std::vector<double> heights = smoothedAlong(course, raw, smoothing);
     CourseFindings& findings = course.findings;
     findings.smoothing = smoothing;
     findings.smoothedMore = smoothing < noisySmoothing && isRough(heights, course.step);
     if (findings.smoothedMore) {
         findings.smoothing = noisySmoothing;
-        heights = smoothed(raw, noisySmoothing, course.step);
+        heights = smoothedAlong(course, raw, noisySmoothing);
     }
     findings.noisy = isRough(heights, course.step) || wavers(heights, course.step);
     findings.climbedRaw = climbedOf(raw);

@@ -147,10 +147,12 @@ TEST_F(PlanTest, RidesOverABadHeightAtEitherEnd)
         for (const CoursePoint& point : course.points)
             EXPECT_LT(std::fabs(point.slope), 7) << point.distance << " m, bad at " << place;
     }
-    Course slope = madeCourse(10000, slopeOf(6), northward);
-    for (const CoursePoint& point : slope.points)
-        EXPECT_NEAR(point.slope, 6, 1e-9) << point.distance;
-    EXPECT_NEAR(slope.findings.climbed, 600, 1e-6);
+    for (double length : {10000.0, 10001.0, 10004.0}) { // whole steps, and a short one at the end
+        Course slope = madeCourse(length, slopeOf(6), northward, {}, 1);
+        for (const CoursePoint& point : slope.points)
+            EXPECT_NEAR(point.slope, 6, 1e-9) << point.distance << " of " << length;
+        EXPECT_NEAR(slope.findings.climbed, length * 0.06, 1e-6);
+    }
 }
 
 // Heights as devices and maps give them.
@@ -165,7 +167,6 @@ TEST_F(PlanTest, TakesItsTimeFromNoisyHeights)
     const Case cases[] = {{"radio", 3, 30, 0.1, hills(80, 6000)},
                           {"rounded", 0, 30, 1, hills(80, 6000)},
                           {"weather", 5, 300, 0.1, hills(80, 6000)},
-                          {"weather among low hills", 5, 300, 0.1, hills(30, 2000)},
                           {"weather among hills", 5, 300, 0.1, hills(50, 4000)}};
     for (const Case& test : cases) {
         Course clear = madeCourse(30000, test.clean, northward);

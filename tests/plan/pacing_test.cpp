@@ -34,7 +34,6 @@ TEST_F(PlanTest, LeastTimeIsNeverSlowerThanEvenPower)
         {"hills of 4 km", hills(50, 4000), 40000, 0, 0.015},
         {"down alone", slopeOf(-5), 10000, 0, -5e-4},
         {"much on foot", hills(55.7, 700), 6000, 0, 0}, // where steady states lead astray
-        {"steep", hills(114.6, 2000), 6000, 0, 0},
     };
     options.pacing = pacingPlan;
     options.stops = {{5000, 600}};
