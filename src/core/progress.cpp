@@ -18,12 +18,15 @@ Progress::~Progress()
 
 void Progress::report(int percent)
 {
-    if (screens == nullptr)
-        return;
-    if (mayStop && screens->stop != nullptr && screens->stop->isAsked())
-        throw Stopped();
-    if (std::exchange(shown, percent) != percent)
+    look();
+    if (screens != nullptr && std::exchange(shown, percent) != percent)
         screens->setProgress(percent);
+}
+
+void Progress::look() const
+{
+    if (mayStop && screens != nullptr && screens->stop != nullptr && screens->stop->isAsked())
+        throw Stopped();
 }
 
 void Progress::goToTheEnd()
@@ -35,6 +38,12 @@ void reportProgress(Progress* progress, int percent)
 {
     if (progress != nullptr)
         progress->report(percent);
+}
+
+void lookForStop(const Progress* progress)
+{
+    if (progress != nullptr)
+        progress->look();
 }
 
 int progressPercent(double low, double high, double present)

@@ -21,6 +21,8 @@ public:
     // Passed on when the whole percentage has changed since the last call. Throws Stopped where the screens' run is
     // asked to stop.
     void report(int percent);
+    // Only looks whether to stop, as report does: for a loop that has no share of the bar.
+    void look() const;
     // What follows writes one file after the other, and none of them without the rest: it is no longer stopped.
     void goToTheEnd();
 
@@ -32,6 +34,7 @@ private:
 
 // Of an operation that may have nobody who looks: null.
 void reportProgress(Progress* progress, int percent);
+void lookForStop(const Progress* progress);
 
 // Position of a value on the way from low to high, as a whole percentage; anything that is no number, or leads out of
 // 0 to 100, is held at the nearer end.

@@ -40,6 +40,11 @@ public:
     void text(std::string_view value);
     void empty();
     void endRow();
+    // False once a piece could not be written: no further row is of use.
+    bool isTaken() const
+    {
+        return taken;
+    }
     // Hands over what is left; false when a piece could not be written.
     bool finish();
 

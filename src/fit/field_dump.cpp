@@ -391,7 +391,7 @@ StatusCode writeFieldRows(RowWriter& rows, const std::string& path)
     rows.begin(fieldColumns);
     size_t number = 0;
     return walkMessages(image, [&](const FitMessage& message) {
-        if (!message.isDefinition)
+        if (!message.isDefinition && rows.isTaken())
             writeMessage(rows, message, number);
         ++number;
     });

@@ -376,17 +376,20 @@ StatusCode pourAnalysedFit(size_t planned, const FitImage& source, const GpsReco
     bool byProfile = (addedFields & writeByProfile) != 0;
     Outlet outlet = {planned, write};
     Rewrite rewrite = {records, options, byProfile, fields, Growths(addedFields, fields), outlet.out, {}, totalTimer};
-    StatusCode code = walkMessages(source, [&](const FitMessage& message) {
+    FitWalk walk = startWalk(source);
+    FitMessage message;
+    WalkStep step = WalkStep::message;
+    while (outlet.taken && (step = nextMessage(walk, message)) == WalkStep::message) {
         if (outlet.out.position >= pieceSize)
             outlet.handOver();
         writeMessage(rewrite, message);
-    });
+    }
     outlet.handOver();
-    if (code != fitOk)
-        return code;
-    if (outlet.handedOver != planned)
-        return fitSizeMismatch;
-    return outlet.taken ? fitOk : fitSaveFailed;
+    if (!outlet.taken)
+        return fitSaveFailed;
+    if (step != WalkStep::end)
+        return fitInvalid;
+    return outlet.handedOver == planned ? fitOk : fitSizeMismatch;
 }
 
 } // namespace

@@ -242,9 +242,10 @@ void averageInto(std::span<GpsRecord> records, RecordField field, const std::fun
     }
 }
 
-void runPasses(size_t rows, const std::vector<TrackPass>& passes)
+void runPasses(size_t rows, const std::vector<TrackPass>& passes, const Progress* progress)
 {
     for (size_t ahead = 0; ahead < rows;) {
+        lookForStop(progress);
         ahead = std::min(ahead + rowsOfBlock, rows);
         size_t ready = ahead;
         for (const TrackPass& pass : passes)

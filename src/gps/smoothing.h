@@ -6,6 +6,7 @@
 // while it is near, and is what it would be had each gone to the end before the next one.
 #pragma once
 
+#include "core/progress.h"
 #include "gps/gps_record.h"
 
 #include <functional>
@@ -20,8 +21,8 @@ using RecordField = double GpsRecord::*;
 // A pass: goes on as far as it can when so many rows are ready in front of it, and returns how many it is through with.
 using TrackPass = std::function<size_t(size_t ready)>;
 
-// All rows through these passes, in this order.
-void runPasses(size_t rows, const std::vector<TrackPass>& passes);
+// All rows through these passes, in this order. Ends where the progress is to stop.
+void runPasses(size_t rows, const std::vector<TrackPass>& passes, const Progress* progress = nullptr);
 
 // Where the search of a window's extremes starts; matters only for values beyond.
 struct ExtremesStart {

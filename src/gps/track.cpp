@@ -193,6 +193,7 @@ struct Refinement {
     std::span<GpsRecord> records;
     double unrealInclination, unrealAccele;
     uint32_t flags; // of the analysis
+    const Progress* progress;
     std::vector<TrackPass> passes = {};
     int window = 0; // none
 
@@ -206,7 +207,7 @@ struct Refinement {
     }
     void run()
     {
-        runPasses(records.size(), std::exchange(passes, {}));
+        runPasses(records.size(), std::exchange(passes, {}), progress);
     }
 };
 
@@ -280,11 +281,12 @@ void refineAcceleration(Refinement& track, bool cleanSpeeds)
 
 } // namespace
 
-void refineTrack(std::span<GpsRecord> records, double unrealInclination, double unrealAccele, uint32_t analysisFlags)
+void refineTrack(std::span<GpsRecord> records, double unrealInclination, double unrealAccele, uint32_t analysisFlags,
+                 const Progress* progress)
 {
     if (records.empty())
         return;
-    Refinement track = {records, unrealInclination, unrealAccele, analysisFlags};
+    Refinement track = {records, unrealInclination, unrealAccele, analysisFlags, progress};
     refinePositions(track);
     bool cleanSpeeds = refineMotion(track);
     refineSlope(track);
@@ -301,9 +303,11 @@ StatusCode prepareTrack(const FitImage& image, GpsRecords& records, const Parame
     if (!formSectors(records, settings.thresholdSpeed / kphPerMps, analysisFlags))
         return fitNoSector;
     if (limits == TrackLimits::analyse)
-        refineTrack(records, settings.analyseUnrealInclination, settings.analyseUnrealAccele, analysisFlags);
+        refineTrack(records, settings.analyseUnrealInclination, settings.analyseUnrealAccele, analysisFlags,
+                    image.progress);
     else
-        refineTrack(records, settings.expressUnrealInclination, settings.expressUnrealAccele, analysisFlags);
+        refineTrack(records, settings.expressUnrealInclination, settings.expressUnrealAccele, analysisFlags,
+                    image.progress);
     return fitOk;
 }
 

@@ -189,7 +189,7 @@ void writeRecordRows(RowWriter& rows, const ReportedRide& ride, const GpsRecords
     rows.begin(columns);
     bool hasTimes = (ride.presence.timestampFlags & presentInRecords) != 0;
     IsoTimes times;
-    for (size_t row = 0; row < records.size(); ++row) {
+    for (size_t row = 0; row < records.size() && rows.isTaken(); ++row) {
         const GpsRecord& record = records[row];
         if (record.sector == 0)
             continue;

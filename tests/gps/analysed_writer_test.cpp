@@ -1,4 +1,5 @@
 // Analysed files against files made byte by byte.
+#include "captured_screens.h"
 #include "fit/fit_builder.h"
 #include "gps/analysed_fields.h"
 #include "gps/analysed_writer.h"
@@ -156,6 +157,17 @@ TEST(AnalysedWriter, refusals)
     ASSERT_EQ(planRewrittenSize(destination, image, rows, addPower), fitOk);
     EXPECT_EQ(writeAnalysedFit(destination, image, rows, addPower | addSpeed, {}, 0), fitSizeMismatch);
     EXPECT_EQ(writeAnalysedFit(destination, image, rows, 0, {}, 0), fitSizeMismatch);
+    // A full disk ends it at the first piece.
+    source.define(0, messageRecord, std::vector<FitBuilder::Field>(20, {0, 8}));
+    for (int i = 0; i < 25'000; ++i)
+        source.message(0, std::vector<int64_t>(20, i));
+    CapturedScreens shown;
+    Progress progress(shown.screens);
+    FitImage longer = imageOf(source.data);
+    longer.progress = &progress;
+    GpsRecords many(25'002, row(1));
+    EXPECT_EQ(saveAnalysedFile("/dev/full", longer, many, addPower, {}, 0, Flush::byOwner), fitSaveFailed);
+    EXPECT_LT(shown.progress.back(), 50);
     image.data.push_back(0);
     EXPECT_EQ(planRewrittenSize(destination, image, rows, 0), fitInvalid);
     EXPECT_EQ(writeAnalysedFit(destination, image, rows, 0, {}, 0), fitInvalid);

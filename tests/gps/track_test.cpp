@@ -185,6 +185,17 @@ TEST(Track, accelerations)
 }
 
 // The median of what is left of four speeds that lie on no parabola, or the step that the device counts by.
+TEST(Track, endsOnTheWayWhereItIsToStop)
+{
+    StopRequest stop;
+    Screens screens;
+    screens.stop = &stop;
+    Progress progress(screens);
+    stop.ask();
+    GpsRecords records = evenRows(6);
+    EXPECT_THROW(refineTrack(records, 200, unrealAccele, analysisSmoothing, &progress), Stopped);
+}
+
 TEST(SpeedNoise, isThatOfTheDevice)
 {
     const std::pair<std::vector<double>, double> cases[] = {
