@@ -269,6 +269,7 @@ void registerGrowth()
         {"at one stroke", {"--force", "stroke"}, "out.fit"},
         {"ride", {"--force", "ride"}, "out.fit"},
         {"analyse with rows", {"--rows", "-", "analyse"}, ""},
+        {"graph of a ride", {"--force", "--graph", "/dev/null", "stroke"}, "out.fit"},
     };
     for (const auto& [name, words, destination] : commands)
         benchmark::RegisterBenchmark(("growth/" + std::string(name)).c_str(), growth, words, destination)

@@ -14,7 +14,7 @@ namespace torvane {
 
 namespace {
 
-std::string& paneOf(Answer& answer, Pane pane)
+PaneText& paneOf(Answer& answer, Pane pane)
 {
     return pane == Pane::upper ? answer.upper : answer.lower;
 }
@@ -89,11 +89,9 @@ bool goesOn(char byte)
     return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
 }
 
-// A report of a long ride: never as a whole beside itself.
-void writeJsonText(std::ostream& out, std::string_view text)
+void writeJsonPiece(std::ostream& out, std::string_view text)
 {
     constexpr size_t pieceSize = 1 << 16, longestCharacter = 4;
-    out << '"';
     while (!text.empty()) {
         size_t length = std::min(pieceSize, text.size());
         for (size_t i = 0; i < longestCharacter && length < text.size() && goesOn(text[length]); ++i)
@@ -102,6 +100,16 @@ void writeJsonText(std::ostream& out, std::string_view text)
         out << std::string_view(piece).substr(1, piece.size() - 2);
         text.remove_prefix(length);
     }
+}
+
+// A report of a long ride: never as a whole, nor beside itself.
+void writeJsonText(std::ostream& out, const PaneText& text)
+{
+    out << '"';
+    text.tell([&](std::string_view piece) {
+        writeJsonPiece(out, piece);
+        return out.good();
+    });
     out << '"';
 }
 
@@ -145,8 +153,8 @@ ScreensInto::ScreensInto(Session& toSession, Answer& answer, Streams& streams)
 {
     auto line = std::make_shared<ProgressLine>(streams);
     session.screens = {
-        .setText = [&](Pane pane, std::string_view text) { paneOf(answer, pane) = text; },
-        .appendText = [&](Pane pane, std::string_view text) { paneOf(answer, pane) += text; },
+        .setText = [&](Pane pane, std::string_view text) { paneOf(answer, pane).set(text); },
+        .appendText = [&](Pane pane, std::string_view text) { paneOf(answer, pane).append(text); },
         .setStatus = [&](std::string_view text) { answer.status = text; },
         .showProgress =
             [line](bool visible) {
@@ -161,6 +169,8 @@ ScreensInto::ScreensInto(Session& toSession, Answer& answer, Streams& streams)
         .tellNote = [&](std::string_view text) { tellNotes(answer, streams, {std::string(text)}); },
         .stop = before.stop,
     };
+    if (streams.direct)
+        session.screens.appendMade = [&](Pane pane, TextMaker maker) { paneOf(answer, pane).append(std::move(maker)); };
 }
 
 ScreensInto::~ScreensInto()
@@ -220,7 +230,9 @@ void tellBoxes(Answer& answer, Streams& streams, const std::vector<Box>& boxes)
 
 void printAnswer(const Answer& answer, Streams& streams)
 {
-    streams.out << answer.upper << answer.lower << std::flush;
+    for (const PaneText* pane : {&answer.upper, &answer.lower})
+        pane->tell([&](std::string_view piece) { return (streams.out << piece).good(); });
+    streams.out.flush();
     if (!answer.status.empty())
         streams.err << answer.status << '\n';
 }
@@ -252,9 +264,9 @@ void writeJson(std::ostream& out, const Answer& answer)
         object.next("result") << std::to_string(*answer.result);
     if (!answer.status.empty())
         object.next("status") << jsonString(answer.status);
-    if (!answer.upper.empty())
+    if (!answer.upper.isEmpty())
         writeJsonText(object.next("upper"), answer.upper);
-    if (!answer.lower.empty())
+    if (!answer.lower.isEmpty())
         writeJsonText(object.next("lower"), answer.lower);
     if (!answer.boxes.empty())
         object.next("boxes") << jsonBoxes(answer.boxes);

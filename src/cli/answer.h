@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cli/error.h"
+#include "cli/pane_text.h"
 #include "command/session.h"
 #include "core/result_status.h"
 #include "core/screens.h"
@@ -18,7 +19,8 @@ namespace torvane {
 struct Answer {
     int command = 0;
     std::optional<ResultStatus> result; // none: nothing ran
-    std::string status, upper, lower;
+    std::string status;
+    PaneText upper, lower;
     std::vector<Box> boxes;
     Figures figures;
     std::optional<GraphSeries> graph;
@@ -34,6 +36,7 @@ struct Streams {
     std::ostream& out;
     std::ostream& err;
     bool terminal = false; // standard error is read by a person: progress may be shown
+    bool direct = false;   // the answer is printed as soon as it is there: long texts are made on their way out
 };
 
 // While it lives, the screens of the session write into `answer`; message boxes also go to standard error as they come.

@@ -42,17 +42,10 @@ struct RideEnd {
     Settings left = {};
 };
 
-// The reports follow one another, so each ends its line.
-void endLine(Answer& answer)
-{
-    if (!answer.lower.empty() && answer.lower.back() != '\n')
-        answer.lower += '\n';
-}
-
 // About what an end holds until its turn, in bytes.
 size_t sizeOf(const RideEnd& end)
 {
-    return sizeof end + end.answer.upper.capacity() + end.answer.lower.capacity() + end.told.view().size();
+    return sizeof end + end.answer.upper.size() + end.answer.lower.size() + end.told.view().size();
 }
 
 struct Batch {
@@ -176,7 +169,7 @@ void print(Batch& batch, const RunFiles& files, RideEnd& end)
         batch.code = exitFailed;
         batch.streams.err << "failed: " << shownText(files.sources[0]) << '\n';
     }
-    endLine(end.answer);
+    end.answer.lower.endLine(); // the reports follow one another
     end.answer.source = files.sources[0];
     if (batch.request.json)
         writeJson(batch.streams.out, end.answer);

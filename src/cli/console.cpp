@@ -256,7 +256,7 @@ int answerCall(const std::vector<std::string>& arguments, Request& request, Answ
 
 int runConsole(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err, bool terminal)
 {
-    Streams streams = {out, err, terminal};
+    Streams streams = {out, err, terminal, true};
     Request request;
     Answer answer;
     int code = answerCall(arguments, request, answer, streams);

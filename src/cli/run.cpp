@@ -68,7 +68,7 @@ int finish(Run& run, ResultStatus result)
     run.answer.outputs.clear();
     if (result == statusStopped)
         return stopped(run);
-    run.answer.error = errorOf(library::errorOf(run.command, result, run.answer.lower, run.answer.status));
+    run.answer.error = errorOf(library::errorOf(run.command, result, run.answer.lower.text(), run.answer.status));
     return exitFailed;
 }
 

@@ -195,7 +195,7 @@ bool runRound(Sweep& sweep, RowWriter& rows)
         .isGivenUp = isSignalWaiting,
     };
     runInOrder(pieces.size(), std::min(threadsFor(sweep.request), pieces.size()), work);
-    return !isSignalWaiting();
+    return !isSignalWaiting() && rows.isTaken();
 }
 
 bool writeTable(Sweep& sweep, RowFormat format, const WritePiece& write)
@@ -241,7 +241,7 @@ int writeFile(Sweep& sweep, WriteRules& rules, Answer& answer)
     answer.outputs.push_back(target);
     double refused = static_cast<double>(sweep.combinations - sweep.answered);
     answer.figures.values = {{"combinations", "", static_cast<double>(sweep.combinations)}, {"failed", "", refused}};
-    answer.lower = formatText("%zu combinations, %zu with an answer\n", sweep.combinations, sweep.answered);
+    answer.lower.set(formatText("%zu combinations, %zu with an answer\n", sweep.combinations, sweep.answered));
     return exitDone;
 }
 

@@ -17,6 +17,7 @@
 #include "report/ride_curves.h"
 #include "report/ride_rows.h"
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -29,7 +30,8 @@ namespace {
 struct Ride {
     Session& session;
     LoadedRide loaded;
-    Analysis analysis = {};
+    std::shared_ptr<Analysis> kept = std::make_shared<Analysis>(); // a table may be told after the command
+    Analysis& analysis = *kept;
     PrepareFindings findings = {};         // where it is prepared first
     std::optional<Progress> progress = {}; // once its file is read, or while it is prepared
 };
@@ -102,8 +104,9 @@ void writeRows(const Ride& ride, FitReportMode mode)
 void keepCurves(const Ride& ride)
 {
     if (ride.session.keepsRideCurves)
-        ride.session.graph = rideCurves(reported(ride, reportAnalysed), ride.analysis.records,
-                                        addedFieldsOf(ride.analysis.flags) & predictedFields);
+        ride.session.graph =
+            rideCurves(reported(ride, reportAnalysed), {ride.kept, ride.analysis.records},
+                       addedFieldsOf(ride.analysis.flags) & predictedFields, ride.session.keepsRidePlaces);
 }
 
 // Likewise. Without times there is no ride to tell of.
@@ -122,10 +125,25 @@ void reportRideSummary(const Ride& ride, FitReportMode mode)
     reportSummary(ride.session.screens, reported(ride, mode));
 }
 
+// The table on its way out, of a ride whose command has ended.
+TextMaker tableOf(const Ride& ride, FitReportMode mode)
+{
+    return
+        [=, kept = std::shared_ptr<const Analysis>(ride.kept), presence = ride.loaded.presence](const TakeText& take) {
+            ReportedRide told = {{},       mode,           kept->stats.inventory, kept->stats.summary,
+                                 presence, kept->settings, kept->flags,           {},
+                                 {},       kept->brakes};
+            tellFields(told, kept->records, addedFieldsOf(kept->flags) & predictedFields, take);
+        };
+}
+
 void reportRideFields(const Ride& ride, FitReportMode mode)
 {
-    reportFields(ride.session.screens, reported(ride, mode), ride.analysis.records,
-                 addedFieldsOf(ride.analysis.flags) & predictedFields, ride.loaded.image.progress);
+    if (const auto& appendMade = ride.session.screens.appendMade)
+        appendMade(Pane::lower, tableOf(ride, mode));
+    else
+        reportFields(ride.session.screens, reported(ride, mode), ride.analysis.records,
+                     addedFieldsOf(ride.analysis.flags) & predictedFields, ride.loaded.image.progress);
     reportStatus(ride.session.screens, ride.loaded.path, fitExpressed);
 }
 

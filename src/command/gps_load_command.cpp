@@ -1,5 +1,6 @@
 #include "command/gps_load_command.h"
 
+#include "core/large_pages.h"
 #include "core/progress.h"
 #include "gps/gps_load.h"
 #include "report/fit_figures.h"
@@ -27,7 +28,11 @@ StatusCode load(Session& session, LoadedRide&& ride)
     StatusCode code = gather(session, ride);
     if (code != fitOk)
         return reportStatus(session.screens, ride.path, code);
+    constexpr size_t worthGivingBack = 1 << 20;
+    bool large = ride.image.data.size() >= worthGivingBack;
     session.take(std::move(ride));
+    if (large)
+        giveBackFreed(); // whoever works on the ride reads it anew, and its place is a little too narrow by then
     const LoadedRide& loaded = session.ride;
     ReportedRide reported = {
         loaded.path, reportLoaded,    loaded.inventory, loaded.summary, loaded.presence, session.working,

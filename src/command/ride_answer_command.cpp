@@ -11,6 +11,8 @@
 #include "report/ride_curves.h"
 #include "report/ride_rows.h"
 
+#include <memory>
+
 namespace torvane {
 
 namespace {
@@ -24,6 +26,8 @@ StatusCode answerFor(Session& session, AnsweredRide& ride)
 
 StatusCode write(Session& session, AnsweredRide& ride, const std::string& path)
 {
+    if (session.graph)
+        keepValues(*session.graph); // the rows become those of the file
     if (saveAnsweredFile(ride, session.working.createOutput, path, session.inputs.flush) != fitOk)
         return reportUnsaved(session.screens,
                              formatText("failed to save the data to a fit file '%s'", reportedName(path).c_str()));
@@ -32,14 +36,14 @@ StatusCode write(Session& session, AnsweredRide& ride, const std::string& path)
 }
 
 // The analysed rows and their curves, where the front end wants them.
-void writeRows(Session& session, const AnsweredRide& ride)
+void writeRows(Session& session, const std::shared_ptr<AnsweredRide>& ride)
 {
-    const Analysis& a = ride.analysis;
-    ReportedRide reported = {.path = ride.prepared.path,
+    const Analysis& a = ride->analysis;
+    ReportedRide reported = {.path = ride->prepared.path,
                              .mode = reportAnalysed,
                              .inventory = a.stats.inventory,
                              .summary = a.stats.summary,
-                             .presence = ride.prepared.presence,
+                             .presence = ride->prepared.presence,
                              .settings = a.settings,
                              .analysisFlags = a.flags,
                              .brakes = a.brakes};
@@ -47,14 +51,16 @@ void writeRows(Session& session, const AnsweredRide& ride)
     if (session.rows)
         writeRecordRows(*session.rows, reported, a.records, predicted);
     if (session.keepsRideCurves)
-        session.graph = rideCurves(reported, a.records, predicted, ride.measured);
+        session.graph =
+            rideCurves(reported, {ride, a.records, ride->measured.rows}, predicted, session.keepsRidePlaces);
 }
 
 } // namespace
 
 ResultStatus answerRideCommand(Session& session)
 {
-    AnsweredRide ride;
+    auto kept = std::make_shared<AnsweredRide>(); // for the curves that it leaves
+    AnsweredRide& ride = *kept;
     session.screens.setStatus("");
     session.graph.reset();
     StatusCode code = answerFor(session, ride);
@@ -63,12 +69,14 @@ ResultStatus answerRideCommand(Session& session)
         session.screens.tellNote(note);
     if (code == fitOk) {
         session.figures = answerFigures(session.model, ride.answer);
-        writeRows(session, ride);
+        writeRows(session, kept);
         if (session.wantsPage)
             session.page = ridePage(session.model, ride, notes);
         reportRideAnswer(session.screens, session.model, ride, notes);
         const std::string& destination = session.inputs.files[toolDestination].path;
-        return destination.empty() ? fitOk : write(session, ride, destination);
+        code = destination.empty() ? fitOk : write(session, ride, destination);
+        ride.prepared.image.data = std::vector<uint8_t>(); // of no use to the curves
+        return code;
     }
     reportStatus(session.screens, ride.prepared.path, code);
     reportRideNotes(session.screens, notes);

@@ -18,6 +18,7 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace torvane {
 
@@ -36,7 +37,8 @@ struct Session {
     EntryFile kept = {};                   // defaults without a place in the parameter file
     FormMarks formMarks = {};
     std::optional<GraphSeries> graph = {};     // curves that the last command left; empty where it has nothing to plot
-    bool keepsRideCurves = false;              // recorded rides leave curves as well: of a long ride these are large
+    bool keepsRideCurves = false;              // recorded rides leave curves as well, which keep their rows
+    bool keepsRidePlaces = false;              // and with these the places, for a map
     Figures figures = {};                      // numbers of the last answer that came from the worker
     Figures pageFigures = {};                  // of the last report, which may be asked for while the worker runs
     bool figuresAlone = false;                 // nobody reads a report: one that takes time may be left out
@@ -69,8 +71,8 @@ struct Session {
 
     void take(LoadedRide&& loaded)
     {
-        loaded.image.data = {};
-        loaded.image.progress = nullptr; // goes with the command
+        loaded.image.data = std::vector<uint8_t>(); // gives its memory back, which {} would not
+        loaded.image.progress = nullptr;            // goes with the command
         ride = std::move(loaded);
         readiness = ride.readiness;
     }

@@ -12,6 +12,11 @@ namespace torvane {
 
 enum class Pane { upper, lower };
 
+// Takes the next piece of a text; false when no more of it is wanted.
+using TakeText = std::function<bool(std::string_view)>;
+// A long text that is made anew whenever it is told; owns what it is made from.
+using TextMaker = std::function<void(const TakeText& take)>;
+
 // Each call does nothing until the front end fills it in.
 struct Screens {
     // Replaces the text of a pane; an empty text clears it.
@@ -19,6 +24,9 @@ struct Screens {
     // Appends to a pane. A front end may gather the pieces; it hands over all of them before a command is seen to end
     // and before a setText to the same pane.
     std::function<void(Pane pane, std::string_view text)> appendText = [](Pane, std::string_view) {};
+    // Likewise a long text, which is in no memory as a whole where the front end tells it only on its way out. Null: it
+    // is made at once and goes by appendText.
+    std::function<void(Pane pane, TextMaker maker)> appendMade = nullptr;
     std::function<void(std::string_view text)> setStatus = [](std::string_view) {};
     std::function<void(bool visible)> showProgress = [](bool) {};
     std::function<void(int percent)> setProgress = [](int) {}; // 0 to 100

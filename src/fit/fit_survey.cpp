@@ -129,7 +129,7 @@ StatusCode surveyFitFile(FitImage& image, SourceFileInfo& info)
     if (StatusCode code = readFitFile(image, info.path); code != fitOk)
         return code;
     StatusCode code = surveyFitMessages(image, info);
-    image.data = {};
+    image.data = std::vector<uint8_t>();
     return code;
 }
 

@@ -57,8 +57,8 @@ void RiddenWalk::takeRow(const GpsRecord& record)
     row.timestamp = record.timestamp;
     row.distance = distance;
     row.speed = record.speed;
-    row.power[predictedFigure] = record.power;
-    row.cadence[predictedFigure] = record.cadence;
+    row.power[source->measured.ofPowers] = record.power;
+    row.cadence[source->measured.ofCadences] = record.cadence;
     now = row;
     takeMeasured();
     last = &record;
@@ -67,16 +67,16 @@ void RiddenWalk::takeRow(const GpsRecord& record)
 
 void RiddenWalk::takeMeasured()
 {
-    std::span<const MeasuredRow> measured = source->measured;
+    const std::vector<MeasuredRow>& measured = source->measured.rows;
     while (measuredAhead < measured.size() && measured[measuredAhead].timestamp < now.timestamp)
         ++measuredAhead;
     if (measuredAhead == measured.size() || measured[measuredAhead].timestamp != now.timestamp)
         return;
-    now.power[measuredFigure] = measured[measuredAhead].power;
-    now.cadence[measuredFigure] = measured[measuredAhead].cadence;
+    now.power[measuredFigure] = measured[measuredAhead].power();
+    now.cadence[measuredFigure] = measured[measuredAhead].cadence();
 }
 
-RiddenTrack::RiddenTrack(const Analysis& analysis, std::span<const MeasuredRow> measured)
+RiddenTrack::RiddenTrack(const Analysis& analysis, const Measured& measured)
     : source{analysis.records, analysis.stats.summary.recordInterval, measured}
 {
     marks.reserve(source.records.size() / betweenMarks + 1);
@@ -114,7 +114,7 @@ RiddenRows::Iterator RiddenRows::begin() const
     return at;
 }
 
-std::vector<RiddenRow> riddenRowsOf(const Analysis& analysis, std::span<const MeasuredRow> measured)
+std::vector<RiddenRow> riddenRowsOf(const Analysis& analysis, const Measured& measured)
 {
     RiddenTrack track(analysis, measured);
     std::vector<RiddenRow> rows;

@@ -31,18 +31,37 @@ struct RiddenRow {
     std::array<double, figureSourceCount> cadence = {noFigure, noFigure}; // rpm
 };
 
-// What was measured beside the prediction, rising by time.
+// What a meter gave at a second, as FIT stores it: a long ride has one for each record.
 struct MeasuredRow {
+    static constexpr uint16_t noPower = UINT16_MAX;
+    static constexpr uint8_t noCadence = UINT8_MAX;
+
     uint32_t timestamp; // FIT seconds
-    double power = noFigure;
-    double cadence = noFigure;
+    uint16_t watts = noPower;
+    uint8_t turns = noCadence; // a minute
+
+    double power() const
+    {
+        return watts == noPower ? noFigure : watts;
+    }
+    double cadence() const
+    {
+        return turns == noCadence ? noFigure : turns;
+    }
+};
+static_assert(sizeof(MeasuredRow) == 8);
+
+// What was measured of a ride: rows beside its records, rising by time, or the records' own figures.
+struct Measured {
+    std::vector<MeasuredRow> rows = {};
+    FigureSource ofPowers = predictedFigure, ofCadences = predictedFigure; // of the records'
 };
 
 // What rows are told from; outlives them.
 struct RiddenSource {
     std::span<const GpsRecord> records;
     uint32_t interval; // s, of a step that was ridden through
-    std::span<const MeasuredRow> measured;
+    const Measured& measured;
 };
 
 // On the way from row to row.
@@ -71,8 +90,8 @@ private:
 // the records take. Any row is found in a few steps.
 class RiddenTrack {
 public:
-    RiddenTrack(const Analysis& analysis, std::span<const MeasuredRow> measured);
-    RiddenTrack(const RiddenTrack&) = delete; // its walks look at its source
+    RiddenTrack(const Analysis& analysis, const Measured& measured); // which outlive it
+    RiddenTrack(const RiddenTrack&) = delete;                        // its walks look at its source
     RiddenTrack& operator=(const RiddenTrack&) = delete;
     size_t size() const
     {
@@ -158,7 +177,7 @@ private:
 };
 
 // As a table.
-std::vector<RiddenRow> riddenRowsOf(const Analysis& analysis, std::span<const MeasuredRow> measured);
+std::vector<RiddenRow> riddenRowsOf(const Analysis& analysis, const Measured& measured);
 
 uint32_t secondsOf(RiddenRows rows);
 

@@ -26,10 +26,17 @@ FieldPresence presenceForPrediction(FieldPresence held)
     return held;
 }
 
-double valueOf(const RideSample& sample, RideField field)
+MeasuredRow measuredRowOf(const RideSample& sample)
 {
-    return sample.has(field) ? sample.values[field] : noFigure;
+    MeasuredRow row = {sample.timestamp};
+    if (sample.has(ridePower))
+        row.watts = static_cast<uint16_t>(sample.values[ridePower]);
+    if (sample.has(rideCadence))
+        row.turns = static_cast<uint8_t>(sample.values[rideCadence]);
+    return row;
 }
+static_assert(rideFields[ridePower].marker() == MeasuredRow::noPower);
+static_assert(rideFields[rideCadence].marker() == MeasuredRow::noCadence);
 
 StatusCode readMeasured(AnsweredRide& ride)
 {
@@ -38,10 +45,10 @@ StatusCode readMeasured(AnsweredRide& ride)
     if (StatusCode code = readActivity(ride.prepared.image, activity, findings))
         return code;
     auto isMeasured = [](const RideSample& sample) { return sample.has(ridePower) || sample.has(rideCadence); };
-    ride.measured.reserve(static_cast<size_t>(std::ranges::count_if(activity.samples, isMeasured)));
+    ride.measured.rows.reserve(static_cast<size_t>(std::ranges::count_if(activity.samples, isMeasured)));
     for (const RideSample& sample : activity.samples)
         if (isMeasured(sample))
-            ride.measured.push_back({sample.timestamp, valueOf(sample, ridePower), valueOf(sample, rideCadence)});
+            ride.measured.rows.push_back(measuredRowOf(sample));
     return fitOk;
 }
 
@@ -55,12 +62,13 @@ bool measuresSpeed(const PrepareFindings& findings)
 // A device without a meter may write 0 W throughout. Nobody rides so.
 void forgetStillMeter(AnsweredRide& ride)
 {
-    bool has = std::ranges::any_of(ride.measured, [](const MeasuredRow& row) { return row.power == 0; });
-    bool moves = std::ranges::any_of(ride.measured, [](const MeasuredRow& row) { return row.power > 0; });
+    std::vector<MeasuredRow>& rows = ride.measured.rows;
+    bool has = std::ranges::any_of(rows, [](const MeasuredRow& row) { return row.power() == 0; });
+    bool moves = std::ranges::any_of(rows, [](const MeasuredRow& row) { return row.power() > 0; });
     ride.answer.meterStill = has && !moves;
     if (ride.answer.meterStill)
-        for (MeasuredRow& row : ride.measured)
-            row.power = noFigure;
+        for (MeasuredRow& row : rows)
+            row.watts = MeasuredRow::noPower;
 }
 
 StatusCode analysePrepared(const Model& model, const ParameterBlock& settings, AnsweredRide& ride)
@@ -247,16 +255,16 @@ void tell(const Model& model, AnsweredRide& ride)
 // Power and cadence of each record as the file is to have them.
 void takeMeasured(AnsweredRide& ride)
 {
-    auto measured = ride.measured.begin();
+    auto measured = ride.measured.rows.begin(), end = ride.measured.rows.end();
     for (GpsRecord& record : ride.analysis.records) {
-        while (measured != ride.measured.end() && measured->timestamp < record.timestamp)
+        while (measured != end && measured->timestamp < record.timestamp)
             ++measured;
-        if (measured == ride.measured.end() || measured->timestamp != record.timestamp)
+        if (measured == end || measured->timestamp != record.timestamp)
             continue;
-        if (measured->power >= 0)
-            record.power = measured->power;
-        if (measured->cadence >= 0)
-            record.cadence = measured->cadence;
+        if (measured->watts != MeasuredRow::noPower)
+            record.power = measured->watts;
+        if (measured->turns != MeasuredRow::noCadence)
+            record.cadence = measured->turns;
     }
 }
 
@@ -271,6 +279,17 @@ uint32_t fieldsToAdd(const AnsweredRide& ride)
     return added;
 }
 
+// Where a field of the records comes from. What the file lacks and nobody predicts is no number.
+FigureSource sourceOf(GpsRecords& records, double GpsRecord::*field, bool predicted, uint8_t held)
+{
+    if (predicted)
+        return predictedFigure;
+    if ((held & presentInRecords) == 0)
+        for (GpsRecord& record : records)
+            record.*field = noFigure;
+    return measuredFigure;
+}
+
 } // namespace
 
 Verdict checkRide(const ToolInputs& inputs, const PrepareOptions& options, LoadedRide& scanned)
@@ -282,7 +301,7 @@ Verdict checkRide(const ToolInputs& inputs, const PrepareOptions& options, Loade
         code = gatherActivity(scanned);
     if (const char* fault = preparingFault(code))
         return {false, {{"error", fault}}};
-    scanned.image.data = {};
+    scanned.image.data = std::vector<uint8_t>();
     scanned.presence = presenceForPrediction(scanned.presence);
     setReadiness(scanned);
     return {};
@@ -317,19 +336,11 @@ StatusCode answerRide(const Model& model, const ParameterBlock& settings, const 
 AnsweredRide answerOfAnalysis(const Model& model, const LoadedRide& loaded, const Analysis& analysis)
 {
     AnsweredRide ride = {{}, loaded, analysis};
-    const FieldPresence& held = loaded.presence;
-    for (GpsRecord& record : ride.analysis.records) {
-        double power = record.power, cadence = record.cadence;
-        MeasuredRow& measured = ride.measured.emplace_back(MeasuredRow{record.timestamp});
-        if ((analysis.flags & analysisPredictPower) == 0) {
-            record.power = noFigure; // nor is it measured where the file lacks it
-            measured.power = held.powerFlags & presentInRecords ? power : noFigure;
-        }
-        if ((analysis.flags & analysisPredictCadence) == 0) {
-            record.cadence = noFigure;
-            measured.cadence = held.cadenceFlags & presentInRecords ? cadence : noFigure;
-        }
-    }
+    GpsRecords& records = ride.analysis.records;
+    ride.measured.ofPowers =
+        sourceOf(records, &GpsRecord::power, (analysis.flags & analysisPredictPower) != 0, loaded.presence.powerFlags);
+    ride.measured.ofCadences = sourceOf(records, &GpsRecord::cadence, (analysis.flags & analysisPredictCadence) != 0,
+                                        loaded.presence.cadenceFlags);
     tell(model, ride);
     return ride;
 }

@@ -69,7 +69,7 @@ struct AnsweredRide {
     PrepareFindings findings = {};
     LoadedRide prepared = {}; // in order, with the power and cadence that were measured unless they were to go
     Analysis analysis = {};   // of the same records, all of them with predicted power and cadence
-    std::vector<MeasuredRow> measured = {};
+    Measured measured = {};
     RideAnswer answer = {};
 };
 

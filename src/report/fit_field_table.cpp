@@ -148,8 +148,8 @@ void appendRow(std::string& text, const Table& table, const GpsRecord& record, c
 
 } // namespace
 
-void reportFields(Screens& screens, const ReportedRide& ride, const GpsRecords& records, uint32_t predicted,
-                  Progress* progress)
+void tellFields(const ReportedRide& ride, const GpsRecords& records, uint32_t predicted, const TakeText& take,
+                Progress* progress)
 {
     constexpr uint32_t smoothed = 1;
     Table table = makeTable(ride, predicted);
@@ -163,10 +163,21 @@ void reportFields(Screens& screens, const ReportedRide& ride, const GpsRecords& 
         if (records[i].sector == 0)
             continue;
         appendRow(text, table, records[i], ride.brakesOf(i));
-        handOverWhenLarge(screens, Pane::lower, text);
+        if (!tellWhenLarge(take, text))
+            return;
         reportProgress(progress, static_cast<int>(100 * i / records.size()));
     }
-    handOver(screens, Pane::lower, text);
+    take(text);
+}
+
+void reportFields(Screens& screens, const ReportedRide& ride, const GpsRecords& records, uint32_t predicted,
+                  Progress* progress)
+{
+    auto append = [&](std::string_view text) {
+        screens.appendText(Pane::lower, text);
+        return true;
+    };
+    tellFields(ride, records, predicted, append, progress);
 }
 
 } // namespace torvane

@@ -73,7 +73,10 @@ void reportSummary(Screens& screens, const ReportedRide& ride);
 constexpr uint32_t predictedCadence = 0x10;
 constexpr uint32_t predictedPower = 0x20;
 
-// Appends the table of all rows in a sector.
+// The table of all rows in a sector, piece by piece.
+void tellFields(const ReportedRide& ride, const GpsRecords& records, uint32_t predicted, const TakeText& take,
+                Progress* progress = nullptr);
+// Appends it.
 void reportFields(Screens& screens, const ReportedRide& ride, const GpsRecords& records, uint32_t predicted,
                   Progress* progress = nullptr);
 

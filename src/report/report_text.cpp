@@ -4,6 +4,12 @@
 
 namespace torvane {
 
+namespace {
+
+constexpr size_t largePiece = 64 * 1024;
+
+} // namespace
+
 void handOver(Screens& screens, Pane pane, std::string& text)
 {
     if (!text.empty()) {
@@ -14,9 +20,17 @@ void handOver(Screens& screens, Pane pane, std::string& text)
 
 void handOverWhenLarge(Screens& screens, Pane pane, std::string& text)
 {
-    constexpr size_t largePiece = 64 * 1024;
     if (text.size() >= largePiece)
         handOver(screens, pane, text);
+}
+
+bool tellWhenLarge(const TakeText& take, std::string& text)
+{
+    if (text.size() < largePiece)
+        return true;
+    bool wanted = take(text);
+    text.clear();
+    return wanted;
 }
 
 void appendNotes(std::string& text, const char* ofWhat, const std::vector<std::string>& notes)

@@ -16,6 +16,9 @@ void handOver(Screens& screens, Pane pane, std::string& text);
 // The same, once the text has grown to a large piece (64 KB). For tables that can have 100,000 rows.
 void handOverWhenLarge(Screens& screens, Pane pane, std::string& text);
 
+// The same for a text that goes on its way while it is made. False when no more of it is wanted.
+bool tellWhenLarge(const TakeText& take, std::string& text);
+
 // What a reader has to know of an answer, or of a track, each in a line of its own. Nothing where there is nothing.
 void appendNotes(std::string& text, const char* ofWhat, const std::vector<std::string>& notes);
 

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <memory>
 #include <vector>
 
 namespace torvane {
@@ -18,14 +19,32 @@ struct Source {
     const ReportedRide& ride;
     uint32_t predicted;
     std::span<const MeasuredRow> measured;
-    uint32_t start; // FIT seconds
+};
+
+struct Curve;
+
+// Points whose rows follow one another.
+struct Stretch {
+    uint32_t point, row; // the first ones
+};
+
+// What the points are told from.
+struct Points {
+    std::shared_ptr<const void> owner;
+    std::span<const GpsRecord> records;
+    std::span<const BrakeRecord> brakes;
+    std::span<const MeasuredRow> measured;
+    uint32_t start = 0; // FIT seconds
+    std::vector<const Curve*> curves = {};
+    std::vector<Stretch> stretches = {};
+    uint32_t count = 0;
 };
 
 struct Curve {
     const char* name;
     int scaleGroup; // powers, and brakes, are told apart by eye
     bool (*has)(const Source&);
-    double (*value)(const Source&, const GpsRecord&); // null for one of the brakes
+    double (*value)(const Points&, const GpsRecord&); // null for one of the brakes
     double BrakeRecord::*ofBrakes = nullptr;
 };
 
@@ -65,45 +84,45 @@ bool followsBrakes(const Source& source)
     return predictsPower(source) && source.ride.settings.detectBraking != 0;
 }
 
-double wayOf(const Source&, const GpsRecord& record)
+double wayOf(const Points&, const GpsRecord& record)
 {
     return record.distance / 1000;
 }
 
-double minutesOf(const Source& source, const GpsRecord& record)
+double minutesOf(const Points& points, const GpsRecord& record)
 {
-    return (record.timestamp - source.start) / 60.0;
+    return (record.timestamp - points.start) / 60.0;
 }
 
-double powerOf(const Source&, const GpsRecord& record)
+double powerOf(const Points&, const GpsRecord& record)
 {
     return record.power;
 }
 
 // 0 and the marker of FIT are a strap that lost its touch.
-double heartRateOf(const Source&, const GpsRecord& record)
+double heartRateOf(const Points&, const GpsRecord& record)
 {
     constexpr double marker = 255;
     return record.heartRate > 0 && record.heartRate < marker ? record.heartRate : noNumber;
 }
 
 // The rows of the meter and of the ride rise alike: the nearest before or at the row is looked for.
-double measuredPower(const Source& source, const GpsRecord& record)
+double measuredPower(const Points& points, const GpsRecord& record)
 {
-    auto row = std::ranges::lower_bound(source.measured, record.timestamp, {}, &MeasuredRow::timestamp);
-    return row != source.measured.end() && row->timestamp == record.timestamp ? row->power : noNumber;
+    auto row = std::ranges::lower_bound(points.measured, record.timestamp, {}, &MeasuredRow::timestamp);
+    return row != points.measured.end() && row->timestamp == record.timestamp ? row->power() : noNumber;
 }
 
 constexpr Curve curves[] = {
     {"distance(km)", 0, always, wayOf},
     {"time(min)", 0, has<&FieldPresence::timestampFlags, presentInRecords>, minutesOf},
     {"altitude(m)", 0, has<&FieldPresence::altitudeFlags, presentInRecords>,
-     [](const Source&, const GpsRecord& r) { return r.altitude; }},
-    {"velocity(kph)", 0, always, [](const Source&, const GpsRecord& r) { return r.speed * kphPerMps; }},
+     [](const Points&, const GpsRecord& r) { return r.altitude; }},
+    {"velocity(kph)", 0, always, [](const Points&, const GpsRecord& r) { return r.speed * kphPerMps; }},
     {"predicted power(W)", 1, predictsPower, powerOf},
     {"measured power(W)", 1, metersBeside, measuredPower},
     {"measured power(W)", 1, metersAlone, powerOf},
-    {"cadence(rpm)", 0, hasCadence, [](const Source&, const GpsRecord& r) { return r.cadence; }},
+    {"cadence(rpm)", 0, hasCadence, [](const Points&, const GpsRecord& r) { return r.cadence; }},
     {"heart rate(bpm)", 0, has<&FieldPresence::heartRateFlags, presentInRecords>, heartRateOf},
     {"front brake Cel", 2, followsBrakes, nullptr, &BrakeRecord::frontTemperature},
     {"rear brake Cel", 2, followsBrakes, nullptr, &BrakeRecord::rearTemperature},
@@ -125,35 +144,62 @@ void addPlace(GraphSeries& graph, const GpsRecord& record)
     graph.longitude.push_back(placed ? record.longitude : noNumber);
 }
 
+size_t rowOf(const Points& points, uint32_t point)
+{
+    const Stretch& own = *(std::ranges::upper_bound(points.stretches, point, {}, &Stretch::point) - 1);
+    return size_t{own.row} + point - own.point;
+}
+
+double valueAt(const Points& points, size_t point, size_t series)
+{
+    const Curve& curve = *points.curves[series];
+    size_t row = rowOf(points, static_cast<uint32_t>(point));
+    if (curve.value)
+        return curve.value(points, points.records[row]);
+    return (row < points.brakes.size() ? points.brakes[row] : BrakeRecord{}).*curve.ofBrakes;
+}
+
+// The rows in a sector.
+void takePoints(Points& points)
+{
+    bool goesOn = false;
+    for (size_t row = 0; row < points.records.size(); ++row) {
+        bool taken = points.records[row].sector != 0;
+        if (taken && !goesOn)
+            points.stretches.push_back({points.count, static_cast<uint32_t>(row)});
+        points.count += taken;
+        goesOn = taken;
+    }
+    if (points.count != 0)
+        points.start = points.records[points.stretches[0].row].timestamp;
+}
+
 } // namespace
 
-GraphSeries rideCurves(const ReportedRide& ride, const GpsRecords& records, uint32_t predicted,
-                       std::span<const MeasuredRow> measured)
+GraphSeries rideCurves(const ReportedRide& ride, const CurveRows& rows, uint32_t predicted, bool places)
 {
-    auto first = std::ranges::find_if(records, [](const GpsRecord& r) { return r.sector != 0; });
-    Source source = {ride, predicted, measured, first != records.end() ? first->timestamp : 0};
-    std::vector<const Curve*> own = curvesOf(source);
+    Source source = {ride, predicted, rows.measured};
+    auto points = std::make_shared<Points>(Points{rows.owner, rows.records, ride.brakes, rows.measured});
+    points->curves = curvesOf(source);
+    takePoints(*points);
     GraphSeries graph;
     constexpr int twoLinesChosen = 3;
     graph.graphKind = twoLinesChosen;
-    graph.alongs = own.size() > 1 && own[1]->value == minutesOf ? 2 : 1;
-    for (const Curve* curve : own) {
+    graph.alongs = points->curves.size() > 1 && points->curves[1]->value == minutesOf ? 2 : 1;
+    for (const Curve* curve : points->curves) {
         graph.seriesNames.emplace_back(curve->name);
         graph.scaleGroup.push_back(curve->scaleGroup);
     }
-    bool placed = has<&FieldPresence::positionFlags, eitherInRecords>(source);
-    if (placed)
+    if (places && has<&FieldPresence::positionFlags, eitherInRecords>(source)) {
         graph.width = graph.width * 3 / 2; // for the map
-    graph.values.reserve(records.size() * own.size());
-    for (auto record = first; record != records.end(); ++record) {
-        if (record->sector == 0)
-            continue;
-        BrakeRecord brakes = ride.brakesOf(static_cast<size_t>(record - records.begin()));
-        for (const Curve* curve : own)
-            graph.values.push_back(curve->value ? curve->value(source, *record) : brakes.*curve->ofBrakes);
-        if (placed)
-            addPlace(graph, *record);
+        for (const GpsRecord& record : rows.records)
+            if (record.sector != 0)
+                addPlace(graph, record);
     }
+    graph.toldPoints = static_cast<int>(points->count);
+    graph.told = [=](int point, int series) {
+        return valueAt(*points, static_cast<size_t>(point), static_cast<size_t>(series));
+    };
     return graph;
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 #include <span>
+#include <utility>
 
 namespace torvane {
 
@@ -87,6 +88,19 @@ void beginGraphSeries(GraphSeries& graph, GraphLayout layout, int pointsExpected
 void addGraphPoint(GraphSeries& graph, std::initializer_list<double> row)
 {
     graph.values.insert(graph.values.end(), row);
+}
+
+void keepValues(GraphSeries& graph)
+{
+    if (!graph.told)
+        return;
+    std::vector<double> values;
+    values.reserve(static_cast<size_t>(graph.toldPoints) * graph.seriesNames.size());
+    for (int point = 0; point < graph.toldPoints; ++point)
+        for (int series = 0; series < graph.seriesCount(); ++series)
+            values.push_back(graph.told(point, series));
+    graph.values = std::move(values);
+    graph.told = nullptr;
 }
 
 int checkGraphSeries(const GraphSeries& graph)

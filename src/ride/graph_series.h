@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <initializer_list>
 #include <string>
 #include <vector>
@@ -16,6 +17,9 @@ struct GraphSeries {
     std::vector<std::string> seriesNames;
     std::vector<int> scaleGroup; // for each series; series with a common bit share one vertical scale
     std::vector<double> values;  // one row for each point, series within the row
+    // In place of values: what is told of so many points, anew whenever it is asked for. Owns what it is told from.
+    std::function<double(int point, int series)> told;
+    int toldPoints = 0;
     int alongs = 1; // of a graph with two curves to choose: the first so many series can lie along the X axis
     std::vector<double> latitude, longitude; // of each point, degrees, for a map beside; empty: there is none
 
@@ -33,10 +37,14 @@ struct GraphSeries {
     }
     int pointCount() const
     {
+        if (told)
+            return toldPoints;
         return seriesNames.empty() ? 0 : static_cast<int>(values.size() / seriesNames.size());
     }
     double value(int point, int series) const
     {
+        if (told)
+            return told(point, series);
         return values[static_cast<size_t>(point) * seriesNames.size() + static_cast<size_t>(series)];
     }
 };
@@ -56,6 +64,9 @@ void beginGraphSeries(GraphSeries& graph, GraphLayout layout, int pointsExpected
 
 // Appends a point: a value for each series, in their order.
 void addGraphPoint(GraphSeries& graph, std::initializer_list<double> row);
+
+// Keeps what is told so far: what it is told from may change then.
+void keepValues(GraphSeries& graph);
 
 // Whether the number of series fits the kind. 0 it does; 1 it does not, with a kind of lines, bars or marks; 2 it does
 // not, with a kind of vectors; 4 there is no such kind.

@@ -107,7 +107,7 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int)
     ParameterBlock defaults;
     ParametersLoaded loaded = loadParameters(mainWindow.session.screens, mainWindow.parameterPath, defaults);
     startFrom(mainWindow.session, defaults);
-    mainWindow.session.keepsRideCurves = true;
+    mainWindow.session.keepsRideCurves = mainWindow.session.keepsRidePlaces = true;
     mainWindow.writesParameters = loaded == ParametersLoaded::ready;
     readKept();
     OleInitialize(nullptr); // the panes copy by it

@@ -265,6 +265,10 @@ TEST_F(FitReport, tableOfRecords)
     presence = {1, 1, 0, 0, 0, 0, 0, 0, 0, 1, 0}; // brakes are followed only with a predicted power
     EXPECT_EQ(fieldsText(GpsRecords(1), 0, predictedCadence),
               "\n remarkable fields data\n\n\tsector,  cadence,    power\n\t      ,      rpm,        W\n");
+    rows = GpsRecords(20'000, rows[2]);
+    int pieces = 0;
+    tellFields(reported(reportAnalysed, 0), rows, 0, [&](std::string_view) { return ++pieces < 2; });
+    EXPECT_EQ(pieces, 2) << "it ends where no more is wanted";
 }
 
 // A lap's figures by hand from the units of the file; what is 0 or filled with ones has not been told.

@@ -35,7 +35,7 @@ TEST(RideCurves, HoldWhatTheRideHas)
     GpsRecords records = {recordOf(0, 940, 0, 99), recordOf(1, 1000, 0, 0), recordOf(1, 1060, 600, 140),
                           recordOf(1, 1120, 1500, 255)};
     MeasuredRow measured[] = {{1060, 180, 90}};
-    GraphSeries graph = rideCurves(ride, records, predictedPower, measured);
+    GraphSeries graph = rideCurves(ride, {nullptr, records, measured}, predictedPower, true);
     EXPECT_EQ(graph.seriesNames,
               (std::vector<std::string>{"distance(km)", "time(min)", "velocity(kph)", "predicted power(W)",
                                         "measured power(W)", "heart rate(bpm)"}));
@@ -48,10 +48,16 @@ TEST(RideCurves, HoldWhatTheRideHas)
     EXPECT_TRUE(std::isnan(graph.latitude[0]) && graph.latitude[1] == 47);
     EXPECT_EQ(curvesAbout(graph).curves, (std::vector<int>{2, 3, 4}));
 
+    records[2].power = 300;
+    EXPECT_EQ(graph.value(1, 3), 300) << "told from the rows";
+    keepValues(graph);
+    records[2].power = 0;
+    EXPECT_EQ(graph.value(1, 3) + graph.value(1, 4), 300 + 180);
+
     presence = {};
     presence.powerFlags = presentInRecords;
     settings.detectBraking = 1;
-    graph = rideCurves(ride, records, 0);
+    graph = rideCurves(ride, {nullptr, records}, 0, true);
     EXPECT_EQ(graph.seriesNames, (std::vector<std::string>{"distance(km)", "velocity(kph)", "measured power(W)"}));
     EXPECT_EQ(graph.alongs, 1);
     EXPECT_TRUE(graph.latitude.empty());
