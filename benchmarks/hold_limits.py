@@ -9,14 +9,15 @@ SMALL, LARGE = 10_000, 100_000  # records
 MOST_TIMES = 11.0
 FIT_TOOLS = ("combine", "convert", "add", "divide", "exclude", "timestamp", "dump")
 MORE_THAN_FILES = 16.0  # MB that a tool may take beside its source and destination
-# MB of the commands that write a ride from rows of their own for its records.
-ROW_MEMORY = {"stroke": 80.0, "prepare": 80.0}
+# Those that have rows of their own for the records of a ride: MB at 100,000 of them, where 5 are the program's own.
+ROW_TOOLS = ("express", "analyse", "analyse with rows", "create", "stroke", "prepare")
+ROW_MEMORY = 24.0
 LEAST_GAIN = 1.8  # of the second job of a batch, by the clock
 ROWS_MORE = {"cpu ms": 60.0, "peak MB": 6.0}  # what the rows of a long ride cost beside its analysis
 GRAPH = ("graph as json", 2_110_000)
 GRAPH_MEMORY = 200.0  # MB: the points, with room to grow, and nothing of the text
 ANALYSES = ("analyse", "analyse with rows")
-COMMANDS = ("ride of gpx", "load", "express", *ANALYSES, "create", "compare", *FIT_TOOLS, *ROW_MEMORY)
+COMMANDS = ("ride of gpx", "load", "compare", *FIT_TOOLS, *ROW_TOOLS)
 
 
 def measured(path):
@@ -32,7 +33,9 @@ def measured(path):
 
 
 def memory_limit(command, row):
-    return row["files MB"] + MORE_THAN_FILES if command in FIT_TOOLS else ROW_MEMORY.get(command)
+    if command in FIT_TOOLS:
+        return row["files MB"] + MORE_THAN_FILES
+    return ROW_MEMORY if command in ROW_TOOLS else None
 
 
 def batch_faults(figures):
