@@ -4,21 +4,9 @@
 #include "gps/ride_answer.h"
 #include "gps/ride_comparison.h"
 #include "page/plan_against.h"
-
-#include <gtest/gtest.h>
-
-#include <fstream>
-#include <initializer_list>
+#include "told.h"
 
 namespace torvane {
-
-inline void expectTold(const std::string& told, const std::string& wantedFile)
-{
-    std::string wanted;
-    std::ifstream file(std::string(TORVANE_CHECKOUT "/") + wantedFile);
-    ASSERT_TRUE(std::getline(file, wanted, '\0')) << wantedFile;
-    EXPECT_EQ(told, wanted) << wantedFile;
-}
 
 inline CommonSecond bothAt(uint32_t second, double first, double second_)
 {
@@ -129,12 +117,6 @@ inline RideAnswer numberedHour()
     a.brakes = {25, {110, 120}, {130, 140}};
     a.hasAltitude = true;
     return a;
-}
-
-inline void expectUntold(const std::string& told, std::initializer_list<const char*> words)
-{
-    for (const char* each : words)
-        EXPECT_EQ(told.find(each), told.npos) << each;
 }
 
 } // namespace torvane

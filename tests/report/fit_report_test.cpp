@@ -5,6 +5,7 @@
 #include "report/fit_figures.h"
 #include "report/fit_report.h"
 #include "report/listed_figures.h"
+#include "told.h"
 
 #include <gtest/gtest.h>
 
@@ -140,30 +141,7 @@ TEST_F(FitReport, summaryOfALoadedFile)
     std::tie(s.avgSpeed, s.maxSpeed, s.avgTemperature) = std::tuple(7106, 12345, -4);
     std::tie(s.avgHeartRate, s.maxHeartRate, s.avgCadence, s.maxCadence) = std::tuple(99, 181, 88, 120);
     std::tie(s.avgPower, s.maxPower, s.normalizedPower) = std::tuple(210, 1020, 222);
-    EXPECT_EQ(summaryText(reportLoaded),
-              "\n\t\tloaded the fit file named 'a.fit'\n"
-              "\n summary of the fit file\n\n"
-              "\tfile id type\t\t: #4, activity file\n"
-              "\tsport type(workout code): not defined cause no session message\n"
-              "\trecord messages\t\t: existing, record data counted 221\n"
-              "\tdefinition messages\t: counted   9\n"
-              "\tnormal data messages\t: counted   230\n"
-              "\tcompressed timestamp\t: counted   1\n"
-              "\n remarkable fields in the record, stats in the session or lap data messages\n\n"
-              "\ttimestamp\t\t\t: existing, start 03,Jan,2015,Sat,07:05:09UTC\n"
-              "\t\t\t\t\t\t    , end   03,Jan,2015,Sat,08:06:10UTC\n"
-              "\t\t\t\t\t\t    , inter    1 second, timer 01:01:01h\n"
-              "\tlatitude\t\t\t: existing, start   45.000000, end  -90.000000\n"
-              "\tlongitude\t\t\t: existing, start    0.000000, end  -45.000000\n"
-              "\taltitude\t\t\t: existing, average 20.6 m,    maxi 100.2 m\n"
-              "\tGPS accuracy\t\t: existing, average  5 m\n"
-              "\tdistance\t\t\t: existing, total   11.536 km\n"
-              "\tspeed\t\t\t\t: existing, average 25.58 kph, maxi  44.44 kph\n"
-              "\ttemperature\t\t\t: existing, average -4 Cel\n"
-              "\theart rate\t\t\t: existing, average  99 bpm,   maxi 181 bpm\n"
-              "\tcadence\t\t\t: existing, average  88 rpm,   maxi 120 rpm\n"
-              "\tpower\t\t\t\t: existing, average 210 watts, maxi 1020 watts, normalized 222 watts\n"
-              "\t-- cadence and power are existing and no need to predict\n");
+    expectTold(summaryText(reportLoaded), "tests/report/told/loaded.txt");
 }
 
 TEST_F(FitReport, summaryOfAnAnalysedFile)

@@ -1,6 +1,7 @@
 // Awkward spots of the profile and condition reports.
 #include "captured_screens.h"
 #include "report/profile_report.h"
+#include "told.h"
 
 #include <gtest/gtest.h>
 
@@ -74,44 +75,8 @@ TEST_F(ProfileReport, everyFieldStandsAtItsName)
     }
     std::tie(m.shellLossPercent, m.shellLossTorque, m.missionLossPercent) = std::tuple(1.5, 33, 2.5);
     std::tie(m.wheelLossPercent, m.wheelLossTorque) = std::tuple(3.5, 9);
-    EXPECT_EQ(section(sectionHuman), "\thuman height\t\t:  181.0 cm\n"
-                                     "\thuman weight\t\t:   72.0 kg\n"
-                                     "\tposition selected is 'drop position' typified torso angle as follow:\n"
-                                     "\ttorso angle\t\t\t:   41.0 deg\n"
-                                     "\tcadence usual\t\t:   91.0 rpm\n"
-                                     "\tcadence powered max\t:  121.0 rpm\n"
-                                     "\tcadence shift-up\t\t:  111.0 rpm\n"
-                                     "\tcadence shift-down\t:   81.0 rpm\n"
-                                     "\tFTP\t\t\t\t:  261.0 W\n"
-                                     "\t-- FTP can be enabled in preference for training level and score\n\n");
-    EXPECT_EQ(section(sectionWheel), "\tfront wheel weight\t:  801.0 g\n"
-                                     "\tfront wheel size\t\t:   26 inches\n"
-                                     "\tfront wheel resist\t:   31.0 W\n"
-                                     "\t-- case of velocity is\t:   41.0 kph\n"
-                                     "\trear wheel weight\t\t:  802.0 g\n"
-                                     "\trear wheel size\t\t:   27 inches\n"
-                                     "\trear wheel resist\t\t:   32.0 W\n"
-                                     "\t-- case of velocity is\t:   42.0 kph\n"
-                                     "\tin case of resist-prediction due to wheel specifications as follows:\n"
-                                     "\t-- front rim depth\t:   51 mm\n"
-                                     "\t-- front spoke count\t:   21\n"
-                                     "\t-- front model year\t: 2011 A.D.\n"
-                                     "\t-- rear rim depth\t\t:   52 mm\n"
-                                     "\t-- rear spoke count\t:   22\n"
-                                     "\t-- rear model year\t: 2012 A.D.\n\n");
-    EXPECT_EQ(section(sectionTyre), "\tfront tyre size\t\t:   23.0 mm\n"
-                                    "\tfront tyre weight\t\t:  201.0 g\n"
-                                    "\tfront rolling coef\t:    0.00400\n"
-                                    "\tfront friction coef\t:    0.800\n"
-                                    "\trear tyre size\t\t:   24.0 mm\n"
-                                    "\trear tyre weight\t\t:  202.0 g\n"
-                                    "\trear rolling coef\t\t:    0.00500\n"
-                                    "\trear friction coef\t:    0.900\n\n");
-    EXPECT_EQ(section(sectionPowerLoss), "\tshell power loss\t\t:    1.5 per\n"
-                                         "\t-- case of torque\t\t:   33.0 Nm\n"
-                                         "\tmission power loss\t:    2.5 per\n"
-                                         "\twheel power loss\t\t:    3.5 per\n"
-                                         "\t-- case of torque\t\t:    9.0 Nm\n\n");
+    expectTold(section(sectionHuman) + section(sectionWheel) + section(sectionTyre) + section(sectionPowerLoss),
+               "tests/report/told/profile.txt");
 }
 
 TEST_F(ProfileReport, freeTorsoAngleNamesNoPosition)

@@ -3,6 +3,7 @@
 #include "report/listed_figures.h"
 #include "report/ride_figures.h"
 #include "report/ride_report.h"
+#include "told.h"
 
 #include <gtest/gtest.h>
 
@@ -72,85 +73,16 @@ struct RideNumbers : testing::Test {
     std::string figures;
 };
 
-constexpr const char* bodyLines = "\tnormalized power\t\t:  205.000 W\n"
-                                  "\tvariability index\t\t:    1.250\n"
-                                  "\ttraning stress score\t:   12.000\n"
-                                  "\tenergy kilo joule\t\t:  720.000 kJ\n"
-                                  "\tenergy kilo calorie\t:  172.000 kcal\n"
-                                  "\trequired food calorie\t:  688.000 kcal except daily basal metabolism\n";
-
-const std::string bodyFigures = "ftp 270 W; level 1 ; intensityFactor 0.75 ; normalizedPower 205 W; "
-                                "variabilityIndex 1.25 ; trainingStressScore 12 ; kiloJoule 720 kJ; "
-                                "kiloCalorie 172 kcal; foodKiloCalorie 688 kcal; ";
-
 TEST_F(RideNumbers, steadyRide)
 {
     report(ridePowerAndVelocity, 0);
-    EXPECT_EQ(shown.lower, std::string("\n power and velocity which calculation target is 'power'\n"
-                                       "\t\t\t\t\t     power    ,   torque    ,    force\n"
-                                       "\tpower of pedaling\t\t:  101.000 W  ,  102.000 Nm ,  103.000 kgf\n"
-                                       "\t-- crank\t\t\t:  201.000 W  ,  202.000 Nm ,  203.000 kgf\n"
-                                       "\t-- hub\t\t\t:  301.000 W  ,  302.000 Nm ,  303.000 kgf\n"
-                                       "\t-- thrust(wheel)\t\t:  401.000 W  ,  402.000 Nm ,  403.000 kgf\n"
-                                       "\te-Assist\t\t\t:  501.000 W  ,  502.000 Nm ,  503.000 kgf\n"
-                                       "\n\tvelocity\t\t\t:   36.000 kph\n"
-                                       "\tcadence\t\t\t:   90.500 rpm geared 34/21\n"
-                                       "\trequired power\t\t:  830.000 W case of 120.0 rpm cadence\n"
-                                       "\n\tdiverse drag as force and power as follows:\n"
-                                       "\tshell air drag\t\t:    1.100 kgf,   11.000 W\n"
-                                       "\thuman air drag\t\t:    1.200 kgf,   12.000 W\n"
-                                       "\twheel air drag\t\t:    1.300 kgf,   13.000 W\n"
-                                       "\ttotal air drag\t\t:    3.600 kgf,   36.000 W\n"
-                                       "\trolling drag\t\t:    1.400 kgf,   14.000 W\n"
-                                       "\tgradient drag\t\t:   -1.500 kgf,  -15.000 W\n"
-                                       "\n\tpower traning level\t:  Lv1, recovery for ftp 270.0W\n"
-                                       "\tintensity factor\t\t:    0.750\n"
-                                       "\n\tphysiological factors in case of 2.345km per 00:01:05h as follows:\n") +
-                               bodyLines + "\n");
-    EXPECT_EQ(figures,
-              "velocity 36 kph; inclination -2.5 %; power 101 W; "
-              "pedalingPower 101 W; pedalingTorque 102 Nm; pedalingForce 103 kgf; "
-              "crankPower 201 W; crankTorque 202 Nm; crankForce 203 kgf; "
-              "hubPower 301 W; hubTorque 302 Nm; hubForce 303 kgf; "
-              "thrustPower 401 W; thrustTorque 402 Nm; thrustForce 403 kgf; "
-              "assistPower 501 W; assistTorque 502 Nm; assistForce 503 kgf; "
-              "cadence 90.5 rpm; currentFrontTooth 34 t; currentRearTooth 21 t; requiredPower 830 W; "
-              "cadencePoweredMax 120 rpm; shellDrag 1.1 kgf; shellDragPower 11 W; humanDrag 1.2 kgf; "
-              "humanDragPower 12 W; wheelDrag 1.3 kgf; wheelDragPower 13 W; airDrag 3.6 kgf; airDragPower 36 W; "
-              "rollingLoad 1.4 kgf; rollingPower 14 W; slopeLoad -1.5 kgf; slopePower -15 W; duration 65 sec; "
-              "length 2.345 km; " +
-                  bodyFigures);
+    expectTold(shown.lower + figures + "\n", "tests/report/told/steady-ride.txt");
 }
 
 TEST_F(RideNumbers, acceleration)
 {
     report(rideAcceleration, 0);
-    EXPECT_EQ(shown.lower,
-              std::string("\n acceleration which calculation referer is 'maxi power' 820.000 W\n"
-                          " -- inclination -2.500 per, starting velocity is 18.000 kph, ending velocity is 36.000 kph\n"
-                          "\t\t\t\t\t      mean    ,  maximal    ,   torque    ,    force\n"
-                          "\tpower of pedaling\t\t:  111.000 W  ,  112.000 W  ,  113.000 Nm ,  114.000 kgf\n"
-                          "\t-- crank\t\t\t:  211.000 W  ,  212.000 W  ,  213.000 Nm ,  214.000 kgf\n"
-                          "\t-- hub\t\t\t:  311.000 W  ,  312.000 W  ,  313.000 Nm ,  314.000 kgf\n"
-                          "\t-- thrust(wheel)\t\t:  411.000 W  ,  412.000 W  ,  413.000 Nm ,  414.000 kgf\n"
-                          "\te-Assist\t\t\t:  511.000 W  ,  512.000 W  ,  513.000 Nm ,  514.000 kgf\n"
-                          "\trequired power\t\t:  820.000 W case of 120.0 rpm cadence\n"
-                          "\tsector time\t\t\t:    7.500 sec\n"
-                          "\tmean accele\t\t\t:    0.500mpss,    1.800kphs,    0.051 G\n"
-                          "\t-- maximal\t\t\t:    2.000mpss,    7.200kphs,    0.204 G\n"
-                          "\tdistance\t\t\t:   77.500 m\n"
-                          "\n\tpower traning level\t:  Lv1, recovery for ftp 270.0W\n"
-                          "\tintensity factor\t\t:    0.750\n"
-                          "\n\tphysiological factors in case of 77.500m per 7.500sec as follows:\n") +
-                  bodyLines + "\n");
-    std::string wanted = "velocity 36 kph; inclination -2.5 %; power 820 W; startVelocity 18 kph; "
-                         "endVelocity 36 kph; gravity 0.0509858106 G; thrustForce 403 kgf; requiredPower 820 W; "
-                         "cadencePoweredMax 120 rpm; sectorTime 7.5 sec; accele 0.5 mpss; maxAccele 2 mpss; "
-                         "distance 77.5 m; ";
-    for (auto [stage, n] : {std::pair("pedaling", 1), {"crank", 2}, {"hub", 3}, {"assist", 5}, {"thrust", 4}})
-        wanted += formatText("%sMeanPower %d11 W; %sPeakPower %d12 W; %sMeanTorque %d13 Nm; %sMeanForce %d14 kgf; ",
-                             stage, n, stage, n, stage, n, stage, n);
-    EXPECT_EQ(figures, wanted + bodyFigures);
+    expectTold(shown.lower + figures + "\n", "tests/report/told/acceleration.txt");
     found.velocity = 9.9;
     model.state.motorLocation = 0;
     report(rideAcceleration, 0);
@@ -177,15 +109,7 @@ TEST_F(RideNumbers, rolling)
 TEST_F(RideNumbers, brakes)
 {
     report(ridePatternBraking, 0);
-    EXPECT_EQ(figures,
-              "velocity 36 kph; inclination -2.5 %; force -30 kgf; startVelocity 18 kph; endVelocity 36 kph; "
-              "thrustMeanPower 411 W; thrustPeakPower 412 W; thrustMeanTorque 413 Nm; thrustMeanForce 414 kgf; "
-              "sectorTime 7.5 sec; accele 0.5 mpss; maxAccele 2 mpss; distance 77.5 m; "
-              "airDragQuantity 610 J; rollingDragQuantity 620 J; potentialEnergy 630 J; "
-              "startKineticEnergy 640 J; endKineticEnergy 650 J; "
-              "frontBrakeTemperature 71 Cel; frontBrakeHeat 710 J; frontBrakeRadiated -72 J; "
-              "frontBrakeResidual 638 J; rearBrakeTemperature 81 Cel; rearBrakeHeat 810 J; "
-              "rearBrakeRadiated -82 J; rearBrakeResidual 728 J; temperature 19 Cel; ");
+    expectTold(figures + "\n", "tests/report/told/braking.txt");
 }
 
 // What nobody has looked for is no figure, and no 0.
