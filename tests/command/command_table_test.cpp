@@ -26,13 +26,17 @@ TEST(CommandTable, DialogsHaveTheirForms)
 TEST(CommandTable, ConsoleNamesAreUnique)
 {
     std::set<std::string> names;
+    std::string withRows;
     for (const Command& command : commandTable()) {
         if (command.work == Work::frontEnd)
             continue;
         EXPECT_TRUE(names.insert(consoleName(command)).second) << command.id;
         EXPECT_EQ(findCommand(consoleName(command)), &command);
         EXPECT_EQ(findCommand(std::to_string(command.id)), &command);
+        withRows += command.hasRows ? std::to_string(command.id) + ' ' : "";
     }
+    EXPECT_EQ(withRows, "801 802 803 804 805 806 902 903 904 910 992 994 995 996 997 ")
+        << "all that are tables by nature";
     EXPECT_EQ(findCommand("load"), findCommand(901));
     EXPECT_EQ(findCommand("predict"), findCommand(903));
     EXPECT_EQ(findCommand(700), nullptr);

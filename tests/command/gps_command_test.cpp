@@ -62,28 +62,17 @@ namespace {
 
 // What a file holds, read by the program's own load.
 struct Reread {
-    StatusCode code;
+    LoadedRide ride;
     GpsRecords records;
-    std::vector<SessionLapEntry> sessions, laps;
 };
 
 Reread reread(const std::string& path)
 {
     Reread file;
-    FitImage image;
-    file.code = loadFitImage(image, path);
-    RecordDefinitions definitions;
-    FitContents contents;
-    const FitInventory& inventory = contents.inventory;
-    if (file.code == fitOk)
-        file.code = scanFitMessages(image, contents, definitions);
-    file.records.resize(inventory.recordCount);
-    file.sessions.resize(inventory.sessionCount + 1);
-    file.laps.resize(inventory.lapCount + 1);
-    if (file.code == fitOk)
-        file.code = extractFitMessages(image, contents, file.sessions, file.laps);
-    if (file.code == fitOk)
-        file.code = fillRecords(image, file.records);
+    EXPECT_EQ(loadFitImage(file.ride.image, path), fitOk);
+    EXPECT_EQ(gatherActivity(file.ride), fitOk);
+    file.records.resize(file.ride.inventory.recordCount);
+    EXPECT_EQ(fillRecords(file.ride.image, file.records), fitOk);
     return file;
 }
 
@@ -139,7 +128,6 @@ TEST_F(GpsCommandTest, shapesOfFilesAtOneStroke)
         EXPECT_EQ(shown.lower.find("nan"), std::string::npos) << c.name;
 
         Reread file = reread(destination);
-        ASSERT_EQ(file.code, fitOk) << c.name;
         ASSERT_EQ(file.records.size(), c.kept) << c.name;
         double sum = 0, power = 0, cadence = 0;
         for (const GpsRecord& record : file.records) {
@@ -149,7 +137,7 @@ TEST_F(GpsCommandTest, shapesOfFilesAtOneStroke)
         }
         double kept = static_cast<double>(c.kept);
         EXPECT_TRUE(!c.meanHolds || std::fabs(sum / kept / 200 - 1) < 0.06) << c.name;
-        expectFigures({power, cadence, file.sessions[0].recordCount, file.laps[0].recordCount},
+        expectFigures({power, cadence, file.ride.sessions[0].recordCount, file.ride.laps[0].recordCount},
                       {told.maxPower, told.maxCadence, kept, kept});
     }
 }
@@ -184,7 +172,7 @@ TEST_F(GpsCommandTest, theWrittenFileHoldsWhatTheReportSaid)
         EXPECT_NEAR(cadence, record.cadence + 0.5, 0.551); // truncated in the file
         EXPECT_NEAR(power, record.power + 0.5, 0.551);
     }
-    for (const SessionLapEntry& entry : {file.sessions[0], file.laps[0]}) {
+    for (const SessionLapEntry& entry : {file.ride.sessions[0], file.ride.laps[0]}) {
         expectFigures({entry.avgPower, entry.avgCadence, entry.totalDistance, entry.avgSpeed / 2},
                       {told.avgPower, told.avgCadence, told.totalDistance, told.avgSpeed / 2}, 1);
         expectFigures({entry.maxPower, entry.maxSpeed, entry.totalTimer, entry.startTime},

@@ -74,8 +74,6 @@ private:
     // A value that its box shows to the last digit.
     void enter(FormState& state, const Row& row)
     {
-        if (!row.name || !isEnabled(state, row))
-            return;
         if (isChosen(row)) {
             size_t count = row.kind == RowKind::check ? 2 : rowLabels(state, row).size();
             int chosen = static_cast<int>(lasts ? count - 1 : below(count));
@@ -87,13 +85,11 @@ private:
             typeText(state, row, formatText("%.10g", value));
         }
     }
-    void name(FormState& state, const Row& row)
+    std::string fileFor(const Row& row)
     {
         constexpr const char* rides[] = {"half-1.fit", "half-2.fit", "hills.fit", "no-laps.fit"};
-        if (row.kind == RowKind::path)
-            setPath(state, row,
-                    row.index == destinationPath ? folder.path + "out.fit"
-                                                 : std::string(TORVANE_CHECKOUT "/samples/rides/") + rides[below(4)]);
+        return row.index == destinationPath ? folder.path + "out.fit"
+                                            : std::string(TORVANE_CHECKOUT "/samples/rides/") + rides[below(4)];
     }
     FormState opened()
     {
@@ -106,12 +102,13 @@ private:
     {
         FormState state = opened();
         EXPECT_FALSE(state.saveAsDefault) << form.title;
+        for (const Row& row : form.rows)
+            if (row.kind == RowKind::path)
+                setPath(state, row, fileFor(row));
         for (bool choices : {true, false})
             for (const Row& row : form.rows)
-                if (isChosen(row) == choices)
+                if (row.name && isEnabled(state, row) && isChosen(row) == choices)
                     enter(state, row);
-        for (const Row& row : form.rows)
-            name(state, row);
         state.saveAsDefault = true;
         entered.clear();
         for (const Row& row : form.rows)
@@ -128,15 +125,11 @@ private:
         startFrom(session, block);
         session.kept = {};
         EXPECT_TRUE(readEntryFile(entryFilePath(path), session.kept));
-        if (!isEntered("initialValueMode"))
+        if (form.id != 2006)
             session.working.initialValueMode = 1; // what lists propose would stand before what was saved
         FormState state = opened();
         takeKept(state, session.kept);
         return state;
-    }
-    bool isEntered(std::string_view name) const
-    {
-        return std::ranges::any_of(entered, [=](const auto& entry) { return entry.first->name == name; });
     }
 
     const Form& form;

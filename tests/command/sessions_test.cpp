@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <map>
 #include <random>
 #include <thread>
 
@@ -125,15 +126,12 @@ private:
             seen += title + text;
         shown.upper = shown.lower = shown.status = "";
         shown.messages.clear();
-        std::vector<std::filesystem::path> written;
+        std::map<std::string, Bytes> written;
         for (const auto& file : std::filesystem::directory_iterator(folder))
-            if (file.path().filename().string().starts_with("out"))
-                written.push_back(file.path());
-        std::ranges::sort(written);
-        for (const std::filesystem::path& path : written) {
-            Bytes bytes = bytesOf(path);
-            seen.append(path.filename().string()).append(bytes.begin(), bytes.end());
-            std::filesystem::remove(path);
+            written[file.path().filename().string()] = bytesOf(file.path());
+        for (const auto& [name, bytes] : written) {
+            seen.append(name).append(bytes.begin(), bytes.end());
+            std::filesystem::remove(folder + name);
         }
         return seen;
     }

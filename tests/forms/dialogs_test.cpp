@@ -92,17 +92,6 @@ TEST(RideDialogs, ShowVelocitiesInKph)
     EXPECT_EQ(dialog.pick(5112, -1).pick(5112, 99).chosen(5112), 0) << "there is no such choice";
 }
 
-TEST(RideDialogs, IntensionIsByTimeOrDistance)
-{
-    OpenForm dialog(2021);
-    EXPECT_EQ(dialog.text(5151) + dialog.text(5153) + dialog.text(5154), "time basedminsec");
-    dialog.pick(5121, 1);
-    EXPECT_EQ(dialog.text(5151) + dialog.text(5153) + dialog.text(5154), "distance basedkmm");
-    int32_t minutes = dialog.working.intensionFirst[0];
-    EXPECT_EQ(dialog.type(5134, "33").confirm(), "");
-    expectFigures({dialog.working.intensionFirst[0], dialog.working.intensionFirst[1]}, {minutes, 33});
-}
-
 TEST(AccelerationDialog, AnotherFactorReloadsItsOwnValue)
 {
     OpenForm dialog(2022);
@@ -148,14 +137,22 @@ TEST(AccelerationDialog, OffersTheGearsOfTheProfile)
     EXPECT_EQ(dialog.open(2022).chosen(5212), 0);
 }
 
-TEST(BrakingDialog, EachPatternHasItsInclination)
+TEST(RideDialogs, LabelsAndEntriesFollowTheChoice)
 {
-    OpenForm dialog(2024);
-    EXPECT_EQ(dialog.text(5421) + dialog.text(5436), "-- constant force braking  0.0");
-    dialog.pick(5411, 3);
-    EXPECT_EQ(dialog.text(5421) + dialog.text(5436), "-- intermittent braking -7.0");
-    EXPECT_EQ(dialog.type(5436, "-9.5").confirm(), "");
-    expectFigures({dialog.working.brakingInclination[3], dialog.working.brakingInclination[2]}, {-9.5, -7});
+    const std::tuple<int, int, int, std::vector<int>, const char*> cases[] = {
+        {2021, 5121, 0, {5151, 5153, 5154}, "time based|min|sec|"},
+        {2021, 5121, 1, {5151, 5153, 5154}, "distance based|km|m|"},
+        {2024, 5411, 0, {5421, 5436}, "-- constant force braking|  0.0|"},
+        {2024, 5411, 3, {5421, 5436}, "-- intermittent braking| -7.0|"},
+    };
+    for (const auto& [form, choice, value, ids, shown] : cases) {
+        OpenForm dialog(form);
+        dialog.pick(choice, value);
+        std::string seen;
+        for (int id : ids)
+            seen += dialog.text(id) + '|';
+        EXPECT_EQ(seen, shown);
+    }
 }
 
 TEST(ExpressDialog, LimitsNeedSmoothingAndAltitude)
@@ -218,17 +215,6 @@ TEST(AnalyseDialog, AnAverageTemperatureLandsInTheAcceleration)
     EXPECT_TRUE(dialog.enabled(7151));
     EXPECT_FALSE(dialog.type(7132, "0").enabled(7151)); // the direction asks that entry, not the wind speed
     EXPECT_EQ(dialog.confirm(), "found too small value of unreal acceleration");
-}
-
-TEST(ToolDialogs, ForgetTheirPaths)
-{
-    OpenForm dialog(2060);
-    setPath(dialog.state, dialog.at(8611), "/somewhere/ride.fit");
-    Verdict settings = pressButton(dialog.state, dialog.at(8631), dialog.working);
-    EXPECT_EQ(settings.boxes.at(0).text, "not existing a source file");
-    EXPECT_EQ(dialog.refused(), 8611);
-    dialog.working.initialValueMode = 1;
-    EXPECT_EQ(dialog.open(2060).text(8611), "");
 }
 
 TEST(ToolDialogs, MessagesDecideAboutTheSport)

@@ -112,20 +112,6 @@ TEST(FormLimits, HoldWhereTheyAre)
     }
 }
 
-TEST(FormLimits, NameTheEntry)
-{
-    constexpr std::tuple<Limits, const char*, const char*> cases[] = {
-        {{1004, 1421, 10, 30}, "found too small inches of a wheel", "found too large inches of a wheel"},
-        {{2007, 2721, 0, 20}, "found too small value of the speed", ""},
-        {{2023, 5341, -1.2, 1.2, 5311, 6}, "found too small value of a gravity", "found too large value of a gravity"},
-        {{2093, 9331, 1, 300}, "found too small value of a gap limit", "found too large value of a gap limit"},
-    };
-    for (const auto& [limits, tooSmall, tooLarge] : cases) {
-        EXPECT_EQ(answerTo(limits, limits.least - 1), tooSmall);
-        EXPECT_EQ(answerTo(limits, limits.most + 1), tooLarge);
-    }
-}
-
 // But for sprockets beyond the fitted ones, the third chainring and an FTP not in use the table leaves no entry with a
 // limit out.
 TEST(FormLimits, LeaveNoEntryOut)

@@ -74,7 +74,7 @@ TEST(TyrePage, KeepsTheDigitsThatItDoesNotShow)
     EXPECT_EQ(page.working.frictionCoefficient[0], 0.8);
 }
 
-// 38.572590548 x exp(spokes x 0.008015186913 - depth x 0.00924480958 - 9 log10(11) x 0.034550905509)
+// At 50 kph: 38.572590548 x exp(spokes x 0.008015186913 - depth x 0.00924480958 - 9 log10(11) x 0.034550905509)
 TEST(WheelPage, PredictsOneWheelFromItsBuild)
 {
     OpenForm page(1004);
@@ -85,7 +85,7 @@ TEST(WheelPage, PredictsOneWheelFromItsBuild)
     EXPECT_EQ(child.open(1450).type(1451, "80").confirm(), "");
     page.working = child.working;
     expectFigures({page.working.rimDepth[0], page.working.rimDepth[1]}, {50, 80});
-    page.type(1422, "14");
+    page.type(1422, "14").type(1428, "45");
     buttonReturned(page.state, rear, page.working);
     EXPECT_EQ(page.text(1427), "  4.8"); // 16.14 W x 0.6 x 14 / 28
     EXPECT_EQ(page.text(1424) + page.text(1428), " 20.0 50.0");

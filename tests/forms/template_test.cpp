@@ -8,6 +8,7 @@
 #include <fstream>
 #include <iterator>
 #include <map>
+#include <regex>
 #include <set>
 #include <string>
 
@@ -19,6 +20,7 @@ namespace {
 std::map<int, std::set<int>> readTemplates()
 {
     std::map<int, std::set<int>> templates;
+    const std::regex numbers("\\b[0-9]+");
     int current = 0;
     for (const auto& file : std::filesystem::directory_iterator(TORVANE_CHECKOUT "/resources")) {
         if (file.path().extension() != ".rc")
@@ -27,12 +29,8 @@ std::map<int, std::set<int>> readTemplates()
         for (std::string line; std::getline(in, line);) {
             if (line.find(" DIALOGEX ") != line.npos && std::isdigit(static_cast<unsigned char>(line[0])))
                 current = std::stoi(line);
-            for (size_t i = 0; i < line.size(); ++i) {
-                bool starts = std::isdigit(static_cast<unsigned char>(line[i])) &&
-                              (i == 0 || !std::isalnum(static_cast<unsigned char>(line[i - 1])));
-                if (starts)
-                    templates[current].insert(std::atoi(line.c_str() + i));
-            }
+            for (std::sregex_iterator number(line.begin(), line.end(), numbers), end; number != end; ++number)
+                templates[current].insert(std::stoi(number->str()));
         }
     }
     return templates;
