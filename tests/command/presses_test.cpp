@@ -45,16 +45,19 @@ public:
             return work();
         runBegan.set();
         runMayGoOn.waitFor(longEnough);
+        served.reset();
         std::unique_lock lock(guard);
-        sent = work;
-        changed.notify_all();
-        changed.wait(lock, [this] { return !sent; });
+        waiting.push_front([&] {
+            work();
+            served.set();
+        });
+        lock.unlock();
+        served.wait();
     }
     void post(const std::function<void()>& work)
     {
         std::lock_guard lock(guard);
-        posted.push_back(work);
-        changed.notify_all();
+        waiting.push_back(work);
     }
     void press(int id)
     {
@@ -66,39 +69,29 @@ public:
     void serve()
     {
         std::unique_lock lock(guard);
-        changed.wait_for(lock, 1ms, [this] { return sent || !posted.empty(); });
-        if (serveSent(lock) || posted.empty())
-            return;
-        std::function<void()> work = posted.front();
+        if (waiting.empty()) {
+            lock.unlock();
+            return std::this_thread::sleep_for(100us);
+        }
+        std::function<void()> work = waiting.front();
+        waiting.pop_front();
+        ++inHand;
         lock.unlock();
         work();
-        lock.lock();
-        posted.pop_front();
+        --inHand;
     }
     bool isEmpty()
     {
         std::lock_guard lock(guard);
-        return !sent && posted.empty();
+        return inHand == 0 && waiting.empty();
     }
     std::atomic<int> pressesDuringRuns = 0;
 
 private:
-    bool serveSent(std::unique_lock<std::mutex>& lock)
-    {
-        if (!sent)
-            return false;
-        lock.unlock();
-        sent();
-        lock.lock();
-        sent = nullptr;
-        changed.notify_all();
-        return true;
-    }
-
     std::mutex guard;
-    std::condition_variable changed;
-    std::function<void()> sent;
-    std::deque<std::function<void()>> posted;
+    std::deque<std::function<void()>> waiting;
+    std::atomic<int> inHand = 0;
+    ManualResetEvent served;
     const std::thread::id window = std::this_thread::get_id(); // that of main, which runs the tests
 };
 
@@ -108,11 +101,6 @@ std::string folder;
 Session session;
 std::string lowerText, statusText; // of the window thread
 std::string gathered;              // of the worker, for the lower pane
-
-void handOver()
-{
-    mail.send([text = std::exchange(gathered, {})] { lowerText += text; });
-}
 
 const Screens windowScreens = {
     .setText =
@@ -193,7 +181,7 @@ constexpr FrontEnd window = {
     .showWaiting = [](std::string_view text) { somethingWaits = !text.empty(); },
     .sendCompletion =
         [] {
-            handOver();
+            mail.send([text = std::exchange(gathered, {})] { lowerText += text; });
             mail.send([] { protocol.endRun(); });
         },
     .postOpenWaiting = [] { mail.post([] { protocol.openWaiting(); }); },

@@ -22,31 +22,25 @@ bool opensWaiting = false; // posted
 
 // What the worker sends to the window thread, one at a time; the worker is held until it was served.
 struct Mail {
-    std::mutex guard;
-    std::condition_variable changed;
-    bool waiting = false;
+    ManualResetEvent sent, served;
 
     void send()
     {
-        std::unique_lock lock(guard);
-        waiting = true;
-        changed.notify_all();
-        changed.wait(lock, [this] { return !waiting; });
+        served.reset();
+        sent.set();
+        served.wait();
     }
 
     // Serves one piece of mail if it comes within the time; tells whether it did.
     bool serve(std::chrono::milliseconds limit)
     {
-        std::unique_lock lock(guard);
-        if (!changed.wait_for(lock, limit, [this] { return waiting; }))
+        if (!sent.waitFor(limit))
             return false;
-        lock.unlock();
+        sent.reset();
         protocol.endRun();
         if (std::exchange(opensWaiting, false))
             protocol.openWaiting();
-        lock.lock();
-        waiting = false;
-        changed.notify_all();
+        served.set();
         return true;
     }
 };

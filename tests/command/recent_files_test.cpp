@@ -18,9 +18,8 @@ TEST(RecentFiles, LatestFirstTenOfEachKind)
 {
     EntryFile file;
     file.lines = {"# mine", "power=200"};
-    for (int i = 0; i < 12; ++i) {
+    for (int i = 0; i < 12; ++i)
         rememberFile(file, RecentKind::rides, "C:\\rides\\" + std::to_string(i) + ".fit");
-    }
     rememberFile(file, RecentKind::rides, "c:\\Rides\\5.FIT"); // one that is there, in other letters
     rememberFile(file, RecentKind::profiles, "road.pro");
     rememberFile(file, RecentKind::profiles, "");
@@ -45,14 +44,12 @@ std::set<std::string, std::less<>> manualHeadings()
     std::set<std::string, std::less<>> anchors;
     std::ifstream manual(TORVANE_CHECKOUT "/docs/manual.md");
     for (std::string line; std::getline(manual, line);) {
-        if (line[0] != '#')
-            continue;
         std::string anchor;
-        for (char c : line.substr(line.find(' ') + 1)) {
-            if (std::isalnum(static_cast<unsigned char>(c)) || c == '-' || c == ' ')
-                anchor += c == ' ' ? '-' : static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-        }
-        anchors.insert(anchor);
+        for (unsigned char c : line.substr(line.find(' ') + 1))
+            if (std::isalnum(c) || c == '-' || c == ' ')
+                anchor += c == ' ' ? '-' : static_cast<char>(std::tolower(c));
+        if (line[0] == '#')
+            anchors.insert(anchor);
     }
     return anchors;
 }
@@ -60,12 +57,10 @@ std::set<std::string, std::less<>> manualHeadings()
 TEST(HelpTopics, EveryCommandAndFormHasAHeadingOfTheManual)
 {
     auto headings = manualHeadings();
-    for (const Command& command : commandTable()) {
+    for (const Command& command : commandTable())
         EXPECT_TRUE(headings.contains(manualAnchor(command.id))) << command.label << ' ' << manualAnchor(command.id);
-    }
-    for (const Form* form : allForms()) {
+    for (const Form* form : allForms())
         EXPECT_TRUE(headings.contains(manualAnchorOfForm(form->id))) << form->id;
-    }
     EXPECT_EQ(manualAnchorOfForm(1001), "your-own-bicycle");
     EXPECT_EQ(manualAnchorOfForm(2095), "what-a-ride-cost");
     EXPECT_EQ(manualAnchor(0), "");
@@ -76,9 +71,8 @@ TEST(PaneSplit, BothPanesKeepTheirLeast)
     constexpr int cases[][4] = {// wanted, room, least, height
                                 {150, 400, 40, 150}, {10, 400, 40, 40}, {500, 400, 40, 360},
                                 {150, 60, 40, 30},   {150, 0, 40, 0},   {150, -9, 40, 0}};
-    for (auto [wanted, room, least, height] : cases) {
+    for (auto [wanted, room, least, height] : cases)
         EXPECT_EQ(upperPaneHeight(wanted, room, least), height) << wanted << ' ' << room;
-    }
 }
 
 } // namespace

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <tuple>
 
 namespace torvane {
@@ -57,8 +58,11 @@ TEST_F(RideCommand, theTableFollowsTheReport)
         EXPECT_EQ(table, heading != nullptr) << mode << " " << target;
         EXPECT_TRUE(heading == nullptr || lowerHas(heading)) << heading;
     }
+    dispatch(ridePatternBraking, 3);
+    auto lines = std::ranges::count(captured.lower, '\n');
     session.working.totalDistance = 0.0;
     dispatch(ridePatternBraking, 3);
+    EXPECT_GT(lines, std::ranges::count(captured.lower, '\n') + 5) << "a line for each sector";
     EXPECT_TRUE(lowerHas("cumulative data of motion")); // of no sector
 }
 

@@ -62,19 +62,15 @@ private:
     }
     std::string entryFor(const FormState& state, const Row& row)
     {
-        double shownNow = shownValue(state, row);
-        double near = shownNow == 0 ? 1 : shownNow * (0.9 + 0.02 * static_cast<double>(below(11)));
-        std::vector<std::string> labels = rowLabels(state, row);
-        switch (row.kind) {
-        case RowKind::real:
-            return formatText("%.3f", std::clamp(near, row.least, row.most));
-        case RowKind::whole:
-            return formatText("%d", static_cast<int>(std::clamp(near, row.least, row.most)));
-        case RowKind::check:
+        if (row.kind == RowKind::check)
             return std::to_string(below(2));
-        default:
-            return labels.empty() ? "" : labels[below(labels.size())];
+        if (row.kind == RowKind::real || row.kind == RowKind::whole) {
+            double shownNow = shownValue(state, row);
+            double near = shownNow == 0 ? 1 : shownNow * (0.9 + 0.02 * static_cast<double>(below(11)));
+            return formatText(row.kind == RowKind::real ? "%.3f" : "%.0f", std::clamp(near, row.least, row.most));
         }
+        std::vector<std::string> labels = rowLabels(state, row);
+        return labels.empty() ? "" : labels[below(labels.size())];
     }
     std::vector<Assignment> entriesFor(const Form* form)
     {

@@ -77,7 +77,6 @@ TEST_F(SettingsCommand, aProfileHoldsWhatItsPagesTake)
 {
     constexpr std::pair<void (*)(ModelState&), std::string_view> cases[] = {
         {[](ModelState& m) { m.crankLength = 0; }, "crankLength is 0, its limits are 100 to 200 mm"},
-        {[](ModelState& m) { m.humanHeight = -178; }, "humanHeight is -178, its limits are 100 to 250 cm"},
         {[](ModelState& m) { m.sprocket[10] = 41; }, "sprocket[10] is 41, its limits are 8 to 40"},
         {[](ModelState& m) { m.altitude = 2e4; }, "altitude is 20000, its limits are -100 to 10000 m"},
         {[](ModelState& m) { m.brakeType[0] = 1, m.brakeWeight[1][0] = 9; },

@@ -1,5 +1,4 @@
 // What holds for every form: control ids, limits, defaults.
-#include "figures.h"
 #include "form_fixture.h"
 #include "forms/entry_meanings.h"
 
@@ -36,15 +35,13 @@ TEST(FormList, GivesEveryControlItsOwnId)
 TEST(FormList, SaysWhatEveryEntryMeans)
 {
     std::set<const char*> used;
-    for (const Form* form : allForms()) {
-        for (const Row& row : form->rows) {
+    for (const Form* form : allForms())
+        for (const Row& row : form->rows)
             if (row.name) {
                 const char* meaning = meaningOf(*form, row.name);
                 EXPECT_STRNE(meaning, "") << form->id << " " << row.name;
                 used.insert(meaning);
             }
-        }
-    }
     for (const EntryMeaning& meaning : entryMeanings())
         EXPECT_TRUE(used.contains(meaning.text)) << meaning.name << " is of no form";
 }

@@ -3,7 +3,6 @@
 
 #include "core/text.h"
 
-#include <set>
 #include <tuple>
 #include <utility>
 
@@ -110,22 +109,6 @@ TEST(FormLimits, HoldWhereTheyAre)
         EXPECT_EQ(answerTo(limits, limits.least - beyond).substr(0, 6), "found ");
         EXPECT_EQ(answerTo(limits, limits.most + beyond).substr(0, 6), limits.mostBinds ? "found " : "");
     }
-}
-
-// But for sprockets beyond the fitted ones, the third chainring and an FTP not in use the table leaves no entry with a
-// limit out.
-TEST(FormLimits, LeaveNoEntryOut)
-{
-    std::set<std::pair<int, int>> known = {{1001, 1118}, {1003, 1324}, {1003, 1337},
-                                           {1003, 1338}, {1003, 1339}, {1003, 1340}};
-    for (const Limits& limits : allLimits())
-        known.insert({limits.form, limits.id});
-    for (const Form* form : allForms())
-        for (const Row& row : form->rows) {
-            bool numeric = row.kind == RowKind::real || row.kind == RowKind::whole;
-            bool limited = numeric && row.id != 0 && (row.leastBinds || row.mostBinds);
-            EXPECT_TRUE(!limited || known.contains({form->id, row.id})) << form->id << " " << row.id;
-        }
 }
 
 TEST(FormLimits, LetTextThatIsNoNumberReadAsAnEditBoxDoes)
