@@ -62,14 +62,18 @@ void setTemperature(const TrackModel& track, GpsRecord& record)
         record.temperature = roadTemperatureOf(track, record);
 }
 
-void setWeather(TrackModel& track, const GpsRecord& record)
+void setWind(TrackModel& track, const GpsRecord& record)
 {
     const ParameterBlock& settings = track.settings;
-    bool airStays = (track.analysisFlags & analysisRecordTemperature) == 0 &&
-                    (track.analysisFlags & (analysisNoTimestamps | analysisFlat)) != 0;
     if (settings.analyseWindSpeed != 0)
         track.now.headWind =
             std::cos((record.heading - settings.analyseWindDirection) * pi / 180) * settings.analyseWindSpeed;
+}
+
+void setAirOf(TrackModel& track, const GpsRecord& record)
+{
+    bool airStays = (track.analysisFlags & analysisRecordTemperature) == 0 &&
+                    (track.analysisFlags & (analysisNoTimestamps | analysisFlat)) != 0;
     if (!airStays)
         setAirAt(track, record.temperature, record.altitude);
 }
@@ -139,9 +143,20 @@ double withAcceleration(const TrackModel& track, const GpsRecord& record, double
     return steady + record.acceleration * speed * track.model.state.inertialWeight;
 }
 
-// The powers of a few rows, whose roads the points hold.
+// The air of a few rows: a power for each, of which a loop so short has several under way.
+void takeAir(TrackModel& track, std::span<const GpsRecord> rows, RoadPoints& points)
+{
+    for (size_t i = 0; i < rows.size(); ++i) {
+        setAirOf(track, rows[i]);
+        points.airRatio[i] = track.now.airRatio;
+    }
+}
+
+// The powers of a few rows, of whose roads the points hold wind, slope and speed.
 void predictPowers(TrackModel& track, std::span<GpsRecord> rows, RoadPoints& points)
 {
+    takeAir(track, rows, points);
+    takeSlopes(points);
     takeLoads(track.model, points);
     takeThrustPowers(track.model, track.now.physics, points);
     for (size_t i = 0; i < rows.size(); ++i)
@@ -151,7 +166,7 @@ void predictPowers(TrackModel& track, std::span<GpsRecord> rows, RoadPoints& poi
         setPower(track, rows[i], points.thrustPower[i], points.stagePower[i]);
 }
 
-// Cadence of a row, and what its power asks for; the power itself is left to those of a few.
+// Cadence of a row, and the road that its power is for; the power itself is left to those of a few.
 void predictRow(TrackModel& track, std::span<GpsRecord> records, size_t i, RoadPoints& points, size_t point)
 {
     GpsRecord& record = records[i];
@@ -161,10 +176,11 @@ void predictRow(TrackModel& track, std::span<GpsRecord> records, size_t i, RoadP
         record.cadence = cadenceAt(track, record.speed);
     if (!power)
         return;
-    setWeather(track, record);
+    setWind(track, record);
     if (!isFlat(track))
         track.now.inclination = record.inclination;
-    setRoad(points, point, track.now);
+    points.headWind[point] = track.now.headWind;
+    points.inclination[point] = track.now.inclination;
     points.velocity[point] = speedOfStep(track, records, i);
 }
 
@@ -203,7 +219,8 @@ void prepareModelForRecord(TrackModel& track, GpsRecord& record)
     if (!isFlat(track))
         setSlope(track, record.inclination);
     setTemperature(track, record);
-    setWeather(track, record);
+    setWind(track, record);
+    setAirOf(track, record);
 }
 
 TrackPass predictTrack(TrackModel& track, std::span<GpsRecord> records, Progress* progress)

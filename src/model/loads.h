@@ -5,6 +5,8 @@
 #include "model/evaluation.h"
 #include "model/model.h"
 
+#include <cmath>
+
 namespace torvane {
 
 constexpr double bpnOfCoefficients = 75.0; // rolling and friction coefficients are stated for this road
@@ -13,6 +15,12 @@ template <class Number>
 struct Gradient {
     Number sine, cosine;
 };
+
+// rad
+inline double slopeAngle(double inclination)
+{
+    return std::atan(inclination / 100.0);
+}
 
 // Sine and cosine of the inclination, worked out where it is not that of the last time.
 const Slope& slopeOf(Evaluation& evaluation);

@@ -22,7 +22,7 @@ double radians(double degrees)
 
 [[gnu::noinline]] void takeSlope(Evaluation& e)
 {
-    double angle = std::atan(e.inclination / 100.0);
+    double angle = slopeAngle(e.inclination);
     e.slope = {e.inclination, std::sin(angle), std::cos(angle)};
 }
 

@@ -3,6 +3,10 @@
 #include "model/loads.h"
 #include "model/thrust_pair.h"
 
+#include <bit>
+#include <cmath>
+#include <cstdint>
+
 namespace torvane {
 
 namespace {
@@ -18,15 +22,26 @@ void setPair(RoadPoints::Figures& figures, size_t point, Pair pair)
     figures[point + 1] = pair[1];
 }
 
+// On a level road most points have the slope of the one before.
+bool isAsBefore(const RoadPoints& points, size_t i)
+{
+    auto bits = [&](size_t point) { return std::bit_cast<uint64_t>(points.inclination[point]); };
+    return i > 0 && bits(i) == bits(i - 1);
+}
+
 } // namespace
 
-void setRoad(RoadPoints& points, size_t point, Evaluation& e)
+// The angles first: so short, each loop has several of its calls under way.
+void takeSlopes(RoadPoints& points)
 {
-    const Slope& slope = slopeOf(e);
-    points.headWind[point] = e.headWind;
-    points.airRatio[point] = e.airRatio;
-    points.sine[point] = slope.sine;
-    points.cosine[point] = slope.cosine;
+    RoadPoints::Figures angles;
+    for (size_t i = 0; i < points.count; ++i)
+        angles[i] = isAsBefore(points, i) ? angles[i - 1] : slopeAngle(points.inclination[i]);
+    for (size_t i = 0; i < points.count; ++i) {
+        bool again = isAsBefore(points, i);
+        points.sine[i] = again ? points.sine[i - 1] : std::sin(angles[i]);
+        points.cosine[i] = again ? points.cosine[i - 1] : std::cos(angles[i]);
+    }
 }
 
 void takeLoads(const Model& model, RoadPoints& points)

@@ -18,17 +18,18 @@ struct RoadPoints {
 
     size_t count = 0;
     Figures headWind = {}, airRatio = {};      // as those of an Evaluation
-    Figures sine = {}, cosine = {};            // of the gradient
+    Figures inclination = {};                  // %
+    Figures sine = {}, cosine = {};            // of it
     Figures rollingLoad = {}, slopeLoad = {};  // kgf
     Figures velocity = {};                     // m/s
     Figures cadence = {};                      // rpm
     Figures thrustPower = {}, stagePower = {}; // W
 };
 
-// Sets wind, air and gradient of a point to those that an evaluation stands at.
-void setRoad(RoadPoints& points, size_t point, Evaluation& evaluation);
+// Sets sine and cosine of each inclination, as slopeOf does.
+void takeSlopes(RoadPoints& points);
 
-// Sets the loads of a rider who does not brake on each gradient, as setLoads does.
+// Sets the loads of a rider who does not brake on each slope, as setLoads does.
 void takeLoads(const Model& model, RoadPoints& points);
 
 // Sets thrustPower, the power that holds the velocity, as resistanceAtVelocity does.

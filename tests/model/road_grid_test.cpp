@@ -133,10 +133,13 @@ TEST_F(RoadGridTest, pointsOfAnyRoadsAreThoseOfTheSingleEvaluation)
         RoadPoints points;
         points.count = pointsOf(grid);
         overPoints([&](Evaluation& e, size_t point, double velocity) {
-            setRoad(points, point, e);
+            points.headWind[point] = e.headWind;
+            points.airRatio[point] = e.airRatio;
+            points.inclination[point] = e.inclination;
             points.velocity[point] = velocity;
             points.cadence[point] = uniform(random, 0, 120);
         });
+        takeSlopes(points);
         takeLoads(model, points);
         takeThrustPowers(model, now.physics, points);
         takeStagePowers(model, stage, points);
