@@ -123,47 +123,32 @@ TEST_P(AddMessages, SessionToSegmentsWithLapsAndActivityIsRefusedByTheSize)
     EXPECT_FALSE(std::filesystem::exists(bench.folder.path + "out.fit"));
 }
 
-// Local type 0 of the activity means something else in the end: its definition is written again wherever the activity
-// comes to stand. Behind the first segment the laps of the source bring it along, else it goes to the end.
+// Local type 0 of the activity means something else in the end: its definition is written again where the laps of the
+// source bring it along, behind the first segment.
 TEST_P(AddMessages, ActivityWhoseLocalTypeIsDefinedAnew)
 {
     Fields time = {{253, 4, 0x86}}, timer = {{0, 4, 0x86}};
     bench.options.thresholdSpeed = 0;
-    auto defineActivity = [&](FitBuilder& file) { file.define(0, 34, timer, bigEndian); };
-    auto tail = [&](FitBuilder& file) { file.define(0, 23, time, bigEndian).message(0, {1100}); };
-    auto added = [&](FitBuilder& file, int local, int64_t sessions) {
-        file.define(local, 34, {{253, 4, 0x86}, {0, 4, 0x86}, {5, 4, 0x86}, {1, 2, 4}}, bigEndian);
-        file.message(local, {1200, 0, 1200, sessions});
-    };
-    auto session = [&](FitBuilder& file, int64_t at) {
-        file.define(4, 18, {{253, 4, 0x86}, {2, 4, 0x86}, {7, 4, 0x86}, {8, 4, 0x86}, {5, 1, 2}}, bigEndian);
-        file.message(4, {at, at, 0, 0, 1});
-    };
-    auto second = [&](FitBuilder& file) {
+    bench.options.addSession = bench.options.addActivity = 1;
+    auto rest = [&](FitBuilder& file) -> FitBuilder& {
         file.define(2, 20, time, bigEndian).message(2, {1200}).define(3, 19, {{25, 1}}, bigEndian).message(3, {2});
-        defineActivity(file);
+        return file.define(0, 34, timer, bigEndian);
     };
-    for (auto [withActivity, withSession] : {std::pair{1, 0}, {1, 1}, {0, 1}}) {
-        FitBuilder from = source, to = expected;
-        from.define(1, 20, time, bigEndian).message(1, {1000});
-        to.define(1, 20, time, bigEndian).message(1, {1000});
-        second(from);
-        tail(from.message(0, {7777}));
-        defineActivity(to);
-        to.message(0, {7777});
-        if (withSession)
-            session(to, 1000);
-        second(to);
-        tail(to);
-        if (withSession)
-            session(to, 1200);
-        if (withActivity)
-            added(to, 4 + withSession, 2 * withSession);
-        bench.options.addSession = withSession;
-        bench.options.addActivity = withActivity;
-        ASSERT_EQ(bench.from(from.file()).run(checkAddMessages, runAddMessages), fitAdded);
-        EXPECT_EQ(bench.output(), to.file());
-    }
+    auto session = [&](int64_t at) {
+        expected.define(4, 18, {{253, 4, 0x86}, {2, 4, 0x86}, {7, 4, 0x86}, {8, 4, 0x86}, {5, 1, 2}}, bigEndian);
+        expected.message(4, {at, at, 0, 0, 1});
+    };
+    for (FitBuilder* file : {&source, &expected})
+        file->define(1, 20, time, bigEndian).message(1, {1000});
+    rest(source).message(0, {7777}).define(0, 23, time, bigEndian).message(0, {1100});
+    ASSERT_EQ(add(), fitAdded);
+    expected.define(0, 34, timer, bigEndian).message(0, {7777});
+    session(1000);
+    rest(expected).define(0, 23, time, bigEndian).message(0, {1100});
+    session(1200);
+    expected.define(5, 34, {{253, 4, 0x86}, {0, 4, 0x86}, {5, 4, 0x86}, {1, 2, 4}}, bigEndian);
+    expected.message(5, {1200, 0, 1200, 2});
+    EXPECT_EQ(bench.output(), expected.file());
 }
 
 TEST(RunningSet, AverageSpeedWrapsFrom43KilometresOn)

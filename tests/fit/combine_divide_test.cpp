@@ -36,19 +36,6 @@ TEST_P(CombineDivide, CombinesInTheOrderOfStarts)
     EXPECT_EQ(bench.output(), expected.file(12));
 }
 
-TEST_P(CombineDivide, EqualStartsKeepTheOrderOfThePaths)
-{
-    FitBuilder expected = fitFile(bigEndian, 4, marked);
-    for (int source : {0, 2, 3}) {
-        FitBuilder file = fitFile(bigEndian);
-        for (FitBuilder* both : {&file, &expected})
-            both->define(source, 20, {{253, 4}}, bigEndian).message(source, {1000});
-        bench.from(file.file(), static_cast<size_t>(source));
-    }
-    ASSERT_EQ(bench.run(checkCombine, runCombine), fitCombined);
-    EXPECT_EQ(bench.output(), expected.file());
-}
-
 // A ride whose distance and cycles run on.
 struct Ride : FitBuilder {
     bool bigEndian;
@@ -132,25 +119,10 @@ TEST_P(Division, ByLapWithTheOneSessionInEveryPart)
     expectParts(12);
 }
 
-// Without a kept summary the activity gets the span of the part's records, in seconds. An event in front is in no part,
-// a lap in every one.
-TEST_P(Division, ByRecordDefinition)
-{
-    source.event(999, 3).lap(2, 9'000, 999);
-    for (int local : {2, 6})
-        source.records(local).data(local, {1000, 500, 40, 9}).data(local, {1025, 900, 60, 9});
-    source.activity(1, 2);
-    divide();
-    for (auto [part, local] : {std::pair{&first, 2}, {&second, 6}}) {
-        part->lap(2, 9'000, 999).records(local).data(local, {1000, 0, 0, 9}).data(local, {1025, 400, 20, 9});
-        part->activity(25, 1025);
-    }
-    expectParts(14);
-}
-
 // Records of the second part whose definition stands in the first one: all that is in force goes in front of the part's
-// own stretch. The third part has no record.
-TEST_P(Division, ByRecordDefinitionWithRecordsOfAnEarlierOne)
+// own stretch. An event in front is in no part. Without a kept summary the activity gets the span of the part's
+// records, in seconds. The third part has no record.
+TEST_P(Division, ByRecordDefinition)
 {
     source.event(999, 3).records(2).data(2, {1000, 500, 40, 9}).lap(2, 9'000, 1000);
     source.records(6).data(6, {1010, 600, 50, 9}).data(2, {1011, 700, 60, 9}).records(6).activity(1, 2);

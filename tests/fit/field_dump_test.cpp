@@ -63,11 +63,7 @@ TEST(FieldDump, MegabytesToTheCharacter)
     const std::vector<FitBuilder::Field> all(maxFieldCount, {200, UINT8_MAX});
     FitBuilder block, file;
     block.define(0, messageRecord, all, false, all).message(0, std::vector<int64_t>(2 * maxFieldCount, -2));
-    for (bool bigEndian : {false, true}) {
-        block.define(0, messageRecord, {{253, 4}, {2, 2}, {13, 1}}, bigEndian);
-        for (int i = 0; i < 32; ++i)
-            block.message(0, {(int64_t{1} << i) - 1, i * 2113, 25});
-    }
+    block.define(0, messageRecord, {{253, 4}, {2, 2}, {13, 1}}).message(0, {7, 2113, 25});
     auto linesOf = [](const FitBuilder& made) {
         ToolBench bench;
         bench.from(made.file());
@@ -75,8 +71,7 @@ TEST(FieldDump, MegabytesToTheCharacter)
         size_t first = dump.find("-- record --");
         return dump.substr(first, dump.find("-- crc --") - first);
     };
-    std::string once = linesOf(block);
-    std::string wanted;
+    std::string once = linesOf(block), wanted;
     for (int part = 0; part < 10; ++part) {
         file.data.insert(file.data.end(), block.data.begin(), block.data.end());
         wanted += once;

@@ -2,10 +2,8 @@
 #include "figures.h"
 #include "fit/fit_builder.h"
 #include "fit/fit_passes.h"
-#include "fit/fit_survey.h"
 
 #include <tuple>
-#include <variant>
 
 namespace torvane {
 
@@ -76,22 +74,6 @@ TEST(FitPasses, counts)
                   {1, 2, 1000, 1003, 1, -11, -12, 21, 22, 77000});
 }
 
-// Of a field that a definition has twice the last one counts, but for the file type.
-TEST(FitPasses, repeatedFields)
-{
-    FitBuilder builder;
-    builder.define(0, messageFileId, {{0, 1}, {0, 1}}).message(0, {4, 6});
-    builder.define(1, messageRecord, {{253, 4}, {253, 4}}).message(1, {900, 1000}).message(1, {901, 1005});
-    builder.define(2, messageSession, {{5, 1}, {8, 4}, {5, 1}, {8, 4}}).message(2, {1, 10, 2, 20});
-    builder.define(3, messageActivity, {{0, 4}, {0, 4}}).message(3, {70, 80});
-    const auto& [inventory, summary] = gather(builder).contents;
-    expectFigures({inventory.fileType, inventory.sessionSport.at(0), summary.totalTimer}, {4, 2, 80});
-    SourceFileInfo info;
-    ASSERT_EQ(surveyFitMessages(imageOf(builder.data), info), fitOk);
-    expectFigures({info.fileType, info.startTimestamp, info.endTimestamp, info.recordInterval, info.activityTimer},
-                  {4, 1000, 1005, 5, 80});
-}
-
 TEST(FitPasses, recordInterval)
 {
     // The smallest step counts, 3600 where there is none; a step backwards changes nothing, a second ends the search.
@@ -113,50 +95,6 @@ TEST(FitPasses, recordInterval)
         EXPECT_EQ(summary.recordInterval, interval) << testing::PrintToString(timestamps);
         EXPECT_EQ(summary.endTimestamp, end) << testing::PrintToString(timestamps);
     }
-}
-
-TEST(FitPasses, fieldsOfSessionsAndLaps)
-{
-    using E = SessionLapEntry;
-    struct Row {
-        std::variant<uint8_t E::*, int8_t E::*, uint16_t E::*, uint32_t E::*, int32_t E::*> member;
-        int session, lap; // field numbers, -1 none
-    };
-    constexpr Row rows[] = {
-        {&E::sport, 5, 25},       {&E::timestamp, 253, 253}, {&E::startLongitude, 4, 4}, {&E::totalMovingTime, 59, 52},
-        {&E::startTime, 2, 2},    {&E::startLatitude, 3, 3}, {&E::minAltitude, 71, 62},  {&E::totalCalories, 11, -1},
-        {&E::totalElapsed, 7, 7}, {&E::endLatitude, -1, 5},  {&E::totalCycles, 10, 10},  {&E::totalFatCalories, 13, 12},
-        {&E::totalTimer, 8, 8},   {&E::endLongitude, -1, 6}, {&E::totalDistance, 9, 9},  {&E::minHeartRate, 64, 63},
-        {&E::avgSpeed, 14, 13},   {&E::avgAltitude, 49, 42}, {&E::avgHeartRate, 16, 15}, {&E::normalizedPower, 34, 33},
-        {&E::maxSpeed, 15, 14},   {&E::maxAltitude, 50, 43}, {&E::maxHeartRate, 17, 16}, {&E::avgTemperature, 57, 50},
-        {&E::avgPower, 20, 19},   {&E::avgCadence, 18, 17},  {&E::gpsAccuracy, 51, 44},  {&E::maxTemperature, 58, 51},
-        {&E::maxPower, 21, 20},   {&E::maxCadence, 19, 18},
-    };
-    for (bool bigEndian : {false, true})
-        for (bool lap : {false, true}) {
-            std::vector<FitBuilder::Field> fields = {{200, 3}}; // unknown, in front
-            std::vector<int64_t> values = {0};
-            for (const Row& row : rows) {
-                int number = lap ? row.lap : row.session;
-                int size = std::visit([](auto member) { return static_cast<int>(sizeof(E().*member)); }, row.member);
-                if (number < 0)
-                    continue;
-                fields.push_back({number, size});
-                values.push_back(-70000 - 3 * number);
-            }
-            Gathered all = gather(lap ? messageLap : messageSession, fields, values, bigEndian);
-            ASSERT_EQ(all.code, fitOk);
-            const E& entry = lap ? all.laps[0] : all.sessions[0];
-            for (const Row& row : rows) {
-                int number = lap ? row.lap : row.session;
-                std::visit(
-                    [&](auto member) {
-                        auto found = entry.*member;
-                        EXPECT_EQ(found, static_cast<decltype(found)>(number < 0 ? 0 : -70000 - 3 * number)) << number;
-                    },
-                    row.member);
-            }
-        }
 }
 
 TEST(FitPasses, lapCaloriesTakeThePlaceOfTheCycles)
@@ -200,24 +138,43 @@ FitBuilder twoSummaries(uint16_t message, const std::vector<FitBuilder::Field>& 
 
 } // namespace
 
+// Of sessions, and of laps, whose fields have other numbers.
 TEST(FitPasses, sumsExtremesAndMeans)
 {
-    const std::vector<FitBuilder::Field> fields = {{7, 4},  {8, 4},  {9, 4},  {11, 2}, {13, 2}, {14, 2}, {15, 2},
-                                                   {16, 1}, {17, 1}, {64, 1}, {20, 2}, {21, 2}, {49, 2}, {71, 2},
-                                                   {57, 1}, {58, 1}, {51, 1}, {34, 2}, {5, 1},  {18, 1}, {19, 1}};
-    FitSummary s = summaryOf(twoSummaries(
-        messageSession, fields,
-        {1000, 2000, 3000000, 40000, 5, 6000, 9000, 150, 160, 80, 200, 700, 2600, 2500, 20, -4, 3, 1, 2, 80, 110},
-        {1, 2000, 3, 40000, 6, 7000, 8000, 100, 170, 60, 100, 300, 3000, 2400, 21, -3, 5, 1, 2, 30, 120}));
-    // Without an activity message the timers add up. Calories and the speed, 30000.03 m in 4 s, keep their low 16 bits;
-    // means are over the five records: of heart rates (3 x 150 + 100) / 5.
-    expectFigures(
-        {s.totalElapsed,   s.totalTimer,  s.totalDistance,   s.totalCalories, s.totalFatCalories,
-         s.avgSpeed,       s.maxSpeed,    s.avgHeartRate,    s.maxHeartRate,  s.minHeartRate,
-         s.avgPower,       s.maxPower,    s.avgAltitude,     s.minAltitude,   s.avgTemperature,
-         s.maxTemperature, s.gpsAccuracy, s.normalizedPower, s.avgCadence,    s.maxCadence},
-        {1001, 4000, 3000003, 80000 - 65536, 11, 7500007 & 0xFFFF, 9000, 110, 170, 60, 140, 700, 2160, 2400, 16, -3, 2,
-         0,    54,   120});
+    const std::vector<FitBuilder::Field> fields[] = {
+        {{7, 4},  {8, 4},  {9, 4},  {11, 2}, {13, 2}, {14, 2}, {15, 2}, {16, 1}, {17, 1},
+         {64, 1}, {20, 2}, {21, 2}, {49, 2}, {50, 2}, {71, 2}, {57, 1}, {58, 1}, {51, 1},
+         {34, 2}, {5, 1},  {18, 1}, {19, 1}, {59, 4}, {2, 4},  {3, 4},  {4, 4},  {253, 4}},
+        {{7, 4},  {8, 4},  {9, 4},  {10, 4}, {12, 2}, {13, 2}, {14, 2},  {15, 1}, {16, 1}, {63, 1},
+         {19, 2}, {20, 2}, {42, 2}, {43, 2}, {62, 2}, {50, 1}, {51, 1},  {44, 1}, {33, 2}, {25, 1},
+         {17, 1}, {18, 1}, {52, 4}, {2, 4},  {3, 4},  {4, 4},  {253, 4}, {5, 4},  {6, 4}}};
+    std::vector<int64_t> first = {1000, 2000, 3000000, 40000, 5,  6000, 9000, 150, 160, 80,  200,  700, 2600, 2700,
+                                  2500, 20,   -4,      3,     71, 2,    80,   110, 900, 901, -902, 903, 904};
+    std::vector<int64_t> second = {1,    2000, 3,  40000, 6, 7000, 8000, 100, 170, 60, 100, 300, 3000, 3100,
+                                   2400, 21,   -3, 5,     1, 2,    30,   120, 1,   0,  0,   0,   0};
+    for (bool lap : {false, true}) {
+        SCOPED_TRACE(lap);
+        if (lap) {
+            first.insert(first.end(), {-905, 906});
+            second.insert(second.end(), {0, 0});
+        }
+        Gathered all = gather(twoSummaries(lap ? messageLap : messageSession, fields[lap], first, second));
+        const FitSummary& s = all.contents.summary;
+        // Without an activity message the timers add up. A session's calories and the speed, 30000.03 m in 4 s, keep
+        // their low 16 bits; means are over the five records: of heart rates (3 x 150 + 100) / 5.
+        int calories = lap ? 0 : 80000 - 65536, cycles = lap ? 80000 : 0, speed = 7500007 & 0xFFFF;
+        expectFigures({s.totalElapsed, s.totalTimer,     s.totalDistance,  s.totalCalories, s.totalFatCalories,
+                       s.avgSpeed,     s.maxSpeed,       s.avgHeartRate,   s.maxHeartRate,  s.minHeartRate,
+                       s.avgPower,     s.maxPower,       s.avgAltitude,    s.maxAltitude,   s.minAltitude,
+                       s.totalCycles,  s.avgTemperature, s.maxTemperature, s.gpsAccuracy,   s.normalizedPower,
+                       s.avgCadence,   s.maxCadence,     s.totalMovingTime},
+                      {1001, 4000, 3000003, calories, 11, speed, 9000, 110, 170, 60,  140, 700,
+                       2160, 3100, 2400,    cycles,   16, -3,    2,    0,   54,  120, 901});
+        const SessionLapEntry& e = lap ? all.laps[0] : all.sessions[0];
+        expectFigures({e.normalizedPower, e.sport, e.startTime, e.startLatitude, e.startLongitude, e.timestamp,
+                       e.endLatitude, e.endLongitude},
+                      {71, 2, 901, -902, 903, 904, lap ? -905 : 0, lap ? 906 : 0});
+    }
 }
 
 TEST(FitPasses, meansOfTheEntries)

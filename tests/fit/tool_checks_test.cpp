@@ -165,6 +165,7 @@ TEST(ToolChecks, Divide)
     single.message(3, {});
     EXPECT_EQ(bench.from(single.file()).boxes(checkDivide), "error: not existing directory for a destination file");
     EXPECT_EQ(bench.to("out.fit").boxes(checkDivide), "");
+    EXPECT_EQ(bench.from(ride({100}).define(2, 20, {}).file()).boxes(checkDivide), "");
     for (int lap = 2; lap <= 10'000; ++lap) {
         single.message(3, {});
     }
