@@ -5,7 +5,6 @@
 #include "core/progress.h"
 #include "core/text.h"
 #include "ride/ride_fixture.h"
-#include "ride/run_recorder.h"
 
 #include <algorithm>
 #include <limits>
@@ -53,19 +52,6 @@ TEST_F(MotionTest, aDecelerationEndsInTheLowestGear)
     for (const SampleRow& row : ride->log.rows)
         EXPECT_TRUE(row.cadence > 84 || row.rearTooth == 27 || row.time == 0) << row.time;
     EXPECT_EQ(gears, "51x11 51x12 51x13 51x14 51x15 51x17 42x17 42x19 42x21 42x23 42x25 42x27 ");
-}
-
-TEST_F(MotionTest, aRecorderEndsTheRunWhenItsRowsAreUsedUp)
-{
-    block.expressGraph = 1;
-    prepare(rideInclinationAndVelocity, 0).log.sampleCount = 3;
-    RunRecorder recorder = beginRecording(*ride, GraphLayout::rolling);
-    StepState s;
-    int recorded = 0;
-    for (; recorded < 10 && recordStep(recorder, s); ++recorded)
-        s.time += 1.0;
-    EXPECT_EQ(recorded, 4);
-    EXPECT_EQ(ride->graph->pointCount(), 4);
 }
 
 TEST_F(MotionTest, theBarOnlyGrowsAndReachesItsEnd)

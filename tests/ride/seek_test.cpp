@@ -58,16 +58,6 @@ TEST_F(SeekTest, thePowerNeverGoesBelowZero)
     EXPECT_EQ(runs, 6); // from 100 W down to 0 in steps of 20; the rounds that stay there repeat the last
 }
 
-TEST_F(SeekTest, aToleranceGrownBeyondAPercentIsTold)
-{
-    auto neverBelow7 = [](RideRun& r) -> ResultStatus {
-        r.found.sectorTime = 7.0;
-        return 0;
-    };
-    EXPECT_EQ(seekTarget(*ride, timeSeek(6.0, 100.0, 20.0), neverBelow7), statusLooseTolerance);
-    EXPECT_EQ(ride->found.sectorTime, 7.0); // the run is shown
-}
-
 TEST_F(SeekTest, aRefusedRoundIsNoResult)
 {
     auto refusedBelow150 = [](RideRun& r) -> ResultStatus {

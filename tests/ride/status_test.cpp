@@ -95,6 +95,10 @@ constexpr StatusCase cases[] = {
     {"no interval", rideInclinationAndVelocity, 0,
      [](Block b) { b.accelerationIntervalMode = 1, b.accelerationInterval = std::numeric_limits<double>::quiet_NaN(); },
      statusIllegalValue},
+    {"all power lost", ridePowerAndVelocity, 0, [](Block b) { b.missionLossPercent = 100; }, statusNotConverged},
+    {"all power lost behind a motor", ridePowerAndVelocity, 0,
+     [](Block b) { b.missionLossPercent = 100, b.motorLocation = 1, b.assistRangeMode[0] = b.assistRangeMode[1] = 1; },
+     statusNotConverged},
     {"beyond the gears", rideCriticalCornering, 0, [](Block b) { b.corneringRadius = 100; }, statusOverReach},
 };
 
