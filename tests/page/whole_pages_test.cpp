@@ -147,7 +147,8 @@ AnsweredRide numberedRide()
         ride.analysis.brakes.push_back(brakes);
         ride.analysis.records.push_back(r);
         if (i != 5)
-            ride.measured.push_back({r.timestamp, 41.0 + 40 * i, r.cadence});
+            ride.measured.rows.push_back(
+                {r.timestamp, static_cast<uint16_t>(41 + 40 * i), static_cast<uint8_t>(r.cadence)});
     }
     ride.analysis.stats.summary.recordInterval = 10;
     ride.prepared.path = "in/numbered.fit";
