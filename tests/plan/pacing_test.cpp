@@ -63,7 +63,9 @@ TEST_F(PlanTest, LeastTimeOfSteadyStatesCostsTheSameEverywhere)
         now.physics = Physics::ofTheRoad;
         setAir(now, airPressureAt(20, height), 20);
         takeRoad(slope);
-        auto seconds = [&](double watts) { return metres / velocityForPower(model, now, stagePedaling, watts).value; };
+        auto seconds = [&, metres = metres](double watts) {
+            return metres / velocityForPower(model, now, stagePedaling, watts).value;
+        };
         double watts = profile.at(i == 0 ? 1500 : 12000), s = std::pow(watts / 200, 4);
         double fall = (seconds(watts * 1.01) - seconds(watts * 0.99)) / (0.02 * watts);
         prices[i] = -fall / (fall * (s - 1) + seconds(watts) * 4 * s / watts);
