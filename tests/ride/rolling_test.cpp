@@ -33,14 +33,6 @@ TEST_F(RollingTest, standingStillOnlyTheSlopePulls)
     EXPECT_NEAR(ride->log.rows[1].velocity, pull * 0.1, 1e-12);
 }
 
-TEST_F(RollingTest, standingStillOnlyTheSlopePulls)
-{
-    run(rideInclinationAndVelocity, 0);
-    double pull = std::sin(std::atan(0.07)) * m.totalWeight * 9.80665 / m.inertialWeight;
-    EXPECT_NEAR(ride->log.rows[1].accele, pull, 1e-12);
-    EXPECT_NEAR(ride->log.rows[1].velocity, pull * 0.1, 1e-12);
-}
-
 TEST_F(RollingTest, limitsAreMetExactlyAndALongRollIsCut)
 {
     block.rideStartVelocity[4] = 2.0;
