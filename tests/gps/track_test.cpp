@@ -114,6 +114,23 @@ TEST(Sectors, speedFromDistance)
     EXPECT_NEAR(places[2].speed, 60, 1e-5);
 }
 
+TEST(Smoothing, windowFollowsTheSteps)
+{
+    // m of a step, rows of a window, of that for positions
+    constexpr std::tuple<double, int, int> cases[] = {{0.9, 1, 5}, {2.9, 7, 5}, {3.0, 5, 5}, {4.9, 5, 5}, {5.0, 3, 3},
+                                                      {6.9, 3, 3}, {7.1, 3, 0}, {8.9, 3, 0}, {9.0, 1, 0}};
+    for (auto [step, window, positionWindow] : cases) {
+        GpsRecords records = rowsOf(&GpsRecord::distance, {0, step, 2 * step});
+        double place = step + (step == 5.0 ? 1e-6 : 0); // the haversine rounds
+        for (size_t i = 0; i < records.size(); ++i)
+            records[i].longitude = static_cast<double>(i) * place / metresOfADegree;
+        EXPECT_EQ(chooseWindow(records), window) << step;
+        EXPECT_EQ(choosePositionWindow(records), positionWindow) << step;
+    }
+    EXPECT_EQ(chooseWindow(rowsOf(&GpsRecord::distance, {0, 0.5, 9.5})), 1) << "steps below 1 m do not count";
+    expectFigures({chooseWindow(evenRows(1)), choosePositionWindow(evenRows(1))}, {1, 0});
+}
+
 TEST(Smoothing, trimmedMeans)
 {
     auto smoothHeights = [](std::span<GpsRecord> rows, int window) {

@@ -42,6 +42,14 @@ TEST_F(SteadyTest, beyondTheGearsTheBandRepeatsItsLastGoodPoint)
         EXPECT_EQ(g.value(99, series), series < 5 ? g.value(last, series) : 0.0);
 }
 
+TEST_F(SteadyTest, downhillThrustAloneTurnsNegative)
+{
+    block.rideInclination[0] = -8.0;
+    run(ridePowerAndVelocity, 0);
+    expectFigures({ride->found.power, ride->found.requiredPower, ride->graph->value(99, 1)}, {0.0, 0.0, 0.0});
+    EXPECT_LT(ride->graph->value(99, 7), 0.0);
+}
+
 // mu 0.9, 15 m, margin 0.1: sqrt(0.9 x 0.9 x 9.80665 x 15) = 10.915622 m/s.
 TEST_F(SteadyTest, cornering)
 {
