@@ -108,16 +108,8 @@ class CommandTest(DesktopTest):
 
     def save_picture(self, graph, path, *answer):
         left, top, right, bottom = graph["rect"]
-        self.desktop.click((left + right) // 2, (top + bottom) // 2, button=3)
-        wait_for(self.desktop.find_menu, "the menu")
-        window = self.desktop.open("p", "Save As")
-        self.desktop.press("alt+n", "Home", "shift+End")
-        self.desktop.write(desktop.windows_path(path))
-        self.desktop.press("Return")
-        if answer:
-            wait_for(lambda: self.desktop.ask("front") != window, "the question")
-            self.desktop.press(*answer)
-        self.desktop.gone(window)
+        self.desktop.menu((left + right) // 2, (top + bottom) // 2, "p")
+        self.desktop.choose_file("Save As", path, *answer)
 
     def pixels(self, *source):
         done = subprocess.run([*source, "-depth", "8", "rgb:-"], env=self.desktop.env, capture_output=True, check=True)
@@ -139,8 +131,7 @@ class CommandTest(DesktopTest):
     def picture(self, graph):
         left, top, right, bottom = next(w for w in self.desktop.windows() if w["handle"] == graph)["rect"]
         area = f"{right - left}x{bottom - top - 90}+{left}+{top + 80}"
-        crop = ["import", "-window", "root", "-crop", area, "rgb:-"]
-        return subprocess.run(crop, env=self.desktop.env, capture_output=True, check=True).stdout
+        return self.pixels("import", "-window", "root", "-crop", area)
 
 
 class DialogTest(DesktopTest):

@@ -417,11 +417,23 @@ class Desktop:
             time.sleep(0.3)
         return last
 
-    def choose_file(self, title, path):
+    def choose_file(self, title, path, *answer):
+        """Behind a prompt; keys answer what it may ask."""
         window = self.dialog(title)
         self.press("alt+n", "Home", "shift+End")
         self.write(windows_path(path))
-        self.leave(window, "Return")
+        self.press("Return")
+        if answer:
+            wait_for(lambda: self.ask("front") != window, "the question")
+            self.press(*answer)
+        self.gone(window)
+
+    def menu(self, x, y, *keys):
+        """An entry of the menu of the right button."""
+        self.click(x, y, button=3)
+        wait_for(self.find_menu, "the menu")
+        self.press(*keys)
+        wait_for(lambda: not self.find_menu(), "the menu to go")
 
     def screenshot(self, name):
         SCREENSHOTS.mkdir(parents=True, exist_ok=True)

@@ -185,9 +185,8 @@ class PrintTest(unittest.TestCase):
 
     def graph_fits_on_its_page(self, program, paper):
         left, top, right, bottom = program.find("graph", "graph")["rect"]
-        program.xdotool("mousemove", (left + right) // 2, (top + bottom) // 2, "click", 3)
-        wait_for(program.find_menu, "the menu")
-        window = program.open("r", "Print")
+        program.menu((left + right) // 2, (top + bottom) // 2, "r")
+        window = program.dialog("Print")
         program.leave(window, "Return")
         width, height, words = next(self.words(paper.printed("printed graph")))
         self.assertEqual({"time(sec)", "velocity(kph)", "distance(m)", "40"} - {w[4] for w in words}, set())

@@ -32,13 +32,6 @@ class UseTest(DesktopTest):
         self.desktop.report()
         return graph
 
-    def choose(self, x, y, *keys):
-        """An entry of the menu of the right button."""
-        self.desktop.click(x, y, button=3)
-        wait_for(self.desktop.find_menu, "the menu")
-        self.desktop.press(*keys)
-        wait_for(lambda: not self.desktop.find_menu(), "the menu to go")
-
     def middle(self, window):
         left, top, right, bottom = next(w for w in self.desktop.windows() if w["handle"] == window)["rect"]
         return (left + right) // 2, (top + bottom) // 2
@@ -59,7 +52,7 @@ class UseTest(DesktopTest):
         shown = wait_for(read_out, "the read-out under the mouse")
         self.assertRegex(shown, r"^distance\(km\) [\d.]+   altitude\(m\) [\d.]+   velocity\(kph\) [\d.]+$")
         self.desktop.screenshot("graph ride")
-        self.choose(x - 100, y, "Up", "Return")
+        self.desktop.menu(x - 100, y, "Up", "Return")
         wait_for(lambda: read_out().startswith("time(min)"), "the time along")
         self.desktop.click_window(graph)
         self.desktop.press("Home")
@@ -76,7 +69,7 @@ class UseTest(DesktopTest):
         left, top, right, bottom = next(w for w in self.desktop.windows() if w["handle"] == graph)["rect"]
         self.assertTrue(0 < right - left - size[0] < 20 and 0 < bottom - top - size[1] < 50, size)
         path = self.desktop.folder / "ride.svg"
-        self.choose(x, y, "p")
+        self.desktop.menu(x, y, "p")
         self.desktop.choose_file("Save As", path)
         wait_for(path.exists, "the picture")
         self.assertIn("time(min)", path.read_text())
@@ -105,16 +98,16 @@ class UseTest(DesktopTest):
         self.desktop.write("x")
         rect = next(c for c in self.desktop.ask("children", self.desktop.main) if c["id"] == UPPER)["rect"]
         x, y = (rect[0] + rect[2]) // 2, (rect[1] + rect[3]) // 2
-        self.choose(x, y, "a")
+        self.desktop.menu(x, y, "a")
         copied = wait_for(lambda: self.desktop.clipboard()["text"], "the text on the clipboard")
         self.assertEqual(copied.replace("\r\n", "\n").replace("\r", "\n").rstrip(), expected.rstrip())
         self.assertEqual(self.desktop.pane(UPPER), expected)
-        self.choose(x, y, "e")
+        self.desktop.menu(x, y, "e")
         self.desktop.press("ctrl+Home")
         self.desktop.write("x")
         wait_for(lambda: self.desktop.pane(UPPER) == "x" + expected, "an edited text")
-        self.choose(x, y, "l")
-        self.choose(x, y, "c")
+        self.desktop.menu(x, y, "l")
+        self.desktop.menu(x, y, "c")
         wait_for(lambda: self.desktop.clipboard()["text"].startswith("x"), "the edited text on the clipboard")
         self.desktop.press("ctrl+Home", "shift+Right", "ctrl+Insert")
         wait_for(lambda: self.desktop.clipboard()["text"] == "x", "what is selected alone")

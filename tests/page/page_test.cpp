@@ -74,28 +74,6 @@ TEST(Page, ThinningKeepsEveryPeak)
     EXPECT_EQ(thinnedPoints(300, series).size(), 300u);
 }
 
-// Two means over 30 s, seconds that one ride lacks, two means.
-TEST(Page, NothingIsDrawnAcrossAHole)
-{
-    RideComparison comparison;
-    for (uint32_t second = 0; second < 120; ++second)
-        comparison.common.push_back({1000 + second + (second < 60 ? 0 : 50), NAN, {100, 110}});
-    std::string html = comparisonPage(comparison, "a.fit", "b.fit");
-    EXPECT_NE(html.find(base64Floats(std::vector<double>{100, 100, NAN, 100, 100}) + '"'), html.npos);
-}
-
-TEST(Page, EnergiesAddUpToTheWork)
-{
-    RideAnswer answer;
-    answer.power[predictedFigure] = PowerFigures();
-    answer.power[predictedFigure]->kiloJoule = 20.6;
-    HtmlPage page("Ride", "");
-    addSplitSection(page, {10, 2, 8, 0, 1, 5}, 2, answer);
-    for (const char* row :
-         {"Air</th><td class=\"n\">10<", "Motor</th><td class=\"n\">-2<", "Smoothing</th><td class=\"n\">-3<"})
-        EXPECT_NE(page.html().find(row), std::string::npos) << row;
-}
-
 // 4000 steps of which the last ten are without power: no row of the table is empty, and no column. The rows rise.
 TEST(Page, BestMeansAreOverDurationsThatTheRowsHave)
 {
