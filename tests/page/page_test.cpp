@@ -1,6 +1,5 @@
 // Pages: what comes from outside stays text, the data are what a browser reads, and thinning loses no peak.
 #include "core/text.h"
-#include "page/comparison_page.h"
 #include "page/html.h"
 #include "page/page.h"
 #include "page/power_section.h"
