@@ -1,6 +1,7 @@
 // The command table and the menu agree with each other and with the forms.
 #include "command/command_table.h"
 
+#include "fit/fit_codes.h"
 #include "forms/form.h"
 
 #include <gtest/gtest.h>
@@ -37,6 +38,8 @@ TEST(CommandTable, ConsoleNamesAreUnique)
     }
     EXPECT_EQ(withRows, "801 802 803 804 805 806 902 903 904 910 992 994 995 996 997 ")
         << "all that are tables by nature";
+    for (ResultStatus code : {fitOk, fitLoaded, fitPrepared})
+        EXPECT_TRUE(succeeded(*findCommand(901), code)) << code;
     EXPECT_EQ(findCommand("load"), findCommand(901));
     EXPECT_EQ(findCommand("predict"), findCommand(903));
     EXPECT_EQ(findCommand(700), nullptr);
