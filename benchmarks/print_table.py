@@ -46,9 +46,7 @@ ROWS = [
     ("`velocitiesOverGrid`, one thread", "model/velocitiesOverGrid/threads:1", rate(1e3, "k/s"), -400, "model/velocityForPower"),
     ("the same, two threads", "model/velocitiesOverGrid/threads:2", rate(1e3, "k/s"), None, None),
     ("`sweep`, 21,021 rows of 48 figures, one job", "console/sweep/jobs:1", process, None, None),
-    # 90 and 80 were asked. At 2.6 GHz they take 109 and 89; the library's sine, cosine
-    # and arc tangent are 27 of the first, and with its power 34 of the second. At one stroke needs no headings, which
-    # are a third of the first.
+    # 90 and 80 were asked: docs/performance.md tells what is left of them.
     ("`prepareTrack`, a record", "gps/prepareTrack", per_item, 120, None),
     ("`predictAndFinish`, a record", "gps/predictAndFinish", per_item, 100, None),
     ("`writeAnalysedFit`, a record", "gps/writeAnalysedFit", per_item, 40, "anchor/copy of the ride"),

@@ -1,5 +1,6 @@
 // The two rides without time: power and velocity, critical cornering; and their bands.
 #include "core/result_status.h"
+#include "figures.h"
 #include "ride/ride_fixture.h"
 
 namespace torvane {
