@@ -126,14 +126,15 @@ TEST(GpsLoad, rowsHoldWhatTheFileHas)
 {
     for (bool bigEndian : {false, true}) {
         FitBuilder builder;
-        builder.define(2, messageRecord,
-                       {{253, 4}, {0, 4}, {1, 4}, {2, 2}, {5, 4}, {6, 2}, {13, 1}, {3, 1}, {4, 1}, {7, 2}, {99, 7}},
-                       bigEndian);
-        builder.message(2, {900000000, 1 << 30, -(1 << 29), 3333, 123456, 8765, -1, 140, 90, 300, 0});
-        builder.message(2, {900000001, 0, 0, 0xFFFF, -100, 0, 21, 0, 255, 0, 0});
+        builder.define(
+            2, messageRecord,
+            {{253, 4}, {0, 4}, {1, 4}, {2, 2}, {5, 4}, {6, 2}, {13, 1}, {3, 1}, {4, 1}, {7, 2}, {99, 7}, {3, 1}},
+            bigEndian);
+        builder.message(2, {900000000, 1 << 30, -(1 << 29), 3333, 123456, 8765, -1, 139, 90, 300, 0, 140});
+        builder.message(2, {900000001, 0, 0, 0xFFFF, -100, 0, 21, 0, 255, 0, 0, 0});
         GpsRecords rows(3);
         ASSERT_EQ(fillRecords(imageOf(builder.data), rows), fitOk);
-        const GpsRecord& r = rows[0]; // a temperature has no sign here
+        const GpsRecord& r = rows[0]; // a temperature has no sign here; of two heart rates the last one counts
         expectFigures({r.timestamp, r.latitude, r.longitude, r.temperature, r.heartRate, r.cadence, r.power, r.sector},
                       {900000000, 90, -45, 255, 140, 90, 300, 0});
         expectFigures({r.altitude, r.distance, r.speed}, {166.6, 1234.56, 8.765}, 1e-12);
