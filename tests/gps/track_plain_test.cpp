@@ -22,7 +22,7 @@ GpsRecords wander(Random& random, size_t count, double pace)
         heading += uniform(random, -20, 20) + (strange ? 100 : 0);
         double step = random() % 50 == 0 ? 0 : pace * uniform(random, 0.5, 1.5);
         north += step * std::cos(heading) / metresPerDegree * (strange ? 200 : 1);
-        east += step * std::sin(heading) / metresPerDegree * (strange && pace < 6 ? 2000 : 1);
+        east += step * std::sin(heading) / metresPerDegree * (strange && pace < 6 ? 40000 : 1);
         distance += step;
         records[i].sector = i / 300 % 3;
         records[i].timestamp = static_cast<uint32_t>(i + i / 70 * (random() % 9));
