@@ -4,7 +4,6 @@
 
 #include <cctype>
 #include <charconv>
-#include <set>
 #include <string_view>
 
 namespace torvane {
@@ -161,16 +160,6 @@ void readOperand(const std::string& argument, Request& request)
         request.files.push_back(argument);
 }
 
-// As of an option that has one value.
-std::string twiceGiven(const std::vector<Assignment>& entries)
-{
-    std::set<std::string_view> names;
-    for (const Assignment& entry : entries)
-        if (!names.insert(entry.name).second)
-            return entry.name + " is given twice";
-    return {};
-}
-
 } // namespace
 
 std::vector<OptionInfo> optionInfos()
@@ -214,9 +203,6 @@ std::string readRequest(const std::vector<std::string>& arguments, Request& requ
             readOperand(arguments[next++], request);
         }
     }
-    for (const std::vector<Assignment>* entries : {&request.entries, &request.settings, &request.against})
-        if (fault.empty())
-            fault = twiceGiven(*entries);
     if (request.prepare)
         request.entries.push_back({"prepare", "on"});
     if (request.asAngle)

@@ -57,8 +57,6 @@ TEST_F(Console, RefusesAndTeaches)
         {{"--save=1", "801"}, "torvane-cli: --save takes no value\n"},
         {{"--page", "a.html", "801", "--page", "b.html"}, "torvane-cli: --page is given twice\n"},
         {{"--jobs=2", "sweep", "801", "--jobs=2"}, "torvane-cli: --jobs is given twice\n"},
-        {{"801", "ridePower=100", "rideVelocity=20", "ridePower=200"}, "torvane-cli: ridePower is given twice\n"},
-        {{"--set", "bpn=70", "--set", "bpn=71", "801"}, "torvane-cli: bpn is given twice\n"},
         {{"--graph", "g.svg", "701"}, "torvane-cli: cadence-theory has no graph\n"},
         {{"801", "--page", "-"}, "torvane-cli: --page writes a file, and not to standard output\n"},
         {{"--page", "p.html", "701"}, "torvane-cli: cadence-theory has no page\n"},
