@@ -128,7 +128,7 @@ const FileCommand fileCommands[] = {
     {"dump", {}, 1, "out.csv"},
     {"prepare", {}, 1, "out.fit"},
     {"compare", {}, 2, "", MadeFile::whole, true},
-    {"ride", {"--force"}, 1, "out.fit", MadeFile::gpx},
+    {"ride", {}, 1, "out.fit", MadeFile::gpx},
 };
 
 void addPower(const std::string& ride, benchmark::State& state)
@@ -149,13 +149,13 @@ double megabytesIn(const std::filesystem::path& folder)
     return bytes * 1e-6;
 }
 
-// Its sources lie in a folder of their own, where its destinations come to lie beside them.
+// Its sources lie in a folder of their own, where its destinations come to lie beside them, run after run.
 void commandOnFile(benchmark::State& state, const FileCommand& command)
 {
     std::filesystem::path folder = benchmarkFolder() + "console";
     std::filesystem::create_directory(folder);
     Arguments arguments = command.words;
-    arguments.insert(arguments.begin(), command.name);
+    arguments.insert(arguments.begin(), {"--force", command.name});
     for (int i = 0; i < command.sources; ++i) {
         std::filesystem::path made = madeRide(static_cast<int>(state.range(0)), command.kind);
         arguments.push_back(folder / (formatText("source-%d", i) + made.extension().string()));
@@ -176,7 +176,7 @@ void batch(benchmark::State& state)
     constexpr int rides = 100;
     std::filesystem::path folder = benchmarkFolder() + "batch";
     std::filesystem::create_directories(folder / "out");
-    Arguments arguments = {"--jobs", std::to_string(state.range(0)), "--into", folder / "out", "stroke"};
+    Arguments arguments = {"--force", "--jobs", std::to_string(state.range(0)), "--into", folder / "out", "stroke"};
     for (int i = 0; i < rides; ++i) {
         arguments.push_back(folder / formatText("ride-%d.fit", i));
         std::filesystem::copy_file(madeRide(10000), arguments.back());
