@@ -34,26 +34,6 @@ TEST_F(ConsoleSettings, AnEntrySetToItsValueChangesNothing)
     EXPECT_TRUE(contains(call({"321", "spokeCount[1]=30"}).out, "-- rear spoke count\t:   30\n"));
 }
 
-// No file holds which simulation or calculator a target belongs to.
-TEST_F(ConsoleSettings, KeepsEveryTargetThatIsSaved)
-{
-    ParameterBlock block;
-    for (const Command& command : commandTable()) {
-        if (command.family == Family::none)
-            continue;
-        const Row& target = findForm(command.form)->rows[0];
-        for (size_t i = 0; i < target.labels.size(); ++i) {
-            std::string entry = formatText("%s=%zu", target.name, i), par = in + consoleName(command) + entry;
-            EXPECT_NE(call({"--par", par, "--save", "--set", "humanWeight=77", consoleName(command), entry}).code, 2);
-            Call again = call({"--par", par, "human"});
-            EXPECT_EQ(again.err, "") << entry;
-            EXPECT_TRUE(contains(again.out, "77.0 kg"));
-            ASSERT_EQ(readParameters(par, block), ParametersRead::ok);
-            EXPECT_EQ(command.family == Family::ride ? block.rideTarget : block.theoryTarget, static_cast<int>(i));
-        }
-    }
-}
-
 TEST_F(ConsoleSettings, ADragFactorCountsWhereItIsWanted)
 {
     std::string rider = in + "rider.pro", par = in + "Torvane.par";

@@ -42,4 +42,18 @@ TEST(BaseType, TellsValuesFromMarkers)
     }
 }
 
+TEST(BaseType, KnowsFieldsThatHoldNothing)
+{
+    const std::tuple<uint8_t, std::vector<uint8_t>, bool> cases[] = {
+        {0x84, {0xFF, 0xFF, 0xFF, 0xFF}, true},
+        {0x84, {0xFF, 0xFF, 0xFE, 0xFF}, false},
+        {0x07, {0, 0, 0}, true},
+        {0x07, {'a', 0, 0}, false},
+        {0x84, {0xFF, 0xFF, 0xFF}, false}, // no whole number of elements
+        {0x1F, {0xFF}, false},             // no known type
+    };
+    for (const auto& [baseType, bytes, nothing] : cases)
+        EXPECT_EQ(holdsNothing(bytes, baseType, false), nothing) << int{baseType};
+}
+
 } // namespace torvane

@@ -108,17 +108,6 @@ TEST_P(Division, BySession)
     expectParts(14); // the divide dialog's own form has no effect
 }
 
-TEST_P(Division, ByLapWithTheOneSessionInEveryPart)
-{
-    bench.options.addOutput = {.convertEnabled = 1, .fitFormat = 0, .sportEnabled = 1, .sportIndex = 1};
-    source.records(2).data(2, {1000, 500, 40, 9}).lap(2, 10'000, 1005).data(2, {1010, 900, 60, 9});
-    source.lap(2, 9'000, 1015).session(2, 19'000, 1021).activity(1, 2);
-    divide();
-    first.records(2).data(2, {1000, 0, 0, 9}).lap(2, 10'000, 1005).session(2, 19'000, 1021).activity(19'000, 1021);
-    second.records(2).data(2, {1010, 0, 0, 9}).lap(2, 9'000, 1015).session(2, 19'000, 1021).activity(19'000, 1021);
-    expectParts(12);
-}
-
 // Records of the second part whose definition stands in the first one: all that is in force goes in front of the part's
 // own stretch. An event in front is in no part. Without a kept summary the activity gets the span of the part's
 // records, in seconds. The third part has no record.

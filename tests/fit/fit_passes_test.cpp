@@ -97,30 +97,6 @@ TEST(FitPasses, recordInterval)
     }
 }
 
-TEST(FitPasses, lapCaloriesTakeThePlaceOfTheCycles)
-{
-    const std::tuple<std::vector<FitBuilder::Field>, std::vector<int64_t>, uint32_t> cases[] = {
-        {{{10, 4}, {11, 4}}, {1000, 222}, 222}, {{{11, 4}, {10, 4}}, {222, 1000}, 1000}};
-    for (const auto& [fields, values, cycles] : cases) {
-        Gathered lap = gather(messageLap, fields, values);
-        expectFigures({lap.laps[0].totalCycles, lap.laps[0].totalCalories}, {cycles, 0});
-        Gathered all = gather(messageSession, fields, values);
-        expectFigures({all.sessions[0].totalCycles, all.sessions[0].totalCalories}, {1000, 222});
-    }
-}
-
-TEST(FitPasses, aFieldIsReadWithItsOwnWidth)
-{
-    // maxSpeed of one byte picks up its neighbour, and at the end of the payload a zero.
-    Gathered all = gather(messageSession, {{15, 1}, {16, 1}, {8, 2}}, {1, 2, 0x0403});
-    expectFigures({all.sessions[0].maxSpeed, all.sessions[0].totalTimer}, {0x0201, 0x0403});
-    all = gather(messageSession, {{8, 2}}, {0x0102}, true);
-    EXPECT_EQ(all.sessions[0].totalTimer, 0x01020000u);
-    // Of a wider one the first bytes count.
-    all = gather(messageSession, {{15, 4}}, {0x00050006});
-    EXPECT_EQ(all.sessions[0].maxSpeed, 6);
-}
-
 namespace {
 
 // Two summaries of 3 and 1 records, and one record behind: a divisor of 5.
@@ -185,18 +161,6 @@ TEST(FitPasses, meansOfTheEntries)
     EXPECT_EQ(static_cast<uint8_t>(cold.avgTemperature), 858993458 & 0xFF);
     FitSummary fast = summaryOf(twoSummaries(messageLap, {{13, 2}, {9, 4}}, {5000, 100}, {9000, 100}));
     EXPECT_EQ(fast.avgSpeed, 4800); // without a timer the mean of the entries, 24000 / 5
-}
-
-TEST(FitPasses, sessionsComeBeforeLapsAndActivityKeepsTheTimer)
-{
-    FitBuilder builder = twoSummaries(messageLap, {{8, 4}, {9, 4}}, {10, 20}, {30, 40});
-    FitSummary summary = summaryOf(builder);
-    expectFigures({summary.totalTimer, summary.totalDistance}, {40, 60});
-    builder.define(2, messageSession, {{8, 4}, {9, 4}}).message(2, {500, 700});
-    summary = summaryOf(builder.define(3, messageActivity, {{0, 4}}).message(3, {999}));
-    expectFigures({summary.totalTimer, summary.totalDistance}, {999, 700});
-    summary = gather(messageSession, {{16, 1}, {14, 2}, {7, 4}}, {99, 5000, 7}).contents.summary;
-    expectFigures({summary.avgHeartRate, summary.avgSpeed, summary.totalElapsed}, {0, 0, 7}); // no records
 }
 
 } // namespace torvane

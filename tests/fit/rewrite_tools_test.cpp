@@ -42,20 +42,6 @@ TEST_P(RewriteTools, ConvertSpeedUnit)
     EXPECT_EQ(bench.output(), speeds(bigEndian, marked, halfRecord, {2, 10000, 1000, 2000, 999, 36000}, 10000).file());
 }
 
-TEST_P(RewriteTools, LegacyToModernAndBack)
-{
-    auto made = [&](int manufacturer, int headerSize) {
-        FitBuilder file = fitFile(bigEndian, 4, manufacturer);
-        return file.define(1, 20, {{253, 4}, {6, 2}}, bigEndian, {{0, 3}}).message(1, {5, 6, 7}).file(headerSize);
-    };
-    bench.from(made(0x1234, 12)).options.convertOutput = {1, 1, 0, 0};
-    ASSERT_EQ(bench.run(checkConvert, runConvert), fitConverted);
-    EXPECT_EQ(bench.output(), made(marked, 14));
-    bench.from(bench.output()).options.convertOutput.fitFormat = 0;
-    ASSERT_EQ(bench.run(checkConvert, runConvert), fitConverted);
-    EXPECT_EQ(bench.output(), made(marked, 12)) << "differs from the first in file_id and CRC alone";
-}
-
 FitBuilder times(bool bigEndian, int manufacturer, int64_t shift)
 {
     FitBuilder file;

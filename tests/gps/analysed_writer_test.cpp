@@ -34,23 +34,6 @@ GpsRecord row(uint32_t sector, double distance = 0, double speed = 0, double cad
 
 } // namespace
 
-TEST(AnalysedWriter, recordsTakeTheirMotionFromTheRows)
-{
-    for (bool bigEndian : {false, true}) {
-        const std::vector<FitBuilder::Field> fields = {{253, 4}, {4, 1}, {5, 4}, {6, 2},
-                                                       {7, 2},   {2, 2}, {6, 4}, {4, 3}};
-        FitBuilder source, expected;
-        source.define(1, messageRecord, fields, bigEndian, {{0, 2}});
-        source.message(1, {100, 1, 2, 3, 4, 5, 6, 7, 0x1234}).message(1, {101, 1, 2, 3, 4, 5, 6, 7, 0x5678});
-        expected.define(1, messageRecord, fields, bigEndian, {{0, 2}});
-        // A cadence takes the first byte of its field, speed and power the low bytes.
-        int64_t wideCadence = bigEndian ? 88 << 16 : 88;
-        expected.message(1, {101, 88, 123456, 70000 & 0xFFFF, 250, 5, 70000, wideCadence, 0x5678});
-        Bytes data = rewrite(source, {row(0, 1, 1, 1, 1), row(3, 1234.569, 70.0, 88.9, 250.9)}, 0);
-        EXPECT_EQ(data, expected.data) << bigEndian;
-    }
-}
-
 TEST(AnalysedWriter, addedFieldsStandBetweenOwnAndDeveloperFields)
 {
     for (bool bigEndian : {false, true}) {
@@ -103,37 +86,6 @@ TEST(AnalysedWriter, lapsAndSessionsAreSummedUpAnew)
         .message(1, {0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 1});
     Bytes data = rewrite(source, {row(1, 1), row(1, 16), row(0, 50), row(2, 90), row(2, 99)}, 0);
     EXPECT_EQ(data, expected.data);
-}
-
-TEST(AnalysedWriter, aSessionGoesOnAcrossItsLaps)
-{
-    // The step from lap to lap belongs to the session alone. The sport reaches sessions only.
-    FitBuilder source, expected;
-    using Values = std::vector<int64_t>;
-    auto build = [](FitBuilder& b, const Values& way, const Values& times, const Values& first, const Values& second) {
-        b.define(0, messageRecord, {{253, 4}, {5, 4}}).define(1, messageLap, {{8, 4}, {25, 1}, {9, 4}});
-        b.define(2, messageSession, {{8, 4}, {59, 4}, {5, 1}, {7, 4}, {2, 4}, {9, 4}});
-        b.message(0, {10, way[0]}).message(0, {13, way[1]}).message(1, {times[0], 3, way[4]}).message(0, {15, way[2]});
-        b.message(0, {16, way[3]}).message(1, {times[1], 4, way[5]}).message(2, first).message(2, second);
-    };
-    build(source, {0, 0, 0, 0, 0, 0}, {0, 0}, {0, 0, 5, 0, 0, 0}, {9, 9, 6, 9, 9, 9});
-    build(expected, {100, 400, 600, 700, 300, 100}, {3000, 1000}, {6000, 6000, 254, 6000, 10, 600},
-          {0, 0, 254, 0, 0, 0});
-    GpsRecords rows = {row(1, 1), row(1, 4), row(1, 6), row(1, 7)};
-    EXPECT_EQ(rewrite(source, rows, 0, {.convertEnabled = 0, .fitFormat = 0, .sportEnabled = 1, .sportIndex = 8}),
-              expected.data);
-}
-
-TEST(AnalysedWriter, fileIdActivityAndOthers)
-{
-    FitBuilder source, expected;
-    for (FitBuilder* b : {&source, &expected}) {
-        b->define(0, messageFileId, {{0, 1}, {1, 2}, {2, 2}, {4, 4}});
-        b->define(1, messageActivity, {{253, 4}, {0, 4}, {1, 2}}, true).define(2, 4321, {{0, 4}}, false, {{0, 2}});
-    }
-    source.message(0, {4, 0x1234, 77, 88}).message(1, {5, 6, 7}).message(2, {8, 9}).put(0x0F);
-    expected.message(0, {4, 0x00FF, 77, 88}).message(1, {5, 123456, 7}).message(2, {8, 9}).put(0x0F);
-    EXPECT_EQ(rewrite(source, {}, addAll, {}, 123456), expected.data);
 }
 
 TEST(AnalysedWriter, theAddedDistanceGoesAstrayWithTheSizeOfAForgottenField)

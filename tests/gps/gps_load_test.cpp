@@ -107,21 +107,6 @@ TEST(GpsLoad, presenceOfDefinedFields)
     EXPECT_EQ(presence(), (std::vector{1, 1, 0x11, 0x53, 0x05, 0x73, 0x03, 0x03, 0x15, 0x09, 0x03}));
 }
 
-TEST(GpsLoad, presenceIsThatOfTheLowestSlotLeftAtTheEnd)
-{
-    FitBuilder builder;
-    builder.define(4, messageRecord, {{6, 2}}).define(9, messageRecord, {{6, 2}, {31, 1}});
-    constexpr int redefined[] = {4, 9, 9};
-    constexpr int flags[][3] = {{0, 0x10, 1}, {1, 0x10, 1}, {0, 0, 1}}; // accuracy, motion, records
-    for (int step = 0; step < 3; ++step) {
-        Load load(builder);
-        ASSERT_EQ(load.code, fitOk);
-        const FieldPresence& p = load.ride.presence;
-        expectFigures({p.accuracyFlags, p.motionFlags, p.hasRecords}, {flags[step][0], flags[step][1], flags[step][2]});
-        builder.define(redefined[step], messageLap, {{25, 1}});
-    }
-}
-
 TEST(GpsLoad, rowsHoldWhatTheFileHas)
 {
     for (bool bigEndian : {false, true}) {

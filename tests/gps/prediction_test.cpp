@@ -155,22 +155,6 @@ TEST_F(PredictionTest, aMeasuredCadenceOfAlmostNothingLosesNoPower)
     }
 }
 
-TEST_F(PredictionTest, accelerationCountsOnlyWhereItIsKnown)
-{
-    constexpr std::tuple<uint8_t, uint8_t, bool> cases[] = {
-        {0x11, 0x11, true}, {0, 0x11, true}, {1, 0x10, true}, {0, 0x70, false}};
-    block.analysePowerBase = stageThrust;
-    for (const auto& [timestampFlags, motionFlags, known] : cases) {
-        ride.presence.timestampFlags = timestampFlags;
-        ride.presence.motionFlags = motionFlags;
-        GpsRecords records = pairOfRows(8, 0);
-        records[1].acceleration = 0.5;
-        predict(records, buildAnalysisFlags(block, ride.presence) & analysisSteady);
-        double inertia = 0.5 * 8 * m.inertialWeight;
-        EXPECT_NEAR(records[1].power - records[0].power, known ? inertia : 0, 1e-9);
-    }
-}
-
 // One row of nine that accelerates: a trimmed mean leaves its power out, the road's spreads it.
 TEST_F(PredictionTest, smoothingSpreadsTheWorkOfTheRoad)
 {

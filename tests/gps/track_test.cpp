@@ -215,4 +215,21 @@ TEST(SpeedNoise, isThatOfTheDevice)
         EXPECT_NEAR(noiseOfSpeed(rowsOf(&GpsRecord::speed, speeds)), noise, 1e-9) << speeds.size();
 }
 
+TEST(Track, limitOfAccelerationFollowsTheSlope)
+{
+    // Inclination in %; limit in m/s2, 1.5 less gravity's share, -6.934 at 100 %
+    constexpr std::pair<double, double> cases[] = {{0, 1.5}, {10, 0.524200}, {-100, 8.434349}};
+    for (const auto& [inclination, limit] : cases) {
+        for (double beyond : {-1e-4, 1e-4}) {
+            GpsRecords records = evenRows(5);
+            for (size_t i = 0; i < records.size(); ++i) {
+                records[i].altitude = records[i].distance * inclination / 100;
+                records[i].speed = 10 + static_cast<double>(i) * (limit + beyond);
+            }
+            refineTrack(records, 200, unrealAccele, analysisSmoothing);
+            EXPECT_NEAR(records[2].acceleration, beyond < 0 ? limit + beyond : 0, 1e-9) << inclination;
+        }
+    }
+}
+
 } // namespace torvane

@@ -133,16 +133,4 @@ TEST_F(AssistTest, powerInTheDeadZoneHasNoVelocity)
     EXPECT_EQ(now.assistSampleVelocity[0], edge);
 }
 
-TEST_F(AssistTest, aboveAllRangesTheMotorIsOutOfPlayAndWarningsAreLost)
-{
-    setMotor(2, 1, 1, 1);
-    Solved found = assistedVelocityForPower(model, now, stagePedaling, 400.0);
-    EXPECT_EQ(found.status, 0u);
-    EXPECT_NEAR(found.value * 3.6, 45.621, 0.0005);
-    EXPECT_EQ(now.assistPower, 0.0);
-    found = assistedVelocityForPower(model, now, stagePedaling, 2246.382);
-    EXPECT_EQ(found.status, 0u);
-    EXPECT_GT(found.value, model.reachVelocity);
-}
-
 } // namespace torvane

@@ -22,20 +22,6 @@ TEST_F(SolverTest, toleranceClasses)
         EXPECT_EQ(toleranceClass(value, wanted), statuses[static_cast<int>(missed)]) << value << " for " << wanted;
 }
 
-TEST_F(SolverTest, thrustPowerKeepsItsSignWhereTheStagesAreZero)
-{
-    takeRoad(-8.0);
-    EXPECT_LT(powerAtVelocity(model, now, stageThrust, kph(40)).value, -300.0);
-    EXPECT_EQ(powerAtVelocity(model, now, stageHub, kph(40)).value, 0.0);
-    EXPECT_EQ(now.thrustPower, 0.0);
-    // Rolling freely, road and air hold each other.
-    Solved rolling = velocityForPower(model, now, stageThrust, 0.0);
-    EXPECT_EQ(rolling.status, 0u);
-    EXPECT_NEAR(now.airDragPower + now.rollingPower, -now.slopePower, 0.1);
-    // Pushed by the road at 11 m/s already, a rider who gives nothing is answered there.
-    EXPECT_EQ(velocityForPower(model, now, stagePedaling, 0.0).value, 11.0);
-}
-
 TEST_F(SolverTest, failures)
 {
     // Nothing on a level road ends below zero; negative is met by no velocity; beyond all rounds.

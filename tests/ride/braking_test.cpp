@@ -30,18 +30,6 @@ TEST_F(BrakingTest, fullBrakingUsesAllTheGripThereIs)
     EXPECT_NEAR(ride->found.force, -0.42 * m.totalWeight, 0.0015);
 }
 
-// The cadence for the ending velocity lies beyond twice the one of full power, where the parabola is below 0.
-TEST_F(BrakingTest, pedalsThatTurnTooFastLeaveTheRunToTheBrakes)
-{
-    block.cadenceUsual = 110.0;
-    block.cadencePoweredMax = 40.0;
-    run(rideDeceleration, 2);
-    EXPECT_EQ(ride->status, 0u);
-    EXPECT_EQ(ride->found.drive.thrustMode, 1);
-    EXPECT_EQ(ride->found.velocity, ride->in.endVelocity);
-    EXPECT_EQ(ride->log.rows[static_cast<size_t>(ride->log.sampleCount)].velocity, ride->in.endVelocity);
-}
-
 TEST_F(BrakingTest, constantVelocityTurnsTheHillIntoHeat)
 {
     block.expressGraph = 1;

@@ -33,39 +33,4 @@ TEST_F(RollingTest, standingStillOnlyTheSlopePulls)
     EXPECT_NEAR(ride->log.rows[1].velocity, pull * 0.1, 1e-12);
 }
 
-TEST_F(RollingTest, limitsAreMetExactlyAndALongRollIsCut)
-{
-    block.rideStartVelocity[4] = 2.0;
-    for (double amount : {300.0, 60.0, 0.05, 0.01, 0.0}) {
-        block.rideDistance[4] = block.rideLegTime[4] = amount;
-        for (int limit : {1, 2}) {
-            block.inclinationLimit = limit;
-            ASSERT_EQ(run(rideInclinationAndVelocity, 0).status, 0u);
-            EXPECT_NEAR(limit == 1 ? ride->found.distance : ride->found.sectorTime, amount, 1e-9) << limit;
-        }
-    }
-    block.inclinationLimit = 1;
-    block.rideDistance[4] = 100000.0;
-    EXPECT_EQ(run(rideInclinationAndVelocity, 0).status, 0u);
-    EXPECT_NEAR(ride->found.sectorTime, 900.0, 0.1001);
-}
-
-TEST_F(RollingTest, theSlopeFoundGivesTheVelocityBack)
-{
-    for (int limit : {0, 1, 2}) {
-        setDefaults(block);
-        block.inclinationLimit = limit;
-        block.rideVelocity[4] = kph(45);
-        ASSERT_EQ(run(rideInclinationAndVelocity, 1).status, 0u) << limit;
-        double found = ride->now.inclination;
-        EXPECT_LT(found, -3.0) << limit;
-        block.rideInclination[4] = found;
-        ASSERT_EQ(run(rideInclinationAndVelocity, 0).status, 0u) << limit;
-        EXPECT_NEAR(ride->found.velocity, kph(45), limit == 0 ? 0.0001 : 0.01) << limit;
-    }
-    block.inclinationLimit = 0;
-    block.rideVelocity[4] = kph(0.0001); // at which no slope pushes with any power
-    EXPECT_EQ(run(rideInclinationAndVelocity, 1).status, statusLooseTolerance);
-}
-
 } // namespace torvane

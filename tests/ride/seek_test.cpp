@@ -58,17 +58,6 @@ TEST_F(SeekTest, thePowerNeverGoesBelowZero)
     EXPECT_EQ(runs, 6); // from 100 W down to 0 in steps of 20; the rounds that stay there repeat the last
 }
 
-TEST_F(SeekTest, aRefusedRoundIsNoResult)
-{
-    auto refusedBelow150 = [](RideRun& r) -> ResultStatus {
-        return r.found.power < 150.0 ? statusTooShortPower : shorterByPower(r);
-    };
-    ride->found.sectorTime = 6.0;                                                 // as if it were met
-    EXPECT_EQ(seekTarget(*ride, timeSeek(6.0, 100.0, 0.0), refusedBelow150), 0u); // a step of 0 is 10 W
-    EXPECT_NEAR(ride->found.power, 200.0, 0.5);
-    EXPECT_LT(runs, 60);
-}
-
 TEST_F(SeekTest, whatIsNoNumberEndsIt)
 {
     auto noTime = [](RideRun& r) -> ResultStatus {
