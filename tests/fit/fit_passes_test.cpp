@@ -36,13 +36,6 @@ FitSummary summaryOf(const FitBuilder& builder)
     return gather(builder).contents.summary;
 }
 
-// Of one message alone.
-Gathered gather(uint16_t message, const std::vector<FitBuilder::Field>& fields, const std::vector<int64_t>& values,
-                bool bigEndian = false)
-{
-    return gather(FitBuilder().define(0, message, fields, bigEndian).message(0, values));
-}
-
 } // namespace
 
 TEST(FitPasses, counts)
