@@ -64,10 +64,12 @@ FileType typeOf(mode_t mode)
 bool makeRoom(std::vector<uint8_t>& bytes, size_t used, size_t limit, size_t guess)
 {
     constexpr size_t piece = 1 << 16;
+    constexpr size_t longFile = 64 << 20; // a shorter one gains less by large pages than they leave unused
     if (used == bytes.size() && used < limit) {
         size_t size = std::min(limit, used == 0 ? guess : used + std::max(used, piece));
         bytes.reserve(size);
-        expectAllTouched(bytes.data() + used, size - used);
+        if (size >= longFile)
+            expectAllTouched(bytes.data() + used, size - used);
         bytes.resize(size);
     }
     return used < limit;

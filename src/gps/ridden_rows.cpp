@@ -25,6 +25,13 @@ double wayBetween(const GpsRecord& from, const GpsRecord& to, uint32_t interval)
     return to.timestamp - from.timestamp > interval ? 0 : std::max(0.0, to.distance - from.distance);
 }
 
+std::array<double, figureSourceCount> figuresOf(FigureSource source, double figure)
+{
+    if (source == predictedFigure)
+        return {figure, noFigure};
+    return {noFigure, figure};
+}
+
 } // namespace
 
 bool RiddenWalk::next()
@@ -44,22 +51,19 @@ bool RiddenWalk::next()
     return false;
 }
 
-// From the last kept record to this one.
+// From the last kept record to this one; each figure straight to its place, as a copy would wait until all are written.
 void RiddenWalk::takeRow(const GpsRecord& record)
 {
-    RiddenRow row;
-    if (last) {
-        bool joined = last->sector == record.sector;
-        row.seconds = joined ? record.timestamp - last->timestamp : 0;
-        row.metres = joined ? sinceKept : 0;
-        row.height = now.height + riseBetween(*last, record, sinceKept);
-    }
-    row.timestamp = record.timestamp;
-    row.distance = distance;
-    row.speed = record.speed;
-    row.power[source->measured.ofPowers] = record.power;
-    row.cadence[source->measured.ofCadences] = record.cadence;
-    now = row;
+    bool joined = last && last->sector == record.sector;
+    now.seconds = joined ? record.timestamp - last->timestamp : 0;
+    now.metres = joined ? sinceKept : 0;
+    if (last)
+        now.height += riseBetween(*last, record, sinceKept);
+    now.timestamp = record.timestamp;
+    now.distance = distance;
+    now.speed = record.speed;
+    now.power = figuresOf(source->measured.ofPowers, record.power);
+    now.cadence = figuresOf(source->measured.ofCadences, record.cadence);
     takeMeasured();
     last = &record;
     sinceKept = 0;
