@@ -45,6 +45,7 @@ TEST_F(ConsoleTest, WritesPagesOfOtherAnswers)
         {{"plan", "power=60", samples + "pass.gpx"}, {">On foot</th></tr>", " m on foot</td>"}},
         {{"801", "rideVelocity=40"},
          {"Figures of the answer</caption>", "rideVelocity</th>", ">40</text>"}}, // kph along
+        {{"801", "rideTarget=velocity"}, {">40</text>", ">45</text>"}},           // the same: 500 W lead to 46
     };
     for (auto [arguments, parts] : cases) {
         std::string page = in + arguments[0] + ".html";
