@@ -85,6 +85,32 @@ struct RoadGridTest : ModelTest {
     }
 };
 
+// By its rule: a look at every row.
+int plainNearestGear(const Model& model, double ratio)
+{
+    int nearest = 0;
+    double distance = 1000.0;
+    for (int row = 0; row < model.state.gearCount; ++row) {
+        double away = std::fabs(model.gearTable[row].ratio - ratio);
+        if (away < distance) {
+            distance = away;
+            nearest = row;
+        }
+    }
+    return nearest;
+}
+
+TEST_F(RoadGridTest, theNearestGearIsThatOfALookAtEveryRow)
+{
+    for (int round = 0; round < 3000; ++round) {
+        takeGrid(0, 1, 1);
+        const GearEntry* table = model.gearTable;
+        double between = (table[random() % 9].ratio + table[random() % 9].ratio) / 2; // often just in the middle
+        for (double ratio : {between, someOf(random, 0.2, 6, 1)[0], uniform(random, 0, 6), 1001.0})
+            ASSERT_EQ(nearestGear(model, ratio), plainNearestGear(model, ratio)) << round << " " << ratio;
+    }
+}
+
 TEST_F(RoadGridTest, everyPowerIsThatOfTheSingleEvaluation)
 {
     for (int round = 0; round < 2000; ++round) {
