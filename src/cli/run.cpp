@@ -496,6 +496,8 @@ std::string checkUsage(const Command& command, const Request& request)
         return "--against is for the page of a plan";
     if (!request.page.empty() && !request.into.empty())
         return "--page is for one ride, not for those of --into";
+    if (!request.graph.empty() && !request.into.empty())
+        return "--graph is for one ride, not for those of --into";
     if (std::string fault = checkChartOptions(request); !fault.empty())
         return fault;
     if (!request.saveProfile.empty() && !command.files.byOption)

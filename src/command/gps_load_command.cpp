@@ -32,7 +32,7 @@ StatusCode load(Session& session, LoadedRide&& ride)
     bool large = ride.image.data.size() >= worthGivingBack;
     session.take(std::move(ride));
     if (large)
-        giveBackFreed(); // whoever works on the ride reads it anew, and its place is a little too narrow by then
+        giveBackFreed(); // a file is read anew for each work on it, and its place is a little too narrow by then
     const LoadedRide& loaded = session.ride;
     ReportedRide reported = {
         loaded.path, reportLoaded,    loaded.inventory, loaded.summary, loaded.presence, session.working,

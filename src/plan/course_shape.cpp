@@ -55,11 +55,17 @@ std::vector<double> startedEarlier(const std::vector<double>& values, size_t mor
     return longer;
 }
 
+// Steps on either side of a mean.
+size_t halfOf(double length, double step)
+{
+    return static_cast<size_t>(std::lround(length / step / 4));
+}
+
 // Two means in a row, which together reach over the length. Both ends of the road are led on straight, so that the
 // first and the last value are smoothed as the others are, and a slope stays one.
 std::vector<double> smoothed(const std::vector<double>& values, double length, double step)
 {
-    size_t half = static_cast<size_t>(std::lround(length / step / 4));
+    size_t half = halfOf(length, step);
     if (half == 0)
         return values;
     size_t more = 2 * half;
@@ -178,7 +184,7 @@ std::vector<double> smoothedAlong(const Course& course, std::vector<double> heig
 {
     size_t last = heights.size() - 1;
     double share = (course.points[last].distance - course.points[last - 1].distance) / course.step;
-    if (last < 2 || share >= 1)
+    if (last < 2 || share >= 1 || halfOf(length, course.step) == 0)
         return smoothed(heights, length, course.step);
     double before = between(heights[last - 2], heights[last - 1], share);
     heights[last] += (heights[last] - before) * (1 - share);

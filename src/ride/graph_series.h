@@ -17,7 +17,8 @@ struct GraphSeries {
     std::vector<std::string> seriesNames;
     std::vector<int> scaleGroup; // for each series; series with a common bit share one vertical scale
     std::vector<double> values;  // one row for each point, series within the row
-    // In place of values: what is told of so many points, anew whenever it is asked for. Owns what it is told from.
+    // In place of values: what is told of so many points, anew whenever it is asked for. Keeps the owner
+    // of what it is told from.
     std::function<double(int point, int series)> told;
     int toldPoints = 0;
     int alongs = 1; // of a graph with two curves to choose: the first so many series can lie along the X axis

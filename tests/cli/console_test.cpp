@@ -60,6 +60,8 @@ TEST_F(Console, RefusesAndTeaches)
         {{"--graph", "g.svg", "701"}, "torvane-cli: cadence-theory has no graph\n"},
         {{"801", "--page", "-"}, "torvane-cli: --page writes a file, and not to standard output\n"},
         {{"--page", "p.html", "701"}, "torvane-cli: cadence-theory has no page\n"},
+        {{"--graph", "g.svg", "--into", ".", "stroke", "a.fit"},
+         "torvane-cli: --graph is for one ride, not for those of --into\n"},
         {{"801", "ride.fit"}, "torvane-cli: power-and-velocity takes no file; 'ride.fit' is no NAME=VALUE\n"},
         {{"801", "ride-power=3"}, "torvane-cli: power-and-velocity takes no file; 'ride-power=3' is no NAME=VALUE\n"},
         {{"combine", "a.fit"}, "torvane-cli: combine-fit-files takes A.fit B.fit [C.fit [D.fit [E.fit]]] OUT.fit\n"},

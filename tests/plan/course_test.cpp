@@ -153,6 +153,9 @@ TEST_F(PlanTest, RidesOverABadHeightAtEitherEnd)
             EXPECT_NEAR(point.slope, 6, 1e-9) << point.distance << " of " << length;
         EXPECT_NEAR(slope.findings.climbed, length * 0.06, 1e-6);
     }
+    options.altitudeSmoothing = 0; // the road ends where the track has it, up a last metre of 20 percent
+    auto kerb = [](double way) { return std::max(0.0, way - 10000) / 5; };
+    EXPECT_NEAR(madeCourse(10005, kerb, northward, options).points.back().height, 1, 1e-9);
 }
 
 // Heights as devices and maps give them.
