@@ -92,7 +92,7 @@ private:
     std::deque<std::function<void()>> waiting;
     std::atomic<int> inHand = 0;
     ManualResetEvent served;
-    const std::thread::id window = std::this_thread::get_id(); // that of main, which runs the tests
+    std::thread::id window = std::this_thread::get_id(); // that of main, which runs the tests
 };
 
 WindowMail mail;

@@ -20,7 +20,7 @@ namespace {
 std::map<int, std::set<int>> readTemplates()
 {
     std::map<int, std::set<int>> templates;
-    const std::regex numbers("\\b[0-9]+");
+    std::regex numbers("\\b[0-9]+");
     int current = 0;
     for (const auto& file : std::filesystem::directory_iterator(TORVANE_CHECKOUT "/resources")) {
         if (file.path().extension() != ".rc")
