@@ -9,11 +9,6 @@ namespace torvane {
 
 namespace {
 
-bool isEdit(const Row& row)
-{
-    return row.kind == RowKind::real || row.kind == RowKind::whole;
-}
-
 std::vector<double> defaultsOf(const FormState& state, const Row& row)
 {
     std::vector<double> defaults;
@@ -31,7 +26,7 @@ EntryHelp helpOn(const FormState& state, const Row& row)
 {
     EntryHelp help = {
         .row = &row, .meaning = meaningOf(*state.form, row.name), .counting = countingOf(state, row.name)};
-    if (isEdit(row) || row.kind == RowKind::check) {
+    if (isNumber(row) || row.kind == RowKind::check) {
         help.defaults = defaultsOf(state, row);
         return help;
     }

@@ -89,7 +89,7 @@ std::vector<std::string> wordsOf(const EntryHelp& entry)
 {
     std::vector<std::string> words;
     const Row& row = *entry.row;
-    if (row.kind == RowKind::real || row.kind == RowKind::whole) {
+    if (isNumber(row)) {
         addRange(words, row);
         words.push_back(defaultsOf(entry));
     } else if (row.kind == RowKind::check) {

@@ -61,7 +61,7 @@ void addNumber(JsonList& object, const EntryHelp& entry)
 
 void addValues(JsonList& object, const EntryHelp& entry)
 {
-    if (entry.row->kind == RowKind::real || entry.row->kind == RowKind::whole) {
+    if (isNumber(*entry.row)) {
         addNumber(object, entry);
     } else if (entry.row->kind == RowKind::check) {
         object.member("choices", "[\"off\", \"on\"]");

@@ -446,8 +446,6 @@ std::string checkRows(const Command& command, const Request& request)
         return {};
     if (!command.hasRows && !request.sweep)
         return consoleName(command) + " has no table";
-    if (!request.into.empty())
-        return "--rows is for one ride, not for those of --into";
     return request.rows == "-" && request.json ? "--rows - and --json both want standard output" : "";
 }
 
@@ -462,6 +460,11 @@ std::string checkBatchOptions(const Command& command, const Request& request)
     for (auto [name, isGiven] : given)
         if (isGiven && request.into.empty())
             return std::string(name) + " is for the rides of --into";
+    const std::pair<const char*, bool> ofOne[] = {
+        {"--rows", !request.rows.empty()}, {"--page", !request.page.empty()}, {"--graph", !request.graph.empty()}};
+    for (auto [name, isGiven] : ofOne)
+        if (isGiven && !request.into.empty())
+            return std::string(name) + " is for one ride, not for those of --into";
     // The parts of a ride are known only once it is read.
     if (request.resume && command.files.inParts)
         return "--resume does not know what " + consoleName(command) + " has done; call it without";
@@ -494,10 +497,6 @@ std::string checkUsage(const Command& command, const Request& request)
         return "--page writes a file, and not to standard output";
     if (!request.against.empty() && (command.id != commandCourse || request.page.empty()))
         return "--against is for the page of a plan";
-    if (!request.page.empty() && !request.into.empty())
-        return "--page is for one ride, not for those of --into";
-    if (!request.graph.empty() && !request.into.empty())
-        return "--graph is for one ride, not for those of --into";
     if (std::string fault = checkChartOptions(request); !fault.empty())
         return fault;
     if (!request.saveProfile.empty() && !command.files.byOption)

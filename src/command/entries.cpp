@@ -13,16 +13,6 @@ namespace torvane {
 
 namespace {
 
-bool isEdit(const Row& row)
-{
-    return row.kind == RowKind::real || row.kind == RowKind::whole;
-}
-
-bool isChosen(const Row& row)
-{
-    return row.kind == RowKind::choice || row.kind == RowKind::radio || row.kind == RowKind::check;
-}
-
 // Paths are given as files, not as entries.
 bool goesBy(const Row& row, std::string_view name)
 {
@@ -164,7 +154,7 @@ void checkHidden(const FormState& state, const Row& row, const Assignment& assig
     if (isChosen(row)) {
         if (valueOf(state, row, assignment.value) < 0)
             refuseChoice(state, row, assignment, faults);
-    } else if (isEdit(row) && readsAsNumber(row, assignment, faults) && (!row.checked || row.checked(state, row)) &&
+    } else if (isNumber(row) && readsAsNumber(row, assignment, faults) && (!row.checked || row.checked(state, row)) &&
                isBeyond(row, std::strtod(assignment.value.c_str(), nullptr))) {
         std::string text = assignment.name + " takes " + limitsText(row) + ", not " + assignment.value;
         faults.refusals.push_back({RefusalKind::beyondLimits, assignment.name, text, assignment.value, &row});
@@ -175,7 +165,7 @@ void place(FormState& state, const Row& row, const Assignment& assignment, Entry
 {
     if (isChosen(row))
         makeChoice(state, row, assignment, faults);
-    else if (isEdit(row))
+    else if (isNumber(row))
         typeEntry(state, row, assignment, faults);
     else if (row.kind == RowKind::words)
         setPath(state, row, assignment.value);
@@ -211,7 +201,7 @@ void keepRefused(EntryFaults& faults, const FormState& state)
     const Row& row = *faults.refused;
     if (row.kind == RowKind::path || row.kind == RowKind::words)
         faults.given = rowText(state, row);
-    if (!isEdit(row))
+    if (!isNumber(row))
         return;
     double value = shownValue(state, row);
     faults.beyondLimits = isBeyond(row, value);

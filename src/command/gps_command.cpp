@@ -130,9 +130,14 @@ TextMaker tableOf(const Ride& ride, FitReportMode mode)
 {
     return
         [=, kept = std::shared_ptr<const Analysis>(ride.kept), presence = ride.loaded.presence](const TakeText& take) {
-            ReportedRide told = {{},       mode,           kept->stats.inventory, kept->stats.summary,
-                                 presence, kept->settings, kept->flags,           {},
-                                 {},       kept->brakes};
+            ReportedRide told = {.path = {},
+                                 .mode = mode,
+                                 .inventory = kept->stats.inventory,
+                                 .summary = kept->stats.summary,
+                                 .presence = presence,
+                                 .settings = kept->settings,
+                                 .analysisFlags = kept->flags,
+                                 .brakes = kept->brakes};
             tellFields(told, kept->records, addedFieldsOf(kept->flags) & predictedFields, take);
         };
 }

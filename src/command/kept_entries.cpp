@@ -9,11 +9,6 @@ namespace torvane {
 
 namespace {
 
-bool isEdit(const Row& row)
-{
-    return row.kind == RowKind::real || row.kind == RowKind::whole;
-}
-
 bool withinLimits(const FormState& state, const Row& row)
 {
     double value = shownValue(state, row);
@@ -24,11 +19,11 @@ bool withinLimits(const FormState& state, const Row& row)
 bool take(FormState& state, const Row& row, std::string_view value)
 {
     EntryFaults faults;
-    std::string before = isEdit(row) ? rowText(state, row) : std::string();
+    std::string before = isNumber(row) ? rowText(state, row) : std::string();
     setEntries(state, {{row.name, std::string(value)}}, faults);
-    if (faults.refusals.empty() && (!isEdit(row) || withinLimits(state, row)))
+    if (faults.refusals.empty() && (!isNumber(row) || withinLimits(state, row)))
         return true;
-    if (isEdit(row))
+    if (isNumber(row))
         editText(state, row, before);
     return false;
 }
@@ -47,8 +42,8 @@ std::string valueText(const FormState& state, const Row& row)
 std::string skipped(const Row& row, std::string_view value)
 {
     std::string text = std::string(row.name) + '=' + std::string(value);
-    return isEdit(row) ? text + formatText(", which takes %g to %g %s", row.least, row.most, row.unit)
-                       : text + ", which has no such choice";
+    return isNumber(row) ? text + formatText(", which takes %g to %g %s", row.least, row.most, row.unit)
+                         : text + ", which has no such choice";
 }
 
 } // namespace

@@ -7,9 +7,9 @@ namespace torvane {
 
 namespace {
 
-bool isNumber(const Row& row)
+bool isNamedNumber(const Row& row)
 {
-    return row.name && (row.kind == RowKind::real || row.kind == RowKind::whole);
+    return row.name && isNumber(row);
 }
 
 // Of pages and what their buttons open, in the order of the tabs.
@@ -58,7 +58,7 @@ Figures sheetFigures(const Session& session, Sheet sheet, uint32_t sections)
         FormState state;
         openForm(state, *form, block, block, session.model, true);
         for (const Row& row : form->rows)
-            if (isNumber(row) && (isPresent(state, row) || form->confirm))
+            if (isNamedNumber(row) && (isPresent(state, row) || form->confirm))
                 addFigure(figures.values, row.name, row.unit, valueOf(state, row));
     }
     return figures;
@@ -69,7 +69,7 @@ std::vector<FigureInfo> sheetFigureInfos(Sheet sheet, uint32_t sections)
     std::vector<FigureInfo> infos;
     for (const Form* form : formsOf(sheet, sections))
         for (const Row& row : form->rows)
-            if (isNumber(row))
+            if (isNamedNumber(row))
                 infos.push_back({row.name, row.unit});
     return infos;
 }

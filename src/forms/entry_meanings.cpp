@@ -239,11 +239,6 @@ std::string labelOf(const FormState& state, const Row& choice, int value)
     return rowLabels(state, choice)[static_cast<size_t>(value)];
 }
 
-bool isChoice(const Row& row)
-{
-    return row.kind == RowKind::choice || row.kind == RowKind::radio || row.kind == RowKind::check;
-}
-
 // Whether any row of the entry's name changes an answer.
 bool counts(const FormState& state, std::string_view entry)
 {
@@ -290,7 +285,7 @@ Counting countingOf(const FormState& state, std::string_view entry)
 {
     Counting counting = {counts(state, entry)};
     for (const Row& choice : state.form->rows) {
-        if (!isChoice(choice) || !choice.name || choice.name == entry || !isEnabled(state, choice))
+        if (!isChosen(choice) || !choice.name || choice.name == entry || !isEnabled(state, choice))
             continue;
         int of = choice.kind == RowKind::check ? 2 : static_cast<int>(rowLabels(state, choice).size());
         std::vector<std::string> values = countingValues(state, choice, entry, of);

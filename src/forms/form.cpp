@@ -13,16 +13,6 @@ namespace torvane {
 
 namespace {
 
-bool isEdit(const Row& row)
-{
-    return row.kind == RowKind::real || row.kind == RowKind::whole;
-}
-
-bool isChoice(const Row& row)
-{
-    return row.kind == RowKind::choice || row.kind == RowKind::radio || row.kind == RowKind::check;
-}
-
 size_t indexOf(const FormState& state, const Row& row)
 {
     return static_cast<size_t>(&row - state.form->rows.data());
@@ -143,7 +133,7 @@ void loadValues(FormState& state, const ParameterBlock& saved, const ParameterBl
     state.fromDefaults = form.opensWith == OpensWith::initialValueMode && working.initialValueMode == initialDefaults;
     state.values = state.fromDefaults ? saved : working;
     for (const Row& row : form.rows)
-        if (isChoice(row) && row.offset != noField)
+        if (isChosen(row) && row.offset != noField)
             holdChoice(state, row);
     state.entry = state.values;
     state.stored = state.values;
@@ -231,7 +221,7 @@ void openForm(FormState& state, const Form& form, const ParameterBlock& saved, c
     if (form.opened)
         form.opened(state);
     for (const Row& row : form.rows)
-        if (isEdit(row))
+        if (isNumber(row))
             printText(state, row);
 }
 
@@ -275,7 +265,7 @@ std::string rowText(const FormState& state, const Row& row)
 
 double shownValue(const FormState& state, const Row& row)
 {
-    if (isChoice(row) && row.shows)
+    if (isChosen(row) && row.shows)
         return row.shows(state, row);
     const RowState& own = stateOf(state, row);
     if (own.typed || row.offset == noField)
@@ -331,7 +321,7 @@ void reloadRow(FormState& state, const Row& row)
     if (row.offset == noField)
         return;
     copyField(state.values, state.stored, row);
-    if (isEdit(row))
+    if (isNumber(row))
         reprintRow(state, row);
 }
 
@@ -386,7 +376,7 @@ Verdict refuseRow(FormState& state, const Row& row, std::string text)
 Verdict checkLimits(FormState& state, size_t first, size_t end)
 {
     for (const Row& row : state.form->rows.subspan(first, end - first)) {
-        if (!isEdit(row) || !isPresent(state, row) || (row.checked && !row.checked(state, row)))
+        if (!isNumber(row) || !isPresent(state, row) || (row.checked && !row.checked(state, row)))
             continue;
         double value = shownValue(state, row);
         if (row.leastBinds && !(value >= row.least))

@@ -93,6 +93,18 @@ struct Row {
     void (*returned)(FormState&, const Row&, const ParameterBlock& working) = nullptr;
 };
 
+// An edit box over a number.
+inline bool isNumber(const Row& row)
+{
+    return row.kind == RowKind::real || row.kind == RowKind::whole;
+}
+
+// One of few values: a label, or on and off.
+inline bool isChosen(const Row& row)
+{
+    return row.kind == RowKind::choice || row.kind == RowKind::radio || row.kind == RowKind::check;
+}
+
 // Where the private copy comes from.
 enum class OpensWith : uint8_t {
     initialValueMode, // the saved copy when the preference is 0, else the working copy

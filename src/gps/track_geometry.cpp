@@ -59,10 +59,12 @@ void waysBetween(const EarthPlace* places, Way* ways, size_t count)
     bool allSmall = true;
     for (size_t i = 0; i < count; ++i)
         allSmall &= std::fabs(places[i + 1].east - places[i].east) < smallAngle;
-    for (size_t i = 0; i < count && allSmall; ++i)
-        ways[i] = wayBetween(places[i], places[i + 1], smallTurnOf(places[i + 1].east - places[i].east));
-    for (size_t i = 0; i < count && !allSmall; ++i)
-        ways[i] = wayBetween(places[i], places[i + 1], turnOf(places[i + 1].east - places[i].east));
+    if (allSmall)
+        for (size_t i = 0; i < count; ++i)
+            ways[i] = wayBetween(places[i], places[i + 1], smallTurnOf(places[i + 1].east - places[i].east));
+    else
+        for (size_t i = 0; i < count; ++i)
+            ways[i] = wayBetween(places[i], places[i + 1], turnOf(places[i + 1].east - places[i].east));
 }
 
 // 0 to 360 degrees of an angle of half a turn to either side, as withinTurn tells it; or no number.

@@ -10,11 +10,6 @@ namespace torvane::library {
 
 namespace {
 
-bool isNumber(const Row& row)
-{
-    return row.kind == RowKind::real || row.kind == RowKind::whole;
-}
-
 EntryKind kindOf(const Row& row)
 {
     if (row.kind == RowKind::check)

@@ -48,12 +48,12 @@ bool isText(const Row& row)
 
 bool isEdit(const Row& row)
 {
-    return row.kind == RowKind::real || row.kind == RowKind::whole || isText(row);
+    return isNumber(row) || isText(row);
 }
 
 bool hasSpin(const Row& row)
 {
-    return row.spin != 0 && (row.kind == RowKind::real || row.kind == RowKind::whole);
+    return row.spin != 0 && isNumber(row);
 }
 
 bool isRadioOf(const Row& row, int id)

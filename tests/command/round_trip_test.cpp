@@ -15,16 +15,6 @@
 namespace torvane {
 namespace {
 
-bool isEdit(const Row& row)
-{
-    return row.kind == RowKind::real || row.kind == RowKind::whole;
-}
-
-bool isChosen(const Row& row)
-{
-    return row.kind == RowKind::choice || row.kind == RowKind::radio || row.kind == RowKind::check;
-}
-
 // Those that follow something else: the rider, the other factors, the ride, the occasion.
 bool isNeverDefault(const Row& row)
 {
@@ -55,7 +45,7 @@ public:
         for (const auto& [row, value] : entered)
             if (isPresent(next, *row) && !isNeverDefault(*row)) {
                 double found =
-                    isEdit(*row) ? std::strtod(rowText(next, *row).c_str(), nullptr) : chosenValue(next, *row);
+                    isNumber(*row) ? std::strtod(rowText(next, *row).c_str(), nullptr) : chosenValue(next, *row);
                 EXPECT_NEAR(found, value, 1e-6) << form.title << ": " << row->name;
             }
     }
@@ -73,7 +63,7 @@ private:
             int chosen = static_cast<int>(lasts ? count - 1 : below(count));
             choose(state, row, chosen);
             EXPECT_TRUE(chosenValue(state, row) == chosen || row.offset != noField) << form.title << ": " << row.name;
-        } else if (isEdit(row)) {
+        } else if (isNumber(row)) {
             double value = row.least + row.step * static_cast<double>(
                                                       below(static_cast<size_t>((row.most - row.least) / row.step)));
             typeText(state, row, formatText("%.10g", value));
@@ -106,8 +96,8 @@ private:
         state.saveAsDefault = true;
         entered.clear();
         for (const Row& row : form.rows)
-            if (row.name && (isEdit(row) || isChosen(row)) && isEnabled(state, row))
-                entered[&row] = isEdit(row) ? shownValue(state, row) : chosenValue(state, row);
+            if (row.name && (isNumber(row) || isChosen(row)) && isEnabled(state, row))
+                entered[&row] = isNumber(row) ? shownValue(state, row) : chosenValue(state, row);
         return (form.confirm ? confirmDialog(session, state) : confirmPage(session, state)).passed;
     }
     FormState openedAgain()

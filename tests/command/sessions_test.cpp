@@ -64,7 +64,7 @@ private:
     {
         if (row.kind == RowKind::check)
             return std::to_string(below(2));
-        if (row.kind == RowKind::real || row.kind == RowKind::whole) {
+        if (isNumber(row)) {
             double shownNow = shownValue(state, row);
             double near = shownNow == 0 ? 1 : shownNow * (0.9 + 0.02 * static_cast<double>(below(11)));
             return formatText(row.kind == RowKind::real ? "%.3f" : "%.0f", std::clamp(near, row.least, row.most));

@@ -88,7 +88,7 @@ void tellRow(const Dialog& dialog, const Row& row)
             tell(dialog, row.kind == RowKind::radio ? GetDlgItem(dialog.window, row.radioIds[i]) : control, labels[i]);
     RECT spin = {};
     GetClientRect(GetDlgItem(dialog.window, row.spin), &spin);
-    if (row.kind == RowKind::real || row.kind == RowKind::whole || row.kind == RowKind::label)
+    if (isNumber(row) || row.kind == RowKind::label)
         tell(dialog, control, rowText(dialog.state, row), static_cast<int>(spin.right));
 }
 
@@ -113,7 +113,7 @@ void tellForm(Dialog& dialog, const Form& form, const Shown& shown)
         tell(dialog, GetDlgItem(dialog.window, IDOK), form.confirm);
     tellRows(dialog);
     for (const Row& row : form.rows)
-        if ((row.kind == RowKind::real || row.kind == RowKind::whole) && isPresent(dialog.state, row))
+        if (isNumber(row) && isPresent(dialog.state, row))
             showValue(dialog.state, row, row.most);
     tellRows(dialog);
     for (const Row& row : form.rows)
