@@ -51,6 +51,7 @@ TEST_F(PrepareConsole, PreparesAnalysesAndWritesAtOneStroke)
     EXPECT_TRUE(contains(measured.err, "drop one of them to predict it")) << measured.err;
     Call done = call({"at-one-stroke", "--prepare", "dropPower=on", source, out});
     EXPECT_EQ(done.code, 0) << done.err;
+    EXPECT_FALSE(contains(done.err, "dropPower has no effect")) << done.err;
     EXPECT_TRUE(contains(done.out, "record data counted 598"));
     EXPECT_TRUE(contains(done.out, "\tpower of records, left out as asked\n"));
     EXPECT_EQ(folder.count(), 2u); // nothing in between
