@@ -10,7 +10,9 @@
 #include "fit/fit_image.h"
 
 #include <algorithm>
+#include <limits>
 #include <new>
+#include <optional>
 #include <sstream>
 
 namespace torvane {
@@ -76,14 +78,30 @@ int answerRide(const Feed& feed, const std::string& line, Answer& answer, Stream
     return code;
 }
 
-int answerLine(const Feed& feed, const std::string& line, Streams& streams)
+// False at the end of `in`. A line that there is no memory for is passed over and none.
+bool nextLine(std::istream& in, std::optional<std::string>& line)
+{
+    line.emplace();
+    if (std::getline(in, *line))
+        return true;
+    if (!in.bad())
+        return false;
+    line.reset();
+    in.clear();
+    in.ignore(std::numeric_limits<std::streamsize>::max(), '\n');
+    return true;
+}
+
+int answerLine(const Feed& feed, const std::optional<std::string>& line, Streams& streams)
 {
     std::ostringstream told; // it stands in the answer
     Streams aside = {told, told};
     Answer answer;
     int code = exitFailed;
     try {
-        code = answerRide(feed, line, answer, aside);
+        if (!line)
+            throw std::bad_alloc();
+        code = answerRide(feed, *line, answer, aside);
     } catch (const std::bad_alloc&) {
         tellNoMemory(answer, aside);
     }
@@ -99,9 +117,9 @@ int runStage(const Session& session, const RideOfBatch& run, std::istream& in, A
     Feed feed = {session, run};
     answer.isTold = true;
     int code = exitDone;
-    std::string line;
-    while (streams.out && std::getline(in, line)) {
-        if (line.find_first_not_of(" \t\r") == line.npos)
+    std::optional<std::string> line;
+    while (streams.out && nextLine(in, line)) {
+        if (line && line->find_first_not_of(" \t\r") == line->npos)
             continue;
         int own = runHeld([&] { return answerLine(feed, line, streams); });
         if (own > signalExit)

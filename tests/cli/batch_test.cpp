@@ -161,6 +161,15 @@ TEST_F(BatchTest, aManifestThatCannotGrowIsTold)
     EXPECT_EQ(code, 11);
 }
 
+// Neither can be written: a folder has its name.
+TEST_F(BatchTest, reportsBeginOnLinesOfTheirOwn)
+{
+    for (const char* name : {"a.fit", "b.fit"})
+        std::filesystem::create_directory(out + "/" + name);
+    EXPECT_EQ(call({"--into", out, "convert", "fitFormat=legacy", in + "a.fit", in + "b.fit"}).out,
+              "\n\tfailed to convert a fit file 'a.fit'\n\n\tfailed to convert a fit file 'b.fit'\n");
+}
+
 // What has to wait for a slow piece is bounded.
 TEST(InOrder, aSlowPieceLetsFewWait)
 {

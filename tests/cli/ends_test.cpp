@@ -12,6 +12,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
+#include <fstream>
 #include <streambuf>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -150,6 +151,32 @@ TEST_F(ConsoleEnds, aRideWithoutMemoryIsOneThatFails)
     EXPECT_TRUE(contains(textOf(printed), "\"boxes\": [{\"title\": \"error\", \"text\": \"not enough memory\"}], "
                                           "\"error\": {\"kind\": \"outOfMemory\", "));
     EXPECT_TRUE(contains(textOf(printed), "failed: " + b + "\n"));
+}
+
+TEST_F(ConsoleEnds, aLineWithoutMemoryIsAnsweredAndTheNextOneRead)
+{
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "the sanitizer ends a process without memory";
+#endif
+    constexpr size_t mebibyte = size_t{1} << 20;
+    std::string lines = "{\"name\": \"long.fit\", \"bytes\": \"" + std::string(64 * mebibyte, 'A') + "\"}\n\n{}\n";
+    writeBytes(b, Bytes(lines.begin(), lines.end()));
+    lines = {};
+    int code = inChild([&] {
+        if (std::freopen(b.c_str(), "r", stdin) == nullptr)
+            return 99;
+        size_t pages = 0; // of the process, first in its list
+        std::ifstream("/proc/self/statm") >> pages;
+        size_t room = pages * 4096 + 96 * mebibyte;
+        rlimit limit = {room, room};
+        ::setrlimit(RLIMIT_AS, &limit);
+        return callInChild({"--stdin", "--json", "ride"}, printed);
+    });
+    EXPECT_EQ(code, 1);
+    std::string answers = textOf(printed);
+    EXPECT_TRUE(contains(answers, "\"error\": {\"kind\": \"outOfMemory\", ")) << answers;
+    EXPECT_TRUE(contains(answers, "}\n{\"error\": {\"kind\": \"badValue\", \"text\": \"this line has no name"))
+        << answers;
 }
 
 // Takes all and keeps nothing.

@@ -46,6 +46,7 @@ TEST_F(ConsoleTest, WritesPagesOfOtherAnswers)
         {{"801", "rideVelocity=40"},
          {"Figures of the answer</caption>", "rideVelocity</th>", ">40</text>"}}, // kph along
         {{"801", "rideTarget=velocity"}, {">40</text>", ">45</text>"}},           // the same: 500 W lead to 46
+        {{"802", "rideTarget=maxi power"}, {">9</text>"}},                        // seconds of 10.8
     };
     for (auto [arguments, parts] : cases) {
         std::string page = in + arguments[0] + ".html";

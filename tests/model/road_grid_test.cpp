@@ -1,12 +1,17 @@
 // Grids against the single evaluations that they stand for, to the last bit: any rider, road, air and velocity.
 #include "model/road_grid.h"
 
+#include "core/parallel.h"
 #include "model/assist.h"
 #include "model/drivetrain.h"
 #include "model/model_fixture.h"
 #include "model/road_points.h"
 
+#include <chrono>
 #include <limits>
+#include <mutex>
+#include <set>
+#include <thread>
 #include <vector>
 
 namespace torvane {
@@ -166,6 +171,24 @@ TEST_F(RoadGridTest, everyVelocityAndStatusIsThatOfTheSingleSearch)
             ASSERT_EQ(bitsOf(found[point].value), bitsOf(single.value)) << "round " << round << " power " << power;
             ASSERT_EQ(found[point].status, single.status) << "round " << round << " power " << power;
         });
+    }
+}
+
+// Work that is slow enough for every thread to get a piece.
+TEST(InParallel, noMoreThreadsThanAskedRunEachPieceOnce)
+{
+    for (auto [count, threads] : {std::pair<size_t, size_t>{12, 3}, {2, 8}, {5, 1}, {0, 3}}) {
+        std::mutex held;
+        std::set<std::thread::id> seen;
+        std::vector<int> runs(count);
+        inParallel(count, threads, [&](size_t piece) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(3));
+            std::lock_guard lock(held);
+            seen.insert(std::this_thread::get_id());
+            ++runs[piece];
+        });
+        EXPECT_LE(seen.size(), std::min(count, threads)) << count << " pieces";
+        EXPECT_EQ(runs, std::vector<int>(count, 1)) << threads << " threads";
     }
 }
 

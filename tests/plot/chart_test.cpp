@@ -217,6 +217,9 @@ TEST(Curves, namesUnitsAndChoice)
     EXPECT_EQ(choice.curves, (std::vector<int>{4, 0}));
     EXPECT_EQ(choice.x, 5);
     EXPECT_TRUE(chooseCurves(band, "power", "", choice).starts_with("there is no curve 'power'; there are velocity, "));
+    GraphSeries descent;
+    descent.seriesNames = {"time(s)", "front brake(Cel)", "rear brake(Cel)", "velocity(kph)", "altitude(m)"};
+    EXPECT_EQ(curvesAbout(descent).curves, (std::vector<int>{4, 3, 1})) << "a road comes before its brakes";
 }
 
 } // namespace torvane
