@@ -2,6 +2,7 @@
 // looked at from outside.
 #pragma once
 
+#include <csignal>
 #include <sys/types.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -19,13 +20,17 @@ inline int endOf(pid_t child)
     return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
 }
 
-// Starts a function whose result becomes the exit code.
+// Starts a function whose result becomes the exit code. Signals reach it also where the tests were started to ignore
+// them, as behind nohup or "&".
 template <class Work>
 pid_t startChild(Work&& work)
 {
     pid_t child = ::fork();
-    if (child == 0)
+    if (child == 0) {
+        for (int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT})
+            std::signal(signal, SIG_DFL);
         [&]() noexcept { ::_exit(work()); }(); // what it throws must not lead on into the tests that follow
+    }
     return child;
 }
 
