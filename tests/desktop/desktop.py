@@ -285,7 +285,7 @@ class Desktop:
 
         def moved():
             focus = self.ask("focus")
-            return focus if focus and focus["handle"] != before else None
+            return focus if focus["handle"] not in (0, before) else None
 
         return wait_for(moved, "the next control")
 

@@ -39,7 +39,7 @@ class RideTest(DesktopTest):
     def test_load_express_analyse_create(self):
         ride = write_ride(self.desktop, "morning.fit", 300)
         self.assertEqual(self.load(ride), desktop.console("load", ride)["lower"])
-        self.assertEqual(self.desktop.ask("focus")["id"], LOWER)
+        wait_for(lambda: self.desktop.ask("focus")["id"] == LOWER, "the focus on the lower pane")
         self.assertFalse(self.opens("ctrl+f", "create a FIT file analysed"))
 
         text = self.desktop.run("ctrl+e", "express source data", [(6131, "30")])

@@ -54,7 +54,7 @@ class TextFileTest(DesktopTest):
     def test_rich_text_comes_back_with_its_font(self):
         text = self.desktop.pane(UPPER)
         self.choose_font(FONT_UPPER_ALL, 14)
-        self.assertEqual(self.desktop.ask("focus")["id"], UPPER)
+        wait_for(lambda: self.desktop.ask("focus")["id"] == UPPER, "the focus on its pane")
         rich = self.saved_rich(SAVE_UPPER_AS, "upper.rtf")
         self.assertTrue(rich.startswith("{\\"))
         self.assertIn("\\fs28", rich)
@@ -138,7 +138,7 @@ class TextFileTest(DesktopTest):
         self.desktop.run("ctrl+c", "critical cornering")
         self.desktop.press("ctrl+Home", "shift+Right")
         self.choose_font(FONT_LOWER_SELECTED, 12)
-        self.assertEqual(self.desktop.ask("focus")["id"], LOWER)
+        wait_for(lambda: self.desktop.ask("focus")["id"] == LOWER, "the focus on its pane")
         sizes = set(re.findall(r"\\fs(\d+)", self.saved_rich(SAVE_LOWER_AS, "all.rtf")))
         self.assertEqual(sizes, {"24"})
 
@@ -184,7 +184,7 @@ class PrintTest(unittest.TestCase):
         self.assertFalse(paper.is_used())
 
     def graph_fits_on_its_page(self, program, paper):
-        left, top, right, bottom = program.find("graph", "graph")["rect"]
+        left, top, right, bottom = wait_for(lambda: program.find("graph", "graph"), "the graph")["rect"]
         program.menu((left + right) // 2, (top + bottom) // 2, "r")
         window = program.dialog("Print")
         program.leave(window, "Return")

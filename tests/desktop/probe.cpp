@@ -4,7 +4,7 @@
 //   children WINDOW   controls of a window, in tab order
 //   text WINDOW       its whole text
 //   items WINDOW      entries of a combo box
-//   focus             the window that has the keyboard
+//   focus             the window that has the keyboard; one without a number while none has it
 //   front             the top-level window that the keyboard is in
 //   moving            whether the window in front follows the mouse, which takes all keys then
 //   screen WINDOW     the number that the display knows it by
@@ -144,7 +144,7 @@ std::string answerMoving(std::istream&)
 std::string answerFocus(std::istream&)
 {
     HWND focus = threadInFront().hwndFocus;
-    return focus != nullptr ? describe(focus) : "null";
+    return focus != nullptr ? describe(focus) : R"({"id": 0, "handle": 0})";
 }
 
 std::string answerFront(std::istream&)
