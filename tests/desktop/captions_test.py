@@ -44,6 +44,7 @@ class CaptionTest(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
         desktop.make_prefix()
+        desktop.settle_display(96, "1280x1024")
         with desktop.Display() as display:
             words = ["wine", "captions.exe"]
             env = desktop.environment(display.name)

@@ -1,7 +1,8 @@
 """Drives the desktop program under Wine on a virtual display: real keys and clicks in, control texts and pictures out.
 
 A display and a Wine prefix of its own for each script that runs. Everything that is started here is ended here, by its own
-process id. Nothing waits for a fixed time: every wait looks for what it waits for, up to a limit.
+process id, or ends with the script, however that ends: programs lose their display. Nothing waits for a fixed time: every
+wait looks for what it waits for, up to a limit.
 """
 
 import fcntl
@@ -20,6 +21,7 @@ NATIVE_CLI = pathlib.Path(os.environ.get("TORVANE_NATIVE_CLI", SOURCE / "build" 
 SCREENSHOTS = SOURCE / "build" / "screenshots"
 LANES = 16
 LIMIT = 60.0  # s; far beyond what a quiet machine needs
+ENDS_WITH_US = ["setpriv", "--pdeathsig", "TERM"]  # in front of a program
 
 UPPER, LOWER, STATUS = 202, 201, 203
 OK, CANCEL = 1, 2
@@ -49,7 +51,7 @@ PLACE = LANE / "programs"  # a folder in it for each program that is tested
 
 def environment(display=None):
     HOME.mkdir(parents=True, exist_ok=True)
-    env = {name: value for name, value in os.environ.items() if not name.startswith("XDG_")}
+    env = {name: value for name, value in os.environ.items() if not name.startswith(("XDG_", "DISPLAY", "WAYLAND_"))}
     env.update(HOME=str(HOME), WINEPREFIX=str(PREFIX), WINEDEBUG="-all", WINEDLLOVERRIDES="mscoree,mshtml=",
                LC_ALL="C.UTF-8")
     if display:
@@ -89,9 +91,14 @@ def make_writable(folder):
 
 
 def make_prefix():
-    """A fresh Wine prefix whose programs live on one virtual desktop, so that Wine itself manages their windows."""
+    """A fresh Wine prefix whose programs live on one virtual desktop, so that Wine itself manages their windows. Nothing
+    runs in it, whatever a script that was broken off has left; half made by such a one, it is made anew."""
+    end_wine()
+    made = PREFIX / "made"
+    if not made.exists():
+        shutil.rmtree(PREFIX, ignore_errors=True)
     subprocess.run([SOURCE / "tools" / "wine-fonts", PREFIX], check=True)
-    if (PREFIX / "system.reg").exists():
+    if made.exists():
         return
     with Display() as display:
         env = environment(display.name)
@@ -105,6 +112,7 @@ def make_prefix():
                 env=env, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=True,
             )
         end_wine()
+    made.touch()
 
 
 def settle_display(dots, screen):
@@ -128,7 +136,7 @@ class Display:
     def __enter__(self):
         read, write = os.pipe()
         self.process = subprocess.Popen(
-            ["Xvfb", "-r", "-displayfd", str(write), "-screen", "0", "1280x1024x24", "-nolisten", "tcp"],
+            [*ENDS_WITH_US, "Xvfb", "-r", "-displayfd", str(write), "-screen", "0", "1280x1024x24", "-nolisten", "tcp"],
             pass_fds=[write], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
         )
         os.close(write)
@@ -463,7 +471,7 @@ def main():
     if missing:
         print("skipped: not found: " + ", ".join(missing))
         raise SystemExit(77)
-    unittest.main(module="__main__", verbosity=2)
+    unittest.main(module="__main__", verbosity=2, catchbreak=True)  # Ctrl-C: what was begun is cleared away
 
 
 class DesktopTest(unittest.TestCase):

@@ -67,7 +67,7 @@ class Printer:
         (self.folder / "cupsd.conf").write_text(SERVER.format(folder=self.folder))
         (self.folder / "cups-files.conf").write_text(FILES.format(folder=self.folder))
         self.process = subprocess.Popen(
-            ["cupsd", "-f", "-c", self.folder / "cupsd.conf", "-s", self.folder / "cups-files.conf"],
+            [*desktop.ENDS_WITH_US, "cupsd", "-f", "-c", self.folder / "cupsd.conf", "-s", self.folder / "cups-files.conf"],
             stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
         )
         os.environ["CUPS_SERVER"] = str(self.folder / "cups.sock")
