@@ -138,9 +138,9 @@ TEST_F(BatchTest, aRideThatTakesTooLongIsNamed)
 {
     std::filesystem::remove(in + "b.fit");
     ASSERT_EQ(::mkfifo((in + "b.fit").c_str(), 0600), 0);
-    Call late = batch({"--timeout", "0.2", "convert", "fitFormat=legacy"});
+    Call late = batch({"--timeout", "1", "convert", "fitFormat=legacy"});
     EXPECT_EQ(late.code, 1);
-    EXPECT_TRUE(contains(late.out, "{\"kind\": \"stopped\", \"text\": \"stopped: it took more than the 0.2 s"))
+    EXPECT_TRUE(contains(late.out, "{\"kind\": \"stopped\", \"text\": \"stopped: it took more than the 1 s"))
         << late.out;
     EXPECT_TRUE(contains(late.err, "failed: " + in + "b.fit"));
     EXPECT_TRUE(std::filesystem::exists(out + "/c.fit"));

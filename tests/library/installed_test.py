@@ -19,7 +19,7 @@ RIDES = ROOT / "samples" / "rides"
 
 
 def run(*words, **options):
-    done = subprocess.run([str(word) for word in words], capture_output=True, text=True, timeout=120, **options)
+    done = subprocess.run([str(word) for word in words], capture_output=True, text=True, timeout=300, **options)
     assert done.returncode == 0, f"{words}\n{done.stdout}{done.stderr}"
     return done.stdout
 
