@@ -40,6 +40,7 @@ DataDir /usr/share/cups
 AccessLog {folder}/access_log
 ErrorLog {folder}/error_log
 PageLog {folder}/page_log
+Printcap {folder}/printcap
 SystemGroup root
 FileDevice Yes
 """
