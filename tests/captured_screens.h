@@ -1,13 +1,20 @@
-// Screens that keep what they are told, for tests of what commands and reports show.
+// Screens that keep what they are told, for tests of what commands and reports show; a failed look into it shows both.
 #pragma once
 
 #include "core/screens.h"
+
+#include <gtest/gtest.h>
 
 #include <string>
 #include <utility>
 #include <vector>
 
 namespace torvane {
+
+inline testing::AssertionResult contains(const std::string& text, const std::string& part)
+{
+    return testing::AssertionResult(text.find(part) != text.npos) << "'" << part << "' in " << text;
+}
 
 struct CapturedScreens {
     CapturedScreens()

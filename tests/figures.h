@@ -17,10 +17,11 @@ struct AnyNumber {
     }
 };
 
-// Each figure within the tolerance, 0 for equal ones.
+// Each figure within the tolerance, 0 for equal ones. A failure tells of the line that calls.
 inline void expectFigures(const std::vector<AnyNumber>& found, const std::vector<AnyNumber>& wanted,
-                          double tolerance = 0)
+                          double tolerance = 0, const char* file = __builtin_FILE(), int line = __builtin_LINE())
 {
+    testing::ScopedTrace caller(file, line, "figures");
     ASSERT_EQ(found.size(), wanted.size());
     for (size_t i = 0; i < found.size(); ++i)
         EXPECT_TRUE(std::fabs(found[i].value - wanted[i].value) <= tolerance)

@@ -20,7 +20,7 @@ inline void expectTold(const std::string& told, const std::string& wantedFile)
 inline void expectUntold(const std::string& told, std::initializer_list<const char*> words)
 {
     for (const char* each : words)
-        EXPECT_EQ(told.find(each), told.npos) << each;
+        EXPECT_EQ(told.find(each), told.npos) << each << " in " << told;
 }
 
 } // namespace torvane

@@ -1,6 +1,7 @@
 // One call of the console program in this process, with what it printed, and files for it.
 #pragma once
 
+#include "captured_screens.h"
 #include "cli/console.h"
 #include "fit/fit_builder.h"
 
@@ -14,11 +15,6 @@ struct Call {
     int code;
     std::string out, err;
 };
-
-inline bool contains(const std::string& text, const std::string& part)
-{
-    return text.find(part) != text.npos;
-}
 
 inline std::string textOf(const std::string& path)
 {

@@ -40,8 +40,8 @@ TEST_F(ConsoleTest, PlansACourse)
     for (const char* line :
          {"\tmoving          : 00:", "\twith stops      : ", "01,Jan,2024,Mon,08:30:00", " stretches of the plan\n",
           " climbs\n", " descents\n", " every 1 km\n", "\t10 W more       : -", "\t1 kg less       : -"})
-        EXPECT_TRUE(contains(told.out, line)) << line << told.out;
-    EXPECT_TRUE(contains(told.err, "saved the planned course as 'out.fit'")) << told.err;
+        EXPECT_TRUE(contains(told.out, line));
+    EXPECT_TRUE(contains(told.err, "saved the planned course as 'out.fit'"));
 
     Bytes written = bytesOf(out);
     EXPECT_TRUE(contains(call({"plan", pass, out}).err, "out.fit exists; --force writes over it"));
@@ -50,18 +50,17 @@ TEST_F(ConsoleTest, PlansACourse)
     EXPECT_EQ(call({"ride", out}).code, 0);
     EXPECT_EQ(call({"plan", "--force", out, out}).code, 2) << "nor over its source";
     EXPECT_EQ(call({"plan", "--force", "effort=asRidden", "asRidden=" + out, pass, out}).code, 2);
-    for (const char* option : {"--page", "--graph", "--rows"})
-        EXPECT_EQ(call({"--force", "--page", in + "page.html", option, out, "plan", "--against", "effort=asRidden",
-                        "--against", "asRidden=" + out, pass})
-                      .code,
-                  2)
-            << option;
+    for (const char* option : {"--page", "--graph", "--rows"}) {
+        Call over = call({"--force", "--page", in + "page.html", option, out, "plan", "--against", "effort=asRidden",
+                          "--against", "asRidden=" + out, pass});
+        EXPECT_EQ(over.code, 2) << option;
+    }
     Call again = call({"plan", "effort=asRidden", "asRidden=" + out, pass, in + "again.gpx"});
     EXPECT_EQ(again.code, 0) << again.err;
-    EXPECT_FALSE(contains(again.out, "another road")) << again.out;
+    EXPECT_FALSE(contains(again.out, "another road"));
     Call other = call({"plan", "effort=asRidden", "asRidden=" + samples + "loop.fit", "stops=500:1min", pass});
-    EXPECT_TRUE(contains(other.out, "another road")) << other.out;
-    EXPECT_TRUE(contains(other.out, "left out: 1")) << other.out;
+    EXPECT_TRUE(contains(other.out, "another road"));
+    EXPECT_TRUE(contains(other.out, "left out: 1"));
     EXPECT_EQ(call({"plan", in + "again.gpx"}).code, 0);
     EXPECT_EQ(folder.count(), 2u) << "nothing half-written";
 
@@ -86,7 +85,7 @@ TEST_F(ConsoleTest, WritesNoTwoFilesToOne)
     for (const std::vector<std::string>& arguments : all) {
         Call told = call({"--force"}, arguments);
         EXPECT_EQ(told.code, 2) << arguments[1];
-        EXPECT_TRUE(contains(told.err, "two files would be written to " + in)) << told.err;
+        EXPECT_TRUE(contains(told.err, "two files would be written to " + in));
     }
     EXPECT_EQ(folder.count(), 3u);
 }
@@ -101,11 +100,12 @@ TEST_F(ConsoleTest, KeepsTheAnswerWhoseFileCannotBeWritten)
                                             {"ride", TORVANE_CHECKOUT "/samples/rides/loop.fit", in + "taken.fit"}};
     for (const std::vector<std::string>& arguments : all) {
         Call told = call({"--force", "--json"}, arguments);
+        SCOPED_TRACE(testing::PrintToString(arguments));
         EXPECT_EQ(told.code, 1);
-        EXPECT_TRUE(contains(told.out, "\"lower\": \"\\n ") && contains(told.out, "\"figures\""))
-            << told.out.substr(0, 300);
-        EXPECT_TRUE(contains(told.out, "\"kind\": \"cannotWrite\", \"text\": \"failed to save the ")) << arguments[2];
-        EXPECT_EQ(contains(told.out, "fit file 'taken"), arguments[0] == "ride");
+        for (const char* part :
+             {"\"lower\": \"\\n ", "\"figures\"", "\"kind\": \"cannotWrite\", \"text\": \"failed to save the "})
+            EXPECT_TRUE(contains(told.out, part));
+        EXPECT_EQ(told.out.find("fit file 'taken") != told.out.npos, arguments[0] == "ride");
     }
 }
 
@@ -135,8 +135,8 @@ TEST_F(ConsoleTest, RefusesWhatIsNoCourse)
     for (std::string ridden : {pass, put("rider.pro", {'p'}), in}) { // the course is none the worse
         Call told =
             call({"plan", "effort=asRidden", "asRidden=" + ridden, TORVANE_CHECKOUT "/samples/rides/hills.fit"});
-        EXPECT_EQ(told.code, 1);
-        EXPECT_FALSE(contains(told.out + told.err, "hills.fit")) << told.err;
+        EXPECT_EQ(told.code, 1) << ridden;
+        EXPECT_FALSE(contains(told.out + told.err, "hills.fit")) << ridden;
     }
     for (const char* entry : {"stops=often", "start=25:00", "asRidden=/none.fit", "power=19", "effort=hard"})
         EXPECT_EQ(call({"plan", "effort=asRidden", entry, pass}).code, 2) << entry;

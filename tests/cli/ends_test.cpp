@@ -63,6 +63,7 @@ TEST_F(ConsoleEnds, aSignalEndsABatchInOrder)
     for (const std::string& pipe : {b, d})
         ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
     for (auto [signal, jobs] : {std::pair{SIGINT, "1"}, {SIGTERM, "2"}, {SIGHUP, "2"}}) {
+        SCOPED_TRACE(testing::Message() << "signal " << signal << ", jobs " << jobs);
         pid_t child = startChild([&, jobs = jobs] {
             return callInChild(
                 {"--json", "--jobs", jobs, "--into", in + "out", "convert", "fitFormat=legacy", a, b, d, c}, printed);
@@ -75,7 +76,8 @@ TEST_F(ConsoleEnds, aSignalEndsABatchInOrder)
         ::close(second);
         EXPECT_EQ(countIn("out"), 2u) << "the first ride, and the list of them";
         EXPECT_EQ(countIn("temporary"), 0u);
-        EXPECT_TRUE(contains(textOf(printed), "out/a.fit\"]}\n") && contains(textOf(printed), "\"source\": \"" + b));
+        EXPECT_TRUE(contains(textOf(printed), "out/a.fit\"]}\n"));
+        EXPECT_TRUE(contains(textOf(printed), "\"source\": \"" + b));
         EXPECT_TRUE(contains(textOf(printed), "\"error\": {\"kind\": \"stopped\", "));
         std::filesystem::remove(in + "out/a.fit");
         std::filesystem::remove(in + "out/torvane-batch.ndjson");
@@ -174,9 +176,8 @@ TEST_F(ConsoleEnds, aLineWithoutMemoryIsAnsweredAndTheNextOneRead)
     });
     EXPECT_EQ(code, 1);
     std::string answers = textOf(printed);
-    EXPECT_TRUE(contains(answers, "\"error\": {\"kind\": \"outOfMemory\", ")) << answers;
-    EXPECT_TRUE(contains(answers, "}\n{\"error\": {\"kind\": \"badValue\", \"text\": \"this line has no name"))
-        << answers;
+    EXPECT_TRUE(contains(answers, "\"error\": {\"kind\": \"outOfMemory\", "));
+    EXPECT_TRUE(contains(answers, "}\n{\"error\": {\"kind\": \"badValue\", \"text\": \"this line has no name"));
 }
 
 // Takes all and keeps nothing.
@@ -229,8 +230,7 @@ TEST_F(ConsoleEnds, aLongRideTakesAFewTimesItsFile)
         EXPECT_LT(timesOfSource(arguments, a), most) << testing::PrintToString(arguments);
         if (!std::filesystem::exists(b))
             continue;
-        EXPECT_NE(call({"load", b}).out.find("record data counted 200000"), std::string::npos)
-            << "whole, its CRC right";
+        EXPECT_TRUE(contains(call({"load", b}).out, "record data counted 200000")) << "whole, its CRC right";
         std::filesystem::remove(b);
     }
 }

@@ -101,10 +101,8 @@ TEST_F(ConsoleTest, FiguresHoldEveryNumberOfAReport)
             ++word;
         std::string help = call({"help", arguments[word]}).out, own = json.substr(0, json.find("\"units\": {"));
         std::regex key("\"(\\w+)\": ");
-        for (std::sregex_iterator
-                 found(own.begin() + static_cast<long>(own.find("\"figures\": {") + 12), own.end(), key),
-             none;
-             found != none; ++found)
+        own.erase(0, own.find("\"figures\": {") + 12);
+        for (std::sregex_iterator found(own.begin(), own.end(), key), none; found != none; ++found)
             EXPECT_TRUE(std::regex_search(help, std::regex("\\b" + found->str(1) + "\\b")))
                 << found->str(1) << " of " << help;
         std::regex number("(^|[^.A-Za-z0-9])(-?[0-9]+([.][0-9]+)?)");
@@ -112,7 +110,8 @@ TEST_F(ConsoleTest, FiguresHoldEveryNumberOfAReport)
             EXPECT_TRUE(isAmong(figures, (*found)[2])) << (*found)[2] << " of " << arguments.back() << text;
     }
     std::string json = call({"--json", "801"}).out;
-    EXPECT_TRUE(contains(json, "\"units\": {\"velocity\": \"kph\", ") && !contains(json, ": \"\"")) << json;
+    EXPECT_TRUE(contains(json, "\"units\": {\"velocity\": \"kph\", "));
+    EXPECT_FALSE(contains(json, ": \"\""));
     std::string loaded = call({"--json", "load", rated}).out;
     EXPECT_TRUE(contains(loaded, R"("sessions": [{"sport": 2, "recordCount": 90, "startTime": 1631065600, )"));
     EXPECT_TRUE(contains(call({"help", "801"}).out, "  answers:                  velocity kph,"));

@@ -20,9 +20,9 @@ TEST_F(ConsoleTest, WritesAPageOfARideWhateverItsName)
     EXPECT_FALSE(contains(html, "<img"));
     for (const char* part : {"id=\"s-measured30\"", "id=\"s-predicted\"", "id=\"s-easting\"", "data-kind=\"stack\"",
                              "data-kind=\"bars\"", ">Laps</caption>", ">Best mean powers</caption>", "vo2max"})
-        EXPECT_TRUE(contains(html, part)) << part;
+        EXPECT_TRUE(contains(html, part));
     Call same = call({"--force", "ride", ride, "--page", ride});
-    EXPECT_TRUE(contains(same.err, "is read by this call")) << same.err;
+    EXPECT_TRUE(contains(same.err, "is read by this call"));
     EXPECT_NE(call({"ride", in + "none.fit", "--page", in + "none.html"}).code, 0);
     EXPECT_FALSE(std::filesystem::exists(in + "none.html"));
 }
@@ -52,10 +52,11 @@ TEST_F(ConsoleTest, WritesPagesOfOtherAnswers)
         std::string page = in + arguments[0] + ".html";
         arguments.insert(arguments.end(), {"--page", page});
         Call told = call(arguments);
+        SCOPED_TRACE(testing::PrintToString(arguments));
         EXPECT_EQ(told.code, 0) << told.err;
         std::string html = textOf(page);
         for (const std::string& part : parts)
-            EXPECT_TRUE(contains(html, part)) << arguments[0] << part;
+            EXPECT_TRUE(contains(html, part));
     }
 }
 
@@ -64,8 +65,8 @@ TEST_F(ConsoleTest, TellsWhyTheOtherPlanFails)
     Call told = call(
         {"plan", samples + "pass.gpx", "--against", "effort=time", "--against", "time=1", "--page", in + "p.html"});
     EXPECT_EQ(told.code, 1);
-    EXPECT_TRUE(contains(told.err, "the plan with effort=time, time=1 fails\n")) << told.err;
-    EXPECT_TRUE(contains(told.err, "no power of a rider needs the time that is wanted\n")) << told.err;
+    EXPECT_TRUE(contains(told.err, "the plan with effort=time, time=1 fails\n"));
+    EXPECT_TRUE(contains(told.err, "no power of a rider needs the time that is wanted\n"));
 }
 
 } // namespace

@@ -33,7 +33,7 @@ TEST_F(PrepareConsole, PreparesAndTellsWhatItFound)
           "\trecords filled in: 398\n", "\tenhanced speeds and altitudes put into the plain fields: 400\n",
           "\tdistance in no record, worked out of positions\n",
           "\taverage speed: 36.01 kph over 597 s, by the device 36.00 kph\n"})
-        EXPECT_TRUE(contains(done.out, line)) << line << done.out;
+        EXPECT_TRUE(contains(done.out, line));
     EXPECT_TRUE(contains(done.err, "success to prepare a fit file as 'out.fit'"));
     call({"prepare", "jumpSpeed=11", out, in + "again.fit"});
     EXPECT_EQ(bytesOf(in + "again.fit"), bytesOf(out));
@@ -48,10 +48,10 @@ TEST_F(PrepareConsole, PreparesAnalysesAndWritesAtOneStroke)
     EXPECT_EQ(call({"at-one-stroke", source, out}).code, 2); // neither speed nor distance
     Call measured = call({"at-one-stroke", "--prepare", source, out});
     EXPECT_EQ(measured.code, 2);
-    EXPECT_TRUE(contains(measured.err, "drop one of them to predict it")) << measured.err;
+    EXPECT_TRUE(contains(measured.err, "drop one of them to predict it"));
     Call done = call({"at-one-stroke", "--prepare", "dropPower=on", source, out});
     EXPECT_EQ(done.code, 0) << done.err;
-    EXPECT_FALSE(contains(done.err, "dropPower has no effect")) << done.err;
+    EXPECT_FALSE(contains(done.err, "dropPower has no effect"));
     EXPECT_TRUE(contains(done.out, "record data counted 598"));
     EXPECT_TRUE(contains(done.out, "\tpower of records, left out as asked\n"));
     EXPECT_EQ(folder.count(), 2u); // nothing in between
@@ -60,7 +60,7 @@ TEST_F(PrepareConsole, PreparesAnalysesAndWritesAtOneStroke)
     EXPECT_EQ(compared.code, 0) << compared.err;
     EXPECT_TRUE(
         contains(compared.out, "\tcommon seconds          : 200; in the first alone 0, in the second alone 398\n"));
-    EXPECT_TRUE(contains(compared.out, ": first 154.5, second ")) << compared.out;
+    EXPECT_TRUE(contains(compared.out, ": first 154.5, second "));
     EXPECT_EQ(call({"compare", source, in + "none.fit"}).code, 1);
     EXPECT_EQ(call({"convert", "--prepare", source, out}).code, 2);
 }
@@ -74,7 +74,7 @@ TEST_F(PrepareConsole, KeepsItsEntriesBesideTheParameterFile)
     Call told = call({"--par", par, "--save", "prepare", "jumpSpeed=55.25", "dropCadence=on", source, out});
     EXPECT_EQ(told.code, 0);
     for (const char* line : {"4: no entry\n", "gapLimit=500, which takes 1 to 300 sec\n", "dropPower=maybe"})
-        EXPECT_TRUE(contains(told.err, line)) << told.err;
+        EXPECT_TRUE(contains(told.err, line));
     EXPECT_EQ(
         textOf(kept),
         "# mine\r\ngapLimit=30\nlater=1\nno entry\n\ndropPower=off\njumpSpeed=55.25\ndropCadence=on\nsport=cycling\n");
@@ -95,13 +95,13 @@ TEST_F(PrepareConsole, TellsWhatARideCost)
     EXPECT_EQ(folder.count(), 1u);
     for (const char* line :
          {"\tmoving          : 00:09:57h, standing 00:00:00h\n", "\tdistance        : 5.97", " of measured 154 W\n"})
-        EXPECT_TRUE(contains(told.out, line)) << line << told.out;
-    EXPECT_TRUE(contains(told.err, "note: the file holds no distance")) << told.err;
-    EXPECT_TRUE(contains(told.out, "\tthe file holds no distance")) << told.out;
+        EXPECT_TRUE(contains(told.out, line));
+    EXPECT_TRUE(contains(told.err, "note: the file holds no distance"));
+    EXPECT_TRUE(contains(told.out, "\tthe file holds no distance"));
 
     EXPECT_EQ(call({"ride", source, out}).code, 0);
     Call kept = call({"compare", source, out});
-    EXPECT_TRUE(contains(kept.out, ": first 154.5, second 154.5 watts")) << kept.out;
+    EXPECT_TRUE(contains(kept.out, ": first 154.5, second 154.5 watts"));
     EXPECT_EQ(call({"ride", "--force", "dropPower=on", source, out}).code, 0);
     EXPECT_FALSE(contains(call({"compare", source, out}).out, "ratio 1.000"));
     EXPECT_EQ(call({"ride", source, out}).code, 2) << "two rides in one call, where a file to write was meant";
@@ -110,14 +110,14 @@ TEST_F(PrepareConsole, TellsWhatARideCost)
 
     writeBytes(source, recordedRide(0));
     Call still = call({"ride", source});
-    EXPECT_FALSE(contains(still.out, "  measured")) << still.out;
-    EXPECT_TRUE(contains(still.err, "note: all powers of the file are 0")) << still.err;
+    EXPECT_FALSE(contains(still.out, "  measured"));
+    EXPECT_TRUE(contains(still.err, "note: all powers of the file are 0"));
 
     writeBytes(source, plainRide());
     Call tooShort = call({"ride", source});
     EXPECT_EQ(tooShort.code, 1);
-    EXPECT_TRUE(contains(tooShort.err, "less than five minutes of 'in.fit' can be used")) << tooShort.err;
-    EXPECT_TRUE(contains(tooShort.err, "note: the ride moves for 00:00:59h at 5.0 kph or faster")) << tooShort.err;
+    EXPECT_TRUE(contains(tooShort.err, "less than five minutes of 'in.fit' can be used"));
+    EXPECT_TRUE(contains(tooShort.err, "note: the ride moves for 00:00:59h at 5.0 kph or faster"));
 }
 
 TEST_F(PrepareConsole, AdvisesToDivideSeveralSports)
@@ -128,7 +128,7 @@ TEST_F(PrepareConsole, AdvisesToDivideSeveralSports)
     writeBytes(source, ride.file());
     Call refused = call({"prepare", source, out});
     EXPECT_EQ(refused.code, 2);
-    EXPECT_TRUE(contains(refused.err, "please divide it first")) << refused.err;
+    EXPECT_TRUE(contains(refused.err, "please divide it first"));
 }
 
 } // namespace torvane

@@ -41,7 +41,7 @@ TEST_F(ConsoleSettings, ADragFactorCountsWhereItIsWanted)
     EXPECT_EQ(call({"--set", "dragFactor=1.25", "save-profile", rider}).code, 0);
     EXPECT_TRUE(contains(call({"--profile", rider, "human"}).out, "\tair drag factor\t\t:    1.250\n"));
     Call used = call({"--profile", rider, "--set", "useCalibration=on", "801"});
-    EXPECT_TRUE(contains(used.out, "2.676 kgf")) << used.out; // 1.25 times the 2.141 of the defaults
+    EXPECT_TRUE(contains(used.out, "2.676 kgf")); // 1.25 times the 2.141 of the defaults
     EXPECT_EQ(call({"--set", "dragFactor=1.61", "801"}).code, 2);
     EXPECT_EQ(call({"--par", par, "--save", "--set", "dragFactor=0.8", "801"}).code, 0);
     EXPECT_TRUE(contains(call({"--par", par, "human"}).out, ":    0.800\n"));
@@ -102,7 +102,7 @@ TEST_F(ConsoleSettings, WritesOverNothingInPlaceOfAParameterFile)
     for (const auto& [path, text] : cases)
         for (const char* option : {"--json", "--save"}) {
             Call refused = call({"--json", option, "--par", path, "human"});
-            EXPECT_EQ(refused.code, 1);
+            EXPECT_EQ(refused.code, 1) << option << ' ' << path;
             EXPECT_EQ(refused.err, "alert: " + text + "\n");
             EXPECT_EQ(refused.out, R"({"command": 501, "boxes": [{"title": "alert", "text": ")" + text +
                                        R"("}], "error": {"kind": "badFile", "text": ")" + text + "\"}}\n");

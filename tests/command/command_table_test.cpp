@@ -32,8 +32,8 @@ TEST(CommandTable, ConsoleNamesAreUnique)
         if (command.work == Work::frontEnd)
             continue;
         EXPECT_TRUE(names.insert(consoleName(command)).second) << command.id;
-        EXPECT_EQ(findCommand(consoleName(command)), &command);
-        EXPECT_EQ(findCommand(std::to_string(command.id)), &command);
+        EXPECT_EQ(findCommand(consoleName(command)), &command) << command.id;
+        EXPECT_EQ(findCommand(std::to_string(command.id)), &command) << command.id;
         withRows += command.hasRows ? std::to_string(command.id) + ' ' : "";
     }
     EXPECT_EQ(withRows, "801 802 803 804 805 806 902 903 904 910 992 994 995 996 997 ")

@@ -40,6 +40,7 @@ TEST_F(OperateTest, whatIsAskedToStopDoesAndWritesNothing)
     std::string source = put("ride.fit", plainRide(5000)), destination = in + "out.fit";
     for (const StoppedRun& run : stoppedRuns)
         for (int atPercent : {0, 40}) {
+            SCOPED_TRACE(testing::Message() << run.command << " at " << atPercent << " %");
             CapturedScreens shown;
             StopRequest stop;
             Session session = {shown.screens};
@@ -49,7 +50,7 @@ TEST_F(OperateTest, whatIsAskedToStopDoesAndWritesNothing)
                     stop.ask();
             };
             const Command* command = findCommand(run.command);
-            ASSERT_TRUE(command) << run.command;
+            ASSERT_TRUE(command);
             RunFiles files;
             if (run.takesFiles)
                 files = {{source}, run.writes ? destination : ""};
@@ -58,14 +59,15 @@ TEST_F(OperateTest, whatIsAskedToStopDoesAndWritesNothing)
             session.inputs.files[0].path = session.inputs.files[1].path = source;
             chooseCalculator(*command, session.working);
             ASSERT_TRUE(command->form == 0 || fillDialog(filling))
-                << run.command << (filling.boxes.empty() ? "" : filling.boxes[0].text);
+                << (filling.boxes.empty() ? "" : filling.boxes[0].text);
             if (command->commit)
                 command->commit(session.saved, session.working);
-            EXPECT_EQ(operate(*command, session), statusStopped) << run.command << " " << atPercent;
-            EXPECT_EQ(shown.status, "status : stopped") << run.command;
-            EXPECT_TRUE(session.figures.values.empty() && session.ride.path.empty()) << run.command;
-            EXPECT_FALSE(std::filesystem::exists(destination)) << run.command;
-            EXPECT_EQ(std::distance(std::filesystem::directory_iterator(in), {}), 1) << run.command;
+            EXPECT_EQ(operate(*command, session), statusStopped);
+            EXPECT_EQ(shown.status, "status : stopped");
+            EXPECT_EQ(session.figures.values.size(), 0u);
+            EXPECT_EQ(session.ride.path, "");
+            EXPECT_FALSE(std::filesystem::exists(destination));
+            EXPECT_EQ(std::distance(std::filesystem::directory_iterator(in), {}), 1);
         }
 }
 

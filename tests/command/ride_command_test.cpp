@@ -53,10 +53,10 @@ TEST_F(RideCommand, theTableFollowsTheReport)
         {rideCriticalCornering, 0, nullptr},
     };
     for (const auto& [mode, target, heading] : cases) {
-        EXPECT_EQ(dispatch(mode, target), 0u);
+        EXPECT_EQ(dispatch(mode, target), 0u) << mode << " " << target;
         bool table = lowerHas("process of") || lowerHas("cumulative data");
         EXPECT_EQ(table, heading != nullptr) << mode << " " << target;
-        EXPECT_TRUE(heading == nullptr || lowerHas(heading)) << heading;
+        EXPECT_TRUE(heading == nullptr || lowerHas(heading)) << heading << " in " << captured.lower;
     }
     dispatch(ridePatternBraking, 3);
     auto lines = std::ranges::count(captured.lower, '\n');

@@ -151,7 +151,8 @@ TEST(Sessions, TwoInTwoThreadsAnswerAsEachAlone)
         together[0] = User(1, first).work();
     }
     for (int user : {0, 1})
-        EXPECT_EQ(together[user], alone[user]);
+        for (size_t i = 0; i < commandsOfUser; ++i)
+            ASSERT_EQ(together[user].at(i), alone[user].at(i)) << "user " << user << ", command " << i;
 }
 
 } // namespace torvane

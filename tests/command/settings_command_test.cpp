@@ -34,7 +34,7 @@ TEST_F(SettingsCommand, aCancelledSheetLeavesEveryFigure)
     ModelState model = inForce;
     ParameterBlock working = session.working;
     for (int sheet : {321, 324, 325}) {
-        EXPECT_EQ(findCommand(sheet)->operation(session), 0u);
+        EXPECT_EQ(findCommand(sheet)->operation(session), 0u) << sheet;
         EXPECT_EQ(std::memcmp(&inForce, &model, sizeof model), 0) << sheet;
         EXPECT_EQ(std::memcmp(&session.working, &working, sizeof working), 0) << sheet;
     }
@@ -64,8 +64,9 @@ TEST_F(SettingsCommand, aProfileSavedAfterARunWithoutAnAnswerLoads)
     };
     for (size_t leftover : {offsetof(ModelState, totalWeight), offsetof(ModelState, brakeHeat)}) {
         EXPECT_EQ(findCommand(322)->operation(session), 0u) << shown.status;
-        EXPECT_EQ(inForce.totalWeight, 60 + 7.39);
-        EXPECT_TRUE(std::isfinite(inForce.frontWeightRatio) && std::isfinite(inForce.brakeHeat[0]));
+        EXPECT_EQ(inForce.totalWeight, 60 + 7.39) << leftover;
+        EXPECT_TRUE(std::isfinite(inForce.frontWeightRatio)) << leftover;
+        EXPECT_TRUE(std::isfinite(inForce.brakeHeat[0])) << leftover;
         put(leftover); // as older versions wrote them
     }
     EXPECT_EQ(findCommand(322)->operation(session), 0u) << shown.status;
@@ -91,7 +92,7 @@ TEST_F(SettingsCommand, aProfileHoldsWhatItsPagesTake)
         startFrom(session, defaultBlock());
         ModelState model = inForce;
         change(inForce);
-        EXPECT_EQ(findCommand(323)->operation(session), 0u);
+        EXPECT_EQ(findCommand(323)->operation(session), 0u) << fault;
         inForce = model;
         EXPECT_EQ(findCommand(322)->operation(session), fault.empty() ? 0u : 1u) << fault;
         EXPECT_EQ(session.profileFault, fault);

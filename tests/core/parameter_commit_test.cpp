@@ -65,6 +65,8 @@ TEST(ParameterCommit, eachFlagMovesItsSectionAlone)
         {gps, gpsTimestamp, commitGps, 6}, {gps, gpsOneStroke, commitGps, 18},
     };
     for (const Case& c : cases) {
+        const char* of = c.flags == page ? "page" : c.flags == theory ? "theory" : c.flags == ride ? "ride" : "gps";
+        SCOPED_TRACE(testing::Message() << of << ' ' << c.index);
         ParameterBlock saved = defaultBlock(), before = saved, working = saved;
         disturb(working);
         working.brakeType[0] = working.brakeType[1] = 1;
@@ -72,10 +74,10 @@ TEST(ParameterCommit, eachFlagMovesItsSectionAlone)
         size_t flag = c.flags + 4 * static_cast<size_t>(c.index);
         std::memset(reinterpret_cast<uint8_t*>(&working) + flag, 1, 1);
         c.commit(saved, working);
-        EXPECT_EQ(changedWords(saved, before), c.words) << c.flags << ' ' << c.index;
+        EXPECT_EQ(changedWords(saved, before), c.words);
         EXPECT_EQ(changedWords(saved, working), changedWords(before, working) - c.words) << "each to its own place";
         c.commit(saved, working);
-        EXPECT_EQ(reinterpret_cast<uint8_t*>(&working)[flag], 0) << c.flags << ' ' << c.index << ": flag stays";
+        EXPECT_EQ(reinterpret_cast<uint8_t*>(&working)[flag], 0) << "the flag stays";
     }
 }
 

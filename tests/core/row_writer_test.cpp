@@ -43,7 +43,7 @@ TEST(RowWriter, WritesCellsInEachFormat)
             rows.number(std::nan(""));
             rows.endRow();
         };
-        EXPECT_EQ(tableOf(format, columns, write), wanted);
+        EXPECT_EQ(tableOf(format, columns, write), wanted) << text;
     }
     EXPECT_EQ(rowFormatOf("a.b.tsv"), RowFormat::tsv);
     EXPECT_EQ(rowFormatOf("a.ndjson"), RowFormat::ndjson);
@@ -60,7 +60,7 @@ TEST(RowWriter, WritesNumbersWithTheirDecimals)
     for (const auto& [value, decimals, wanted] : cases) {
         RowColumn column = {"a", decimals};
         auto write = [value = value](RowWriter& rows) { rows.number(value); };
-        EXPECT_EQ(tableOf(RowFormat::csv, {&column, 1}, write), std::string("a\n") + wanted);
+        EXPECT_EQ(tableOf(RowFormat::csv, {&column, 1}, write), std::string("a\n") + wanted) << value;
     }
 }
 

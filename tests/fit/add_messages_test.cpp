@@ -75,7 +75,7 @@ TEST_P(AddMessages, AllThreeBehindTheRecordsOfOneDefinition)
     expected.define(4, 18, sessionFields, bigEndian).message(4, sessionValues);
     expected.define(5, 34, {{253, 4, 0x86}, {0, 4, 0x86}, {5, 4, 0x86}, {1, 2, 4}}, bigEndian);
     expected.message(5, {1010, 3000, 1010, 1});
-    EXPECT_EQ(bench.output(), expected.file());
+    EXPECT_TRUE(sameBytes(bench.output(), expected.file()));
 }
 
 TEST_P(AddMessages, ExcludingTakesAllOfThemOutAgain)
@@ -87,7 +87,7 @@ TEST_P(AddMessages, ExcludingTakesAllOfThemOutAgain)
     bench.options.excludeLap = bench.options.excludeSession = bench.options.excludeActivity = 1;
     bench.from(damaged.file());
     ASSERT_EQ(bench.run(checkExclude, runExclude), fitAdded);
-    EXPECT_EQ(bench.output(), source.file());
+    EXPECT_TRUE(sameBytes(bench.output(), source.file()));
 }
 
 // The source's session gives the timer, its activity moves to the end, and sports are replaced on the way.
@@ -106,7 +106,7 @@ TEST_P(AddMessages, LapBesideSessionAndActivityOfTheSource)
     expected.define(4, 19, {{253, 4, 0x86}, {2, 4, 0x86}, {7, 4, 0x86}, {8, 4, 0x86}, {9, 4, 0x86}, {25, 1, 2}},
                     bigEndian);
     expected.message(4, {1001, 1000, 1, 5000, 700, 1}).message(3, {600, 1});
-    EXPECT_EQ(bench.output(), expected.file());
+    EXPECT_TRUE(sameBytes(bench.output(), expected.file()));
 }
 
 TEST_P(AddMessages, SessionToSegmentsWithLapsAndActivityIsRefusedByTheSize)
@@ -148,7 +148,7 @@ TEST_P(AddMessages, ActivityWhoseLocalTypeIsDefinedAnew)
     session(1200);
     expected.define(5, 34, {{253, 4, 0x86}, {0, 4, 0x86}, {5, 4, 0x86}, {1, 2, 4}}, bigEndian);
     expected.message(5, {1200, 0, 1200, 2});
-    EXPECT_EQ(bench.output(), expected.file());
+    EXPECT_TRUE(sameBytes(bench.output(), expected.file()));
 }
 
 TEST(RunningSet, AverageSpeedWrapsFrom43KilometresOn)

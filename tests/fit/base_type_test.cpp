@@ -28,6 +28,7 @@ TEST(BaseType, TellsValuesFromMarkers)
     };
     for (const Case& c : cases) {
         for (bool bigEndian : {false, true}) {
+            SCOPED_TRACE(testing::Message() << std::hex << int{c.baseType} << ' ' << c.bytes << ' ' << bigEndian);
             std::vector<uint8_t> bytes;
             for (int i = 0; i < c.size; ++i)
                 bytes.push_back(static_cast<uint8_t>(c.bytes >> 8 * i));
@@ -35,7 +36,7 @@ TEST(BaseType, TellsValuesFromMarkers)
                 std::ranges::reverse(bytes);
             NumberReader reader = numberReader({0, c.size, c.baseType}, 1, bigEndian, false);
             bytes.insert(bytes.begin(), 0xAA);
-            EXPECT_EQ(readValue(bytes, reader), c.value) << int{c.baseType} << " " << bigEndian;
+            EXPECT_EQ(readValue(bytes, reader), c.value);
             bytes.pop_back();
             EXPECT_EQ(readValue(bytes, reader), none);
         }
@@ -53,7 +54,7 @@ TEST(BaseType, KnowsFieldsThatHoldNothing)
         {0x1F, {0xFF}, false},             // no known type
     };
     for (const auto& [baseType, bytes, nothing] : cases)
-        EXPECT_EQ(holdsNothing(bytes, baseType, false), nothing) << int{baseType};
+        EXPECT_EQ(holdsNothing(bytes, baseType, false), nothing) << testing::PrintToString(bytes);
 }
 
 } // namespace torvane

@@ -26,6 +26,15 @@ inline Bytes bytesOf(const std::string& path)
     return Bytes(std::istreambuf_iterator<char>(in), {});
 }
 
+// Tells of both from the first byte on that differs; the test library shows the front of long files alone.
+inline testing::AssertionResult sameBytes(const Bytes& found, const Bytes& wanted)
+{
+    auto [own, other] = std::ranges::mismatch(found, wanted);
+    return testing::AssertionResult(own == found.end() && other == wanted.end())
+           << "from byte " << own - found.begin() << " on " << testing::PrintToString(Bytes(own, found.end()))
+           << " instead of " << testing::PrintToString(Bytes(other, wanted.end()));
+}
+
 // A file in memory whose data block this is.
 inline FitImage imageOf(const Bytes& data)
 {

@@ -97,12 +97,9 @@ FitBuilder twoSummaries(uint16_t message, const std::vector<FitBuilder::Field>& 
                         const std::vector<int64_t>& first, const std::vector<int64_t>& second)
 {
     FitBuilder builder;
-    builder.define(0, messageRecord, {{3, 1}})
-        .define(1, message, fields)
-        .message(0, {0})
-        .message(0, {0})
-        .message(0, {0});
-    return builder.message(1, first).message(0, {0}).message(1, second).message(0, {0});
+    builder.define(0, messageRecord, {{3, 1}}).define(1, message, fields);
+    builder.message(0, {0}).message(0, {0}).message(0, {0}).message(1, first);
+    return builder.message(0, {0}).message(1, second).message(0, {0});
 }
 
 } // namespace

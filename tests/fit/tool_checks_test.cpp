@@ -1,4 +1,5 @@
 // Every refusal of every tool, in its order: each test starts with all faults at once and mends one after the other.
+#include "figures.h"
 #include "tool_fixture.h"
 
 namespace torvane {
@@ -48,8 +49,8 @@ TEST(ToolChecks, Destination)
     Verdict verdict;
     std::string bare = "ride.fit";
     for (auto [name, result] : {std::pair("dump.fit", "/dump.fit.csv"), std::pair("DUMP.CSV", "/DUMP.CSV")}) {
-        EXPECT_TRUE(checkDumpDestination(bench.to(name).inputs, verdict));
-        EXPECT_TRUE(bench.inputs.files[toolDestination].path.ends_with(result));
+        EXPECT_TRUE(checkDumpDestination(bench.to(name).inputs, verdict)) << name;
+        EXPECT_TRUE(bench.inputs.files[toolDestination].path.ends_with(result)) << name;
     }
     EXPECT_FALSE(checkDestinationPath(bare, verdict));
 }
@@ -137,7 +138,7 @@ TEST(ToolChecks, AddMessages)
               "warning: session message is already existing in a source file\n"
               "warning: activity message is already existing in a source file\n"
               "warning: lap message is already existing in a source file\nerror: not existing record message");
-    EXPECT_EQ(bench.options.addLap + bench.options.addSession + bench.options.addActivity, 0);
+    expectFigures({bench.options.addLap, bench.options.addSession, bench.options.addActivity}, {0, 0, 0});
     FitBuilder sessions = ride({100});
     sessions.define(2, 18, {}).message(2, {}).message(2, {});
     for (int local = 3; local < 16; ++local)
@@ -184,7 +185,7 @@ TEST(ToolChecks, Exclude)
     bench.from(redefined.file());
     for (std::string kind : {"lap", "session", "activity"})
         EXPECT_EQ(bench.boxes(checkExclude), "warning: " + kind + " message is not existing in a source file");
-    EXPECT_EQ(options.excludeLap + options.excludeSession + options.excludeActivity, 0);
+    expectFigures({options.excludeLap, options.excludeSession, options.excludeActivity}, {0, 0, 0});
     redefined.define(3, 34, {});
     options.excludeActivity = 1;
     EXPECT_EQ(bench.from(redefined.file()).boxes(checkExclude), "error: not existing directory for a destination file");

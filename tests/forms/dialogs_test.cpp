@@ -71,6 +71,7 @@ TEST(TheoryDialogs, AToothThatTheProfileLacksIsTheNearestOne)
 {
     constexpr int32_t cases[][4] = {{52, 14, 51, 14}, {46, 16, 42, 15}, {28, 40, 42, 27}, {80, 1, 51, 11}};
     for (auto [front, rear, nearFront, nearRear] : cases) {
+        SCOPED_TRACE(testing::Message() << front << " x " << rear);
         OpenForm dialog;
         dialog.saved.frontTooth = front;
         dialog.saved.rearTooth = rear;
@@ -234,7 +235,7 @@ TEST(ToolDialogs, MessagesDecideAboutTheSport)
         {2059, 0, 1, 1, false, "11100", true},
     };
     for (const Case& c : cases) {
-        SCOPED_TRACE(c.seen);
+        SCOPED_TRACE(testing::Message() << c.form << ' ' << c.lap << c.session << c.activity << ' ' << c.stored);
         bool adds = c.form == 2057;
         int lap = adds ? 8311 : 8511, sport = adds ? 8342 : 8542;
         OpenForm dialog(c.form);

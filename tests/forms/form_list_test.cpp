@@ -15,7 +15,7 @@ TEST(FormList, GivesEveryControlItsOwnId)
     std::set<int> forms;
     for (const Form* form : allForms()) {
         EXPECT_TRUE(forms.insert(form->id).second) << form->id;
-        EXPECT_EQ(findForm(form->id), form);
+        EXPECT_EQ(findForm(form->id), form) << form->id;
         std::map<int, const Row*> controls;
         for (const Row& row : form->rows) {
             auto [found, fresh] = controls.insert({row.id, &row});
@@ -26,7 +26,8 @@ TEST(FormList, GivesEveryControlItsOwnId)
                 EXPECT_TRUE(controls.insert({row.radioIds[i], &row}).second) << form->id << " " << row.radioIds[i];
             bool ownSpin = row.spin != 0 && fresh;
             EXPECT_TRUE(!ownSpin || controls.insert({row.spin, &row}).second) << form->id << " " << row.spin;
-            EXPECT_EQ(row.radioIds.size(), row.kind == RowKind::radio ? row.labels.size() : 0);
+            EXPECT_EQ(row.radioIds.size(), row.kind == RowKind::radio ? row.labels.size() : 0)
+                << form->id << " " << row.id;
         }
     }
     EXPECT_EQ(findForm(9999), nullptr);

@@ -100,7 +100,7 @@ std::string answerTo(const Limits& limits, double value)
 TEST(FormLimits, HoldWhereTheyAre)
 {
     for (const Limits& limits : allLimits()) {
-        SCOPED_TRACE(formatText("form %d, control %d", limits.form, limits.id));
+        SCOPED_TRACE(formatText("form %d, control %d, choice %d", limits.form, limits.id, limits.value));
         double beyond = OpenForm(limits.form).at(limits.id).kind == RowKind::whole ? 1 : 0.001;
         if (limits.form < 2093) { // ask for files next
             EXPECT_EQ(answerTo(limits, limits.least), "");

@@ -55,7 +55,8 @@ TEST(AnalysedWriter, addedFieldsStandBetweenOwnAndDeveloperFields)
         expected.message(1, {50, 4000, 0, 80, 200, 7}).message(1, {52, 6000, 0, 0, 0, 8});
         expected.message(2, {50, 5000, 6000, 1000, 80, 80, 200, 200, 9});
         expected.message(3, {50, 5000, 6000, 1000, 80, 80, 200, 200});
-        EXPECT_EQ(rewrite(source, {row(1, 5, 4, 80, 200), row(1, 15, 6, 0, 0)}, addAll), expected.data) << bigEndian;
+        Bytes data = rewrite(source, {row(1, 5, 4, 80, 200), row(1, 15, 6, 0, 0)}, addAll);
+        EXPECT_TRUE(sameBytes(data, expected.data)) << bigEndian;
     }
 }
 
@@ -85,7 +86,7 @@ TEST(AnalysedWriter, lapsAndSessionsAreSummedUpAnew)
                      119,  130, 2552, 2600, 5,  -2,    1,    2500, 110,  1000, 1,    1})
         .message(1, {0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 1});
     Bytes data = rewrite(source, {row(1, 1), row(1, 16), row(0, 50), row(2, 90), row(2, 99)}, 0);
-    EXPECT_EQ(data, expected.data);
+    EXPECT_TRUE(sameBytes(data, expected.data));
 }
 
 TEST(AnalysedWriter, theAddedDistanceGoesAstrayWithTheSizeOfAForgottenField)
@@ -97,7 +98,7 @@ TEST(AnalysedWriter, theAddedDistanceGoesAstrayWithTheSizeOfAForgottenField)
     expected.define(0, 999, {{1, 1}, {2, 4}}).define(0, messageRecord, {{3, 1}, {5, 4, 6}});
     expected.message(0, {70, 0x04030000}).message(0, {71, 0x08070000});
     Bytes data = rewrite(source, {row(1, 10.275), row(1, 20.555)}, addDistance); // 0x403 and 0x807 hundredths
-    EXPECT_EQ(data, expected.data);
+    EXPECT_TRUE(sameBytes(data, expected.data));
 }
 
 TEST(AnalysedWriter, refusals)

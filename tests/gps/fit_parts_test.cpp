@@ -42,13 +42,14 @@ TEST(FitParts, OfABrokenFileWhatCanBeReadIsRead)
     roomLeft.resize(roomLeft.size() - 2);
     roomLeft.insert(roomLeft.end(), 5001, 0);
     cut.resize(300);
-    const std::tuple<Bytes, bool SourceFindings::*, size_t> cases[] = {
-        {wrongCrc, &SourceFindings::crcWrong, 100},
-        {neverClosed, &SourceFindings::neverClosed, 100},
-        {roomLeft, &SourceFindings::neverClosed, 100},
-        {cut, &SourceFindings::cut, 40}, // of six bytes, behind 57
+    const std::tuple<const char*, Bytes, bool SourceFindings::*, size_t> cases[] = {
+        {"wrong CRC", wrongCrc, &SourceFindings::crcWrong, 100},
+        {"never closed", neverClosed, &SourceFindings::neverClosed, 100},
+        {"room left", roomLeft, &SourceFindings::neverClosed, 100},
+        {"cut", cut, &SourceFindings::cut, 40}, // of six bytes, behind 57
     };
-    for (const auto& [file, fault, records] : cases) {
+    for (const auto& [name, file, fault, records] : cases) {
+        SCOPED_TRACE(name);
         SourceFindings found;
         Prepared done = preparedFrom(file, found);
         EXPECT_TRUE(found.*fault);

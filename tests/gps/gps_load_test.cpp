@@ -43,7 +43,7 @@ TEST(GpsLoad, tablesFarBeyondTheFileAreRefused)
             builder.define(1, message, {{6, size}});
             for (int i = 0; i < 100; ++i)
                 builder.message(1, {1});
-            EXPECT_EQ(Load(builder).code, size == 0 ? fitTooLarge : fitOk) << message;
+            EXPECT_EQ(Load(builder).code, size == 0 ? fitTooLarge : fitOk) << message << ' ' << size;
         }
 }
 
@@ -83,7 +83,7 @@ TEST(GpsLoad, readiness)
         {{253, 0, 1}, 1}, {{6, 4, 7}, 2},      {{6, 4}, 0},   {{4, 7}, 1},    {{5, 4, 7}, 1}};
     for (const auto& [fields, readiness] : cases) {
         Load load = loadFields(fields);
-        ASSERT_EQ(load.code, fitOk);
+        ASSERT_EQ(load.code, fitOk) << testing::PrintToString(fields);
         EXPECT_EQ(static_cast<uint32_t>(load.ride.readiness), readiness) << testing::PrintToString(fields);
     }
 }
@@ -110,6 +110,7 @@ TEST(GpsLoad, presenceOfDefinedFields)
 TEST(GpsLoad, rowsHoldWhatTheFileHas)
 {
     for (bool bigEndian : {false, true}) {
+        SCOPED_TRACE(bigEndian ? "big-endian" : "little-endian");
         FitBuilder builder;
         builder.define(
             2, messageRecord,
@@ -131,9 +132,8 @@ TEST(GpsLoad, rowsHoldWhatTheFileHas)
 TEST(GpsLoad, compressedTimestampsHaveNoOffset)
 {
     FitBuilder builder;
-    builder.define(0, messageRecord, {{3, 1}})
-        .define(2, messageRecord, {{253, 4}})
-        .define(1, messageRecord, {{253, 4}});
+    builder.define(0, messageRecord, {{3, 1}}).define(2, messageRecord, {{253, 4}});
+    builder.define(1, messageRecord, {{253, 4}});
     builder.compressed(0, 9, {1}).message(2, {1000}).compressed(0, 9, {1}).compressed(0, 31, {1});
     builder.message(2, {1024}).compressed(0, 5, {1}).compressed(1, 5, {2001}).compressed(0, 5, {1});
     GpsRecords rows(9);

@@ -134,7 +134,7 @@ TEST_F(PredictionTest, windIsTakenAlongTheHeadingAndTheLimitHolds)
         GpsRecords records = pairOfRows(12, 0);
         records[1].heading = heading;
         EXPECT_NEAR(predictRows(records, 0).headWind, headWind, 1e-12) << heading;
-        EXPECT_EQ(records[1].power, 100);
+        EXPECT_EQ(records[1].power, 100) << heading;
     }
 }
 
@@ -150,8 +150,8 @@ TEST_F(PredictionTest, aMeasuredCadenceOfAlmostNothingLosesNoPower)
         GpsRecords records = pairOfRows(8, 2);
         records[1].cadence = cadence;
         predict(records, physics == Physics::ofTheRoad ? analysisOfTheRoad : 0);
-        EXPECT_GE(records[1].power, least) << cadence;
-        EXPECT_LE(records[1].power, most) << cadence;
+        EXPECT_GE(records[1].power, least) << cadence << " rpm, physics " << static_cast<int>(physics);
+        EXPECT_LE(records[1].power, most) << cadence << " rpm, physics " << static_cast<int>(physics);
     }
 }
 
@@ -168,9 +168,9 @@ TEST_F(PredictionTest, smoothingSpreadsTheWorkOfTheRoad)
         predict(raw, road);
         predict(records, road | analysisSmoothing);
         double spread = road ? (raw[4].power - raw[0].power) / 3 : 0;
-        EXPECT_GT(raw[4].power, raw[0].power + 50);
+        EXPECT_GT(raw[4].power, raw[0].power + 50) << road;
         for (size_t i : {3, 4, 5})
-            EXPECT_NEAR(records[i].power, raw[0].power + spread, 1e-9) << i;
+            EXPECT_NEAR(records[i].power, raw[0].power + spread, 1e-9) << i << " of " << road;
     }
 }
 
@@ -220,11 +220,12 @@ TEST_F(TrackBrakeHeatTest, secondsOfAStep)
     records[1].temperature = 20;
     brakes.resize(2);
     for (auto [timestamp, seconds] : cases) {
+        SCOPED_TRACE(timestamp);
         brakes[0].frontStored = 1000;
         records[1].timestamp = timestamp;
         brakeHeatStep(track, records, brakes, -300, 1);
         double friction = seconds * 300 * track.now.frontFrictionShare, radiated = brakes[1].frontRadiate;
-        EXPECT_EQ(radiated > 0, seconds > 0) << timestamp;
+        EXPECT_EQ(radiated > 0, seconds > 0) << radiated;
         expectFigures({brakes[1].frontFriction, brakes[1].frontStored}, {friction, 1000 + friction - radiated},
                       std::max(1e-6, friction * 1e-6));
     }

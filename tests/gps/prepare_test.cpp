@@ -57,6 +57,7 @@ TEST(Prepare, KeepsTheRidesOwnTimes)
         {{100, 500, 501, 101, 102}, {100, 500, 501}, {0, 2, 0, 0}},
     };
     for (const auto& [times, kept, dropped] : cases) {
+        SCOPED_TRACE(testing::PrintToString(times));
         Recording ride({timeField, heartRateField});
         for (int64_t time : times)
             ride.record({time, time & 0x7F});
@@ -77,7 +78,7 @@ TEST(Prepare, FindsTheSpeedOfTheDevice)
         Recording ride({timeField, heartRateField});
         ride.record({100, 90}).define(localSession, 18, {{14, 2, 0x84}, {15, 2, 0x84}, {8, 4, 0x86}, {9, 4, 0x86}});
         ride.message(localSession, {average, 9000, 4000, 1600});
-        EXPECT_EQ(Prepared(ride.data).findings.deviceSpeed, found);
+        EXPECT_EQ(Prepared(ride.data).findings.deviceSpeed, found) << average;
     }
 }
 
@@ -110,10 +111,10 @@ TEST(Prepare, PutsEnhancedFieldsIntoPlainOnes)
         ride.define(localSession, 18, summary, big, {{0, 2, 0}});
         ride.message(localSession, {103, 4000, 6000, noWord, noByte, 2, 3000, 70000, 0x1234});
         Prepared done(ride.data);
-        EXPECT_EQ(done.records(6), (Values{5000, 6000, 5500, 5000}));
-        EXPECT_EQ(done.records(2), (Values{3000, 3001, 3002, 3003}));
+        EXPECT_EQ(done.records(6), (Values{5000, 6000, 5500, 5000})) << big;
+        EXPECT_EQ(done.records(2), (Values{3000, 3001, 3002, 3003})) << big;
         EXPECT_EQ(done.records(73), (Values{-1, -1, -1, -1}));
-        EXPECT_EQ(done.records(7), (Values{-1, -1, -1, -1})); // nothing but markers
+        EXPECT_EQ(done.records(7), (Values{-1, -1, -1, -1})) << big; // nothing but markers
         for (auto [field, value] :
              std::map<int, int64_t>{{14, 4000}, {15, 6000}, {124, -1}, {16, -1}, {5, 2}, {126, -1}, {49, -1}})
             EXPECT_EQ(done.values(18, field), Values{value}) << field;
@@ -176,6 +177,7 @@ TEST(Prepare, DropsPositionsOutOfReach)
         {moved, moved, 0, 1},
     };
     for (const auto& [north, believable, off, shifts] : cases) {
+        SCOPED_TRACE(testing::PrintToString(north));
         Recording ride({timeField, latitudeField, longitudeField});
         for (size_t i = 0; i < north.size(); ++i)
             ride.record({1000 + static_cast<int64_t>(i), 500'000'000 + metreNorth * north[i], 100});
@@ -243,6 +245,7 @@ TEST(Prepare, SpreadsDistancesThatAreHeld)
         {false, {0, 0, 0, 1500, 2000}, {}, {0, 500, 1000, 1500, 2000}},
     };
     for (const auto& [hasSpeed, held, speeds, told] : cases) {
+        SCOPED_TRACE(testing::PrintToString(held) + " at " + testing::PrintToString(speeds));
         Recording ride(hasSpeed ? std::vector{timeField, distanceField, speedField}
                                 : std::vector{timeField, distanceField});
         for (size_t i = 0; i < held.size(); ++i) {
@@ -289,7 +292,7 @@ TEST(Prepare, JoinsDistancesThatStartAgain)
         Recording ride({timeField, distanceField});
         for (size_t i = 0; i < device.size(); ++i)
             ride.record({1000 + static_cast<int64_t>(i), device[i]});
-        EXPECT_EQ(Prepared(ride.data).records(5), told);
+        EXPECT_EQ(Prepared(ride.data).records(5), told) << testing::PrintToString(device);
     }
 }
 
@@ -317,6 +320,7 @@ TEST(Prepare, RefusesWhatItCannotPrepare)
     constexpr std::tuple<int, int, int, int, StatusCode> cases[] = {
         {18, 5, 2, 0xFF, fitOk}, {19, 25, 2, 0xFF, fitOk}, {18, 5, 2, 1, fitSessionSportsDiffer}};
     for (auto [message, field, firstSport, secondSport, code] : cases) {
+        SCOPED_TRACE(testing::Message() << "message " << message << ", second sport " << secondSport);
         Recording ride({timeField, heartRateField});
         ride.record({100, 90}).define(localSession, message, {{field, 1, 0}});
         ride.message(localSession, {firstSport}).message(localSession, {secondSport});
@@ -345,6 +349,7 @@ TEST_F(PreparedRide, IsTheRideAgainThatWasSampledNowAndThen)
     ASSERT_EQ(fillRecords(done.image, read), fitOk);
     ASSERT_EQ(read.size(), sampled.back().timestamp - sampled.front().timestamp + 1);
     for (size_t i = 0; i < read.size(); ++i) {
+        SCOPED_TRACE(i);
         expectFigures({read[i].timestamp, read[i].distance}, {ride[i].timestamp, ride[i].distance}, 0.5);
         EXPECT_NEAR(read[i].speed, ride[i].speed, 0.1);
         EXPECT_NEAR(read[i].latitude, ride[i].latitude, 5e-6);

@@ -69,6 +69,7 @@ TEST_F(PreparedAnalysis, fillsOnlyWhatTheMeterDidNotGive)
 {
     GpsRecords::value_type last = {};
     for (int predict : {0, 1}) {
+        SCOPED_TRACE(predict);
         block.predictPower = block.predictCadence = predict;
         Prepared file = written(meteredRide(true));
         last = analysis.records.back();
@@ -108,7 +109,7 @@ TEST(SummaryFigure, isWrittenWhereItFits)
     for (auto [width, type, figure, written] : cases) {
         Bytes field(width);
         writeFigure(field, type, figure, false);
-        EXPECT_EQ(readNumber(field, 0, width, false), written) << figure;
+        EXPECT_EQ(readNumber(field, 0, width, false), written) << figure << " of type " << int{type};
     }
 }
 
@@ -140,6 +141,7 @@ TEST_F(PreparedAnalysis, powersOfASplitAddUpToThatOfThePedals)
     ASSERT_EQ(gatherActivity(ride), fitOk);
     block.predictPower = block.predictCadence = 1;
     for (Physics physics : {Physics::classic, Physics::ofTheRoad}) {
+        SCOPED_TRACE(static_cast<int>(physics));
         ASSERT_EQ(analyseRide(model, block, ride, analysis, physics), fitOk);
         std::vector<RowPowers> splits = powerSplitOf(model, analysis, ride.summary);
         int pedalled = 0;

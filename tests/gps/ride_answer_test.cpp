@@ -84,6 +84,7 @@ TEST(Climbs, BeginAtTheirFootAndEndAtTheirTop)
         {{{500, 0.5}, {500, -0.5}, {500, 0.5}}, {}, 0},                      // ups and downs below 3 m
     };
     for (const Case& c : cases) {
+        SCOPED_TRACE(testing::PrintToString(c.road));
         std::vector<RiddenRow> rows = rowsOverHills(c.road);
         std::vector<Climb> found = findClimbs(rows);
         ASSERT_EQ(found.size(), c.climbs.size());

@@ -64,6 +64,7 @@ TEST(TrackGeometry, distancesAndCourses)
         {35, 45, 35, 135, 7871769.10, 60.1624}, // a quarter turn along 35 degrees, by the law of cosines
     };
     for (auto [latitude, longitude, toLatitude, toLongitude, metres, degrees] : cases) {
+        SCOPED_TRACE(testing::Message() << latitude << ' ' << longitude << " to " << toLatitude << ' ' << toLongitude);
         EXPECT_NEAR(greatCircleDistance(latitude, longitude, toLatitude, toLongitude), metres, 0.01);
         EXPECT_NEAR(bearing(latitude, longitude, toLatitude, toLongitude), degrees, 1e-4);
     }
@@ -191,7 +192,6 @@ TEST(Track, accelerations)
     }
 }
 
-// The median of what is left of four speeds that lie on no parabola, or the step that the device counts by.
 TEST(Track, endsOnTheWayWhereItIsToStop)
 {
     StopRequest stop;
@@ -203,6 +203,7 @@ TEST(Track, endsOnTheWayWhereItIsToStop)
     EXPECT_THROW(refineTrack(records, 200, unrealAccele, analysisSmoothing, &progress), Stopped);
 }
 
+// The median of what is left of four speeds that lie on no parabola, or the step that the device counts by.
 TEST(SpeedNoise, isThatOfTheDevice)
 {
     const std::pair<std::vector<double>, double> cases[] = {
@@ -227,7 +228,7 @@ TEST(Track, limitOfAccelerationFollowsTheSlope)
                 records[i].speed = 10 + static_cast<double>(i) * (limit + beyond);
             }
             refineTrack(records, 200, unrealAccele, analysisSmoothing);
-            EXPECT_NEAR(records[2].acceleration, beyond < 0 ? limit + beyond : 0, 1e-9) << inclination;
+            EXPECT_NEAR(records[2].acceleration, beyond < 0 ? limit + beyond : 0, 1e-9) << inclination << ' ' << beyond;
         }
     }
 }

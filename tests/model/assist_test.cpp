@@ -89,7 +89,7 @@ TEST_F(AssistTest, hubMotorAt40)
     assistedPowerAtVelocity(model, now, stagePedaling, kph(40));
     EXPECT_NEAR(now.assistForce, 14.098, 0.0005);           // half of 28.197
     assistedDrivetrainFromThrust(model, now, kph(40), 0.0); // the road alone does it
-    EXPECT_EQ(now.assistPower + now.assistTorque + now.assistForce, 0.0);
+    expectFigures({now.assistPower, now.assistTorque, now.assistForce}, {0, 0, 0});
 }
 
 TEST_F(AssistTest, forwardMotorAddsToItsStage)

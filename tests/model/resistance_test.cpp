@@ -65,7 +65,7 @@ TEST_F(ResistanceTest, postureAndRoad)
     for (auto [surface, factor] : {std::pair(surfaceDamp, 0.8), std::pair(surfaceRain, 1.1)}) {
         m.roadSurface = surface;
         takeRoad(0.0);
-        EXPECT_NEAR(now.rollingLoad / dry, factor, 1e-12);
+        EXPECT_NEAR(now.rollingLoad / dry, factor, 1e-12) << surface;
     }
     now.physics = Physics::ofTheRoad; // cold air is denser, 293.15 / 273.15
     setAir(now, seaLevelPressure, 0);

@@ -46,6 +46,7 @@ TEST_F(TheoryTest, powerAboveItsMaximumIsRefusedAndChangesNothing)
     EXPECT_EQ(theory.cadenceMax, 90.0);
     block.theoryPower[0] = 900.5;
     for (int target : {0, 2}) {
+        SCOPED_TRACE(target);
         EXPECT_EQ(calculate(0, target), statusIllegalValue);
         expectFigures({theory.cadence, theory.power, theory.cadenceMax}, {90.0, 900.5, 120.0});
     }
@@ -91,8 +92,9 @@ TEST_F(TheoryTest, zeroInputs)
 {
     block.theoryPower[0] = 0.0;
     for (int target : {0, 2, 3}) {
-        EXPECT_EQ(calculate(0, target), statusZeroValue) << target;
-        EXPECT_EQ(theory.cadence + theory.cadenceMax + theory.maxPower + theory.torque, 0.0) << target;
+        SCOPED_TRACE(target);
+        EXPECT_EQ(calculate(0, target), statusZeroValue);
+        expectFigures({theory.cadence, theory.cadenceMax, theory.maxPower, theory.torque}, {0, 0, 0, 0});
     }
     block.theoryMaxPower[0] = 0.0;
     EXPECT_EQ(calculate(0, 1), statusZeroValue);
@@ -102,7 +104,8 @@ TEST_F(TheoryTest, zeroInputs)
     EXPECT_EQ(calculate(1, 1), statusZeroValue);
     block.theoryVelocity[2] = 0.0;
     for (int target : {0, 2}) {
-        EXPECT_EQ(calculate(2, target), statusZeroValue) << target;
+        SCOPED_TRACE(target);
+        EXPECT_EQ(calculate(2, target), statusZeroValue);
         expectFigures({theory.cadence, theory.frontTooth, theory.rearTooth}, {0, 42, 27});
     }
     block.cadenceUsual = 0.0;

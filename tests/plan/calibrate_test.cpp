@@ -72,6 +72,7 @@ TEST(MadeRides, AreCalibratedWithinTheirIntervals)
 TEST(Calibrate, FindsNoWindOneWayAndSaysHowLittleItKnows)
 {
     for (double direction : {70.0, 250.0, 160.0}) { // ahead, behind, from the side
+        SCOPED_TRACE(direction);
         MeteredRide made = {.way = Way::oneWay, .windSpeed = 3, .windDirection = direction};
         CalibrationAnswer answer = calibrate({makeMeteredRide(model, {.factor = 0.9}, made)});
         EXPECT_FALSE(answer.rides[0].foundWind);
@@ -80,7 +81,7 @@ TEST(Calibrate, FindsNoWindOneWayAndSaysHowLittleItKnows)
         EXPECT_GT(answer.highest - answer.lowest, 0.4);
         bool narrow = isNarrow(answer.factor, std::max(answer.highest - answer.factor, answer.factor - answer.lowest));
         EXPECT_EQ(calibrationOf(answer).dragFactor > 0, narrow) << answer.lowest << " to " << answer.highest;
-        EXPECT_TRUE(holds(answer, 0.9)) << direction << ": " << answer.factor;
+        EXPECT_TRUE(holds(answer, 0.9)) << answer.factor;
     }
 }
 
@@ -111,7 +112,7 @@ TEST(Calibrate, MakesPlansTrue)
         taught.calibration = calibrationOf(calibrate({first}));
         rebuildModel(taught);
         EXPECT_NEAR(movingTime(taught, path) / 1800, 1, 0.03) << factor;
-        EXPECT_GT(std::fabs(movingTime(model, path) / 1800 - 1), 0.03) << "without";
+        EXPECT_GT(std::fabs(movingTime(model, path) / 1800 - 1), 0.03) << factor << ", without";
     }
 }
 
@@ -221,7 +222,7 @@ TEST(Calibrate, TurnsAFactorIntoAnAngle)
         rebuildModel(bent);
         CalibratedRide ride = calibrate({makeMeteredRide(bent, {}, {})}).rides[0];
         EXPECT_NEAR(ride.factor, factor, 0.05 * factor);
-        EXPECT_GE(ride.error, 0.03 * ride.factor) << "scales, meters and gusts";
+        EXPECT_GE(ride.error, 0.03 * ride.factor) << factor << ": scales, meters and gusts";
     }
     AngleReach reach = angleReach(model);
     EXPECT_NEAR(angleOfFactor(model, reach.least).value_or(-1), 0, 0.01);

@@ -32,15 +32,14 @@ TEST_F(PlanTest, EndsInTheVelocityOfTheCalculators)
         options.windDirection = c.from;
         // Level with the sea where it is measured, since air thins on the way up.
         auto height = [&](double way) { return (way - 6000) * c.slope / 100; };
-        CourseRide ridden = ride(madeCourse(
-                                     6000, height, [&](double) { return c.heading; }, options),
-                                 c.watts);
+        auto heading = [&](double) { return c.heading; };
+        CourseRide ridden = ride(madeCourse(6000, height, heading, options), c.watts);
         takeRoad(c.slope);
         setAir(now, 1013.25, 20);
         now.physics = Physics::ofTheRoad;
         now.headWind = c.ahead;
         double steady = velocityForPower(model, now, c.watts > 0 ? stagePedaling : stageThrust, c.watts).value;
-        EXPECT_NEAR(ridden.steps.back().speed / steady, 1, 1e-3) << c.slope << " %, to " << c.heading;
+        EXPECT_NEAR(ridden.steps.back().speed / steady, 1, 1e-3) << c.slope << " %, " << c.heading << ", " << c.from;
     }
 }
 
@@ -60,7 +59,7 @@ TEST_F(PlanTest, BrakesInFrontOfBendsAndStops)
             EXPECT_GT(to.speed - from.speed, -options.brakeDeceleration * options.timeStep * 1.1) << to.distance;
         if (to.distance > 1900 && to.distance < 2200)
             slowest = std::min(slowest, to.speed);
-        EXPECT_LE(to.speed, options.topSpeed + 1e-9);
+        EXPECT_LE(to.speed, options.topSpeed + 1e-9) << to.distance;
     }
     EXPECT_NEAR(slowest, std::sqrt(4.0 * 20), 1.5); // positions smoothed over 30 m cut the bend a little
     EXPECT_EQ(standing, 600);
@@ -86,6 +85,7 @@ TEST_F(PlanTest, RidesWithAMotorAsFarAsItHelps)
     Course course = madeCourse(10000, slopeOf(3), northward);
     double alone = ride(course, 150).seconds;
     for (int32_t motor : {motorHub, motorCrank}) {
+        SCOPED_TRACE(motor);
         block.motorLocation = motor;
         std::fill(std::begin(block.assistRangeMode), std::end(block.assistRangeMode), rangeConstant);
         restart();

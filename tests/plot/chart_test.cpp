@@ -67,7 +67,7 @@ void expectApart(const Picture& picture)
         const TextBox& box = boxes[i];
         EXPECT_TRUE(box.left >= 0 && box.top >= 0 && box.right <= picture.width / picture.perPixel &&
                     box.bottom <= picture.height / picture.perPixel)
-            << box.text << " is beyond the edge";
+            << box.text << " from " << box.left << ", " << box.top << " is beyond the edge";
         for (size_t j = 0; j < i; ++j)
             EXPECT_FALSE(box.touches(boxes[j])) << box.text << " on " << boxes[j].text;
     }
@@ -160,7 +160,8 @@ TEST(Chart, valuesThatAreNoneLeaveAGapAndPeaksStay)
     EXPECT_EQ(drawn.size(), size_t{columns});
     EXPECT_LE(curveIn(whole).points.size(), size_t{4} * columns);
     for (const auto& [x, ends] : drawn)
-        EXPECT_TRUE(ends == drawn.begin()->second && ends.second - ends.first > whole.height / 2) << x;
+        EXPECT_TRUE(ends == drawn.begin()->second && ends.second - ends.first > whole.height / 2)
+            << ends.first << " to " << ends.second << " at " << x;
     size_t pieces = whole.items.size();
     series.values[columns * each + 1] = noNumber;
     EXPECT_EQ(drawChart(series, curvesAbout(series), {}).items.size(), pieces + 1) << "two pieces";

@@ -162,8 +162,9 @@ TEST(AxisScale, stepsAndLimits)
         {0, 25, 5, 0, 5},
     };
     for (auto [least, most, step, below, above] : cases) {
+        SCOPED_TRACE(testing::Message() << least << " to " << most);
         AxisScale scale = scaleAxis(least, most);
-        EXPECT_NEAR(scale.step, step, step * 1e-12) << least << ' ' << most;
+        EXPECT_NEAR(scale.step, step, step * 1e-12);
         expectFigures({scale.ticksBelow, scale.ticksAbove}, {below, above});
     }
 }
@@ -185,12 +186,13 @@ TEST(DrawGraph, staysInsideTheWindow)
             graph.series.vectorNames = {"up", "none", "wild"};
             graph.series.vectorValues = {1, 2, 0, 0, 0, 0, nan, 1, 1};
             for (auto [width, height] : sizes) {
+                SCOPED_TRACE(testing::Message() << kind << testing::PrintToString(table) << width << " x " << height);
                 int slack = 20 + height / 20; // aligned zeros may differ by 5 percent; the strip in a tiny window
                 for (const PictureLine& line : itemsOf<PictureLine>(drawGraph(graph, width, height))) {
                     ASSERT_GE(line.points.size(), 2u);
                     for (Pixel point : line.points) {
-                        ASSERT_TRUE(point.x >= -slack && point.x <= width + slack) << kind << ' ' << point.x;
-                        ASSERT_TRUE(point.y >= -slack && point.y <= height + slack) << kind << ' ' << point.y;
+                        ASSERT_TRUE(point.x >= -slack && point.x <= width + slack) << point.x;
+                        ASSERT_TRUE(point.y >= -slack && point.y <= height + slack) << point.y;
                     }
                 }
             }

@@ -113,7 +113,7 @@ double luminance(Colour colour)
 TEST(Ground, ColoursStandOffFromIt)
 {
     for (Colour colour : {colourBlack, colourGrey, colourTag, colourPicked, themeColours[4].light}) {
-        EXPECT_EQ(colourOn({}, colour), colour);
+        EXPECT_EQ(colourOn({}, colour), colour) << std::hex << colour;
     }
     EXPECT_EQ(groundOf(0xFFFFFF, 0).faint, colourGrey);
     EXPECT_TRUE(groundOf(35 | 200 << 8, 0).isDark()) << "0.299 of the red and 0.587 of the green are 127.9";

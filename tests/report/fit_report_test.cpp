@@ -77,7 +77,7 @@ TEST_F(FitReport, statusTexts)
     for (StatusCode silent : {3, 0x8007, 0x8000, 0}) {
         shown.status = "earlier";
         EXPECT_EQ(reportStatus(shown.screens, "a.fit", silent), silent);
-        EXPECT_EQ(shown.status, silent == 0 ? "" : "earlier");
+        EXPECT_EQ(shown.status, silent == 0 ? "" : "earlier") << silent;
     }
     constexpr std::pair<StatusCode, const char*> incoherences[] = {{32769, "sport types of multiple sessions"},
                                                                    {32770, "sport types of multiple laps"},

@@ -87,7 +87,7 @@ TEST_F(ProfileReport, freeTorsoAngleNamesNoPosition)
         {5, "kg\n\tposition selected is 'dancing' typified torso angle as follow:\n\ttorso"}};
     for (auto [position, lines] : cases) {
         m.position = position;
-        EXPECT_NE(section(sectionHuman).find(lines), std::string::npos) << shown.upper;
+        EXPECT_NE(section(sectionHuman).find(lines), std::string::npos) << lines << shown.upper;
     }
 }
 
@@ -100,7 +100,7 @@ TEST_F(ProfileReport, aDragFactorIsToldWithItsOrigin)
          "score\n\tair drag factor\t\t:    1.250 +- 0.060, learned on 2026-05-20 at -3 Cel\n\n"}};
     for (const auto& [calibration, ending] : cases) {
         working.calibration = calibration;
-        EXPECT_TRUE(section(sectionHuman).ends_with(ending)) << shown.upper;
+        EXPECT_TRUE(section(sectionHuman).ends_with(ending)) << ending << shown.upper;
     }
 }
 

@@ -86,8 +86,8 @@ TEST_F(RideNumbers, acceleration)
     found.velocity = 9.9;
     model.state.motorLocation = 0;
     report(rideAcceleration, 0);
-    EXPECT_TRUE(figures.find("; leastAcceleration 0.00025 mpss; ") != std::string::npos);
-    EXPECT_EQ(figures.find("assist"), std::string::npos);
+    EXPECT_NE(figures.find("; leastAcceleration 0.00025 mpss; "), std::string::npos) << figures;
+    EXPECT_EQ(figures.find("assist"), std::string::npos) << figures;
 }
 
 TEST_F(RideNumbers, rolling)

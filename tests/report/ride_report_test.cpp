@@ -55,11 +55,6 @@ struct RideReport : testing::Test {
     CapturedScreens shown;
 };
 
-bool contains(const std::string& text, const std::string& part)
-{
-    return text.find(part) != std::string::npos;
-}
-
 TEST_F(RideReport, referenceByTarget)
 {
     std::tie(found.power, found.meanPower, found.sectorTime) = std::tuple(1.5, 2.5, 3.5);
@@ -121,9 +116,9 @@ TEST_F(RideReport, stoppedShort)
     for (auto [mode, target, endVelocity, told] : cases) {
         choose(mode, target);
         in.endVelocity = endVelocity;
-        EXPECT_EQ(contains(report(0x20000), "percentage error\nreached to 36.000 kph screened under 0.000250 mpss\n"),
-                  told)
-            << mode << ' ' << target;
+        std::string text = report(0x20000);
+        size_t at = text.find("percentage error\nreached to 36.000 kph screened under 0.000250 mpss\n");
+        EXPECT_EQ(at != text.npos, told) << mode << ' ' << target << text;
     }
 }
 
@@ -169,9 +164,8 @@ TEST_F(RideReport, unitsOfHeatByTheFrontBrakeAndOfEnergiesByTheLargest)
         std::string text = textOf(appendBrakeHeat);
         EXPECT_TRUE(contains(text, std::string("residual\n") + heats +
                                        "\t-- outside air temperature is 20.0 C. "
-                                       "radiate means both of convective and radiant\n"))
-            << text;
-        EXPECT_TRUE(contains(text, energies)) << text;
+                                       "radiate means both of convective and radiant\n"));
+        EXPECT_TRUE(contains(text, energies));
     }
 }
 
@@ -234,8 +228,8 @@ TEST_F(RideReport, physiologyByLevelAndMode)
         body.level = level;
         choose(mode, 0);
         std::string text = textOf(appendPhysiology);
-        EXPECT_EQ(text.substr(0, strlen(start)), start);
-        EXPECT_TRUE(contains(text, "\ttraning stress score\t:   12.000\n"));
+        EXPECT_EQ(text.substr(0, strlen(start)), start) << level;
+        EXPECT_TRUE(contains(text, "\ttraning stress score\t:   12.000\n")) << level;
     }
     in.physiology.useFtp = 0;
     choose(rideDeceleration, 0);

@@ -21,7 +21,7 @@ template <class LinesOf>
 void expectTexts(LinesOf linesOf, const std::vector<StatusCase>& cases)
 {
     for (auto [status, lines] : cases) {
-        EXPECT_EQ(linesOf(status), lines);
+        EXPECT_EQ(linesOf(status), lines) << status;
         EXPECT_STREQ(statusTail(status), lines[0] == 'a'   ? ", with fatal error"
                                          : lines[0] == 'w' ? ", with any warning"
                                                            : "")

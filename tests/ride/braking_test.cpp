@@ -61,10 +61,10 @@ TEST_F(BrakingTest, intervalsRepeatAndTheRestIsRidden)
             EXPECT_EQ(sectors.back().time, ride->found.sectorTime);
         }
         for (size_t i = 3; i < count && i < 10; i += 2) { // the spots
-            EXPECT_NEAR(sectors[i].velocity, kph(30), 1e-12);
-            EXPECT_NEAR(sectors[i - 1].velocity, sectors[i - 3].velocity, 1e-3);
-            EXPECT_NEAR(sectors[i].heat[0] - sectors[i - 2].heat[0], sectors[1].heat[0], 0.001);
-            EXPECT_NEAR(sectors[i].residual[0], sectors[i].heat[0] + sectors[i].radiate[0], 1e-12);
+            EXPECT_NEAR(sectors[i].velocity, kph(30), 1e-12) << i;
+            EXPECT_NEAR(sectors[i - 1].velocity, sectors[i - 3].velocity, 1e-3) << i;
+            EXPECT_NEAR(sectors[i].heat[0] - sectors[i - 2].heat[0], sectors[1].heat[0], 0.001) << i;
+            EXPECT_NEAR(sectors[i].residual[0], sectors[i].heat[0] + sectors[i].radiate[0], 1e-12) << i;
         }
     }
 }
@@ -85,7 +85,7 @@ TEST_F(BrakingTest, theCurvesOfIntervalsRunOn)
         ASSERT_TRUE(!coasting || g.value(i, 3) <= g.value(i - 1, 3)) << i;
     }
     for (int wheel : {0, 1})
-        EXPECT_NEAR(g.value(g.pointCount() - 1, 3 + wheel), ride->log.sectors.back().brake[wheel], 0.2);
+        EXPECT_NEAR(g.value(g.pointCount() - 1, 3 + wheel), ride->log.sectors.back().brake[wheel], 0.2) << wheel;
 }
 
 // A way that ends while the brakes are on: over steps of 3 cm, less than the run takes in one of its own, the square of

@@ -85,7 +85,7 @@ TEST_F(Figures, pedaledRuns)
     for (const PedaledCase& c : pedaledCases) {
         setDefaults(block);
         c.change(block);
-        SCOPED_TRACE(std::to_string(c.mode) + " " + std::to_string(c.target));
+        SCOPED_TRACE(testing::Message() << "mode " << c.mode << ", target " << c.target << ", " << c.time << " s");
         EXPECT_EQ(run(c.mode, c.target).status, c.status);
         expectFigures({ride->found.sectorTime, ride->found.distance, ride->found.maxAccele,
                        ride->found.meanStagePower[stagePedaling], ride->found.peakPower[stageThrust],
@@ -100,7 +100,7 @@ TEST_F(Figures, brakedRuns)
     for (const BrakedCase& c : brakedCases) {
         setDefaults(block);
         c.change(block);
-        SCOPED_TRACE(std::to_string(c.mode) + " " + std::to_string(c.target));
+        SCOPED_TRACE(testing::Message() << "mode " << c.mode << ", target " << c.target << ", " << c.time << " s");
         EXPECT_EQ(run(c.mode, c.target).status, c.status);
         EXPECT_NEAR(ride->found.sectorTime, c.time, 0.05);
         if (c.meanThrust != 0.0) {

@@ -163,13 +163,14 @@ TEST_P(RunLaws, torqueOverForceIsTheLever)
     double wheel = rolls ? m.rearCircumference / 2.0 / pi : m.rimDiameter[1] * 0.5 + m.tyreSize[1]; // mm
     for (auto [stage, lever] : {std::pair(stagePedaling, m.crankLength), std::pair(stageThrust, wheel)}) {
         double torque = ride->found.meanStageTorque[stage];
-        EXPECT_NEAR(torque, ride->found.meanStageForce[stage] * 9.80665 * lever / 1000.0, 1e-9 * std::fabs(torque));
+        double byForce = ride->found.meanStageForce[stage] * 9.80665 * lever / 1000.0;
+        EXPECT_NEAR(torque, byForce, 1e-9 * std::fabs(torque)) << "stage " << stage;
     }
     for (Stage stage : {stageCrank, stageHub}) { // the chain, on 11 to 51 teeth
         double torque = ride->found.meanStageTorque[stage],
                perTooth = ride->found.meanStageForce[stage] * 9.80665 * 0.00202;
-        EXPECT_GE(torque, 11 * perTooth);
-        EXPECT_LE(torque, 52 * perTooth);
+        EXPECT_GE(torque, 11 * perTooth) << "stage " << stage;
+        EXPECT_LE(torque, 52 * perTooth) << "stage " << stage;
     }
 }
 

@@ -104,8 +104,8 @@ TEST(Settle, aStepThatIsUsedUpEndsTheWalk)
             return x < edge ? 5.0 : -5.0;
         };
         Stepper walked{-3.0, 0.1, 0.3}, plain = walked;
-        EXPECT_EQ(settle(nullptr, walked, 0.01, jump), Settled::never);
-        EXPECT_LT(rounds, 500);
+        EXPECT_EQ(settle(nullptr, walked, 0.01, jump), Settled::never) << edge;
+        EXPECT_LT(rounds, 500) << edge;
         for (rounds = 0; rounds < seekRounds;) {
             jump(plain.value) > 0.0 ? plain.raise() : plain.lower();
         }

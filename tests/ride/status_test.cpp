@@ -116,7 +116,8 @@ TEST_F(RideStatus, isAnswered)
         run(c.mode, c.target);
         EXPECT_EQ(ride->status, c.status);
         EXPECT_EQ(ride->graph.has_value(), !isFatal(c.status) && c.mode != rideCriticalCornering);
-        EXPECT_TRUE(!isFatal(c.status) || (ride->log.rows.empty() && ride->log.sectors.empty()));
+        EXPECT_TRUE(!isFatal(c.status) || (ride->log.rows.empty() && ride->log.sectors.empty()))
+            << ride->log.rows.size() << " rows, " << ride->log.sectors.size() << " sectors";
     }
 }
 

@@ -25,7 +25,7 @@ TEST_F(SteadyTest, theBandRunsFromStandstillToTheVelocity)
     EXPECT_NEAR(velocity.found.velocity, kph(40), 1e-5);
     EXPECT_NEAR(velocity.graph->value(99, 0), velocity.found.velocity * 3.6, 1e-9);
     for (int series = 5; series < 8; ++series)
-        EXPECT_EQ(power.graph->value(0, series), 0.0); // nothing resists at standstill
+        EXPECT_EQ(power.graph->value(0, series), 0.0) << series; // nothing resists at standstill
 }
 
 TEST_F(SteadyTest, beyondTheGearsTheBandRepeatsItsLastGoodPoint)
@@ -40,7 +40,7 @@ TEST_F(SteadyTest, beyondTheGearsTheBandRepeatsItsLastGoodPoint)
     EXPECT_LE(g.value(last, 0), model.reachVelocity);
     EXPECT_GT(g.value(last, 0) + kph(120) / 99, model.reachVelocity);
     for (int series = 0; series < 8; ++series)
-        EXPECT_EQ(g.value(99, series), series < 5 ? g.value(last, series) : 0.0);
+        EXPECT_EQ(g.value(99, series), series < 5 ? g.value(last, series) : 0.0) << series;
 }
 
 TEST_F(SteadyTest, downhillThrustAloneTurnsNegative)
@@ -75,12 +75,13 @@ TEST_F(SteadyTest, cornering)
 TEST_F(SteadyTest, corneringBands)
 {
     for (int target : {0, 1, 2}) {
+        SCOPED_TRACE(target);
         run(rideCriticalCornering, target);
         ASSERT_EQ(ride->graph->pointCount(), 100);
         double x = ride->graph->value(99, 0), radius = ride->graph->value(99, 1);
         EXPECT_NEAR(target == 0 ? radius : x, target == 0 ? 15.0 : target == 1 ? 40.0 : 0.5, 1e-9); // where a band ends
         double v = target == 2 ? kph(40) : x / 3.6, margin = target == 2 ? x : 0.1;
-        EXPECT_NEAR(v * v / radius, (1.0 - margin) * ride->now.effectiveFriction * 9.80665, 1e-9) << target;
+        EXPECT_NEAR(v * v / radius, (1.0 - margin) * ride->now.effectiveFriction * 9.80665, 1e-9);
     }
 }
 
