@@ -36,7 +36,7 @@ std::string nameOf(const testing::TestParamInfo<FuzzTarget>& given)
     return given.param.name;
 }
 
-// An end of the process inside a target is the failure that these tests look for; the trace names the input.
+// An end of the process inside a target is the failure that these tests look for.
 class Hostile : public testing::TestWithParam<FuzzTarget> {};
 
 TEST_P(Hostile, seedsPass)

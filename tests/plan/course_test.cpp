@@ -186,6 +186,7 @@ TEST_F(PlanTest, TakesItsTimeFromNoisyHeights)
             };
             Course course = madeCourse(30000, height, northward);
             double seconds = ride(course, 200).seconds;
+            EXPECT_EQ(course.findings.noisy, test.noise == 5) << test.what << ", seed " << seed;
             EXPECT_TRUE(std::fabs(seconds / truth - 1) < 0.03 || course.findings.noisy)
                 << test.what << ", seed " << seed << ": " << seconds << " for " << truth;
             EXPECT_EQ(course.findings.smoothedMore, test.noise == 3) << test.what << ", seed " << seed;
