@@ -45,15 +45,15 @@ def free_lane():
 
 LANE, LOCK = free_lane()
 PREFIX = LANE / "wine-prefix"
-HOME = LANE / "home"  # what Wine, printing and the rest keep in a home folder
+HOME = LANE / "home"  # what Wine, printing and the rest keep in a home folder; Wine's server its sockets as well
 PLACE = LANE / "programs"  # a folder in it for each program that is tested
 
 
 def environment(display=None):
     HOME.mkdir(parents=True, exist_ok=True)
     env = {name: value for name, value in os.environ.items() if not name.startswith(("XDG_", "DISPLAY", "WAYLAND_"))}
-    env.update(HOME=str(HOME), WINEPREFIX=str(PREFIX), WINEDEBUG="-all", WINEDLLOVERRIDES="mscoree,mshtml=",
-               LC_ALL="C.UTF-8")
+    env.update(HOME=str(HOME), TMPDIR=str(HOME), WINEPREFIX=str(PREFIX), WINEDEBUG="-all",
+               WINEDLLOVERRIDES="mscoree,mshtml=", LC_ALL="C.UTF-8")
     if display:
         env["DISPLAY"] = display
     return env
