@@ -81,7 +81,10 @@ int answerRide(const Feed& feed, const std::string& line, Answer& answer, Stream
 // False at the end of `in`. A line that there is no memory for is passed over and none.
 bool nextLine(std::istream& in, std::optional<std::string>& line)
 {
-    line.emplace();
+    if (in.bad()) // not for the line before, which was passed over: nothing can be read
+        return false;
+    if (!line)
+        line.emplace();
     if (std::getline(in, *line))
         return true;
     if (!in.bad())
@@ -99,9 +102,10 @@ int answerLine(const Feed& feed, const std::optional<std::string>& line, Streams
     Answer answer;
     int code = exitFailed;
     try {
-        if (!line)
-            throw std::bad_alloc();
-        code = answerRide(feed, *line, answer, aside);
+        if (line)
+            code = answerRide(feed, *line, answer, aside);
+        else
+            tellNoMemory(answer, aside);
     } catch (const std::bad_alloc&) {
         tellNoMemory(answer, aside);
     }
